@@ -1,0 +1,8 @@
+header_only(asio_headers asio asio.hpp)
+target_compile_definitions(asio_headers INTERFACE ASIO_STANDALONE ASIO_NO_DEPRECATED)
+if(WIN32)
+  target_link_libraries(asio_headers INTERFACE ws2_32 mswsock)
+else()
+  find_package(Threads REQUIRED)
+  target_link_libraries(asio_headers INTERFACE Threads::Threads)
+endif()

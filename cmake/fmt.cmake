@@ -1,0 +1,2 @@
+header_only(fmt_headers fmt)
+target_compile_definitions(fmt_headers INTERFACE FMT_HEADER_ONLY)

@@ -1,0 +1,4 @@
+# Built from the distribution's sources, so that one version serves every compiler.
+set(BUILD_GMOCK ON)
+set(INSTALL_GTEST OFF)
+add_subdirectory(/usr/src/googletest ${CMAKE_BINARY_DIR}/googletest EXCLUDE_FROM_ALL SYSTEM)

@@ -1,0 +1,4 @@
+set(CMAKE_SYSTEM_PROCESSOR i686)
+set(TARN_TRIPLE i686-w64-mingw32)
+set(TARN_WIDL_TARGET --win32)
+include(${CMAKE_CURRENT_LIST_DIR}/mingw.cmake)

@@ -1,0 +1,1 @@
+header_only(nlohmann_json_headers nlohmann)

@@ -1,0 +1,54 @@
+# The Windows library, the tool, the simulated host and the tests that need Windows.
+include(typelib)
+
+tarn_glob(platformSources src/platform/win32/*.cpp)
+tarn_library(tarn_win32 ${platformSources})
+target_link_libraries(tarn_win32 PUBLIC tarn_core
+  comctl32 comdlg32 htmlhelp ole32 oleaut32 uuid shlwapi shell32 version advapi32 gdi32 user32)
+
+tarn_glob(interfaces resources/*.idl simulator/win32/*.idl)
+compile_idl(tarn_win32 ${interfaces})
+
+# Resource scripts name icons, manifests and type libraries by bare file name: of their own folder, of
+# `resources`, or generated.
+function(tarn_resources target folder)
+  if(NOT TARGET ${target})
+    return()
+  endif()
+  tarn_glob(scripts ${folder}/*.rc)
+  tarn_glob(inputs ${folder}/*)
+  get_property(typelibs GLOBAL PROPERTY TARN_TYPELIBS)
+  set_source_files_properties(${scripts} PROPERTIES OBJECT_DEPENDS "${inputs};${typelibs}"
+    INCLUDE_DIRECTORIES "${PROJECT_SOURCE_DIR}/${folder};${PROJECT_SOURCE_DIR}/resources;${CMAKE_BINARY_DIR}/generated")
+  target_sources(${target} PRIVATE ${scripts})
+endfunction()
+
+tarn_glob(appSources src/app/*.cpp)
+tarn_windows_program(tarn_tool ${appSources})
+tarn_resources(tarn_tool resources)
+if(TARGET tarn_tool)
+  set_target_properties(tarn_tool PROPERTIES OUTPUT_NAME QVRKvTARNCfg)
+endif()
+
+tarn_glob(hostSources simulator/win32/*.cpp)
+tarn_windows_program(SimHost ${hostSources})
+tarn_resources(SimHost simulator/win32)
+if(TARGET SimHost)
+  target_link_libraries(SimHost PRIVATE tarn_sim)
+endif()
+
+tarn_glob(win32Tests tests/win32/*.cpp)
+tarn_program(win32_tests ${win32Tests})
+tarn_resources(win32_tests tests/win32)
+if(TARGET win32_tests)
+  target_link_libraries(win32_tests PRIVATE tarn_win32 tarn_sim GTest::gmock_main)
+  target_compile_definitions(win32_tests PRIVATE SIM_DATA_DIR="data")
+endif()
+
+# What a user needs, without the tests.
+add_custom_target(programs DEPENDS sim_data)
+foreach(program tarn_tool SimHost)
+  if(TARGET ${program})
+    add_dependencies(programs ${program})
+  endif()
+endforeach()

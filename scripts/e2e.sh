@@ -1,0 +1,55 @@
+#!/bin/bash
+# usage: e2e.sh [FILE...]
+#
+# Runs end-to-end scripts, by default all of tests/e2e: *.sim works the tool's real windows from the simulated
+# building, *.js drives it as an automation client. Outside a Wine session it starts one with a new prefix.
+set -u
+cd "$(dirname "$0")/.." || exit
+. scripts/common.sh
+. scripts/results.sh
+mkdir -p "$results"
+
+shopt -s nullglob
+[ $# -gt 0 ] || set -- tests/e2e/*.sim tests/e2e/*.js
+if [ -z "${IN_WINE_SESSION:-}" ]; then
+  rm -rf build/wine-tests
+  exec scripts/wine-session.sh build/wine-tests "$0" "$@"
+fi
+
+[ $# -gt 0 ] || exit 0
+
+# A copy of the programs: the tests never meet the values that a person keeps beside the built ones.
+export PROGRAMS=build/e2e
+rm -rf "$PROGRAMS"
+mkdir -p "$PROGRAMS"
+cp -r build/win64/*.exe build/win64/data "$PROGRAMS" 2>/dev/null
+rm -f "$PROGRAMS"/*_tests.exe "$PROGRAMS"/data/*store.json
+
+run_script() {
+  case $1 in
+    *.sim) scripts/simhost.sh --script "$1" ;;
+    *.js) timeout -k 5 120 wine cscript.exe //nologo "$1" ;;
+  esac
+}
+
+status=0
+rm -f "$results/e2e"
+for program in QVRKvTARNCfg SimHost; do
+  timeout -k 5 60 wine "$PROGRAMS/$program.exe" /RegServer </dev/null >>"$logs/e2e-register.log" 2>&1 ||
+    say "  $program could not be registered, see $logs/e2e-register.log"
+done
+for script in "$@"; do
+  name=$(basename "$script")
+  log=$logs/e2e-$name.log
+  before=$EPOCHREALTIME
+  if run_script "$script" </dev/null >"$log" 2>&1; then
+    verdict=PASS
+  else
+    verdict=FAIL
+    status=1
+    tail -n 60 "$log"
+  fi
+  say "  $verdict $script ($(elapsed "$before"))"
+  echo "$verdict $script" >>"$results/e2e"
+done
+exit $status

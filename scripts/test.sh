@@ -1,0 +1,38 @@
+#!/bin/bash
+# Builds and tests everything and ends with one line "N passed, N failed": test cases, end-to-end scripts, and as
+# failures also the steps that could not be done. Exits non-zero on any failure.
+set -u
+cd "$(dirname "$0")/.." || exit
+. scripts/common.sh
+. scripts/results.sh
+
+check() { step "$@" || broken "$2"; }
+
+begin "Build and test everything: Linux with sanitizers, Windows x64 and x86, Wine, end to end, code format"
+scripts/setup.sh || finish 1
+rm -rf "$results"
+mkdir -p "$results"
+
+check "Code format" format scripts/format.sh --check
+
+if build asan core_tests; then
+  gtest "Core tests on Linux" core-linux timeout -k 5 300 build/asan/core_tests
+else
+  broken build-asan
+fi
+
+if build win64 all; then
+  check "Check the x64 programs" check-win64 scripts/check-programs.sh build/win64 pei-x86-64
+  rm -rf build/wine-tests
+  SESSION_TIMEOUT=900 scripts/wine-session.sh build/wine-tests scripts/wine-tests.sh || broken wine-session
+else
+  broken build-win64
+fi
+
+if build win32 all; then
+  check "Check the x86 programs" check-win32 scripts/check-programs.sh build/win32 pei-i386
+else
+  broken build-win32
+fi
+
+totals

@@ -1,0 +1,63 @@
+#include "simulator/building.h"
+
+#include "base/text.h"
+#include "simulator/core.h"
+#include "simulator/language.h"
+#include "simulator/object_server.h"
+#include "simulator/registration.h"
+#include "simulator/value_text.h"
+
+namespace simulator {
+
+Building::Building(const BuildingOptions& options) : core_(std::make_shared<Core>(options)) {}
+
+automation::Object Building::ObjectServer() const {
+  return automation::Object(std::make_shared<simulator::ObjectServer>(core_));
+}
+
+automation::Object Building::Registration() const {
+  return automation::Object(std::make_shared<simulator::Registration>(core_));
+}
+
+automation::Object Building::Language() const {
+  return automation::Object(std::make_shared<simulator::Language>(core_));
+}
+
+simulator::Faults& Building::Faults() { return core_->faults; }
+SessionLimits& Building::Limits() { return core_->limits; }
+std::string Building::ServerVersion() const { return core_->serverVersion; }
+std::string Building::NetworkName() const { return core_->networkName; }
+std::string Building::IpAddress() const { return core_->ipAddress; }
+std::int32_t Building::Port() const { return core_->port; }
+std::vector<RegisteredPlugIn> Building::PlugIns() const { return core_->store.Committed().plugIns; }
+const std::vector<std::string>& Building::Log() const { return core_->log; }
+automation::Bytes Building::TemplateBytes() const { return PackTemplate(core_->templateJson); }
+
+std::vector<DeviceInfo> Building::Devices() const {
+  std::vector<DeviceInfo> devices;
+  for (const DeviceRecord& record : core_->devices) {
+    devices.push_back({core_->store.Committed().devices.at(record.key).name, record.location,
+                       record.programId, record.version, TemplateFileName(record.programId, record.version)});
+  }
+  return devices;
+}
+
+std::string Building::StoredText(std::string_view deviceName, std::string_view objectName, int propertyNumber,
+                                 std::string_view formatName, int precision) const {
+  const PropertyTemplate* property = core_->deviceTemplate.FindProperty(objectName, propertyNumber);
+  if (!property) {
+    Refuse("There is no property " + std::to_string(propertyNumber) + " of \"" + std::string(objectName) +
+           "\".");
+  }
+  const Format format = core_->catalogue.FindFormat(formatName);
+  if (format.type != property->type) Refuse(property->name + " is of type " + property->type->name + ".");
+  for (const auto& [key, device] : core_->store.Committed().devices) {
+    if (!base::EqualsNoCase(device.name, deviceName)) continue;
+    const auto found = device.values.find(property->key);
+    const Fields& value = found == device.values.end() ? property->initial : found->second;
+    return FormatValue({format, precision, core_->numbers}, value);
+  }
+  Refuse("There is no device \"" + std::string(deviceName) + "\".");
+}
+
+}  // namespace simulator

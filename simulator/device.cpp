@@ -1,0 +1,97 @@
+#include "simulator/device.h"
+
+#include "base/text.h"
+#include "simulator/property.h"
+
+namespace simulator {
+
+using automation::Arguments;
+using automation::Value;
+
+constexpr automation::MemberOf<LonMarkObject> LonMarkObject::kMembers[] = {
+    {"Name", [](LonMarkObject& self, const Arguments&) -> Value { return self.name_; }},
+    {"ConfigProperties", [](LonMarkObject& self, const Arguments&) -> Value { return self.properties_; }},
+    {"NetworkVariables", [](LonMarkObject& self, const Arguments&) -> Value { return self.variables_; }},
+};
+
+LonMarkObject::LonMarkObject(std::shared_ptr<Core> core, const std::string& deviceKey,
+                             const ObjectTemplate& definition)
+    : HostObject(std::move(core)),
+      name_(definition.name),
+      properties_(MakeProperties(SharedCore(), deviceKey, definition.name, definition.properties)) {
+  CollectionItems items;
+  for (const VariableTemplate& variable : definition.variables) {
+    auto object = std::make_shared<NetworkVariable>(SharedCore(), deviceKey, variable);
+    items.push_back({variable.name, automation::Object(std::move(object))});
+  }
+  variables_ = MakeCollection(SharedCore(), "NetworkVariables of " + name_, std::move(items));
+}
+
+constexpr automation::MemberOf<DeviceInterface> DeviceInterface::kMembers[] = {
+    {"ProgramId",
+     [](DeviceInterface& self, const Arguments&) -> Value {
+       return self.GetCore().Record(self.deviceKey_).programId;
+     }},
+    {"Version",
+     [](DeviceInterface& self, const Arguments&) -> Value {
+       return self.GetCore().Record(self.deviceKey_).version;
+     }},
+};
+
+constexpr automation::MemberOf<Device> Device::kMembers[] = {
+    {"Name", [](Device& self, const Arguments&) -> Value { return self.Name(); },
+     [](Device& self, const Value& value) { self.Rename(value.AsText()); }},
+    {"Location",
+     [](Device& self, const Arguments&) -> Value { return self.GetCore().Record(self.deviceKey_).location; }},
+    {"interface", [](Device& self, const Arguments&) -> Value { return self.interface_; }},
+    {"LonMarkObjects", [](Device& self, const Arguments&) -> Value { return self.collection_; }},
+    {"AddLmo", nullptr, nullptr,
+     [](Device& self, const Arguments& arguments) -> Value {
+       return self.Load(arguments[0].AsWhole(), arguments[2].AsText(), arguments[3].AsBytes());
+     }},
+};
+
+Device::Device(std::shared_ptr<Core> core, std::string deviceKey)
+    : HostObject(std::move(core)),
+      deviceKey_(std::move(deviceKey)),
+      collection_(std::make_shared<Collection>(SharedCore(), "LonMarkObjects", objects_)),
+      interface_(std::make_shared<DeviceInterface>(SharedCore(), deviceKey_)) {}
+
+void Device::Rename(const std::string& name) {
+  if (name == Name()) return;
+  if (base::Trim(name).empty()) Refuse("A device needs a name.");
+  for (const DeviceRecord& record : GetCore().devices) {
+    if (record.key != deviceKey_ && base::EqualsNoCase(GetCore().store.Device(record.key).name, name)) {
+      Refuse("Another device is called \"" + name + "\" already.");
+    }
+  }
+  Refusing([&] { GetCore().store.Change(deviceKey_, [&](DeviceValues& device) { device.name = name; }); });
+}
+
+bool Device::Load(std::int32_t lmoIndex, const std::string& fileName, const automation::Bytes& bytes) {
+  Core& core = GetCore();
+  try {
+    const DeviceTemplate device = ReadTemplate(UnpackTemplate(bytes), core.catalogue);
+    const DeviceRecord& record = core.Record(deviceKey_);
+    if (!base::EqualsNoCase(device.programId, record.programId) || device.version != record.version) {
+      throw base::Error("The device template is for program " + device.programId + " version " +
+                        device.version + ", not " + record.programId + " version " + record.version + ".");
+    }
+    if (lmoIndex < 0 || lmoIndex >= static_cast<std::int64_t>(device.objects.size())) {
+      throw base::Error("The device template has no object with index " + std::to_string(lmoIndex) + ".");
+    }
+    core.CheckStored(core.store.Device(deviceKey_), device);
+    CollectionItems items;
+    for (const ObjectTemplate& definition : device.objects) {
+      auto object = std::make_shared<LonMarkObject>(SharedCore(), deviceKey_, definition);
+      items.push_back({definition.name, automation::Object(std::move(object))});
+    }
+    *objects_ = std::move(items);
+    return true;
+  } catch (const base::Error& error) {
+    core.log.push_back(Name() + ", " + fileName + ": " + error.what());
+    return false;
+  }
+}
+
+}  // namespace simulator

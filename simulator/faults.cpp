@@ -1,0 +1,64 @@
+#include "simulator/faults.h"
+
+#include <thread>
+#include <utility>
+
+#include "base/error.h"
+#include "base/text.h"
+
+namespace simulator {
+
+void Faults::StartCounting() {
+  counts_.clear();
+  counting_ = active_ = true;
+}
+
+std::uint64_t Faults::Count(std::string_view member) const {
+  const auto found = counts_.find(member);
+  return found == counts_.end() ? 0 : found->second;
+}
+
+void Faults::Fail(Fault fault) {
+  if (fault.call == 0) throw base::Error("Calls are counted from 1.");
+  fault_ = std::move(fault);
+  seen_ = 0;
+  armed_ = active_ = true;
+}
+
+void Faults::Delay(std::chrono::microseconds delay) {
+  delay_ = delay;
+  active_ = true;
+}
+
+void Faults::Clear() {
+  counting_ = armed_ = active_ = false;
+  delay_ = {};
+}
+
+void Faults::Slow(std::string_view className, std::string_view member) {
+  if (counting_) ++counts_[std::string(className) + "." + std::string(member)];
+  if (delay_.count() > 0) std::this_thread::sleep_for(delay_);
+  if (armed_ && !fault_.loseAnswer && Matches(className, member) && Due()) {
+    throw automation::Error(fault_.code, fault_.text);
+  }
+}
+
+void Faults::After(std::string_view className, std::string_view member) {
+  if (armed_ && fault_.loseAnswer && Matches(className, member) && Due()) {
+    throw automation::Error(fault_.code, fault_.text);
+  }
+}
+
+bool Faults::Matches(std::string_view className, std::string_view member) const {
+  if (fault_.member.empty()) return true;
+  return base::EqualsNoCase(fault_.member, std::string(className) + "." + std::string(member));
+}
+
+bool Faults::Due() {
+  ++seen_;
+  if (seen_ < fault_.call) return false;
+  if (fault_.once) armed_ = false;
+  return true;
+}
+
+}  // namespace simulator

@@ -1,0 +1,66 @@
+// Keeps the values of all devices, the registered plug-ins and the language choice in one JSON file, or in
+// memory only. A device holds just the values that were ever written; the others are the defaults of its
+// template. A transaction is a working copy of one device: cancel drops it, commit replaces the file in one
+// step and then the values. Whatever is written outside a transaction is committed at once.
+#pragma once
+
+#include <filesystem>
+#include <functional>
+#include <map>
+#include <string>
+#include <string_view>
+#include <utility>
+#include <vector>
+
+#include "simulator/building.h"
+#include "simulator/catalogue.h"
+
+namespace simulator {
+
+struct DeviceValues {
+  std::string name;
+  std::map<std::string, Fields, std::less<>> values;  // by PropertyTemplate::key or VariableTemplate::key
+};
+
+struct StoreContent {
+  std::map<std::string, DeviceValues, std::less<>> devices;  // by the key that building.json gives
+  std::vector<RegisteredPlugIn> plugIns;
+  std::string language = "English";
+  double languageChanged = 0;  // days, as the platform's date type counts; 0: never
+};
+
+class Store {
+ public:
+  /// Reads the file if it is there. Throws base::Error naming the file when it is not a store.
+  explicit Store(std::filesystem::path file);
+
+  const StoreContent& Committed() const { return content_; }
+  /// The device as its transaction sees it, or as committed when none is open.
+  const DeviceValues& Device(std::string_view device) const;
+
+  /// A device that the file did not bring; not written to the file before the next commit.
+  void AddDevice(const std::string& device, DeviceValues values);
+
+  /// Changes one device, inside its transaction or committed at once.
+  void Change(const std::string& device, const std::function<void(DeviceValues&)>& change);
+  /// Changes anything else, committed at once. Throws base::Error, with nothing changed, when the file
+  /// refuses.
+  void ChangeContent(const std::function<void(StoreContent&)>& change);
+
+  bool InTransaction(std::string_view device) const { return working_.find(device) != working_.end(); }
+  /// Throws base::Error when a transaction of this device is open already.
+  void Begin(const std::string& device);
+  /// Both throw base::Error when no transaction is open. A commit that the file refuses ends the transaction
+  /// like a cancel, leaves file and values as they were, and throws base::Error.
+  void Commit(const std::string& device);
+  void Cancel(const std::string& device);
+
+ private:
+  DeviceValues TakeWorking(const std::string& device);
+
+  std::filesystem::path file_;
+  StoreContent content_;
+  std::map<std::string, DeviceValues, std::less<>> working_;
+};
+
+}  // namespace simulator

@@ -1,0 +1,90 @@
+#include "automation/object.h"
+
+#include "automation/error.h"
+#include "base/numbers.h"
+
+namespace automation {
+namespace {
+
+[[noreturn]] void Mismatch(const std::string& what) {
+  throw Error(kTypeMismatch, "The value is not " + what + ".");
+}
+
+double RealOf(const Value::Content& content, const char* wanted) {
+  if (const auto* flag = std::get_if<bool>(&content)) return *flag ? -1.0 : 0.0;  // the platform's TRUE is -1
+  if (const auto* whole = std::get_if<std::int32_t>(&content)) return *whole;
+  if (const auto* real = std::get_if<double>(&content)) return *real;
+  if (const auto* text = std::get_if<std::string>(&content)) {
+    if (const auto number = base::Numbers().Parse(*text)) return *number;
+  }
+  Mismatch(wanted);
+}
+
+// Repeats a type fault with the member's name, so that a message tells where it happened.
+template <class Read>
+auto Named(std::string_view member, Read read) {
+  try {
+    return read();
+  } catch (const Error& error) {
+    throw Error(error.Code(), std::string(member) + ": " + error.Description(), error.Source());
+  }
+}
+
+}  // namespace
+
+std::string Value::AsText() const {
+  if (const auto* text = std::get_if<std::string>(&content_)) return *text;
+  if (const auto* flag = std::get_if<bool>(&content_)) return *flag ? "True" : "False";
+  if (std::holds_alternative<std::int32_t>(content_) || std::holds_alternative<double>(content_)) {
+    return base::Numbers().Text(RealOf(content_, "a text"));
+  }
+  Mismatch("a text");
+}
+
+bool Value::AsBool() const { return RealOf(content_, "a yes or no") != 0.0; }
+
+std::int32_t Value::AsWhole() const {
+  const double value = base::RoundHalfToEven(RealOf(content_, "a whole number"));
+  if (value < -2147483648.0 || value > 2147483647.0) Mismatch("a whole number of 32 bits");
+  return static_cast<std::int32_t>(value);
+}
+
+double Value::AsReal() const { return RealOf(content_, "a number"); }
+
+const Bytes& Value::AsBytes() const {
+  if (const auto* bytes = std::get_if<Bytes>(&content_)) return *bytes;
+  Mismatch("an array of bytes");
+}
+
+Object Value::AsObject() const {
+  if (const auto* object = std::get_if<Object>(&content_)) return *object;
+  if (IsEmpty()) return {};
+  Mismatch("an object");
+}
+
+Value Object::Invoke(Access access, std::string_view member, std::span<const Value> arguments) const {
+  if (!target_) throw Error(kTypeMismatch, "There is no object to ask for " + std::string(member) + ".");
+  return target_->Invoke(access, member, arguments);
+}
+
+void Object::Put(std::string_view member, const Value& value) const {
+  Invoke(Access::kPut, member, {&value, 1});
+}
+
+std::string Object::Text(std::string_view member) const {
+  return Named(member, [&] { return Get(member).AsText(); });
+}
+
+std::int32_t Object::Whole(std::string_view member) const {
+  return Named(member, [&] { return Get(member).AsWhole(); });
+}
+
+Object RequireObject(const Value& value, std::string_view member) {
+  return Named(member, [&] {
+    Object object = value.AsObject();
+    if (!object) Mismatch("an object");
+    return object;
+  });
+}
+
+}  // namespace automation

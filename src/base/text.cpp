@@ -1,0 +1,59 @@
+#include "base/text.h"
+
+#include <algorithm>
+
+namespace base {
+namespace {
+
+char UpperLetter(char letter) {
+  return letter >= 'a' && letter <= 'z' ? static_cast<char>(letter - 'a' + 'A') : letter;
+}
+char LowerLetter(char letter) {
+  return letter >= 'A' && letter <= 'Z' ? static_cast<char>(letter - 'A' + 'a') : letter;
+}
+
+std::string Transformed(std::string_view text, char (*change)(char)) {
+  std::string result(text);
+  std::ranges::transform(result, result.begin(), change);
+  return result;
+}
+
+}  // namespace
+
+std::string_view Trim(std::string_view text) {
+  const auto first = text.find_first_not_of(' ');
+  if (first == std::string_view::npos) return {};
+  return text.substr(first, text.find_last_not_of(' ') - first + 1);
+}
+
+std::string Upper(std::string_view text) { return Transformed(text, UpperLetter); }
+std::string Lower(std::string_view text) { return Transformed(text, LowerLetter); }
+
+bool EqualsNoCase(std::string_view left, std::string_view right) {
+  return std::ranges::equal(left, right, {}, UpperLetter, UpperLetter);
+}
+
+std::vector<std::string> Split(std::string_view text, std::string_view separator) {
+  std::vector<std::string> pieces;
+  for (;;) {
+    const auto end = text.find(separator);
+    pieces.emplace_back(text.substr(0, end));
+    if (end == std::string_view::npos) return pieces;
+    text.remove_prefix(end + separator.size());
+  }
+}
+
+std::string Join(const std::vector<std::string>& pieces, std::string_view separator) {
+  std::string result;
+  for (const auto& piece : pieces) {
+    if (&piece != &pieces.front()) result += separator;
+    result += piece;
+  }
+  return result;
+}
+
+std::string ReplaceAll(std::string_view text, std::string_view from, std::string_view to) {
+  return Join(Split(text, from), to);
+}
+
+}  // namespace base

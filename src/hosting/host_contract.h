@@ -1,0 +1,77 @@
+// What the tool expects of a host: every program id, member name and answer that it uses, in this one place.
+// Whoever connects another host adapts this header and nothing else. All members are called late-bound, by
+// name.
+//
+//   object server   RefreshCatalog(makerPrefix) yes/no; Connect(networkName, ipAddress, port) network or
+//   nothing; Device network         OpenSession(networkName, remote, interfaceName, lmoIndex, programId)
+//   status; AppDevices;
+//                   BeginTransaction(), CommitTransaction(), CancelTransaction()
+//   collection      Count; Item(number from 1, or name)
+//   device          Name (read, write); Location; interface -> ProgramId, Version; LonMarkObjects;
+//                   AddLmo(lmoIndex, programId, fileName, bytes) yes/no
+//   LonMark object  Name; ConfigProperties; NetworkVariables
+//   variable        Name; MvFormatType (read, write); AllowedTypes; ConfigProperties
+//   property        Name; formatName (write); Precision (write); Value (read, write)
+//   registration    NewDescription(); Register(description); Deregister(description)
+//   description     the values of the plug-in; DeviceCommand, BlockCommand, DeviceType: records of more
+//   values language        Section(name); LastChange (date); Languages; Language (read, write); Font
+#pragma once
+
+#include <string_view>
+
+namespace host {
+
+// Program ids.
+inline constexpr std::string_view kObjectServerId = "MVPlugInLib.ObjectServer";
+inline constexpr std::string_view kRegistrationId = "MVPlugInLib.Registration";
+inline constexpr std::string_view kLanguageId = "MVLanguage.Language";
+
+// Object server.
+inline constexpr std::string_view kRefreshCatalog = "RefreshCatalog";
+inline constexpr std::string_view kConnect = "Connect";
+inline constexpr std::string_view kDevice = "Device";
+
+// Network.
+inline constexpr std::string_view kOpenSession = "OpenSession";
+inline constexpr std::string_view kAppDevices = "AppDevices";
+inline constexpr std::string_view kBeginTransaction = "BeginTransaction";
+inline constexpr std::string_view kCommitTransaction = "CommitTransaction";
+inline constexpr std::string_view kCancelTransaction = "CancelTransaction";
+
+// Collections.
+inline constexpr std::string_view kCount = "Count";
+inline constexpr std::string_view kItem = "Item";
+
+// Device, LonMark object, network variable, configuration property.
+inline constexpr std::string_view kName = "Name";
+inline constexpr std::string_view kLocation = "Location";
+inline constexpr std::string_view kInterface = "interface";
+inline constexpr std::string_view kProgramId = "ProgramId";
+inline constexpr std::string_view kVersion = "Version";
+inline constexpr std::string_view kLonMarkObjects = "LonMarkObjects";
+inline constexpr std::string_view kAddLmo = "AddLmo";
+inline constexpr std::string_view kConfigProperties = "ConfigProperties";
+inline constexpr std::string_view kNetworkVariables = "NetworkVariables";
+inline constexpr std::string_view kMvFormatType = "MvFormatType";
+inline constexpr std::string_view kFormatName = "formatName";
+inline constexpr std::string_view kPrecision = "Precision";
+inline constexpr std::string_view kValue = "Value";
+
+// Registration.
+inline constexpr std::string_view kNewDescription = "NewDescription";
+inline constexpr std::string_view kRegister = "Register";
+inline constexpr std::string_view kDeregister = "Deregister";
+inline constexpr std::string_view kDeviceCommand = "DeviceCommand";
+inline constexpr std::string_view kBlockCommand = "BlockCommand";
+inline constexpr std::string_view kDeviceType = "DeviceType";
+
+// Language component.
+inline constexpr std::string_view kSection = "Section";
+inline constexpr std::string_view kLastChange = "LastChange";
+
+// Answers of OpenSession.
+inline constexpr std::string_view kSessionOk = "OK";
+inline constexpr std::string_view kSessionMaxClients = "ERROR_MAX_CLIENTS";
+inline constexpr std::string_view kSessionInstanceExists = "ERROR_PLUGIN_INSTANCE";
+
+}  // namespace host

@@ -1,0 +1,265 @@
+#include "hosting/plugin_api.h"
+
+#include "automation/error.h"
+#include "base/error.h"
+#include "hosting/device_template.h"
+#include "hosting/host_contract.h"
+
+namespace hosting {
+
+using automation::Arguments;
+using automation::Object;
+using automation::Value;
+
+// The members in the order of the type library; a caller's member id is the place in the table plus 1.
+struct Members {
+  using Member = automation::MemberOf<PlugInApi>;
+
+  template <auto field>
+  static constexpr Member Text(std::string_view name) {
+    return {name, [](PlugInApi& api, const Arguments&) { return Value(api.*field); },
+            [](PlugInApi& api, const Value& value) { api.*field = value.AsText(); }};
+  }
+
+  /// Read from the settings; writing is an error of its own.
+  template <auto field>
+  static constexpr Member Identity(std::string_view name) {
+    return {name, [](PlugInApi& api, const Arguments&) { return Value(api.program_.GetSettings().*field); },
+            [](PlugInApi& api, const Value&) { api.Raise("Attempt to write to read-only property"); }};
+  }
+
+  /// The window's size in pixels; writing is accepted and changes nothing.
+  template <auto field>
+  static constexpr Member Size(std::string_view name) {
+    return {name, [](PlugInApi& api, const Arguments&) { return Value(api.Bounds().*field); },
+            [](PlugInApi&, const Value&) {}};
+  }
+
+  static constexpr Member kVisible = {
+      "Visible",
+      [](PlugInApi& api, const Arguments&) {
+        const shell::fMain* window = api.program_.Window();
+        return Value(window && window->Visible());
+      },
+      [](PlugInApi& api, const Value& value) { api.SetVisible(value.AsBool()); }};
+  static constexpr Member kRemote = {
+      "Remote", [](PlugInApi& api, const Arguments&) { return Value(api.remote_); },
+      [](PlugInApi& api, const Value& value) { api.remote_ = value.AsBool(); }};
+  static constexpr Member kLeft = {
+      "Left", [](PlugInApi& api, const Arguments&) { return Value(api.Bounds().left); },
+      [](PlugInApi& api, const Value& value) { api.MoveTo(value.AsWhole(), api.Bounds().top); }};
+  static constexpr Member kTop = {
+      "Top", [](PlugInApi& api, const Arguments&) { return Value(api.Bounds().top); },
+      [](PlugInApi& api, const Value& value) { api.MoveTo(api.Bounds().left, value.AsWhole()); }};
+  static constexpr Member kMinimized = {
+      "Minimized",
+      [](PlugInApi& api, const Arguments&) {
+        const shell::fMain* window = api.program_.Window();
+        return Value(window && window->State() == ui::WindowState::kMinimized);
+      },
+      [](PlugInApi& api, const Value& value) { api.SetMinimized(value.AsBool()); }};
+  static constexpr Member kPort = {
+      "NetworkIpPort", [](PlugInApi& api, const Arguments&) { return Value(api.networkIpPort_); },
+      [](PlugInApi& api, const Value& value) { api.networkIpPort_ = value.AsWhole(); }};
+
+  static Value Command(PlugInApi& api, const Arguments& arguments) {
+    arguments[2];  // a command id, an object class and a key; none of them is examined
+    api.SendCommand();
+    return {};
+  }
+};
+
+const automation::MemberOf<PlugInApi> PlugInApi::kMembers[24] = {
+    Members::kVisible,
+    Members::Text<&PlugInApi::networkName_>("NetworkName"),
+    Members::Text<&PlugInApi::networkInterfaceName_>("NetworkInterfaceName"),
+    Members::kRemote,
+    Members::Size<&ui::Bounds::height>("Height"),
+    Members::Size<&ui::Bounds::width>("Width"),
+    Members::kLeft,
+    Members::kMinimized,
+    Members::Identity<&shell::Settings::manufacturerId>("ManufacturerID"),
+    Members::Identity<&shell::Settings::manufacturerName>("ManufacturerName"),
+    Members::Identity<&shell::Settings::requiredServerVersion>("LcaVersion"),
+    Members::Text<&PlugInApi::ovxServerVersion_>("OvxServerVersion"),
+    Members::Identity<&shell::Settings::version>("version"),
+    Members::kTop,
+    Members::Identity<&shell::Settings::title>("Name"),
+    Members::Text<&PlugInApi::developmentProgramId_>("DevelopmentProgramId"),
+    Members::Text<&PlugInApi::networkIpAddress_>("NetworkIpAddress"),
+    Members::kPort,
+    Members::Text<&PlugInApi::folderName_>("FolderName"),
+    Members::Text<&PlugInApi::deviceName_>("DeviceName"),
+    Members::Text<&PlugInApi::lmoIndex_>("LmoIndex"),
+    Members::Text<&PlugInApi::code_>("code"),
+    {"SendCommand", nullptr, nullptr, Members::Command},
+    {"InitializePlugIn", nullptr, nullptr, Members::Command},
+};
+
+void PlugInApi::Raise(const std::string& description) const {
+  throw automation::Error(automation::kApplicationDefined, description, program_.GetSettings().title);
+}
+
+template <class Step>
+auto PlugInApi::Try(const std::string& failure, Step step) const {
+  try {
+    return step();
+  } catch (const std::exception&) {
+    Raise(failure);
+  }
+}
+
+void PlugInApi::SendCommand() {
+  const shell::fMain* window = program_.Window();
+  if (window && window->Busy())
+    Raise("The configuration tool is busy. Please try again when it has finished.");
+  if (RaiseOpenWindow()) return;
+  BringUp();
+}
+
+bool PlugInApi::RaiseOpenWindow() const {
+  shell::fMain* window = program_.Window();
+  if (!window) return false;
+  if (window->Ending()) Raise("The configuration tool is closing. Please try again.");
+  if (openDevice_ != deviceName_) {
+    Raise("The configuration window is open on " + openDevice_ +
+          ". Please close it before another device is configured.");
+  }
+  window->Show();
+  window->BringToFront();
+  return true;
+}
+
+void PlugInApi::BringUp() {
+  const shell::Strings& strings = program_.GetStrings();
+  const std::string catalogFailure =
+      strings.GetStrings("DRFs catalog could not be refreshed, exiting application");
+  const Object server = Try(catalogFailure, [&] {
+    const Object object = program_.GetPlatform().createObject(host::kObjectServerId);
+    if (!object.Call(host::kRefreshCatalog, "QVR").AsBool()) throw base::Error(catalogFailure);
+    return object;
+  });
+  CheckServerVersion();
+  const int lmoIndex =
+      Try("The functional block index \"" + lmoIndex_ + "\" is not a whole number of 16 bits.",
+          [&] { return program_.GetSettings().numbers.ToInt16(lmoIndex_); });
+  const Object network = JoinNetwork(server);
+  OpenSession(network, lmoIndex);
+  const Object device = FindDevice(network);
+  LoadTemplate(device, lmoIndex);
+  const std::string blockName = BlockName(device, lmoIndex);
+  shell::fMain& window = program_.MakeWindow();
+  openDevice_ = deviceName_;
+  window.ObjectServer = server;
+  window.ProcessLonMarkObjectCommand(network, blockName);
+}
+
+void PlugInApi::CheckServerVersion() const {
+  const std::string& required = program_.GetSettings().requiredServerVersion;
+  const std::string server = ovxServerVersion_;
+  const std::string different =
+      "OVX server version " + server + " not equal to required version " + required + ".X";
+  const auto [version, revision] = Try(different, [&] { return SplitVersion(server); });
+  const auto [requiredVersion, requiredRevision] = SplitVersion(required);
+  if (version != requiredVersion) Raise(different);
+  if (revision < requiredRevision) {
+    Raise("OVX server revision " + std::to_string(revision) + " lower than required minimum revision " +
+          required + ".X");
+  }
+}
+
+Object PlugInApi::JoinNetwork(const Object& server) const {
+  const std::string place = networkName_ + " at " + networkIpAddress_ + ":" + std::to_string(networkIpPort_);
+  const std::string failure =
+      program_.GetStrings().FormatStrings("Cannot connect to the network %s%", {place});
+  return Try(failure, [&] {
+    return automation::RequireObject(
+        server.Call(host::kConnect, networkName_, networkIpAddress_, networkIpPort_), host::kConnect);
+  });
+}
+
+void PlugInApi::OpenSession(const Object& network, int lmoIndex) const {
+  const auto message = [this](std::string_view text) {
+    return program_.GetStrings().FormatStrings(text, {networkIpAddress_});
+  };
+  const std::string failure = message("Network error in first transaction with %s%");
+  const std::string status = Try(failure, [&] {
+    return network
+        .Call(host::kOpenSession, networkName_, remote_, networkInterfaceName_, lmoIndex,
+              developmentProgramId_)
+        .AsText();
+  });
+  if (status == host::kSessionMaxClients) Raise(message("Maximum number of plugins reached on %s%"));
+  if (status == host::kSessionInstanceExists) Raise(message("Plugin instance already exists on %s%"));
+  if (status != host::kSessionOk) Raise(failure);
+}
+
+Object PlugInApi::FindDevice(const Object& network) const {
+  const std::string failure =
+      program_.GetStrings().FormatStrings("Network error when getting device data with %s%", {deviceName_});
+  return Try(failure, [&] {
+    const Object device = network.Child(host::kAppDevices).Child(host::kItem, deviceName_);
+    device.Put(host::kName, deviceName_);
+    return device;
+  });
+}
+
+void PlugInApi::LoadTemplate(const Object& device, int lmoIndex) const {
+  const std::string failure =
+      program_.GetStrings().FormatStrings("Error loading device template for %s%", {deviceName_});
+  Try(failure, [&] {
+    const Object identity = device.Child(host::kInterface);
+    const std::string programId = identity.Text(host::kProgramId);
+    const std::string name = TemplateName(programId, identity.Text(host::kVersion));
+    const automation::Bytes content =
+        program_.GetPlatform().readFile(TemplatePath(program_.GetSettings().commonFilesFolder, name));
+    if (!device.Call(host::kAddLmo, lmoIndex, programId, name, content).AsBool()) throw base::Error(failure);
+  });
+}
+
+std::string PlugInApi::BlockName(const Object& device, int lmoIndex) const {
+  const std::string failure = program_.GetStrings().FormatStrings(
+      "The functional block with index %s1% was not found on %s2%", {lmoIndex_, deviceName_});
+  return Try(failure, [&] {
+    const Object lonMarkObjects = device.Child(host::kLonMarkObjects);
+    const std::string name = lonMarkObjects.Child(host::kItem, lmoIndex + 1).Text(host::kName);
+    lonMarkObjects.Child(host::kItem, name);  // the block must answer to its name too
+    return name;
+  });
+}
+
+void PlugInApi::SetVisible(bool visible) {
+  shell::fMain* window = program_.Window();
+  if (!window) return;
+  if (!visible) return window->Hide();
+  window->Show();
+  if (std::exchange(minimizeWhenShown_, false)) window->SetState(ui::WindowState::kMinimized);
+}
+
+void PlugInApi::SetMinimized(bool minimized) {
+  shell::fMain* window = program_.Window();
+  if (window && window->Visible()) {
+    window->SetState(minimized ? ui::WindowState::kMinimized : ui::WindowState::kNormal);
+    return;
+  }
+  // A hidden window cannot change its state.
+  minimizeWhenShown_ = minimized;
+  Raise(
+      "Can not modify the minimzed property when invisble. "
+      "The property will be applied the next time the plug-in is made visible");
+}
+
+void PlugInApi::MoveTo(int left, int top) {
+  shell::fMain* window = program_.Window();
+  if (!window) return;
+  if (window->State() != ui::WindowState::kNormal)
+    Raise("Plug-in can't be moved or sized while minimized or maximized");
+  window->Move(left, top);
+}
+
+ui::Bounds PlugInApi::Bounds() const {
+  const shell::fMain* window = program_.Window();
+  return window ? window->GetBounds() : ui::Bounds{};
+}
+
+}  // namespace hosting

@@ -1,0 +1,99 @@
+// The automation class through which the host drives the tool: it takes the connection and identity
+// properties and, on SendCommand, checks the server, joins the network, loads the device template and opens
+// the main window. Every failure reaches the host as the application-defined automation error with the
+// application title as its source.
+#pragma once
+
+#include <functional>
+#include <memory>
+#include <string>
+
+#include "automation/local_object.h"
+#include "hosting/plugin_description.h"
+#include "shell/main_window.h"
+
+namespace hosting {
+
+/// What all automation objects of the process share: the settings and the one main window. Owned by the
+/// composition root, outlives every automation object.
+class Program {
+ public:
+  /// `quit` ends the process; called at most once per main window, or when an object goes without one.
+  Program(const shell::Platform& platform, const PlugInDescription& description,
+          const shell::Settings& settings, std::span<const shell::PageEntry> pageTable,
+          std::function<void()> quit);
+
+  const shell::Platform& GetPlatform() const { return platform_; }
+  const shell::Settings& GetSettings() const { return settings_; }
+  shell::Strings& GetStrings() { return strings_; }
+
+  /// The main window, or nothing before the first SendCommand that got so far.
+  shell::fMain* Window() const { return window_.get(); }
+  shell::fMain& MakeWindow();
+
+  /// The last automation object was released, or the host's process died: ends the program unless a window is
+  /// visible.
+  void HostLetGo();
+
+ private:
+  const shell::Platform& platform_;
+  PlugInDescription description_;
+  shell::Settings settings_;
+  shell::Strings strings_;
+  std::span<const shell::PageEntry> pageTable_;
+  std::function<void()> quit_;
+  std::unique_ptr<shell::fMain> window_;
+};
+
+class PlugInApi : public automation::LocalClass<PlugInApi> {
+ public:
+  explicit PlugInApi(Program& program) : program_(program) {}
+  ~PlugInApi() override { program_.HostLetGo(); }
+
+  /// Both bring the plug-in up on the device and block that the properties name; no argument is examined, the
+  /// host's command ids carry no meaning here.
+  void SendCommand();
+  void InitializePlugIn() { SendCommand(); }
+
+ private:
+  friend class automation::LocalClass<PlugInApi>;
+  static const automation::MemberOf<PlugInApi> kMembers[24];
+
+  friend struct Members;  // the functions of the table
+
+  [[noreturn]] void Raise(const std::string& description) const;
+  /// Runs one step of the start-up sequence; any fault of the host in it becomes `failure`.
+  template <class Step>
+  auto Try(const std::string& failure, Step step) const;
+  void BringUp();
+  void CheckServerVersion() const;
+  automation::Object JoinNetwork(const automation::Object& server) const;
+  void OpenSession(const automation::Object& network, int lmoIndex) const;
+  automation::Object FindDevice(const automation::Object& network) const;
+  void LoadTemplate(const automation::Object& device, int lmoIndex) const;
+  std::string BlockName(const automation::Object& device, int lmoIndex) const;
+  /// True when the window is open already; the same device is brought to the front, another one refused.
+  bool RaiseOpenWindow() const;
+
+  void SetVisible(bool visible);
+  void SetMinimized(bool minimized);
+  void MoveTo(int left, int top);
+  ui::Bounds Bounds() const;
+
+  Program& program_;
+  std::string networkName_;
+  std::string networkInterfaceName_;
+  bool remote_ = false;
+  std::string ovxServerVersion_;
+  std::string developmentProgramId_;
+  std::string networkIpAddress_;
+  std::int32_t networkIpPort_ = 0;
+  std::string folderName_;
+  std::string deviceName_;
+  std::string lmoIndex_;
+  std::string code_;
+  std::string openDevice_;  // what the window was opened on
+  bool minimizeWhenShown_ = false;
+};
+
+}  // namespace hosting

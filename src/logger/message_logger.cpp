@@ -1,0 +1,157 @@
+#include "logger/message_logger.h"
+
+#include <filesystem>
+#include <fstream>
+#include <utility>
+
+#include "base/text.h"
+
+namespace logger {
+namespace {
+
+constexpr const char* kShowChoice = "IsShowLogAutomatically";
+constexpr const char* kColumns[] = {"User", "Date", "Message", "Routine", "Location"};
+constexpr const char* kButtons[] = {"Config&ure", "&Save to File", "Cl&ose", "&Clear"};
+enum ButtonNumber { kConfigure, kSave, kClose, kClear };
+
+constexpr const char* kFilter = "Log files (*.log)|*.log|Text files (*.txt)|*.txt";
+constexpr const char* kProposedName = "\\PlugIn.log";
+constexpr unsigned kSaveFlags = 4100;  // hide the read-only box (4) and require an existing file (4096)
+
+constexpr auto kWidthDelay = std::chrono::milliseconds(100);
+
+const char* IconName(int level) {
+  if (level == kInformation) return "Information";
+  return level == kExclamation ? "Exclamation" : "Error";
+}
+
+std::string WithoutTabs(std::string_view text) { return base::ReplaceAll(text, "\t", " "); }
+
+}  // namespace
+
+fMessage::fMessage(Surroundings surroundings)
+    : Window("fMessage"),
+      surroundings_(std::move(surroundings)),
+      TimerWidthColumns(surroundings_.loop, kWidthDelay) {
+  BtnCmd[kConfigure].onClick = [this] { Check1.SetVisible(!Check1.Visible()); };
+  BtnCmd[kSave].onClick = [this] { Save(); };
+  BtnCmd[kClose].onClick = [this] { Close(); };
+  BtnCmd[kClear].onClick = [this] { ClearAll(); };
+  cancelButton = &BtnCmd[kClose];
+  Check1.onClick = [this] { KeepShowChoice(); };
+  ListView1.SetMultiSelect(true);
+  TimerWidthColumns.onTick = [this] {
+    TimerWidthColumns.Stop();
+    ListView1.FitColumns();
+  };
+  Check1.SetChecked(base::ReadRegistryString(surroundings_.registry, base::RegistryRoot::kCurrentUser,
+                                             surroundings_.settingsKey, kShowChoice) == "0");
+  SetLayout(ui::Stack({
+      ui::Grow(ui::Item(ListView1)),
+      ui::Line({ui::Item(Check1), ui::GrowX(ui::Empty()), ui::Item(BtnCmd[kConfigure]),
+                ui::Item(BtnCmd[kSave]), ui::Item(BtnCmd[kClear]), ui::Item(BtnCmd[kClose])}),
+  }));
+  InitStrings();
+}
+
+fMessage::~fMessage() {
+  if (surroundings_.toolkit) surroundings_.toolkit->Discard(*this);
+}
+
+void fMessage::InitStrings() {
+  const auto& translate = surroundings_.translate;
+  std::vector<std::string> columns;
+  for (const char* column : kColumns) columns.push_back(translate(column));
+  ListView1.SetColumns(columns);
+  for (std::size_t i = 0; i < BtnCmd.Size(); ++i) BtnCmd[i].SetText(translate(kButtons[i]));
+  Check1.SetText(translate("Don't show information automatically"));
+  ListView1.popup = {{translate("Clear selected items"), [this] { ClearSelected(); }, {}},
+                     {translate("Clear all"), [this] { ClearAll(); }, {}},
+                     {translate("Save to file"), [this] { Save(); }, {}},
+                     {translate("Refresh"), [this] { ListView1.FitColumns(); }, {}}};
+  SetFormTitle(formTitle_);
+}
+
+void fMessage::SetFormTitle(std::string_view title) {
+  formTitle_ = title;
+  SetTitle(formTitle_ + " - " + surroundings_.translate(" Message Logger"));
+}
+
+void fMessage::ShowMe() {
+  if (surroundings_.toolkit && !GetWindowPeer()) surroundings_.toolkit->Realize(*this);
+  Show();
+  BringToFront();
+}
+
+void fMessage::AddMessage(std::string_view message, std::string_view routine, std::string_view location,
+                          int level) {
+  try {
+    const std::string plain = base::ReplaceAll(base::ReplaceAll(message, "\t", " "), "\r", "\n");
+    const std::string date = surroundings_.locale.GeneralDateNow();
+    bool added = false;
+    for (const std::string& line : base::Split(base::Trim(plain), "\n")) {
+      if (line.empty()) continue;
+      const std::string number = std::to_string(++lastNumber_);
+      ListView1.AddRow(
+          {number + "Key", {number, date, line, WithoutTabs(routine), WithoutTabs(location)}, level});
+      added = true;
+    }
+    if (!added) return;
+    TimerWidthColumns.Start();
+    if (!Check1.Checked()) ShowMe();
+    if (AddMessageEvent) AddMessageEvent(level);
+  } catch (const std::exception&) {
+    // Nothing is left to report it to; the rows added so far stay.
+  }
+}
+
+std::string fMessage::LogText() const {
+  std::string text;
+  for (const auto& row : ListView1.Rows()) {
+    text += IconName(row.icon);
+    for (const std::string& cell : row.cells) text += "\t" + cell;
+    text += "\r\n";
+  }
+  return text;
+}
+
+void fMessage::Save() {
+  try {
+    const auto file = surroundings_.fileDialog.AskSaveFile(
+        {kFilter, surroundings_.applicationFolder + kProposedName, kSaveFlags});
+    const std::string text = LogText();
+    if (!file || text.empty()) return;
+    std::ofstream out(std::filesystem::path(std::u8string(file->begin(), file->end())), std::ios::binary);
+    out << text;
+  } catch (const std::exception&) {
+    // A failing save leaves no trace but keeps the rows.
+  }
+}
+
+void fMessage::ClearSelected() {
+  std::vector<ui::ListView::Row> kept;
+  std::size_t next = 0;
+  for (std::size_t i = 0; i < ListView1.Rows().size(); ++i) {
+    const bool selected = next < ListView1.Selection().size() && ListView1.Selection()[next] == i;
+    if (selected) {
+      ++next;
+    } else {
+      kept.push_back(ListView1.Rows()[i]);
+    }
+  }
+  const bool emptied = kept.empty() && !ListView1.Rows().empty();
+  ListView1.SetRows(std::move(kept));
+  if (emptied && ClearEvent) ClearEvent();
+}
+
+void fMessage::ClearAll() {
+  ListView1.SetRows({});
+  if (ClearEvent) ClearEvent();
+}
+
+void fMessage::KeepShowChoice() {
+  base::WriteRegistryString(surroundings_.registry, base::RegistryRoot::kCurrentUser,
+                            surroundings_.settingsKey, kShowChoice, Check1.Checked() ? "0" : "1");
+}
+
+}  // namespace logger

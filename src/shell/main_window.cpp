@@ -1,0 +1,370 @@
+#include "shell/main_window.h"
+
+#include <utility>
+
+#include "automation/error.h"
+#include "hosting/host_contract.h"
+#include "shell/unit_choice.h"
+
+namespace shell {
+namespace {
+
+constexpr std::string_view kLocation = "Main";
+constexpr const char* kRefuseToStart = "Refuse to start";
+constexpr int kLocationProperty = 2;  // of the node object
+constexpr auto kBlinkInterval = std::chrono::milliseconds(100);
+constexpr int kBlinkTime = 500;  // milliseconds
+// The host's call that closed the window must be able to return before the process ends.
+constexpr auto kQuitDelay = std::chrono::milliseconds(100);
+
+enum Picture { kNoMessage = 1, kErrorPicture = 2, kWarningPicture = 3 };
+enum UnitButton { kMetric = 0, kImperial = 1 };
+
+}  // namespace
+
+fMain::fMain(const Platform& platform, const Settings& settings, Strings& strings,
+             std::span<const PageEntry> pageTable, std::function<void()> onEnd)
+    : Window("fMain"),
+      ProgressObject(platform.toolkit, platform.loop, strings),
+      platform_(platform),
+      settings_(settings),
+      strings_(strings),
+      onEnd_(std::move(onEnd)),
+      logger_({platform.registry, platform.locale, platform.loop, platform.fileDialog, platform.toolkit,
+               settings.settingsKey, settings.applicationFolder,
+               [&strings](std::string_view text) { return strings.GetStrings(text); }}),
+      context_{settings, device_, strings, platform.prompts, platform.loop, *this, flags_, pages_},
+      pages_(pageTable),
+      tmrBlink(platform.loop, kBlinkInterval),
+      TimerQuit(platform.loop, kQuitDelay) {
+  iconFile = settings.iconFile;
+  logger_.SetFormTitle(settings.title);
+  logger_.SetFormIcon(settings.iconFile);
+  ConnectHandlers();
+  InitStrings();
+  BuildLayout();
+  RestoreUnitChoice();
+}
+
+fMain::~fMain() {
+  if (platform_.toolkit) platform_.toolkit->Discard(*this);
+}
+
+void fMain::BuildLayout() {
+  const auto commands =
+      ui::Line({ui::Item(cmdErrorLog), ui::Item(lblCompany), ui::GrowX(ui::Empty()), ui::Item(cmdHelp),
+                ui::Item(cmdRefresh), ui::Item(cmdOK), ui::Item(cmdCancel), ui::Item(cmdApply)});
+  SetLayout(ui::Stack({
+      ui::Grow(ui::Line({
+          ui::GrowY(ui::Stack({
+              ui::GrowX(ui::GrowY(ui::Item(lvwConfig))),
+              ui::Box(fraMesure, ui::Stack({ui::Item(optUnit[kMetric]), ui::Item(optUnit[kImperial])})),
+          })),
+          ui::Grow(ui::Stack({
+              ui::GrowX(
+                  ui::Line({ui::GrowX(ui::Item(lblTitle)), ui::Item(lblLocation), ui::Item(txtLocation)})),
+              ui::Grow(ui::Item(Picture1)),
+          })),
+      })),
+      ui::GrowX(commands),
+  }));
+}
+
+void fMain::ConnectHandlers() {
+  txtLocation.SetColumns(32);
+  txtLocation.onChange = [this] { locationChanged_ = true; };
+  lvwConfig.onSelect = [this](std::size_t index) {
+    flags_.pageSelected = true;
+    ShowPage(index);
+  };
+  cmdOK.onClick = [this] { Command("OK", [this] { Ok(); }); };
+  cmdApply.onClick = [this] { Command("Apply", [this] { Apply(); }); };
+  cmdRefresh.onClick = [this] { Command("Refresh", [this] { Refresh(); }); };
+  cmdHelp.onClick = [this] { Command("Help", [this] { Help(); }); };
+  cmdErrorLog.onClick = [this] { logger_.ShowMe(); };
+  cmdCancel.onClick = [this] { Close(); };
+  for (std::size_t i = 0; i < optUnit.Size(); ++i) {
+    optUnit[i].onClick = [this] { Command("Unit", [this] { ChooseUnits(); }); };
+  }
+  defaultButton = &cmdOK;
+  cancelButton = &cmdCancel;
+  onQueryClose = [this] { return MayClose(); };
+  onClosed = [this] { EndPlugIn(); };
+  onActivate = [this] { Activated(); };
+  logger_.AddMessageEvent = [this](int level) { LoggerReported(level); };
+  logger_.ClearEvent = [this] { cmdErrorLog.SetPicture(kNoMessage); };
+  tmrBlink.onTick = [this] { Blink(); };
+  TimerQuit.onTick = [this] {
+    TimerQuit.Stop();
+    ReleaseHost();
+    onEnd_();
+  };
+}
+
+void fMain::InitStrings() {
+  strings_.ReloadStrings();
+  const std::pair<ui::Control*, std::string_view> captions[] = {
+      {&cmdOK, "&OK"},
+      {&cmdApply, "Apply"},
+      {&cmdHelp, "Help"},
+      {&cmdCancel, "Cancel"},
+      {&cmdRefresh, "Refresh"},
+      {&cmdErrorLog, "Error Log"},
+      {&fraMesure, "Measurement Units"},
+      {&optUnit[kImperial], "Imperial"},
+      {&optUnit[kMetric], "Metric"},
+      {&lblLocation, "Location"},
+  };
+  for (const auto& [control, caption] : captions) control->SetText(strings_.GetStrings(caption));
+  cmdApply.SetTip(strings_.GetStrings("Will apply the changes for all pages"));
+  cmdHelp.SetTip(strings_.GetStrings("Click here to see the Help File"));
+  cmdRefresh.SetTip(strings_.GetStrings("Reads all values from the device again"));
+  cmdErrorLog.SetTip(strings_.GetStrings("Shows the messages of this session"));
+  cmdErrorLog.SetPicture(kNoMessage);
+  lvwConfig.SetColumns({strings_.GetStrings("Menu")});
+  menu = {
+      {strings_.GetStrings("&File"),
+       {},
+       {{strings_.GetStrings("&Apply") + "\tCtrl+S", [this] { cmdApply.Click(); }, {}},
+        {strings_.GetStrings("&Close"), [this] { Close(); }, {}}}},
+      {strings_.GetStrings("&View"),
+       {},
+       {{strings_.GetStrings("&Refresh") + "\tF5", [this] { cmdRefresh.Click(); }, {}},
+        {strings_.GetStrings("&Message Logger"), [this] { cmdErrorLog.Click(); }, {}}}},
+      {strings_.GetStrings("&Help"),
+       {},
+       {{strings_.GetStrings("&Contents") + "\tF1", [this] { cmdHelp.Click(); }, {}}}},
+  };
+}
+
+void fMain::ReInitializeStrings() {
+  InitStrings();
+  logger_.InitStrings();
+  ProgressObject.InitStrings();
+  pages_.ReInitializeStrings();
+  std::vector<ui::ListView::Row> rows;
+  for (std::size_t i = 0; i < pages_.Count(); ++i) {
+    const PageEntry& entry = pages_.Table()[i];
+    rows.push_back({std::string(entry.pageClass), {strings_.GetStrings(entry.listCaption)}, 0});
+  }
+  lvwConfig.SetRows(std::move(rows));
+  if (pages_.Count() > 0) ShowPage(shownPage_);
+}
+
+void fMain::Command(std::string_view routine, const std::function<void()>& work) {
+  if (busy_ || ending_) return;
+  busy_ = true;
+  SetAcceptsInput(false);
+  try {
+    work();
+  } catch (const std::exception& error) {
+    AddMessage(DescribeError(error), routine, kLocation, logger::kError);
+  }
+  busy_ = false;
+  if (!ending_) SetAcceptsInput(true);
+}
+
+void fMain::ProcessDeviceCommand(const automation::Object& network) {
+  network_ = network;
+  Load();
+}
+
+void fMain::ProcessLonMarkObjectCommand(const automation::Object& network, std::string_view blockName) {
+  blockName_ = blockName;
+  ProcessDeviceCommand(network);
+}
+
+void fMain::Load() {
+  Command("Load", [this] {
+    try {
+      ProgressObject.ShowFLoading(strings_.GetStrings("Loading..."), strings_.GetStrings("Getting CP values"),
+                                  0);
+      LoadDeviceObjects(ObjectServer, device_);
+      CheckIfOccupency(device_);
+      LoadLocation();
+      pages_.LoadAllPages(context_, network_, ProgressObject,
+                          [this](ISubForm& page) { Picture1.Embed(page); });
+      lblCompany.SetText(settings_.manufacturerName);
+      SetTitle(settings_.title + " - " + device_.Device.Text(host::kName) +
+               (blockName_.empty() ? "" : " - " + blockName_));
+      ReInitializeStrings();
+    } catch (...) {
+      tag_ = kRefuseToStart;
+      ProgressObject.Hide();
+      throw;
+    }
+  });
+  ShowWindow();
+}
+
+void fMain::ShowWindow() {
+  if (platform_.toolkit && !GetWindowPeer()) platform_.toolkit->Realize(*this);
+  Show();
+}
+
+void fMain::RefreshLocationString() {
+  const automation::Object& property = device_.NodeProperties[kLocationProperty];
+  property.Put(host::kFormatName, "SCPTlocation");
+  txtLocation.SetText(property.Text(host::kValue));
+  locationChanged_ = false;
+}
+
+void fMain::LoadLocation() {
+  RefreshLocationString();
+  if (!txtLocation.Text().empty()) return;
+  const std::string location = device_.Device.Text(host::kLocation);
+  txtLocation.SetText(location);
+  try {
+    device_.NodeProperties[kLocationProperty].Put(host::kValue, location);
+  } catch (const automation::Error& error) {
+    // A text that the device does not take (too long, say) must not keep the installer out.
+    AddMessage(DescribeError(error), "Load", kLocation, logger::kExclamation);
+  }
+}
+
+void fMain::RestoreUnitChoice() {
+  device_.IsImperial =
+      ReadUnitChoice(platform_.registry, platform_.locale, settings_.numbers, device_.IsImperial);
+  optUnit[device_.IsImperial ? kImperial : kMetric].Select();
+}
+
+void fMain::ShowPage(std::size_t index) {
+  shownPage_ = index;
+  const PageEntry& entry = pages_.Table()[index];
+  lvwConfig.SetSelection({index});
+  Picture1.Show(pages_.Page(index));
+  lblTitle.SetText(strings_.FormatStrings("%s% Configuration", {std::string(entry.title)}));
+}
+
+void fMain::WriteLocation() {
+  if (!locationChanged_) return;
+  device_.NodeProperties[kLocationProperty].Put(host::kValue, txtLocation.Text());
+  locationChanged_ = false;
+}
+
+SaveResult fMain::Save(std::string_view routine, std::string_view success) {
+  const SaveResult result = pages_.SaveAllPages(context_, network_, ProgressObject);
+  const struct {
+    std::string_view text;
+    int level;
+  } notices[] = {
+      {success, logger::kInformation},
+      {"The configuration settings were not applied", logger::kError},
+      {"It is not known whether the configuration settings were applied. Refresh to see what the device "
+       "holds; that "
+       "drops the values typed here.",
+       logger::kError},
+  };
+  const auto& notice = notices[static_cast<std::size_t>(result)];
+  AddMessage(strings_.GetStrings(notice.text), routine, kLocation, notice.level);
+  return result;
+}
+
+bool fMain::CommitEdit() {
+  if (pages_.Count() > 0 && !pages_.Page(shownPage_).CommitFocus()) return false;
+  return CommitFocus();
+}
+
+void fMain::Ok() {
+  if (!CommitEdit()) return;
+  WriteLocation();
+  if (pages_.AnyPageChanged() &&
+      Save("OK", "The configuration setting were applied successfully") != SaveResult::kCommitted) {
+    return;
+  }
+  Hide();
+  EndPlugIn();
+}
+
+void fMain::Apply() {
+  if (!CommitEdit()) return;
+  WriteLocation();
+  if (!pages_.AnyPageChanged()) return;
+  if (Save("Apply", "The configuration settings were applied successfully") != SaveResult::kCommitted) return;
+  pages_.RefreshAllPages(context_, network_, ProgressObject);
+}
+
+void fMain::Refresh() { pages_.RefreshAllPages(context_, network_, ProgressObject); }
+
+void fMain::Help() {
+  const int topic = pages_.Count() > 0 ? pages_.Page(shownPage_).HelpIndex() : 0;
+  if (ShowHelp(platform_.help, settings_.helpFile, topic)) return;
+  AddMessage(strings_.FormatStrings("The help file could not be opened: %s%", {settings_.helpFile}), "Help",
+             kLocation, logger::kExclamation);
+}
+
+bool fMain::MayClose() {
+  if (busy_) return false;
+  if (ending_ || tag_ == kRefuseToStart || !(pages_.AnyPageChanged() || locationChanged_)) return true;
+  bool mayClose = false;
+  Command("Cancel", [&] {
+    mayClose = platform_.prompts.Ask(
+                   {strings_.GetStrings("All unsaved changes will be lost.") + "\r\n" +
+                        strings_.GetStrings("Are you sure you want to close the configuration tool?"),
+                    settings_.title, ui::Buttons::kYesNoCancel, ui::Icon::kQuestion}) == ui::Answer::kYes;
+  });
+  return mayClose;
+}
+
+void fMain::ChooseUnits() {
+  const bool imperial = optUnit[kImperial].Selected();
+  if (imperial == device_.IsImperial) return;
+  const ui::Answer answer = platform_.prompts.Ask(
+      {strings_.GetStrings("If you change the Measurement Units now all unsaved data will be lost.") +
+           "\r\n" + strings_.GetStrings("Are you sure you want to change now?"),
+       settings_.title, ui::Buttons::kOkCancel, ui::Icon::kExclamation});
+  if (answer != ui::Answer::kOk) {
+    optUnit[device_.IsImperial ? kImperial : kMetric].Select();
+    return;
+  }
+  device_.IsImperial = imperial;
+  StoreUnitChoice(platform_.registry, imperial);
+  Refresh();
+}
+
+void fMain::Activated() {
+  if (std::exchange(activated_, true)) return;
+  if (tag_ == kRefuseToStart) Close();
+}
+
+void fMain::EndPlugIn() {
+  if (std::exchange(ending_, true)) return;
+  if (tag_ == kRefuseToStart) {
+    // The reason stands in the logger only: it stays until the user has read it.
+    logger_.onClosed = [this] { TimerQuit.Start(); };
+    logger_.ShowMe();
+    return;
+  }
+  logger_.Hide();
+  TimerQuit.Start();
+}
+
+void fMain::ReleaseHost() {
+  Picture1.Clear();
+  pages_.Clear();
+  device_ = {};
+  ObjectServer = {};
+  network_ = {};
+}
+
+void fMain::AddMessage(std::string_view message, std::string_view routine, std::string_view location,
+                       int level) {
+  logger_.AddMessage(message, routine, location, level);
+}
+
+void fMain::LoggerReported(int level) {
+  if (level == logger::kError) cmdErrorLog.SetPicture(kErrorPicture);
+  if (level != logger::kExclamation) return;
+  cmdErrorLog.SetPicture(kWarningPicture);
+  if (blinkMode_) tmrBlink.Start();
+}
+
+void fMain::Blink() {
+  blinkCounter_ += static_cast<int>(tmrBlink.Interval().count());
+  if (blinkCounter_ < kBlinkTime) return;
+  tmrBlink.Stop();
+  blinkCounter_ = 0;
+  cmdErrorLog.SetPicture(kErrorPicture);
+}
+
+}  // namespace shell

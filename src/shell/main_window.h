@@ -1,0 +1,119 @@
+// The tool's only top-level window while a device is being configured: the list of pages beside the page in
+// view, the location, the unit choice and the buttons. It owns the device object tree, the pages, the
+// progress window and the message logger; the automation class creates it and hands it the host's objects.
+// Every command runs to its end before the next one is taken.
+#pragma once
+
+#include <functional>
+#include <span>
+#include <string>
+#include <string_view>
+
+#include "logger/message_logger.h"
+#include "shell/page_set.h"
+#include "shell/platform.h"
+#include "ui/form.h"
+
+namespace shell {
+
+class fMain : public ui::Window, public MessageSink {
+ public:
+  /// `onEnd` runs once, when the plug-in is to end; it may not destroy the window before it returns.
+  fMain(const Platform& platform, const Settings& settings, Strings& strings,
+        std::span<const PageEntry> pageTable, std::function<void()> onEnd);
+  ~fMain() override;
+
+  automation::Object ObjectServer;  // the host's object-model root
+  fLoading ProgressObject;
+
+  /// Load the device that the object server has opened and show the window. `network` carries the
+  /// transactions. A failure is logged and the window closes itself on its first activation; nothing is
+  /// thrown.
+  void ProcessDeviceCommand(const automation::Object& network);
+  void ProcessLonMarkObjectCommand(const automation::Object& network, std::string_view blockName);
+
+  /// Releases everything of the host and asks for the end of the process. Harmless when called again.
+  void EndPlugIn();
+  bool Ending() const { return ending_; }
+  /// True while a load, save, refresh or question is under way; nothing else is taken meanwhile.
+  bool Busy() const { return busy_; }
+  /// "Refuse to start" when loading failed.
+  const std::string& Tag() const { return tag_; }
+
+  void AddMessage(std::string_view message, std::string_view routine, std::string_view location,
+                  int level) override;
+  void ShowWindow();
+  void InitStrings();
+  void ReInitializeStrings();
+  /// Reads the location from the device again.
+  void RefreshLocationString();
+
+  logger::fMessage& Logger() { return logger_; }
+  PageSet& Pages() { return pages_; }
+  PageFlags& Flags() { return flags_; }
+  DeviceObjects& Device() { return device_; }
+
+ private:
+  void BuildLayout();
+  void ConnectHandlers();
+  /// Runs one command unless another is under way, and reports its failure.
+  void Command(std::string_view routine, const std::function<void()>& work);
+
+  void Load();
+  void LoadLocation();
+  void RestoreUnitChoice();
+  void ShowPage(std::size_t index);
+  /// Runs the leave check of the box that the user is in; the Enter key does not leave it.
+  bool CommitEdit();
+  void Ok();
+  void Apply();
+  SaveResult Save(std::string_view routine, std::string_view success);
+  void WriteLocation();
+  void Refresh();
+  void Help();
+  bool MayClose();
+  void ChooseUnits();
+  void Activated();
+  void LoggerReported(int level);
+  void Blink();
+  void ReleaseHost();
+
+  const Platform& platform_;
+  const Settings& settings_;
+  Strings& strings_;
+  std::function<void()> onEnd_;
+  logger::fMessage logger_;
+  automation::Object network_;
+  std::string blockName_;
+  DeviceObjects device_;
+  PageFlags flags_;
+  PageContext context_;
+  PageSet pages_;
+  std::size_t shownPage_ = 0;
+  std::string tag_;
+  bool activated_ = false;
+  bool busy_ = false;
+  bool ending_ = false;
+  bool locationChanged_ = false;
+  bool blinkMode_ = true;
+  int blinkCounter_ = 0;  // milliseconds
+
+  ui::ListView lvwConfig{*this, "lvwConfig"};
+  ui::Label lblTitle{*this, "lblTitle"};
+  ui::PageArea Picture1{*this, "Picture1"};
+  ui::Label lblLocation{*this, "lblLocation"};
+  ui::TextBox txtLocation{*this, "txtLocation"};
+  ui::Frame fraMesure{*this, "fraMesure"};
+  ui::OptionGroup<2> optUnit{*this, "optUnit"};  // 0 metric, 1 imperial
+  ui::Label lblCompany{*this, "lblCompany"};
+  ui::Button cmdErrorLog{*this, "cmdErrorLog"};
+  ui::Button cmdHelp{*this, "cmdHelp"};
+  ui::Button cmdRefresh{*this, "cmdRefresh"};
+  ui::Button cmdOK{*this, "cmdOK"};
+  ui::Button cmdCancel{*this, "cmdCancel"};
+  ui::Button cmdApply{*this, "cmdApply"};
+  ui::Timer tmrBlink;
+  ui::Timer TimerQuit;
+};
+
+}  // namespace shell

@@ -1,0 +1,27 @@
+#include "shell/page.h"
+
+#include <cstdio>
+
+#include "automation/error.h"
+#include "logger/message_logger.h"
+
+namespace shell {
+
+std::string DescribeError(const std::exception& error) {
+  const auto* failure = dynamic_cast<const automation::Error*>(&error);
+  if (!failure) return error.what();
+  char number[16];
+  std::snprintf(number, sizeof number, "0x%08X", static_cast<unsigned>(failure->Code()));
+  std::string text = failure->Description() + " (error " + number;
+  if (!failure->Source().empty()) text += ", " + failure->Source();
+  return text + ")";
+}
+
+void ReportError(const PageContext& context, std::string_view routine, std::string_view location,
+                 const std::exception& error) {
+  context.flags.errorOccurred = true;
+  context.flags.writeError = true;
+  context.messages.AddMessage(DescribeError(error), routine, location, logger::kError);
+}
+
+}  // namespace shell

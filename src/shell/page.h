@@ -1,0 +1,96 @@
+// The contract between the main window and its pages. The main window drives every page through ISubForm
+// alone; a page reaches everything outside itself through the PageContext that it is created with.
+#pragma once
+
+#include <exception>
+#include <memory>
+#include <span>
+#include <string>
+#include <string_view>
+
+#include "shell/device_objects.h"
+#include "shell/settings.h"
+#include "shell/strings.h"
+#include "ui/event_loop.h"
+#include "ui/form.h"
+#include "ui/prompts.h"
+
+namespace shell {
+
+/// One page of the main window. Name() (of the form) is its window-class name, for example "fAlarm". No
+/// operation lets an error out: a page reports its own and answers no.
+class ISubForm : public ui::Form {
+ public:
+  using Form::Form;
+
+  /// Reloads the texts if they are out of date and sets every caption again.
+  virtual void ReInitializeStrings() = 0;
+  /// Reads all values from the device into the page's fields and clears the changed flag.
+  virtual void FillValue() = 0;
+  /// Checks the fields and writes the changed values; yes when every write succeeded.
+  virtual bool WriteValue() = 0;
+  /// Reads the values again, for the page's own purposes.
+  virtual void RefreshPage() = 0;
+  /// True from an edit until the next fill or committed save.
+  virtual bool IsChanged() = 0;
+  /// Called on every page after a save has been committed; clears the changed flag.
+  virtual void EndWriteValue() = 0;
+  /// The page's topic number in the help file.
+  virtual int HelpIndex() = 0;
+};
+
+/// Flags that all pages share.
+struct PageFlags {
+  bool writeError = false;     // a rule or a write failed in the save under way
+  bool errorOccurred = false;  // a run-time error was reported since this was last cleared
+  bool pageSelected = false;   // the user has selected a page in the list
+  int lastFilledPage = 0;      // table index + 1 of the page that was filled last
+};
+
+/// Takes the messages of all pages; the main window forwards them to the message logger.
+class MessageSink {
+ public:
+  virtual ~MessageSink() = default;
+  virtual void AddMessage(std::string_view message, std::string_view routine, std::string_view location,
+                          int level) = 0;
+};
+
+/// Gives a page another page by its class name, for rules between pages; nothing when that page is not
+/// loaded.
+class PageFinder {
+ public:
+  virtual ~PageFinder() = default;
+  virtual ISubForm* FindPage(std::string_view pageClass) = 0;
+};
+
+/// All that a page knows of its surroundings; everything outlives the page.
+struct PageContext {
+  const Settings& settings;
+  DeviceObjects& device;
+  Strings& strings;
+  ui::Prompts& prompts;
+  ui::EventLoop& loop;
+  MessageSink& messages;
+  PageFlags& flags;
+  PageFinder& pages;
+};
+
+/// One line of the page table.
+struct PageEntry {
+  std::string_view
+      listCaption;  // translated, as the title is; the two may be different keys of the string table
+  std::string_view title;
+  std::string_view pageClass;
+  int helpTopic;
+  bool showsDeviceValues;  // false: never asked to fill
+  std::unique_ptr<ISubForm> (*create)(const PageContext& context, int helpTopic);
+};
+
+/// The description of an error with its number, and its source where it has one.
+std::string DescribeError(const std::exception& error);
+
+/// Reports a run-time error of a page and sets the shared error flags; the page then gives up.
+void ReportError(const PageContext& context, std::string_view routine, std::string_view location,
+                 const std::exception& error);
+
+}  // namespace shell

@@ -1,0 +1,136 @@
+#include "shell/page_set.h"
+
+#include <algorithm>
+
+#include "base/error.h"
+#include "hosting/host_contract.h"
+#include "logger/message_logger.h"
+
+namespace shell {
+namespace {
+
+using automation::Object;
+
+// One transaction of the host, ended exactly once: by Commit or Cancel, or by cancelling when it goes out of
+// scope.
+class HostTransaction {
+ public:
+  explicit HostTransaction(const Object& network) : network_(network) {
+    network_.Call(host::kBeginTransaction);
+  }
+  HostTransaction(const HostTransaction&) = delete;
+  HostTransaction& operator=(const HostTransaction&) = delete;
+  ~HostTransaction() {
+    try {
+      if (open_) Cancel();
+    } catch (const std::exception&) {
+      // The fault that led here is the one to be told.
+    }
+  }
+
+  void Commit() { End(host::kCommitTransaction); }
+  void Cancel() { End(host::kCancelTransaction); }
+
+ private:
+  void End(std::string_view member) {
+    open_ = false;
+    network_.Call(member);
+  }
+
+  const Object& network_;
+  bool open_ = true;
+};
+
+// Shows the progress window for the life of the object.
+class ProgressShown {
+ public:
+  ProgressShown(fLoading& progress, const std::string& title, const std::string& label, std::size_t count)
+      : progress_(progress) {
+    progress_.ShowFLoading(title, label, static_cast<int>(count));
+  }
+  ProgressShown(const ProgressShown&) = delete;
+  ProgressShown& operator=(const ProgressShown&) = delete;
+  ~ProgressShown() { progress_.Hide(); }
+
+ private:
+  fLoading& progress_;
+};
+
+}  // namespace
+
+ISubForm* PageSet::FindPage(std::string_view pageClass) {
+  const auto found = std::ranges::find(pages_, pageClass, [](const auto& page) { return page->Name(); });
+  return found == pages_.end() ? nullptr : found->get();
+}
+
+void PageSet::LoadAllPages(const PageContext& context, const Object& network, fLoading& progress,
+                           const std::function<void(ISubForm&)>& embed) {
+  const auto text = [&context](std::string_view english) { return context.strings.GetStrings(english); };
+  const ProgressShown shown(progress, text("Loading..."), text("Now loading"), table_.size());
+  HostTransaction transaction(network);
+  context.flags.errorOccurred = false;
+  for (const PageEntry& entry : table_) {
+    progress.AdvanceProgressBar(text(entry.listCaption));
+    ISubForm& page = *pages_.emplace_back(entry.create(context, entry.helpTopic));
+    embed(page);
+    if (entry.showsDeviceValues) page.FillValue();
+    if (context.flags.errorOccurred) {
+      throw base::Error("The page \"" + std::string(entry.title) + "\" could not be read from the device.");
+    }
+  }
+  transaction.Commit();
+}
+
+SaveResult PageSet::SaveAllPages(const PageContext& context, const Object& network, fLoading& progress) {
+  const ui::WaitPointer pointer(context.loop);
+  const auto text = [&context](std::string_view english) { return context.strings.GetStrings(english); };
+  const ProgressShown shown(progress, text("Saving configuration tool data . . ."), text("Now saving"),
+                            pages_.size());
+  SaveResult result = SaveResult::kCancelled;
+  try {
+    HostTransaction transaction(network);
+    bool allWritten = true;
+    for (std::size_t i = 0; i < pages_.size(); ++i) {
+      progress.AdvanceProgressBar(text(table_[i].listCaption));
+      allWritten = pages_[i]->WriteValue() && allWritten;
+    }
+    if (allWritten) {
+      result = SaveResult::kUnknown;  // until the host has answered
+      transaction.Commit();
+      result = SaveResult::kCommitted;
+    } else {
+      transaction.Cancel();
+    }
+  } catch (const std::exception& error) {
+    context.messages.AddMessage(DescribeError(error), "SaveAllPages", "Main", logger::kError);
+  }
+  if (result == SaveResult::kCommitted) {
+    for (const auto& page : pages_) page->EndWriteValue();
+  }
+  return result;
+}
+
+void PageSet::RefreshAllPages(const PageContext& context, const Object& network, fLoading& progress) {
+  const ui::WaitPointer pointer(context.loop);
+  const auto text = [&context](std::string_view english) { return context.strings.GetStrings(english); };
+  const ProgressShown shown(progress, text("Refreshing configuration tool . . ."), text("Now refreshing"),
+                            pages_.size());
+  HostTransaction transaction(network);
+  for (std::size_t i = 0; i < pages_.size(); ++i) {
+    progress.AdvanceProgressBar(text(table_[i].listCaption));
+    if (table_[i].showsDeviceValues) pages_[i]->FillValue();
+  }
+  transaction.Commit();
+}
+
+bool PageSet::AnyPageChanged() const {
+  bool changed = false;
+  for (const auto& page : pages_) changed = page->IsChanged() || changed;  // every page is asked
+  return changed;
+}
+
+void PageSet::ReInitializeStrings() {
+  for (const auto& page : pages_) page->ReInitializeStrings();
+}
+
+}  // namespace shell

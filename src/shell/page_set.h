@@ -1,0 +1,50 @@
+// The loaded pages in table order and the operations on all of them: loading, saving in one host transaction
+// (everything or nothing), refreshing, and asking for changes. Owned by the main window.
+#pragma once
+
+#include <functional>
+#include <memory>
+#include <span>
+#include <vector>
+
+#include "shell/page.h"
+#include "shell/progress_window.h"
+
+namespace shell {
+
+/// The three ends of a save. Unknown: the commit was sent but its answer was lost, so the device may hold
+/// either.
+enum class SaveResult { kCommitted, kCancelled, kUnknown };
+
+class PageSet : public PageFinder {
+ public:
+  explicit PageSet(std::span<const PageEntry> table) : table_(table) {}
+
+  std::span<const PageEntry> Table() const { return table_; }
+  std::size_t Count() const { return pages_.size(); }
+  ISubForm& Page(std::size_t index) const { return *pages_.at(index); }
+  ISubForm* FindPage(std::string_view pageClass) override;
+
+  /// Creates every page of the table in order, lets `embed` put it into the main window, and fills it. Throws
+  /// when the host refuses a transaction or a page could not read its values; the transaction is ended in any
+  /// case.
+  void LoadAllPages(const PageContext& context, const automation::Object& network, fLoading& progress,
+                    const std::function<void(ISubForm&)>& embed);
+
+  /// Asks every page to write, also after one said no, then commits when all said yes and cancels otherwise.
+  /// A host that refuses to begin, cancel or commit is logged.
+  SaveResult SaveAllPages(const PageContext& context, const automation::Object& network, fLoading& progress);
+
+  /// Lets every value page read its values again, which drops unsaved edits.
+  void RefreshAllPages(const PageContext& context, const automation::Object& network, fLoading& progress);
+
+  bool AnyPageChanged() const;
+  void ReInitializeStrings();
+  void Clear() { pages_.clear(); }
+
+ private:
+  std::span<const PageEntry> table_;
+  std::vector<std::unique_ptr<ISubForm>> pages_;
+};
+
+}  // namespace shell

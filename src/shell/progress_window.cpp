@@ -1,0 +1,40 @@
+#include "shell/progress_window.h"
+
+namespace shell {
+
+fLoading::fLoading(ui::Toolkit* toolkit, ui::EventLoop& loop, const Strings& strings)
+    : Window("fLoading"), toolkit_(toolkit), loop_(loop), strings_(strings) {
+  resizable = false;
+  onQueryClose = [this] {
+    canceled_ = true;
+    return false;
+  };
+  SetLayout(ui::Stack({ui::GrowX(ui::Item(lblMessage)), ui::GrowX(ui::Item(ProgressBar1))}));
+  InitStrings();
+}
+
+fLoading::~fLoading() {
+  if (toolkit_) toolkit_->Discard(*this);
+}
+
+void fLoading::InitStrings() { SetTitle(strings_.GetStrings("Loading...")); }
+
+void fLoading::ShowFLoading(std::string_view title, std::string_view label, int count) {
+  label_ = label;
+  canceled_ = false;
+  ProgressBar1.SetRange(count);
+  SetTitle(title);
+  lblMessage.SetText(label);
+  if (toolkit_ && !GetWindowPeer()) toolkit_->Realize(*this);
+  Show();
+  loop_.Turn();
+}
+
+void fLoading::AdvanceProgressBar(std::string_view text) {
+  lblMessage.SetText(label_ + " " + std::string(text));
+  const int next = ProgressBar1.Value() + 1;
+  if (ProgressBar1.Maximum() >= next) ProgressBar1.SetValue(next);
+  loop_.Turn();
+}
+
+}  // namespace shell

@@ -1,0 +1,85 @@
+#include "shell/strings.h"
+
+#include <charconv>
+#include <chrono>
+#include <ctime>
+#include <utility>
+
+#include "automation/error.h"
+#include "base/error.h"
+#include "base/text.h"
+#include "hosting/host_contract.h"
+
+namespace shell {
+namespace {
+
+constexpr std::string_view kSectionName = "RoofTopConfiguration";
+
+// The present local time as the platform's date.
+double DateNow() {
+  const std::time_t now = std::time(nullptr);
+  const std::tm local = *std::localtime(&now);
+  const auto day = std::chrono::year(local.tm_year + 1900) / (local.tm_mon + 1) / local.tm_mday;
+  const auto epoch = std::chrono::year(1899) / 12 / 30;
+  const auto days = std::chrono::sys_days(day) - std::chrono::sys_days(epoch);
+  return static_cast<double>(days.count()) +
+         (local.tm_hour * 3600 + local.tm_min * 60 + local.tm_sec) / 86400.0;
+}
+
+}  // namespace
+
+Strings::Strings(std::function<automation::Object()> component) : createComponent_(std::move(component)) {}
+
+void Strings::ReloadStrings() {
+  try {
+    if (!std::exchange(asked_, true)) component_ = createComponent_();
+    if (!component_) return;
+    if (loadTime_ != 0 && component_.Get(host::kLastChange).AsReal() <= loadTime_) return;
+    const automation::Object section = component_.Call(host::kSection, kSectionName).AsObject();
+    const bool filled = section && section.Whole(host::kCount) > 0;
+    section_ = filled ? section : automation::Object();
+    table_.clear();
+    loadTime_ = DateNow();
+  } catch (const automation::Error&) {
+    // Without the component the tool speaks as before, in English at worst.
+  }
+}
+
+std::string Strings::GetStrings(std::string_view text) const {
+  if (!section_) return std::string(text);
+  const std::string key = base::Upper(base::Trim(text));
+  if (const auto found = table_.find(key); found != table_.end()) {
+    return found->second.empty() ? std::string(text) : found->second;
+  }
+  std::string translation;
+  try {
+    translation = section_.Get(host::kItem, key).AsText();
+  } catch (const automation::Error&) {
+    // A missing key: remembered as empty, so that it is asked for only once.
+  }
+  table_.emplace(key, translation);
+  return translation.empty() ? std::string(text) : translation;
+}
+
+std::string Strings::FormatStrings(std::string_view text, const std::vector<std::string>& arguments) const {
+  const std::string translated = GetStrings(text);
+  if (arguments.empty()) return translated;
+  const std::vector<std::string> pieces = base::Split(translated, "%s");
+  std::string result = pieces.front();
+  for (std::size_t k = 1; k < pieces.size(); ++k) {
+    std::string_view piece = pieces[k];
+    std::size_t number = k;
+    const char* end = std::from_chars(piece.data(), piece.data() + piece.size(), number).ptr;
+    piece.remove_prefix(static_cast<std::size_t>(end - piece.data()));
+    if (piece.starts_with('%')) piece.remove_prefix(1);
+    if (number < 1 || number > arguments.size()) {
+      throw base::Error("\"" + translated + "\" asks for argument " + std::to_string(number) + " of " +
+                        std::to_string(arguments.size()) + ".");
+    }
+    result += GetStrings(arguments[number - 1]);
+    result += piece;
+  }
+  return result;
+}
+
+}  // namespace shell

@@ -1,0 +1,46 @@
+// The texts of the tool in the language that the user chose for the host's plug-ins. Every shown text is
+// written in English in the code and passed through one look-up; a text without a translation simply shows in
+// English.
+#pragma once
+
+#include <functional>
+#include <map>
+#include <string>
+#include <string_view>
+#include <vector>
+
+#include "automation/object.h"
+
+namespace shell {
+
+class Strings {
+ public:
+  /// `component` gives the host's language component, or nothing when none is installed (English only). Asked
+  /// once.
+  explicit Strings(std::function<automation::Object()> component);
+
+  /// Loads the table unless it is younger than the language's last change. Called by every window before it
+  /// sets its texts. A component that fails leaves the table as it was.
+  void ReloadStrings();
+
+  /// The translation of `text`, found without regard to case and surrounding blanks; without one `text`
+  /// itself, exactly as given. Never fails.
+  std::string GetStrings(std::string_view text) const;
+
+  /// The translation of `text` with its placeholders replaced by the translations of `arguments`. A
+  /// placeholder is "%s", an optional argument number counted from 1 (without it the placeholder's own
+  /// place), and an optional closing "%". Throws base::Error when a placeholder asks for an argument that is
+  /// not given; without arguments the text is returned with its placeholders left in place.
+  std::string FormatStrings(std::string_view text, const std::vector<std::string>& arguments) const;
+
+ private:
+  std::function<automation::Object()> createComponent_;
+  automation::Object component_;
+  bool asked_ = false;
+  double loadTime_ =
+      0;  // the platform's date: days since 30 December 1899, local time; 0 before the first load
+  automation::Object section_;                                     // nothing when the table is empty
+  mutable std::map<std::string, std::string, std::less<>> table_;  // the entries asked for so far
+};
+
+}  // namespace shell

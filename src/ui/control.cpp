@@ -1,0 +1,224 @@
+#include "ui/control.h"
+
+#include <algorithm>
+
+#include "ui/form.h"
+
+namespace ui {
+
+Control::Control(Form& form, Kind kind, std::string name) : form_(form), kind_(kind), name_(std::move(name)) {
+  form_.Register(*this);
+}
+
+void Control::Changed(Aspect aspect) {
+  if (Peer* peer = form_.GetPeer()) peer->Changed(*this, aspect);
+}
+
+void Control::SetText(std::string_view text) {
+  if (text_ == text) return;
+  text_ = text;
+  Changed(Aspect::kText);
+}
+
+void Control::SetEnabled(bool enabled) {
+  if (enabled_ == enabled) return;
+  enabled_ = enabled;
+  Changed(Aspect::kEnabled);
+}
+
+void Control::SetVisible(bool visible) {
+  if (visible_ == visible) return;
+  visible_ = visible;
+  Changed(Aspect::kVisible);
+}
+
+void Control::SetTip(std::string_view tip) {
+  if (tip_ == tip) return;
+  tip_ = tip;
+  Changed(Aspect::kTip);
+}
+
+void Control::Focus() {
+  form_.SetFocused(this);
+  if (Peer* peer = form_.GetPeer()) peer->TakeFocus(*this);
+}
+
+bool Control::EnabledInFrame() const { return enabled_ && (!frame_ || frame_->EnabledInFrame()); }
+
+bool Control::VisibleInFrame() const { return visible_ && (!frame_ || frame_->VisibleInFrame()); }
+
+bool Control::Usable() const { return EnabledInFrame() && VisibleInFrame() && form_.AcceptsInput(); }
+
+void TextBox::SetReadOnly(bool readOnly) {
+  readOnly_ = readOnly;
+  Changed(Aspect::kContent);
+}
+
+bool TextBox::Enter() {
+  if (!Usable()) return false;
+  GetForm().SetFocused(this);
+  if (onFocus) onFocus();
+  return true;
+}
+
+bool TextBox::Type(std::string_view text) {
+  if (!Usable() || readOnly_) return false;
+  if (Text() == text) return true;
+  SetText(text);
+  if (onChange) onChange();
+  return true;
+}
+
+bool TextBox::Leave() {
+  if (GetForm().Focused() == this) GetForm().SetFocused(nullptr);
+  if (!onLeave || onLeave()) return true;
+  Focus();
+  return false;
+}
+
+void CheckBox::SetChecked(bool checked) {
+  if (checked_ == checked) return;
+  checked_ = checked;
+  Changed(Aspect::kContent);
+}
+
+bool CheckBox::Click() {
+  if (!Usable()) return false;
+  SetChecked(!checked_);
+  if (onClick) onClick();
+  return true;
+}
+
+void Exclusive(const std::vector<OptionButton*>& buttons) {
+  for (OptionButton* button : buttons) button->siblings_ = buttons;
+}
+
+void OptionButton::Select() {
+  for (OptionButton* button : siblings_) {
+    const bool selected = button == this;
+    if (button->selected_ == selected) continue;
+    button->selected_ = selected;
+    button->Changed(Aspect::kContent);
+  }
+}
+
+bool OptionButton::Click() {
+  if (!Usable()) return false;
+  Select();
+  if (onClick) onClick();
+  return true;
+}
+
+void ListBox::SetItems(std::vector<std::string> items) {
+  items_ = std::move(items);
+  selected_ = -1;
+  Changed(Aspect::kContent);
+}
+
+std::string ListBox::SelectedText() const {
+  return selected_ < 0 ? std::string() : items_[static_cast<std::size_t>(selected_)];
+}
+
+void ListBox::Select(int place) {
+  selected_ = place >= 0 && static_cast<std::size_t>(place) < items_.size() ? place : -1;
+  Changed(Aspect::kContent);
+}
+
+int ListBox::PlaceOf(std::string_view text) const {
+  const auto found = std::ranges::find(items_, text);
+  return found == items_.end() ? -1 : static_cast<int>(found - items_.begin());
+}
+
+bool ListBox::SelectText(std::string_view text) {
+  Select(PlaceOf(text));
+  return selected_ >= 0;
+}
+
+bool ListBox::Choose(int place) {
+  if (!Usable() || place < 0 || static_cast<std::size_t>(place) >= items_.size()) return false;
+  Select(place);
+  if (onClick) onClick();
+  return true;
+}
+
+bool ListBox::Choose(std::string_view text) { return Choose(PlaceOf(text)); }
+
+void Button::SetPicture(int picture) {
+  if (picture_ == picture) return;
+  picture_ = picture;
+  Changed(Aspect::kContent);
+}
+
+bool Button::Click() {
+  if (!Usable()) return false;
+  if (onClick) onClick();
+  return true;
+}
+
+void ListView::SetColumns(std::vector<std::string> columns) {
+  columns_ = std::move(columns);
+  Changed(Aspect::kContent);
+}
+
+void ListView::SetRows(std::vector<Row> rows) {
+  rows_ = std::move(rows);
+  selection_.clear();
+  ++generation_;
+  Changed(Aspect::kContent);
+}
+
+void ListView::AddRow(Row row) {
+  rows_.push_back(std::move(row));
+  Changed(Aspect::kContent);
+}
+
+void ListView::SetSelection(std::vector<std::size_t> places) {
+  std::erase_if(places, [this](std::size_t place) { return place >= rows_.size(); });
+  std::ranges::sort(places);
+  if (selection_ == places) return;
+  selection_ = std::move(places);
+  Changed(Aspect::kContent);
+}
+
+void ListView::FitColumns() {
+  ++fits_;
+  Changed(Aspect::kContent);
+}
+
+bool ListView::Choose(std::size_t place) {
+  if (!Usable() || place >= rows_.size()) return false;
+  SetSelection({place});
+  if (onSelect) onSelect(place);
+  return true;
+}
+
+void ProgressBar::SetRange(int maximum) {
+  maximum_ = std::max(maximum, 0);
+  value_ = 0;
+  Changed(Aspect::kContent);
+}
+
+void ProgressBar::SetValue(int value) {
+  value_ = std::clamp(value, 0, maximum_);
+  Changed(Aspect::kContent);
+}
+
+void PageArea::Embed(Form& form) {
+  forms_.push_back(&form);
+  form.SetParent(&GetForm());
+  Changed(Aspect::kContent);
+}
+
+void PageArea::Show(Form& form) {
+  if (shown_ == &form) return;
+  shown_ = &form;
+  Changed(Aspect::kContent);
+}
+
+void PageArea::Clear() {
+  shown_ = nullptr;
+  forms_.clear();
+  Changed(Aspect::kContent);
+}
+
+}  // namespace ui

@@ -1,0 +1,149 @@
+// A form is a set of controls with a layout; a window is a form that stands on the screen by itself. Both are
+// plain data: a Toolkit (the Windows edge) turns a window into a native one when it is first shown. Without a
+// toolkit a window keeps its state all the same, so tests drive it as a person would.
+#pragma once
+
+#include <functional>
+#include <string>
+#include <string_view>
+#include <vector>
+
+#include "ui/control.h"
+#include "ui/layout.h"
+
+namespace ui {
+
+class Form {
+ public:
+  explicit Form(std::string name) : name_(std::move(name)) {}
+  Form(const Form&) = delete;
+  Form& operator=(const Form&) = delete;
+  virtual ~Form() = default;
+
+  /// The window-class name, for example "fPID".
+  const std::string& Name() const { return name_; }
+
+  const std::vector<Control*>& Controls() const { return controls_; }
+  /// The control of that name ("txtCO2Level(3)"), or nothing.
+  Control* Find(std::string_view name) const;
+  /// The control of that name, or all controls of the array of that name ("txtCO2Level"), in order.
+  std::vector<Control*> Group(std::string_view name) const;
+
+  const Node& GetLayout() const { return layout_; }
+  void SetLayout(Node layout);
+
+  /// Where the keyboard focus is within this form, or nothing.
+  Control* Focused() const { return focused_; }
+  void SetFocused(Control* control) { focused_ = control; }
+  /// Runs the leave check of the text box that has the focus; no when its content was refused.
+  bool CommitFocus();
+
+  /// False while the form, or the window that it is embedded in, is busy.
+  bool AcceptsInput() const { return acceptsInput_ && (!parent_ || parent_->AcceptsInput()); }
+
+  void SetParent(Form* parent) { parent_ = parent; }
+  Peer* GetPeer() const { return peer_; }
+  void SetPeer(Peer* peer) { peer_ = peer; }
+
+ protected:
+  bool acceptsInput_ = true;
+
+ private:
+  friend class Control;
+  void Register(Control& control) { controls_.push_back(&control); }
+
+  std::string name_;
+  std::vector<Control*> controls_;
+  Node layout_;
+  Control* focused_ = nullptr;
+  Form* parent_ = nullptr;
+  Peer* peer_ = nullptr;
+};
+
+enum class WindowState { kNormal, kMinimized, kMaximized };
+
+/// Outer rectangle of a window on the screen, in pixels.
+struct Bounds {
+  int left = 0;
+  int top = 0;
+  int width = 0;
+  int height = 0;
+};
+
+/// The native side of a window.
+class WindowPeer {
+ public:
+  virtual ~WindowPeer() = default;
+  virtual void SetTitle(const std::string& title) = 0;
+  virtual void SetVisible(bool visible) = 0;
+  virtual void SetAcceptsInput(bool accepts) = 0;
+  virtual void SetState(WindowState state) = 0;
+  virtual void Move(int left, int top) = 0;
+  virtual void Resize(int width, int height) = 0;
+  virtual Bounds GetBounds() const = 0;
+  /// Restores a minimised window and brings it to the foreground.
+  virtual void BringToFront() = 0;
+};
+
+class Window;
+
+/// Makes native windows. A port: implemented by the Windows edge.
+class Toolkit {
+ public:
+  virtual ~Toolkit() = default;
+  /// Creates the hidden native window of `window`, with its peer. Throws base::Error.
+  virtual void Realize(Window& window) = 0;
+  /// Destroys it again. Harmless when there is none.
+  virtual void Discard(Window& window) = 0;
+};
+
+class Window : public Form {
+ public:
+  using Form::Form;
+
+  /// Asked when a person closes the window; "no" keeps it. Nothing set means yes.
+  std::function<bool()> onQueryClose;
+  /// Runs after the window has been hidden by Close.
+  std::function<void()> onClosed;
+  /// Runs each time the window becomes the active one.
+  std::function<void()> onActivate;
+  std::vector<MenuItem> menu;
+  Button* defaultButton = nullptr;  // the Enter key
+  Button* cancelButton = nullptr;   // the Escape key
+  bool resizable = true;
+  std::string iconFile;  // empty: the program's own icon
+
+  const std::string& Title() const { return title_; }
+  void SetTitle(std::string_view title);
+
+  bool Visible() const { return visible_; }
+  void Show();
+  void Hide();
+  /// Asks onQueryClose, hides the window and runs onClosed. Answers whether it was closed.
+  bool Close();
+  void SetAcceptsInput(bool accepts);
+
+  WindowState State() const { return state_; }
+  /// Throws base::Error when the native window refuses.
+  void SetState(WindowState state);
+  /// Called by the native side when a person minimises, restores or maximises.
+  void StateChanged(WindowState state) { state_ = state; }
+
+  void Move(int left, int top);
+  /// Gives a resizable window another outer size, at least its minimum and at most the screen's.
+  void Resize(int width, int height);
+  Bounds GetBounds() const;
+  void BringToFront();
+
+  WindowPeer* GetWindowPeer() const { return windowPeer_; }
+  void SetWindowPeer(WindowPeer* peer) { windowPeer_ = peer; }
+
+ private:
+  std::string title_;
+  bool visible_ = false;
+  WindowState state_ = WindowState::kNormal;
+  Bounds bounds_;
+  WindowPeer* windowPeer_ = nullptr;
+};
+
+}  // namespace ui

@@ -1,0 +1,118 @@
+#include <gtest/gtest.h>
+
+#include <filesystem>
+#include <fstream>
+#include <sstream>
+
+#include "base/text.h"
+#include "logger/message_logger.h"
+#include "stand_ins.h"
+
+namespace {
+
+struct LoggerTest : testing::Test, tests::StandIns {
+  LoggerTest() {
+    logger.AddMessageEvent = [this](int level) { events.push_back(level); };
+  }
+
+  template <class T = ui::Control>
+  T& Find(const char* name) {
+    return *dynamic_cast<T*>(logger.Find(name));
+  }
+  const std::vector<ui::ListView::Row>& Rows() { return Find<ui::ListView>("ListView1").Rows(); }
+
+  logger::fMessage logger{{registry, locale, loop, fileDialog, nullptr, "Software\\Key", "C:\\Tool",
+                           [](std::string_view text) { return std::string(text); }}};
+  std::vector<int> events;
+};
+
+TEST_F(LoggerTest, MakesARowOfEveryLine) {
+  logger.AddMessage(" first\tpart \r\nsecond\n\nthird ", "WriteValue", "Alarm", 16);
+  ASSERT_EQ(Rows().size(), 3u);
+  EXPECT_EQ(Rows()[0].cells,
+            (std::vector<std::string>{"1", "21/11/2026 10:15:00", "first part ", "WriteValue", "Alarm"}));
+  EXPECT_EQ(Rows()[2].cells[2], "third");
+  EXPECT_EQ(Rows()[2].key, "3Key");
+  EXPECT_EQ(events, std::vector<int>{16});
+}
+
+TEST_F(LoggerTest, IgnoresEmptyMessages) {
+  for (const char* text : {"", "  \t ", "\r\n"}) logger.AddMessage(text, "r", "l", 64);
+  EXPECT_TRUE(Rows().empty());
+  EXPECT_TRUE(events.empty());
+  EXPECT_FALSE(logger.Visible());
+}
+
+TEST_F(LoggerTest, ShowsItselfUnlessTheUserDoesNotWantIt) {
+  logger.AddMessage("a", "r", "l", 64);
+  EXPECT_TRUE(logger.Visible());
+  logger.Hide();
+  Find<ui::CheckBox>("Check1").Click();
+  EXPECT_EQ(registry.values["Software\\Key|IsShowLogAutomatically"], "0");
+  logger.AddMessage("b", "r", "l", 64);
+  EXPECT_FALSE(logger.Visible());
+  const logger::fMessage next{{registry, locale, loop, fileDialog, nullptr, "Software\\Key", "C:\\Tool",
+                               [](std::string_view text) { return std::string(text); }}};
+  EXPECT_TRUE(dynamic_cast<ui::CheckBox*>(next.Find("Check1"))->Checked()) << "the choice is kept";
+}
+
+TEST_F(LoggerTest, SavesSixFieldsARow) {
+  logger.AddMessage("one\nt\two", "r\t1", "l", 64);
+  logger.AddMessage("warn", "r", "l", 48);
+  logger.AddMessage("odd level", "r", "l", 99);
+  const auto file = std::filesystem::temp_directory_path() / "tarn_logger_test.log";
+  std::ofstream(file) << "what stood there before";
+  fileDialog.answer = file.string();
+  Find<ui::Button>("BtnCmd(1)").Click();
+  EXPECT_EQ(fileDialog.request.proposedName, "C:\\Tool\\PlugIn.log");
+  EXPECT_EQ(fileDialog.request.flags, 4100u);
+  std::stringstream content;
+  content << std::ifstream(file, std::ios::binary).rdbuf();
+  std::filesystem::remove(file);
+  std::vector<std::string> icons;
+  for (const std::string& line : base::Split(content.str(), "\r\n")) {
+    if (line.empty()) continue;
+    EXPECT_EQ(base::Split(line, "\t").size(), 6u) << line;
+    icons.push_back(base::Split(line, "\t")[0]);
+  }
+  EXPECT_EQ(icons, (std::vector<std::string>{"Information", "Information", "Exclamation", "Error"}));
+}
+
+TEST_F(LoggerTest, KeepsTheRowsWhenSavingFailsOrIsCancelled) {
+  logger.AddMessage("a", "r", "l", 64);
+  for (const std::optional<std::string>& answer :
+       {std::optional<std::string>(), std::optional<std::string>("/no/such/folder/x.log")}) {
+    fileDialog.answer = answer;
+    Find<ui::Button>("BtnCmd(1)").Click();
+    EXPECT_EQ(Rows().size(), 1u);
+  }
+}
+
+TEST_F(LoggerTest, ClearsSelectedRowsOrAll) {
+  int cleared = 0;
+  logger.ClearEvent = [&cleared] { ++cleared; };
+  logger.AddMessage("a\nb\nc", "r", "l", 64);
+  auto& list = Find<ui::ListView>("ListView1");
+  list.SetSelection({0, 2});
+  list.popup[0].onClick();
+  ASSERT_EQ(Rows().size(), 1u);
+  EXPECT_EQ(Rows()[0].cells[2], "b");
+  EXPECT_EQ(cleared, 0);
+  list.popup[1].onClick();
+  EXPECT_TRUE(Rows().empty());
+  EXPECT_EQ(cleared, 1);
+  logger.AddMessage("d", "r", "l", 64);
+  EXPECT_EQ(Rows()[0].cells[0], "4") << "numbers run on after clearing";
+}
+
+TEST_F(LoggerTest, NamesItself) {
+  logger.SetFormTitle("KV-TARN Configuration");
+  EXPECT_EQ(logger.Title(), "KV-TARN Configuration -  Message Logger");
+  logger.AddMessage("a", "r", "l", 64);
+  const int before = Find<ui::ListView>("ListView1").Fits();
+  loop.Tick();
+  loop.Tick();
+  EXPECT_EQ(Find<ui::ListView>("ListView1").Fits(), before + 1) << "fitted once, after rows were added";
+}
+
+}  // namespace

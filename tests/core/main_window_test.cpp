@@ -1,0 +1,273 @@
+#include <gtest/gtest.h>
+
+#include <algorithm>
+
+#include "shell/unit_choice.h"
+#include "tool.h"
+
+namespace {
+
+using tests::ToolTest;
+
+constexpr const char* kBox = "fPID.txtPIDTemp(0)";
+
+TEST_F(ToolTest, ApplySavesRefillsAndStaysOpen) {
+  Open(tests::kAssigned);
+  Type(kBox, "12.3400");
+  Click("cmdApply");
+  EXPECT_EQ(Stored(tests::kAssigned, 30, "UCPTspaceTempPIDparam#SI", 4).substr(0, 8), "12.3400 ");
+  EXPECT_EQ(LastMessage(), "Apply/Main: The configuration settings were applied successfully");
+  EXPECT_FALSE(Main().Pages().AnyPageChanged());
+  EXPECT_TRUE(Main().Visible());
+  EXPECT_EQ(loop.waitDepth, 0);
+}
+
+TEST_F(ToolTest, OkSavesAndCloses) {
+  Open(tests::kAssigned);
+  Type(kBox, "7.5");
+  Click("cmdOK");
+  EXPECT_EQ(LastMessage(), "OK/Main: The configuration setting were applied successfully");
+  EXPECT_FALSE(Main().Visible());
+  loop.Tick();
+  EXPECT_TRUE(quit);
+}
+
+TEST_F(ToolTest, OkWithoutAChangeClosesWithoutAWord) {
+  Open(tests::kAssigned);
+  Click("cmdOK");
+  EXPECT_FALSE(Main().Visible());
+  EXPECT_TRUE(prompts.asked.empty());
+  EXPECT_TRUE(Messages().empty());
+}
+
+TEST_F(ToolTest, ARefusedValueCommitsNothingAndKeepsTheEdits) {
+  Open(tests::kAssigned);
+  const std::string before = Stored(tests::kAssigned, 31, "UCPTdischargeTempPIDparam#SI", 4);
+  Type("fPID.txtPIDTempDisch(1)", "1.25");
+  Type("fPID.txtCO2Level(0)", "1000000");  // written after the supply loop
+  for (const char* button : {"cmdApply", "cmdOK"}) {
+    Click(button);
+    const auto messages = Messages();
+    ASSERT_GE(messages.size(), 2u);
+    EXPECT_NE(messages[messages.size() - 2].find(
+                  "WriteValue/PID: UCPTCO2PIDparam: \"1000000\" is outside the range"),
+              std::string::npos)
+        << messages[messages.size() - 2];
+    EXPECT_NE(LastMessage().find("/Main: The configuration settings were not applied"), std::string::npos);
+    EXPECT_TRUE(Main().Visible());
+  }
+  EXPECT_EQ(Stored(tests::kAssigned, 31, "UCPTdischargeTempPIDparam#SI", 4), before);
+  EXPECT_EQ(Text("fPID.txtCO2Level(0)"), "1000000");
+  EXPECT_TRUE(Main().Pages().AnyPageChanged());
+  EXPECT_EQ(Find<ui::Button>("cmdErrorLog").Picture(), 2);
+
+  Type("fPID.txtCO2Level(0)", "0.5");
+  Click("cmdApply");
+  EXPECT_EQ(LastMessage(), "Apply/Main: The configuration settings were applied successfully");
+  EXPECT_EQ(Text("fPID.txtPIDTempDisch(1)"), "1.2500");
+}
+
+TEST_F(ToolTest, TransactionFaultsAreToldForWhatTheyAre) {
+  const struct {
+    const char* member;
+    bool loseAnswer;
+    const char* end;
+    bool stored;
+  } cases[] = {
+      {"Network.BeginTransaction", false, "The configuration settings were not applied", false},
+      {"Network.CommitTransaction", true, "It is not known whether the configuration settings were applied.",
+       true},
+  };
+  for (const auto& item : cases) {
+    tests::Tool tool;
+    tool.Open(tests::kAssigned);
+    tool.Type(kBox, "9.75");
+    tool.building.Faults().Fail({.member = item.member, .loseAnswer = item.loseAnswer});
+    tool.Click("cmdApply");
+    EXPECT_NE(tool.LastMessage().find(item.end), std::string::npos) << tool.LastMessage();
+    const bool stored =
+        tool.Stored(tests::kAssigned, 30, "UCPTspaceTempPIDparam#SI", 4).substr(0, 4) == "9.75";
+    EXPECT_EQ(stored, item.stored) << item.member;
+    EXPECT_EQ(tool.Text(kBox), "9.75") << "the edit is still there";
+    tool.building.Faults().Clear();
+    tool.Click("cmdApply");
+    EXPECT_EQ(tool.LastMessage(), "Apply/Main: The configuration settings were applied successfully");
+  }
+}
+
+TEST_F(ToolTest, ClosingWithChangesAsksAndOnlyYesCloses) {
+  Open(tests::kAssigned);
+  Type(kBox, "3");
+  prompts.answers = {ui::Answer::kNo, ui::Answer::kCancel};
+  Click("cmdCancel");
+  EXPECT_FALSE(Main().Close());
+  EXPECT_TRUE(Main().Visible());
+  EXPECT_EQ(Text(kBox), "3");
+  ASSERT_EQ(prompts.asked.size(), 2u);
+  EXPECT_EQ(prompts.asked[0].text,
+            "All unsaved changes will be lost.\r\nAre you sure you want to close the configuration tool?");
+  EXPECT_EQ(prompts.asked[0].buttons, ui::Buttons::kYesNoCancel);
+  EXPECT_EQ(prompts.asked[0].icon, ui::Icon::kQuestion);
+  EXPECT_EQ(prompts.asked[0].title, "KV-TARN Configuration");
+  prompts.answers = {ui::Answer::kYes};
+  Click("cmdCancel");
+  EXPECT_FALSE(Main().Visible());
+}
+
+TEST_F(ToolTest, CommandsNeverNest) {
+  Open(tests::kAssigned);
+  Type(kBox, "3");
+  int begun = 0;
+  building.Faults().StartCounting();
+  loop.onTurn = [&] {
+    Find<ui::Button>("cmdApply").Click();
+    Find<ui::Button>("cmdRefresh").Click();
+    Find<ui::OptionButton>("optUnit(1)").Click();
+    EXPECT_FALSE(Find<ui::TextBox>(kBox).Type("4")) << "the pages take no input meanwhile";
+    EXPECT_FALSE(Main().Close());
+    ++begun;
+  };
+  Click("cmdApply");
+  EXPECT_GT(begun, 0);
+  EXPECT_EQ(building.Faults().Count("Network.BeginTransaction"), 2u) << "one save and one refresh";
+  EXPECT_TRUE(Main().Visible());
+}
+
+TEST_F(ToolTest, LocationIsShownFilledInAndWritten) {
+  Open(tests::kUnassigned);
+  EXPECT_EQ(Text("txtLocation"), "Roof, south wing")
+      << "taken from the host, none was stored";
+  EXPECT_EQ(building.StoredText(tests::kUnassigned, "NodeObject", 2, "SCPTlocation"), Text("txtLocation"));
+  Type("txtLocation", "Roof, bay 4");
+  Click("cmdApply");
+  EXPECT_EQ(building.StoredText(tests::kUnassigned, "NodeObject", 2, "SCPTlocation"), "Roof, bay 4");
+}
+
+TEST_F(ToolTest, ALocationThatTheDeviceRefusesIsToldButDoesNotKeepTheInstallerOut) {
+  building.Faults().Fail({.member = "Property.Value", .call = 2, .text = "too long"});
+  Open(tests::kUnassigned);
+  EXPECT_EQ(Main().Tag(), "");
+  EXPECT_EQ(Messages()[0].find("Load/Main: too long"), 0u);
+  EXPECT_EQ(Text("txtLocation"), "Roof, south wing");
+}
+
+TEST_F(ToolTest, UnitChoiceAsksStoresAndShowsEverythingAnew) {
+  Open(tests::kAssigned);
+  const std::string metric = Text(kBox);
+  prompts.answers = {ui::Answer::kCancel};
+  Find<ui::OptionButton>("optUnit(1)").Click();
+  EXPECT_TRUE(Find<ui::OptionButton>("optUnit(0)").Selected()) << "cancelled";
+  EXPECT_EQ(Text(kBox), metric);
+  EXPECT_EQ(prompts.asked.back().text,
+            "If you change the Measurement Units now all unsaved data will be lost.\r\n"
+            "Are you sure you want to change now?");
+  Find<ui::OptionButton>("optUnit(1)").Click();
+  EXPECT_NE(Text(kBox), metric);
+  EXPECT_EQ(registry.values["SOFTWARE\\LonWorks\\Plugins|Measure"], "1");
+  const std::string stored = Stored(tests::kAssigned, 30, "UCPTspaceTempPIDparam#SI", 9);
+  for (int i = 0; i < 10; ++i) {
+    Find<ui::OptionButton>(i % 2 == 0 ? "optUnit(0)" : "optUnit(1)").Click();
+    Type("fPID.txtPIDTemp(3)", "120");  // makes the page dirty: everything is written in these units
+    Click("cmdApply");
+  }
+  const std::string after = Stored(tests::kAssigned, 30, "UCPTspaceTempPIDparam#SI", 9);
+  EXPECT_EQ(after.substr(0, after.find(' ')), stored.substr(0, stored.find(' '))) << "no drift";
+}
+
+TEST(UnitChoice, ComesFromTheRegistryElseFromTheLocale) {
+  const struct {
+    const char* stored;
+    const char* measure;
+    bool present;
+    bool imperial;
+  } cases[] = {{"0", "1", true, false}, {"1", "0", false, true}, {"2", "1", false, false},
+               {"2", "0", true, true},  {"", "0", true, false},  {"", "1", false, true},
+               {"x", "1", false, false}};
+  for (const auto& item : cases) {
+    tests::MemoryRegistry registry;
+    tests::FixedLocale locale;
+    locale.measure = item.measure;
+    if (*item.stored) registry.values["SOFTWARE\\LonWorks\\Plugins|Measure"] = item.stored;
+    EXPECT_EQ(shell::ReadUnitChoice(registry, locale, base::Numbers(), item.present), item.imperial)
+        << item.stored;
+  }
+}
+
+TEST_F(ToolTest, AFailedLoadClosesTheWindowAndKeepsTheReasonInSight) {
+  building.Faults().Fail({.member = "Property.Value", .call = 3, .text = "The device does not answer."});
+  Open(tests::kAssigned);
+  EXPECT_EQ(Main().Tag(), "Refuse to start");
+  Main().onActivate();  // the window becomes active for the first time
+  EXPECT_FALSE(Main().Visible());
+  EXPECT_TRUE(Main().Logger().Visible());
+  const auto messages = Messages();
+  ASSERT_EQ(messages.size(), 2u);
+  EXPECT_EQ(messages[0].find("FillValue/PID: "), 0u) << messages[0];
+  EXPECT_NE(messages[0].find("The device does not answer."), std::string::npos);
+  EXPECT_EQ(messages[1], "Load/Main: The page \"PID\" could not be read from the device.");
+  loop.Tick();
+  EXPECT_FALSE(quit);
+  Main().Logger().Close();
+  loop.Tick();
+  EXPECT_TRUE(quit);
+}
+
+TEST_F(ToolTest, ARefusedEntryKeepsTheFocusAndStopsTheSave) {
+  Open(tests::kAssigned);
+  auto& box = Find<ui::TextBox>(kBox);
+  box.Enter();
+  box.Type("abc");
+  EXPECT_FALSE(box.Leave());
+  EXPECT_EQ(prompts.asked.back().text, "Invalid value for this field");
+  EXPECT_EQ(prompts.asked.back().icon, ui::Icon::kInformation);
+  EXPECT_EQ(Main().Pages().FindPage("fPID")->Focused(), &box);
+  building.Faults().StartCounting();
+  Click("cmdApply");  // by the Enter key the box is not left first
+  EXPECT_EQ(building.Faults().Count("Network.BeginTransaction"), 0u);
+  EXPECT_EQ(box.Text(), "abc");
+}
+
+TEST_F(ToolTest, HelpOpensThePagesTopic) {
+  Open(tests::kAssigned);
+  Click("cmdHelp");
+  EXPECT_EQ(help.shown, std::vector<std::string>{"C:\\Tool\\HelpFile\\TARN-M Help File.chm>Main 15 45"});
+  help.opens = false;
+  Click("cmdHelp");
+  EXPECT_NE(LastMessage().find("TARN-M Help File.chm"), std::string::npos);
+}
+
+TEST_F(ToolTest, ErrorButtonTellsTheLevelAndAWarningBlinks) {
+  Open(tests::kAssigned);
+  auto& button = Find<ui::Button>("cmdErrorLog");
+  EXPECT_EQ(button.Picture(), 1);
+  Main().AddMessage("careful", "r", "l", 48);
+  EXPECT_EQ(button.Picture(), 3);
+  for (int ticks = 0; button.Picture() == 3; ++ticks) {
+    ASSERT_LT(ticks, 20);
+    loop.Tick();
+  }
+  EXPECT_EQ(button.Picture(), 2);
+  Main().Logger().ClearEvent();
+  EXPECT_EQ(button.Picture(), 1);
+}
+
+TEST_F(ToolTest, ThePageTableAndTheWindowsAgree) {
+  Open(tests::kAssigned);
+  EXPECT_EQ(Text("lblTitle"), "PID Configuration");
+  std::vector<const ui::Form*> forms = {&Main(), &Main().Logger(), &Main().ProgressObject};
+  for (const auto& entry : Main().Pages().Table()) {
+    shell::ISubForm* page = Main().Pages().FindPage(entry.pageClass);
+    ASSERT_NE(page, nullptr);
+    EXPECT_EQ(page->HelpIndex(), entry.helpTopic);
+    forms.push_back(page);
+  }
+  for (const ui::Form* form : forms) {
+    auto placed = ui::PlacedControls(form->GetLayout());
+    auto all = form->Controls();
+    std::ranges::sort(placed);
+    std::ranges::sort(all);
+    EXPECT_EQ(placed, all) << form->Name() << ": every control stands in the layout exactly once";
+  }
+}
+
+}  // namespace

@@ -1,0 +1,221 @@
+#include <gtest/gtest.h>
+
+#include "hosting/device_template.h"
+#include "tool.h"
+
+namespace {
+
+using tests::ToolTest;
+
+// The error that the host receives, as "code: description | source".
+template <class Work>
+std::string ErrorOf(Work work) {
+  try {
+    work();
+  } catch (const automation::Error& error) {
+    char code[16];
+    std::snprintf(code, sizeof code, "%X", static_cast<unsigned>(error.Code()));
+    return std::string(code) + ": " + error.Description() + " | " + error.Source();
+  }
+  return "no error";
+}
+
+std::string Raised(const std::string& text) { return "80040000: " + text + " | KV-TARN Configuration"; }
+
+TEST_F(ToolTest, ReadOnlyPropertiesTellWhoThePlugInIs) {
+  const std::pair<const char*, const char*> identity[] = {{"ManufacturerID", "17"},
+                                                          {"ManufacturerName", "Veldran, Inc"},
+                                                          {"LcaVersion", "2.7"},
+                                                          {"version", "1.2.3"},
+                                                          {"Name", "KV-TARN Configuration"}};
+  for (const auto& [name, text] : identity) {
+    EXPECT_EQ(api.Text(name), text);
+    EXPECT_EQ(ErrorOf([&, member = name] { api.Put(member, "x"); }),
+              Raised("Attempt to write to read-only property"));
+    EXPECT_EQ(api.Text(name), text);
+  }
+}
+
+TEST_F(ToolTest, StoredPropertiesComeBackAsWritten) {
+  for (const char* name : {"NetworkName", "NetworkInterfaceName", "OvxServerVersion", "DevelopmentProgramId",
+                           "NetworkIpAddress", "FolderName", "DeviceName", "LmoIndex", "code"}) {
+    api.Put(name, std::string("text of ") + name);
+    EXPECT_EQ(api.Text(name), std::string("text of ") + name);
+  }
+  api.Put("Remote", true);
+  EXPECT_TRUE(api.Get("Remote").AsBool());
+  EXPECT_FALSE(api.Get("Visible").AsBool());
+}
+
+TEST_F(ToolTest, AnyCommandBringsThePlugInUp) {
+  api.Call("SendCommand", 7, 3, "x");
+  EXPECT_TRUE(api.Get("Visible").AsBool());
+  EXPECT_EQ(Main().Tag(), "");
+  EXPECT_EQ(Main().Title(), "KV-TARN Configuration - RTU-1 North wing - RoofTopObject");
+  EXPECT_EQ(ErrorOf([&] { api.Call("SendCommand"); }).substr(0, 8), "8002000E");
+}
+
+TEST_F(ToolTest, ServerVersionMustMatchAndRevisionMayBeHigher) {
+  const struct {
+    const char* server;
+    std::string result;
+  } cases[] = {
+      {"2.6", Raised("OVX server revision 6 lower than required minimum revision 2.7.X")},
+      {"3.7", Raised("OVX server version 3.7 not equal to required version 2.7.X")},
+      {"1.9", Raised("OVX server version 1.9 not equal to required version 2.7.X")},
+      {"", Raised("OVX server version  not equal to required version 2.7.X")},
+      {"two", Raised("OVX server version two not equal to required version 2.7.X")},
+      {"2.10", "no error"},
+  };
+  for (const auto& item : cases) {
+    api.Put("OvxServerVersion", item.server);
+    EXPECT_EQ(ErrorOf([&] { api.Call("SendCommand", 0, 0, ""); }), item.result);
+  }
+}
+
+TEST_F(ToolTest, EachStepOfTheStartFailsWithItsMessage) {
+  const std::string address = building.IpAddress();
+  const struct {
+    const char* what;
+    std::function<void()> spoil;
+    std::string message;
+  } cases[] = {
+      {"catalog", [&] { building.Faults().Fail({.member = "ObjectServer.RefreshCatalog"}); },
+       "DRFs catalog could not be refreshed, exiting application"},
+      {"index", [&] { api.Put("LmoIndex", "70000"); },
+       "The functional block index \"70000\" is not a whole number of 16 bits."},
+      {"network", [&] { api.Put("NetworkName", "Nowhere"); },
+       "Cannot connect to the network Nowhere at " + address + ":" + std::to_string(building.Port())},
+      {"clients", [&] { building.Limits().answer = "ERROR_MAX_CLIENTS"; },
+       "Maximum number of plugins reached on " + address},
+      {"instance", [&] { building.Limits().answer = "ERROR_PLUGIN_INSTANCE"; },
+       "Plugin instance already exists on " + address},
+      {"session", [&] { building.Limits().answer = "BUSY"; },
+       "Network error in first transaction with " + address},
+      {"session fails", [&] { building.Faults().Fail({.member = "Network.OpenSession"}); },
+       "Network error in first transaction with " + address},
+      {"device", [&] { api.Put("DeviceName", "RTU-9"); },
+       "Network error when getting device data with RTU-9"},
+      {"no template file", [&] { api.Put("DeviceName", tests::kNoTemplate); },
+       std::string("Error loading device template for ") + tests::kNoTemplate},
+      {"damaged template",
+       [&] {
+         templateContent = {1, 2, 3};
+       },
+       std::string("Error loading device template for ") + tests::kAssigned},
+      {"index beyond the blocks", [&] { api.Put("LmoIndex", "40"); },
+       std::string("Error loading device template for ") + tests::kAssigned},
+      {"block", [&] { building.Faults().Fail({.member = "LonMarkObject.Name"}); },
+       std::string("The functional block with index 1 was not found on ") + tests::kAssigned},
+  };
+  for (const auto& item : cases) {
+    item.spoil();
+    EXPECT_EQ(ErrorOf([&] { api.Call("SendCommand", 0, 0, ""); }), Raised(item.message)) << item.what;
+    EXPECT_EQ(program.Window(), nullptr) << "no half-open window: " << item.what;
+    building.Faults().Clear();
+    building.Limits().answer.clear();
+    templateContent.clear();
+    api.Put("NetworkName", building.NetworkName());
+    api.Put("DeviceName", tests::kAssigned);
+    api.Put("LmoIndex", "1");
+  }
+  api.Call("SendCommand", 0, 0, "");
+  EXPECT_TRUE(api.Get("Visible").AsBool()) << "the same object starts once everything is right";
+}
+
+TEST_F(ToolTest, ASecondCommandRaisesTheOpenWindowAndRefusesAnotherDevice) {
+  Open(tests::kAssigned);
+  shell::fMain* window = program.Window();
+  const auto calls = building.Faults().Total();
+  Open(tests::kAssigned);
+  EXPECT_EQ(program.Window(), window);
+  EXPECT_EQ(building.Faults().Total(), calls) << "nothing is loaded again";
+  EXPECT_EQ(ErrorOf([&] { Open(tests::kPressure); }),
+            Raised("The configuration window is open on RTU-1 North wing. "
+                   "Please close it before another device is configured."));
+}
+
+TEST_F(ToolTest, ACommandDuringALoadIsRefused) {
+  std::string error;
+  loop.onTurn = [&] {
+    if (error.empty()) error = ErrorOf([&] { api.Call("SendCommand", 0, 0, ""); });
+  };
+  Open(tests::kAssigned);
+  EXPECT_EQ(error, Raised("The configuration tool is busy. Please try again when it has finished."));
+}
+
+TEST_F(ToolTest, WindowPropertiesFollowTheWindowsState) {
+  Open(tests::kAssigned);
+  api.Put("Left", 40);
+  api.Put("Top", 30);
+  EXPECT_EQ(api.Whole("Left"), 40);
+  EXPECT_EQ(api.Whole("Top"), 30);
+  const auto height = api.Whole("Height");
+  api.Put("Height", height + 100);
+  EXPECT_EQ(api.Whole("Height"), height);
+  api.Put("Minimized", true);
+  EXPECT_TRUE(api.Get("Minimized").AsBool());
+  EXPECT_EQ(ErrorOf([&] { api.Put("Left", 1); }),
+            Raised("Plug-in can't be moved or sized while minimized or maximized"));
+  api.Put("Minimized", false);
+  api.Put("Visible", false);
+  EXPECT_EQ(ErrorOf([&] { api.Put("Minimized", true); }),
+            Raised("Can not modify the minimzed property when invisble. "
+                   "The property will be applied the next time the plug-in is made visible"));
+  EXPECT_FALSE(api.Get("Minimized").AsBool());
+  api.Put("Visible", true);
+  EXPECT_TRUE(api.Get("Minimized").AsBool());
+}
+
+TEST_F(ToolTest, LettingGoEndsThePlugInOnlyWhileTheWindowIsHidden) {
+  Open(tests::kAssigned);
+  api = {};
+  loop.Tick();
+  EXPECT_FALSE(quit) << "a visible window is left open";
+  Main().Close();
+  loop.Tick();
+  EXPECT_TRUE(quit);
+}
+
+TEST_F(ToolTest, LettingGoOfAHiddenWindowEndsThePlugIn) {
+  Open(tests::kAssigned);
+  api.Put("Visible", false);
+  api = {};
+  loop.Tick();
+  EXPECT_TRUE(quit);
+}
+
+TEST_F(ToolTest, LettingGoBeforeAnyWindowEndsThePlugIn) {
+  api = {};
+  EXPECT_TRUE(quit);
+}
+
+TEST(DeviceTemplate, RefusesIdentitiesThatAreNoFileNames) {
+  EXPECT_EQ(hosting::TemplateName("8000ab0c12340001", "3.1"), "8000AB0C12340001_3_1");
+  for (const char* identity : {"", "..\\..\\x", "a/b", "a.b", "a b", "\xC3\xA9"}) {
+    EXPECT_THROW(hosting::TemplateName(identity, "3.1"), base::Error) << identity;
+  }
+  for (const char* version : {"", "3", "3.", ".1", "3.x", "3.1.2", "-3.1"}) {
+    EXPECT_THROW(hosting::TemplateName("A", version), base::Error) << version;
+  }
+}
+
+TEST_F(ToolTest, RegistersByTheFirstWordOfTheCommandLine) {
+  const struct {
+    const char* commandLine;
+    std::size_t registered;
+  } cases[] = {{"", 0},
+               {"/other", 0},
+               {"x /regplugin", 0},
+               {"  /REGPLUGIN  ", 1},
+               {"/regplugin x", 1},
+               {"/DeregPlugIn", 0},
+               {"/regplugin /deregplugin", 1}};
+  for (const auto& item : cases) {
+    hosting::RunStandAlone(item.commandLine, description, [this](std::string_view id) { return Create(id); });
+    EXPECT_EQ(building.PlugIns().size(), item.registered) << item.commandLine;
+  }
+  EXPECT_EQ(building.PlugIns()[0].id, "QVRKvTARNCfg.LNSPlugInAPI");
+}
+
+}  // namespace

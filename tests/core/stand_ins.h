@@ -1,0 +1,117 @@
+// The platform as tests need it: answers decided beforehand, timers that run when told to, a registry in
+// memory. Nothing here stands for the host: tests use the virtual building for that.
+#pragma once
+
+#include <deque>
+#include <map>
+#include <set>
+#include <string>
+#include <vector>
+
+#include "base/error.h"
+#include "shell/platform.h"
+
+namespace tests {
+
+class ScriptedPrompts : public ui::Prompts {
+ public:
+  ui::Answer Ask(const ui::Prompt& prompt) override {
+    asked.push_back(prompt);
+    if (whileAsked) whileAsked();
+    if (answers.empty()) return ui::Answer::kOk;
+    const ui::Answer answer = answers.front();
+    answers.pop_front();
+    return answer;
+  }
+
+  std::vector<ui::Prompt> asked;
+  std::deque<ui::Answer> answers;
+  std::function<void()> whileAsked;
+};
+
+class ManualLoop : public ui::EventLoop {
+ public:
+  void Turn() override {
+    ++turns;
+    if (onTurn) onTurn();
+  }
+  void Post(std::function<void()> work) override { posted.push_back(std::move(work)); }
+  void Quit() override { quit = true; }
+  void SetWaiting(bool waiting) override { waitDepth += waiting ? 1 : -1; }
+
+  /// Lets every running timer tick once.
+  void Tick() {
+    const auto timers = running_;
+    for (ui::Timer* timer : timers) timer->onTick();
+  }
+
+  std::function<void()> onTurn;
+  std::vector<std::function<void()>> posted;
+  int turns = 0;
+  int waitDepth = 0;
+  bool quit = false;
+
+ private:
+  void Start(ui::Timer& timer) override { running_.insert(&timer); }
+  void Stop(ui::Timer& timer) override { running_.erase(&timer); }
+
+  std::set<ui::Timer*> running_;
+};
+
+class MemoryRegistry : public base::Registry {
+ public:
+  std::optional<std::string> Read(base::RegistryRoot, const std::string& key,
+                                  const std::string& name) override {
+    const auto found = values.find(key + "|" + name);
+    return found == values.end() ? std::nullopt : std::optional(found->second);
+  }
+  bool Write(base::RegistryRoot, const std::string& key, const std::string& name,
+             const std::string& text) override {
+    values[key + "|" + name] = text;
+    return closes;
+  }
+
+  std::map<std::string, std::string> values;
+  bool closes = true;
+};
+
+class FixedLocale : public base::Locale {
+ public:
+  std::string GetLocaleString(int item) override { return item == base::kLocaleMeasure ? measure : "."; }
+  std::string GeneralDateNow() override { return "21/11/2026 10:15:00"; }
+
+  std::string measure = "0";
+};
+
+class ChosenFile : public ui::FileDialog {
+ public:
+  std::optional<std::string> AskSaveFile(const ui::SaveRequest& asked) override {
+    request = asked;
+    return answer;
+  }
+
+  ui::SaveRequest request;
+  std::optional<std::string> answer;
+};
+
+class RecordedHelp : public shell::HelpViewer {
+ public:
+  bool Show(const std::string& target, unsigned command, int topic) override {
+    shown.push_back(target + " " + std::to_string(command) + " " + std::to_string(topic));
+    return opens;
+  }
+
+  std::vector<std::string> shown;
+  bool opens = true;
+};
+
+struct StandIns {
+  ScriptedPrompts prompts;
+  ManualLoop loop;
+  ChosenFile fileDialog;
+  RecordedHelp help;
+  MemoryRegistry registry;
+  FixedLocale locale;
+};
+
+}  // namespace tests

@@ -1,0 +1,118 @@
+#include <gtest/gtest.h>
+
+#include "automation/local_object.h"
+#include "base/error.h"
+#include "hosting/host_contract.h"
+#include "shell/strings.h"
+
+namespace {
+
+using automation::Arguments;
+using automation::Value;
+
+// A language component with a few texts; counts how often it is asked.
+class Section : public automation::LocalClass<Section> {
+ public:
+  std::map<std::string, std::string> texts;
+  int asked = 0;
+
+  static constexpr automation::MemberOf<Section> kMembers[] = {
+      {"Count",
+       [](Section& self, const Arguments&) { return Value(static_cast<std::int32_t>(self.texts.size())); }},
+      {"Item",
+       [](Section& self, const Arguments& arguments) {
+         ++self.asked;
+         const auto found = self.texts.find(arguments[0].AsText());
+         if (found == self.texts.end()) throw automation::Error(automation::kBadIndex, "no such text");
+         return Value(found->second);
+       }},
+  };
+};
+
+class Component : public automation::LocalClass<Component> {
+ public:
+  std::shared_ptr<Section> section = std::make_shared<Section>();
+  double lastChange = 1;
+  int loads = 0;
+
+  static constexpr automation::MemberOf<Component> kMembers[] = {
+      {"LastChange", [](Component& self, const Arguments&) { return Value(self.lastChange); }},
+      {"Section", nullptr, nullptr,
+       [](Component& self, const Arguments& arguments) {
+         EXPECT_EQ(arguments[0].AsText(), "RoofTopConfiguration");
+         ++self.loads;
+         return Value(automation::Object(self.section));
+       }},
+  };
+};
+
+struct StringsTest : testing::Test {
+  StringsTest() {
+    component->section->texts = {{"ALARM", "Alarme"},
+                                 {"%S% CONFIGURATION", "Configuration %s%"},
+                                 {"SELECT %S1% BEFORE %S2%", "%s2% erst nach %s1% w\xC3\xA4hlen, %s1"},
+                                 {"HEAT", "Heizen"}};
+  }
+
+  std::shared_ptr<Component> component = std::make_shared<Component>();
+  shell::Strings strings{[this] { return automation::Object(component); }};
+};
+
+TEST_F(StringsTest, FindsTextsWithoutRegardToCaseAndBlanks) {
+  EXPECT_EQ(strings.GetStrings("Alarm"), "Alarm") << "nothing is loaded yet";
+  strings.ReloadStrings();
+  EXPECT_EQ(strings.GetStrings("Alarm"), "Alarme");
+  EXPECT_EQ(strings.GetStrings(" alarm "), "Alarme");
+  EXPECT_EQ(strings.GetStrings(" Not there "), " Not there ");
+}
+
+TEST_F(StringsTest, AsksForEveryTextOnlyOnce) {
+  strings.ReloadStrings();
+  for (int i = 0; i < 3; ++i) {
+    strings.GetStrings("Alarm");
+    strings.GetStrings("missing");
+  }
+  EXPECT_EQ(component->section->asked, 2);
+}
+
+TEST_F(StringsTest, LoadsAgainOnlyAfterAChangeOfLanguage) {
+  strings.ReloadStrings();
+  strings.ReloadStrings();
+  EXPECT_EQ(component->loads, 1);
+  component->lastChange = 1e6;  // far in the future
+  component->section->texts["ALARM"] = "Alarma";
+  strings.ReloadStrings();
+  EXPECT_EQ(component->loads, 2);
+  EXPECT_EQ(strings.GetStrings("Alarm"), "Alarma");
+}
+
+TEST_F(StringsTest, ReplacesPlaceholdersInAnyOrder) {
+  strings.ReloadStrings();
+  const struct {
+    const char* text;
+    std::vector<std::string> arguments;
+    const char* result;
+  } cases[] = {
+      {"%s% Configuration", {"Alarm"}, "Configuration Alarme"},
+      {"Select %s1% before %s2%", {"HEAT", "COOL"}, "COOL erst nach Heizen w\xC3\xA4hlen, Heizen"},
+      {"%s and %s", {"a", "b"}, "a and b"},
+      {"%s2 %s1%%", {"a", "b"}, "b a%"},
+      {"no place", {"a"}, "no place"},
+      {"%s% stays", {}, "%s% stays"},
+      {"100 %", {"a"}, "100 %"},
+  };
+  for (const auto& item : cases)
+    EXPECT_EQ(strings.FormatStrings(item.text, item.arguments), item.result) << item.text;
+  EXPECT_THROW(strings.FormatStrings("%s3%", {"a", "b"}), base::Error);
+  EXPECT_THROW(strings.FormatStrings("%s0%", {"a"}), base::Error);
+}
+
+TEST(StringsWithoutComponent, SpeakEnglish) {
+  shell::Strings strings(
+      []() -> automation::Object { throw automation::Error(0x80040154, "The class is not registered."); });
+  strings.ReloadStrings();
+  strings.ReloadStrings();
+  EXPECT_EQ(strings.FormatStrings("%s% Configuration", {"PID"}), "PID Configuration");
+}
+
+}  // namespace

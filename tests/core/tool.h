@@ -1,0 +1,123 @@
+// The whole tool over the virtual building, without a screen: what the composition root does on Windows.
+#pragma once
+
+#include <gtest/gtest.h>
+
+#include <memory>
+#include <string>
+
+#include "hosting/plugin_api.h"
+#include "hosting/startup.h"
+#include "pages/page_table.h"
+#include "simulator/building.h"
+#include "stand_ins.h"
+
+namespace tests {
+
+constexpr const char* kAssigned = "RTU-1 North wing";  // fresh-air damper and humidifier, no pressure output
+constexpr const char* kUnassigned = "RTU-2 South wing";  // no output assigned, no location stored
+constexpr const char* kPressure = "RTU-3 Laboratory";    // fan speed and bypass damper
+constexpr const char* kNoTemplate = "Cold store (old program)";
+
+struct Tool : StandIns {
+  Tool() {
+    api.Put("NetworkName", building.NetworkName());
+    api.Put("NetworkIpAddress", building.IpAddress());
+    api.Put("NetworkIpPort", building.Port());
+    api.Put("OvxServerVersion", "2.7");
+    api.Put("DeviceName", kAssigned);
+    api.Put("LmoIndex", "1");
+  }
+
+  static simulator::BuildingOptions Options() {
+    simulator::BuildingOptions options;
+    options.dataFolder = SIM_DATA_DIR;
+    return options;
+  }
+
+  automation::Object Create(std::string_view programId) {
+    if (programId == "MVPlugInLib.ObjectServer") return building.ObjectServer();
+    if (programId == "MVPlugInLib.Registration") return building.Registration();
+    if (programId == "MVLanguage.Language") return building.Language();
+    throw automation::Error(0x80040154, "\"" + std::string(programId) + "\" is not registered.");
+  }
+
+  automation::Bytes ReadFile(const std::string& path) {
+    filesRead.push_back(path);
+    if (path != "C:\\LonWorks\\Apps\\QVR KV\\OvxCommonFiles\\Templates\\8000AB0C12340001_3_1.bin") {
+      throw base::Error(path + " is missing.");
+    }
+    return templateContent.empty() ? building.TemplateBytes() : templateContent;
+  }
+
+  void Open(const std::string& device) {
+    api.Put("DeviceName", device);
+    api.Call("SendCommand", 0, 0, "");
+  }
+
+  shell::fMain& Main() { return *program.Window(); }
+
+  /// A control of the main window, or of the page named before the point ("fPID.txtPIDTemp(0)").
+  template <class T = ui::Control>
+  T& Find(const std::string& name) {
+    const auto point = name.find('.');
+    ui::Form* form = program.Window();
+    if (point != std::string::npos) form = Main().Pages().FindPage(name.substr(0, point));
+    ui::Control* control =
+        form ? form->Find(name.substr(point == std::string::npos ? 0 : point + 1)) : nullptr;
+    T* typed = dynamic_cast<T*>(control);
+    if (!typed) throw base::Error("no control " + name);
+    return *typed;
+  }
+  std::string Text(const std::string& name) { return Find(name).Text(); }
+  void Type(const std::string& name, const std::string& text) {
+    EXPECT_TRUE(Find<ui::TextBox>(name).Type(text)) << name;
+  }
+  void Click(const std::string& name) { EXPECT_TRUE(Find<ui::Button>(name).Click()) << name; }
+
+  /// Messages of the logger, oldest first.
+  std::vector<std::string> Messages() {
+    std::vector<std::string> texts;
+    for (const auto& row : dynamic_cast<ui::ListView*>(Main().Logger().Find("ListView1"))->Rows()) {
+      texts.push_back(row.cells[3] + "/" + row.cells[4] + ": " + row.cells[2]);
+    }
+    return texts;
+  }
+  std::string LastMessage() { return Messages().empty() ? "" : Messages().back(); }
+
+  std::string Stored(const char* device, int number, const char* format, int precision) {
+    return building.StoredText(device, "RoofTopObject", number, format, precision);
+  }
+
+  simulator::Building building{Options()};
+  automation::Bytes templateContent;
+  std::vector<std::string> filesRead;
+  hosting::PlugInDescription description = hosting::BuildDescription({"Tool", "Veldran, Inc", 1, 2, 3});
+  bool quit = false;
+  shell::Platform platform{nullptr,
+                           prompts,
+                           loop,
+                           fileDialog,
+                           help,
+                           registry,
+                           locale,
+                           [this](std::string_view id) { return Create(id); },
+                           [this](const std::string& path) { return ReadFile(path); }};
+  hosting::Program program{platform, description, hosting::MakeSettings(MakeFacts(), description),
+                           pages::PageTable(), [this] { quit = true; }};
+  automation::Object api{std::make_shared<hosting::PlugInApi>(program)};
+
+ private:
+  static hosting::StartUpFacts MakeFacts() {
+    hosting::StartUpFacts facts;
+    facts.identity = {"Tool", "Veldran, Inc", 1, 2, 3};
+    facts.applicationFolder = "C:\\Tool";
+    facts.lonWorksFolder = "C:\\LonWorks";
+    facts.fileExists = [](const std::string&) { return false; };
+    return facts;
+  }
+};
+
+struct ToolTest : testing::Test, Tool {};
+
+}  // namespace tests

@@ -1,0 +1,81 @@
+// What the tests of the virtual building share: a building in memory or on a file, an opened device, short
+// ways to a property, and the sentence of a refusal.
+#pragma once
+
+#include <gtest/gtest.h>
+
+#include <filesystem>
+#include <string>
+#include <utility>
+
+#include "automation/error.h"
+#include "automation/object.h"
+#include "simulator/building.h"
+
+namespace sim_test {
+
+inline constexpr char kFirstDevice[] = "RTU-1 North wing";
+inline constexpr char kSecondDevice[] = "RTU-2 South wing";
+
+inline simulator::BuildingOptions Options(std::filesystem::path store = {}, char decimal = '.') {
+  return {SIM_DATA_DIR, std::move(store), base::Numbers(decimal), {}, "2.7"};
+}
+
+inline automation::Object Connect(const simulator::Building& building, const automation::Object& server) {
+  return server.Call("Connect", building.NetworkName(), building.IpAddress(), building.Port()).AsObject();
+}
+
+inline std::string OpenSession(const simulator::Building& building, const automation::Object& network) {
+  return network.Call("OpenSession", building.NetworkName(), true, "LON1", 1, "8000AB0C12340001").AsText();
+}
+
+/// A client that has a device open, with its template loaded.
+struct Client {
+  explicit Client(simulator::Building& building, const std::string& deviceName = kFirstDevice)
+      : server(building.ObjectServer()), network(Connect(building, server)) {
+    EXPECT_EQ(OpenSession(building, network), "OK");
+    device = network.Child("AppDevices").Call("Item", deviceName).AsObject();
+    EXPECT_TRUE(device.Call("AddLmo", 1, "8000AB0C12340001", "t.bin", building.TemplateBytes()).AsBool());
+  }
+
+  automation::Object LonMark(const std::string& name) const {
+    return device.Child("LonMarkObjects").Call("Item", name).AsObject();
+  }
+  automation::Object Property(const std::string& object, int number) const {
+    return LonMark(object).Child("ConfigProperties").Call("Item", number).AsObject();
+  }
+  automation::Object Variable(const std::string& object, const std::string& name) const {
+    return LonMark(object).Child("NetworkVariables").Call("Item", name).AsObject();
+  }
+
+  automation::Object server;
+  automation::Object network;
+  automation::Object device;
+};
+
+/// The sentence with which `action` was refused; a test failure when it was not.
+template <class Action>
+std::string RefusalOf(Action action) {
+  try {
+    action();
+  } catch (const std::exception& error) {
+    return error.what();
+  }
+  ADD_FAILURE() << "was not refused";
+  return {};
+}
+
+/// A folder of its own, removed at the end.
+struct Folder {
+  Folder()
+      : path(std::filesystem::path(testing::TempDir()) /
+             testing::UnitTest::GetInstance()->current_test_info()->name()) {
+    std::filesystem::remove_all(path);
+    std::filesystem::create_directories(path);
+  }
+  ~Folder() { std::filesystem::remove_all(path); }
+
+  std::filesystem::path path;
+};
+
+}  // namespace sim_test

@@ -1,0 +1,160 @@
+// Transactions and the store file.
+#include <fstream>
+#include <iterator>
+
+#include "building_fixture.h"
+
+namespace sim_test {
+namespace {
+
+using simulator::Building;
+
+std::string Co2Limit(const Building& building, const char* device = kFirstDevice) {
+  return building.StoredText(device, "RoofTopObject", 12, "SCPTlimitCO2");
+}
+
+std::string Content(const std::filesystem::path& file) {
+  std::ifstream stream(file, std::ios::binary);
+  return {std::istreambuf_iterator<char>(stream), {}};
+}
+
+TEST(SimStore, CommitKeepsCancelRestores) {
+  const Folder folder;
+  const std::filesystem::path file = folder.path / "store.json";
+  {
+    Building building(Options(file));
+    const Client client(building);
+    const automation::Object limit = client.Property("RoofTopObject", 12);
+    client.network.Call("BeginTransaction");
+    limit.Put("Value", "1000");
+    client.Variable("RoofTopObject", "nviHotWater").Put("MvFormatType", "SNVT_lev_disc");
+    EXPECT_EQ(limit.Text("Value"), "1000") << "a transaction sees its own writes";
+    EXPECT_EQ(Co2Limit(building), "900") << "nobody else does";
+    client.network.Call("CancelTransaction");
+    EXPECT_EQ(limit.Text("Value"), "900");
+    EXPECT_EQ(client.Variable("RoofTopObject", "nviHotWater").Text("MvFormatType"), "SNVT_switch");
+    EXPECT_FALSE(std::filesystem::exists(file));
+
+    client.network.Call("BeginTransaction");
+    limit.Put("Value", "1100");
+    client.network.Call("CommitTransaction");
+    EXPECT_EQ(Co2Limit(building), "1100");
+    client.Property("NodeObject", 2).Put("Value", "Attic");  // outside a transaction: at once
+  }
+  Building again(Options(file));
+  EXPECT_EQ(Co2Limit(again), "1100");
+  EXPECT_EQ(again.StoredText(kFirstDevice, "NodeObject", 2, "SCPTlocation"), "Attic");
+  EXPECT_EQ(Co2Limit(again, kSecondDevice), "900");
+}
+
+TEST(SimStore, FullPrecisionSurvivesTheFile) {
+  const Folder folder;
+  const std::filesystem::path file = folder.path / "store.json";
+  std::string before;
+  {
+    Building building(Options(file));
+    const Client client(building);
+    const automation::Object setpoints = client.Property("RoofTopObject", 3);
+    setpoints.Put("formatName", "SCPTsetPnts#US");
+    setpoints.Put("Value", "75.123456789 77 81 70 66 60.1");
+    setpoints.Put("Precision", 9);
+    before = setpoints.Text("Value");
+  }
+  EXPECT_EQ(Building(Options(file)).StoredText(kFirstDevice, "RoofTopObject", 3, "SCPTsetPnts#US", 9),
+            before);
+}
+
+TEST(SimStore, AFailedCommitLeavesFileAndValues) {
+  const Folder folder;
+  const std::filesystem::path file = folder.path / "store.json";
+  const std::filesystem::path obstacle = folder.path / "store.json.new";
+  Building building(Options(file));
+  const Client client(building);
+  const automation::Object limit = client.Property("RoofTopObject", 12);
+  limit.Put("Value", "1000");
+  const std::string content = Content(file);
+
+  std::filesystem::create_directory(obstacle);
+  client.network.Call("BeginTransaction");
+  limit.Put("Value", "1200");
+  const std::string sentence = RefusalOf([&] { client.network.Call("CommitTransaction"); });
+  EXPECT_NE(sentence.find("store.json cannot be written"), std::string::npos) << sentence;
+  EXPECT_EQ(limit.Text("Value"), "1000");
+  EXPECT_EQ(Content(file), content);
+  EXPECT_EQ(RefusalOf([&] { client.network.Call("CancelTransaction"); }), "No transaction is open.");
+  EXPECT_NE(RefusalOf([&] { limit.Put("Value", "1300"); }).find("cannot be written"), std::string::npos);
+  EXPECT_EQ(limit.Text("Value"), "1000");
+
+  std::filesystem::remove_all(obstacle);
+  limit.Put("Value", "1300");
+  EXPECT_EQ(Co2Limit(Building(Options(file))), "1300");
+}
+
+TEST(SimStore, TransactionsOutOfOrderAreRefused) {
+  Building building(Options());
+  const Client client(building);
+  EXPECT_EQ(RefusalOf([&] { client.network.Call("CommitTransaction"); }), "No transaction is open.");
+  client.network.Call("BeginTransaction");
+  EXPECT_EQ(RefusalOf([&] { client.network.Call("BeginTransaction"); }), "A transaction is open already.");
+  client.network.Call("CommitTransaction");
+  EXPECT_EQ(RefusalOf([&] { client.network.Call("CancelTransaction"); }), "No transaction is open.");
+}
+
+TEST(SimStore, TransactionsOfTwoDevicesDoNotTouchEachOther) {
+  Building building(Options());
+  const Client first(building, kFirstDevice);
+  const Client second(building, kSecondDevice);
+  first.network.Call("BeginTransaction");
+  second.network.Call("BeginTransaction");
+  first.Property("RoofTopObject", 12).Put("Value", "1000");
+  second.Property("RoofTopObject", 12).Put("Value", "2000");
+  second.network.Call("CommitTransaction");
+  first.network.Call("CancelTransaction");
+  EXPECT_EQ(Co2Limit(building, kFirstDevice), "900");
+  EXPECT_EQ(Co2Limit(building, kSecondDevice), "2000");
+}
+
+TEST(SimStore, AnUnreadableStoreIsNamedAndKept) {
+  const Folder folder;
+  const std::filesystem::path file = folder.path / "store.json";
+  {
+    Building building(Options(file));
+    Client(building).Property("RoofTopObject", 12).Put("Value", "1000");
+  }
+  const std::string good = Content(file);
+  const std::pair<std::string, std::string> kDamages[] = {
+      {good.substr(0, good.size() / 2), "is unreadable"},
+      {"", "is unreadable"},
+      {std::string(good).replace(good.find("\"format\": 1"), 11, "\"format\": 9"), "its format is not known"},
+      {std::string(good).replace(good.find("1000.0"), 6, "\"1000\""),
+       "RoofTopObject.12 does not fit its type"},
+      {std::string(good).replace(good.find("1000.0"), 6, "99000"), "RoofTopObject.12 does not fit its type"},
+  };
+  for (const auto& [content, words] : kDamages) {
+    std::ofstream(file, std::ios::binary) << content;
+    const std::string sentence = RefusalOf([&] { Building building(Options(file)); });
+    EXPECT_NE(sentence.find(words), std::string::npos) << sentence;
+    EXPECT_NE(sentence.find("store.json"), std::string::npos) << sentence;
+    EXPECT_EQ(Content(file), content);
+  }
+}
+
+TEST(SimStore, ARenamedDeviceKeepsItsValues) {
+  const Folder folder;
+  const std::filesystem::path file = folder.path / "store.json";
+  {
+    Building building(Options(file));
+    const Client client(building);
+    client.Property("RoofTopObject", 12).Put("Value", "1000");
+    EXPECT_EQ(RefusalOf([&] { client.device.Put("Name", "rtu-2 south WING"); }),
+              "Another device is called \"rtu-2 south WING\" already.");
+    EXPECT_EQ(RefusalOf([&] { client.device.Put("Name", " "); }), "A device needs a name.");
+    client.device.Put("Name", "Roof unit A");
+  }
+  Building again(Options(file));
+  EXPECT_EQ(again.Devices().front().name, "Roof unit A");
+  EXPECT_EQ(Co2Limit(again, "Roof unit A"), "1000");
+}
+
+}  // namespace
+}  // namespace sim_test

@@ -1,0 +1,112 @@
+// The device template: what AddLmo takes and what it refuses.
+#include "simulator/template.h"
+#include "base/error.h"
+#include "base/text.h"
+#include "building_fixture.h"
+
+namespace sim_test {
+namespace {
+
+using automation::Bytes;
+using simulator::Building;
+
+/// AddLmo of `bytes` on a fresh client, with the reason when it says no.
+std::string Load(Building& building, const Client& client, const Bytes& bytes, int lmoIndex = 1) {
+  const std::size_t before = building.Log().size();
+  const bool loaded = client.device.Call("AddLmo", lmoIndex, "8000AB0C12340001", "t.bin", bytes).AsBool();
+  if (loaded) return "loaded";
+  EXPECT_EQ(building.Log().size(), before + 1);
+  return building.Log().back();
+}
+
+TEST(SimTemplate, DamageAnywhereIsNoticed) {
+  Building building(Options());
+  const Client client(building);
+  const Bytes good = building.TemplateBytes();
+  for (std::size_t size = 0; size < good.size(); size += size < 40 ? 1 : 611) {
+    const Bytes cut(good.begin(), good.begin() + static_cast<std::ptrdiff_t>(size));
+    EXPECT_NE(Load(building, client, cut), "loaded") << "cut to " << size;
+  }
+  for (std::size_t place = 0; place < good.size(); place += place < 40 ? 1 : 613) {
+    Bytes flipped = good;
+    flipped[place] ^= 0x04;
+    EXPECT_NE(Load(building, client, flipped), "loaded") << "flipped at " << place;
+  }
+  Bytes longer = good;
+  longer.push_back('\n');
+  EXPECT_NE(Load(building, client, longer), "loaded");
+  EXPECT_EQ(client.device.Child("LonMarkObjects").Whole("Count"), 15)
+      << "the objects of the good template stay";
+  EXPECT_EQ(Load(building, client, good), "loaded");
+}
+
+TEST(SimTemplate, RefusalsSayWhatIsWrong) {
+  struct Case {
+    const char* from;
+    const char* to;
+    const char* words;
+  };
+  const Case kCases[] = {
+      {"8000AB0C12340001", "8000AB0C12340002", "is for program 8000AB0C12340002 version 3.1, not"},
+      {"\"version\": \"3.1\"", "\"version\": \"3.2\"", "version 3.2, not"},
+      {"\"objects\": [", "\"objects\": {", "parse error"},
+      {"\"objects\"", "\"things\"", "key 'objects' not found"},
+      {"\"number\": 31,", "\"number\": 30,", "RoofTopObject.31): the numbers must run from 1 without a gap"},
+      {"UCPTstartupDelay", "UCPTstartUpDelay",
+       "RoofTopObject.2): the type \"UCPTstartUpDelay\" is not known"},
+      {"\"default\": \"900\"", "\"default\": \"9000\"", "\"9000\" is outside the range 0 to 5000 ppm"},
+      {"\"sameAs\": \"HardwareOutput#.3\"", "\"sameAs\": \"HardwareOutput#.33\"",
+       "nvoCtrlOutput1.3 is the same as HardwareOutput1.33, which is not there"},
+      {"0 0 109 0 1 1 0 0", "0 0 110 0 1 1 0 0", "SCPTnvType does not carry the index of SNVT_occupancy"},
+      {"\"count\": 6", "\"count\": 1000000000", "a count must be at most 64"},
+  };
+  Building building(Options());
+  const Client client(building);
+  const std::string json = simulator::UnpackTemplate(building.TemplateBytes());
+  for (const Case& c : kCases) {
+    const std::string changed = base::ReplaceAll(json, c.from, c.to);
+    ASSERT_NE(changed, json) << c.from;
+    const std::string reason = Load(building, client, simulator::PackTemplate(changed));
+    EXPECT_NE(reason.find(c.words), std::string::npos) << reason;
+    EXPECT_EQ(reason.find("RTU-1 North wing, t.bin: The device template is "), 0U) << reason;
+  }
+  EXPECT_NE(Load(building, client, building.TemplateBytes(), 15).find("no object with index 15"),
+            std::string::npos);
+  EXPECT_NE(Load(building, client, building.TemplateBytes(), -1).find("no object with index -1"),
+            std::string::npos);
+}
+
+TEST(SimTemplate, ObjectsComeAliveInACollectionTakenBefore) {
+  Building building(Options());
+  const automation::Object server = building.ObjectServer();
+  const automation::Object network = Connect(building, server);
+  ASSERT_EQ(OpenSession(building, network), "OK");
+  const automation::Object device = network.Child("AppDevices").Call("Item", kFirstDevice).AsObject();
+  const automation::Object objects = device.Child("LonMarkObjects");
+  EXPECT_EQ(objects.Whole("Count"), 0);
+  EXPECT_TRUE(device.Call("AddLmo", 1, "", "t.bin", building.TemplateBytes()).AsBool());
+  EXPECT_EQ(objects.Whole("Count"), 15);
+  EXPECT_EQ(objects.Call("Item", 2).AsObject().Text("Name"), "RoofTopObject");
+}
+
+TEST(SimTemplate, ValuesThatWereStoredOutliveALoadAndMustFitIt) {
+  Building building(Options());
+  const Client client(building);
+  client.Property("RoofTopObject", 12).Put("Value", "4000");
+  EXPECT_EQ(Load(building, client, building.TemplateBytes()), "loaded");
+  EXPECT_EQ(client.Property("RoofTopObject", 12).Text("Value"), "4000");
+  const std::string json = simulator::UnpackTemplate(building.TemplateBytes());
+  const std::string other = base::ReplaceAll(json, "\"name\": \"SCPTlimitCO2\", ",
+                                             "\"name\": \"SCPTlimitCO2\", \"type\": \"SCPTbypassTime\", ");
+  ASSERT_NE(other, json);
+  EXPECT_NE(
+      Load(building, client, simulator::PackTemplate(other)).find("RoofTopObject.12 does not fit its type"),
+      std::string::npos);
+}
+
+TEST(SimTemplate, FileNameIsMadeOfProgramAndVersion) {
+  EXPECT_EQ(simulator::TemplateFileName("8000ab0c12340001", "3.1"), "8000AB0C12340001_3_1.bin");
+}
+
+}  // namespace
+}  // namespace sim_test
