@@ -3,7 +3,7 @@
 #include <algorithm>
 
 #include "shell/unit_choice.h"
-#include "tool.h"
+#include "tool_test.h"
 
 namespace {
 
@@ -135,8 +135,7 @@ TEST_F(ToolTest, CommandsNeverNest) {
 
 TEST_F(ToolTest, LocationIsShownFilledInAndWritten) {
   Open(tests::kUnassigned);
-  EXPECT_EQ(Text("txtLocation"), "Roof, south wing")
-      << "taken from the host, none was stored";
+  EXPECT_EQ(Text("txtLocation"), "Roof, south wing") << "taken from the host, none was stored";
   EXPECT_EQ(building.StoredText(tests::kUnassigned, "NodeObject", 2, "SCPTlocation"), Text("txtLocation"));
   Type("txtLocation", "Roof, bay 4");
   Click("cmdApply");

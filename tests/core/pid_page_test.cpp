@@ -1,7 +1,7 @@
 #include <gtest/gtest.h>
 
 #include "base/record.h"
-#include "tool.h"
+#include "tool_test.h"
 
 namespace {
 

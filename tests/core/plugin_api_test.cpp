@@ -1,7 +1,7 @@
 #include <gtest/gtest.h>
 
 #include "hosting/device_template.h"
-#include "tool.h"
+#include "tool_test.h"
 
 namespace {
 

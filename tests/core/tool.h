@@ -1,8 +1,6 @@
 // The whole tool over the virtual building, without a screen: what the composition root does on Windows.
 #pragma once
 
-#include <gtest/gtest.h>
-
 #include <memory>
 #include <string>
 
@@ -70,10 +68,11 @@ struct Tool : StandIns {
     return *typed;
   }
   std::string Text(const std::string& name) { return Find(name).Text(); }
+  /// What a person does; a control that cannot be used is an error of the test.
   void Type(const std::string& name, const std::string& text) {
-    EXPECT_TRUE(Find<ui::TextBox>(name).Type(text)) << name;
+    Usable(name, Find<ui::TextBox>(name).Type(text));
   }
-  void Click(const std::string& name) { EXPECT_TRUE(Find<ui::Button>(name).Click()) << name; }
+  void Click(const std::string& name) { Usable(name, Find<ui::Button>(name).Click()); }
 
   /// Messages of the logger, oldest first.
   std::vector<std::string> Messages() {
@@ -108,6 +107,10 @@ struct Tool : StandIns {
   automation::Object api{std::make_shared<hosting::PlugInApi>(program)};
 
  private:
+  static void Usable(const std::string& name, bool done) {
+    if (!done) throw base::Error(name + " cannot be used now");
+  }
+
   static hosting::StartUpFacts MakeFacts() {
     hosting::StartUpFacts facts;
     facts.identity = {"Tool", "Veldran, Inc", 1, 2, 3};
@@ -117,7 +120,5 @@ struct Tool : StandIns {
     return facts;
   }
 };
-
-struct ToolTest : testing::Test, Tool {};
 
 }  // namespace tests
