@@ -145,7 +145,7 @@ void SetVariableType(const TypeCatalogue& catalogue, const VariableTemplate& var
   if (!found) throw base::Error("The type \"" + type + "\" is not known.");
   values.values[variable.key] = Fields{type};
   for (const PropertyTemplate& property : variable.properties) {
-    if (property.name != "SCPTnvType") continue;
+    if (!CarriesNvType(property)) continue;
     Fields& fields = values.values.try_emplace(property.key, property.initial).first->second;
     fields.at(kNvTypeIndexField) = static_cast<double>(found->index);
   }

@@ -98,8 +98,9 @@ class Reader {
 
   static int CountOf(const Json& json, int otherwise) {
     const int count = json.value("count", otherwise);
-    if (count < 0 || count > kMostRepeats)
-      throw base::Error("a count must be at most " + std::to_string(kMostRepeats));
+    if (count < 0 || count > kMostRepeats) {
+      throw base::Error("a count must be 0 to " + std::to_string(kMostRepeats));
+    }
     return count;
   }
 
@@ -115,26 +116,34 @@ class Reader {
     if (json.contains("variables")) {
       for (const Json& variable : json.at("variables")) {
         const int count = CountOf(variable, 0);
-        for (int i = 1; i <= count; ++i) object.variables.push_back(ReadVariable(variable, object.name, i));
-        if (count == 0) object.variables.push_back(ReadVariable(variable, object.name, number));
+        for (int i = 1; i <= count; ++i) object.variables.push_back(ReadVariable(variable, object, i));
+        if (count == 0) object.variables.push_back(ReadVariable(variable, object, number));
       }
     }
+    CheckNames(result_.objects, object.name);
     result_.objects.push_back(std::move(object));
   }
 
-  VariableTemplate ReadVariable(const Json& json, const std::string& owner, int number) {
+  template <class Named>
+  static void CheckNames(const std::vector<Named>& present, const std::string& name) {
+    for (const Named& item : present) {
+      if (base::EqualsNoCase(item.name, name)) throw base::Error("\"" + name + "\" is there twice");
+    }
+  }
+
+  VariableTemplate ReadVariable(const Json& json, const ObjectTemplate& object, int number) {
     VariableTemplate variable;
     variable.name = Numbered(json.at("name"), number);
-    variable.key = owner + "/" + variable.name;
+    variable.key = object.name + "/" + variable.name;
     place_ = variable.key;
+    CheckNames(object.variables, variable.name);
     variable.type = json.at("type").get<std::string>();
     variable.allowedTypes = json.value("allowedTypes", std::vector<std::string>{variable.type});
     for (const std::string& type : variable.allowedTypes) TypeOf(type);
     variable.properties = ReadProperties(json, variable.key, number);
     const double index = TypeOf(variable.type)->index;
     for (const PropertyTemplate& property : variable.properties) {
-      if (property.name == "SCPTnvType" &&
-          std::get<double>(property.initial.at(kNvTypeIndexField)) != index) {
+      if (CarriesNvType(property) && std::get<double>(property.initial[kNvTypeIndexField]) != index) {
         throw base::Error("SCPTnvType does not carry the index of " + variable.type);
       }
     }
@@ -147,8 +156,9 @@ class Reader {
     for (const Json& json : owner.at("properties")) {
       const auto expected = static_cast<int>(properties.size()) + 1;
       place_ = ownerKey + "." + std::to_string(expected);
-      if (json.at("number").get<int>() != expected)
+      if (json.at("number").get<int>() != expected) {
         throw base::Error("the numbers must run from 1 without a gap");
+      }
       properties.push_back(ReadProperty(json, place_, number));
     }
     return properties;
@@ -179,8 +189,9 @@ class Reader {
   void ResolveAlias(const Alias& alias) {
     const auto [owner, number] = SplitKey(alias.target);
     const PropertyTemplate* source = result_.FindProperty(owner, number);
-    if (!source || !source->type)
+    if (!source || !source->type) {
       throw base::Error(alias.key + " is the same as " + alias.target + ", which is not there");
+    }
     const PropertyTemplate copy = *source;
     const auto [place, placeNumber] = SplitKey(alias.key);
     *PropertyIn(result_, place, placeNumber) = copy;
@@ -193,6 +204,10 @@ class Reader {
 };
 
 }  // namespace
+
+bool CarriesNvType(const PropertyTemplate& property) {
+  return property.type && property.type->name == "SCPTnvType" && property.initial.size() > kNvTypeIndexField;
+}
 
 const PropertyTemplate* DeviceTemplate::FindProperty(std::string_view owner, int number) const {
   return PropertyIn(*this, owner, number);

@@ -26,6 +26,9 @@ struct PropertyTemplate {
   bool readOnly = false;
 };
 
+/// True for a property that follows the type of its variable.
+bool CarriesNvType(const PropertyTemplate& property);
+
 struct VariableTemplate {
   std::string name;
   std::string key;   // where a changed type is kept: "RoofTopObject/nviCO2"

@@ -15,6 +15,8 @@
 //   registration    NewDescription(); Register(description); Deregister(description)
 //   description     the values of the plug-in; DeviceCommand, BlockCommand, DeviceType: records of more
 //   values language        Section(name); LastChange (date); Languages; Language (read, write); Font
+//   editing control Initialize(device, number, choices or signal); IsChanged; WriteValue() yes/no; Finish();
+//                   event Failed(text)
 #pragma once
 
 #include <string_view>
@@ -68,6 +70,12 @@ inline constexpr std::string_view kDeviceType = "DeviceType";
 // Language component.
 inline constexpr std::string_view kSection = "Section";
 inline constexpr std::string_view kLastChange = "LastChange";
+
+// Editing controls.
+inline constexpr std::string_view kInitialize = "Initialize";
+inline constexpr std::string_view kIsChanged = "IsChanged";
+inline constexpr std::string_view kWriteValue = "WriteValue";
+inline constexpr std::string_view kFinish = "Finish";
 
 // Answers of OpenSession.
 inline constexpr std::string_view kSessionOk = "OK";

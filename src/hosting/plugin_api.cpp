@@ -230,7 +230,8 @@ std::string PlugInApi::BlockName(const Object& device, int lmoIndex) const {
 
 void PlugInApi::SetVisible(bool visible) {
   shell::fMain* window = program_.Window();
-  if (!window) return;
+  // One that has closed itself because loading failed stays closed; hosts ask for it after each start.
+  if (!window || window->Ending()) return;
   if (!visible) return window->Hide();
   window->Show();
   if (std::exchange(minimizeWhenShown_, false)) window->SetState(ui::WindowState::kMinimized);

@@ -1,6 +1,8 @@
 #include "pages/page_table.h"
 
 #include "pages/control/fPID.h"
+#include "pages/io/fControlOutput.h"
+#include "pages/io/fHardwareInput.h"
 
 namespace pages {
 namespace {
@@ -11,6 +13,8 @@ std::unique_ptr<shell::ISubForm> Create(const shell::PageContext& context, int h
 }
 
 constexpr shell::PageEntry kTable[] = {
+    {"Inputs", "Object Inputs", "fHardwareInput", 14, true, Create<fHardwareInput>},
+    {"Outputs", "Object Outputs", "fControlOutput", 19, true, Create<fControlOutput>},
     {"PID", "PID", "fPID", 45, true, Create<fPID>},
 };
 

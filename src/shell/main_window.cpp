@@ -4,6 +4,7 @@
 
 #include "automation/error.h"
 #include "hosting/host_contract.h"
+#include "shell/host_transaction.h"
 #include "shell/unit_choice.h"
 
 namespace shell {
@@ -33,7 +34,7 @@ fMain::fMain(const Platform& platform, const Settings& settings, Strings& string
       logger_({platform.registry, platform.locale, platform.loop, platform.fileDialog, platform.toolkit,
                settings.settingsKey, settings.applicationFolder,
                [&strings](std::string_view text) { return strings.GetStrings(text); }}),
-      context_{settings, device_, strings, platform.prompts, platform.loop, *this, flags_, pages_},
+      context_{platform, settings, device_, strings, *this, flags_, pages_, selections_, *this},
       pages_(pageTable),
       tmrBlink(platform.loop, kBlinkInterval),
       TimerQuit(platform.loop, kQuitDelay) {
@@ -162,6 +163,31 @@ void fMain::Command(std::string_view routine, const std::function<void()>& work)
   }
   busy_ = false;
   if (!ending_) SetAcceptsInput(true);
+}
+
+void fMain::RunModal(ui::Window& dialog) {
+  Command("RunModal", [&] {
+    if (platform_.toolkit && !dialog.GetWindowPeer()) platform_.toolkit->Realize(dialog);
+    dialog.Show();
+    platform_.loop.RunUntil([&dialog] { return !dialog.Visible(); });
+  });
+}
+
+bool fMain::InTransaction(std::string_view routine, std::string_view location,
+                          const std::function<bool()>& work) {
+  bool committed = false;
+  Command(routine, [&] {
+    const ui::WaitPointer pointer(platform_.loop);
+    try {
+      HostTransaction transaction(network_);
+      if (!work()) return transaction.Cancel();
+      transaction.Commit();
+      committed = true;
+    } catch (const std::exception& error) {
+      AddMessage(DescribeError(error), routine, location, logger::kError);
+    }
+  });
+  return committed;
 }
 
 void fMain::ProcessDeviceCommand(const automation::Object& network) {

@@ -16,7 +16,7 @@
 
 namespace shell {
 
-class fMain : public ui::Window, public MessageSink {
+class fMain : public ui::Window, private MessageSink, private PageWork {
  public:
   /// `onEnd` runs once, when the plug-in is to end; it may not destroy the window before it returns.
   fMain(const Platform& platform, const Settings& settings, Strings& strings,
@@ -52,8 +52,13 @@ class fMain : public ui::Window, public MessageSink {
   PageSet& Pages() { return pages_; }
   PageFlags& Flags() { return flags_; }
   DeviceObjects& Device() { return device_; }
+  /// The input and output functions chosen at this moment.
+  SelectedTypes& Selections() { return selections_; }
 
  private:
+  void RunModal(ui::Window& dialog) override;
+  bool InTransaction(std::string_view routine, std::string_view location,
+                     const std::function<bool()>& work) override;
   void BuildLayout();
   void ConnectHandlers();
   /// Runs one command unless another is under way, and reports its failure.
@@ -87,6 +92,7 @@ class fMain : public ui::Window, public MessageSink {
   std::string blockName_;
   DeviceObjects device_;
   PageFlags flags_;
+  SelectedTypes selections_;
   PageContext context_;
   PageSet pages_;
   std::size_t shownPage_ = 0;

@@ -9,11 +9,11 @@
 #include <string_view>
 
 #include "shell/device_objects.h"
+#include "shell/platform.h"
+#include "shell/selected_types.h"
 #include "shell/settings.h"
 #include "shell/strings.h"
-#include "ui/event_loop.h"
 #include "ui/form.h"
-#include "ui/prompts.h"
 
 namespace shell {
 
@@ -63,16 +63,29 @@ class PageFinder {
   virtual ISubForm* FindPage(std::string_view pageClass) = 0;
 };
 
+/// Longer work of a page outside the whole-set operations. Nothing else is taken while it runs.
+class PageWork {
+ public:
+  virtual ~PageWork() = default;
+  /// Shows a dialog of the page and waits until it is closed.
+  virtual void RunModal(ui::Window& dialog) = 0;
+  /// Runs `work` in a host transaction of its own: committed when it answers yes, cancelled otherwise and
+  /// when it throws. Answers whether it was committed; every fault is logged with the routine and location.
+  virtual bool InTransaction(std::string_view routine, std::string_view location,
+                             const std::function<bool()>& work) = 0;
+};
+
 /// All that a page knows of its surroundings; everything outlives the page.
 struct PageContext {
+  const Platform& platform;
   const Settings& settings;
   DeviceObjects& device;
   Strings& strings;
-  ui::Prompts& prompts;
-  ui::EventLoop& loop;
   MessageSink& messages;
   PageFlags& flags;
   PageFinder& pages;
+  SelectedTypes& selections;
+  PageWork& work;
 };
 
 /// One line of the page table.

@@ -3,43 +3,13 @@
 #include <algorithm>
 
 #include "base/error.h"
-#include "hosting/host_contract.h"
 #include "logger/message_logger.h"
+#include "shell/host_transaction.h"
 
 namespace shell {
 namespace {
 
 using automation::Object;
-
-// One transaction of the host, ended exactly once: by Commit or Cancel, or by cancelling when it goes out of
-// scope.
-class HostTransaction {
- public:
-  explicit HostTransaction(const Object& network) : network_(network) {
-    network_.Call(host::kBeginTransaction);
-  }
-  HostTransaction(const HostTransaction&) = delete;
-  HostTransaction& operator=(const HostTransaction&) = delete;
-  ~HostTransaction() {
-    try {
-      if (open_) Cancel();
-    } catch (const std::exception&) {
-      // The fault that led here is the one to be told.
-    }
-  }
-
-  void Commit() { End(host::kCommitTransaction); }
-  void Cancel() { End(host::kCancelTransaction); }
-
- private:
-  void End(std::string_view member) {
-    open_ = false;
-    network_.Call(member);
-  }
-
-  const Object& network_;
-  bool open_ = true;
-};
 
 // Shows the progress window for the life of the object.
 class ProgressShown {
@@ -82,7 +52,7 @@ void PageSet::LoadAllPages(const PageContext& context, const Object& network, fL
 }
 
 SaveResult PageSet::SaveAllPages(const PageContext& context, const Object& network, fLoading& progress) {
-  const ui::WaitPointer pointer(context.loop);
+  const ui::WaitPointer pointer(context.platform.loop);
   const auto text = [&context](std::string_view english) { return context.strings.GetStrings(english); };
   const ProgressShown shown(progress, text("Saving configuration tool data . . ."), text("Now saving"),
                             pages_.size());
@@ -111,7 +81,7 @@ SaveResult PageSet::SaveAllPages(const PageContext& context, const Object& netwo
 }
 
 void PageSet::RefreshAllPages(const PageContext& context, const Object& network, fLoading& progress) {
-  const ui::WaitPointer pointer(context.loop);
+  const ui::WaitPointer pointer(context.platform.loop);
   const auto text = [&context](std::string_view english) { return context.strings.GetStrings(english); };
   const ProgressShown shown(progress, text("Refreshing configuration tool . . ."), text("Now refreshing"),
                             pages_.size());

@@ -8,6 +8,7 @@
 #include "automation/object.h"
 #include "base/registry.h"
 #include "shell/help.h"
+#include "ui/control_host.h"
 #include "ui/event_loop.h"
 #include "ui/file_dialog.h"
 #include "ui/form.h"
@@ -21,6 +22,7 @@ struct Platform {
   ui::EventLoop& loop;
   ui::FileDialog& fileDialog;
   HelpViewer& help;
+  ui::ControlHost& controls;
   base::Registry& registry;
   base::Locale& locale;
   /// Creates an automation object by its program id. Throws automation::Error naming the id.

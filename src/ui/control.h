@@ -31,6 +31,7 @@ enum class Kind {
   kListView,
   kProgressBar,
   kPageArea,
+  kControlSite,
 };
 
 /// What changed about a control: caption or typed text, enabled, visible, tip, or its content (checked,
@@ -305,6 +306,21 @@ class PageArea : public Control {
  private:
   std::vector<Form*> forms_;
   Form* shown_ = nullptr;
+};
+
+/// The place in a window where a control of another maker is created at run time; see ControlHost.
+class ControlSite : public Control {
+ public:
+  /// `width` and `height` in dialog units.
+  ControlSite(Form& form, std::string name, int width, int height)
+      : Control(form, Kind::kControlSite, std::move(name)), width_(width), height_(height) {}
+
+  int Width() const { return width_; }
+  int Height() const { return height_; }
+
+ private:
+  int width_;
+  int height_;
 };
 
 /// N controls of one kind, named "name(0)" to "name(N-1)".

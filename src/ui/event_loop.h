@@ -37,6 +37,9 @@ class EventLoop {
   virtual void Turn() = 0;
   /// Runs `work` from the loop, not from inside this call.
   virtual void Post(std::function<void()> work) = 0;
+  /// Handles events until `done` answers yes or the program's loop is ended; for a dialog that keeps its
+  /// caller waiting.
+  virtual void RunUntil(const std::function<bool()>& done) = 0;
   /// Ends the program's loop.
   virtual void Quit() = 0;
   /// Shows the hourglass pointer, or the normal one again.

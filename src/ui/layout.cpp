@@ -22,9 +22,10 @@ Node Composite(Node::Type type, std::vector<Node> children) {
   Node node;
   node.type = type;
   node.children = std::move(children);
+  // What grows across a line or stack only fills it.
   for (const Node& child : node.children) {
-    node.growX |= child.growX;
-    node.growY |= child.growY;
+    node.growX |= child.growX && type != Node::Type::kStack;
+    node.growY |= child.growY && type != Node::Type::kLine;
   }
   return node;
 }
@@ -72,10 +73,9 @@ void Spread(std::vector<Track>& tracks, int surplus) {
   }
 }
 
-// A control keeps its height and stands on the middle line; a group of rows takes all the height and starts
-// at the top.
+// A control keeps its size; a group takes all the room of its place and starts at its top left.
 bool FillsHeight(const Node& node) { return node.growY || node.type != Node::Type::kItem; }
-bool FillsWidth(const Node& node) { return node.growX || node.type == Node::Type::kBox; }
+bool FillsWidth(const Node& node) { return node.growX || node.type != Node::Type::kItem; }
 
 class Engine {
  public:
@@ -170,6 +170,7 @@ Size Engine::Compute(const Node& node) const {
     }
     case Node::Type::kLine:
     case Node::Type::kStack:
+    case Node::Type::kOverlay:
       break;
   }
   Size size;
@@ -178,6 +179,7 @@ Size Engine::Compute(const Node& node) const {
     size.width = std::max(size.width, part.width);
     size.height = std::max(size.height, part.height);
   }
+  if (node.type == Node::Type::kOverlay) return size;
   const int along = Total(AxisTracks(node), Gap(node));
   (node.type == Node::Type::kLine ? size.width : size.height) = along;
   return size;
@@ -198,6 +200,12 @@ void Engine::Place(const Node& node, Rect area) {
       return PlaceGrid(node, area);
     case Node::Type::kBox:
       return PlaceBox(node, area);
+    case Node::Type::kOverlay:
+      for (const Node& child : node.children) {
+        const int height = Measure(child).height;
+        Place(child, {area.left, area.top + (area.height - height) / 2, area.width, height});
+      }
+      return;
   }
 }
 
@@ -268,6 +276,8 @@ Node Item(Control& control) {
 
 Node Line(std::vector<Node> children) { return Composite(Node::Type::kLine, std::move(children)); }
 Node Stack(std::vector<Node> children) { return Composite(Node::Type::kStack, std::move(children)); }
+
+Node Overlay(std::vector<Node> children) { return Composite(Node::Type::kOverlay, std::move(children)); }
 
 Node Grid(std::size_t columns, std::vector<Node> cells) {
   Node node = Composite(Node::Type::kGrid, std::move(cells));

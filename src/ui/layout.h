@@ -14,6 +14,8 @@ class Frame;
 struct Size {
   int width = 0;
   int height = 0;
+
+  bool operator==(const Size&) const = default;
 };
 
 struct Rect {
@@ -21,11 +23,13 @@ struct Rect {
   int top = 0;
   int width = 0;
   int height = 0;
+
+  bool operator==(const Rect&) const = default;
 };
 
 /// One place of a layout; made by the functions below.
 struct Node {
-  enum class Type { kEmpty, kItem, kLine, kStack, kGrid, kBox };
+  enum class Type { kEmpty, kItem, kLine, kStack, kGrid, kBox, kOverlay };
 
   Type type = Type::kEmpty;
   Control* control = nullptr;  // of an item; the frame of a box
@@ -37,17 +41,21 @@ struct Node {
 };
 
 Node Item(Control& control);
-/// Left to right; controls on one middle line, groups of rows from the top and group boxes equally tall.
+/// Left to right; controls on one middle line, groups from the top and group boxes equally tall.
 Node Line(std::vector<Node> children);
-/// Top to bottom; boxes and growing children take the full width.
+/// Top to bottom; groups, boxes and growing controls take the full width.
 Node Stack(std::vector<Node> children);
 /// Rows of `columns` cells, column widths shared by all rows. A spanning cell counts for its columns.
 Node Grid(std::size_t columns, std::vector<Node> cells);
 /// A group box around `content`.
 Node Box(Frame& frame, Node content);
+/// All children in the same place, for controls of which one is visible at a time.
+Node Overlay(std::vector<Node> children);
 /// An empty cell, or with Grow a spring that pushes its neighbours apart.
 inline Node Empty() { return {}; }
 Node Span(std::size_t columns, Node node);
+/// Growth along a line or a stack, and of a cell of a grid, makes the whole grow; growth across only fills
+/// it.
 Node GrowX(Node node);
 Node GrowY(Node node);
 Node Grow(Node node);

@@ -193,7 +193,7 @@ TEST(UnitChoice, ComesFromTheRegistryElseFromTheLocale) {
 }
 
 TEST_F(ToolTest, AFailedLoadClosesTheWindowAndKeepsTheReasonInSight) {
-  building.Faults().Fail({.member = "Property.Value", .call = 3, .text = "The device does not answer."});
+  building.Faults().Fail({.member = "Property.Precision", .text = "The device does not answer."});
   Open(tests::kAssigned);
   EXPECT_EQ(Main().Tag(), "Refuse to start");
   Main().onActivate();  // the window becomes active for the first time
@@ -201,7 +201,7 @@ TEST_F(ToolTest, AFailedLoadClosesTheWindowAndKeepsTheReasonInSight) {
   EXPECT_TRUE(Main().Logger().Visible());
   const auto messages = Messages();
   ASSERT_EQ(messages.size(), 2u);
-  EXPECT_EQ(messages[0].find("FillValue/PID: "), 0u) << messages[0];
+  EXPECT_EQ(messages[0].find("FillValue/PID: UCPTspaceTempPIDparam: "), 0u) << messages[0];
   EXPECT_NE(messages[0].find("The device does not answer."), std::string::npos);
   EXPECT_EQ(messages[1], "Load/Main: The page \"PID\" could not be read from the device.");
   loop.Tick();
@@ -212,7 +212,7 @@ TEST_F(ToolTest, AFailedLoadClosesTheWindowAndKeepsTheReasonInSight) {
 }
 
 TEST_F(ToolTest, ARefusedEntryKeepsTheFocusAndStopsTheSave) {
-  Open(tests::kAssigned);
+  OpenPage(tests::kAssigned, "fPID");
   auto& box = Find<ui::TextBox>(kBox);
   box.Enter();
   box.Type("abc");
@@ -227,7 +227,7 @@ TEST_F(ToolTest, ARefusedEntryKeepsTheFocusAndStopsTheSave) {
 }
 
 TEST_F(ToolTest, HelpOpensThePagesTopic) {
-  Open(tests::kAssigned);
+  OpenPage(tests::kAssigned, "fPID");
   Click("cmdHelp");
   EXPECT_EQ(help.shown, std::vector<std::string>{"C:\\Tool\\HelpFile\\TARN-M Help File.chm>Main 15 45"});
   help.opens = false;
@@ -252,7 +252,11 @@ TEST_F(ToolTest, ErrorButtonTellsTheLevelAndAWarningBlinks) {
 
 TEST_F(ToolTest, ThePageTableAndTheWindowsAgree) {
   Open(tests::kAssigned);
-  EXPECT_EQ(Text("lblTitle"), "PID Configuration");
+  EXPECT_FALSE(Main().Flags().pageSelected);
+  EXPECT_EQ(Text("lblTitle"), "Object Inputs Configuration");
+  Find<ui::ListView>("lvwConfig").Choose(1);
+  EXPECT_TRUE(Main().Flags().pageSelected);
+  EXPECT_EQ(Text("lblTitle"), "Object Outputs Configuration");
   std::vector<const ui::Form*> forms = {&Main(), &Main().Logger(), &Main().ProgressObject};
   for (const auto& entry : Main().Pages().Table()) {
     shell::ISubForm* page = Main().Pages().FindPage(entry.pageClass);

@@ -8,6 +8,7 @@
 #include <string>
 #include <vector>
 
+#include "automation/error.h"
 #include "base/error.h"
 #include "shell/platform.h"
 
@@ -36,6 +37,11 @@ class ManualLoop : public ui::EventLoop {
     if (onTurn) onTurn();
   }
   void Post(std::function<void()> work) override { posted.push_back(std::move(work)); }
+  /// A dialog is open: `whileOpen` does what the person does in it, and must close it.
+  void RunUntil(const std::function<bool()>& done) override {
+    if (whileOpen) whileOpen();
+    if (!done()) throw base::Error("the dialog was left open");
+  }
   void Quit() override { quit = true; }
   void SetWaiting(bool waiting) override { waitDepth += waiting ? 1 : -1; }
 
@@ -46,6 +52,7 @@ class ManualLoop : public ui::EventLoop {
   }
 
   std::function<void()> onTurn;
+  std::function<void()> whileOpen;
   std::vector<std::function<void()>> posted;
   int turns = 0;
   int waitDepth = 0;
@@ -105,7 +112,25 @@ class RecordedHelp : public shell::HelpViewer {
   bool opens = true;
 };
 
+/// Editing controls made by the test; none are registered until it says how to make them.
+class MadeControls : public ui::ControlHost {
+ public:
+  automation::Object Create(ui::ControlSite& site, const std::string& programId,
+                            std::function<void(const std::string&)> onFailed) override {
+    if (!make) throw automation::Error(0x800401F3, "The control \"" + programId + "\" is not registered.");
+    alive.insert(&site);
+    if (onCreate) onCreate(site);
+    return make(site.Name(), std::move(onFailed));
+  }
+  void Destroy(ui::ControlSite& site) override { alive.erase(&site); }
+
+  std::function<automation::Object(const std::string&, std::function<void(const std::string&)>)> make;
+  std::function<void(ui::ControlSite&)> onCreate;
+  std::set<ui::ControlSite*> alive;
+};
+
 struct StandIns {
+  MadeControls controls;
   ScriptedPrompts prompts;
   ManualLoop loop;
   ChosenFile fileDialog;

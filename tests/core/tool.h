@@ -53,6 +53,15 @@ struct Tool : StandIns {
     api.Call("SendCommand", 0, 0, "");
   }
 
+  /// Opens the window and selects the page in its list.
+  void OpenPage(const std::string& device, const std::string& pageClass) {
+    Open(device);
+    auto& list = Find<ui::ListView>("lvwConfig");
+    for (std::size_t i = 0; i < list.Rows().size(); ++i) {
+      if (list.Rows()[i].key == pageClass) list.Choose(i);
+    }
+  }
+
   shell::fMain& Main() { return *program.Window(); }
 
   /// A control of the main window, or of the page named before the point ("fPID.txtPIDTemp(0)").
@@ -98,6 +107,7 @@ struct Tool : StandIns {
                            loop,
                            fileDialog,
                            help,
+                           controls,
                            registry,
                            locale,
                            [this](std::string_view id) { return Create(id); },

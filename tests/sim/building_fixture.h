@@ -5,6 +5,7 @@
 #include <gtest/gtest.h>
 
 #include <filesystem>
+#include <random>
 #include <string>
 #include <utility>
 
@@ -67,10 +68,9 @@ std::string RefusalOf(Action action) {
 
 /// A folder of its own, removed at the end.
 struct Folder {
+  // The random part keeps two runs on one machine apart.
   Folder()
-      : path(std::filesystem::path(testing::TempDir()) /
-             testing::UnitTest::GetInstance()->current_test_info()->name()) {
-    std::filesystem::remove_all(path);
+      : path(std::filesystem::path(testing::TempDir()) / ("tarn-" + std::to_string(std::random_device{}()))) {
     std::filesystem::create_directories(path);
   }
   ~Folder() { std::filesystem::remove_all(path); }

@@ -96,7 +96,12 @@ TEST(SimStore, TransactionsOutOfOrderAreRefused) {
   EXPECT_EQ(RefusalOf([&] { client.network.Call("CommitTransaction"); }), "No transaction is open.");
   client.network.Call("BeginTransaction");
   EXPECT_EQ(RefusalOf([&] { client.network.Call("BeginTransaction"); }), "A transaction is open already.");
+  const automation::Object limit = client.Property("RoofTopObject", 12);
+  limit.Put("Value", "1000");
+  client.network.Child("AppDevices").Call("Item", kSecondDevice);
+  EXPECT_EQ(RefusalOf([&] { client.network.Call("BeginTransaction"); }), "A transaction is open already.");
   client.network.Call("CommitTransaction");
+  EXPECT_EQ(Co2Limit(building), "1000") << "the device of the transaction, not the one taken since";
   EXPECT_EQ(RefusalOf([&] { client.network.Call("CancelTransaction"); }), "No transaction is open.");
 }
 

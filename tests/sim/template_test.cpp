@@ -58,7 +58,8 @@ TEST(SimTemplate, RefusalsSayWhatIsWrong) {
       {"\"sameAs\": \"HardwareOutput#.3\"", "\"sameAs\": \"HardwareOutput#.33\"",
        "nvoCtrlOutput1.3 is the same as HardwareOutput1.33, which is not there"},
       {"0 0 109 0 1 1 0 0", "0 0 110 0 1 1 0 0", "SCPTnvType does not carry the index of SNVT_occupancy"},
-      {"\"count\": 6", "\"count\": 1000000000", "a count must be at most 64"},
+      {"\"count\": 6", "\"count\": 1000000000", "a count must be 0 to 64"},
+      {"\"nviSlave\"", "\"nviCO2\"", "\"nviCO2\" is there twice"},
   };
   Building building(Options());
   const Client client(building);

@@ -1,0 +1,139 @@
+#include "pages/io/assignment_rules.h"
+
+#include <algorithm>
+#include <initializer_list>
+
+#include "pages/io/output_functions.h"
+
+namespace pages {
+namespace {
+
+using Result = std::optional<Refusal>;
+using Rule = Result (*)(const OutputChange&);
+
+constexpr int kHighestStage = 4;
+
+Result SameFunctionTwice(const OutputChange& change) {
+  if (change.next == kUnassigned || !change.OthersHold(change.next)) return {};
+  return Refusal{"This output is already selected, please select another one.", {}};
+}
+
+Result StageOrder(const OutputChange& change) {
+  const auto stage = StageOf(change.next);
+  if (!stage || stage->number == 1) return {};
+  const std::string before = stage->Name(stage->number - 1);
+  if (change.OthersHold(before)) return {};
+  return Refusal{"You have to select the %s1% before selecting %s2%", {before, change.next}};
+}
+
+Result StageRemoval(const OutputChange& change) {
+  const auto stage = StageOf(change.previous);
+  if (!stage) return {};
+  for (int higher = stage->number + 1; higher <= kHighestStage; ++higher) {
+    if (!change.OthersHold(stage->Name(higher))) continue;
+    return Refusal{"You still have %s1% selected, %s2% must remain selected.",
+                   {stage->Name(higher), change.previous}};
+  }
+  return {};
+}
+
+Result ReversingValveNeedsCooling(const OutputChange& change) {
+  if (change.OthersHold("COOLING_1")) return {};
+  return Refusal{"You have to select %s1% before selecting %s2%", {"COOLING", "REVERSING_VALVE"}};
+}
+
+Result CoolingKeptForReversingValve(const OutputChange& change) {
+  if (change.previous != "COOLING_1" || !change.OthersHold("REVERSING_VALVE")) return {};
+  // The valve is named twice on purpose.
+  return Refusal{"You have %s1% selected you need to select at least one %s2% before selecting %s3%",
+                 {"REVERSING_VALVE", "COOLING", "REVERSING_VALVE"}};
+}
+
+Result ModulatingDamperExcludesOpenClose(const OutputChange& change) {
+  if (!change.OthersHold("FRESH_AIR_DAMPER_OPEN") && !change.OthersHold("FRESH_AIR_DAMPER_CLOSE")) return {};
+  return Refusal{"You already select %s1% or %s2%, %s3% cannot be selected.",
+                 {"FRESH_AIR_DAMPER_OPEN", "FRESH_AIR_DAMPER_CLOSE", "FRESH_AIR_DAMPER_MOD"}};
+}
+
+Result OpenCloseDamperExcludesModulating(const OutputChange& change) {
+  if (!change.OthersHold("FRESH_AIR_DAMPER_MOD")) return {};
+  return Refusal{"You already select %s1%, %s2% or %s3% cannot be selected.",
+                 {"FRESH_AIR_DAMPER_MOD", "FRESH_AIR_DAMPER_OPEN", "FRESH_AIR_DAMPER_CLOSE"}};
+}
+
+// What is checked, in order, when an output gets a function. The rules for removal guard the function that
+// the output gives up, whatever replaces it.
+struct RuleOrder {
+  std::string_view function;  // empty: every other one
+  std::initializer_list<Rule> rules;
+};
+
+const RuleOrder kRuleOrders[] = {
+    {"HEATING_1", {StageOrder, StageRemoval, SameFunctionTwice, CoolingKeptForReversingValve}},
+    {"HEATING_2", {StageOrder, StageRemoval, SameFunctionTwice, CoolingKeptForReversingValve}},
+    {"HEATING_3", {StageOrder, StageRemoval, SameFunctionTwice, CoolingKeptForReversingValve}},
+    {"HEATING_4", {StageOrder, StageRemoval, SameFunctionTwice, CoolingKeptForReversingValve}},
+    {"COOLING_1", {StageOrder, StageRemoval, SameFunctionTwice}},
+    {"COOLING_2", {StageOrder, StageRemoval, SameFunctionTwice, CoolingKeptForReversingValve}},
+    {"COOLING_3", {StageOrder, StageRemoval, SameFunctionTwice, CoolingKeptForReversingValve}},
+    {"COOLING_4", {StageOrder, StageRemoval, SameFunctionTwice, CoolingKeptForReversingValve}},
+    {"REVERSING_VALVE", {SameFunctionTwice, StageRemoval, ReversingValveNeedsCooling}},
+    {"FRESH_AIR_DAMPER_MOD",
+     {SameFunctionTwice, StageRemoval, CoolingKeptForReversingValve, ModulatingDamperExcludesOpenClose}},
+    {"FRESH_AIR_DAMPER_OPEN",
+     {SameFunctionTwice, StageRemoval, CoolingKeptForReversingValve, OpenCloseDamperExcludesModulating}},
+    {"FRESH_AIR_DAMPER_CLOSE",
+     {SameFunctionTwice, StageRemoval, CoolingKeptForReversingValve, OpenCloseDamperExcludesModulating}},
+    {kUnassigned, {StageRemoval, CoolingKeptForReversingValve}},
+    {{}, {SameFunctionTwice, StageRemoval, CoolingKeptForReversingValve}},
+};
+
+struct Pair {
+  std::string_view open;
+  std::string_view close;
+};
+constexpr Pair kPairs[] = {
+    {"HEAT_VALVE_OPEN", "HEAT_VALVE_CLOSE"},
+    {"COOL_VALVE_OPEN", "COOL_VALVE_CLOSE"},
+    {"HEAT_COOL_VALVE_OPEN", "HEAT_COOL_VALVE_CLOSE"},
+    {"FRESH_AIR_DAMPER_OPEN", "FRESH_AIR_DAMPER_CLOSE"},
+};
+
+}  // namespace
+
+bool OutputChange::OthersHold(std::string_view function) const {
+  for (std::size_t i = 0; i < functions.size(); ++i) {
+    if (i != index && functions[i] == function) return true;
+  }
+  return false;
+}
+
+Result CheckAssignment(const OutputChange& change) {
+  const auto* order = std::ranges::find_if(kRuleOrders, [&change](const RuleOrder& candidate) {
+    return candidate.function.empty() || candidate.function == change.next;
+  });
+  for (const Rule rule : order->rules) {
+    if (auto refusal = rule(change)) return refusal;
+  }
+  return {};
+}
+
+std::vector<std::string> UnpairedFunctions(const OutputFunctions& functions) {
+  const auto held = [&functions](std::string_view name) {
+    return std::ranges::find(functions, name) != functions.end();
+  };
+  std::vector<std::string> lines;
+  for (const std::string& function : functions) {
+    for (const Pair& pair : kPairs) {
+      if (function == pair.close && !held(pair.open)) {
+        lines.emplace_back("You should choose 'Open' if 'Close' was selected.");
+      }
+      if (function == pair.open && !held(pair.close)) {
+        lines.emplace_back("You should choose 'Close' if 'Open' was selected.");
+      }
+    }
+  }
+  return lines;
+}
+
+}  // namespace pages

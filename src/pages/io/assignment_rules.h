@@ -1,0 +1,44 @@
+// The rules between the seven output functions. Each rule is one function; a table says which rules run for a
+// new function and in which order. The rules know nothing of the page: they see the functions of all outputs
+// and the change asked for.
+#pragma once
+
+#include <array>
+#include <optional>
+#include <string>
+#include <string_view>
+#include <vector>
+
+namespace pages {
+
+inline constexpr std::size_t kOutputCount = 7;
+
+/// Functions of outputs 1 to 7 (entries 0 to 6) in upper case.
+using OutputFunctions = std::array<std::string, kOutputCount>;
+
+/// Output `index` (0 to 6) is to change from `previous` to `next`; its own entry of `functions` does not
+/// count.
+struct OutputChange {
+  const OutputFunctions& functions;
+  std::size_t index;
+  std::string previous;
+  std::string next;
+
+  /// True when another output holds the function.
+  bool OthersHold(std::string_view function) const;
+};
+
+/// Why a change is refused: a text for FormatStrings with its arguments, names that are not translated.
+struct Refusal {
+  std::string text;
+  std::vector<std::string> arguments;
+};
+
+/// The first rule that refuses, in the order for the new function; nothing when all rules pass.
+std::optional<Refusal> CheckAssignment(const OutputChange& change);
+
+/// One line for each open or close function whose partner no output holds, in the order of the outputs; empty
+/// when all pairs are complete. Lines are English texts.
+std::vector<std::string> UnpairedFunctions(const OutputFunctions& functions);
+
+}  // namespace pages

@@ -1,0 +1,104 @@
+#include "pages/io/config_dialog.h"
+
+#include <algorithm>
+#include <utility>
+
+#include "hosting/host_contract.h"
+#include "logger/message_logger.h"
+
+namespace pages {
+
+ConfigDialog::ConfigDialog(std::string name, std::string caption, std::string failureText,
+                           std::span<const EditingControl> controls, const shell::PageContext& context)
+    : Window(std::move(name)),
+      context_(context),
+      caption_(std::move(caption)),
+      failureText_(std::move(failureText)),
+      descriptions_(controls) {
+  std::vector<ui::Node> rows;
+  for (const EditingControl& control : descriptions_) {
+    sites_.push_back(std::make_unique<ui::ControlSite>(*this, control.name, control.width, control.height));
+    rows.push_back(ui::Grow(ui::Item(*sites_.back())));
+  }
+  rows.push_back(ui::GrowX(ui::Line({ui::GrowX(ui::Empty()), ui::Item(cmdHelp), ui::Item(cmdOK),
+                                     ui::Item(cmdCancel), ui::Item(cmdApply)})));
+  SetLayout(ui::Stack(std::move(rows)));
+  cmdOK.onClick = [this] { Guarded("OK", [this] { Ok(); }); };
+  cmdApply.onClick = [this] { Guarded("Apply", [this] { Write(); }); };
+  cmdHelp.onClick = [this] { shell::ShowHelp(context_.platform.help, context_.settings.helpFile, 0); };
+  cmdCancel.onClick = [this] { Close(); };
+  onQueryClose = [this] { return NoChange = true; };  // by the button or the window's own
+  onClosed = [this] { End(); };
+  defaultButton = &cmdOK;
+  cancelButton = &cmdCancel;
+  InitStrings();
+}
+
+ConfigDialog::~ConfigDialog() {
+  End();
+  if (context_.platform.toolkit) context_.platform.toolkit->Discard(*this);
+}
+
+void ConfigDialog::InitStrings() {
+  const shell::Strings& strings = context_.strings;
+  SetTitle(strings.GetStrings(caption_));
+  cmdOK.SetText(strings.GetStrings("&OK"));
+  cmdApply.SetText(strings.GetStrings("Apply"));
+  cmdCancel.SetText(strings.GetStrings("Cancel"));
+  cmdHelp.SetText(strings.GetStrings("Help"));
+}
+
+void ConfigDialog::Guarded(const char* routine, const std::function<void()>& work) {
+  try {
+    work();
+  } catch (const std::exception& error) {
+    context_.messages.AddMessage(shell::DescribeError(error), routine, caption_, logger::kError);
+  }
+}
+
+void ConfigDialog::Open() {
+  NoChange = false;
+  if (context_.platform.toolkit && !GetWindowPeer()) context_.platform.toolkit->Realize(*this);
+  try {
+    for (std::size_t i = 0; i < sites_.size(); ++i) {
+      editors_.push_back(context_.platform.controls.Create(
+          *sites_[i], descriptions_[i].programId, [this](const std::string& text) {
+            context_.messages.AddMessage(text, "WriteValue", caption_, logger::kError);
+          }));
+      editors_.back().Call(host::kInitialize, context_.device.Device, Index, ControlArgument());
+    }
+  } catch (...) {
+    End();
+    throw;
+  }
+  context_.work.RunModal(*this);
+}
+
+bool ConfigDialog::Write() {
+  const bool changed = std::ranges::any_of(
+      editors_, [](const automation::Object& editor) { return editor.Get(host::kIsChanged).AsBool(); });
+  if (!changed) return true;
+  bool written = true;
+  for (const automation::Object& editor : editors_)
+    written = editor.Call(host::kWriteValue).AsBool() && written;
+  if (!written) {
+    context_.platform.prompts.Ask({context_.strings.GetStrings(failureText_), context_.settings.title,
+                                   ui::Buttons::kOk, ui::Icon::kInformation});
+  }
+  return written;
+}
+
+void ConfigDialog::Ok() {
+  if (!Write()) return;  // the entries stay for correction
+  Hide();
+  End();
+}
+
+void ConfigDialog::End() {
+  for (const automation::Object& editor : std::exchange(editors_, {})) {
+    Guarded("Finish", [&editor] { editor.Call(host::kFinish); });
+  }
+  for (const auto& site : sites_) context_.platform.controls.Destroy(*site);
+}
+
+}  // namespace pages

@@ -1,0 +1,119 @@
+#include "pages/io/dependencies.h"
+
+#include <algorithm>
+#include <initializer_list>
+
+#include "pages/io/output_functions.h"
+
+namespace pages {
+namespace {
+
+// Conditions, one bit each.
+enum Flag : unsigned {
+  kBypassDamper = 1u << 0,
+  kFanSpeed = 1u << 1,
+  kCoolingStages = 1u << 2,
+  kHeating = 1u << 3,
+  kCoolingValves = 1u << 4,
+  kHeatCoolValve = 1u << 5,
+  kReversingValve = 1u << 6,
+  kFreshAirDamper = 1u << 7,
+  kHumidifier = 1u << 8,
+  kHumidifierOnOff = 1u << 9,
+  kReturnTemp = 1u << 10,
+  kEmergencyContact = 1u << 11,
+};
+
+struct FlagFunctions {
+  Flag flag;
+  std::initializer_list<std::string_view> functions;
+};
+
+const FlagFunctions kOutputFlags[] = {
+    {kBypassDamper, {"BYPASS_DAMPER_MOD"}},
+    {kFanSpeed, {"FAN_SPEED_MOD"}},
+    {kCoolingStages, {"COOLING_1"}},
+    {kHeating,
+     {"HEATING_1", "HEAT_VALVE_OPEN", "HEAT_VALVE_CLOSE", "HEAT_COOL_VALVE_OPEN", "HEAT_COOL_VALVE_CLOSE",
+      "HEATING_VALVE_MOD"}},
+    {kCoolingValves,
+     {"COOLING_VALVE_MOD", "COOL_VALVE_OPEN", "COOL_VALVE_CLOSE", "HEAT_COOL_VALVE_OPEN",
+      "HEAT_COOL_VALVE_CLOSE"}},
+    {kHeatCoolValve, {"HEAT_COOL_VALVE_MOD"}},
+    {kReversingValve, {"REVERSING_VALVE"}},
+    {kFreshAirDamper, {"FRESH_AIR_DAMPER_MOD", "FRESH_AIR_DAMPER_OPEN", "FRESH_AIR_DAMPER_CLOSE"}},
+    {kHumidifierOnOff, {"HUMIDIFIER_ON_OFF", "DEHUMIDIFIER_ON_OFF"}},
+};
+
+const FlagFunctions kInputFlags[] = {
+    {kReturnTemp, {"RETURN_TEMP"}},
+    {kEmergencyContact, {"EMERGENCY_CONTACT"}},
+};
+
+// Any of the flags enables the controls.
+struct DependentGroup {
+  std::string_view page;
+  unsigned flags;
+  std::initializer_list<std::string_view> controls;
+};
+
+const DependentGroup kGroups[] = {
+    {"fGeneral", kReturnTemp, {"fraTemp", "optTemp"}},
+    {"fGeneral",
+     kFreshAirDamper,
+     {"fraFreshAir", "lblValveOnOff", "txtOutdoor", "txtOutdoorMax", "lblOutDoorMax", "fraMix", "lblAir",
+      "txtAirLowLimit", "lblAirUnit", "chkFreshAir", "txtFreshAir", "lblFreshAir", "fraCo2", "txtCO2",
+      "fraEcono"}},
+    {"fGeneral", kBypassDamper | kFanSpeed, {"fraPress", "txtDuctPressure", "txtMaxPressure", "lblDuct"}},
+    {"fGeneral", kHumidifier | kHumidifierOnOff, {"fraHumid", "txtHumidity"}},
+    {"fGeneral", kHumidifierOnOff, {"txtHumidityMin"}},
+    {"fGeneral", kEmergencyContact, {"fraEmergency", "optEmergency"}},
+    {"fFanValve", kFanSpeed, {"lblSpeed", "txtFanSpeed", "lblSpeedUnit"}},
+    {"fFanValve", kHeating | kHeatCoolValve, {"txtHeat", "txtMinHeatValue"}},
+    {"fFanValve", kCoolingValves | kHeatCoolValve, {"txtCool", "txtCoolValue"}},
+    {"fFanValve", kHeating | kCoolingValves | kHeatCoolValve, {"fraPosition"}},
+    {"fHeatCool", kCoolingStages, {"txtCoolOn", "txtCoolOFF"}},
+    {"fHeatCool", kCoolingStages | kCoolingValves | kHeatCoolValve, {"txtMechCoolLL", "fraMech"}},
+    {"fHeatCool", kHeating, {"txtminHeatPeriod"}},
+    {"fHeatCool", kReversingValve, {"FrameRversingValve", "OptionNormallyCool", "OptionNormallyHeat"}},
+    {"fPID", kHumidifier, {"txtHumidity", "lblHumid"}},
+    {"fPID", kFreshAirDamper, {"txtCO2Level", "lblCo"}},
+    {"fPID", kBypassDamper | kFanSpeed, {"txtPressure", "lblPress", "lblPressure", "lblPressD"}},
+};
+
+template <class Table>
+unsigned FlagsOf(const Table& table, std::string_view function) {
+  unsigned flags = 0;
+  for (const auto& [flag, functions] : table) {
+    if (std::ranges::find(functions, function) != functions.end()) flags |= flag;
+  }
+  return flags;
+}
+
+unsigned PresentFlags(const shell::SelectedTypes& selections) {
+  unsigned flags = 0;
+  for (std::size_t i = 0; i < shell::DeviceObjects::kOutputs; ++i) {
+    const std::string& function = selections.GetSelectedOutputType(i);
+    flags |= FlagsOf(kOutputFlags, function);
+    if (function.starts_with("HUMIDIFIER")) flags |= kHumidifier;  // a dehumidifier does not count here
+  }
+  for (std::size_t i = 0; i < shell::DeviceObjects::kInputs; ++i) {
+    flags |= FlagsOf(kInputFlags, selections.GetSelectedInputType(i));
+  }
+  return flags;
+}
+
+}  // namespace
+
+void CheckOutputDependencies(const shell::PageContext& context) {
+  const unsigned present = PresentFlags(context.selections);
+  for (const DependentGroup& group : kGroups) {
+    const shell::ISubForm* page = context.pages.FindPage(group.page);
+    if (!page) continue;
+    for (const std::string_view name : group.controls) {
+      for (ui::Control* control : page->Group(name)) control->SetEnabled((present & group.flags) != 0);
+    }
+  }
+}
+
+}  // namespace pages

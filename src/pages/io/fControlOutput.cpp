@@ -1,0 +1,242 @@
+#include "pages/io/fControlOutput.h"
+
+#include <algorithm>
+
+#include "base/text.h"
+#include "hosting/host_contract.h"
+#include "logger/message_logger.h"
+#include "pages/io/dependencies.h"
+#include "pages/io/output_functions.h"
+
+namespace pages {
+namespace {
+
+// Configuration properties of an output.
+enum PropertyNumber { kSignal = 2, kFunction = 3, kOverride = 4, kLocalHardware = 5, kLocalHardwareFlag = 6 };
+
+struct Format {
+  int number;
+  std::string_view type;
+};
+constexpr Format kFormats[] = {{kFunction, "UCPTroofTopOutputType"}, {kOverride, "SNVT_switch"}};
+
+constexpr const char* kColumns[] = {"Control output", "Usage", "Use local hardware", "Permit override",
+                                    "Override value"};
+enum OnOff { kOn = 0, kOff = 1 };
+
+constexpr std::string_view kNoOverride = "0.0 -1";
+constexpr std::string_view kNoOverrideState = "-1";
+constexpr std::string_view kNoValue = "0.0";
+
+std::string OutputName(std::size_t i) { return "Output " + std::to_string(i + 1); }
+
+}  // namespace
+
+fControlOutput::fControlOutput(const shell::PageContext& context, int helpTopic)
+    : PageBase("fControlOutput", "Hardware Output", 2, helpTopic, context) {
+  for (std::size_t i = 0; i < kOutputCount; ++i) ConnectHandlers(i);
+  BuildLayout();
+  ReInitializeStrings();
+}
+
+void fControlOutput::ConnectHandlers(std::size_t i) {
+  cboOutput[i].onClick = [this, i] {
+    Guarded("ChooseFunction", [this, i] {
+      ChooseFunction(i);
+      return true;
+    });
+  };
+  chkOutput[i].onClick = [this, i] {
+    MarkChanged();
+    cmdConfigure[i].SetEnabled(chkOutput[i].Checked());
+  };
+  chkOver[i].onClick = [this, i] {
+    MarkChanged();
+    EnableOverride(i);
+  };
+  Watch(cboONOFF[i]);
+  Watch(txtValue[i]);
+  cmdConfigure[i].onClick = [this, i] {
+    Guarded("Configure", [this, i] {
+      Configure(i);
+      return true;
+    });
+  };
+}
+
+void fControlOutput::BuildLayout() {
+  using ui::Empty, ui::Item;
+  std::vector<ui::Node> cells;
+  for (std::size_t c = 0; c < lblColumn.Size(); ++c) cells.push_back(Item(lblColumn[c]));
+  cells.push_back(Empty());
+  for (std::size_t i = 0; i < kOutputCount; ++i) {
+    cells.push_back(Item(lblOutput[i]));
+    cells.push_back(Item(cboOutput[i]));
+    cells.push_back(Item(chkOutput[i]));
+    cells.push_back(Item(chkOver[i]));
+    cells.push_back(ui::Overlay({Item(cboONOFF[i]), ui::Line({Item(txtValue[i]), Item(lblVUnit[i])})}));
+    cells.push_back(Item(cmdConfigure[i]));
+  }
+  SetLayout(ui::Stack({ui::Box(fraOutputs, ui::Grid(6, std::move(cells)))}));
+}
+
+void fControlOutput::InitStrings() {
+  fraOutputs.SetText(Translate("Control output"));
+  for (std::size_t c = 0; c < lblColumn.Size(); ++c) lblColumn[c].SetText(Translate(kColumns[c]));
+  for (std::size_t i = 0; i < kOutputCount; ++i) {
+    lblOutput[i].SetText(Translate("Output %s1%", {std::to_string(i + 1)}));
+    lblVUnit[i].SetText("%");
+    cmdConfigure[i].SetText(Translate("Configure..."));
+    const int selected = cboONOFF[i].Selected();
+    cboONOFF[i].SetItems({Translate("ON"), Translate("OFF")});
+    cboONOFF[i].Select(selected);
+  }
+}
+
+const automation::Object& fControlOutput::Property(std::size_t i, int number) {
+  return Context().device.OutputProperties[i + 1][number];
+}
+
+void fControlOutput::BindFormats() {
+  for (std::size_t i = 0; i < kOutputCount; ++i) {
+    for (const auto& [number, type] : kFormats) {
+      NamingProperty(type, [&] { Property(i, number).Put(host::kFormatName, type); });
+    }
+  }
+}
+
+void fControlOutput::Fill() {
+  BindFormats();
+  for (std::size_t i = 0; i < kOutputCount; ++i) {
+    NamingProperty(OutputName(i), [this, i] { FillOutput(i); });
+  }
+  CheckOutputDependencies(Context());
+}
+
+void fControlOutput::FillOutput(std::size_t i) {
+  const std::string function = base::Upper(Property(i, kFunction).Text(host::kValue));
+  ShowFunction(i, function);
+  SetFunction(i, function);
+
+  const base::Record over(Property(i, kOverride).Text(host::kValue));
+  const bool permitted = over.Field(1) != kNoOverrideState;
+  chkOver[i].SetChecked(permitted);
+  ShowOverride(i, over.Field(0), permitted && over.Field(1) != "0");
+
+  chkOutput[i].SetChecked(base::Upper(Property(i, kLocalHardware).Text(host::kValue)) == "TRUE");
+  cmdConfigure[i].SetEnabled(chkOutput[i].Checked());
+  if (function.empty() || function == kUnassigned) {
+    cmdConfigure[i].SetEnabled(false);
+  } else {
+    CheckHardware(i);
+  }
+}
+
+void fControlOutput::ShowFunction(std::size_t i, const std::string& function) {
+  std::vector<std::string> items(kOutputFunctions.begin(), kOutputFunctions.end());
+  // A function that this tool does not know is shown as it is and written back unchanged.
+  if (!function.empty() && std::ranges::find(items, function) == items.end()) items.push_back(function);
+  cboOutput[i].SetItems(std::move(items));
+  cboOutput[i].SelectText(function);
+}
+
+void fControlOutput::SetFunction(std::size_t i, const std::string& function) {
+  previous_[i] = function;
+  Context().selections.SetSelectedOutputType(i, function);
+}
+
+void fControlOutput::ChooseFunction(std::size_t i) {
+  const std::string next = base::Upper(cboOutput[i].SelectedText());
+  if (next == previous_[i]) return;
+  if (const auto refusal = CheckAssignment({previous_, i, previous_[i], next})) {
+    cboOutput[i].SelectText(previous_[i]);
+    Warn(Translate(refusal->text, refusal->arguments));
+    return;
+  }
+  SetFunction(i, next);
+  MarkChanged();
+  if (next == kUnassigned) chkOver[i].SetChecked(false);
+  ShowOverride(i, txtValue[i].Text(), cboONOFF[i].Selected() == kOn);
+  CheckHardware(i);
+  CheckOutputDependencies(Context());
+}
+
+std::string fControlOutput::SignalType(std::size_t i) {
+  return base::Upper(Property(i, kSignal).Text(host::kValue));
+}
+
+void fControlOutput::CheckHardware(std::size_t i) {
+  const SignalClass signalClass = GetOutputSignalClass(previous_[i]);
+  if (signalClass == SignalClass::kNone) return;  // left as it is
+  const bool canDrive = CanDrive(SignalType(i), signalClass);
+  chkOutput[i].SetChecked(canDrive);
+  cmdConfigure[i].SetEnabled(canDrive);
+}
+
+void fControlOutput::ShowOverride(std::size_t i, std::string_view value, bool on) {
+  const SignalClass signalClass = GetOutputSignalClass(previous_[i]);
+  const bool onOff = signalClass == SignalClass::kOnOff;
+  cboONOFF[i].SetVisible(onOff);
+  txtValue[i].SetVisible(!onOff);
+  lblVUnit[i].SetVisible(!onOff);
+  cboONOFF[i].Select(on ? kOn : kOff);
+  txtValue[i].SetText(signalClass == SignalClass::kNone ? kNoValue : value);
+  EnableOverride(i);
+}
+
+void fControlOutput::EnableOverride(std::size_t i) {
+  const bool assigned = GetOutputSignalClass(previous_[i]) != SignalClass::kNone;
+  chkOver[i].SetEnabled(assigned);
+  // Without the permission the value would not be kept, so it cannot be typed either.
+  EnableAll(assigned && chkOver[i].Checked(), cboONOFF[i], txtValue[i], lblVUnit[i]);
+}
+
+std::string fControlOutput::OverrideText(std::size_t i) const {
+  const SignalClass signalClass = GetOutputSignalClass(previous_[i]);
+  if (!chkOver[i].Checked() || signalClass == SignalClass::kNone) return std::string(kNoOverride);
+  if (signalClass == SignalClass::kModulating) {
+    return std::string(base::Trim(txtValue[i].Text())) + " 1";
+  }
+  return cboONOFF[i].Selected() == kOn ? "100.0 1" : "0.0 0";
+}
+
+std::string fControlOutput::OpenCloseStageValidation() const {
+  std::vector<std::string> lines = UnpairedFunctions(previous_);
+  for (std::string& line : lines) line = Translate(line);
+  return base::Join(lines, "\r\n");
+}
+
+bool fControlOutput::Write() {
+  const std::string missing = OpenCloseStageValidation();
+  if (!missing.empty()) {
+    Context().flags.writeError = true;
+    Context().messages.AddMessage(missing, "WriteValue", Location(), logger::kError);
+    return false;
+  }
+  if (!IsChanged()) return true;
+  BindFormats();
+  for (std::size_t i = 0; i < kOutputCount; ++i) {
+    NamingProperty(OutputName(i), [this, i] { WriteOutput(i); });
+  }
+  return true;
+}
+
+void fControlOutput::WriteOutput(std::size_t i) {
+  const bool local = chkOutput[i].Checked();
+  if (!previous_[i].empty()) Property(i, kFunction).Put(host::kValue, previous_[i]);
+  Property(i, kLocalHardware).Put(host::kValue, local ? "TRUE" : "FALSE");
+  Property(i, kLocalHardwareFlag).Put(host::kValue, FlagText(local));
+  // What the override of an unknown function means is unknown too: it stays as it is.
+  const bool known = previous_[i] == kUnassigned || GetOutputSignalClass(previous_[i]) != SignalClass::kNone;
+  if (known) Property(i, kOverride).Put(host::kValue, OverrideText(i));
+}
+
+void fControlOutput::Configure(std::size_t i) {
+  if (!dialog_) dialog_ = std::make_unique<fConfigActuator>(Context());
+  dialog_->Index = static_cast<int>(i) + 1;
+  dialog_->OutputSignal = SignalType(i);
+  dialog_->Open();
+  if (!dialog_->NoChange) CheckHardware(i);
+}
+
+}  // namespace pages

@@ -1,0 +1,58 @@
+// Hardware outputs: the control function of each of the seven outputs, whether its hardware can drive it, and
+// a manual override. The rules between functions stand in assignment_rules; a refused choice is put back and
+// changes nothing.
+#pragma once
+
+#include <memory>
+
+#include "base/record.h"
+#include "pages/io/assignment_rules.h"
+#include "pages/io/fConfigActuator.h"
+#include "pages/page_base.h"
+
+namespace pages {
+
+class fControlOutput final : public PageBase {
+ public:
+  fControlOutput(const shell::PageContext& context, int helpTopic);
+
+ private:
+  void InitStrings() override;
+  void Fill() override;
+  bool Write() override;
+  void BuildLayout();
+  void ConnectHandlers(std::size_t i);
+
+  const automation::Object& Property(std::size_t i, int number);
+  void BindFormats();
+  void FillOutput(std::size_t i);
+  void ShowFunction(std::size_t i, const std::string& function);
+  void ChooseFunction(std::size_t i);
+  void SetFunction(std::size_t i, const std::string& function);
+  std::string SignalType(std::size_t i);
+  void CheckHardware(std::size_t i);
+  void ShowOverride(std::size_t i, std::string_view value, bool on);
+  void EnableOverride(std::size_t i);
+  std::string OverrideText(std::size_t i) const;
+  void WriteOutput(std::size_t i);
+  void Configure(std::size_t i);
+  /// The lines that say which half of an open/close pair is missing, joined by line breaks; empty when all
+  /// are complete.
+  std::string OpenCloseStageValidation() const;
+
+  OutputFunctions previous_;  // what each output held before the user's latest change, in upper case
+
+  ui::Frame fraOutputs{*this, "fraOutputs"};
+  ui::LabelArray<5> lblColumn{*this, "lblColumn"};
+  ui::LabelArray<kOutputCount> lblOutput{*this, "lblOutput"};
+  ui::ControlArray<ui::ListBox, kOutputCount> cboOutput{*this, "cboOutput"};
+  ui::ControlArray<ui::CheckBox, kOutputCount> chkOutput{*this, "chkOutput"};
+  ui::ControlArray<ui::CheckBox, kOutputCount> chkOver{*this, "chkOver"};
+  ui::ControlArray<ui::ListBox, kOutputCount> cboONOFF{*this, "cboONOFF"};
+  ui::TextBoxArray<kOutputCount> txtValue{*this, "txtValue"};
+  ui::LabelArray<kOutputCount> lblVUnit{*this, "lblVUnit"};
+  ui::ControlArray<ui::Button, kOutputCount> cmdConfigure{*this, "cmdConfigure"};
+  std::unique_ptr<fConfigActuator> dialog_;
+};
+
+}  // namespace pages

@@ -1,0 +1,209 @@
+#include "pages/io/fHardwareInput.h"
+
+#include <algorithm>
+
+#include "base/text.h"
+#include "hosting/host_contract.h"
+#include "logger/message_logger.h"
+#include "pages/io/dependencies.h"
+#include "pages/io/input_functions.h"
+
+namespace pages {
+namespace {
+
+// Configuration properties of an input.
+enum PropertyNumber { kSensorType = 2, kFunction = 3 };
+constexpr std::string_view kFunctionFormat = "UCPTroofTopInputType";
+
+constexpr const char* kColumns[] = {"Sensor Input", "Usage", "Sensor"};
+
+std::string InputName(std::size_t i) { return "Input " + std::to_string(i + 1); }
+
+}  // namespace
+
+fHardwareInput::fHardwareInput(const shell::PageContext& context, int helpTopic)
+    : PageBase("fHardwareInput", "Hardware Input", 1, helpTopic, context) {
+  for (std::size_t i = 0; i < kInputs; ++i) {
+    cboInput[i].onClick = [this, i] {
+      Guarded("ChooseFunction", [this, i] {
+        ChooseFunction(i);
+        return true;
+      });
+    };
+    cmdConfigure[i].onClick = [this, i] {
+      Guarded("Configure", [this, i] {
+        Configure(i);
+        return true;
+      });
+    };
+  }
+  BuildLayout();
+  ReInitializeStrings();
+}
+
+void fHardwareInput::BuildLayout() {
+  using ui::Empty, ui::Item;
+  std::vector<ui::Node> cells;
+  for (std::size_t c = 0; c < lblColumn.Size(); ++c) cells.push_back(Item(lblColumn[c]));
+  cells.push_back(Empty());
+  for (std::size_t i = 0; i < kInputs; ++i) {
+    cells.push_back(Item(lblInput[i]));
+    cells.push_back(Item(cboInput[i]));
+    cells.push_back(Item(lblSensor[i]));
+    cells.push_back(Item(cmdConfigure[i]));
+  }
+  SetLayout(ui::Stack({ui::Box(fraInputs, ui::Grid(4, std::move(cells)))}));
+}
+
+void fHardwareInput::InitStrings() {
+  fraInputs.SetText(Translate("Sensor Input"));
+  for (std::size_t c = 0; c < lblColumn.Size(); ++c) lblColumn[c].SetText(Translate(kColumns[c]));
+  for (std::size_t i = 0; i < kInputs; ++i) {
+    lblInput[i].SetText(Translate("Input %s1%", {std::to_string(i + 1)}));
+    cmdConfigure[i].SetText(Translate("Configure..."));
+  }
+}
+
+const automation::Object& fHardwareInput::Property(std::size_t i, int number) {
+  return Context().device.InputProperties[i + 1][number];
+}
+
+void fHardwareInput::BindFormats() {
+  for (std::size_t i = 0; i < kInputs; ++i) {
+    NamingProperty(kFunctionFormat, [&] { Property(i, kFunction).Put(host::kFormatName, kFunctionFormat); });
+  }
+}
+
+void fHardwareInput::Fill() {
+  BindFormats();
+  for (std::size_t i = 0; i < kInputs; ++i) {
+    NamingProperty(InputName(i), [this, i] {
+      const std::string function = base::Upper(Property(i, kFunction).Text(host::kValue));
+      ShowFunction(i, function);
+      SetFunction(i, function);
+      ShowSensorType(i);
+    });
+  }
+  UpdateOtherPages();
+}
+
+void fHardwareInput::ShowFunction(std::size_t i, const std::string& function) {
+  std::vector<std::string> items;
+  for (const InputFunction& known : InputFunctions()) items.emplace_back(known.name);
+  // A function that this tool does not know is shown as it is and written back unchanged.
+  if (!function.empty() && !FindInputFunction(function)) items.push_back(function);
+  cboInput[i].SetItems(std::move(items));
+  cboInput[i].SelectText(function);
+}
+
+void fHardwareInput::SetFunction(std::size_t i, const std::string& function) {
+  previous_[i] = function;
+  Context().selections.SetSelectedInputType(i, function);
+  cmdConfigure[i].SetEnabled(function != kUnused);
+}
+
+void fHardwareInput::ShowSensorType(std::size_t i) {
+  sensors_[i] = base::Upper(Property(i, kSensorType).Text(host::kValue));
+  const InputFunction* function = FindInputFunction(previous_[i]);
+  const bool shown = function && function->name != kUnused;
+  // Another sensor than the usual one is allowed; the installer should only see it.
+  const bool usual = !shown || function->usualSensor.empty() || function->usualSensor == sensors_[i];
+  lblSensor[i].SetText(
+      !shown  ? std::string()
+      : usual ? sensors_[i]
+              : Translate("%s1% (usually %s2%)", {sensors_[i], std::string(function->usualSensor)}));
+}
+
+void fHardwareInput::ChooseFunction(std::size_t i) {
+  const std::string next = base::Upper(cboInput[i].SelectedText());
+  if (next == previous_[i]) return;
+  if (next != kUnused && std::ranges::find(previous_, next) != previous_.end()) {
+    cboInput[i].SelectText(previous_[i]);
+    Warn(Translate("This input is already selected, please select another one."));
+    return;
+  }
+  if (!OfferDefaults(i, next)) {
+    cboInput[i].SelectText(previous_[i]);
+    return;
+  }
+  SetFunction(i, next);
+  MarkChanged();
+  ShowSensorType(i);
+  UpdateOtherPages();
+}
+
+bool fHardwareInput::OfferDefaults(std::size_t i, const std::string& function) {
+  if (!DefaultsOf(function, Context().settings.numbers)) return true;
+  const ui::Answer answer = Context().platform.prompts.Ask(
+      {Translate("Do you want to set %s1% configuration properties to the default values ?", {function}) +
+           "\r\n" + Translate("If yes, this process takes a few secondes."),
+       "QVR KV-TARN Configuration", ui::Buttons::kYesNoCancel, ui::Icon::kQuestion});
+  if (answer == ui::Answer::kYes) ApplyDefaultValues(i, function);
+  return answer != ui::Answer::kCancel;
+}
+
+void fHardwareInput::ApplyDefaultValues(std::size_t i, const std::string& function) {
+  constexpr std::string_view kRoutine = "ApplyDefaultValues";
+  const bool applied = Context().work.InTransaction(kRoutine, Location(), [&] {
+    const auto defaults = DefaultsOf(function, Context().settings.numbers);
+    for (const auto& [number, format, text] : defaults->properties) {
+      NamingProperty(format, [&, number = number, format = format] {
+        Property(i, number).Put(host::kFormatName, format);
+        Property(i, number).Put(host::kValue, text);
+      });
+    }
+    shell::NetworkVariable& variable =
+        Context().device.InputVariables[i + 1]["nvoHwInput" + std::to_string(i + 1)];
+    variable.object.Put(host::kMvFormatType, defaults->variableType);
+    return true;
+  });
+  const std::string_view text = applied
+                                    ? "The default '%s1%' configuration settings were applied successfully"
+                                    : "The default '%s1%' configuration settings were not applied";
+  Context().messages.AddMessage(Translate(text, {function}), kRoutine, Location(),
+                                applied ? logger::kInformation : logger::kError);
+}
+
+void fHardwareInput::UpdateOtherPages() {
+  CheckOutputDependencies(Context());
+  shell::ISubForm* page = Context().pages.FindPage("fFanValve");
+  if (!page) return;
+  const int fanState = Context().selections.GetInputTypeSelectedIndex("FAN_STATE");
+  // A contact is configured in the sensor dialog; a current sensor needs a threshold and a sense.
+  const bool current = fanState >= 0 && sensors_[static_cast<std::size_t>(fanState)] != "DIGITAL";
+  for (const char* name : {"optState", "txtThresHold", "lblThresold", "lblUnit"}) {
+    for (ui::Control* control : page->Group(name)) control->SetEnabled(current);
+  }
+}
+
+bool fHardwareInput::Write() {
+  if (!IsChanged()) return true;
+  BindFormats();
+  for (std::size_t i = 0; i < kInputs; ++i) {
+    if (previous_[i].empty()) continue;
+    NamingProperty(InputName(i), [this, i] { Property(i, kFunction).Put(host::kValue, previous_[i]); });
+  }
+  return true;
+}
+
+void fHardwareInput::Configure(std::size_t i) {
+  if (previous_[i].empty()) {
+    Warn(Translate("You must make a selection before configuration"));
+    return;
+  }
+  const InputFunction* function = FindInputFunction(previous_[i]);
+  if (!dialog_) dialog_ = std::make_unique<fConfigSensor>(Context());
+  dialog_->Index = static_cast<int>(i) + 1;
+  dialog_->Choice = function ? function->choices : std::string_view();
+  dialog_->InputChoice = previous_[i];
+  dialog_->Open();
+  if (dialog_->NoChange) {
+    Context().messages.AddMessage(Translate("Configuring sensor input was canceled."), "Configure",
+                                  "Sensor Input", logger::kInformation);
+    return;
+  }
+  ShowSensorType(i);
+  UpdateOtherPages();
+}
+
+}  // namespace pages

@@ -1,0 +1,50 @@
+// Hardware inputs: the function of each of the six inputs, the sensor behind it, and the offer to load the
+// defaults that belong to a function. A refused choice is put back and changes nothing.
+#pragma once
+
+#include <memory>
+
+#include "pages/io/fConfigSensor.h"
+#include "pages/page_base.h"
+
+namespace pages {
+
+class fHardwareInput final : public PageBase {
+ public:
+  fHardwareInput(const shell::PageContext& context, int helpTopic);
+
+ private:
+  static constexpr std::size_t kInputs = shell::DeviceObjects::kInputs;
+
+  void InitStrings() override;
+  void Fill() override;
+  bool Write() override;
+  void BuildLayout();
+
+  const automation::Object& Property(std::size_t i, int number);
+  void BindFormats();
+  void ShowFunction(std::size_t i, const std::string& function);
+  void ChooseFunction(std::size_t i);
+  /// Takes the function: the sensor dialog's choices, "Configure..." and the other pages follow.
+  void SetFunction(std::size_t i, const std::string& function);
+  /// Asks whether to load the defaults of a function that has some; no when the choice itself is taken back.
+  bool OfferDefaults(std::size_t i, const std::string& function);
+  void ApplyDefaultValues(std::size_t i, const std::string& function);
+  void ShowSensorType(std::size_t i);
+  void UpdateOtherPages();
+  void Configure(std::size_t i);
+
+  std::array<std::string, kInputs>
+      previous_;  // what each input held before the user's latest change, in upper case
+  std::array<std::string, kInputs> sensors_;  // the sensor type of each input
+
+  ui::Frame fraInputs{*this, "fraInputs"};
+  ui::LabelArray<3> lblColumn{*this, "lblColumn"};
+  ui::LabelArray<kInputs> lblInput{*this, "lblInput"};
+  ui::ControlArray<ui::ListBox, kInputs> cboInput{*this, "cboInput"};
+  ui::LabelArray<kInputs> lblSensor{*this, "lblSensor"};
+  ui::ControlArray<ui::Button, kInputs> cmdConfigure{*this, "cmdConfigure"};
+  std::unique_ptr<fConfigSensor> dialog_;
+};
+
+}  // namespace pages

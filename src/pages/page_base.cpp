@@ -1,0 +1,68 @@
+#include "pages/page_base.h"
+
+#include <utility>
+
+#include "shell/field_check.h"
+
+namespace pages {
+
+PageBase::PageBase(std::string pageClass, std::string location, int pageNumber, int helpTopic,
+                   const shell::PageContext& context)
+    : ISubForm(std::move(pageClass)),
+      context_(context),
+      location_(std::move(location)),
+      pageNumber_(pageNumber),
+      helpTopic_(helpTopic) {}
+
+bool PageBase::Guarded(std::string_view routine, const std::function<bool()>& work) {
+  try {
+    return work();
+  } catch (const std::exception& error) {
+    shell::ReportError(context_, routine, location_, error);
+    return false;
+  }
+}
+
+void PageBase::ReInitializeStrings() {
+  Guarded("InitStrings " + Name(), [this] {
+    context_.strings.ReloadStrings();
+    InitStrings();
+    return true;
+  });
+}
+
+void PageBase::FillValue() {
+  Guarded("FillValue", [this] {
+    changed_ = false;
+    Fill();
+    context_.flags.lastFilledPage = pageNumber_;
+    return true;
+  });
+}
+
+bool PageBase::WriteValue() {
+  return Guarded("WriteValue", [this] { return Write(); });
+}
+
+void PageBase::RefreshPage() {
+  const ui::WaitPointer pointer(context_.platform.loop);
+  if (changed_) FillValue();
+}
+
+void PageBase::Warn(const std::string& text, ui::Icon icon) {
+  context_.platform.prompts.Ask({text, context_.settings.title, ui::Buttons::kOk, icon});
+}
+
+void PageBase::Watch(ui::TextBox& box) {
+  box.onChange = [this] { MarkChanged(); };
+  box.onLeave = [this, &box] {
+    return shell::IsValidNumber(context_.platform.prompts, context_.settings, box.Text());
+  };
+}
+
+std::string NamedFault(std::string_view property, const std::string& description) {
+  const std::string name(property);
+  return description.find(name) == std::string::npos ? name + ": " + description : description;
+}
+
+}  // namespace pages

@@ -1,0 +1,105 @@
+// What all pages with device values have in common: the changed flag, the watched boxes, and the guard that
+// turns a run-time error into a logged message. A page derives from it (or from ControlPage) and adds its
+// tables, controls, layout and rules.
+#pragma once
+
+#include <functional>
+#include <string>
+#include <string_view>
+#include <vector>
+
+#include "automation/error.h"
+#include "base/error.h"
+#include "shell/page.h"
+
+namespace pages {
+
+/// "1" or "0", as the fields of an option record hold it.
+constexpr std::string_view FlagText(bool flag) { return flag ? "1" : "0"; }
+
+class PageBase : public shell::ISubForm {
+ public:
+  bool IsChanged() final { return changed_; }
+  void EndWriteValue() final { changed_ = false; }
+  int HelpIndex() final { return helpTopic_; }
+  /// Drops unsaved edits by filling again; a page without edits is left as it is.
+  void RefreshPage() final;
+  void ReInitializeStrings() final;
+  void FillValue() final;
+  bool WriteValue() final;
+
+ protected:
+  /// `location` names the page in messages, `pageNumber` is its place in the full page table plus 1.
+  PageBase(std::string pageClass, std::string location, int pageNumber, int helpTopic,
+           const shell::PageContext& context);
+
+  // What a page adds. Each may throw; the guard around it reports.
+  virtual void InitStrings() = 0;
+  virtual void Fill() = 0;
+  /// Answers whether the page's rules passed; a rule that fails reports itself.
+  virtual bool Write() = 0;
+
+  const shell::PageContext& Context() const { return context_; }
+  const std::string& Location() const { return location_; }
+  bool IsImperial() const { return context_.device.IsImperial; }
+  std::string Translate(std::string_view text) const { return context_.strings.GetStrings(text); }
+  std::string Translate(std::string_view text, const std::vector<std::string>& arguments) const {
+    return context_.strings.FormatStrings(text, arguments);
+  }
+  void MarkChanged() { changed_ = true; }
+  void ClearChanged() { changed_ = false; }
+
+  /// A message box with the application title and an OK button.
+  void Warn(const std::string& text, ui::Icon icon = ui::Icon::kExclamation);
+
+  /// Runs `work`; an error in it is reported with the page's location, and the answer is no.
+  bool Guarded(std::string_view routine, const std::function<bool()>& work);
+
+  /// Edits mark the page changed; leaving the box checks that it holds a number.
+  void Watch(ui::TextBox& box);
+  /// A click marks the page changed.
+  template <class T>
+  requires requires(T& control) { control.onClick; }
+  void Watch(T& control) {
+    control.onClick = [this] { MarkChanged(); };
+  }
+  template <class T, std::size_t N>
+  void Watch(const ui::ControlArray<T, N>& controls) {
+    for (std::size_t i = 0; i < N; ++i) Watch(controls[i]);
+  }
+
+ private:
+  shell::PageContext context_;
+  std::string location_;
+  int pageNumber_;
+  int helpTopic_;
+  bool changed_ = false;
+};
+
+inline void Enable(ui::Control& control, bool enabled) { control.SetEnabled(enabled); }
+template <class T, std::size_t N>
+void Enable(const ui::ControlArray<T, N>& controls, bool enabled) {
+  for (std::size_t i = 0; i < N; ++i) controls[i].SetEnabled(enabled);
+}
+/// Enables or disables controls and arrays of controls together.
+template <class... Controls>
+void EnableAll(bool enabled, Controls&... controls) {
+  (Enable(controls, enabled), ...);
+}
+
+/// `description` with the name of the property in front, unless the host has named it already.
+std::string NamedFault(std::string_view property, const std::string& description);
+
+/// Runs `work` and repeats a fault in it with the name of the property.
+template <class Work>
+auto NamingProperty(std::string_view property, Work work) {
+  try {
+    return work();
+  } catch (const automation::Error& error) {
+    throw automation::Error(error.Code(), NamedFault(property, error.Description()), error.Source());
+  } catch (const base::Error& error) {
+    throw base::Error(NamedFault(property, error.what()));
+  }
+}
+
+}  // namespace pages

@@ -1,0 +1,32 @@
+// The functions that are chosen at this moment for the hardware inputs and outputs, also before they are
+// saved. The inputs and outputs pages keep it current; other pages ask it, so that they follow a choice at
+// once. Owned by the main window.
+#pragma once
+
+#include <array>
+#include <string>
+#include <string_view>
+
+#include "shell/device_objects.h"
+
+namespace shell {
+
+class SelectedTypes {
+ public:
+  // Indexes count from 0; one beyond the last throws base::Error. Names are in upper case.
+  void SetSelectedOutputType(std::size_t index, std::string_view function);
+  const std::string& GetSelectedOutputType(std::size_t index) const;
+  /// Index of the output that has the function, or -1.
+  int GetOutputTypeSelectedIndex(std::string_view function) const;
+
+  void SetSelectedInputType(std::size_t index, std::string_view function);
+  const std::string& GetSelectedInputType(std::size_t index) const;
+  /// Index of the input that has the function, or -1.
+  int GetInputTypeSelectedIndex(std::string_view function) const;
+
+ private:
+  std::array<std::string, DeviceObjects::kOutputs> outputs_;
+  std::array<std::string, DeviceObjects::kInputs> inputs_;
+};
+
+}  // namespace shell

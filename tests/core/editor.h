@@ -1,0 +1,42 @@
+// An editing control of the maker as a dialog sees it.
+#pragma once
+
+#include <string>
+#include <vector>
+
+#include "automation/local_object.h"
+
+namespace tests {
+
+/// Can be told to be changed and to refuse.
+struct Editor : automation::LocalClass<Editor> {
+  std::vector<std::string> initialized;
+  bool changed = false;
+  bool accepts = true;
+  int writes = 0;
+  bool finished = false;
+
+  static constexpr automation::MemberOf<Editor> kMembers[] = {
+      {"Initialize", nullptr, nullptr,
+       [](Editor& self, const automation::Arguments& arguments) {
+         self.initialized.push_back(arguments[0].AsObject().Text("Name") + " " + arguments[1].AsText() + " " +
+                                    arguments[2].AsText());
+         return automation::Value();
+       }},
+      {"IsChanged",
+       [](Editor& self, const automation::Arguments&) { return automation::Value(self.changed); }},
+      {"WriteValue", nullptr, nullptr,
+       [](Editor& self, const automation::Arguments&) {
+         ++self.writes;
+         if (self.accepts) self.changed = false;
+         return automation::Value(self.accepts);
+       }},
+      {"Finish", nullptr, nullptr,
+       [](Editor& self, const automation::Arguments&) {
+         self.finished = true;
+         return automation::Value();
+       }},
+  };
+};
+
+}  // namespace tests

@@ -1,0 +1,113 @@
+#include "editor.h"
+#include "tool_test.h"
+
+namespace {
+
+struct InputsTest : tests::ToolTest {
+  std::string Input(const char* name, int number) {
+    return "fHardwareInput." + std::string(name) + "(" + std::to_string(number - 1) + ")";
+  }
+  bool Choose(int number, const char* function) {
+    return Find<ui::ListBox>(Input("cboInput", number)).Choose(function);
+  }
+  std::string Function(int number) { return Find<ui::ListBox>(Input("cboInput", number)).SelectedText(); }
+  std::string StoredInput(int number, int property, const char* format) {
+    return building.StoredText(device, "HardwareInput" + std::to_string(number), property, format);
+  }
+
+  const char* device = tests::kUnassigned;
+};
+
+TEST_F(InputsTest, TheSameFunctionTwiceIsRefused) {
+  Open(device);
+  prompts.answers = {ui::Answer::kNo};
+  Choose(1, "SPACE_TEMP");
+  Choose(2, "SPACE_TEMP");
+  EXPECT_EQ(prompts.asked.back().text, "This input is already selected, please select another one.");
+  EXPECT_EQ(Function(2), "UNUSED");
+  EXPECT_EQ(Main().Selections().GetSelectedInputType(1), "UNUSED");
+  EXPECT_FALSE(Find(Input("cmdConfigure", 2)).Enabled());
+  EXPECT_TRUE(Find(Input("cmdConfigure", 1)).Enabled());
+  Click("cmdApply");
+  EXPECT_EQ(StoredInput(1, 3, "UCPTroofTopInputType"), "SPACE_TEMP");
+}
+
+TEST_F(InputsTest, DefaultsAreOfferedForFiveFunctionsOnly) {
+  Open(device);
+  const struct {
+    const char* function;
+    const char* sensor;  // empty: no question
+    int property;
+    const char* format;
+    const char* value;
+    const char* variable;
+  } cases[] = {
+      {"SPACE_TEMP", "STD_THERMISTOR", 6, "UCPTthermistorOffset#SI", "0.00", "SNVT_temp_p"},
+      {"SPACE_ENTHALPY", "LINEAR", 4, "UCPTsensorScale", "0.00 10.00 0.00 100.00", "SNVT_enthalpy"},
+      {"SPACE_HUMIDITY", "LINEAR", 4, "UCPTsensorScale", "0.00 10.00 0.00 100.00", "SNVT_lev_percent"},
+      {"CO2_LEVEL", "LINEAR", 4, "UCPTsensorScale", "0.00 10.00 0.00 2000.00", "SNVT_ppm"},
+      {"SETPOINT", "SETPOINT_OFFSET", 9, "UCPTsetpointOffsetRange#SI", "-3.00 3.00", "SNVT_temp_diff_p"},
+      {"RETURN_TEMP", "", 0, "", "", ""},
+      {"OCC_CONTACT", "", 0, "", "", ""},
+      {"UNUSED", "", 0, "", "", ""},
+  };
+  for (const auto& item : cases) {
+    prompts.asked.clear();
+    prompts.answers = {ui::Answer::kYes};
+    EXPECT_TRUE(Choose(3, item.function));
+    EXPECT_EQ(prompts.asked.size(), *item.sensor ? 1u : 0u) << item.function;
+    if (!*item.sensor) continue;
+    EXPECT_EQ(prompts.asked[0].text, "Do you want to set " + std::string(item.function) +
+                                         " configuration properties to the default values ?\r\n"
+                                         "If yes, this process takes a few secondes.");
+    EXPECT_EQ(prompts.asked[0].title, "QVR KV-TARN Configuration");
+    EXPECT_EQ(prompts.asked[0].buttons, ui::Buttons::kYesNoCancel);
+    EXPECT_EQ(LastMessage(), "ApplyDefaultValues/Hardware Input: The default '" + std::string(item.function) +
+                                 "' configuration settings were applied successfully");
+    EXPECT_EQ(StoredInput(3, 2, "UCPTsensorType"), item.sensor);
+    EXPECT_EQ(StoredInput(3, item.property, item.format), item.value);
+    EXPECT_EQ(Main().Device().InputVariables[3]["nvoHwInput3"].object.Text("MvFormatType"), item.variable);
+  }
+}
+
+TEST_F(InputsTest, CancelTakesTheChoiceBackAndAFailureIsTold) {
+  Open(device);
+  prompts.answers = {ui::Answer::kCancel};
+  Choose(1, "SETPOINT");
+  EXPECT_EQ(Function(1), "UNUSED");
+  EXPECT_FALSE(Main().Pages().AnyPageChanged());
+  prompts.answers = {ui::Answer::kYes};
+  building.Faults().Fail({.member = "NetworkVariable.MvFormatType"});
+  Choose(1, "SETPOINT");
+  EXPECT_EQ(
+      LastMessage(),
+      "ApplyDefaultValues/Hardware Input: The default 'SETPOINT' configuration settings were not applied");
+  EXPECT_EQ(Function(1), "SETPOINT") << "the function itself stays chosen";
+  EXPECT_EQ(StoredInput(1, 2, "UCPTsensorType"), "DISCONNECTED") << "nothing of the defaults is left";
+}
+
+TEST_F(InputsTest, TheSensorDialogGetsTheChoicesOfTheFunction) {
+  Open(device);
+  Choose(5, "MODE_SELECTOR");
+  Click(Input("cmdConfigure", 5));
+  EXPECT_NE(LastMessage().find("\"MVConfigSensor.ctlSensorNV\" is not registered"), std::string::npos);
+
+  const auto editor = std::make_shared<tests::Editor>();
+  ui::Form* dialog = nullptr;
+  controls.make = [&](const std::string&, const auto&) { return automation::Object(editor); };
+  controls.onCreate = [&](ui::ControlSite& site) { dialog = &site.GetForm(); };
+  loop.whileOpen = [&] { dynamic_cast<ui::Button*>(dialog->Find("cmdCancel"))->Click(); };
+  Click(Input("cmdConfigure", 5));
+  EXPECT_EQ(editor->initialized, (std::vector<std::string>{"RTU-2 South wing 5 5", "RTU-2 South wing 5 5"}));
+  EXPECT_EQ(LastMessage(), "Configure/Sensor Input: Configuring sensor input was canceled.");
+  EXPECT_TRUE(controls.alive.empty());
+}
+
+TEST_F(InputsTest, TheSensorBehindAnInputIsShown) {
+  Open(tests::kPressure);
+  EXPECT_EQ(Text(Input("lblSensor", 1)), "LINEAR");
+  EXPECT_EQ(Text(Input("lblSensor", 2)), "LINEAR (usually DIGITAL)");
+  EXPECT_EQ(Text(Input("lblSensor", 3)), "");
+}
+
+}  // namespace

@@ -1,0 +1,296 @@
+#include <algorithm>
+
+#include "base/record.h"
+#include "editor.h"
+#include "pages/io/assignment_rules.h"
+#include "pages/io/output_functions.h"
+#include "tool_test.h"
+
+namespace {
+
+using pages::OutputFunctions;
+using tests::ToolTest;
+
+constexpr const char* kTwice = "This output is already selected, please select another one.";
+
+// The text that the user sees, "" when the change is accepted.
+std::string Refused(const OutputFunctions& functions, std::size_t index, const std::string& next) {
+  const auto refusal = pages::CheckAssignment({functions, index, functions[index], next});
+  if (!refusal) return "";
+  return shell::Strings([] { return automation::Object(); }).FormatStrings(refusal->text, refusal->arguments);
+}
+
+TEST(AssignmentRules, RefuseInTheirOrderWithTheirTexts) {
+  const struct {
+    OutputFunctions functions;
+    std::size_t index;
+    const char* next;
+    std::string refused;
+  } cases[] = {
+      // Stages go up one by one, in both families.
+      {{}, 0, "HEATING_1", ""},
+      {{}, 0, "HEATING_2", "You have to select the HEATING_1 before selecting HEATING_2"},
+      {{"HEATING_1"}, 1, "HEATING_2", ""},
+      {{"HEATING_1"}, 0, "HEATING_2", "You have to select the HEATING_1 before selecting HEATING_2"},
+      {{"COOLING_1", "COOLING_2"},
+       2,
+       "COOLING_4",
+       "You have to select the COOLING_3 before selecting COOLING_4"},
+      {{"HEATING_1"}, 1, "COOLING_2", "You have to select the COOLING_1 before selecting COOLING_2"},
+      // ... and down one by one, whatever replaces them.
+      {{"HEATING_1", "HEATING_2"},
+       0,
+       "UNASSIGNED",
+       "You still have HEATING_2 selected, HEATING_1 must remain selected."},
+      {{"HEATING_1", "HEATING_2"}, 1, "UNASSIGNED", ""},
+      {{"HEATING_1", "HEATING_2", "HEATING_3"},
+       0,
+       "FAN_ON_OFF",
+       "You still have HEATING_2 selected, HEATING_1 must remain selected."},
+      {{"COOLING_1", "", "COOLING_3"},
+       0,
+       "UNASSIGNED",
+       "You still have COOLING_3 selected, COOLING_1 must remain selected."},
+      {{"COOLING_1", "COOLING_2"},
+       0,
+       "HEATING_1",
+       "You still have COOLING_2 selected, COOLING_1 must remain selected."},
+      // The same function twice.
+      {{"FAN_ON_OFF"}, 1, "FAN_ON_OFF", kTwice},
+      {{"HEATING_1", "HEATING_2"}, 2, "HEATING_2", kTwice},
+      {{"UNASSIGNED"}, 1, "UNASSIGNED", ""},
+      // The reversing valve stands on cooling.
+      {{}, 0, "REVERSING_VALVE", "You have to select COOLING before selecting REVERSING_VALVE"},
+      {{"COOLING_1"}, 0, "REVERSING_VALVE", "You have to select COOLING before selecting REVERSING_VALVE"},
+      {{"COOLING_1"}, 1, "REVERSING_VALVE", ""},
+      {{"COOLING_1", "REVERSING_VALVE"}, 2, "REVERSING_VALVE", kTwice},
+      {{"COOLING_1", "REVERSING_VALVE"},
+       0,
+       "UNASSIGNED",
+       "You have REVERSING_VALVE selected you need to select at least one COOLING before selecting "
+       "REVERSING_VALVE"},
+      {{"COOLING_1", "REVERSING_VALVE"},
+       0,
+       "HEATING_1",
+       "You have REVERSING_VALVE selected you need to select at least one COOLING before selecting "
+       "REVERSING_VALVE"},
+      {{"COOLING_1", "REVERSING_VALVE"}, 1, "UNASSIGNED", ""},
+      // Dampers exclude one another both ways.
+      {{"FRESH_AIR_DAMPER_OPEN"},
+       1,
+       "FRESH_AIR_DAMPER_MOD",
+       "You already select FRESH_AIR_DAMPER_OPEN or FRESH_AIR_DAMPER_CLOSE, FRESH_AIR_DAMPER_MOD cannot be "
+       "selected."},
+      {{"FRESH_AIR_DAMPER_OPEN"}, 0, "FRESH_AIR_DAMPER_MOD", ""},
+      {{"FRESH_AIR_DAMPER_MOD"},
+       1,
+       "FRESH_AIR_DAMPER_CLOSE",
+       "You already select FRESH_AIR_DAMPER_MOD, FRESH_AIR_DAMPER_OPEN or FRESH_AIR_DAMPER_CLOSE cannot be "
+       "selected."},
+      {{"FRESH_AIR_DAMPER_CLOSE"}, 1, "FRESH_AIR_DAMPER_OPEN", ""},
+      // A function that the tool does not know follows the ordinary rules.
+      {{"SOMETHING_NEW"}, 1, "SOMETHING_NEW", kTwice},
+  };
+  for (const auto& item : cases)
+    EXPECT_EQ(Refused(item.functions, item.index, item.next), item.refused) << item.next;
+}
+
+TEST(AssignmentRules, NoAcceptedChangeBreaksTheStageOrder) {
+  // Walks every change of two outputs of a cooling plant with a reversing valve; what is accepted must still
+  // be sound.
+  const OutputFunctions start = {"COOLING_1", "COOLING_2", "REVERSING_VALVE", "HEATING_1", "", "", ""};
+  const auto held = [](const OutputFunctions& functions, std::string_view name) {
+    return std::ranges::find(functions, name) != functions.end();
+  };
+  int accepted = 0;
+  for (std::size_t first = 0; first < 7; ++first) {
+    for (const auto one : pages::kOutputFunctions) {
+      if (!Refused(start, first, std::string(one)).empty()) continue;
+      OutputFunctions middle = start;
+      middle[first] = one;
+      for (std::size_t second = 0; second < 7; ++second) {
+        for (const auto two : pages::kOutputFunctions) {
+          if (!Refused(middle, second, std::string(two)).empty()) continue;
+          OutputFunctions end = middle;
+          end[second] = two;
+          ++accepted;
+          EXPECT_TRUE(!held(end, "COOLING_2") || held(end, "COOLING_1")) << one << " " << two;
+          EXPECT_TRUE(!held(end, "HEATING_2") || held(end, "HEATING_1")) << one << " " << two;
+          EXPECT_TRUE(!held(end, "REVERSING_VALVE") || held(end, "COOLING_1")) << one << " " << two;
+          for (const std::string& name : end) {
+            EXPECT_TRUE(name.empty() || name == "UNASSIGNED" || std::ranges::count(end, name) == 1) << name;
+          }
+        }
+      }
+    }
+  }
+  EXPECT_GT(accepted, 1000);
+}
+
+TEST(AssignmentRules, NameTheMissingHalfOfAPair) {
+  const OutputFunctions functions = {"HEAT_VALVE_OPEN", "COOL_VALVE_CLOSE", "FRESH_AIR_DAMPER_OPEN",
+                                     "FRESH_AIR_DAMPER_CLOSE", "HEAT_COOL_VALVE_CLOSE"};
+  EXPECT_EQ(pages::UnpairedFunctions(functions),
+            (std::vector<std::string>{"You should choose 'Close' if 'Open' was selected.",
+                                      "You should choose 'Open' if 'Close' was selected.",
+                                      "You should choose 'Open' if 'Close' was selected."}));
+}
+
+TEST(OutputFunctions, BelongToASignalClass) {
+  EXPECT_EQ(pages::GetOutputSignalClass("heating_mod"), pages::SignalClass::kModulating);
+  EXPECT_EQ(pages::GetOutputSignalClass("MIN_FRESH_AIR_ENABLE"), pages::SignalClass::kOnOff);
+  for (const char* name : {"UNASSIGNED", "", "NEW_MOD", "HEATING_5"}) {
+    EXPECT_EQ(pages::GetOutputSignalClass(name), pages::SignalClass::kNone) << name;
+  }
+}
+
+struct OutputsTest : ToolTest {
+  std::string Output(const char* name, int number) {
+    return "fControlOutput." + std::string(name) + "(" + std::to_string(number - 1) + ")";
+  }
+  bool Choose(int number, const char* function) {
+    return Find<ui::ListBox>(Output("cboOutput", number)).Choose(function);
+  }
+  std::string Function(int number) { return Find<ui::ListBox>(Output("cboOutput", number)).SelectedText(); }
+  std::string StoredOutput(int number, int property, const char* format) {
+    return building.StoredText(device, "HardwareOutput" + std::to_string(number), property, format);
+  }
+  std::string StoredFunction(int number) { return StoredOutput(number, 3, "UCPTroofTopOutputType"); }
+  bool Enabled(const std::string& name) { return Find(name).Enabled(); }
+
+  const char* device = tests::kAssigned;
+};
+
+TEST_F(OutputsTest, ARefusedChoiceIsPutBackAndChangesNothing) {
+  Open(device);
+  EXPECT_TRUE(Choose(3, "UNASSIGNED"));  // holds COOLING_1 while output 4 holds COOLING_2
+  EXPECT_EQ(Function(3), "COOLING_1");
+  ASSERT_EQ(prompts.asked.size(), 1u);
+  EXPECT_EQ(prompts.asked[0].text, "You still have COOLING_2 selected, COOLING_1 must remain selected.");
+  EXPECT_EQ(prompts.asked[0].icon, ui::Icon::kExclamation);
+  EXPECT_FALSE(Main().Pages().AnyPageChanged());
+  EXPECT_EQ(Main().Selections().GetSelectedOutputType(2), "COOLING_1");
+}
+
+TEST_F(OutputsTest, FunctionsAreSavedAndReadBack) {
+  Open(device);
+  EXPECT_TRUE(Choose(4, "UNASSIGNED"));
+  EXPECT_TRUE(Choose(3, "REVERSING_VALVE"));  // refused: the cooling it stands on would go
+  EXPECT_TRUE(Choose(4, "REVERSING_VALVE"));
+  Click("cmdApply");
+  EXPECT_EQ(LastMessage(), "Apply/Main: The configuration settings were applied successfully");
+  EXPECT_EQ(StoredFunction(3), "COOLING_1");
+  EXPECT_EQ(StoredFunction(4), "REVERSING_VALVE");
+  EXPECT_EQ(Function(4), "REVERSING_VALVE");
+}
+
+TEST_F(OutputsTest, TheHardwareDecidesWhetherItCanDriveTheFunction) {
+  Open(tests::kUnassigned);  // outputs 1 to 5 digital, 6 and 7 analogue
+  const struct {
+    int number;
+    const char* function;
+    bool canDrive;
+  } cases[] = {{1, "FAN_ON_OFF", true},
+               {2, "HEATING_MOD", false},
+               {6, "FAN_SPEED_MOD", true},
+               {7, "HEATING_1", false}};
+  for (const auto& item : cases) {
+    Choose(item.number, item.function);
+    EXPECT_EQ(Find<ui::CheckBox>(Output("chkOutput", item.number)).Checked(), item.canDrive) << item.function;
+    EXPECT_EQ(Enabled(Output("cmdConfigure", item.number)), item.canDrive) << item.function;
+  }
+  Find<ui::CheckBox>(Output("chkOutput", 1)).Click();
+  EXPECT_FALSE(Enabled(Output("cmdConfigure", 1)));
+}
+
+TEST_F(OutputsTest, OverridesAreWrittenAsSwitchTexts) {
+  Open(device);
+  EXPECT_TRUE(Find<ui::CheckBox>(Output("chkOver", 3)).Checked());
+  EXPECT_EQ(Find<ui::ListBox>(Output("cboONOFF", 3)).SelectedText(), "ON");
+  EXPECT_FALSE(Find(Output("txtValue", 3)).Visible());
+  EXPECT_FALSE(Enabled(Output("cboONOFF", 1))) << "not permitted yet";
+  Find<ui::ListBox>(Output("cboONOFF", 3)).Choose("OFF");
+  Find<ui::CheckBox>(Output("chkOver", 1)).Click();
+  Find<ui::ListBox>(Output("cboONOFF", 1)).Choose("ON");
+  Find<ui::CheckBox>(Output("chkOver", 7)).Click();
+  Type(Output("txtValue", 7), "42.5");
+  Click("cmdApply");
+  const std::pair<int, const char*> stored[] = {{1, "100.0 1"}, {2, "0.0 -1"}, {3, "0.0 0"}, {7, "42.5 1"}};
+  for (const auto& [number, text] : stored) EXPECT_EQ(StoredOutput(number, 4, "SNVT_switch"), text) << number;
+
+  Type(Output("txtValue", 7), "142.5");
+  Click("cmdApply");
+  EXPECT_NE(Messages()[Messages().size() - 2].find("Output 7: "), std::string::npos)
+      << Messages()[Messages().size() - 2];
+  EXPECT_EQ(StoredOutput(7, 4, "SNVT_switch"), "42.5 1");
+  EXPECT_EQ(Text(Output("txtValue", 7)), "142.5");
+
+  Choose(7, "UNASSIGNED");
+  EXPECT_EQ(Text(Output("txtValue", 7)), "0.0");
+  EXPECT_FALSE(Enabled(Output("chkOver", 7)));
+  Click("cmdApply");
+  EXPECT_EQ(StoredOutput(7, 4, "SNVT_switch"), "0.0 -1");
+}
+
+TEST_F(OutputsTest, AnIncompletePairStopsTheWholeSave) {
+  Open(tests::kUnassigned);
+  device = tests::kUnassigned;
+  Choose(1, "HEAT_VALVE_OPEN");
+  Type("fPID.txtPIDTemp(0)", "1.5");
+  Click("cmdApply");
+  EXPECT_EQ(Messages()[0], "WriteValue/Hardware Output: You should choose 'Close' if 'Open' was selected.");
+  EXPECT_EQ(StoredFunction(1), "UNASSIGNED");
+  EXPECT_EQ(Function(1), "HEAT_VALVE_OPEN");
+  Choose(2, "HEAT_VALVE_CLOSE");
+  Click("cmdApply");
+  EXPECT_EQ(StoredFunction(1), "HEAT_VALVE_OPEN");
+}
+
+TEST_F(OutputsTest, OtherPagesFollowAtOnce) {
+  Open(tests::kUnassigned);
+  EXPECT_FALSE(Enabled("fPID.txtPressure(0)"));
+  Choose(7, "BYPASS_DAMPER_MOD");
+  EXPECT_TRUE(Enabled("fPID.txtPressure(0)"));
+  EXPECT_TRUE(Enabled("fPID.lblPressD"));
+  EXPECT_FALSE(Enabled("fPID.txtCO2Level(5)"));
+  Choose(6, "FRESH_AIR_DAMPER_MOD");
+  EXPECT_TRUE(Enabled("fPID.txtCO2Level(5)"));
+  Choose(7, "UNASSIGNED");
+  EXPECT_FALSE(Enabled("fPID.txtPressure(0)"));
+}
+
+TEST_F(OutputsTest, TheActuatorDialogWritesThroughItsControl) {
+  Open(device);
+  Click(Output("cmdConfigure", 7));
+  EXPECT_NE(LastMessage().find("\"MVConfigActuator.ctlConfigActuator\" is not registered"),
+            std::string::npos);
+  EXPECT_TRUE(Main().AcceptsInput()) << "the page stays usable";
+
+  const auto editor = std::make_shared<tests::Editor>();
+  ui::Form* dialog = nullptr;
+  controls.make = [&](const std::string&, const auto&) { return automation::Object(editor); };
+  const auto click = [&](const char* name) { return dynamic_cast<ui::Button*>(dialog->Find(name))->Click(); };
+  controls.onCreate = [&](ui::ControlSite& site) { dialog = &site.GetForm(); };
+  loop.whileOpen = [&] {
+    EXPECT_EQ(editor->initialized, std::vector<std::string>{"RTU-1 North wing 7 PWM"});
+    EXPECT_FALSE(Main().AcceptsInput());
+    editor->changed = true;
+    editor->accepts = false;
+    click("cmdOK");
+    EXPECT_EQ(prompts.asked.back().text, "An error as occured while writing the value in the database");
+    EXPECT_EQ(prompts.asked.back().icon, ui::Icon::kInformation);
+    editor->accepts = true;
+    click("cmdApply");
+    EXPECT_EQ(editor->writes, 2);
+    click("cmdApply");
+    EXPECT_EQ(editor->writes, 2) << "nothing has changed since";
+    EXPECT_FALSE(editor->finished);
+    click("cmdOK");
+  };
+  Click(Output("cmdConfigure", 7));
+  EXPECT_TRUE(editor->finished);
+  EXPECT_TRUE(controls.alive.empty());
+  EXPECT_TRUE(Main().AcceptsInput());
+}
+
+}  // namespace

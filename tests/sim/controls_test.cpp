@@ -1,0 +1,302 @@
+// The maker's editing controls over the virtual building, without a container: driven through their
+// automation members, and by a person through their boxes and lists.
+#include <memory>
+
+#include "building_fixture.h"
+#include "simulator/controls/actuator.h"
+#include "simulator/controls/sensor_hardware.h"
+#include "simulator/controls/sensor_variable.h"
+
+namespace {
+
+using controls::Actuator;
+using controls::Editor;
+using controls::SensorHardware;
+using controls::SensorVariable;
+using sim_test::Client;
+using sim_test::RefusalOf;
+
+/// An editor with what a dialog holds of it.
+template <class Kind>
+struct Opened {
+  Opened(const Client& client, int number, const std::string& choice) : control(editor) {
+    editor->onFailed = [this](const std::string& text) { failures.push_back(text); };
+    control.Call("Initialize", client.device, number, choice);
+  }
+
+  template <class T>
+  T& Find(const std::string& form, const std::string& name) const {
+    ui::Form* found = &editor->GetWindow();
+    for (ui::Control* control : found->Controls()) {
+      if (control->GetKind() != ui::Kind::kPageArea) continue;
+      for (ui::Form* page : static_cast<ui::PageArea*>(control)->Forms()) {
+        if (page->Name() == form) found = page;
+      }
+    }
+    return dynamic_cast<T&>(*found->Find(name));
+  }
+  void Type(const std::string& form, int box, const std::string& text) const {
+    EXPECT_TRUE(Find<ui::TextBox>(form, "txt(" + std::to_string(box) + ")").Type(text));
+  }
+  bool Choose(const std::string& list, const std::string& text) const {
+    return Find<ui::ListBox>(editor->GetWindow().Name(), list).Choose(text);
+  }
+  const std::vector<std::string>& Items(const std::string& list) const {
+    return Find<ui::ListBox>(editor->GetWindow().Name(), list).Items();
+  }
+  std::string ShownSection() const {
+    return static_cast<ui::PageArea*>(editor->GetWindow().Find("areSettings"))->Shown()->Name();
+  }
+  bool IsChanged() const { return control.Get("IsChanged").AsBool(); }
+  bool WriteValue() const { return control.Call("WriteValue").AsBool(); }
+
+  std::shared_ptr<Editor> editor = std::make_shared<Kind>();
+  automation::Object control;
+  std::vector<std::string> failures;
+};
+
+class Controls : public testing::Test {
+ protected:
+  std::string Stored(const std::string& object, int number, const std::string& format) const {
+    return building.StoredText(sim_test::kFirstDevice, object, number, format);
+  }
+
+  simulator::Building building{sim_test::Options()};
+  Client client{building};
+};
+
+TEST_F(Controls, SensorTypesFollowTheChoiceList) {
+  const struct {
+    int input;
+    std::string choice;
+    std::vector<std::string> types;
+    std::string section;
+  } cases[] = {
+      {1,
+       "2,3,6",
+       {"Linear", "Translation table", "Standard thermistor", "Disconnected"},
+       "ctlSensorThermistor"},
+      {4, "2", {"Linear", "Disconnected"}, "ctlSensorLinear"},
+      {6, " 4 ", {"Digital contact", "Disconnected"}, "ctlSensorContact"},
+      // What is connected now stays in the list though it does not fit any more.
+      {1, "5", {"Standard thermistor", "Multi-level switch", "Disconnected"}, "ctlSensorThermistor"},
+      {4, "", {"Linear", "Disconnected"}, "ctlSensorLinear"},
+  };
+  for (const auto& [input, choice, types, section] : cases) {
+    SCOPED_TRACE(choice);
+    const Opened<SensorHardware> sensor(client, input, choice);
+    EXPECT_EQ(sensor.Items("lstSensorType"), types);
+    EXPECT_EQ(sensor.ShownSection(), section);
+    EXPECT_FALSE(sensor.IsChanged());
+  }
+}
+
+TEST_F(Controls, EverySensorStoresItsOwnSettings) {
+  const struct {
+    int input;
+    std::string choice;
+    std::string caption;
+    std::string section;
+    std::string name;
+    int box;
+    std::string entered;
+    int property;
+    std::string format;
+    std::string stored;
+  } cases[] = {
+      {4, "2", "Linear", "ctlSensorLinear", "LINEAR", 3, "5000", 4, "UCPTsensorScale",
+       "0.00 10.00 0.00 5000.00"},
+      {2, "2,3,6", "Translation table", "ctlSensorTable", "TRANS_TABLE", 9, "12.5", 5, "UCPTtranslationTable",
+       "0.00 1.50 3.00 4.50 6.00 7.50 9.00 10.00 0.00 12.50 30.00 45.00 60.00 75.00 90.00 100.00"},
+      {1, "2,3,6", "Standard thermistor", "ctlSensorThermistor", "STD_THERMISTOR", 0, " -1.5 ", 6,
+       "UCPTthermistorOffset", "-1.50"},
+      {3, "5", "Multi-level switch", "ctlSensorLevels", "MULTI_LEVEL", 1, "3.25", 8, "UCPTmultiLevelTable",
+       "1.00 3.25 5.00 7.00"},
+      {5, "2,3,7", "Setpoint offset", "ctlSensorOffset", "SETPOINT_OFFSET", 0, "-2", 9,
+       "UCPTsetpointOffsetRange", "-2.00 3.00"},
+  };
+  for (const auto& c : cases) {
+    SCOPED_TRACE(c.caption);
+    const std::string object = "HardwareInput" + std::to_string(c.input);
+    Opened<SensorHardware> sensor(client, c.input, c.choice);
+    EXPECT_TRUE(sensor.Choose("lstSensorType", c.caption));
+    EXPECT_EQ(sensor.ShownSection(), c.section);
+    sensor.Type(c.section, c.box, c.entered);
+    EXPECT_TRUE(sensor.IsChanged());
+    EXPECT_TRUE(sensor.WriteValue());
+    EXPECT_FALSE(sensor.IsChanged());
+    EXPECT_EQ(Stored(object, 2, "UCPTsensorType"), c.name);
+    EXPECT_EQ(Stored(object, c.property, c.format), c.stored);
+
+    const Opened<SensorHardware> again(client, c.input, c.choice);
+    EXPECT_EQ(again.ShownSection(), c.section);
+    EXPECT_FALSE(again.IsChanged());
+  }
+}
+
+TEST_F(Controls, ContactSenseIsStored) {
+  const Opened<SensorHardware> sensor(client, 6, "4");
+  auto& list = sensor.Find<ui::ListBox>("ctlSensorContact", "lst");
+  EXPECT_EQ(list.SelectedText(), "Normally open");
+  EXPECT_TRUE(list.Choose("Normally closed"));
+  EXPECT_TRUE(sensor.WriteValue());
+  EXPECT_EQ(Stored("HardwareInput6", 7, "UCPTcontactSense"), "NORMALLY_CLOSED");
+}
+
+TEST_F(Controls, OnlyWhatChangedIsWritten) {
+  const Opened<SensorHardware> sensor(client, 4, "2,3");
+  sensor.Type("ctlSensorLinear", 1, "9");
+  sensor.Find<ui::TextBox>("ctlSensorTable", "txt(0)").SetText("7");  // not the sensor that is chosen
+  EXPECT_TRUE(sensor.WriteValue());
+  EXPECT_EQ(Stored("HardwareInput4", 4, "UCPTsensorScale"), "0.00 9.00 0.00 2000.00");
+  EXPECT_EQ(Stored("HardwareInput4", 5, "UCPTtranslationTable").substr(0, 4), "0.00");
+}
+
+TEST_F(Controls, ARefusedValueIsToldAndKept) {
+  const struct {
+    std::string entered;
+    std::string told;
+  } cases[] = {{"11", "10"}, {"", "number"}, {"1 0", "blank"}, {"warm", "warm"}};
+  for (const auto& [entered, told] : cases) {
+    SCOPED_TRACE(entered);
+    Opened<SensorHardware> sensor(client, 4, "2,3");
+    EXPECT_TRUE(sensor.Choose("lstSensorType", "Translation table"));
+    sensor.Type("ctlSensorTable", 7, entered);
+    EXPECT_FALSE(sensor.WriteValue());
+    ASSERT_EQ(sensor.failures.size(), 1U);
+    EXPECT_NE(sensor.failures[0].find(told), std::string::npos) << sensor.failures[0];
+    EXPECT_EQ(sensor.Find<ui::TextBox>("ctlSensorTable", "txt(7)").Text(), entered);
+    EXPECT_TRUE(sensor.IsChanged());
+    // Not a new type with settings that were refused.
+    EXPECT_EQ(Stored("HardwareInput4", 2, "UCPTsensorType"), "LINEAR");
+
+    sensor.Type("ctlSensorTable", 7, "9.5");
+    EXPECT_TRUE(sensor.WriteValue());
+    client.Property("HardwareInput4", 2).Put("Value", "LINEAR");
+    client.Property("HardwareInput4", 5).Put("Value", "0 1.5 3 4.5 6 7.5 9 10 0 15 30 45 60 75 90 100");
+  }
+}
+
+TEST_F(Controls, WhatACancelledTransactionTookBackIsWrittenAgain) {
+  const Opened<SensorHardware> sensor(client, 1, "2,3,6");
+  sensor.Type("ctlSensorThermistor", 0, "2");
+  client.network.Call("BeginTransaction");
+  EXPECT_TRUE(sensor.WriteValue());
+  EXPECT_FALSE(sensor.IsChanged());
+  client.network.Call("CancelTransaction");
+  EXPECT_EQ(Stored("HardwareInput1", 6, "UCPTthermistorOffset"), "0.00");
+  EXPECT_TRUE(sensor.IsChanged());
+  EXPECT_TRUE(sensor.WriteValue());
+  EXPECT_EQ(Stored("HardwareInput1", 6, "UCPTthermistorOffset"), "2.00");
+}
+
+TEST_F(Controls, ValuesAreShownInSiWhateverThePagesUse) {
+  client.Property("HardwareInput1", 6).Put("Value", "5");
+  client.Property("HardwareInput1", 6).Put("formatName", "UCPTthermistorOffset#US");
+  const Opened<SensorHardware> sensor(client, 1, "2,3,6");
+  EXPECT_EQ(sensor.Find<ui::TextBox>("ctlSensorThermistor", "txt(0)").Text(), "5.00");
+  client.Property("HardwareInput1", 6).Put("formatName", "UCPTthermistorOffset#US");
+  sensor.Type("ctlSensorThermistor", 0, "6");
+  EXPECT_TRUE(sensor.WriteValue());
+  EXPECT_EQ(Stored("HardwareInput1", 6, "UCPTthermistorOffset"), "6.00");
+}
+
+TEST_F(Controls, VariableTypesSuitTheFunction) {
+  const struct {
+    int input;
+    std::string choice;
+    std::vector<std::string> types;
+  } cases[] = {
+      {1, "2,3,6", {"SNVT_temp_p", "SNVT_temp", "SNVT_temp_f"}},
+      {4, "2", {"SNVT_ppm"}},
+      {6, "4", {"SNVT_switch", "SNVT_lev_disc"}},
+      // The function was changed and not yet stored: the choice list says what it may be.
+      {4, "2,3", {"SNVT_enthalpy", "SNVT_ppm"}},
+      {5,
+       "2,4",
+       {"SNVT_switch", "SNVT_amp", "SNVT_amp_ac", "SNVT_amp_f", "SNVT_lev_disc", "SNVT_lev_percent"}},
+  };
+  for (const auto& [input, choice, types] : cases) {
+    SCOPED_TRACE(choice);
+    const Opened<SensorVariable> variable(client, input, choice);
+    EXPECT_EQ(variable.Items("lstType"), types);
+    EXPECT_FALSE(variable.IsChanged());
+  }
+  EXPECT_EQ(Opened<SensorVariable>(client, 1, "1,2,3").Items("lstType").size(), 17U);  // nothing known
+}
+
+TEST_F(Controls, VariableTypeIsStored) {
+  const Opened<SensorVariable> variable(client, 2, "2,3,6");
+  EXPECT_TRUE(variable.Choose("lstType", "SNVT_temp_f"));
+  EXPECT_TRUE(variable.IsChanged());
+  EXPECT_TRUE(variable.WriteValue());
+  EXPECT_EQ(client.Variable("HardwareInput2", "nvoHwInput2").Text("MvFormatType"), "SNVT_temp_f");
+  EXPECT_EQ(client.Variable("HardwareInput1", "nvoHwInput1").Text("MvFormatType"), "SNVT_temp_p");
+}
+
+TEST_F(Controls, ActuatorStoresTheSettingsOfItsSignal) {
+  Opened<Actuator> actuator(client, 6, "ANALOG_0_10V");
+  EXPECT_EQ(actuator.ShownSection(), "ctlActuatorAnalog");
+  actuator.Type("ctlActuatorAnalog", 0, "2");
+  EXPECT_TRUE(actuator.Choose("lstSense", "Reversed"));
+  EXPECT_TRUE(actuator.WriteValue());
+  EXPECT_EQ(Stored("HardwareOutput6", 7, "UCPTactuatorRange"), "2.00 10.00");
+  EXPECT_EQ(Stored("HardwareOutput6", 9, "UCPToutputSense"), "REVERSE");
+  EXPECT_EQ(Stored("HardwareOutput6", 2, "UCPThardwareSignalType"), "ANALOG_0_10V");
+
+  EXPECT_TRUE(actuator.Choose("lstSignal", "Pulse width (PWM)"));
+  EXPECT_EQ(actuator.ShownSection(), "ctlActuatorPwm");
+  actuator.Type("ctlActuatorPwm", 0, "30");
+  EXPECT_FALSE(actuator.WriteValue());
+  EXPECT_NE(actuator.failures.at(0).find("25.5"), std::string::npos) << actuator.failures[0];
+  actuator.Type("ctlActuatorPwm", 0, "4");
+  EXPECT_TRUE(actuator.WriteValue());
+  EXPECT_EQ(Stored("HardwareOutput6", 8, "UCPTpwmPeriod"), "4.0");
+  EXPECT_EQ(Stored("HardwareOutput6", 2, "UCPThardwareSignalType"), "PWM");
+}
+
+TEST_F(Controls, ActuatorBeginsWithTheSignalItIsGiven) {
+  EXPECT_FALSE(Opened<Actuator>(client, 1, "DIGITAL").IsChanged());
+  EXPECT_FALSE(Opened<Actuator>(client, 7, "").IsChanged());
+  const Opened<Actuator> actuator(client, 1, "PWM");
+  EXPECT_EQ(actuator.ShownSection(), "ctlActuatorPwm");
+  EXPECT_TRUE(actuator.WriteValue());
+  EXPECT_EQ(Stored("HardwareOutput1", 2, "UCPThardwareSignalType"), "PWM");
+}
+
+TEST_F(Controls, WhatDoesNotFitIsRefusedInWords) {
+  const automation::Object sensor(std::make_shared<SensorHardware>());
+  const automation::Object variable(std::make_shared<SensorVariable>());
+  const automation::Object actuator(std::make_shared<Actuator>());
+  const auto refusal = [&](const automation::Object& control, const automation::Value& device, int number,
+                           const std::string& choice) {
+    return RefusalOf([&] { control.Call("Initialize", device, number, choice); });
+  };
+  EXPECT_EQ(refusal(sensor, client.device, 7, "2"),
+            "There is no hardware input 7: the controller has the hardware inputs 1 to 6.");
+  EXPECT_EQ(refusal(variable, client.device, 0, "2"),
+            "There is no hardware input 0: the controller has the hardware inputs 1 to 6.");
+  EXPECT_EQ(refusal(actuator, client.device, 8, "PWM"),
+            "There is no hardware output 8: the controller has the hardware outputs 1 to 7.");
+  EXPECT_EQ(refusal(sensor, client.device, 1, "2,9"),
+            "There is no sensor choice \"9\"; the choices are 2 to 7.");
+  EXPECT_EQ(refusal(actuator, client.device, 1, "LOUD"),
+            "There is no signal \"LOUD\"; the signals are DIGITAL, PWM and ANALOG_0_10V.");
+  EXPECT_EQ(refusal(sensor, automation::Object(), 1, "2"), "Initialize needs the device.");
+  EXPECT_FALSE(sensor.Get("IsChanged").AsBool());
+}
+
+TEST_F(Controls, ADeviceThatFailsIsToldAndFinishLetsGo) {
+  Opened<SensorHardware> sensor(client, 4, "2");
+  sensor.Type("ctlSensorLinear", 0, "1");
+  building.Faults().Fail({"Property.Value", 2});
+  EXPECT_FALSE(sensor.WriteValue());
+  EXPECT_EQ(sensor.failures.size(), 1U);
+  EXPECT_TRUE(sensor.IsChanged());
+  sensor.control.Call("Finish");
+  EXPECT_FALSE(sensor.IsChanged());
+  EXPECT_TRUE(sensor.WriteValue());
+  EXPECT_EQ(Stored("HardwareInput4", 4, "UCPTsensorScale"), "0.00 10.00 0.00 2000.00");
+}
+
+}  // namespace
