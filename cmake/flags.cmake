@@ -4,7 +4,7 @@
 add_compile_options("$<$<COMPILE_LANGUAGE:C,CXX>:-ffile-prefix-map=${PROJECT_SOURCE_DIR}=.>")
 
 if(TARN_SANITIZE)
-  add_compile_options(-O1 -fsanitize=${TARN_SANITIZE} -fno-sanitize-recover=all -fno-omit-frame-pointer)
+  add_compile_options(-fsanitize=${TARN_SANITIZE} -fno-sanitize-recover=all -fno-omit-frame-pointer)
   add_compile_definitions(_GLIBCXX_ASSERTIONS)
   add_link_options(-fsanitize=${TARN_SANITIZE})
 endif()

@@ -36,6 +36,15 @@ function(tarn_program name)
   target_link_libraries(${name} PRIVATE tarn_options)
 endfunction()
 
+# A GoogleTest program. Its own code is not optimised: it compiles in half the time and runs as fast.
+function(tarn_test name)
+  tarn_program(${name} ${ARGN})
+  if(TARGET ${name})
+    target_compile_options(${name} PRIVATE $<$<COMPILE_LANGUAGE:CXX>:-O0>)
+    target_link_libraries(${name} PRIVATE tarn_sim GTest::gmock_main)
+  endif()
+endfunction()
+
 # A program with windows, as it is shipped: no console, wide-character entry point, no symbols.
 function(tarn_windows_program name)
   tarn_program(${name} ${ARGN})

@@ -30,7 +30,7 @@ build() {
   shift
   configure_and_build() {
     [ -f "build/$preset/build.ninja" ] || cmake --preset "$preset" || return
-    cmake --build "build/$preset" --target "$@"
+    cmake --build "build/$preset" --target "$@" -- --quiet
   }
   step "Build $preset" "build-$preset" configure_and_build "$@"
 }
@@ -48,13 +48,11 @@ finish() {
 
 shots=build/shots
 
-# take_shots: works through the scripted job in a new prefix and says which pictures it left.
+# take_shots SCRIPT...: works through end-to-end scripts and says which pictures they left.
 take_shots() {
   local status=0
-  rm -rf "$shots" build/wine-shots
-  mkdir -p "$shots"
-  step "Work through tests/e2e/main-job.sim" main-job \
-    scripts/wine-session.sh build/wine-shots scripts/simhost.sh --script tests/e2e/main-job.sim || status=$?
+  rm -rf "$shots"
+  scripts/e2e.sh "$@" || status=$?
   find "$shots" -name '*.png' | sort | sed 's/^/  /'
   return $status
 }

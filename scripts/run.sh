@@ -19,5 +19,5 @@ if user_display; then
   finish $?
 fi
 say "  No display here: a scripted job runs instead, on a private one"
-take_shots
+take_shots tests/e2e/main-job.sim
 finish $?

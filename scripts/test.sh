@@ -29,7 +29,7 @@ else
   broken build-win64
 fi
 
-if build win32 all; then
+if build win32 programs; then
   check "Check the x86 programs" check-win32 scripts/check-programs.sh build/win32 pei-i386
 else
   broken build-win32

@@ -29,6 +29,7 @@ ConfigDialog::ConfigDialog(std::string name, std::string caption, std::string fa
   cmdCancel.onClick = [this] { Close(); };
   onQueryClose = [this] { return NoChange = true; };  // by the button or the window's own
   onClosed = [this] { End(); };
+  resizable = false;
   defaultButton = &cmdOK;
   cancelButton = &cmdCancel;
   InitStrings();

@@ -1,0 +1,69 @@
+#include "simulator/controls/editor.h"
+
+#include <algorithm>
+
+#include <fmt/format.h>
+
+#include "base/error.h"
+
+namespace controls {
+
+using automation::Arguments;
+using automation::Value;
+
+constexpr automation::MemberOf<Editor> Editor::kMembers[] = {
+    {"Initialize", nullptr, nullptr,
+     [](Editor& self, const Arguments& arguments) -> Value {
+       self.Initialize(arguments);
+       return {};
+     }},
+    {"IsChanged", [](Editor& self, const Arguments&) -> Value { return self.IsChanged(); }},
+    {"WriteValue", nullptr, nullptr,
+     [](Editor& self, const Arguments&) -> Value { return self.WriteValue(); }},
+    {"Finish", nullptr, nullptr,
+     [](Editor& self, const Arguments&) -> Value {
+       self.Finish();
+       return {};
+     }},
+};
+
+Editor::Editor(const std::string& name) : window_(name) { window_.SetAcceptsInput(false); }
+
+void Editor::Initialize(const Arguments& arguments) {
+  Finish();
+  const automation::Object device = arguments[0].AsObject();
+  if (!device) throw base::Error("Initialize needs the device.");
+  Open(device, arguments[1].AsWhole(), arguments[2].AsText());
+  open_ = true;
+  window_.SetAcceptsInput(true);
+}
+
+bool Editor::IsChanged() {
+  return open_ && std::ranges::any_of(Shown(), [](const Binding* binding) { return binding->Changed(); });
+}
+
+bool Editor::WriteValue() {
+  if (!open_) return true;
+  try {
+    for (Binding* binding : Shown()) binding->Write();
+    return true;
+  } catch (const std::exception& error) {
+    if (onFailed) onFailed(error.what());
+    return false;
+  }
+}
+
+void Editor::Finish() {
+  open_ = false;
+  window_.SetAcceptsInput(false);
+}
+
+automation::Object NumberedObject(const automation::Object& device, const std::string& kind, int number,
+                                  int count, const std::string& what) {
+  if (number < 1 || number > count)
+    throw base::Error(
+        fmt::format("There is no {0} {1}: the controller has the {0}s 1 to {2}.", what, number, count));
+  return device.Child("LonMarkObjects").Child("Item", fmt::format("{}{}", kind, number));
+}
+
+}  // namespace controls

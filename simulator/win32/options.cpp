@@ -1,0 +1,85 @@
+#include "simulator/win32/options.h"
+
+#include "base/error.h"
+#include "base/text.h"
+#include "platform/win32/utf.h"
+
+namespace simhost {
+namespace {
+
+struct Switch {
+  std::string_view name;
+  Task task;
+};
+
+// The system starts a server with "-Embedding"; installers write the others with a slash.
+constexpr Switch kSwitches[] = {{"/RegServer", Task::kRegister},
+                                {"-RegServer", Task::kRegister},
+                                {"/UnregServer", Task::kUnregister},
+                                {"-UnregServer", Task::kUnregister},
+                                {"-Embedding", Task::kServe},
+                                {"/Embedding", Task::kServe},
+                                {"--help", Task::kHelp},
+                                {"/?", Task::kHelp}};
+
+bool TakeSwitch(std::string_view word, Options& options) {
+  for (const Switch& entry : kSwitches) {
+    if (!base::EqualsNoCase(entry.name, word)) continue;
+    options.task = entry.task;
+    return true;
+  }
+  if (word != "--fresh") return false;
+  options.fresh = true;
+  return true;
+}
+
+bool TakeFile(std::string_view word, const std::wstring& file, Options& options) {
+  if (word == "--script") {
+    options.task = Task::kScripts;
+    options.scripts.emplace_back(file);
+  } else if (word == "--store") {
+    options.storeFile = file;
+  } else if (word == "--data") {
+    options.dataFolder = file;
+  } else {
+    return false;
+  }
+  return true;
+}
+
+}  // namespace
+
+Options ParseOptions(std::span<const std::wstring> arguments, const std::filesystem::path& folder) {
+  Options options;
+  for (std::size_t i = 0; i < arguments.size(); ++i) {
+    const std::string word = win32::Utf8(arguments[i]);
+    if (TakeSwitch(word, options)) continue;
+    const bool last = i + 1 == arguments.size();
+    if (!TakeFile(word, last ? std::wstring() : arguments[i + 1], options)) {
+      throw base::Error("The host does not understand \"" + word + "\".\n\n" + Usage());
+    }
+    if (last) throw base::Error("\"" + word + "\" needs the name of a file or folder behind it.");
+    ++i;
+  }
+  if (options.dataFolder.empty()) options.dataFolder = folder / "data";
+  // A script changes values at will, so it never works on the values that a person keeps.
+  if (options.storeFile.empty()) {
+    options.storeFile =
+        options.dataFolder / (options.task == Task::kScripts ? "script-store.json" : "store.json");
+  }
+  return options;
+}
+
+std::string Usage() {
+  return "SimHost                    opens the virtual building\n"
+         "SimHost --script FILE ...  works through a script; repeat --script for more, the exit code is 0 "
+         "when all held\n"
+         "  --store FILE             keeps the controllers' values there instead of in the data folder\n"
+         "  --fresh                  starts from the controllers' initial values\n"
+         "  --data FOLDER            takes the building from there instead of from \"data\" beside the "
+         "program\n"
+         "SimHost /RegServer         makes the building known as the host of the tool; /UnregServer undoes "
+         "it";
+}
+
+}  // namespace simhost

@@ -1,0 +1,149 @@
+#include "simulator/win32/person.h"
+
+#include <span>
+#include <string>
+
+#include "base/error.h"
+#include "base/text.h"
+#include "platform/win32/utf.h"
+#include "simulator/win32/foreign.h"
+#include "simulator/win32/foreign_list.h"
+
+namespace simhost::person {
+namespace {
+
+struct NamedNumber {
+  std::string_view name;
+  UINT number;
+};
+
+constexpr NamedNumber kKeys[] = {{"{TAB}", VK_TAB},   {"{ENTER}", VK_RETURN}, {"{ESC}", VK_ESCAPE},
+                                 {"{UP}", VK_UP},     {"{DOWN}", VK_DOWN},    {"{DELETE}", VK_DELETE},
+                                 {"{LEFT}", VK_LEFT}, {"{RIGHT}", VK_RIGHT},  {"{HOME}", VK_HOME},
+                                 {"{END}", VK_END},   {"{SPACE}", VK_SPACE},  {"{BACK}", VK_BACK}};
+
+constexpr NamedNumber kAnswers[] = {{"OK", IDOK}, {"Cancel", IDCANCEL}, {"Yes", IDYES}, {"No", IDNO}};
+
+UINT NumberOf(std::span<const NamedNumber> table, std::string_view name, const char* what) {
+  for (const NamedNumber& entry : table) {
+    if (base::EqualsNoCase(entry.name, name)) return entry.number;
+  }
+  throw base::Error("there is no " + std::string(what) + " \"" + std::string(name) + "\"");
+}
+
+void PostClickAt(HWND window, POINT point) {
+  const LPARAM place = MAKELPARAM(point.x, point.y);
+  PostMessageW(window, WM_LBUTTONDOWN, MK_LBUTTON, place);
+  PostMessageW(window, WM_LBUTTONUP, 0, place);
+}
+
+void PostKey(HWND window, UINT key) {
+  PostMessageW(window, WM_KEYDOWN, key, 1);
+  PostMessageW(window, WM_KEYUP, key, static_cast<LPARAM>(0xC0000001));
+}
+
+void RequireUsable(HWND window, const Patience& patience) {
+  patience.Until([&]() -> std::string {
+    if (!IsWindow(window)) return "the window is gone";
+    if (!OnScreen(window)) return "\"" + NameOf(window) + "\" is not on the screen";
+    return Usable(window) ? "" : "\"" + NameOf(window) + "\" cannot be used now";
+  });
+}
+
+// Puts the keyboard into `control`, as a click does.
+void TakeFocus(HWND control, const Patience& patience) {
+  if (FocusOf(control) == control) return;
+  PostClickAt(control, {3, 3});
+  patience.Until([&]() -> std::string {
+    return FocusOf(control) == control ? "" : "\"" + NameOf(control) + "\" did not take the keyboard";
+  });
+}
+
+}  // namespace
+
+// Whether the click was handled shows nowhere from outside. So a second message follows it that sets the
+// button's pressed look, which can be asked for; when it shows, the click before it has been taken.
+void Click(HWND button, const Patience& patience) {
+  RequireUsable(button, patience);
+  const std::size_t dialogs = Dialogs().size();
+  PostMessageW(button, BM_CLICK, 0, 0);
+  PostMessageW(button, BM_SETSTATE, TRUE, 0);
+  patience.Until([&]() -> std::string {
+    if (!IsWindow(button) || Dialogs().size() != dialogs) return {};
+    DWORD_PTR state = 0;
+    if (SendMessageTimeoutW(button, BM_GETSTATE, 0, 0, SMTO_NORMAL, 1000, &state) && (state & BST_PUSHED))
+      return {};
+    return "the click was not taken";
+  });
+  PostMessageW(button, BM_SETSTATE, FALSE, 0);
+}
+
+void ClickRow(HWND list, std::string_view text, const Patience& patience) {
+  RequireUsable(list, patience);
+  const ForeignList rows(list);
+  int row = -1;
+  patience.Until([&]() -> std::string {
+    row = rows.FindRow(text);
+    return row >= 0 ? "" : "the list has no row \"" + std::string(text) + "\"";
+  });
+  PostClickAt(list, rows.PointOn(row));
+  patience.Until([&]() -> std::string { return rows.Selected(row) ? "" : "the row was not selected"; });
+}
+
+void Type(HWND box, std::string_view text, const Patience& patience) {
+  RequireUsable(box, patience);
+  TakeFocus(box, patience);
+  Ask(box, EM_SETSEL, 0, -1);
+  if (text.empty()) PostMessageW(box, WM_CHAR, VK_BACK, 1);
+  for (const wchar_t letter : win32::Wide(text)) PostMessageW(box, WM_CHAR, letter, 1);
+  patience.Until([&]() -> std::string {
+    const std::string now = TextOf(box);
+    return now == text ? "" : "typed \"" + std::string(text) + "\", the box holds \"" + now + "\"";
+  });
+}
+
+void Choose(HWND list, std::string_view text, const Patience& patience) {
+  RequireUsable(list, patience);
+  const std::wstring wide = win32::Wide(text);
+  LRESULT place = CB_ERR;
+  patience.Until([&]() -> std::string {
+    place = Ask(list, CB_FINDSTRINGEXACT, static_cast<WPARAM>(-1), reinterpret_cast<LPARAM>(wide.c_str()));
+    return place != CB_ERR ? "" : "the list has no entry \"" + std::string(text) + "\"";
+  });
+  Ask(list, CB_SETCURSEL, static_cast<WPARAM>(place));
+  const auto id = static_cast<WORD>(GetDlgCtrlID(list));
+  PostMessageW(GetAncestor(list, GA_PARENT), WM_COMMAND, MAKEWPARAM(id, CBN_SELCHANGE),
+               reinterpret_cast<LPARAM>(list));
+  patience.Until([&]() -> std::string {
+    const std::string now = TextOf(list);
+    return now == text || !Dialogs().empty()
+               ? ""
+               : "chosen \"" + std::string(text) + "\", the list shows \"" + now + "\"";
+  });
+}
+
+void Press(HWND control, std::string_view key) {
+  if (key.size() > 1 && key.front() == '{') return PostKey(control, NumberOf(kKeys, key, "key"));
+  for (const wchar_t letter : win32::Wide(key)) PostMessageW(control, WM_CHAR, letter, 1);
+}
+
+void Leave(HWND control, const Patience& patience) {
+  const std::size_t dialogs = Dialogs().size();
+  PostKey(control, VK_TAB);
+  patience.Until([&]() -> std::string {
+    return FocusOf(control) != control || Dialogs().size() != dialogs ? ""
+                                                                      : "the keyboard stayed where it was";
+  });
+}
+
+void Answer(HWND dialog, std::string_view button, const Patience& patience) {
+  HWND control = GetDlgItem(dialog, static_cast<int>(NumberOf(kAnswers, button, "answer")));
+  if (!control) throw base::Error("the message box has no button \"" + std::string(button) + "\"");
+  PostMessageW(control, BM_CLICK, 0, 0);
+  patience.Until(
+      [&]() -> std::string { return IsWindowVisible(dialog) ? "the message box did not go away" : ""; });
+}
+
+void CloseWindow(HWND window) { PostMessageW(window, WM_SYSCOMMAND, SC_CLOSE, 0); }
+
+}  // namespace simhost::person

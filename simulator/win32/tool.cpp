@@ -1,0 +1,48 @@
+#include "simulator/win32/tool.h"
+
+#include <algorithm>
+
+#include "base/text.h"
+#include "platform/win32/com_object.h"
+#include "simulator/win32/foreign.h"
+#include "simulator/win32/setup.h"
+
+namespace simhost {
+
+Tool::Tool() : object_(win32::CreateObject(kToolProgramId)) {}
+
+void Tool::Prepare(const simulator::Building& building, const simulator::DeviceInfo& device,
+                   std::size_t lmoIndex) {
+  object_.Put("NetworkName", building.NetworkName());
+  object_.Put("NetworkIpAddress", building.IpAddress());
+  object_.Put("NetworkIpPort", building.Port());
+  object_.Put("NetworkInterfaceName", "VIRTUAL1");
+  object_.Put("Remote", true);
+  object_.Put("OvxServerVersion", building.ServerVersion());
+  object_.Put("FolderName", device.location);
+  object_.Put("DeviceName", device.name);
+  object_.Put("LmoIndex", std::to_string(lmoIndex));
+  object_.Put("DevelopmentProgramId", device.programId);
+  deviceName_ = device.name;
+}
+
+void Tool::Send(std::int32_t command, std::int32_t objectClass, const std::string& key) {
+  const std::vector<HWND> before = FindForms("fMain");
+  object_.Call("SendCommand", command, objectClass, key);
+  for (HWND window : FindForms("fMain")) {
+    if (std::find(before.begin(), before.end(), window) == before.end()) window_ = window;
+  }
+  if (!object_.Get("Visible").AsBool()) object_.Put("Visible", true);
+}
+
+void Tool::Put(const std::string& property, const automation::Value& value) {
+  object_.Put(property, value);
+  if (base::EqualsNoCase(property, "Visible")) hiddenByHost_ = !value.AsBool();
+}
+
+bool Tool::Closed() const {
+  if (!window_ || hiddenByHost_) return false;
+  return !IsWindow(window_) || !IsWindowVisible(window_);
+}
+
+}  // namespace simhost

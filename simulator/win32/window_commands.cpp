@@ -1,0 +1,225 @@
+// What a person does at the tool's windows and sees there.
+#include "base/error.h"
+#include "base/text.h"
+#include "simulator/win32/commands.h"
+#include "simulator/win32/foreign.h"
+#include "simulator/win32/foreign_list.h"
+#include "simulator/win32/person.h"
+#include "simulator/win32/shot.h"
+
+namespace simhost {
+namespace {
+
+constexpr char kMainWindow[] = "fMain";
+constexpr char kProgressWindow[] = "fLoading";
+constexpr char kPageList[] = "fMain.lvwConfig";
+constexpr char kLogList[] = "fMessage.ListView1";
+
+HWND Named(Stage& stage, const std::string& name) {
+  HWND window = nullptr;
+  stage.patience.Until([&]() -> std::string {
+    window = FindNamed(name);
+    return window ? "" : "there is no \"" + name + "\"";
+  });
+  return window;
+}
+
+bool Shown(const std::string& name) {
+  HWND window = FindNamed(name);
+  return window && OnScreen(window);
+}
+
+std::string OpenDialog() {
+  for (HWND dialog : Dialogs()) {
+    return "a message box \"" + TextOf(dialog) +
+           "\" is open: " + base::ReplaceAll(DialogText(dialog), "\n", " / ");
+  }
+  return {};
+}
+
+Patience Seconds(Stage& stage, Words words, std::size_t place) {
+  if (words.size() <= place) return stage.patience;
+  return stage.patience.With(std::chrono::seconds(WholeNumber(words[place])));
+}
+
+void WaitWindow(Stage& stage, Words words) {
+  Seconds(stage, words, 1).Until([&]() -> std::string {
+    if (Shown(words[0].text)) return {};
+    const std::string dialog = OpenDialog();
+    return "the window \"" + words[0].text + "\" is not there" + (dialog.empty() ? "" : "; ") + dialog;
+  });
+}
+
+void WaitGone(Stage& stage, Words words) {
+  Seconds(stage, words, 1).Until([&]() -> std::string {
+    return Shown(words[0].text) ? "\"" + words[0].text + "\" is still there" : "";
+  });
+}
+
+// Nothing is under way any more: no order of the host, no progress window, and the main window takes input.
+void WaitIdle(Stage& stage, Words words) {
+  Seconds(stage, words, 0).Until([&]() -> std::string {
+    if (stage.order->Running()) return "the tool is still carrying out the host's order";
+    if (Shown(kProgressWindow)) return "the tool still shows its progress";
+    if (std::string dialog = OpenDialog(); !dialog.empty()) return dialog;
+    HWND main = FindNamed(kMainWindow);
+    return !main || !IsWindowVisible(main) || IsWindowEnabled(main) ? "" : "the main window takes no input";
+  });
+}
+
+void Page(Stage& stage, Words words) {
+  person::ClickRow(Named(stage, kPageList), words[0].text, stage.patience);
+  WaitIdle(stage, {});
+}
+
+void Select(Stage& stage, Words words) {
+  person::ClickRow(Named(stage, words[0].text), words[1].text, stage.patience);
+}
+
+void TypeText(Stage& stage, Words words) {
+  person::Type(Named(stage, words[0].text), words[1].text, stage.patience);
+}
+
+void PressKeys(Stage& stage, Words words) {
+  for (const Word& key : words.subspan(1)) person::Press(Named(stage, words[0].text), key.text);
+}
+
+void LeaveField(Stage& stage, Words) {
+  HWND main = Named(stage, kMainWindow);
+  HWND focus = FocusOf(main);
+  if (!focus) throw base::Error("no field has the keyboard");
+  person::Leave(focus, stage.patience);
+}
+
+void ClickButton(Stage& stage, Words words) { person::Click(Named(stage, words[0].text), stage.patience); }
+
+void Choose(Stage& stage, Words words) {
+  person::Choose(Named(stage, words[0].text), words[1].text, stage.patience);
+}
+
+bool IsYes(const Word& word, std::string_view yes, std::string_view no) {
+  if (word.text != yes && word.text != no) {
+    throw base::Error("expected " + std::string(yes) + " or " + std::string(no) + ", not \"" + word.text +
+                      "\"");
+  }
+  return word.text == yes;
+}
+
+bool IsChecked(HWND box) { return Ask(box, BM_GETCHECK) == BST_CHECKED; }
+
+void Check(Stage& stage, Words words) {
+  HWND box = Named(stage, words[0].text);
+  if (IsChecked(box) != IsYes(words[1], "on", "off")) person::Click(box, stage.patience);
+}
+
+void ExpectText(Stage& stage, Words words) {
+  HWND window = Named(stage, words[0].text);
+  stage.patience.Until([&] { return Difference(words[0].text, words[1].text, TextOf(window)); });
+}
+
+// Waits until `is` of the named control answers as the script says.
+void ExpectState(Stage& stage, Words words, std::string_view yes, std::string_view no, bool (*is)(HWND)) {
+  HWND window = Named(stage, words[0].text);
+  const bool wanted = IsYes(words[1], yes, no);
+  stage.patience.Until([&] { return Difference(words[0].text, wanted ? yes : no, is(window) ? yes : no); });
+}
+
+void ExpectEnabled(Stage& stage, Words words) {
+  ExpectState(stage, words, "yes", "no", [](HWND window) { return IsWindowEnabled(window) != FALSE; });
+}
+
+void ExpectVisible(Stage& stage, Words words) { ExpectState(stage, words, "yes", "no", OnScreen); }
+
+void ExpectChecked(Stage& stage, Words words) { ExpectState(stage, words, "on", "off", IsChecked); }
+
+HWND PromptWith(const std::string& text) {
+  for (HWND dialog : Dialogs()) {
+    if (DialogText(dialog) == text) return dialog;
+  }
+  return nullptr;
+}
+
+void ExpectPrompt(Stage& stage, Words words) {
+  stage.patience.Until([&]() -> std::string {
+    if (PromptWith(words[0].text)) return {};
+    const std::string dialog = OpenDialog();
+    return "expected a message box with \"" + words[0].text + "\", but " +
+           (dialog.empty() ? "there is none" : dialog);
+  });
+}
+
+void AnswerPrompt(Stage& stage, Words words) {
+  HWND dialog = nullptr;
+  stage.patience.Until([&]() -> std::string {
+    dialog = FindDialog(words[0].text);
+    return dialog ? "" : "there is no message box \"" + words[0].text + "\"";
+  });
+  person::Answer(dialog, words[1].text, stage.patience);
+}
+
+std::string MissingRow(const std::string& list, const std::string& text) {
+  HWND window = FindNamed(list);
+  if (!window) return "there is no \"" + list + "\"";
+  const ForeignList rows(window);
+  if (rows.FindRowContaining(text) >= 0) return {};
+  std::string all;
+  for (int row = 0; row < rows.Rows(); ++row) {
+    all += "\n          ";
+    for (int column = 0; column < rows.Columns(); ++column)
+      all += (column ? " | " : "") + rows.Cell(row, column);
+  }
+  return "no row of " + list + " contains \"" + text + "\"; the rows are:" + all;
+}
+
+void ExpectRow(Stage& stage, Words words) {
+  stage.patience.Until([&] { return MissingRow(words[0].text, words[1].text); });
+}
+
+void LogContains(Stage& stage, Words words) {
+  stage.patience.Until([&] { return MissingRow(kLogList, words[0].text); });
+}
+
+void CloseNamed(Stage& stage, Words words) { person::CloseWindow(Named(stage, words[0].text)); }
+
+// A picture of the named window, of the message box when the name is "prompt", else of the main window.
+void Shot(Stage& stage, Words words) {
+  const std::string name = words.size() > 1 ? words[1].text : kMainWindow;
+  HWND window = nullptr;
+  if (name == "prompt") {
+    for (HWND dialog : Dialogs()) window = dialog;
+    if (!window) throw base::Error("there is no message box");
+  } else {
+    window = Named(stage, name);
+  }
+  TakeShot(window, words[0].text, stage.patience);
+}
+
+constexpr Command kCommands[] = {
+    {"wait window", "NAME [SECONDS]", 1, 2, WaitWindow},
+    {"wait gone", "NAME [SECONDS]", 1, 2, WaitGone},
+    {"wait idle", "[SECONDS]", 0, 1, WaitIdle},
+    {"page", "CAPTION", 1, 1, Page},
+    {"select", "LIST text", 2, 2, Select},
+    {"type", "NAME text", 2, 2, TypeText},
+    {"key", "NAME {TAB} ...", 2, 20, PressKeys},
+    {"leave", "", 0, 0, LeaveField},
+    {"click", "NAME", 1, 1, ClickButton},
+    {"choose", "NAME text", 2, 2, Choose},
+    {"check", "NAME on|off", 2, 2, Check},
+    {"expect", "NAME text", 2, 2, ExpectText},
+    {"expect-enabled", "NAME yes|no", 2, 2, ExpectEnabled},
+    {"expect-visible", "NAME yes|no", 2, 2, ExpectVisible},
+    {"expect-checked", "NAME on|off", 2, 2, ExpectChecked},
+    {"prompt", "text", 1, 1, ExpectPrompt},
+    {"answer", "TITLE OK|Cancel|Yes|No", 2, 2, AnswerPrompt},
+    {"row", "LIST text", 2, 2, ExpectRow},
+    {"log contains", "text", 1, 1, LogContains},
+    {"close", "WINDOW", 1, 1, CloseNamed},
+    {"shot", "NAME [WINDOW|prompt]", 1, 2, Shot},
+};
+
+}  // namespace
+
+std::span<const Command> WindowCommands() { return kCommands; }
+
+}  // namespace simhost

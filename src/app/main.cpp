@@ -1,0 +1,133 @@
+// Entry point and composition root: builds the parts, hands each what it needs, and runs the process either
+// as the automation server that the host started or for one switch of the command line.
+#include <exception>
+#include <memory>
+#include <string>
+
+#include "QVRKvTARNCfg.h"
+#include "base/text.h"
+#include "hosting/plugin_api.h"
+#include "hosting/startup.h"
+#include "pages/page_table.h"
+#include "platform/win32/apartment.h"
+#include "platform/win32/client_watch.h"
+#include "platform/win32/com_object.h"
+#include "platform/win32/com_server.h"
+#include "platform/win32/file_dialog.h"
+#include "platform/win32/files.h"
+#include "platform/win32/help_viewer.h"
+#include "platform/win32/locale.h"
+#include "platform/win32/message_loop.h"
+#include "platform/win32/process.h"
+#include "platform/win32/prompts.h"
+#include "platform/win32/registration.h"
+#include "platform/win32/registry.h"
+#include "platform/win32/toolkit.h"
+
+namespace {
+
+constexpr int kTypeLibrary = 1;
+constexpr const char* kTitle = "KV-TARN Configuration";
+constexpr const char* kLonWorksKey = "SOFTWARE\\LonWorks\\";
+constexpr const char* kLonWorksPath = "LonWorks Path";
+
+using MakeObject = std::function<std::shared_ptr<automation::LocalObject>()>;
+
+/// The automation class of the host; `make` is needed only to serve it, not to register it.
+std::vector<win32::ServerClass> Classes(MakeObject make = {}) {
+  return {{CLSID_OVXPlugInAPI,
+           {"QVRKvTARNCfg.LNSPlugInAPI", "QVRKvTARNCfg.OVXPlugInAPI"},
+           kTitle,
+           std::move(make),
+           DIID__OVXPlugInAPI}};
+}
+
+/// Stands where the container of ActiveX controls comes.
+class NoControls : public ui::ControlHost {
+ public:
+  automation::Object Create(ui::ControlSite&, const std::string& programId,
+                            std::function<void(const std::string&)>) override {
+    throw automation::Error(automation::kApplicationDefined,
+                            "The control " + programId + " cannot be shown.");
+  }
+  void Destroy(ui::ControlSite&) override {}
+};
+
+hosting::ProgramIdentity Identity() {
+  const win32::ProgramVersion version = win32::OwnVersion();
+  return {version.product, version.company, version.major, version.minor, version.revision};
+}
+
+hosting::StartUpFacts Facts(base::Registry& registry, base::Locale& locale) {
+  hosting::StartUpFacts facts;
+  facts.identity = Identity();
+  facts.applicationFolder = win32::ProgramFolder();
+  facts.lonWorksFolder =
+      base::ReadRegistryString(registry, base::RegistryRoot::kLocalMachine, kLonWorksKey, kLonWorksPath);
+  const std::string decimal = locale.GetLocaleString(base::kLocaleDecimal);
+  if (decimal.size() == 1) facts.decimalSeparator = decimal.front();
+  facts.fileExists = win32::FileExists;
+  return facts;
+}
+
+automation::Object CreateObject(std::string_view programId) {
+  return win32::CreateObject(std::string(programId));
+}
+
+int ServeHost() {
+  win32::ComApartment apartment;
+  win32::MessageLoop loop([](const std::string& fault) { win32::ReportFailure(kTitle, fault); });
+  win32::NativeToolkit toolkit(loop);
+  win32::MessagePrompts prompts(toolkit);
+  win32::SaveDialog fileDialog(toolkit);
+  win32::HtmlHelpViewer help;
+  NoControls controls;
+  win32::WindowsRegistry registry;
+  win32::WindowsLocale locale;
+  const shell::Platform platform{.toolkit = &toolkit,
+                                 .prompts = prompts,
+                                 .loop = loop,
+                                 .fileDialog = fileDialog,
+                                 .help = help,
+                                 .controls = controls,
+                                 .registry = registry,
+                                 .locale = locale,
+                                 .createObject = CreateObject,
+                                 .readFile = win32::ReadWholeFile};
+
+  const auto description = hosting::BuildDescription(Identity());
+  const auto settings = hosting::MakeSettings(Facts(registry, locale), description);
+  hosting::Program program(platform, description, settings, pages::PageTable(), [&loop] { loop.Quit(); });
+  const win32::ClientWatch watch(apartment, [&program] { program.HostLetGo(); });
+  const win32::ComServer server(Classes([&program] { return std::make_shared<hosting::PlugInApi>(program); }),
+                                {true, kTypeLibrary, {}});
+  return loop.Run();
+}
+
+int RunCommand(const std::string& commandTail) {
+  const std::string word = base::Lower(base::Split(base::Trim(commandTail), " ").front());
+  const win32::ComApartment apartment;
+  if (word == "/regserver") {
+    win32::RegisterServer(Classes(), kTypeLibrary);
+  } else if (word == "/unregserver") {
+    win32::UnregisterServer(Classes(), kTypeLibrary);
+  } else {
+    hosting::RunStandAlone(commandTail, hosting::BuildDescription(Identity()), CreateObject);
+  }
+  return 0;
+}
+
+}  // namespace
+
+// The start-up code of the C library calls this in a program with windows too.
+extern "C" int wmain(int, wchar_t**) {
+  try {
+    const std::string commandTail = win32::CommandTail();
+    return win32::StartedByActivation(commandTail) ? ServeHost() : RunCommand(commandTail);
+  } catch (const std::exception& error) {
+    win32::ReportFailure(kTitle, error.what());
+  } catch (...) {
+    win32::ReportFailure(kTitle, "The program could not be started.");
+  }
+  return 1;
+}

@@ -1,0 +1,50 @@
+#include "platform/win32/apartment.h"
+
+#include <ole2.h>
+
+#include "base/error.h"
+#include "platform/win32/com_class.h"
+#include "platform/win32/system_error.h"
+
+namespace win32 {
+
+class CallFilter : public ComClass<IMessageFilter> {
+ public:
+  std::function<void(DWORD)> onIncoming;
+
+  DWORD STDMETHODCALLTYPE HandleInComingCall(DWORD, HTASK caller, DWORD, LPINTERFACEINFO) override {
+    if (onIncoming) onIncoming(static_cast<DWORD>(reinterpret_cast<ULONG_PTR>(caller)));
+    return SERVERCALL_ISHANDLED;
+  }
+
+  DWORD STDMETHODCALLTYPE RetryRejectedCall(HTASK, DWORD elapsed, DWORD) override {
+    constexpr DWORD kPatience = 10'000;  // milliseconds since the call was made
+    constexpr DWORD kPause = 200;        // 100 or more: the system waits as long and repeats the call
+    constexpr DWORD kGiveUp = 0xFFFFFFFF;
+    return elapsed < kPatience ? kPause : kGiveUp;
+  }
+
+  DWORD STDMETHODCALLTYPE MessagePending(HTASK, DWORD, DWORD) override { return PENDINGMSG_WAITDEFPROCESS; }
+};
+
+ComApartment::ComApartment() {
+  const HRESULT result = OleInitialize(nullptr);
+  if (FAILED(result)) throw base::Error("COM cannot be used on this thread: " + SystemText(result));
+  filter_ = new CallFilter;
+  ComPtr<IMessageFilter> previous;
+  CoRegisterMessageFilter(filter_, previous.Put());
+}
+
+ComApartment::~ComApartment() {
+  filter_->onIncoming = nullptr;
+  ComPtr<IMessageFilter> previous;
+  CoRegisterMessageFilter(nullptr, previous.Put());
+  filter_->Release();
+  OleUninitialize();
+}
+
+void ComApartment::WatchIncoming(std::function<void(DWORD)> observer) {
+  filter_->onIncoming = std::move(observer);
+}
+
+}  // namespace win32

@@ -1,0 +1,31 @@
+// The thread's membership in COM: a single-threaded apartment with OLE, and the filter for calls in both
+// directions. While a call to another process is under way, windows are painted but clicks and keys wait, so
+// that no command starts inside another one; a busy callee is asked again for ten seconds. Created first by
+// every program.
+#pragma once
+
+#include <functional>
+
+#include "platform/win32/handle.h"
+
+namespace win32 {
+
+class CallFilter;
+
+class ComApartment {
+ public:
+  /// Throws base::Error when the system refuses.
+  ComApartment();
+  ~ComApartment();
+  ComApartment(const ComApartment&) = delete;
+  ComApartment& operator=(const ComApartment&) = delete;
+
+  /// Runs at the start of each call that comes in from outside, with the id of the calling thread as the
+  /// system gives it (Wine gives this process' id instead). Must not throw.
+  void WatchIncoming(std::function<void(DWORD callerThread)> observer);
+
+ private:
+  CallFilter* filter_ = nullptr;
+};
+
+}  // namespace win32

@@ -1,0 +1,67 @@
+// This executable as a server of automation classes: makes the class objects known to the system, creates
+// local objects for callers in other processes and counts those that are still held. Used by the tool and by
+// the stand-in host; they decide themselves when the process ends.
+#pragma once
+
+#include <functional>
+#include <memory>
+#include <string>
+#include <vector>
+
+#include "automation/local_object.h"
+#include "platform/win32/handle.h"
+
+namespace win32 {
+
+struct ServerClass {
+  GUID classId;
+  /// The first one is the principal program id; all of them create the class.
+  std::vector<std::string> programIds;
+  std::string friendlyName;
+  /// Makes one object for a caller; an exception becomes a failed creation.
+  std::function<std::shared_ptr<automation::LocalObject>()> make;
+  /// The interface that describes the class in the type library; none by default.
+  GUID interfaceId = {};
+  /// True: an ActiveX control in a library, created inside the process of its user.
+  bool control = false;
+};
+
+struct RevokeClassObject {
+  void operator()(DWORD registration) const { CoRevokeClassObject(registration); }
+};
+
+class ComServer {
+ public:
+  struct Options {
+    /// True: a process serves one activation, and the next one starts another process. False: it serves all
+    /// of them.
+    bool singleUse = true;
+    /// Number of the executable's TYPELIB resource; 0 for none.
+    int typeLibrary = 0;
+    /// Runs on this thread each time that the last created object was released and no lock is held. Must not
+    /// throw.
+    std::function<void()> onLastRelease;
+  };
+
+  /// Makes the class objects known to the system. The thread is in a ComApartment. Throws base::Error.
+  ComServer(const std::vector<ServerClass>& classes, Options options);
+  /// Callers that still hold objects lose them, so that no object outlives what it works on.
+  ~ComServer();
+  ComServer(const ComServer&) = delete;
+  ComServer& operator=(const ComServer&) = delete;
+
+  /// Created objects that somebody still holds, and locks.
+  int Outstanding() const;
+
+ private:
+  class Factory;
+  struct State;
+
+  std::shared_ptr<State> state_;
+  std::vector<Owner<DWORD, RevokeClassObject>> registrations_;
+};
+
+/// The type library of this executable or library, empty when there is no such resource.
+ComPtr<ITypeLib> OwnTypeLibrary(int resource);
+
+}  // namespace win32

@@ -1,0 +1,125 @@
+#include "platform/win32/control_native.h"
+
+// After windows.h, which it needs.
+#include <commctrl.h>
+
+#include <utility>
+
+#include "base/error.h"
+#include "platform/win32/form_native.h"
+#include "platform/win32/system_error.h"
+#include "platform/win32/utf.h"
+#include "platform/win32/window_class.h"
+#include "platform/win32/window_native.h"
+
+namespace win32 {
+namespace {
+
+void SetWindowBit(HWND window, LONG_PTR bit, bool on) {
+  const LONG_PTR style = GetWindowLongPtrW(window, GWL_STYLE);
+  SetWindowLongPtrW(window, GWL_STYLE, on ? style | bit : style & ~bit);
+}
+
+}  // namespace
+
+UiContext& NativeControl::Context() const { return form_.Context(); }
+
+HFONT NativeControl::TextFont() const { return Metrics().Text(); }
+
+std::wstring NativeControl::Caption() const { return Wide(control_.Text()); }
+
+std::wstring NativeControl::ShownText() const {
+  std::wstring text(static_cast<std::size_t>(GetWindowTextLengthW(window_)), L'\0');
+  const int length = GetWindowTextW(window_, text.data(), static_cast<int>(text.size()) + 1);
+  text.resize(static_cast<std::size_t>(length));
+  return text;
+}
+
+void NativeControl::Create(int id, bool startsGroup) {
+  const Style style = GetStyle();
+  const DWORD state =
+      (control_.VisibleInFrame() ? WS_VISIBLE : 0) | (control_.EnabledInFrame() ? 0 : WS_DISABLED);
+  window_ = CreateWindowExW(style.extendedStyle, style.windowClass, Caption().c_str(),
+                            WS_CHILD | style.style | state, 0, 0, 0, 0, form_.Window(),
+                            reinterpret_cast<HMENU>(static_cast<INT_PTR>(id)), ThisModule(), nullptr);
+  const std::string name = control_.GetForm().Name() + "." + control_.Name();
+  if (!window_) throw base::Error("The control " + name + " could not be created: " + LastErrorText());
+  SetWindowBit(window_, WS_GROUP, startsGroup);
+  SendMessageW(window_, WM_SETFONT, reinterpret_cast<WPARAM>(TextFont()), FALSE);
+  name_.emplace(window_, name);
+  Context().controls[window_] = this;
+  SetWindowSubclass(window_, &Subclass, 0, reinterpret_cast<DWORD_PTR>(this));
+  Created();
+  Mirror(ui::Aspect::kContent);
+  if (!control_.Tip().empty()) form_.ShowTip(*this);
+  MeasuredAnew();
+}
+
+void NativeControl::Disconnect() {
+  if (!window_) return;
+  name_.reset();
+  Context().controls.erase(window_);
+  RemoveWindowSubclass(window_, &Subclass, 0);
+  window_ = nullptr;
+}
+
+void NativeControl::Mirror(ui::Aspect aspect) {
+  switch (aspect) {
+    case ui::Aspect::kText:
+      return MirrorText();
+    case ui::Aspect::kEnabled:
+      if ((IsWindowEnabled(window_) != FALSE) != control_.EnabledInFrame()) {
+        EnableWindow(window_, control_.EnabledInFrame());
+      }
+      return;
+    case ui::Aspect::kVisible:
+      ShowWindow(window_, control_.VisibleInFrame() ? SW_SHOWNA : SW_HIDE);
+      return;
+    case ui::Aspect::kTip:
+      return form_.ShowTip(*this);
+    case ui::Aspect::kContent:
+      return;
+  }
+}
+
+void NativeControl::MirrorText() {
+  const std::wstring caption = Caption();
+  if (ShownText() != caption) SetWindowTextW(window_, caption.c_str());
+}
+
+bool NativeControl::MeasuredAnew() {
+  const ui::Size before = std::exchange(measured_, Measure());
+  return before != measured_;
+}
+
+bool NativeControl::Place(const ui::Rect& rect) {
+  if (rect == placed_) return false;
+  placed_ = rect;
+  // Copied pixels of many moves at once would overlap each other.
+  SetWindowPos(window_, nullptr, rect.left, rect.top, rect.width, rect.height,
+               SWP_NOZORDER | SWP_NOACTIVATE | SWP_NOCOPYBITS);
+  return true;
+}
+
+void NativeControl::TakeFocus() { form_.Top().Focus().Give(window_); }
+
+void NativeControl::Act(const std::function<void()>& work) {
+  const auto top = form_.Top().shared_from_this();
+  const auto form = form_.shared_from_this();
+  if (top->Focus().Settle() && form->Alive()) Context().loop.Guard(work);
+  if (form->Alive()) Mirror(ui::Aspect::kContent);
+}
+
+LRESULT CALLBACK NativeControl::Subclass(HWND window, UINT message, WPARAM wParam, LPARAM lParam, UINT_PTR,
+                                         DWORD_PTR self) {
+  auto& control = *reinterpret_cast<NativeControl*>(self);
+  if (message == WM_SETFOCUS || message == WM_KILLFOCUS) control.form_.Top().Focus().Moved();
+  if (message == WM_NCDESTROY) {
+    control.Disconnect();
+  } else if (const auto answer = control.Filter(message, wParam, lParam)) {
+    return *answer;
+  }
+  return DefSubclassProc(window, message, wParam, lParam);
+}
+
+}  // namespace win32

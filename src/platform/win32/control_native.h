@@ -1,0 +1,93 @@
+// One native control and the description that it shows. What code changes in the description is mirrored to
+// the native control; what a person does to the native control runs through Act into the description. One
+// subclass per kind says how it is created, measured and mirrored. Owned by its NativeForm.
+#pragma once
+
+#include <windows.h>
+
+#include <functional>
+#include <memory>
+#include <optional>
+#include <string>
+
+#include "platform/win32/ui_context.h"
+#include "platform/win32/window_name.h"
+#include "ui/control.h"
+#include "ui/layout.h"
+
+namespace win32 {
+
+class NativeForm;
+
+class NativeControl {
+ public:
+  NativeControl(NativeForm& form, ui::Control& control) : form_(form), control_(control) {}
+  NativeControl(const NativeControl&) = delete;
+  NativeControl& operator=(const NativeControl&) = delete;
+  virtual ~NativeControl() = default;
+
+  HWND Window() const { return window_; }
+  NativeForm& Form() const { return form_; }
+  ui::Control& Control() const { return control_; }
+
+  /// Creates the native control with everything that its description says. Throws base::Error.
+  void Create(int id, bool startsGroup);
+  /// Ends the connection with the native control, before either is destroyed.
+  virtual void Disconnect();
+  /// The description changed in `aspect`.
+  virtual void Mirror(ui::Aspect aspect);
+  /// The size it wants, in pixels.
+  virtual ui::Size Measure() const = 0;
+  /// Whether that size is another one than at the last call.
+  bool MeasuredAnew();
+  /// Answers whether it moved.
+  virtual bool Place(const ui::Rect& rect);
+  /// Brings the focus here; a text box selects its content.
+  virtual void TakeFocus();
+
+  /// Notifications of the native control to its parent.
+  virtual void Command(UINT /*code*/) {}
+  virtual LRESULT Notify(NMHDR& /*header*/) { return 0; }
+  /// The pop-up menu is asked for, at a place of the screen, or by the keyboard.
+  virtual void ContextMenu(std::optional<POINT> /*place*/) {}
+  /// A window inside got the focus: it is to be seen.
+  virtual void Reveal(HWND /*inside*/) {}
+
+ protected:
+  struct Style {
+    const wchar_t* windowClass;
+    DWORD style = 0;
+    DWORD extendedStyle = 0;
+  };
+  virtual Style GetStyle() const = 0;
+  /// Finishes the creation: what the styles cannot say.
+  virtual void Created() {}
+  virtual HFONT TextFont() const;
+  /// The caption as shown; a text box keeps the description's text as it stands.
+  std::wstring Caption() const;
+  std::wstring ShownText() const;
+
+  /// Runs what a person did, after the leave check of the text box left before; a refused check drops it. The
+  /// native control shows the description again afterwards.
+  void Act(const std::function<void()>& work);
+  UiContext& Context() const;
+  const FontMetrics& Metrics() const { return Context().font; }
+
+ private:
+  void MirrorText();
+  static LRESULT CALLBACK Subclass(HWND window, UINT message, WPARAM wParam, LPARAM lParam, UINT_PTR id,
+                                   DWORD_PTR self);
+  virtual std::optional<LRESULT> Filter(UINT /*message*/, WPARAM /*wParam*/, LPARAM /*lParam*/) { return {}; }
+
+  NativeForm& form_;
+  ui::Control& control_;
+  ui::Size measured_;
+  ui::Rect placed_;
+  HWND window_ = nullptr;  // destroyed with its parent
+  std::optional<WindowName> name_;
+};
+
+/// The native control for the kind of `control`.
+std::unique_ptr<NativeControl> MakeNativeControl(NativeForm& form, ui::Control& control);
+
+}  // namespace win32

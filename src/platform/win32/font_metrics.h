@@ -1,0 +1,53 @@
+// The fonts that the system uses for dialogs, and the measures that follow from them: text extents, dialog
+// units and lengths scaled to the screen's density. One for all windows of the tool.
+#pragma once
+
+#include <windows.h>
+
+#include <string>
+
+#include "platform/win32/handle.h"
+#include "ui/layout.h"
+
+namespace win32 {
+
+struct DeleteGdiObject {
+  void operator()(HGDIOBJ object) const { DeleteObject(object); }
+};
+struct DeleteDeviceContext {
+  void operator()(HDC context) const { DeleteDC(context); }
+};
+using Font = Owner<HGDIOBJ, DeleteGdiObject>;
+
+class FontMetrics {
+ public:
+  FontMetrics();
+
+  HFONT Text() const { return static_cast<HFONT>(text_.Get()); }
+  HFONT Heading() const { return static_cast<HFONT>(heading_.Get()); }
+
+  /// Pixels of a distance in dialog units.
+  int X(int units) const { return MulDiv(units, characterWidth_, 4); }
+  int Y(int units) const { return MulDiv(units, lineHeight_, 8); }
+  /// Pixels on this screen of a length that was designed for 96 dots per inch.
+  int Scale(int pixels) const { return MulDiv(pixels, dpi_, 96); }
+  int LineHeight() const { return lineHeight_; }
+  /// Height of a box with one line of text and a border, the same for text boxes and drop-down lists. The system draws
+  /// the text at the top of such a box, so that it must not be higher than this for labels to stand level with it.
+  int BoxHeight() const { return lineHeight_ + 2 * GetSystemMetrics(SM_CYEDGE) + 4; }
+
+  /// Size of a caption, without its mnemonic mark, broken at blanks where it is wider than `wrapWidth`.
+  ui::Size Caption(const std::wstring& text, HFONT font, int wrapWidth) const;
+  /// Width of a text as it stands.
+  int Width(const std::wstring& text) const;
+
+ private:
+  Owner<HDC, DeleteDeviceContext> screen_;
+  Font text_;
+  Font heading_;
+  int dpi_ = 96;
+  int characterWidth_ = 0;
+  int lineHeight_ = 0;
+};
+
+}  // namespace win32

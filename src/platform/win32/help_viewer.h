@@ -1,0 +1,32 @@
+// HTML Help, loaded when help is first asked for: a machine without it loses the help and nothing else.
+#pragma once
+
+#include <windows.h>
+
+#include "platform/win32/handle.h"
+#include "shell/help.h"
+
+namespace win32 {
+
+struct FreeLoadedLibrary {
+  void operator()(HMODULE library) const { FreeLibrary(library); }
+};
+
+class HtmlHelpViewer : public shell::HelpViewer {
+ public:
+  HtmlHelpViewer() = default;
+  /// Closes the help windows that were opened.
+  ~HtmlHelpViewer() override;
+  HtmlHelpViewer(const HtmlHelpViewer&) = delete;
+  HtmlHelpViewer& operator=(const HtmlHelpViewer&) = delete;
+
+  bool Show(const std::string& target, unsigned command, int topic) override;
+
+ private:
+  using Entry = HWND(WINAPI*)(HWND, LPCWSTR, UINT, DWORD_PTR);
+
+  Owner<HMODULE, FreeLoadedLibrary> library_;
+  Entry entry_ = nullptr;
+};
+
+}  // namespace win32

@@ -1,0 +1,49 @@
+// The small pictures of lists and buttons, made of the system's own icons in the size that the screen asks
+// for.
+#pragma once
+
+#include <windows.h>
+// After windows.h, which it needs.
+#include <commctrl.h>
+
+#include <array>
+
+#include "platform/win32/handle.h"
+
+namespace win32 {
+
+struct DestroyImageList {
+  void operator()(HIMAGELIST list) const { ImageList_Destroy(list); }
+};
+using ImageList = Owner<HIMAGELIST, DestroyImageList>;
+
+struct DestroyIconHandle {
+  void operator()(HICON icon) const { DestroyIcon(icon); }
+};
+using IconHandle = Owner<HICON, DestroyIconHandle>;
+
+class Pictures {
+ public:
+  Pictures();
+
+  /// Icons of message levels, for list views.
+  HIMAGELIST Levels() const { return levels_.Get(); }
+  /// No icons, but the row height that goes with them.
+  HIMAGELIST Spacer() const { return spacer_.Get(); }
+  /// Place in Levels of a message level; -1 for level 0, which shows none. An unknown level is an error.
+  static int LevelPlace(int level);
+
+  /// A list of one picture for a button: 1 log, 2 error, 3 warning; null for any other number.
+  HIMAGELIST Button(int picture) const;
+
+  int Width() const { return width_; }
+
+ private:
+  int width_;
+  int height_;
+  ImageList levels_;
+  ImageList spacer_;
+  std::array<ImageList, 3> buttons_;
+};
+
+}  // namespace win32

@@ -1,0 +1,90 @@
+#include "platform/win32/process.h"
+
+#include <windows.h>
+
+#include <vector>
+
+#include "base/text.h"
+#include "platform/win32/utf.h"
+#include "platform/win32/window_class.h"
+
+namespace win32 {
+namespace {
+
+// The one language of the version resource: English, Unicode.
+constexpr const wchar_t* kVersionTexts = L"\\StringFileInfo\\040904B0\\";
+
+std::string VersionText(const std::vector<BYTE>& block, const wchar_t* name) {
+  void* text = nullptr;
+  UINT length = 0;
+  const std::wstring path = std::wstring(kVersionTexts) + name;
+  if (!VerQueryValueW(block.data(), path.c_str(), &text, &length)) return {};
+  return Utf8(static_cast<const wchar_t*>(text));
+}
+
+std::string FileOf(HMODULE module) {
+  std::wstring path(MAX_PATH, L'\0');
+  for (;;) {
+    const DWORD length = GetModuleFileNameW(module, path.data(), static_cast<DWORD>(path.size()));
+    if (length < path.size()) return Utf8(path.substr(0, length));
+    path.resize(path.size() * 2);
+  }
+}
+
+}  // namespace
+
+std::string ProgramPath() { return FileOf(nullptr); }
+
+std::string ModulePath() { return FileOf(ThisModule()); }
+
+std::string ProgramFolder() {
+  const std::string path = ProgramPath();
+  return path.substr(0, path.rfind('\\'));
+}
+
+ProgramVersion OwnVersion() {
+  ProgramVersion version;
+  const std::wstring path = Wide(ProgramPath());
+  std::vector<BYTE> block(GetFileVersionInfoSizeW(path.c_str(), nullptr));
+  if (block.empty() ||
+      !GetFileVersionInfoW(path.c_str(), 0, static_cast<DWORD>(block.size()), block.data())) {
+    return version;
+  }
+  void* fixed = nullptr;
+  UINT length = 0;
+  if (VerQueryValueW(block.data(), L"\\", &fixed, &length)) {
+    const auto* info = static_cast<const VS_FIXEDFILEINFO*>(fixed);
+    version.major = HIWORD(info->dwProductVersionMS);
+    version.minor = LOWORD(info->dwProductVersionMS);
+    version.revision = HIWORD(info->dwProductVersionLS);
+  }
+  version.product = VersionText(block, L"ProductName");
+  version.company = VersionText(block, L"CompanyName");
+  return version;
+}
+
+std::string CommandTail() {
+  const std::string line = Utf8(GetCommandLineW());
+  // The system never puts an escaped quote into the program's name.
+  const std::size_t end = line.starts_with('"') ? line.find('"', 1) : line.find_first_of(" \t");
+  if (end == std::string::npos) return {};
+  return line.substr(end + 1);
+}
+
+bool StartedByActivation(const std::string& commandTail) {
+  const std::string first = base::Split(base::Trim(commandTail), " ").front();
+  return base::EqualsNoCase(first, "-Embedding") || base::EqualsNoCase(first, "/Embedding");
+}
+
+void ReportFailure(const std::string& title, const std::string& text) {
+  const HANDLE output = GetStdHandle(STD_ERROR_HANDLE);
+  const std::string line = title + ": " + text + "\r\n";
+  DWORD written = 0;
+  if (output && output != INVALID_HANDLE_VALUE &&
+      WriteFile(output, line.data(), static_cast<DWORD>(line.size()), &written, nullptr)) {
+    return;
+  }
+  MessageBoxW(nullptr, Wide(text).c_str(), Wide(title).c_str(), MB_OK | MB_ICONERROR | MB_SETFOREGROUND);
+}
+
+}  // namespace win32

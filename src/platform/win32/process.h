@@ -1,0 +1,34 @@
+// What the running program knows of itself: its file, its version, its command line, and a way to tell its
+// starter that something failed before there is a window. Used by the entry points.
+#pragma once
+
+#include <string>
+
+namespace win32 {
+
+/// Full path of the executable, and its folder without a trailing backslash.
+std::string ProgramPath();
+std::string ProgramFolder();
+/// Full path of the executable or library that this code is part of.
+std::string ModulePath();
+
+/// The executable's version resource; empty and 0.0.0 when it has none.
+struct ProgramVersion {
+  std::string product;
+  std::string company;
+  int major = 0;
+  int minor = 0;
+  int revision = 0;
+};
+ProgramVersion OwnVersion();
+
+/// What was written behind the program's name.
+std::string CommandTail();
+
+/// True when the first word is the switch with which the system starts an automation server.
+bool StartedByActivation(const std::string& commandTail);
+
+/// To the standard error output when the starter gave one, else in a message box.
+void ReportFailure(const std::string& title, const std::string& text);
+
+}  // namespace win32

@@ -1,0 +1,49 @@
+#include "platform/win32/registry.h"
+
+#include "platform/win32/handle.h"
+
+namespace win32 {
+namespace {
+
+HKEY RootKey(base::RegistryRoot root) {
+  return root == base::RegistryRoot::kCurrentUser ? HKEY_CURRENT_USER : HKEY_LOCAL_MACHINE;
+}
+
+}  // namespace
+
+std::optional<std::string> WindowsRegistry::Read(base::RegistryRoot root, const std::string& key,
+                                                 const std::string& name) {
+  RegistryKey opened;
+  if (RegOpenKeyExW(RootKey(root), Wide(key).c_str(), 0, KEY_QUERY_VALUE, opened.Put()) != ERROR_SUCCESS)
+    return {};
+  const std::wstring value = Wide(name);
+  for (;;) {
+    DWORD type = 0;
+    DWORD bytes = 0;
+    LSTATUS status = RegQueryValueExW(opened.Get(), value.c_str(), nullptr, &type, nullptr, &bytes);
+    if (status != ERROR_SUCCESS || type != REG_SZ) return {};
+    std::wstring text((bytes + 1) / sizeof(wchar_t), L'\0');
+    status = RegQueryValueExW(opened.Get(), value.c_str(), nullptr, &type,
+                              reinterpret_cast<BYTE*>(text.data()), &bytes);
+    if (status == ERROR_MORE_DATA) continue;  // somebody lengthened it in between
+    if (status != ERROR_SUCCESS || type != REG_SZ) return {};
+    text.resize(bytes / sizeof(wchar_t));
+    return Utf8(text);
+  }
+}
+
+bool WindowsRegistry::Write(base::RegistryRoot root, const std::string& key, const std::string& name,
+                            const std::string& text) {
+  HKEY opened = nullptr;
+  if (RegCreateKeyExW(RootKey(root), Wide(key).c_str(), 0, nullptr, 0, KEY_SET_VALUE, nullptr, &opened,
+                      nullptr) != ERROR_SUCCESS) {
+    return false;
+  }
+  // The system lengthens a text by a NUL that it finds behind it, so something else stands there.
+  const std::wstring wide = Wide(text) + L'.';
+  RegSetValueExW(opened, Wide(name).c_str(), 0, REG_SZ, reinterpret_cast<const BYTE*>(wide.data()),
+                 static_cast<DWORD>((wide.size() - 1) * sizeof(wchar_t)));
+  return RegCloseKey(opened) == ERROR_SUCCESS;
+}
+
+}  // namespace win32

@@ -1,0 +1,98 @@
+#include "platform/win32/toolkit.h"
+
+// After windows.h, which it needs.
+#include <commctrl.h>
+
+#include <algorithm>
+
+#include "platform/win32/ui_context.h"
+#include "platform/win32/window_native.h"
+
+namespace win32 {
+namespace {
+
+void LoadControlClasses() {
+  INITCOMMONCONTROLSEX classes = {};
+  classes.dwSize = sizeof classes;
+  classes.dwICC = ICC_WIN95_CLASSES | ICC_STANDARD_CLASSES;
+  InitCommonControlsEx(&classes);
+}
+
+}  // namespace
+
+NativeWindow* UiContext::FrontWindow() const {
+  const auto visible = [](const NativeWindow* window) { return IsWindowVisible(window->Window()) != FALSE; };
+  const auto found = std::find_if(windows.rbegin(), windows.rend(), visible);
+  return found == windows.rend() ? nullptr : *found;
+}
+
+NativeToolkit::NativeToolkit(MessageLoop& loop) : loop_(loop) {
+  LoadControlClasses();
+  context_ = std::make_unique<UiContext>(loop);
+  loop_.AddFilter(*this);
+}
+
+NativeToolkit::~NativeToolkit() {
+  loop_.RemoveFilter(*this);
+  for (const auto& [data, window] : windows_) window->Detach();
+}
+
+void NativeToolkit::Realize(ui::Window& window) { Create(window, nullptr); }
+
+void NativeToolkit::RealizeInside(ui::Window& window, HWND parent) { Create(window, parent); }
+
+void NativeToolkit::Create(ui::Window& window, HWND parent) {
+  if (windows_.contains(&window)) return;
+  const auto native = std::make_shared<NativeWindow>(*context_, window, parent);
+  native->Create();
+  windows_[&window] = native;
+}
+
+void NativeToolkit::Discard(ui::Window& window) {
+  const auto node = windows_.extract(&window);
+  if (node) node.mapped()->Detach();
+}
+
+HWND NativeToolkit::HandleOf(const ui::Form& form) const {
+  for (const auto& [data, window] : windows_) {
+    if (data == &form) return window->Window();
+  }
+  for (const auto& [handle, control] : context_->controls) {
+    if (&control->Control().GetForm() == &form) return control->Form().Window();
+  }
+  return nullptr;
+}
+
+HWND NativeToolkit::HandleOf(const ui::Control& control) const {
+  for (const auto& [handle, native] : context_->controls) {
+    if (&native->Control() == &control) return handle;
+  }
+  return nullptr;
+}
+
+HWND NativeToolkit::FrontWindow() const {
+  const NativeWindow* front = context_->FrontWindow();
+  return front ? front->Window() : nullptr;
+}
+
+bool NativeToolkit::Translate(MSG& message) {
+  const auto windows = context_->windows;
+  return std::ranges::any_of(windows, [&](NativeWindow* window) { return window->Translate(message); });
+}
+
+NativeToolkit::Modal::Modal(NativeToolkit& toolkit) : toolkit_(toolkit), owner_(toolkit.FrontWindow()) {
+  Count(1);
+}
+
+NativeToolkit::Modal::~Modal() {
+  Count(-1);
+  // The system passes over an owner that was not enabled when the dialog ended.
+  if (owner_ && IsWindow(owner_) && GetActiveWindow() != owner_) SetForegroundWindow(owner_);
+}
+
+void NativeToolkit::Modal::Count(int step) {
+  toolkit_.context_->modalDepth += step;
+  for (const auto& [data, window] : toolkit_.windows_) window->UpdateEnabled();
+}
+
+}  // namespace win32

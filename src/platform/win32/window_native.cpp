@@ -1,0 +1,277 @@
+#include "platform/win32/window_native.h"
+
+// After windows.h, which it needs.
+#include <shellapi.h>
+
+#include <algorithm>
+
+#include "base/error.h"
+#include "platform/win32/system_error.h"
+#include "platform/win32/utf.h"
+
+namespace win32 {
+namespace {
+
+constexpr const wchar_t* kClass = L"TarnWindow";
+constexpr DWORD kDialogStyle = WS_OVERLAPPED | WS_CAPTION | WS_SYSMENU;
+constexpr int kFirstControl = 100;
+
+constexpr int kShowCommands[] = {SW_SHOW, SW_SHOWMINIMIZED, SW_SHOWMAXIMIZED};  // of ui::WindowState
+constexpr int kStateCommands[] = {SW_RESTORE, SW_MINIMIZE, SW_MAXIMIZE};
+
+std::wstring ProgramFile() {
+  std::wstring name(MAX_PATH, L'\0');
+  DWORD length = GetModuleFileNameW(nullptr, name.data(), static_cast<DWORD>(name.size()));
+  while (length == name.size()) {
+    name.resize(2 * name.size());
+    length = GetModuleFileNameW(nullptr, name.data(), static_cast<DWORD>(name.size()));
+  }
+  name.resize(length);
+  return name;
+}
+
+}  // namespace
+
+void NativeWindow::Create() {
+  RegisterWindowClass(kClass, &Procedure);
+  const DWORD ownStyle = data_->resizable ? WS_OVERLAPPEDWINDOW : kDialogStyle;
+  const DWORD style = parent_ ? WS_CHILD | WS_VISIBLE : ownStyle;
+  const DWORD extended = WS_EX_CONTROLPARENT | (parent_ || data_->resizable ? 0 : WS_EX_DLGMODALFRAME);
+  window_ = WindowHandle(CreateWindowExW(extended, kClass, Wide(data_->Title()).c_str(),
+                                         style | WS_CLIPCHILDREN, CW_USEDEFAULT, CW_USEDEFAULT, 0, 0, parent_,
+                                         nullptr, ThisModule(), nullptr));
+  if (!window_) {
+    throw base::Error("The window " + data_->Name() + " could not be created: " + LastErrorText());
+  }
+  form_ = std::make_shared<NativeForm>(context_, *this, *data_, Window());
+  form_->CreateControls();
+  SetWindowLongPtrW(Window(), GWLP_USERDATA, reinterpret_cast<LONG_PTR>(this));
+  context_.windows.insert(context_.windows.begin(), this);
+  data_->SetWindowPeer(this);
+  if (!parent_) {
+    UpdateMenu();
+    SetIcons();
+    GrowToLeastSize(true);
+  }
+  UpdateEnabled();
+}
+
+void NativeWindow::Detach() {
+  if (!data_) return;
+  data_->SetWindowPeer(nullptr);
+  std::erase(context_.windows, this);
+  if (window_) SetWindowLongPtrW(Window(), GWLP_USERDATA, 0);
+  // The system destroys the windows that stand over this one with it.
+  for (const NativeWindow* other : context_.windows) {
+    if (GetWindow(other->Window(), GW_OWNER) == Window())
+      SetWindowLongPtrW(other->Window(), GWLP_HWNDPARENT, 0);
+  }
+  // The pages in the form's page areas end with their area.
+  if (form_) form_->Detach();
+  data_ = nullptr;
+  window_.Reset();
+}
+
+int NativeWindow::IdOf(const ui::Control& control) const {
+  if (&control == data_->defaultButton) return IDOK;
+  if (&control == data_->cancelButton) return IDCANCEL;
+  const auto& controls = control.GetForm().Controls();
+  return kFirstControl + static_cast<int>(std::ranges::find(controls, &control) - controls.begin());
+}
+
+bool NativeWindow::Translate(MSG& message) {
+  if (!Alive() || (message.hwnd != Window() && !IsChild(Window(), message.hwnd))) return false;
+  const bool key = message.message >= WM_KEYFIRST && message.message <= WM_KEYLAST;
+  if (!IsWindowEnabled(Window())) return key;
+  if (menu_ && menu_->Accelerators() && TranslateAcceleratorW(Window(), menu_->Accelerators(), &message))
+    return true;
+  return IsDialogMessageW(Window(), &message) != FALSE;
+}
+
+LRESULT CALLBACK NativeWindow::Procedure(HWND window, UINT message, WPARAM wParam, LPARAM lParam) {
+  auto* self = reinterpret_cast<NativeWindow*>(GetWindowLongPtrW(window, GWLP_USERDATA));
+  if (self) {
+    const auto keep = self->shared_from_this();
+    if (const auto answer = self->Handle(message, wParam, lParam)) return *answer;
+  }
+  return DefWindowProcW(window, message, wParam, lParam);
+}
+
+std::optional<LRESULT> NativeWindow::Handle(UINT message, WPARAM wParam, LPARAM lParam) {
+  switch (message) {
+    case WM_COMMAND:
+      if (lParam == 0) Command(wParam);
+      [[fallthrough]];
+    case WM_NOTIFY:
+    case WM_CONTEXTMENU:
+      return DispatchToControl(context_, message, wParam, lParam);
+    case DM_GETDEFID:
+      return data_->defaultButton ? MAKELRESULT(IDOK, DC_HASDEFID) : 0;
+    case WM_SIZE:
+      Sized(wParam);
+      return 0;
+    case WM_GETMINMAXINFO: {
+      const ui::Size least = LeastSize();
+      reinterpret_cast<MINMAXINFO*>(lParam)->ptMinTrackSize = {least.width, least.height};
+      return 0;
+    }
+    case WM_EXITSIZEMOVE:
+      placed_ = true;
+      return std::nullopt;
+    case WM_ACTIVATE:
+      Activated(LOWORD(wParam) != WA_INACTIVE && HIWORD(wParam) == 0);
+      return 0;
+    case WM_SETFOCUS:
+      focus_.Restore();
+      return 0;
+    case WM_INITMENU:
+      UpdateMenu();
+      return std::nullopt;
+    case WM_SETCURSOR:
+      return context_.loop.ShowPointer() ? std::optional<LRESULT>(TRUE) : std::nullopt;
+    case WM_SETTINGCHANGE:
+    case WM_DISPLAYCHANGE:
+      QueueArrange();
+      return std::nullopt;
+    case WM_CLOSE:
+      CloseAsked();
+      return 0;
+    default:
+      return std::nullopt;
+  }
+}
+
+void NativeWindow::Command(WPARAM wParam) {
+  const auto handler = menu_ ? menu_->Find(LOWORD(wParam)) : nullptr;
+  if (!handler || !TakesInput() || !focus_.Settle()) return;
+  context_.loop.Guard(handler);
+}
+
+void NativeWindow::Activated(bool active) {
+  if (!active) return focus_.Save();
+  std::erase(context_.windows, this);
+  context_.windows.push_back(this);
+  focus_.Restore();
+  if (!data_->onActivate) return;
+  // Not from here: the handler may close the window or open another one.
+  context_.loop.Post([weak = weak_from_this()] {
+    const auto self = weak.lock();
+    if (!self || !self->Alive() || !self->data_->onActivate) return;
+    const auto handler = self->data_->onActivate;
+    handler();
+  });
+}
+
+void NativeWindow::Sized(WPARAM how) {
+  if (IsWindowVisible(Window())) {
+    if (how == SIZE_MINIMIZED) data_->StateChanged(ui::WindowState::kMinimized);
+    if (how == SIZE_MAXIMIZED) data_->StateChanged(ui::WindowState::kMaximized);
+    if (how == SIZE_RESTORED) data_->StateChanged(ui::WindowState::kNormal);
+  }
+  if (how != SIZE_MINIMIZED) ArrangeNow();
+}
+
+void NativeWindow::CloseAsked() {
+  if (!TakesInput()) return;
+  closing_ = true;
+  context_.loop.Guard([this] { data_->Close(); });
+  closing_ = false;
+}
+
+void NativeWindow::UpdateEnabled() {
+  const bool enable = context_.modalDepth == 0 && data_->AcceptsInput();
+  if (enable == (IsWindowEnabled(Window()) != FALSE)) return;
+  if (!enable) focus_.Save();
+  EnableWindow(Window(), enable);
+  if (enable && !parent_ && Active()) focus_.Restore();
+}
+
+void NativeWindow::UpdateMenu() {
+  if (data_->menu.empty() ? !menu_ : menu_ && menu_->Shows(data_->menu)) return;
+  std::optional<NativeMenu> old = std::move(menu_);
+  menu_.reset();
+  if (!data_->menu.empty()) menu_.emplace(data_->menu, NativeMenu::Shape::kBar);
+  SetMenu(Window(), menu_ ? menu_->Get() : nullptr);
+}
+
+void NativeWindow::SetIcons() {
+  HICON large = nullptr;
+  HICON small = nullptr;
+  const std::wstring file = data_->iconFile.empty() ? ProgramFile() : Wide(data_->iconFile);
+  ExtractIconExW(file.c_str(), 0, &large, &small, 1);
+  largeIcon_ = IconHandle(large);
+  smallIcon_ = IconHandle(small);
+  SendMessageW(Window(), WM_SETICON, ICON_BIG, reinterpret_cast<LPARAM>(large));
+  SendMessageW(Window(), WM_SETICON, ICON_SMALL, reinterpret_cast<LPARAM>(small));
+}
+
+void NativeWindow::SetTitle(const std::string& title) {
+  SetWindowTextW(Window(), Wide(title).c_str());
+  QueueArrange();
+}
+
+void NativeWindow::PrepareToShow() {
+  UpdateMenu();
+  if (!data_->resizable) {
+    const NativeWindow* front = context_.FrontWindow();
+    const HWND owner = front && front != this ? front->Window() : nullptr;
+    SetWindowLongPtrW(Window(), GWLP_HWNDPARENT, reinterpret_cast<LONG_PTR>(owner));
+  }
+  GrowToLeastSize(!data_->resizable);
+  if (!placed_) Centre();
+}
+
+void NativeWindow::SetVisible(bool visible) {
+  if (visible == (IsWindowVisible(Window()) != FALSE)) return;
+  if (!visible) {
+    PassActivationOn();
+    ShowWindow(Window(), SW_HIDE);
+    return;
+  }
+  PrepareToShow();
+  ShowWindow(Window(), kShowCommands[static_cast<int>(data_->State())]);
+}
+
+// The system would activate another program when the tool's next window is busy.
+void NativeWindow::PassActivationOn() const {
+  if (GetForegroundWindow() != Window()) return;
+  const auto next =
+      std::find_if(context_.windows.rbegin(), context_.windows.rend(), [this](const NativeWindow* other) {
+        return other != this && IsWindowVisible(other->Window()) && !IsIconic(other->Window());
+      });
+  if (next != context_.windows.rend()) SetForegroundWindow((*next)->Window());
+}
+
+void NativeWindow::SetAcceptsInput(bool /*accepts*/) { UpdateEnabled(); }
+
+void NativeWindow::SetState(ui::WindowState state) {
+  if (state == ui::WindowState::kMaximized && !data_->resizable) {
+    throw base::Error("The window " + data_->Name() + " cannot be maximized");
+  }
+  // A hidden window takes its state when it is next shown.
+  if (IsWindowVisible(Window())) ShowWindow(Window(), kStateCommands[static_cast<int>(state)]);
+}
+
+void NativeWindow::Move(int left, int top) {
+  placed_ = true;
+  SetWindowPos(Window(), nullptr, left, top, 0, 0, SWP_NOSIZE | SWP_NOZORDER | SWP_NOACTIVATE);
+}
+
+ui::Bounds NativeWindow::GetBounds() const {
+  RECT rect = {};
+  GetWindowRect(Window(), &rect);
+  if (IsIconic(Window())) {
+    WINDOWPLACEMENT placement = {};
+    placement.length = sizeof placement;
+    GetWindowPlacement(Window(), &placement);
+    rect = placement.rcNormalPosition;
+  }
+  return {rect.left, rect.top, rect.right - rect.left, rect.bottom - rect.top};
+}
+
+void NativeWindow::BringToFront() {
+  if (IsIconic(Window())) ShowWindow(Window(), SW_RESTORE);
+  SetForegroundWindow(Window());
+}
+
+}  // namespace win32

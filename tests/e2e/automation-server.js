@@ -1,0 +1,132 @@
+// The tool as any script sees it: one process for each object, properties that are kept, refusals that arrive with
+// number and text, an end without a window when its last user goes or dies, and a registration that leaves no trace.
+// Needs the tool registered; runs in Windows Script Host.
+var shell = new ActiveXObject("WScript.Shell");
+var wmi = new ActiveXObject("WbemScripting.SWbemLocator").ConnectServer();
+var failures = 0;
+
+function check(what, condition, found) {
+  if (condition) return;
+  failures++;
+  WScript.Echo("FAILED: " + what + (found === undefined ? "" : ", found: " + found));
+}
+
+function equal(what, found, expected) {
+  check(what + " should be " + expected, found === expected, found);
+}
+
+// Number and text of the error that `work` meets.
+function errorOf(work) {
+  try {
+    work();
+  } catch (error) {
+    return { number: error.number, text: error.description || error.message };
+  }
+  return { number: 0, text: "no error" };
+}
+
+function tools() {
+  return wmi.ExecQuery("SELECT * FROM Win32_Process WHERE Name='QVRKvTARNCfg.exe'").Count;
+}
+
+// Not every script host can sleep.
+function waitFor(what, condition) {
+  var end = new Date().getTime() + 10000;
+  while (!condition() && new Date().getTime() < end);
+  check(what + " within 10 s", condition());
+}
+
+function registered(key) {
+  try {
+    return shell.RegRead("HKLM\\Software\\Classes\\" + key + "\\");
+  } catch (error) {
+    return null;
+  }
+}
+
+function testProperties(tool) {
+  tool.NetworkName = "Geb\u00e4ude 7";
+  tool.networkipport = 7018;  // names do not depend on case
+  tool.Remote = true;
+  tool.LmoIndex = 3;
+  equal("NetworkName", tool.NetworkName, "Geb\u00e4ude 7");
+  equal("NetworkIpPort", tool.NetworkIpPort, 7018);
+  equal("Remote", tool.Remote, true);
+  equal("LmoIndex", tool.LmoIndex, "3");
+  equal("FolderName", tool.FolderName, "");
+  equal("LcaVersion", tool.LcaVersion, "2.7");
+  equal("ManufacturerName", tool.ManufacturerName, "Veldran, Inc");
+  equal("Name", tool.Name, "KV-TARN Configuration");
+  check("version", /^[1-9]\d*\.\d+\.\d+$/.test(tool.version), tool.version);
+  equal("Visible", tool.Visible, false);
+  tool.Height = 5;  // accepted and ignored
+}
+
+function testRefusals(tool) {
+  var names = ["ManufacturerID", "ManufacturerName", "LcaVersion", "version", "Name"];
+  for (var i = 0; i < names.length; i++) {
+    var refused = errorOf(function () { tool[names[i]] = "x"; });
+    equal("number of the refusal to write " + names[i], refused.number | 0, 0x80040000 | 0);
+    equal("text of the refusal to write " + names[i], refused.text, "Attempt to write to read-only property");
+  }
+  check("an unknown member", errorOf(function () { tool.NoSuchMember(); }).number !== 0);
+  check("too few arguments", errorOf(function () { tool.SendCommand(0); }).number !== 0);
+  check("a text that is no number", errorOf(function () { tool.NetworkIpPort = "port"; }).number !== 0);
+  equal("NetworkIpPort after a refusal", tool.NetworkIpPort, 7018);
+}
+
+function testOneProcessEach() {
+  var first = new ActiveXObject("QVRKvTARNCfg.LNSPlugInAPI");
+  testProperties(first);
+  testRefusals(first);
+  var second = new ActiveXObject("QVRKvTARNCfg.OVXPlugInAPI");
+  equal("processes of two objects", tools(), 2);
+  second.NetworkName = "other";
+  equal("NetworkName of the first object", first.NetworkName, "Geb\u00e4ude 7");
+  second = null;
+  CollectGarbage();
+  waitFor("the second process ends with its object", function () { return tools() === 1; });
+  equal("NetworkName when the other process has ended", first.NetworkName, "Geb\u00e4ude 7");
+  first = null;
+  CollectGarbage();
+  waitFor("the first process ends with its object", function () { return tools() === 0; });
+}
+
+function testKilledHost() {
+  // Another script host than the one that runs this test, so that it can be ended by its name.
+  shell.Run("wscript.exe //nologo tests\\e2e\\support\\hold-tool.js", 0, false);
+  waitFor("the host starts the tool", function () { return tools() === 1; });
+  equal("processes while the host holds its object", tools(), 1);
+  shell.Run("taskkill.exe /f /im wscript.exe", 0, true);
+  waitFor("the tool ends with the host that was killed", function () { return tools() === 0; });
+}
+
+function testRegistration() {
+  var id = registered("QVRKvTARNCfg.LNSPlugInAPI\\CLSID");
+  check("the tool is registered", id !== null);
+  var server = registered("CLSID\\" + id + "\\LocalServer32");
+  var library = registered("CLSID\\" + id + "\\TypeLib");
+  check("the server's path is quoted", /^".*\.exe"$/i.test(server), server);
+  equal("class of the second program id", registered("QVRKvTARNCfg.OVXPlugInAPI\\CLSID"), id);
+  var keys = ["CLSID\\" + id, "QVRKvTARNCfg.LNSPlugInAPI", "QVRKvTARNCfg.OVXPlugInAPI", "TypeLib\\" + library + "\\1.0"];
+
+  equal("exit code of /UnregServer", shell.Run(server + " /UnregServer", 0, true), 0);
+  for (var i = 0; i < keys.length; i++) equal("key " + keys[i], registered(keys[i]), null);
+  check("creating an unregistered tool", errorOf(function () { new ActiveXObject("QVRKvTARNCfg.LNSPlugInAPI"); }).number !== 0);
+
+  equal("exit code of /RegServer", shell.Run(server + " /regserver", 0, true), 0);
+  for (i = 0; i < keys.length; i++) check("key " + keys[i] + " is back", registered(keys[i]) !== null);
+  equal("exit code of a start without a switch", shell.Run(server, 0, true), 0);
+}
+
+try {
+  equal("processes before the test", tools(), 0);
+  testRegistration();
+  testOneProcessEach();
+  testKilledHost();
+} catch (error) {
+  check("the test itself", false, (error.number >>> 0).toString(16) + " " + error.message);
+}
+// Some script hosts pass over a faulty script in silence: only this line says that everything ran.
+WScript.Echo(failures === 0 ? "all passed" : failures + " failed");
+WScript.Quit(failures === 0 ? 0 : 1);

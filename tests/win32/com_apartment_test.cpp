@@ -1,0 +1,122 @@
+#include <gtest/gtest.h>
+
+#include <objidl.h>
+
+#include "com_support.h"
+#include "platform/win32/apartment.h"
+#include "platform/win32/com_object.h"
+#include "platform/win32/local_dispatch.h"
+
+namespace {
+
+using automation::Bytes;
+using automation::Object;
+using com_test::Box;
+using com_test::OtherApartment;
+
+struct AcrossApartments : testing::Test {
+  win32::ComApartment apartment;
+  OtherApartment other;
+  Object object = other.Make([] { return std::make_shared<Box>(); });
+};
+
+TEST_F(AcrossApartments, ValuesObjectsAndErrorsCross) {
+  object.Put("Content", "Lüftung");
+  EXPECT_EQ(object.Text("Content"), "Lüftung");
+  Bytes large(200'000);
+  for (std::size_t i = 0; i < large.size(); ++i) large[i] = static_cast<std::uint8_t>(i * 7);
+  object.Put("Content", large);
+  EXPECT_EQ(object.Get("Content").AsBytes(), large);
+  EXPECT_EQ(object.Child("Item", 5).Text("Content"), "item 5");
+  try {
+    object.Call("Fail", double{0x80040000}, "Keine Verbindung", "KV-TARN Configuration");
+    FAIL() << "no error";
+  } catch (const automation::Error& error) {
+    EXPECT_EQ(error.Code(), automation::kApplicationDefined);
+    EXPECT_EQ(error.Description(), "Keine Verbindung");
+    EXPECT_EQ(error.Source(), "KV-TARN Configuration");
+  }
+}
+
+TEST_F(AcrossApartments, TheCalleeMayCallBackWhileTheCallerWaits) {
+  const auto own = std::make_shared<Box>();
+  object.Put("Content", "from over there");
+  EXPECT_EQ(object.Call("Reach", Object(own)).AsText(), "from over there");
+  EXPECT_EQ(own->content.AsText(), "from over there");
+}
+
+/// A window that counts what reaches it.
+struct CountingWindow {
+  int clicks = 0;
+  int keys = 0;
+  int paints = 0;
+  HWND window = nullptr;
+
+  CountingWindow() {
+    WNDCLASSW windowClass = {};
+    windowClass.lpfnWndProc = &CountingWindow::Procedure;
+    windowClass.lpszClassName = L"CountingWindow";
+    RegisterClassW(&windowClass);
+    window = CreateWindowExW(0, L"CountingWindow", L"", WS_POPUP | WS_VISIBLE, 0, 0, 50, 50, nullptr, nullptr,
+                             nullptr, nullptr);
+    SetWindowLongPtrW(window, GWLP_USERDATA, reinterpret_cast<LONG_PTR>(this));
+  }
+  ~CountingWindow() { DestroyWindow(window); }
+
+  static LRESULT CALLBACK Procedure(HWND window, UINT message, WPARAM first, LPARAM second) {
+    auto* self = reinterpret_cast<CountingWindow*>(GetWindowLongPtrW(window, GWLP_USERDATA));
+    if (self && message == WM_LBUTTONDOWN) ++self->clicks;
+    if (self && message == WM_KEYDOWN) ++self->keys;
+    if (self && message == WM_PAINT) ++self->paints;
+    return DefWindowProcW(window, message, first, second);
+  }
+};
+
+void RunQueue() {
+  MSG message;
+  while (PeekMessageW(&message, nullptr, 0, 0, PM_REMOVE)) DispatchMessageW(&message);
+}
+
+TEST_F(AcrossApartments, InputWaitsUntilTheCallHasReturned) {
+  CountingWindow counting;
+  if (!counting.window) GTEST_SKIP() << "no display";
+  RunQueue();
+  PostMessageW(counting.window, WM_LBUTTONDOWN, MK_LBUTTON, 0);
+  PostMessageW(counting.window, WM_KEYDOWN, VK_RETURN, 0);
+  counting.paints = 0;
+  InvalidateRect(counting.window, nullptr, TRUE);
+  object.Call("Wait", 300);
+  EXPECT_EQ(counting.clicks, 0);
+  EXPECT_EQ(counting.keys, 0);
+  EXPECT_GT(counting.paints, 0);
+  RunQueue();
+  EXPECT_EQ(counting.clicks, 1);
+  EXPECT_EQ(counting.keys, 1);
+}
+
+TEST_F(AcrossApartments, ABusyCalleeIsAskedAgainForTenSeconds) {
+  win32::ComPtr<IMessageFilter> filter;
+  CoRegisterMessageFilter(nullptr, filter.Put());
+  ASSERT_TRUE(filter);
+  win32::ComPtr<IMessageFilter> none;
+  CoRegisterMessageFilter(filter.Get(), none.Put());
+  constexpr DWORD kGiveUp = 0xFFFFFFFF;
+  for (const DWORD elapsed : {0u, 5'000u, 9'999u}) {
+    const DWORD pause = filter->RetryRejectedCall(nullptr, elapsed, SERVERCALL_RETRYLATER);
+    EXPECT_GE(pause, 100u) << elapsed;
+    EXPECT_LE(pause, 1'000u) << elapsed;
+  }
+  EXPECT_EQ(filter->RetryRejectedCall(nullptr, 10'000, SERVERCALL_RETRYLATER), kGiveUp);
+  EXPECT_EQ(filter->RetryRejectedCall(nullptr, 60'000, SERVERCALL_REJECTED), kGiveUp);
+}
+
+TEST_F(AcrossApartments, IncomingCallsAreSeenBeforeTheyRun) {
+  int seen = 0;
+  Object own;
+  apartment.WatchIncoming([&](DWORD) { ++seen; });
+  const auto box = std::make_shared<Box>();
+  object.Call("Reach", Object(box));
+  EXPECT_GE(seen, 1);
+}
+
+}  // namespace

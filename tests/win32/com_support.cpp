@@ -1,0 +1,132 @@
+#include "com_support.h"
+
+#include <objbase.h>
+
+#include "base/error.h"
+#include "platform/win32/apartment.h"
+#include "platform/win32/com_object.h"
+#include "platform/win32/local_dispatch.h"
+
+namespace com_test {
+namespace {
+
+constexpr UINT kWork = WM_APP + 1;
+
+Value Fail(Box&, const Arguments& list) {
+  if (list.Count() == 0) throw base::Error("The tool itself failed.");
+  throw automation::Error(static_cast<std::uint32_t>(list[0].AsReal()), list[1].AsText(), list[2].AsText());
+}
+
+Value Reach(Box& box, const Arguments& list) {
+  // Calls back into an object of the caller while the caller waits for this answer.
+  const automation::Object other = list[0].AsObject();
+  other.Put("Content", box.content);
+  return other.Get("Content");
+}
+
+Value Wait(Box&, const Arguments& list) {
+  Sleep(static_cast<DWORD>(list[0].AsWhole()));
+  return {};
+}
+
+std::shared_ptr<Box> MakeBox(const Value& content) {
+  auto box = std::make_shared<Box>();
+  box->content = content;
+  return box;
+}
+
+}  // namespace
+
+const automation::MemberOf<Box> Box::kMembers[9] = {
+    {"Content", [](Box& box, const Arguments&) { return box.content; },
+     [](Box& box, const Value& value) { box.content = value; }, nullptr},
+    {"Fixed", [](Box&, const Arguments&) { return Value(7); }, nullptr, nullptr},
+    {"Join", nullptr, nullptr,
+     [](Box&, const Arguments& list) { return Value(list[0].AsText() + "|" + list[1].AsText()); }},
+    {"Fail", nullptr, nullptr, Fail},
+    {"Item",
+     [](Box&, const Arguments& list) {
+       return Value(automation::Object(MakeBox("item " + list[0].AsText())));
+     },
+     nullptr, nullptr},
+    {"Inner", [](Box&, const Arguments&) { return Value(automation::Object(MakeBox("inner"))); }, nullptr,
+     nullptr},
+    {"Reach", nullptr, nullptr, Reach},
+    {"Wait", nullptr, nullptr, Wait},
+    {"Calls", [](Box& box, const Arguments&) { return Value(++box.calls); }, nullptr, nullptr},
+};
+
+ForeignObject::ForeignObject(win32::ComPtr<IDispatch> inner, Counts& counts, DISPID shift)
+    : inner_(std::move(inner)), counts_(counts), shift_(shift) {}
+
+HRESULT ForeignObject::GetTypeInfoCount(UINT* count) {
+  *count = 0;
+  return S_OK;
+}
+
+HRESULT ForeignObject::GetTypeInfo(UINT, LCID, ITypeInfo**) { return DISP_E_BADINDEX; }
+
+HRESULT ForeignObject::GetIDsOfNames(REFIID id, LPOLESTR* names, UINT count, LCID locale, DISPID* ids) {
+  ++counts_.lookUps;
+  const HRESULT result = inner_->GetIDsOfNames(id, names, count, locale, ids);
+  if (SUCCEEDED(result)) ids[0] += shift_;
+  return result;
+}
+
+HRESULT ForeignObject::Invoke(DISPID id, REFIID iid, LCID locale, WORD flags, DISPPARAMS* parameters,
+                              VARIANT* result, EXCEPINFO* exception, UINT* argument) {
+  ++counts_.invocations;
+  const HRESULT status =
+      inner_->Invoke(id - shift_, iid, locale, flags, parameters, result, exception, argument);
+  if (SUCCEEDED(status) && result && result->vt == VT_DISPATCH && result->pdispVal) {
+    result->pdispVal = new ForeignObject(win32::ComPtr<IDispatch>(result->pdispVal), counts_, shift_);
+  }
+  return status;
+}
+
+OtherApartment::OtherApartment() {
+  const win32::Handle ready(CreateEventW(nullptr, TRUE, FALSE, nullptr));
+  thread_ = std::thread([this, &ready] { Loop(ready.Get()); });
+  WaitForSingleObject(ready.Get(), INFINITE);
+}
+
+OtherApartment::~OtherApartment() {
+  PostThreadMessageW(threadId_, WM_QUIT, 0, 0);
+  thread_.join();
+}
+
+void OtherApartment::Loop(HANDLE ready) {
+  const win32::ComApartment apartment;
+  MSG message;
+  PeekMessageW(&message, nullptr, 0, 0, PM_NOREMOVE);  // makes the queue
+  threadId_ = GetCurrentThreadId();
+  SetEvent(ready);
+  while (GetMessageW(&message, nullptr, 0, 0) > 0) {
+    if (message.message == kWork && !message.hwnd) {
+      (*reinterpret_cast<const std::function<void()>*>(message.lParam))();
+      SetEvent(reinterpret_cast<HANDLE>(message.wParam));
+    }
+    DispatchMessageW(&message);
+  }
+}
+
+void OtherApartment::Run(const std::function<void()>& work) {
+  const win32::Handle done(CreateEventW(nullptr, TRUE, FALSE, nullptr));
+  PostThreadMessageW(threadId_, kWork, reinterpret_cast<WPARAM>(done.Get()), reinterpret_cast<LPARAM>(&work));
+  WaitForSingleObject(done.Get(), INFINITE);
+}
+
+automation::Object OtherApartment::Make(
+    const std::function<std::shared_ptr<automation::LocalObject>()>& make) {
+  win32::ComPtr<IStream> stream;
+  Run([&] {
+    const auto dispatch = win32::ToDispatch(automation::Object(make()));
+    CoMarshalInterThreadInterfaceInStream(__uuidof(IDispatch), dispatch.Get(), stream.Put());
+  });
+  void* proxy = nullptr;
+  CoGetInterfaceAndReleaseStream(stream.Release(), __uuidof(IDispatch), &proxy);
+  const win32::ComPtr<IDispatch> dispatch(static_cast<IDispatch*>(proxy));
+  return win32::FromDispatch(dispatch.Get());
+}
+
+}  // namespace com_test

@@ -1,0 +1,70 @@
+// What the COM tests share: a local class with members of every kind, a foreign object that counts how it is
+// asked, and a second thread with an apartment of its own, to which every call crosses apartments as it would
+// cross processes.
+#pragma once
+
+#include <functional>
+#include <memory>
+#include <thread>
+
+#include "automation/local_object.h"
+#include "platform/win32/com_class.h"
+
+namespace com_test {
+
+using automation::Arguments;
+using automation::Value;
+
+class Box : public automation::LocalClass<Box> {
+ public:
+  static const automation::MemberOf<Box> kMembers[9];
+
+  Value content;
+  int calls = 0;
+};
+
+/// Passes everything on to another IDispatch and counts; objects that come back are shown in the same way.
+/// Its ids are those of the other object plus `shift`.
+class ForeignObject : public win32::ComClass<IDispatch> {
+ public:
+  struct Counts {
+    int lookUps = 0;
+    int invocations = 0;
+  };
+
+  ForeignObject(win32::ComPtr<IDispatch> inner, Counts& counts, DISPID shift = 0);
+
+  HRESULT STDMETHODCALLTYPE GetTypeInfoCount(UINT* count) override;
+  HRESULT STDMETHODCALLTYPE GetTypeInfo(UINT, LCID, ITypeInfo**) override;
+  HRESULT STDMETHODCALLTYPE GetIDsOfNames(REFIID, LPOLESTR* names, UINT count, LCID locale,
+                                          DISPID* ids) override;
+  HRESULT STDMETHODCALLTYPE Invoke(DISPID id, REFIID, LCID locale, WORD flags, DISPPARAMS* parameters,
+                                   VARIANT* result, EXCEPINFO* exception, UINT* argument) override;
+
+ private:
+  win32::ComPtr<IDispatch> inner_;
+  Counts& counts_;
+  DISPID shift_;
+};
+
+/// A thread with a message loop and an apartment, in which objects live that other threads call.
+class OtherApartment {
+ public:
+  OtherApartment();
+  ~OtherApartment();
+  OtherApartment(const OtherApartment&) = delete;
+  OtherApartment& operator=(const OtherApartment&) = delete;
+
+  /// Makes an object there and gives the caller's proxy of it.
+  automation::Object Make(const std::function<std::shared_ptr<automation::LocalObject>()>& make);
+  /// Runs `work` there and waits for its end.
+  void Run(const std::function<void()>& work);
+
+ private:
+  void Loop(HANDLE ready);
+
+  DWORD threadId_ = 0;
+  std::thread thread_;
+};
+
+}  // namespace com_test

@@ -1,0 +1,109 @@
+// The system's own dialogs: message boxes, the dialog for saving a file, and help.
+#include "platform/win32/file_dialog.h"
+#include "platform/win32/help_viewer.h"
+#include "platform/win32/prompts.h"
+#include "platform/win32/utf.h"
+#include "ui_support.h"
+
+namespace ui_test {
+namespace {
+
+constexpr unsigned kHideReadOnly = 4;
+constexpr int kNameBox = 0x47C;  // the edit of the file dialog's combo box
+
+class UiDialogs : public UiTest {
+ protected:
+  UiDialogs() {
+    window_.SetTitle("Tool");
+    window_.SetLayout(ui::Item(box_));
+    Show(window_);
+  }
+  ~UiDialogs() override { toolkit_.Discard(window_); }
+
+  ui::Window window_{"fTool"};
+  ui::TextBox box_{window_, "box"};
+};
+
+TEST_F(UiDialogs, QuestionsOfferTheirButtonsAndTellTheAnswer) {
+  win32::MessagePrompts prompts(toolkit_);
+  ui::Window other("fOther");
+  toolkit_.Realize(other);
+  const struct {
+    ui::Buttons buttons;
+    std::vector<int> offered;
+    WPARAM pressed;
+    ui::Answer answer;
+  } cases[] = {
+      {ui::Buttons::kOk, {IDOK}, IDOK, ui::Answer::kOk},
+      {ui::Buttons::kOkCancel, {IDOK, IDCANCEL}, IDOK, ui::Answer::kOk},
+      {ui::Buttons::kOkCancel, {IDOK, IDCANCEL}, IDCANCEL, ui::Answer::kCancel},
+      {ui::Buttons::kYesNo, {IDYES, IDNO}, IDNO, ui::Answer::kNo},
+      {ui::Buttons::kYesNoCancel, {IDYES, IDNO, IDCANCEL}, IDYES, ui::Answer::kYes},
+      {ui::Buttons::kYesNoCancel, {IDYES, IDNO, IDCANCEL}, IDCANCEL, ui::Answer::kCancel},
+  };
+  for (const auto& test : cases) {
+    std::vector<int> offered;
+    std::string title;
+    bool blocked = false;
+    WhenDialogOpens([&](HWND dialog) {
+      for (const int id : {IDOK, IDYES, IDNO, IDCANCEL}) {
+        if (IsWindowVisible(GetDlgItem(dialog, id))) offered.push_back(id);
+      }
+      title = TextOf(dialog);
+      blocked = !IsWindowEnabled(toolkit_.HandleOf(window_)) && !IsWindowEnabled(ByName("fOther"));
+      PostMessageW(dialog, WM_COMMAND, test.pressed, 0);
+    });
+    EXPECT_EQ(prompts.Ask({"Are you sure?", "Tool °", test.buttons, ui::Icon::kQuestion}), test.answer);
+    EXPECT_EQ(offered, test.offered);
+    EXPECT_EQ(title, "Tool °");
+    EXPECT_TRUE(blocked);
+  }
+  Settle();
+  EXPECT_TRUE(IsWindowEnabled(toolkit_.HandleOf(window_)));
+  EXPECT_TRUE(IsWindowEnabled(ByName("fOther")));
+  toolkit_.Discard(other);
+  EXPECT_EQ(GetActiveWindow(), toolkit_.HandleOf(window_));
+  EXPECT_EQ(Focused(), "fTool.box");
+}
+
+TEST_F(UiDialogs, AQuestionOfABusyWindowLeavesItBusy) {
+  win32::MessagePrompts prompts(toolkit_);
+  window_.SetAcceptsInput(false);
+  WhenDialogOpens([](HWND dialog) { PostMessageW(dialog, WM_COMMAND, IDOK, 0); });
+  prompts.Ask({"Done", "Tool", ui::Buttons::kOk, ui::Icon::kNone});
+  EXPECT_FALSE(IsWindowEnabled(toolkit_.HandleOf(window_)));
+  window_.SetAcceptsInput(true);
+  Settle();
+  EXPECT_EQ(Focused(), "fTool.box");
+}
+
+TEST_F(UiDialogs, TheSaveDialogProposesAndAnswersAName) {
+  win32::SaveDialog dialog(toolkit_);
+  wchar_t folder[MAX_PATH] = {};
+  GetTempPathW(MAX_PATH, folder);
+  const std::string proposed = win32::Utf8(folder) + "PlugIn.log";
+  const ui::SaveRequest request = {"Log files (*.log)|*.log|Text files (*.txt)|*.txt", proposed,
+                                   kHideReadOnly};
+
+  std::string offered;
+  WhenDialogOpens([&](HWND window) {
+    offered = TextOf(GetDlgItem(window, kNameBox));
+    SetTextOf(GetDlgItem(window, kNameBox), "Überblick");
+    PostMessageW(window, WM_COMMAND, IDOK, 0);
+  });
+  const auto chosen = dialog.AskSaveFile(request);
+  EXPECT_EQ(offered, "PlugIn.log");
+  ASSERT_TRUE(chosen.has_value());
+  EXPECT_EQ(*chosen, win32::Utf8(folder) + "Überblick.log");
+
+  WhenDialogOpens([](HWND window) { PostMessageW(window, WM_COMMAND, IDCANCEL, 0); });
+  EXPECT_EQ(dialog.AskSaveFile(request), std::nullopt);
+}
+
+TEST_F(UiDialogs, MissingHelpIsAnsweredWithNo) {
+  win32::HtmlHelpViewer help;
+  EXPECT_FALSE(help.Show("C:\\nowhere\\Help File.chm>Main", shell::kHelpContext, 45));
+}
+
+}  // namespace
+}  // namespace ui_test

@@ -1,0 +1,225 @@
+// The way of the keyboard focus: leave checks, tab order, dialog keys, and the focus coming back.
+#include "platform/win32/prompts.h"
+#include "ui_support.h"
+// After windows.h, which it needs.
+#include <commctrl.h>
+
+namespace ui_test {
+namespace {
+
+class Page : public ui::Form {
+ public:
+  Page(const char* name, int rows) : Form(name) {
+    std::vector<ui::Node> cells;
+    for (int i = 0; i < rows; ++i) {
+      captions.push_back(std::make_unique<ui::Label>(*this, "lbl(" + std::to_string(i) + ")"));
+      boxes.push_back(std::make_unique<ui::TextBox>(*this, "txt(" + std::to_string(i) + ")"));
+      captions.back()->SetText("Row " + std::to_string(i));
+      cells.push_back(ui::Item(*captions.back()));
+      cells.push_back(ui::Item(*boxes.back()));
+    }
+    SetLayout(ui::Grid(2, std::move(cells)));
+  }
+
+  std::vector<std::unique_ptr<ui::Label>> captions;
+  std::vector<std::unique_ptr<ui::TextBox>> boxes;
+};
+
+class Dialog : public ui::Window {
+ public:
+  Dialog() : Window("fDialog") {
+    SetTitle("Dialog");
+    ok.SetText("&OK");
+    cancel.SetText("Cancel");
+    option[0].SetText("One");
+    option[1].SetText("Two");
+    option[1].Select();
+    list.SetColumns({"Menu"});
+    list.SetRows({{"a", {"First"}, 0}, {"b", {"Second"}, 0}});
+    list.SetSelection({0});
+    defaultButton = &ok;
+    cancelButton = &cancel;
+    ok.onClick = [this] { events.push_back("ok"); };
+    cancel.onClick = [this] { events.push_back("cancel"); };
+    list.onSelect = [this](std::size_t place) { events.push_back("row " + std::to_string(place)); };
+    first.onFocus = [this] { events.push_back("enter first"); };
+    second.onFocus = [this] { events.push_back("enter second"); };
+    first.onLeave = [this] {
+      events.push_back("leave first");
+      return first.Text() != "x";
+    };
+    area.Embed(page);
+    area.Show(page);
+    SetLayout(ui::Stack({ui::Item(list), ui::Item(first), ui::Item(second), ui::Item(option[0]),
+                         ui::Item(option[1]), ui::Grow(ui::Item(area)),
+                         ui::Line({ui::Item(ok), ui::Item(cancel)})}));
+  }
+
+  std::vector<std::string> TakeEvents() { return std::exchange(events, {}); }
+
+  std::vector<std::string> events;
+  Page page{"fPage", 2};
+  ui::ListView list{*this, "list"};
+  ui::TextBox first{*this, "first"};
+  ui::TextBox second{*this, "second"};
+  ui::OptionGroup<2> option{*this, "option"};
+  ui::PageArea area{*this, "area"};
+  ui::Button ok{*this, "ok"};
+  ui::Button cancel{*this, "cancel"};
+};
+
+using Events = std::vector<std::string>;
+
+class UiFocus : public UiTest {
+ protected:
+  UiFocus() {
+    Show(dialog_);
+    MoveFocus(dialog_.first);
+    dialog_.TakeEvents();
+  }
+
+  Dialog dialog_;
+};
+
+TEST_F(UiFocus, AnAcceptedEntryIsLeftBeforeTheNextOneIsEntered) {
+  TypeInto(GetFocus(), "5");
+  MoveFocus(dialog_.second);
+  EXPECT_EQ(dialog_.TakeEvents(), (Events{"leave first", "enter second"}));
+  EXPECT_EQ(Focused(), "fDialog.second");
+}
+
+TEST_F(UiFocus, ARefusedEntryGetsTheFocusBackAndIsSelected) {
+  win32::MessagePrompts prompts(toolkit_);
+  dialog_.first.onLeave = [&] {
+    dialog_.events.push_back("leave first");
+    prompts.Ask({"Invalid value for this field", "Dialog", ui::Buttons::kOk, ui::Icon::kInformation});
+    return false;
+  };
+  TypeInto(GetFocus(), "x1");
+  WhenDialogOpens([](HWND box) { PostMessageW(box, WM_COMMAND, IDOK, 0); });
+  SetFocus(Native(dialog_.second));
+  EXPECT_TRUE(dialog_.events.empty()) << "never inside the change of the focus";
+  ASSERT_TRUE(RunUntil([&] { return Focused() == "fDialog.first" && !dialog_.events.empty(); }));
+  Settle();
+  EXPECT_EQ(dialog_.TakeEvents(), Events{"leave first"});
+  EXPECT_EQ(SendMessageW(GetFocus(), EM_GETSEL, 0, 0), MAKELRESULT(0, 2));
+}
+
+TEST_F(UiFocus, ARefusedEntryHoldsBackWhatWasClicked) {
+  const struct {
+    const char* name;
+    std::function<void()> act;
+  } acts[] = {
+      {"button", [&] { Click(Native(dialog_.ok)); }},
+      {"option", [&] { Click(Native(dialog_.option[0])); }},
+      {"row",
+       [&] {
+         LVITEMW item = {};
+         item.state = item.stateMask = LVIS_SELECTED;
+         SetFocus(Native(dialog_.list));
+         SendMessageW(Native(dialog_.list), LVM_SETITEMSTATE, 1, reinterpret_cast<LPARAM>(&item));
+       }},
+  };
+  TypeInto(GetFocus(), "x");
+  for (const auto& act : acts) {
+    act.act();
+    Settle();
+    EXPECT_EQ(dialog_.TakeEvents(), Events{"leave first"}) << act.name;
+    EXPECT_EQ(Focused(), "fDialog.first") << act.name;
+  }
+  EXPECT_TRUE(dialog_.option[1].Selected());
+  EXPECT_EQ(dialog_.list.Selection(), std::vector<std::size_t>{0});
+  EXPECT_EQ(SendMessageW(Native(dialog_.list), LVM_GETNEXTITEM, static_cast<WPARAM>(-1), LVNI_SELECTED), 0);
+}
+
+TEST_F(UiFocus, CancellingAndOtherWindowsAskForNoBetterEntry) {
+  ui::Window other("fOther");
+  ui::TextBox box(other, "box");
+  other.SetLayout(ui::Item(box));
+  TypeInto(GetFocus(), "x");
+  Show(other);
+  EXPECT_TRUE(dialog_.events.empty()) << "another window";
+  dialog_.BringToFront();
+  Settle();
+  EXPECT_EQ(Focused(), "fDialog.first");
+  EXPECT_TRUE(dialog_.events.empty()) << "coming back is no second entering";
+
+  MoveFocus(dialog_.cancel);
+  Click(Native(dialog_.cancel));
+  EXPECT_EQ(dialog_.TakeEvents(), Events{"cancel"});
+  MoveFocus(dialog_.second);
+  EXPECT_EQ(dialog_.TakeEvents(), Events{"leave first"}) << "the check is only put off";
+  toolkit_.Discard(other);
+}
+
+TEST_F(UiFocus, TabGoesThroughTheLayoutInItsOrder) {
+  dialog_.second.SetEnabled(false);
+  MoveFocus(dialog_.list);
+  const Events expected = {"fDialog.first", "fDialog.option(1)", "fPage.txt(0)", "fPage.txt(1)",
+                           "fDialog.ok",    "fDialog.cancel",    "fDialog.list"};
+  for (const std::string& name : expected) {
+    Press(VK_TAB);
+    EXPECT_EQ(Focused(), name);
+  }
+}
+
+TEST_F(UiFocus, EnterAndEscapePressTheButtonsOfTheWindow) {
+  SetFocus(Native(*dialog_.page.boxes[1]));
+  Settle();
+  dialog_.TakeEvents();
+  Press(VK_RETURN);
+  Press(VK_ESCAPE);
+  EXPECT_EQ(dialog_.TakeEvents(), (Events{"ok", "cancel"}));
+  dialog_.ok.SetEnabled(false);
+  Press(VK_RETURN);
+  EXPECT_TRUE(dialog_.TakeEvents().empty());
+}
+
+TEST_F(UiFocus, ABusyWindowTakesNothingAndGivesTheFocusBack) {
+  dialog_.SetAcceptsInput(false);
+  dialog_.SetAcceptsInput(true);
+  EXPECT_EQ(Focused(), "fDialog.first");
+  dialog_.SetAcceptsInput(false);
+  EXPECT_FALSE(IsWindowEnabled(toolkit_.HandleOf(dialog_)));
+  SetTextOf(Native(dialog_.first), "99");
+  Click(Native(dialog_.ok));
+  ChooseEntry(Native(dialog_.ok), 0);
+  PostMessageW(toolkit_.HandleOf(dialog_), WM_CLOSE, 0, 0);
+  Settle();
+  EXPECT_EQ(dialog_.first.Text(), "");
+  EXPECT_EQ(TextOf(Native(dialog_.first)), "");
+  EXPECT_TRUE(dialog_.Visible());
+
+  // A page may ask for the focus meanwhile, for example for the entry that was refused by a save.
+  dialog_.page.boxes[1]->Focus();
+  dialog_.SetAcceptsInput(true);
+  Settle();
+  EXPECT_EQ(Focused(), "fPage.txt(1)");
+  EXPECT_EQ(dialog_.TakeEvents(), Events{"leave first"});
+}
+
+TEST_F(UiFocus, APageTallerThanTheScreenScrollsToTheFocus) {
+  Page tall("fTall", 120);
+  dialog_.area.Embed(tall);
+  dialog_.area.Show(tall);
+  Settle();
+  RECT work = {};
+  SystemParametersInfoW(SPI_GETWORKAREA, 0, &work, 0);
+  const RECT window = RectOf(toolkit_.HandleOf(dialog_));
+  EXPECT_LE(window.bottom - window.top, work.bottom - work.top);
+  const RECT area = RectOf(Native(dialog_.area));
+  for (const std::size_t row : {std::size_t{119}, std::size_t{60}, std::size_t{0}}) {
+    MoveFocus(*tall.boxes[row]);
+    const RECT box = RectOf(Native(*tall.boxes[row]));
+    EXPECT_GE(box.top, area.top) << row;
+    EXPECT_LE(box.bottom, area.bottom) << row;
+  }
+  dialog_.area.Show(dialog_.page);
+  EXPECT_FALSE(IsWindowVisible(Native(*tall.boxes[0])));
+  EXPECT_TRUE(IsWindowVisible(Native(*dialog_.page.boxes[0])));
+  dialog_.area.Clear();
+  EXPECT_EQ(ByName("fTall.txt(119)"), nullptr);
+}
+
+}  // namespace
+}  // namespace ui_test

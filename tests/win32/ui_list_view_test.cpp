@@ -1,0 +1,152 @@
+// List views: rows and their pictures, selections, columns and the pop-up menu.
+#include "ui_support.h"
+// After windows.h, which it needs.
+#include <commctrl.h>
+
+#include "platform/win32/utf.h"
+
+namespace ui_test {
+namespace {
+
+class Log : public ui::Window {
+ public:
+  explicit Log(bool multiSelect) : Window("fLog") {
+    SetTitle("Log");
+    list.SetMultiSelect(multiSelect);
+    list.SetColumns({"User", "Message"});
+    list.onSelect = [this](std::size_t place) { selected.push_back(place); };
+    SetLayout(ui::Grow(ui::Item(list)));
+  }
+
+  void Add(int level, const std::string& message) {
+    const std::string number = std::to_string(list.Rows().size() + 1);
+    list.AddRow({number + "Key", {number, message}, level});
+  }
+
+  ui::ListView list{*this, "list"};
+  std::vector<std::size_t> selected;
+};
+
+class UiListView : public UiTest {
+ protected:
+  void Open(bool multiSelect) {
+    log_ = std::make_unique<Log>(multiSelect);
+    const int levels[] = {64, 48, 16, 0, 99};
+    for (const int level : levels) log_->Add(level, "level " + std::to_string(level));
+    Show(*log_);
+  }
+  ~UiListView() override {
+    if (log_) toolkit_.Discard(*log_);
+  }
+
+  HWND View() const { return Native(log_->list); }
+  LRESULT Send(UINT message, WPARAM wParam = 0, LPARAM lParam = 0) const {
+    return SendMessageW(View(), message, wParam, lParam);
+  }
+  std::string Cell(int row, int column) const {
+    wchar_t text[128] = {};
+    LVITEMW item = {};
+    item.iSubItem = column;
+    item.pszText = text;
+    item.cchTextMax = 128;
+    Send(LVM_GETITEMTEXTW, static_cast<WPARAM>(row), reinterpret_cast<LPARAM>(&item));
+    return win32::Utf8(text);
+  }
+  int Picture(int row) const {
+    LVITEMW item = {};
+    item.mask = LVIF_IMAGE;
+    item.iItem = row;
+    Send(LVM_GETITEMW, 0, reinterpret_cast<LPARAM>(&item));
+    return item.iImage;
+  }
+  void SelectNatively(int row, bool select) const {
+    LVITEMW item = {};
+    item.stateMask = LVIS_SELECTED;
+    item.state = select ? LVIS_SELECTED : 0;
+    Send(LVM_SETITEMSTATE, static_cast<WPARAM>(row), reinterpret_cast<LPARAM>(&item));
+  }
+
+  std::unique_ptr<Log> log_;
+};
+
+TEST_F(UiListView, RowsShowTheirCellsAndLevels) {
+  Open(true);
+  ASSERT_EQ(Send(LVM_GETITEMCOUNT), 5);
+  EXPECT_EQ(Cell(1, 0), "2");
+  EXPECT_EQ(Cell(1, 1), "level 48");
+  EXPECT_NE(Picture(0), Picture(1));
+  EXPECT_NE(Picture(1), Picture(2));
+  EXPECT_EQ(Picture(4), Picture(2)) << "an unknown level is an error";
+  EXPECT_EQ(Picture(3), -1);
+
+  Send(LVM_ENSUREVISIBLE, 4, FALSE);
+  log_->Add(16, "added °");
+  EXPECT_EQ(Send(LVM_GETITEMCOUNT), 6);
+  EXPECT_EQ(Cell(5, 1), "added °");
+  log_->list.SetRows({{"k", {"only"}, 64}});
+  EXPECT_EQ(Send(LVM_GETITEMCOUNT), 1);
+  EXPECT_EQ(Cell(0, 0), "only");
+  EXPECT_EQ(Cell(0, 1), "") << "a row may have fewer cells than columns";
+}
+
+TEST_F(UiListView, ASingleSelectionGoesBothWays) {
+  Open(false);
+  SelectNatively(2, true);
+  Settle();
+  EXPECT_EQ(log_->selected, std::vector<std::size_t>{2});
+  EXPECT_EQ(log_->list.Selection(), std::vector<std::size_t>{2});
+  SelectNatively(2, false);
+  Settle();
+  EXPECT_EQ(Send(LVM_GETNEXTITEM, static_cast<WPARAM>(-1), LVNI_SELECTED), 2) << "one row stays selected";
+  log_->list.SetSelection({4});
+  Settle();
+  EXPECT_EQ(Send(LVM_GETNEXTITEM, static_cast<WPARAM>(-1), LVNI_SELECTED), 4);
+  EXPECT_EQ(log_->selected.size(), 1u) << "code runs no handler";
+  SetFocus(View());
+  Press(VK_UP);
+  EXPECT_EQ(log_->selected, (std::vector<std::size_t>{2, 3}));
+}
+
+TEST_F(UiListView, ManyRowsAreSelectedAtOnce) {
+  Open(true);
+  SelectNatively(-1, true);
+  Settle();
+  EXPECT_EQ(log_->list.Selection(), (std::vector<std::size_t>{0, 1, 2, 3, 4}));
+  SelectNatively(1, false);
+  Settle();
+  EXPECT_EQ(log_->list.Selection(), (std::vector<std::size_t>{0, 2, 3, 4}));
+  SelectNatively(-1, false);
+  Settle();
+  EXPECT_TRUE(log_->list.Selection().empty());
+}
+
+TEST_F(UiListView, ColumnsFitTheirLongestCell) {
+  Open(true);
+  const LRESULT before = Send(LVM_GETCOLUMNWIDTH, 0);
+  log_->list.SetRows({{"k", {"a first cell that is much longer than its title", "short"}, 0}});
+  EXPECT_EQ(Send(LVM_GETCOLUMNWIDTH, 0), before);
+  log_->list.FitColumns();
+  EXPECT_GE(Send(LVM_GETCOLUMNWIDTH, 0),
+            Send(LVM_GETSTRINGWIDTHW, 0,
+                 reinterpret_cast<LPARAM>(L"a first cell that is much longer than its title")));
+  log_->list.SetColumns({"One", "Two", "Three"});
+  EXPECT_EQ(SendMessageW(reinterpret_cast<HWND>(Send(LVM_GETHEADER)), HDM_GETITEMCOUNT, 0, 0), 3);
+}
+
+TEST_F(UiListView, TheMenuKeyOpensThePopup) {
+  Open(true);
+  std::vector<std::string> ran;
+  log_->list.popup = {{"Clear", [&] { ran.push_back("clear"); }, {}},
+                      {"Save", [&] { ran.push_back("save"); }, {}}};
+  SetFocus(View());
+  loop_.Post([&] {
+    for (const WPARAM key : {VK_DOWN, VK_DOWN, VK_RETURN}) {
+      PostMessageW(toolkit_.HandleOf(*log_), WM_KEYDOWN, key, 1);
+    }
+  });
+  SendMessageW(View(), WM_CONTEXTMENU, reinterpret_cast<WPARAM>(View()), -1);
+  EXPECT_EQ(ran, std::vector<std::string>{"save"});
+}
+
+}  // namespace
+}  // namespace ui_test

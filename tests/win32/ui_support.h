@@ -1,0 +1,60 @@
+// What the window tests share: a loop and a toolkit on the real desktop, and the acts of a person who works
+// the native controls, which are found by the names they carry, as from another process.
+#pragma once
+
+#include <gtest/gtest.h>
+#include <windows.h>
+
+#include <functional>
+#include <string>
+#include <vector>
+
+#include "platform/win32/message_loop.h"
+#include "platform/win32/toolkit.h"
+#include "ui/form.h"
+
+namespace ui_test {
+
+class UiTest : public testing::Test {
+ protected:
+  ~UiTest() override;
+
+  /// Realises and shows `window`, active.
+  void Show(ui::Window& window);
+  /// Runs the loop until `done`, at most a few seconds; answers whether it came true.
+  bool RunUntil(const std::function<bool()>& done);
+  /// Lets posted work and notifications come to rest.
+  void Settle();
+
+  /// Posts a key to the window that has the focus and lets it take effect.
+  void Press(WORD key);
+  void MoveFocus(const ui::Control& control);
+  std::string Focused() const;
+  /// Runs `act` with the first system dialog (message box, file dialog) that comes up, from the loop.
+  void WhenDialogOpens(std::function<void(HWND dialog)> act);
+
+  std::vector<std::string> faults_;
+  win32::MessageLoop loop_{[this](const std::string& text) { faults_.push_back(text); }};
+  win32::NativeToolkit toolkit_{loop_};
+
+ private:
+  std::vector<ui::Window*> shown_;
+};
+
+/// The native window with this name ("fPID.txtPIDTemp(0)"), found by its mark; null when there is none.
+HWND ByName(const std::string& name);
+HWND Native(const ui::Control& control);
+std::string NameOf(HWND window);
+std::string TextOf(HWND window);
+/// On the screen.
+RECT RectOf(HWND window);
+
+/// Types at the caret, character by character.
+void TypeInto(HWND edit, const char* text);
+/// Replaces the whole text, as a driver in another process does.
+void SetTextOf(HWND edit, const char* text);
+void Click(HWND button);
+/// Chooses an entry of a drop-down list and tells the parent, as the control does.
+void ChooseEntry(HWND list, int place);
+
+}  // namespace ui_test

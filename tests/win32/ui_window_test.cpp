@@ -1,0 +1,277 @@
+// Windows and the loop: sizes, closing, states, menus and their keys, timers and posted work.
+#include "platform/win32/menu_native.h"
+#include "ui_support.h"
+
+namespace ui_test {
+namespace {
+
+class Sheet : public ui::Window {
+ public:
+  Sheet() : Window("fSheet") {
+    SetTitle("Sheet");
+    caption.SetText("Short");
+    unit.SetText("sec");
+    button.SetText("Go");
+    SetLayout(ui::Stack({ui::Line({ui::Item(caption), ui::Item(box), ui::Item(unit)}),
+                         ui::Line({ui::GrowX(ui::Empty()), ui::Item(button)})}));
+  }
+
+  ui::Label caption{*this, "caption"};
+  ui::TextBox box{*this, "box"};
+  ui::Label unit{*this, "unit"};
+  ui::Button button{*this, "button"};
+};
+
+class UiWindow : public UiTest {
+ protected:
+  HWND Frame() const { return toolkit_.HandleOf(sheet_); }
+  RECT Client() const {
+    RECT rect = {};
+    GetClientRect(Frame(), &rect);
+    MapWindowPoints(Frame(), nullptr, reinterpret_cast<POINT*>(&rect), 2);
+    return rect;
+  }
+
+  Sheet sheet_;
+};
+
+TEST_F(UiWindow, AWindowKnowsItsControlsByName) {
+  Show(sheet_);
+  EXPECT_EQ(ByName("fSheet"), Frame());
+  EXPECT_EQ(Native(sheet_.box), toolkit_.HandleOf(sheet_.box));
+
+  // The names are known to the whole session; this one no other process has used.
+  const std::string name =
+      "f" + std::to_string(GetCurrentProcessId()) + "x" + std::to_string(GetTickCount64());
+  ui::Window other(name);
+  toolkit_.Realize(other);
+  EXPECT_NE(GlobalFindAtomW(win32::Wide(name).c_str()), 0);
+  toolkit_.Discard(other);
+  EXPECT_EQ(GlobalFindAtomW(win32::Wide(name).c_str()), 0) << "no name is left behind";
+}
+
+TEST_F(UiWindow, ALongerCaptionMakesRoomForItself) {
+  Show(sheet_);
+  const RECT before = RectOf(Frame());
+  const RECT box = RectOf(Native(sheet_.box));
+  sheet_.caption.SetText("A caption in a language that is fond of considerably longer words");
+  sheet_.unit.SetText("Sekunden");
+  EXPECT_EQ(RectOf(Native(sheet_.box)).left, box.left) << "not before the present call is done";
+  Settle();
+  const RECT after = RectOf(Frame());
+  EXPECT_GT(after.right - after.left, before.right - before.left);
+  EXPECT_LE(RectOf(Native(sheet_.caption)).right, RectOf(Native(sheet_.box)).left);
+  EXPECT_LE(RectOf(Native(sheet_.box)).right, RectOf(Native(sheet_.unit)).left);
+  EXPECT_LE(RectOf(Native(sheet_.unit)).right, Client().right);
+}
+
+TEST_F(UiWindow, SizesStayBetweenTheLeastAndTheScreen) {
+  Show(sheet_);
+  const ui::Bounds first = sheet_.GetBounds();
+  sheet_.Resize(10, 10);
+  EXPECT_EQ(sheet_.GetBounds().width, first.width);
+  EXPECT_EQ(sheet_.GetBounds().height, first.height);
+  MINMAXINFO limits = {};
+  SendMessageW(Frame(), WM_GETMINMAXINFO, 0, reinterpret_cast<LPARAM>(&limits));
+  EXPECT_EQ(limits.ptMinTrackSize.x, first.width);
+  EXPECT_EQ(limits.ptMinTrackSize.y, first.height);
+
+  sheet_.Resize(first.width + 150, first.height + 40);
+  Settle();
+  EXPECT_EQ(sheet_.GetBounds().width, first.width + 150);
+  EXPECT_NEAR(RectOf(Native(sheet_.button)).right, Client().right, 25) << "the spring follows the window";
+  sheet_.Resize(100000, 100000);
+  RECT work = {};
+  SystemParametersInfoW(SPI_GETWORKAREA, 0, &work, 0);
+  EXPECT_LE(sheet_.GetBounds().width, work.right - work.left);
+  sheet_.Resize(0, 0);
+  sheet_.Move(33, 44);
+  EXPECT_EQ(sheet_.GetBounds().left, 33);
+  EXPECT_EQ(sheet_.GetBounds().top, 44);
+}
+
+TEST_F(UiWindow, ClosingAsksFirst) {
+  bool mayClose = false;
+  int asked = 0;
+  int closed = 0;
+  sheet_.onQueryClose = [&] {
+    // A second request while the first one is being answered is no second question.
+    SendMessageW(Frame(), WM_CLOSE, 0, 0);
+    ++asked;
+    return mayClose;
+  };
+  sheet_.onClosed = [&] { ++closed; };
+  Show(sheet_);
+  SendMessageW(Frame(), WM_CLOSE, 0, 0);
+  EXPECT_EQ(asked, 1);
+  EXPECT_TRUE(IsWindowVisible(Frame()));
+  mayClose = true;
+  SendMessageW(Frame(), WM_CLOSE, 0, 0);
+  EXPECT_FALSE(IsWindowVisible(Frame()));
+  EXPECT_FALSE(sheet_.Visible());
+  EXPECT_EQ(closed, 1);
+}
+
+TEST_F(UiWindow, StatesGoBothWays) {
+  Show(sheet_);
+  sheet_.SetState(ui::WindowState::kMaximized);
+  EXPECT_TRUE(IsZoomed(Frame()));
+  ShowWindow(Frame(), SW_MINIMIZE);
+  Settle();
+  EXPECT_EQ(sheet_.State(), ui::WindowState::kMinimized);
+  sheet_.BringToFront();
+  Settle();
+  EXPECT_NE(sheet_.State(), ui::WindowState::kMinimized);
+
+  ui::Window fixed("fFixed");
+  fixed.resizable = false;
+  toolkit_.Realize(fixed);
+  EXPECT_ANY_THROW(fixed.SetState(ui::WindowState::kMaximized));
+  EXPECT_EQ(fixed.State(), ui::WindowState::kNormal);
+  toolkit_.Discard(fixed);
+}
+
+TEST_F(UiWindow, ActivationIsToldAndMayCloseTheWindow) {
+  int activations = 0;
+  sheet_.onActivate = [&] {
+    ++activations;
+    sheet_.Hide();
+  };
+  toolkit_.Realize(sheet_);
+  sheet_.Show();
+  EXPECT_EQ(activations, 0) << "never from inside Show";
+  EXPECT_TRUE(RunUntil([&] { return activations == 1 && !IsWindowVisible(Frame()); }));
+  toolkit_.Discard(sheet_);
+}
+
+TEST_F(UiWindow, ADialogStandsOverItsBusyWindowAndGivesWayToIt) {
+  Show(sheet_);
+  MoveFocus(sheet_.box);
+  ui::Window dialog("fDialog");
+  ui::TextBox box(dialog, "box");
+  dialog.resizable = false;
+  dialog.SetLayout(ui::Item(box));
+  sheet_.SetAcceptsInput(false);
+  Show(dialog);
+  EXPECT_EQ(GetWindow(toolkit_.HandleOf(dialog), GW_OWNER), Frame());
+  loop_.Post([&] { dialog.Close(); });
+  loop_.RunUntil([&] { return !dialog.Visible(); });
+  EXPECT_EQ(GetActiveWindow(), Frame());
+  sheet_.SetAcceptsInput(true);
+  Settle();
+  EXPECT_EQ(Focused(), "fSheet.box");
+
+  dialog.Show();
+  toolkit_.Discard(sheet_);
+  EXPECT_TRUE(IsWindow(toolkit_.HandleOf(dialog))) << "a dialog outlives the window it stood over";
+  toolkit_.Discard(dialog);
+}
+
+TEST_F(UiWindow, MenuKeysAndEntriesRunTheirCommands) {
+  std::vector<std::string> ran;
+  const auto run = [&](const char* what) { return [&ran, what] { ran.push_back(what); }; };
+  sheet_.menu = {
+      {"&File",
+       {},
+       {{"&Apply\tF2", run("apply"), {}}, {"", {}, {}}, {"&More", {}, {{"Deep", run("deep"), {}}}}}},
+      {"&Refresh\tF5", run("refresh"), {}}};
+  Show(sheet_);
+  MoveFocus(sheet_.box);
+  Press(VK_F5);
+  Press(VK_F2);
+  Press(VK_F3);
+  const HMENU more = GetSubMenu(GetSubMenu(GetMenu(Frame()), 0), 2);
+  SendMessageW(Frame(), WM_COMMAND, GetMenuItemID(more, 0), 0);
+  EXPECT_EQ(ran, (std::vector<std::string>{"refresh", "apply", "deep"}));
+
+  ran.clear();
+  sheet_.menu = {{"&Aktualisieren\tF6", run("refresh"), {}}};
+  sheet_.caption.SetText("Kurz");
+  Settle();
+  EXPECT_EQ(GetMenuItemCount(GetMenu(Frame())), 1) << "new captions come with the next arrangement";
+  Press(VK_F5);
+  Press(VK_F6);
+  sheet_.SetAcceptsInput(false);
+  SendMessageW(Frame(), WM_COMMAND, GetMenuItemID(GetMenu(Frame()), 0), 0);
+  EXPECT_EQ(ran, std::vector<std::string>{"refresh"});
+}
+
+TEST(UiMenu, AcceleratorsAreReadFromCaptions) {
+  const struct {
+    const wchar_t* caption;
+    WORD key;
+    int modifiers;
+  } cases[] = {
+      {L"&Save\tCtrl+S", 'S', FCONTROL},
+      {L"Help\tF1", VK_F1, 0},
+      {L"Last\tShift+F24", VK_F24, FSHIFT},
+      {L"All\tCtrl+Shift+Alt+7", '7', FCONTROL | FSHIFT | FALT},
+      {L"Delete\tDel", VK_DELETE, 0},
+      {L"no key", 0, 0},
+      {L"wrong\tF25", 0, 0},
+      {L"wrong\tCtrl+", 0, 0},
+      {L"wrong\tHyper+S", 0, 0},
+      {L"wrong\tFx", 0, 0},
+  };
+  for (const auto& test : cases) {
+    const ACCEL accelerator = win32::ParseAccelerator(test.caption);
+    EXPECT_EQ(accelerator.key, test.key) << win32::Utf8(test.caption);
+    if (test.key) {
+      EXPECT_EQ(accelerator.fVirt, test.modifiers | FVIRTKEY) << win32::Utf8(test.caption);
+    }
+  }
+}
+
+class UiLoop : public UiTest {};
+
+TEST_F(UiLoop, PostedWorkRunsLaterInItsOrder) {
+  std::string order;
+  loop_.Post([&] {
+    order += "1";
+    loop_.Post([&] { order += "3"; });
+  });
+  loop_.Post([] { throw std::runtime_error("posted work failed"); });
+  loop_.Post([&] { order += "2"; });
+  EXPECT_EQ(order, "");
+  EXPECT_TRUE(RunUntil([&] { return order == "123"; })) << order;
+  EXPECT_EQ(faults_, std::vector<std::string>{"posted work failed"});
+}
+
+TEST_F(UiLoop, ATimerTicksUntilItIsStopped) {
+  int ticks = 0;
+  ui::Timer timer(loop_, std::chrono::milliseconds(10));
+  timer.onTick = [&] {
+    if (++ticks == 3) timer.Stop();
+  };
+  timer.Start();
+  EXPECT_TRUE(RunUntil([&] { return ticks == 3; }));
+  Sleep(50);
+  Settle();
+  EXPECT_EQ(ticks, 3);
+  auto dying = std::make_unique<ui::Timer>(loop_, std::chrono::milliseconds(10));
+  dying->onTick = [&] {
+    dying.reset();
+    ++ticks;
+  };
+  dying->Start();
+  EXPECT_TRUE(RunUntil([&] { return ticks == 4; })) << "a timer may be destroyed by its own tick";
+}
+
+TEST_F(UiLoop, ATurnComesBackFromWorkWithoutEnd) {
+  std::function<void()> again = [&] { loop_.Post(again); };
+  again();
+  loop_.Turn();
+  again = [] {};
+}
+
+TEST_F(UiLoop, QuitEndsTheLoopAlsoFromInsideATurn) {
+  loop_.Post([&] {
+    loop_.Quit();
+    loop_.Turn();
+    loop_.RunUntil([] { return false; });
+  });
+  EXPECT_EQ(loop_.Run(), 0);
+}
+
+}  // namespace
+}  // namespace ui_test
