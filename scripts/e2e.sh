@@ -22,7 +22,7 @@ fi
 export PROGRAMS=build/e2e
 rm -rf "$PROGRAMS"
 mkdir -p "$PROGRAMS"
-cp -r build/win64/*.exe build/win64/data "$PROGRAMS" 2>/dev/null
+cp -r build/win64/*.exe build/win64/*.dll build/win64/data "$PROGRAMS" 2>/dev/null
 rm -f "$PROGRAMS"/*_tests.exe
 
 run_script() {

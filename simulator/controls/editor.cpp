@@ -30,10 +30,15 @@ constexpr automation::MemberOf<Editor> Editor::kMembers[] = {
 Editor::Editor(const std::string& name) : window_(name) { window_.SetAcceptsInput(false); }
 
 void Editor::Initialize(const Arguments& arguments) {
-  Finish();
-  const automation::Object device = arguments[0].AsObject();
-  if (!device) throw base::Error("Initialize needs the device.");
-  Open(device, arguments[1].AsWhole(), arguments[2].AsText());
+  open_ = false;
+  try {
+    const automation::Object device = arguments[0].AsObject();
+    if (!device) throw base::Error("Initialize needs the device.");
+    Open(device, arguments[1].AsWhole(), arguments[2].AsText());
+  } catch (...) {
+    Finish();
+    throw;
+  }
   open_ = true;
   window_.SetAcceptsInput(true);
 }

@@ -33,9 +33,10 @@ SensorVariable::SensorVariable() : Editor("ctlSensorNV") {
   lblName_.SetText("Network variable");
   lblType_.SetText("Type");
   lstType_.onClick = [this] { ShowMeaning(); };
-  GetWindow().SetLayout(ui::Box(
-      fraVariable_, ui::Stack({ui::Grid(2, {ui::Item(lblName_), ui::Item(lblVariable_), ui::Item(lblType_),
-                                            ui::Item(lstType_), ui::Empty(), ui::Item(lblMeaning_)})})));
+  GetWindow().SetLayout(
+      ui::Box(fraVariable_,
+              ui::Stack({ui::Grid(3, {ui::Item(lblName_), ui::Span(2, ui::Item(lblVariable_)),
+                                      ui::Item(lblType_), ui::Item(lstType_), ui::Item(lblMeaning_)})})));
 }
 
 void SensorVariable::Open(const automation::Object& device, int number, const std::string& choice) {

@@ -13,6 +13,7 @@
 #include "platform/win32/client_watch.h"
 #include "platform/win32/com_object.h"
 #include "platform/win32/com_server.h"
+#include "platform/win32/control_host.h"
 #include "platform/win32/file_dialog.h"
 #include "platform/win32/files.h"
 #include "platform/win32/help_viewer.h"
@@ -42,17 +43,6 @@ std::vector<win32::ServerClass> Classes(MakeObject make = {}) {
            DIID__OVXPlugInAPI}};
 }
 
-/// Stands where the container of ActiveX controls comes.
-class NoControls : public ui::ControlHost {
- public:
-  automation::Object Create(ui::ControlSite&, const std::string& programId,
-                            std::function<void(const std::string&)>) override {
-    throw automation::Error(automation::kApplicationDefined,
-                            "The control " + programId + " cannot be shown.");
-  }
-  void Destroy(ui::ControlSite&) override {}
-};
-
 hosting::ProgramIdentity Identity() {
   const win32::ProgramVersion version = win32::OwnVersion();
   return {version.product, version.company, version.major, version.minor, version.revision};
@@ -81,7 +71,7 @@ int ServeHost() {
   win32::MessagePrompts prompts(toolkit);
   win32::SaveDialog fileDialog(toolkit);
   win32::HtmlHelpViewer help;
-  NoControls controls;
+  win32::ActiveXHost controls(toolkit, loop);
   win32::WindowsRegistry registry;
   win32::WindowsLocale locale;
   const shell::Platform platform{.toolkit = &toolkit,

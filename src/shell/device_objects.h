@@ -5,7 +5,6 @@
 #include <array>
 #include <map>
 #include <string>
-#include <string_view>
 #include <vector>
 
 #include "automation/object.h"
@@ -39,26 +38,21 @@ struct NetworkVariable {
   bool fetched_ = false;
 };
 
-struct CaseBlind {
-  using is_transparent = void;
-  bool operator()(std::string_view left, std::string_view right) const;
-};
-
-/// Objects by name, without regard to case, as the platform's keyed collections compare their keys.
-template <class T>
-class KeyedCollection {
+/// The network variables of one LonMark object, keyed by name. The host's own collection is keyed too, so
+/// each variable is fetched from it by its name when it is first asked for: most of a device's variables
+/// never are.
+class VariableCollection {
  public:
-  void Add(const std::string& name, T item) { items_.insert_or_assign(name, std::move(item)); }
-  T* Find(std::string_view name) {
-    const auto found = items_.find(name);
-    return found == items_.end() ? nullptr : &found->second;
-  }
-  /// Throws base::Error naming what is missing.
-  T& operator[](std::string_view name);
-  std::size_t Count() const { return items_.size(); }
+  VariableCollection() = default;
+  explicit VariableCollection(automation::Object lonMarkObject) : owner_(std::move(lonMarkObject)) {}
+
+  /// Throws automation::Error for a name that the object does not have.
+  NetworkVariable& operator[](const std::string& name);
 
  private:
-  std::map<std::string, T, CaseBlind> items_;
+  automation::Object owner_;
+  automation::Object collection_;
+  std::map<std::string, NetworkVariable> variables_;
 };
 
 struct DeviceObjects {
@@ -66,20 +60,20 @@ struct DeviceObjects {
   static constexpr int kOutputs = 7;
 
   automation::Object Device;
-  KeyedCollection<automation::Object> LonMarkObjectsByName;
+  automation::Object LonMarkObjectsByName;  // the host's collection, which takes names
   automation::Object NodeObject;
   automation::Object RoofTopObject;
   PropertyCollection NodeProperties;
-  KeyedCollection<NetworkVariable> NodeVariables;
+  VariableCollection NodeVariables;
   PropertyCollection RoofTopProperties;
-  KeyedCollection<NetworkVariable> RoofTopVariables;
+  VariableCollection RoofTopVariables;
   std::vector<automation::Object> HardwareInputs;
   // Indexed by the input's or output's own number; entry 0 exists and is never filled.
   std::array<PropertyCollection, kInputs + 1> InputProperties;
-  std::array<KeyedCollection<NetworkVariable>, kInputs + 1> InputVariables;
+  std::array<VariableCollection, kInputs + 1> InputVariables;
   std::vector<automation::Object> HardwareOutputs;
   std::array<PropertyCollection, kOutputs + 1> OutputProperties;
-  std::array<KeyedCollection<NetworkVariable>, kOutputs + 1> OutputVariables;
+  std::array<VariableCollection, kOutputs + 1> OutputVariables;
   // Entry k names the variable that carries output k + 1.
   std::array<std::string, kOutputs> ControlOutputNames;
   bool IsImperial = false;           // false: metric ("#SI") formats, true: imperial ("#US")

@@ -6,6 +6,7 @@
 #include "hosting/host_contract.h"
 #include "shell/host_transaction.h"
 #include "shell/unit_choice.h"
+#include "shell/window_place.h"
 
 namespace shell {
 namespace {
@@ -72,6 +73,7 @@ void fMain::BuildLayout() {
 }
 
 void fMain::ConnectHandlers() {
+  lblTitle.SetHeading(true);
   txtLocation.SetColumns(32);
   txtLocation.onChange = [this] { locationChanged_ = true; };
   lvwConfig.onSelect = [this](std::size_t index) {
@@ -225,6 +227,7 @@ void fMain::Load() {
 
 void fMain::ShowWindow() {
   if (platform_.toolkit && !GetWindowPeer()) platform_.toolkit->Realize(*this);
+  RestorePlace(*this, platform_.registry, settings_);
   Show();
 }
 
@@ -361,6 +364,7 @@ void fMain::EndPlugIn() {
     logger_.ShowMe();
     return;
   }
+  KeepPlace(*this, platform_.registry, settings_);
   logger_.Hide();
   TimerQuit.Start();
 }

@@ -235,6 +235,21 @@ TEST_F(ToolTest, HelpOpensThePagesTopic) {
   EXPECT_NE(LastMessage().find("TARN-M Help File.chm"), std::string::npos);
 }
 
+TEST_F(ToolTest, TheWindowComesBackWhereItWas) {
+  Open(tests::kAssigned);
+  Main().Move(120, 80);
+  Main().Resize(900, 500);
+  Main().Close();
+  for (const char* kept : {"", "120 80 900", "a b c d", "1 2 3 99999999"}) {
+    tests::Tool tool;
+    tool.registry = registry;
+    if (*kept) tool.registry.values[tool.program.GetSettings().settingsKey + "|WindowPlace"] = kept;
+    tool.Open(tests::kAssigned);
+    EXPECT_EQ(tool.Main().GetBounds().left, *kept ? 0 : 120) << kept;
+    EXPECT_EQ(tool.Main().GetBounds().height, *kept ? 0 : 500) << kept;
+  }
+}
+
 TEST_F(ToolTest, ErrorButtonTellsTheLevelAndAWarningBlinks) {
   Open(tests::kAssigned);
   auto& button = Find<ui::Button>("cmdErrorLog");

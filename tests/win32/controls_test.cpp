@@ -32,6 +32,13 @@ HRESULT CallLibrary(const char* entry) {
   return call ? call() : E_NOTIMPL;
 }
 
+void HoldShift(bool down) {
+  BYTE keys[256] = {};
+  GetKeyboardState(keys);
+  keys[VK_SHIFT] = down ? 0x80 : 0;
+  SetKeyboardState(keys);
+}
+
 struct Dialog : ui::Window {
   Dialog() : Window("fTest") {
     SetTitle("Sensor Configuration");
@@ -183,6 +190,17 @@ TEST_F(HostedControls, TheTabKeyPassesThroughTheControl) {
   EXPECT_EQ(visited, (std::vector<std::string>{"ctlConfigActuator.lstSignal", "ctlConfigActuator.lstSense",
                                                "ctlActuatorAnalog.txt(0)", "ctlActuatorAnalog.txt(1)",
                                                "fTest.txtAfter", "fTest.txtBefore"}));
+  visited.clear();
+  HoldShift(true);
+  for (int step = 0; step < 3; ++step) {
+    Press(VK_TAB);
+    visited.push_back(Focused());
+  }
+  EXPECT_EQ(visited, (std::vector<std::string>{"fTest.txtAfter", "ctlActuatorAnalog.txt(1)",
+                                               "ctlActuatorAnalog.txt(0)"}));
+  for (int step = 0; step < 3; ++step) Press(VK_TAB);
+  HoldShift(false);
+  EXPECT_EQ(Focused(), "fTest.txtBefore");
   // And the site itself gives the focus on.
   dialog_.ctlSite.Focus();
   Settle();

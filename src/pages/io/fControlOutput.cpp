@@ -81,7 +81,7 @@ void fControlOutput::BuildLayout() {
 }
 
 void fControlOutput::InitStrings() {
-  fraOutputs.SetText(Translate("Control output"));
+  fraOutputs.SetText(Translate("Outputs"));
   for (std::size_t c = 0; c < lblColumn.Size(); ++c) lblColumn[c].SetText(Translate(kColumns[c]));
   for (std::size_t i = 0; i < kOutputCount; ++i) {
     lblOutput[i].SetText(Translate("Output %s1%", {std::to_string(i + 1)}));

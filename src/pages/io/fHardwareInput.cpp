@@ -56,7 +56,7 @@ void fHardwareInput::BuildLayout() {
 }
 
 void fHardwareInput::InitStrings() {
-  fraInputs.SetText(Translate("Sensor Input"));
+  fraInputs.SetText(Translate("Inputs"));
   for (std::size_t c = 0; c < lblColumn.Size(); ++c) lblColumn[c].SetText(Translate(kColumns[c]));
   for (std::size_t i = 0; i < kInputs; ++i) {
     lblInput[i].SetText(Translate("Input %s1%", {std::to_string(i + 1)}));

@@ -14,7 +14,7 @@ namespace {
 
 constexpr int kCellPadding = 16;   // pixels at 96 dots per inch beside a cell's text
 constexpr int kListFrame = 28;     // pixels of a list's border and scroll bar
-constexpr int kTableWidth = 340;   // dialog units of a list of several columns
+constexpr int kTableWidth = 420;   // dialog units of a list of several columns
 constexpr int kTableHeight = 110;  // dialog units
 constexpr int kLeastWidth = 60;
 constexpr int kMostWidth = 160;

@@ -32,8 +32,9 @@ class FontMetrics {
   /// Pixels on this screen of a length that was designed for 96 dots per inch.
   int Scale(int pixels) const { return MulDiv(pixels, dpi_, 96); }
   int LineHeight() const { return lineHeight_; }
-  /// Height of a box with one line of text and a border, the same for text boxes and drop-down lists. The system draws
-  /// the text at the top of such a box, so that it must not be higher than this for labels to stand level with it.
+  /// Height of a box with one line of text and a border, the same for text boxes and drop-down lists. The
+  /// system draws the text at the top of such a box, so that it must not be higher than this for labels to
+  /// stand level with it.
   int BoxHeight() const { return lineHeight_ + 2 * GetSystemMetrics(SM_CYEDGE) + 4; }
 
   /// Size of a caption, without its mnemonic mark, broken at blanks where it is wider than `wrapWidth`.

@@ -18,8 +18,8 @@ constexpr ULONGLONG kLongestTurn = 200;  // milliseconds
 
 MessageLoop::MessageLoop(FaultSink onFault) : onFault_(std::move(onFault)) {
   RegisterWindowClass(kClass, &Procedure);
-  window_ = WindowHandle(CreateWindowExW(0, kClass, L"", 0, 0, 0, 0, 0, HWND_MESSAGE, nullptr,
-                                         ThisModule(), nullptr));
+  window_ = WindowHandle(
+      CreateWindowExW(0, kClass, L"", 0, 0, 0, 0, 0, HWND_MESSAGE, nullptr, ThisModule(), nullptr));
   if (!window_) throw base::Error("The message loop could not be set up: " + LastErrorText());
   SetWindowLongPtrW(window_.Get(), GWLP_USERDATA, reinterpret_cast<LONG_PTR>(this));
 }

@@ -8,8 +8,8 @@
 
 namespace win32 {
 
-/// Writes the classes with the path of this executable or library. `typeLibrary` is the number of its TYPELIB resource,
-/// 0 for none. Throws base::Error with the key and the reason; nothing half-written stays.
+/// Writes the classes with the path of this executable or library. `typeLibrary` is the number of its TYPELIB
+/// resource, 0 for none. Throws base::Error with the key and the reason; nothing half-written stays.
 void RegisterServer(const std::vector<ServerClass>& classes, int typeLibrary);
 
 /// Removes every key that RegisterServer wrote, for all users and for the present one; keys that are missing

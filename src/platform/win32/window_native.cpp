@@ -197,8 +197,9 @@ void NativeWindow::UpdateMenu() {
 void NativeWindow::SetIcons() {
   HICON large = nullptr;
   HICON small = nullptr;
-  const std::wstring file = data_->iconFile.empty() ? ProgramFile() : Wide(data_->iconFile);
-  ExtractIconExW(file.c_str(), 0, &large, &small, 1);
+  const std::wstring file = Wide(data_->iconFile);
+  if (!file.empty()) ExtractIconExW(file.c_str(), 0, &large, &small, 1);
+  if (!large) ExtractIconExW(ProgramFile().c_str(), 0, &large, &small, 1);
   largeIcon_ = IconHandle(large);
   smallIcon_ = IconHandle(small);
   SendMessageW(Window(), WM_SETICON, ICON_BIG, reinterpret_cast<LPARAM>(large));
@@ -218,7 +219,10 @@ void NativeWindow::PrepareToShow() {
     SetWindowLongPtrW(Window(), GWLP_HWNDPARENT, reinterpret_cast<LONG_PTR>(owner));
   }
   GrowToLeastSize(!data_->resizable);
-  if (!placed_) Centre();
+  RECT now = {};
+  GetWindowRect(Window(), &now);
+  // A remembered place may lie on a screen that is gone.
+  if (!placed_ || !MonitorFromRect(&now, MONITOR_DEFAULTTONULL)) Centre();
 }
 
 void NativeWindow::SetVisible(bool visible) {
