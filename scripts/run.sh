@@ -20,4 +20,6 @@ if user_display; then
 fi
 say "  No display here: a scripted job runs instead, on a private one"
 take_shots tests/e2e/main-job.sim
-finish $?
+status=$?
+grep -ho 'stored .*' "$logs/e2e-main-job.sim.log" | sed 's/^/  /'
+finish $status

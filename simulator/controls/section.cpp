@@ -3,7 +3,7 @@
 namespace controls {
 namespace {
 
-constexpr int kBoxColumns = 8;
+constexpr int kBoxColumns = 7;
 
 std::string Numbered(const char* name, std::size_t number) {
   return std::string(name) + "(" + std::to_string(number) + ")";

@@ -64,7 +64,8 @@ Object Value::AsObject() const {
 
 Value Object::Invoke(Access access, std::string_view member, std::span<const Value> arguments) const {
   if (!target_) throw Error(kTypeMismatch, "There is no object to ask for " + std::string(member) + ".");
-  const std::shared_ptr<Target> target = target_;  // this object may be reassigned while the call is under way
+  const std::shared_ptr<Target> target =
+      target_;  // this object may be reassigned while the call is under way
   return target->Invoke(access, member, arguments);
 }
 

@@ -98,6 +98,7 @@ void fMain::ConnectHandlers() {
   logger_.ClearEvent = [this] { cmdErrorLog.SetPicture(kNoMessage); };
   tmrBlink.onTick = [this] { Blink(); };
   TimerQuit.onTick = [this] {
+    if (busy_) return;  // the host let go in the middle of a command, which still uses its objects
     TimerQuit.Stop();
     ReleaseHost();
     onEnd_();
@@ -222,7 +223,7 @@ void fMain::Load() {
       throw;
     }
   });
-  ShowWindow();
+  if (!ending_) ShowWindow();
 }
 
 void fMain::ShowWindow() {

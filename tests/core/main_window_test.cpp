@@ -250,6 +250,18 @@ TEST_F(ToolTest, TheWindowComesBackWhereItWas) {
   }
 }
 
+TEST_F(ToolTest, AHostThatLetsGoInTheMiddleOfALoadEndsTheToolAfterwards) {
+  loop.onTurn = [this] {
+    program.HostLetGo();
+    loop.Tick();
+  };
+  Open(tests::kAssigned);
+  EXPECT_FALSE(quit);
+  EXPECT_EQ(Main().Pages().Count(), Main().Pages().Table().size());
+  loop.Tick();
+  EXPECT_TRUE(quit);
+}
+
 TEST_F(ToolTest, ErrorButtonTellsTheLevelAndAWarningBlinks) {
   Open(tests::kAssigned);
   auto& button = Find<ui::Button>("cmdErrorLog");

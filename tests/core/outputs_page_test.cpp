@@ -1,12 +1,17 @@
 #include <algorithm>
+#include <filesystem>
+#include <fstream>
+#include <sstream>
 
-#include "base/record.h"
+#include "base/text.h"
 #include "editor.h"
 #include "pages/io/assignment_rules.h"
 #include "pages/io/output_functions.h"
 #include "tool_test.h"
 
 namespace {
+
+namespace fs = std::filesystem;
 
 using pages::OutputFunctions;
 using tests::ToolTest;
@@ -291,6 +296,54 @@ TEST_F(OutputsTest, TheActuatorDialogWritesThroughItsControl) {
   EXPECT_TRUE(editor->finished);
   EXPECT_TRUE(controls.alive.empty());
   EXPECT_TRUE(Main().AcceptsInput());
+}
+
+// The virtual building of a newer controller: it knows an output function that this tool does not.
+class NewerBuilding {
+ public:
+  NewerBuilding() {
+    fs::create_directory(folder_);
+    for (const auto& file : fs::directory_iterator(SIM_DATA_DIR)) {
+      std::stringstream content;
+      content << std::ifstream(file.path()).rdbuf();
+      std::string text =
+          base::ReplaceAll(content.str(), "\"BYPASS_DAMPER_MOD\"]", "\"BYPASS_DAMPER_MOD\", \"SOLAR_PUMP\"]");
+      text = base::ReplaceAll(text, "\"HardwareOutput4.3\": \"COOLING_2\"",
+                              "\"HardwareOutput4.3\": \"SOLAR_PUMP\"");
+      std::ofstream(folder_ / file.path().filename()) << text;
+    }
+  }
+  NewerBuilding(const NewerBuilding&) = delete;
+  NewerBuilding& operator=(const NewerBuilding&) = delete;
+  ~NewerBuilding() { fs::remove_all(folder_); }
+
+  simulator::BuildingOptions Options() const {
+    simulator::BuildingOptions options;
+    options.dataFolder = folder_;
+    return options;
+  }
+
+ private:
+  const fs::path folder_ = fs::temp_directory_path() / "tarn_newer_building";
+};
+
+TEST(NewerDevice, KeepsAFunctionThatTheToolDoesNotKnow) {
+  const NewerBuilding newer;
+  tests::Tool tool(newer.Options());
+  tool.Open(tests::kAssigned);
+  const auto stored = [&tool](int number, int property, const char* format) {
+    return tool.building.StoredText(tests::kAssigned, "HardwareOutput" + std::to_string(number), property,
+                                    format);
+  };
+  EXPECT_EQ(tool.Find<ui::ListBox>("fControlOutput.cboOutput(3)").SelectedText(), "SOLAR_PUMP");
+  EXPECT_FALSE(tool.Find("fControlOutput.chkOver(3)").Enabled());
+  const std::string over = stored(4, 4, "SNVT_switch");
+  EXPECT_TRUE(tool.Find<ui::ListBox>("fControlOutput.cboOutput(4)").Choose("FAN_SPEED_MOD"));
+  tool.Click("cmdApply");
+  EXPECT_EQ(tool.LastMessage(), "Apply/Main: The configuration settings were applied successfully");
+  EXPECT_EQ(stored(5, 3, "UCPTroofTopOutputType"), "FAN_SPEED_MOD");
+  EXPECT_EQ(stored(4, 3, "UCPTroofTopOutputType"), "SOLAR_PUMP");
+  EXPECT_EQ(stored(4, 4, "SNVT_switch"), over);
 }
 
 }  // namespace

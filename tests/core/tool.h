@@ -18,7 +18,7 @@ constexpr const char* kPressure = "RTU-3 Laboratory";    // fan speed and bypass
 constexpr const char* kNoTemplate = "Cold store (old program)";
 
 struct Tool : StandIns {
-  Tool() {
+  explicit Tool(const simulator::BuildingOptions& options = Options()) : building(options) {
     api.Put("NetworkName", building.NetworkName());
     api.Put("NetworkIpAddress", building.IpAddress());
     api.Put("NetworkIpPort", building.Port());
@@ -97,7 +97,7 @@ struct Tool : StandIns {
     return building.StoredText(device, "RoofTopObject", number, format, precision);
   }
 
-  simulator::Building building{Options()};
+  simulator::Building building;
   automation::Bytes templateContent;
   std::vector<std::string> filesRead;
   hosting::PlugInDescription description = hosting::BuildDescription({"Tool", "Veldran, Inc", 1, 2, 3});
