@@ -21,5 +21,5 @@ fi
 say "  No display here: a scripted job runs instead, on a private one"
 take_shots tests/e2e/main-job.sim
 status=$?
-grep -ho 'stored .*' "$logs/e2e-main-job.sim.log" | sed 's/^/  /'
+grep -hE '^ +(metric:|imperial:|refused:|30.5 stored)' "$logs/e2e-main-job.sim.log" | sed 's/^      //'
 finish $status

@@ -3,6 +3,8 @@
 #include <algorithm>
 #include <initializer_list>
 
+#include "base/text.h"
+
 namespace pages {
 namespace {
 
@@ -68,11 +70,11 @@ const InputFunction* FindInputFunction(std::string_view function) {
 std::optional<InputDefaults> DefaultsOf(std::string_view function, const base::Numbers& numbers) {
   const auto* row = std::ranges::find(kDefaults, function, &DefaultRow::function);
   if (row == std::end(kDefaults)) return std::nullopt;
-  std::string text;
-  for (const double value : row->values) text += (text.empty() ? "" : " ") + numbers.Text(value, 1);
-  return InputDefaults{
-      {{kSensorType, "UCPTsensorType", std::string(row->sensor)}, {row->number, row->format, text}},
-      row->variableType};
+  std::vector<std::string> texts;
+  for (const double value : row->values) texts.push_back(numbers.Text(value, 1));
+  return InputDefaults{{{kSensorType, "UCPTsensorType", std::string(row->sensor)},
+                        {row->number, row->format, base::Join(texts, " ")}},
+                       row->variableType};
 }
 
 }  // namespace pages

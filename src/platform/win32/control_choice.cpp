@@ -21,7 +21,7 @@ class NativeListBox : public NativeControl {
   using NativeControl::NativeControl;
 
   ui::Size Measure() const override {
-    const int wanted = longest_ + Metrics().Scale(kListPadding);
+    const int wanted = Longest() + Metrics().Scale(kListPadding);
     return {std::clamp(wanted, Metrics().X(kLeastWidth), Metrics().X(kMostWidth)), Metrics().BoxHeight()};
   }
 
@@ -63,21 +63,29 @@ class NativeListBox : public NativeControl {
     return SendMessageW(GetParent(Window()), message, wParam, lParam);
   }
 
+  // Width of the longest entry in pixels; known before there is a native window.
+  int Longest() const {
+    if (measuredItems_ == List().Items()) return longest_;
+    measuredItems_ = List().Items();
+    longest_ = 0;
+    for (const std::string& item : measuredItems_) longest_ = std::max(longest_, Metrics().Width(Wide(item)));
+    return longest_;
+  }
+
   void Fill() {
     shown_ = List().Items();
-    longest_ = 0;
     SendMessageW(Window(), CB_RESETCONTENT, 0, 0);
     for (const std::string& item : shown_) {
       const std::wstring text = Wide(item);
       SendMessageW(Window(), CB_ADDSTRING, 0, reinterpret_cast<LPARAM>(text.c_str()));
-      longest_ = std::max(longest_, Metrics().Width(text));
     }
-    SendMessageW(Window(), CB_SETDROPPEDWIDTH, static_cast<WPARAM>(longest_ + Metrics().Scale(kListPadding)),
+    SendMessageW(Window(), CB_SETDROPPEDWIDTH, static_cast<WPARAM>(Longest() + Metrics().Scale(kListPadding)),
                  0);
   }
 
   std::vector<std::string> shown_;
-  int longest_ = 0;  // pixels
+  mutable std::vector<std::string> measuredItems_;
+  mutable int longest_ = 0;
 };
 
 class NativeProgressBar : public NativeControl {

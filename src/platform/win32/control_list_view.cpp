@@ -141,6 +141,8 @@ void NativeListView::FitColumns() {
   fits_ = List().Fits();
   for (std::size_t i = 0; i < shownColumns_.size(); ++i) Send(LVM_SETCOLUMNWIDTH, i, ColumnWidth(i));
   FillWidth();
+  // A cell that was cut off would keep its dots.
+  InvalidateRect(Window(), nullptr, TRUE);
 }
 
 int NativeListView::ColumnWidth(std::size_t column) const {

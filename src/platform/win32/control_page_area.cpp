@@ -85,7 +85,6 @@ void NativePageArea::AddPage(ui::Form& form) {
   if (!window) throw base::Error("The page " + form.Name() + " could not be created: " + LastErrorText());
   SetWindowLongPtrW(window.Get(), GWLP_USERDATA, reinterpret_cast<LONG_PTR>(&Context()));
   auto native = std::make_shared<NativeForm>(Context(), Form().Top(), form, window.Get());
-  native->CreateControls();
   pages_.push_back({&form, std::move(window), std::move(native)});
 }
 
@@ -105,6 +104,7 @@ void NativePageArea::ShowPage() {
     if (IsWindowVisible(page.window.Get()) && page.data != shown_) before = &page;
   }
   if (Page* page = Shown()) {
+    page->form->CreateControls();
     ScrollTo(SB_HORZ, 0);
     ScrollTo(SB_VERT, 0);
     ArrangeShown();

@@ -5,6 +5,7 @@
 #include <windowsx.h>
 
 #include <algorithm>
+#include <utility>
 
 #include "platform/win32/utf.h"
 #include "platform/win32/window_native.h"
@@ -32,18 +33,22 @@ bool TakesKeys(const ui::Control& control) {
 NativeForm::NativeForm(UiContext& context, NativeWindow& top, ui::Form& form, HWND window)
     : context_(context), top_(top), form_(&form), window_(window) {
   name_.emplace(window, form.Name());
+  for (ui::Control* control : ui::PlacedControls(form.GetLayout())) {
+    controls_.push_back(MakeNativeControl(*this, *control));
+    byControl_[control] = controls_.back().get();
+  }
+  form.SetPeer(this);
 }
 
 NativeForm::~NativeForm() { Detach(); }
 
 void NativeForm::CreateControls() {
-  form_->SetPeer(this);
+  if (std::exchange(created_, true)) return;
   const ui::Control* before = nullptr;
-  for (ui::Control* control : ui::PlacedControls(form_->GetLayout())) {
-    controls_.push_back(MakeNativeControl(*this, *control));
-    byControl_[control] = controls_.back().get();
-    controls_.back()->Create(top_.IdOf(*control), StartsGroup(*control, before));
-    if (TakesKeys(*control)) before = control;
+  for (const auto& native : controls_) {
+    const ui::Control& control = native->Control();
+    native->Create(top_.IdOf(control), StartsGroup(control, before));
+    if (TakesKeys(control)) before = &control;
   }
 }
 
@@ -84,8 +89,8 @@ void NativeForm::QueueArrange() {
 void NativeForm::Changed(ui::Control& control, ui::Aspect aspect) {
   NativeControl* native = Find(control);
   if (!native) return;
-  native->Mirror(aspect);
-  const bool frame = control.GetKind() == ui::Kind::kFrame;
+  if (created_) native->Mirror(aspect);
+  const bool frame = created_ && control.GetKind() == ui::Kind::kFrame;
   if (frame && (aspect == ui::Aspect::kEnabled || aspect == ui::Aspect::kVisible)) {
     for (const auto& other : controls_) other->Mirror(aspect);
   }
@@ -94,7 +99,8 @@ void NativeForm::Changed(ui::Control& control, ui::Aspect aspect) {
 }
 
 void NativeForm::TakeFocus(ui::Control& control) {
-  if (NativeControl* native = Find(control)) native->TakeFocus();
+  NativeControl* native = Find(control);
+  if (native && created_) native->TakeFocus();
 }
 
 void NativeForm::ShowTip(const NativeControl& control) {

@@ -22,7 +22,8 @@ class NativeForm : public ui::Peer, public ui::Metrics, public std::enable_share
   NativeForm(UiContext& context, NativeWindow& top, ui::Form& form, HWND window);
   ~NativeForm() override;
 
-  /// Creates all controls of the layout, in its order. Throws base::Error.
+  /// Creates the native windows of all controls of the layout, in its order, unless that is done. Until then
+  /// the form can only be measured, which is all that a page needs before it is shown. Throws base::Error.
   void CreateControls();
   /// Ends the connection with the form, which may then be destroyed. No handler runs any more.
   void Detach();
@@ -61,6 +62,7 @@ class NativeForm : public ui::Peer, public ui::Metrics, public std::enable_share
   std::optional<WindowName> name_;
   std::vector<std::unique_ptr<NativeControl>> controls_;  // in the order of the layout
   std::unordered_map<const ui::Control*, NativeControl*> byControl_;
+  bool created_ = false;
   HWND tips_ = nullptr;  // owned by window_
   mutable std::optional<ui::Size> minimum_;
 };

@@ -18,6 +18,13 @@ void LoadControlClasses() {
   InitCommonControlsEx(&classes);
 }
 
+// With its first window a process loads the display driver, which the user need not wait for later: the host
+// is still handing over its properties now.
+void LoadDisplay() {
+  const WindowHandle window(
+      CreateWindowExW(0, L"STATIC", L"", WS_OVERLAPPED, 0, 0, 1, 1, nullptr, nullptr, ThisModule(), nullptr));
+}
+
 }  // namespace
 
 NativeWindow* UiContext::FrontWindow() const {
@@ -28,6 +35,7 @@ NativeWindow* UiContext::FrontWindow() const {
 
 NativeToolkit::NativeToolkit(MessageLoop& loop) : loop_(loop) {
   LoadControlClasses();
+  LoadDisplay();
   context_ = std::make_unique<UiContext>(loop);
   loop_.AddFilter(*this);
 }
