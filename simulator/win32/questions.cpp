@@ -28,10 +28,13 @@ std::string StoredValue(Stage& stage, Words words) {
   return std::string(base::Record(text).Field(static_cast<std::size_t>(field)));
 }
 
-std::string ShownText(Stage&, Words words) {
+std::string ShownText(Stage& stage, Words words) {
   if (words.size() != 1) throw base::Error("text wants the NAME of a window or control");
-  HWND window = FindNamed(words[0].text);
-  if (!window) throw base::Error("there is no \"" + words[0].text + "\"");
+  HWND window = nullptr;
+  stage.patience.Until([&]() -> std::string {
+    window = FindNamed(words[0].text);
+    return window ? "" : "there is no \"" + words[0].text + "\"";
+  });
   return TextOf(window);
 }
 
