@@ -1,5 +1,6 @@
 #include "pages/page_table.h"
 
+#include "pages/control/fFanValve.h"
 #include "pages/control/fPID.h"
 #include "pages/io/fControlOutput.h"
 #include "pages/io/fHardwareInput.h"
@@ -15,6 +16,7 @@ std::unique_ptr<shell::ISubForm> Create(const shell::PageContext& context, int h
 constexpr shell::PageEntry kTable[] = {
     {"Inputs", "Object Inputs", "fHardwareInput", 14, true, Create<fHardwareInput>},
     {"Outputs", "Object Outputs", "fControlOutput", 19, true, Create<fControlOutput>},
+    {"Fan-Valve", "Fan-Valve", "fFanValve", 44, true, Create<fFanValve>},
     {"PID", "PID", "fPID", 45, true, Create<fPID>},
 };
 

@@ -262,6 +262,7 @@ void fMain::ShowPage(std::size_t index) {
   shownPage_ = index;
   const PageEntry& entry = pages_.Table()[index];
   lvwConfig.SetSelection({index});
+  pages_.Page(index).PageShown();
   Picture1.Show(pages_.Page(index));
   lblTitle.SetText(strings_.FormatStrings("%s% Configuration", {std::string(entry.title)}));
 }

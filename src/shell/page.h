@@ -37,6 +37,8 @@ class ISubForm : public ui::Form {
   virtual void EndWriteValue() = 0;
   /// The page's topic number in the help file.
   virtual int HelpIndex() = 0;
+  /// Called each time the page comes into view, for a page that follows choices on other pages.
+  virtual void PageShown() {}
 };
 
 /// Flags that all pages share.

@@ -1,5 +1,6 @@
 #include "pages/control/control_page.h"
 
+#include "base/text.h"
 #include "hosting/host_contract.h"
 
 namespace pages {
@@ -22,12 +23,20 @@ void ControlPage::BindFormats(std::span<const PropertyFormat> table) {
   }
 }
 
-base::Record ControlPage::ReadRecord(const PropertyFormat& property) {
+std::string ControlPage::ReadText(const PropertyFormat& property) {
   return NamingProperty(property.type, [&] {
     const automation::Object& object = Property(property.number);
     object.Put(host::kPrecision, IsImperial() ? property.imperialPrecision : property.metricPrecision);
-    return base::Record(object.Text(host::kValue));
+    return object.Text(host::kValue);
   });
+}
+
+void ControlPage::WriteText(const PropertyFormat& property, const ui::TextBox& box) {
+  NamingProperty(property.type, [&] { Property(property.number).Put(host::kValue, base::Trim(box.Text())); });
+}
+
+base::Record ControlPage::ReadRecord(const PropertyFormat& property) {
+  return base::Record(ReadText(property));
 }
 
 void ControlPage::ChangeRecord(const PropertyFormat& property,

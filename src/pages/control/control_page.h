@@ -31,6 +31,9 @@ class ControlPage : public PageBase {
 
   /// Sets the format names of the properties in the order of the table, in the unit system in use.
   void BindFormats(std::span<const PropertyFormat> table);
+  /// Sets the precision and reads the value; and writes a value of one field.
+  std::string ReadText(const PropertyFormat& property);
+  void WriteText(const PropertyFormat& property, const ui::TextBox& box);
   /// Sets the precision and reads the value as a record.
   base::Record ReadRecord(const PropertyFormat& property);
   /// Read-modify-write: `change` replaces fields of the present value, all others are written back as they

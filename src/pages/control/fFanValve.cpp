@@ -1,0 +1,162 @@
+#include "pages/control/fFanValve.h"
+
+#include <algorithm>
+
+#include "base/text.h"
+#include "hosting/host_contract.h"
+
+namespace pages {
+namespace {
+
+constexpr PropertyFormat kCoolDriveTime = {24, "UCPTcoolValveDriveTime", Units::kNone, 1, 1};
+constexpr PropertyFormat kHeatDriveTime = {23, "UCPTheatValveDriveTime", Units::kNone, 1, 1};
+constexpr PropertyFormat kHeatMinimum = {25, "UCPTheatValveMinPos", Units::kNone, 3, 3};
+constexpr PropertyFormat kCoolMinimum = {26, "UCPTcoolValveMinPos", Units::kNone, 3, 3};
+constexpr PropertyFormat kFanSpeed = {28, "UCPTminFanSpeed", Units::kNone, 3, 3};
+constexpr PropertyFormat kFanPeriod = {22, "UCPTminFanOnOffPeriod", Units::kNone, 0, 0};
+constexpr PropertyFormat kThreshold = {29, "UCPTfanCurrentThreshold", Units::kNone, 1, 1};
+
+constexpr PropertyFormat kBindOrder[] = {kCoolDriveTime, kHeatDriveTime, kHeatMinimum, kCoolMinimum,
+                                         kFanSpeed,      kFanPeriod,     kThreshold};
+
+constexpr std::size_t kAlwaysOnOption = 63;
+constexpr std::size_t kInputStateOption = 53;
+
+constexpr std::size_t kFloatingOutputs = 6;  // only the first six outputs are looked at for floating valves
+constexpr int kSensorTypeProperty = 2;       // of an input
+
+}  // namespace
+
+fFanValve::fFanValve(const shell::PageContext& context, int helpTopic)
+    : ControlPage("fFanValve", "Fan-Valve", 4, helpTopic, context) {
+  for (ui::TextBox* box :
+       {&txtHeat, &txtCool, &txtMinHeatValue, &txtCoolValue, &txtFanSpeed, &txtFanPeriod, &txtThresHold}) {
+    Watch(*box);
+  }
+  Watch(optState);
+  Watch(chkFan);
+  BuildLayout();
+  ReInitializeStrings();
+}
+
+void fFanValve::BuildLayout() {
+  using ui::Empty, ui::Item, ui::Line;
+  const auto valves = ui::Stack({
+      ui::Grid(3, {Empty(), Item(lblHeat), Item(lblCool), Item(lblDriveTime),
+                   Line({Item(txtHeat), Item(lblHeatSec)}), Line({Item(txtCool), Item(lblCoolSec)})}),
+      ui::Box(fraPosition,
+              ui::Grid(4, {Item(lblHeatPosition), Line({Item(txtMinHeatValue), Item(lblHeatPercent)}),
+                           Item(lblCoolPosition), Line({Item(txtCoolValue), Item(lblCoolPercent)})})),
+  });
+  const auto fan = ui::Stack({
+      ui::Grid(3, {Item(lblFanSpeed), Item(lblSpeed), Line({Item(txtFanSpeed), Item(lblSpeedUnit)}), Empty(),
+                   Item(lblPeriod), Line({Item(txtFanPeriod), Item(lblPeriodUnit)}), Item(lblFanCurrent),
+                   Item(lblThresold), Line({Item(txtThresHold), Item(lblUnit)})}),
+      ui::Box(fraState, Line({Item(optState[0]), Item(optState[1])})),
+      Item(chkFan),
+  });
+  SetLayout(ui::Stack({ui::Box(fraValve, valves), ui::Box(fraFan, fan)}));
+}
+
+void fFanValve::InitStrings() {
+  const std::pair<ui::Control*, const char*> captions[] = {
+      {&fraValve, "Valves"},
+      {&lblHeat, "Heating"},
+      {&lblCool, "Cooling"},
+      {&lblDriveTime, "Drive time for floating valves"},
+      {&lblHeatSec, "sec"},
+      {&lblCoolSec, "sec"},
+      {&fraPosition, "Minimim position"},  // so spelt: it is a key of the string table
+      {&lblHeatPosition, "Heating"},
+      {&lblHeatPercent, "%"},
+      {&lblCoolPosition, "Cooling"},
+      {&lblCoolPercent, "%"},
+      {&fraFan, "Fan"},
+      {&lblFanSpeed, "Fan speed"},
+      {&lblSpeed, "Minimum Speed"},
+      {&lblSpeedUnit, "%"},
+      {&lblPeriod, "ON/OFF period"},
+      {&lblPeriodUnit, "min"},
+      {&lblFanCurrent, "Fan current"},
+      {&lblThresold, "Current threshold"},
+      {&lblUnit, "Amp"},
+      {&fraState, "Input State"},
+      {&optState[0], "Normally open"},
+      {&optState[1], "Normally closed"},
+      {&chkFan, "Always ON in occupied mode"},
+  };
+  for (const auto& [control, caption] : captions) control->SetText(Translate(caption));
+}
+
+void fFanValve::Fill() {
+  const std::pair<const PropertyFormat&, ui::TextBox&> fillOrder[] = {
+      {kHeatMinimum, txtMinHeatValue}, {kCoolMinimum, txtCoolValue}, {kHeatDriveTime, txtHeat},
+      {kCoolDriveTime, txtCool},       {kFanSpeed, txtFanSpeed},     {kFanPeriod, txtFanPeriod},
+      {kThreshold, txtThresHold}};
+  BindFormats(kBindOrder);
+  for (const auto& [property, box] : fillOrder) box.SetText(base::Trim(ReadText(property)));
+  const base::Record options = ReadOptions();
+  chkFan.SetChecked(options.Field(kAlwaysOnOption) == "1");
+  optState[options.Field(kInputStateOption) == "1" ? 1 : 0].Select();
+  CheckIfFrameEnable();
+}
+
+bool fFanValve::Write() {
+  Context().flags.writeError = false;
+  if (!IsChanged()) return true;
+  const std::pair<const PropertyFormat&, ui::TextBox&> writeOrder[] = {
+      {kHeatMinimum, txtMinHeatValue}, {kCoolMinimum, txtCoolValue}, {kHeatDriveTime, txtHeat},
+      {kCoolDriveTime, txtCool},       {kFanPeriod, txtFanPeriod},   {kFanSpeed, txtFanSpeed},
+      {kThreshold, txtThresHold}};
+  BindFormats(kBindOrder);
+  for (const auto& [property, box] : writeOrder) WriteText(property, box);
+  ChangeOptions([this](base::Record& options) {
+    options.Set(kAlwaysOnOption, FlagText(chkFan.Checked()));
+    options.Set(kInputStateOption, FlagText(optState[1].Selected()));
+  });
+  return true;
+}
+
+// One half of the pair is enough.
+bool fFanValve::Floating(std::string_view pair) const {
+  const std::string close = std::string(pair) + "_CLOSE";
+  const std::string open = std::string(pair) + "_OPEN";
+  for (std::size_t i = 0; i < kFloatingOutputs; ++i) {
+    const std::string& function = Context().selections.GetSelectedOutputType(i);
+    if (function == close || function == open) return true;
+  }
+  return false;
+}
+
+bool fFanValve::Assigned(std::string_view function) const {
+  return Context().selections.GetOutputTypeSelectedIndex(function) != -1;
+}
+
+// A contact has its sense in the sensor dialog; only a fan state by current is interpreted here.
+bool fFanValve::FanStateByCurrent() const {
+  const int input = Context().selections.GetInputTypeSelectedIndex("FAN_STATE");
+  if (input < 0) return false;
+  const auto& sensor =
+      Context().device.InputProperties[static_cast<std::size_t>(input) + 1][kSensorTypeProperty];
+  return base::Upper(sensor.Text(host::kValue)) != "DIGITAL";
+}
+
+void fFanValve::CheckIfFrameEnable() {
+  Guarded("CheckIfFrameEnable", [this] {
+    const bool heatFloating = Floating("HEAT_COOL_VALVE") || Floating("HEAT_VALVE");
+    const bool coolFloating = Floating("HEAT_COOL_VALVE") || Floating("COOL_VALVE");
+    const bool both = Assigned("HEAT_COOL_VALVE_MOD");
+    const bool heat = heatFloating || both || Assigned("HEATING_VALVE_MOD");
+    const bool cool = coolFloating || both || Assigned("COOLING_VALVE_MOD");
+    EnableAll(coolFloating, txtCool, lblCoolSec, lblCool);
+    EnableAll(heatFloating, txtHeat, lblHeatSec, lblHeat);
+    EnableAll(cool, txtCoolValue, lblCoolPercent, lblCoolPosition);
+    EnableAll(heat, txtMinHeatValue, lblHeatPercent, lblHeatPosition);
+    fraPosition.SetEnabled(heat || cool);
+    EnableAll(Assigned("FAN_SPEED_MOD"), lblSpeed, txtFanSpeed, lblSpeedUnit);
+    EnableAll(FanStateByCurrent(), fraState, optState);
+    return true;
+  });
+}
+
+}  // namespace pages
