@@ -59,7 +59,7 @@ int main() {
                 value > ratio.limit ? "  OVER" : "");
     over += value > ratio.limit;
   }
-  std::printf("\n%-58s %10s\n", "host calls, one page", "calls");
+  std::printf("\n%-58s %10s\n", "host calls, all pages", "calls");
   for (const auto& [operation, calls] : bench::CountHostCalls()) {
     std::printf("%-58s %10llu\n", operation.c_str(), static_cast<unsigned long long>(calls));
   }
