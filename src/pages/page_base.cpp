@@ -14,9 +14,10 @@ PageBase::PageBase(std::string pageClass, std::string location, int pageNumber, 
       pageNumber_(pageNumber),
       helpTopic_(helpTopic) {}
 
-bool PageBase::Guarded(std::string_view routine, const std::function<bool()>& work) {
+bool PageBase::Guarded(std::string_view routine, const std::function<void()>& work) {
   try {
-    return work();
+    work();
+    return true;
   } catch (const std::exception& error) {
     shell::ReportError(context_, routine, location_, error);
     return false;
@@ -27,7 +28,6 @@ void PageBase::ReInitializeStrings() {
   Guarded("InitStrings " + Name(), [this] {
     context_.strings.ReloadStrings();
     InitStrings();
-    return true;
   });
 }
 
@@ -36,12 +36,12 @@ void PageBase::FillValue() {
     changed_ = false;
     Fill();
     context_.flags.lastFilledPage = pageNumber_;
-    return true;
   });
 }
 
 bool PageBase::WriteValue() {
-  return Guarded("WriteValue", [this] { return Write(); });
+  bool written = false;
+  return Guarded("WriteValue", [&] { written = Write(); }) && written;
 }
 
 void PageBase::RefreshPage() {

@@ -47,13 +47,13 @@ class PageBase : public shell::ISubForm {
     return context_.strings.FormatStrings(text, arguments);
   }
   void MarkChanged() { changed_ = true; }
-  void ClearChanged() { changed_ = false; }
 
   /// A message box with the application title and an OK button.
   void Warn(const std::string& text, ui::Icon icon = ui::Icon::kExclamation);
 
-  /// Runs `work`; an error in it is reported with the page's location, and the answer is no.
-  bool Guarded(std::string_view routine, const std::function<bool()>& work);
+  /// Runs `work` and answers yes; an error in it is reported with the location of the page, and the answer is
+  /// no.
+  bool Guarded(std::string_view routine, const std::function<void()>& work);
 
   /// Edits mark the page changed; leaving the box checks that it holds a number.
   void Watch(ui::TextBox& box);

@@ -388,7 +388,7 @@ void fMain::LoggerReported(int level) {
   if (level == logger::kError) cmdErrorLog.SetPicture(kErrorPicture);
   if (level != logger::kExclamation) return;
   cmdErrorLog.SetPicture(kWarningPicture);
-  if (blinkMode_) tmrBlink.Start();
+  tmrBlink.Start();
 }
 
 void fMain::Blink() {

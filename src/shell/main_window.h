@@ -101,7 +101,6 @@ class fMain : public ui::Window, private MessageSink, private PageWork {
   bool busy_ = false;
   bool ending_ = false;
   bool locationChanged_ = false;
-  bool blinkMode_ = true;
   int blinkCounter_ = 0;  // milliseconds
 
   ui::ListView lvwConfig{*this, "lvwConfig"};

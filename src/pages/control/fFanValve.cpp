@@ -155,7 +155,6 @@ void fFanValve::CheckIfFrameEnable() {
     fraPosition.SetEnabled(heat || cool);
     EnableAll(Assigned("FAN_SPEED_MOD"), lblSpeed, txtFanSpeed, lblSpeedUnit);
     EnableAll(FanStateByCurrent(), fraState, optState);
-    return true;
   });
 }
 

@@ -40,12 +40,7 @@ fControlOutput::fControlOutput(const shell::PageContext& context, int helpTopic)
 }
 
 void fControlOutput::ConnectHandlers(std::size_t i) {
-  cboOutput[i].onClick = [this, i] {
-    Guarded("ChooseFunction", [this, i] {
-      ChooseFunction(i);
-      return true;
-    });
-  };
+  cboOutput[i].onClick = [this, i] { Guarded("ChooseFunction", [this, i] { ChooseFunction(i); }); };
   chkOutput[i].onClick = [this, i] {
     MarkChanged();
     cmdConfigure[i].SetEnabled(chkOutput[i].Checked());
@@ -56,12 +51,7 @@ void fControlOutput::ConnectHandlers(std::size_t i) {
   };
   Watch(cboONOFF[i]);
   Watch(txtValue[i]);
-  cmdConfigure[i].onClick = [this, i] {
-    Guarded("Configure", [this, i] {
-      Configure(i);
-      return true;
-    });
-  };
+  cmdConfigure[i].onClick = [this, i] { Guarded("Configure", [this, i] { Configure(i); }); };
 }
 
 void fControlOutput::BuildLayout() {

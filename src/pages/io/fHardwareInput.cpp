@@ -24,18 +24,8 @@ std::string InputName(std::size_t i) { return "Input " + std::to_string(i + 1); 
 fHardwareInput::fHardwareInput(const shell::PageContext& context, int helpTopic)
     : PageBase("fHardwareInput", "Hardware Input", 1, helpTopic, context) {
   for (std::size_t i = 0; i < kInputs; ++i) {
-    cboInput[i].onClick = [this, i] {
-      Guarded("ChooseFunction", [this, i] {
-        ChooseFunction(i);
-        return true;
-      });
-    };
-    cmdConfigure[i].onClick = [this, i] {
-      Guarded("Configure", [this, i] {
-        Configure(i);
-        return true;
-      });
-    };
+    cboInput[i].onClick = [this, i] { Guarded("ChooseFunction", [this, i] { ChooseFunction(i); }); };
+    cmdConfigure[i].onClick = [this, i] { Guarded("Configure", [this, i] { Configure(i); }); };
   }
   BuildLayout();
   ReInitializeStrings();
