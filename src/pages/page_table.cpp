@@ -1,6 +1,8 @@
 #include "pages/page_table.h"
 
 #include "pages/control/fFanValve.h"
+#include "pages/control/fGeneral.h"
+#include "pages/control/fOptions.h"
 #include "pages/control/fPID.h"
 #include "pages/io/fControlOutput.h"
 #include "pages/io/fHardwareInput.h"
@@ -18,6 +20,8 @@ constexpr shell::PageEntry kTable[] = {
     {"Outputs", "Object Outputs", "fControlOutput", 19, true, Create<fControlOutput>},
     {"Fan-Valve", "Fan-Valve", "fFanValve", 44, true, Create<fFanValve>},
     {"PID", "PID", "fPID", 45, true, Create<fPID>},
+    {"General Settings", "General Settings", "fGeneral", 51, true, Create<fGeneral>},
+    {"Options", "Options", "fOptions", 59, true, Create<fOptions>},
 };
 
 }  // namespace

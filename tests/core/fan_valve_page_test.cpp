@@ -4,21 +4,11 @@
 namespace {
 
 struct FanValveTest : tests::ToolTest {
-  bool Enabled(const char* name) {
-    for (const ui::Control* control : Main().Pages().FindPage("fFanValve")->Group(name)) {
-      if (!control->Usable()) return false;
-    }
-    return true;
-  }
-  void Assign(int output, const char* function) {
-    const std::string list = "fControlOutput.cboOutput(" + std::to_string(output - 1) + ")";
-    EXPECT_TRUE(Find<ui::ListBox>(list).Choose(function));
-    Find<ui::ListView>("lvwConfig").Choose(2);  // the page decides again when it comes into view
-  }
+  bool Enabled(const std::string& name) { return AllUsable("fFanValve." + name); }
 };
 
 TEST_F(FanValveTest, BoxesAndOptionsAreSavedAndNothingElse) {
-  Open(tests::kPressure);
+  Open(tests::kAssigned);
   const struct {
     const char* box;
     int number;
@@ -35,23 +25,23 @@ TEST_F(FanValveTest, BoxesAndOptionsAreSavedAndNothingElse) {
       {"txtFanSpeed", 28, "UCPTminFanSpeed", 3, "33", "33.000"},
       {"txtThresHold", 29, "UCPTfanCurrentThreshold", 1, "1.5", "1.5"},
   };
-  base::Record options(Stored(tests::kPressure, 48, "UCPTobjectOptions", 0));
+  Unlock("fFanValve");  // a disabled box is written all the same
+  base::Record options(Stored(tests::kAssigned, 48, "UCPTobjectOptions", 0));
   for (const auto& item : cases) {
     auto& box = Find<ui::TextBox>("fFanValve." + std::string(item.box));
-    EXPECT_EQ(box.Text(), Stored(tests::kPressure, item.number, item.format, item.precision)) << item.box;
-    box.SetEnabled(true);  // a disabled box is written all the same
-    box.Type(item.typed);
+    EXPECT_EQ(box.Text(), Stored(tests::kAssigned, item.number, item.format, item.precision)) << item.box;
+    EXPECT_TRUE(box.Type(item.typed)) << item.box;
   }
   Find<ui::CheckBox>("fFanValve.chkFan").Click();
   Find<ui::OptionButton>("fFanValve.optState(0)").Click();
   Click("cmdApply");
   EXPECT_EQ(LastMessage(), "Apply/Main: The configuration settings were applied successfully");
   for (const auto& item : cases) {
-    EXPECT_EQ(Stored(tests::kPressure, item.number, item.format, item.precision), item.stored) << item.box;
+    EXPECT_EQ(Stored(tests::kAssigned, item.number, item.format, item.precision), item.stored) << item.box;
   }
   options.Set(63, options.Field(63) == "1" ? "0" : "1");
   options.Set(53, "0");
-  EXPECT_EQ(Stored(tests::kPressure, 48, "UCPTobjectOptions", 0), options.Join());
+  EXPECT_EQ(Stored(tests::kAssigned, 48, "UCPTobjectOptions", 0), options.Join());
 }
 
 TEST_F(FanValveTest, ControlsFollowTheChosenFunctionsBeforeTheyAreSaved) {
@@ -71,7 +61,8 @@ TEST_F(FanValveTest, ControlsFollowTheChosenFunctionsBeforeTheyAreSaved) {
       {6, "FAN_SPEED_MOD", false, false, false, true, true},
   };
   for (const auto& step : steps) {
-    Assign(step.output, step.function);
+    AssignOutput(step.output, step.function);
+    ShowPage("fFanValve");  // the page decides again when it comes into view
     const std::pair<const char*, bool> expected[] = {
         {"txtHeat", step.heatTime},         {"lblHeatSec", step.heatTime},
         {"txtCool", step.coolTime},         {"txtMinHeatValue", step.heatMinimum},
@@ -85,11 +76,11 @@ TEST_F(FanValveTest, ControlsFollowTheChosenFunctionsBeforeTheyAreSaved) {
 TEST_F(FanValveTest, TheInputStateIsForAFanStateByCurrent) {
   Open(tests::kPressure);  // input 2 is FAN_STATE with a linear sensor
   EXPECT_TRUE(Enabled("optState"));
-  Find<ui::ListBox>("fHardwareInput.cboInput(1)").Choose("UNUSED");
+  AssignInput(2, "UNUSED");
   EXPECT_FALSE(Enabled("optState"));
   EXPECT_FALSE(Enabled("txtThresHold"));
-  Find<ui::ListBox>("fHardwareInput.cboInput(1)").Choose("FAN_STATE");
-  Find<ui::ListView>("lvwConfig").Choose(2);
+  AssignInput(2, "FAN_STATE");
+  ShowPage("fFanValve");
   EXPECT_TRUE(Enabled("fraState"));
 }
 

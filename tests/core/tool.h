@@ -1,6 +1,7 @@
 // The whole tool over the virtual building, without a screen: what the composition root does on Windows.
 #pragma once
 
+#include <algorithm>
 #include <memory>
 #include <string>
 
@@ -56,10 +57,24 @@ struct Tool : StandIns {
   /// Opens the window and selects the page in its list.
   void OpenPage(const std::string& device, const std::string& pageClass) {
     Open(device);
+    ShowPage(pageClass);
+  }
+  void ShowPage(const std::string& pageClass) {
     auto& list = Find<ui::ListView>("lvwConfig");
     for (std::size_t i = 0; i < list.Rows().size(); ++i) {
       if (list.Rows()[i].key == pageClass) list.Choose(i);
     }
+  }
+
+  /// Chooses a function for an output (1 to 7) or an input (1 to 6) on its page, without saving.
+  void AssignOutput(int output, std::string_view function) {
+    Usable(
+        "output list",
+        Find<ui::ListBox>("fControlOutput.cboOutput(" + std::to_string(output - 1) + ")").Choose(function));
+  }
+  void AssignInput(int input, std::string_view function) {
+    Usable("input list",
+           Find<ui::ListBox>("fHardwareInput.cboInput(" + std::to_string(input - 1) + ")").Choose(function));
   }
 
   shell::fMain& Main() { return *program.Window(); }
@@ -75,6 +90,17 @@ struct Tool : StandIns {
     T* typed = dynamic_cast<T*>(control);
     if (!typed) throw base::Error("no control " + name);
     return *typed;
+  }
+  /// Whether a person could act on every control of an array or a single control ("fPID.txtPIDTemp").
+  bool AllUsable(const std::string& name) {
+    const auto point = name.find('.');
+    const auto group = Main().Pages().FindPage(name.substr(0, point))->Group(name.substr(point + 1));
+    if (group.empty()) throw base::Error("no control " + name);
+    return std::ranges::all_of(group, &ui::Control::Usable);
+  }
+  /// Lets a person use every control of a page, whatever the functions assigned allow.
+  void Unlock(const std::string& pageClass) {
+    for (ui::Control* control : Main().Pages().FindPage(pageClass)->Controls()) control->SetEnabled(true);
   }
   std::string Text(const std::string& name) { return Find(name).Text(); }
   /// What a person does; a control that cannot be used is an error of the test.
@@ -95,6 +121,15 @@ struct Tool : StandIns {
 
   std::string Stored(const char* device, int number, const char* format, int precision) {
     return building.StoredText(device, "RoofTopObject", number, format, precision);
+  }
+
+  /// Writes a property of the rooftop object past the pages, as another client of the host would.
+  void Store(int number, const char* format, const char* text) {
+    const automation::Object objects = Main().ObjectServer.Child("Device").Child("LonMarkObjects");
+    const automation::Object property =
+        objects.Child("Item", "RoofTopObject").Child("ConfigProperties").Child("Item", number);
+    property.Put("formatName", format);
+    property.Put("Value", text);
   }
 
   simulator::Building building;

@@ -9,16 +9,18 @@ namespace {
 // Read with its bare name by every page; the precision stays as the host has it.
 constexpr PropertyFormat kOptions = {48, "UCPTobjectOptions", Units::kNone, 0, 0};
 
+// By units, metric and imperial.
+constexpr std::string_view kSuffixes[][2] = {{"", ""}, {"#SI", "#US"}, {"", "#DegF"}};
+
 constexpr int kFunctionProperty =
     3;  // of a control output variable: the function assigned on the outputs page
 
 }  // namespace
 
 void ControlPage::BindFormats(std::span<const PropertyFormat> table) {
-  const std::string_view suffix = IsImperial() ? "#US" : "#SI";
   for (const PropertyFormat& property : table) {
     std::string format(property.type);
-    if (property.units == Units::kSuffixed) format += suffix;
+    format += kSuffixes[static_cast<std::size_t>(property.units)][IsImperial()];
     NamingProperty(property.type, [&] { Property(property.number).Put(host::kFormatName, format); });
   }
 }

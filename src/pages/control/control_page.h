@@ -7,14 +7,17 @@
 #include <span>
 #include <string>
 #include <string_view>
+#include <utility>
+#include <vector>
 
 #include "base/record.h"
 #include "pages/page_base.h"
 
 namespace pages {
 
-/// Whether a property's format name ends in the unit suffix ("#SI" metric, "#US" imperial).
-enum class Units { kNone, kSuffixed };
+/// What a property's format name ends in: nothing; the unit suffix ("#SI" metric, "#US" imperial); or nothing
+/// in metric and "#DegF" in imperial units, for a temperature difference.
+enum class Units { kNone, kSuffixed, kImperialDegrees };
 
 /// One configuration property of the rooftop object as a page uses it.
 struct PropertyFormat {
@@ -24,6 +27,9 @@ struct PropertyFormat {
   int metricPrecision;  // decimals
   int imperialPrecision;
 };
+
+/// A property of one field and the box that shows it.
+using PropertyBox = std::pair<const PropertyFormat&, ui::TextBox&>;
 
 class ControlPage : public PageBase {
  protected:

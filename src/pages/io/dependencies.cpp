@@ -66,7 +66,7 @@ const DependentGroup kGroups[] = {
       "fraEcono"}},
     {"fGeneral", kBypassDamper | kFanSpeed, {"fraPress", "txtDuctPressure", "txtMaxPressure", "lblDuct"}},
     {"fGeneral", kHumidifier | kHumidifierOnOff, {"fraHumid", "txtHumidity"}},
-    {"fGeneral", kHumidifierOnOff, {"txtHumidityMin"}},
+    {"fGeneral", kHumidifierOnOff, {"txtHumidityMin", "lblHumidityMin", "lblHumidityMinUnit"}},
     {"fGeneral", kEmergencyContact, {"fraEmergency", "optEmergency"}},
     {"fFanValve", kFanSpeed, {"lblSpeed", "txtFanSpeed", "lblSpeedUnit"}},
     {"fFanValve", kHeating | kHeatCoolValve, {"txtHeat", "txtMinHeatValue"}},
@@ -105,14 +105,19 @@ unsigned PresentFlags(const shell::SelectedTypes& selections) {
 
 }  // namespace
 
-void CheckOutputDependencies(const shell::PageContext& context) {
+void EnableDependentControls(const shell::PageContext& context, const shell::ISubForm& page) {
   const unsigned present = PresentFlags(context.selections);
   for (const DependentGroup& group : kGroups) {
-    const shell::ISubForm* page = context.pages.FindPage(group.page);
-    if (!page) continue;
+    if (group.page != page.Name()) continue;
     for (const std::string_view name : group.controls) {
-      for (ui::Control* control : page->Group(name)) control->SetEnabled((present & group.flags) != 0);
+      for (ui::Control* control : page.Group(name)) control->SetEnabled((present & group.flags) != 0);
     }
+  }
+}
+
+void CheckOutputDependencies(const shell::PageContext& context) {
+  for (const std::string_view name : {"fGeneral", "fFanValve", "fHeatCool", "fPID"}) {
+    if (const shell::ISubForm* page = context.pages.FindPage(name)) EnableDependentControls(context, *page);
   }
 }
 

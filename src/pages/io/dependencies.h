@@ -11,4 +11,7 @@ namespace pages {
 /// conditions that look at inputs.
 void CheckOutputDependencies(const shell::PageContext& context);
 
+/// The same for one page, for its filling and whenever it comes into view.
+void EnableDependentControls(const shell::PageContext& context, const shell::ISubForm& page);
+
 }  // namespace pages

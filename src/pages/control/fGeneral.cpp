@@ -1,0 +1,207 @@
+#include "pages/control/fGeneral.h"
+
+#include "base/text.h"
+#include "logger/message_logger.h"
+#include "pages/io/dependencies.h"
+
+namespace pages {
+namespace {
+
+constexpr PropertyFormat kBypassTime = {15, "SCPTbypassTime", Units::kNone, 0, 0};
+constexpr PropertyFormat kCO2Limit = {12, "SCPTlimitCO2", Units::kNone, 0, 0};
+constexpr PropertyFormat kDuctPressure = {14, "SCPTmaxDuctStaticPressureSetpoint", Units::kSuffixed, 1, 4};
+constexpr PropertyFormat kAirLowLimit = {6, "SCPTmixedAirLowLimitSetpoint", Units::kSuffixed, 3, 3};
+constexpr PropertyFormat kMaxPressure = {13, "UCPTmaxSupplyPressure", Units::kSuffixed, 1, 4};
+constexpr PropertyFormat kHumidity = {10, "UCPThumidityLevelSetpoint", Units::kNone, 1, 1};
+constexpr PropertyFormat kHumidityTime = {11, "UCPThumidityCtrlOnOffTime", Units::kNone, 1, 1};
+constexpr PropertyFormat kMinimumPosition = {27, "UCPTminOutdoorAir", Units::kNone, 1, 1};
+constexpr PropertyFormat kDamperDriveTime = {50, "UCPTdamperDriveTime", Units::kNone, 1, 1};
+constexpr PropertyFormat kExtraConfig = {52, "UCPTextraConfig", Units::kNone, 1, 1};
+
+constexpr PropertyFormat kBindOrder[] = {kBypassTime,  kCO2Limit,       kDuctPressure, kAirLowLimit,
+                                         kMaxPressure, kHumidity,       kHumidityTime, kMinimumPosition,
+                                         kExtraConfig, kDamperDriveTime};
+
+constexpr std::size_t kMaximumPositionField = 2;  // of the extra configuration
+
+// Fields of the shared option record.
+constexpr std::size_t kFreshAirOption = 35;
+constexpr std::size_t kEconomizerOption = 49;
+constexpr std::size_t kReversingValveOption = 50;
+constexpr std::size_t kEmergencyOption = 54;
+constexpr std::size_t kFreshAirMarker = 55;
+constexpr std::size_t kTemperatureOption = 56;
+
+}  // namespace
+
+fGeneral::fGeneral(const shell::PageContext& context, int helpTopic)
+    : ControlPage("fGeneral", "General", 7, helpTopic, context) {
+  for (ui::TextBox* box : {&txtBypassTime, &txtCO2, &txtDuctPressure, &txtAirLowLimit, &txtMaxPressure,
+                           &txtHumidity, &txtHumidityMin, &txtOutdoor, &txtOutdoorMax, &txtFreshAir}) {
+    Watch(*box);
+  }
+  Watch(optTemp);
+  Watch(optEcono);
+  Watch(optEmergency);
+  Watch(chkFreshAir);
+  BuildLayout();
+  ReInitializeStrings();
+}
+
+void fGeneral::BuildLayout() {
+  using ui::Box, ui::Grid, ui::Item, ui::Line, ui::Stack;
+  const auto rooms = Stack({
+      Box(fraBypass, Grid(2, {Item(lblBypassTime), Line({Item(txtBypassTime), Item(lblBypassUnit)})})),
+      Box(fraPress, Grid(2, {Item(lblDuct), Line({Item(txtDuctPressure), Item(lblPressUnit[0])}),
+                             Item(lblMaxPressure), Line({Item(txtMaxPressure), Item(lblPressUnit[1])})})),
+      Box(fraHumid, Grid(2, {Item(lblHumidity), Line({Item(txtHumidity), Item(lblHumidityUnit)}),
+                             Item(lblHumidityMin), Line({Item(txtHumidityMin), Item(lblHumidityMinUnit)})})),
+      Box(fraTemp, Stack({Item(optTemp[0]), Item(optTemp[1])})),
+      Box(fraEmergency, Stack({Item(optEmergency[0]), Item(optEmergency[1])})),
+  });
+  const auto freshAir = Stack({
+      Grid(2, {Item(lblValveOnOff), Line({Item(txtOutdoor), Item(lblOutdoorUnit[0])}), Item(lblOutDoorMax),
+               Line({Item(txtOutdoorMax), Item(lblOutdoorUnit[1])}), Item(lblFreshAir),
+               Line({Item(txtFreshAir), Item(lblFreshAirUnit)})}),
+      Item(chkFreshAir),
+  });
+  const auto airSide = Stack({
+      Box(fraFreshAir, freshAir),
+      Box(fraMix, Grid(2, {Item(lblAir), Line({Item(txtAirLowLimit), Item(lblAirUnit)})})),
+      Box(fraCo2, Grid(2, {Item(lblCO2), Line({Item(txtCO2), Item(lblCO2Unit)})})),
+      Box(fraEcono, Stack({Item(optEcono[0]), Item(optEcono[1])})),
+  });
+  SetLayout(Line({rooms, airSide}));
+}
+
+void fGeneral::InitStrings() {
+  const std::pair<ui::Control*, const char*> captions[] = {
+      {&fraBypass, "Bypass"},
+      {&lblBypassTime, "Bypass Time"},
+      {&lblBypassUnit, "min"},
+      {&fraCo2, "CO2 Level"},
+      {&lblCO2, "CO2 limit"},
+      {&lblCO2Unit, "ppm"},
+      {&fraPress, "Pressure"},
+      {&lblDuct, "Duct pressure setpoint"},
+      {&lblMaxPressure, "Maximum supply pressure"},
+      {&fraHumid, "Humidity"},
+      {&lblHumidity, "Setpoint"},
+      {&lblHumidityUnit, "% RH"},
+      {&lblHumidityMin, "De/Humidifier min ON/OFF time"},
+      {&lblHumidityMinUnit, "min"},
+      {&fraTemp, "Temperature control"},
+      {&optTemp[0], "Space temperature"},
+      {&optTemp[1], "Return air temperature"},
+      {&fraFreshAir, "Fresh air damper"},
+      {&lblValveOnOff, "Minimum damper position"},
+      {&lblOutDoorMax, "Maximum damper position"},
+      {&lblOutdoorUnit[0], "%"},
+      {&lblOutdoorUnit[1], "%"},
+      {&lblFreshAir, "Damper drive time"},
+      {&lblFreshAirUnit, "sec"},
+      {&chkFreshAir, "Close the damper in unoccupied mode"},
+      {&fraMix, "Mixed air"},
+      {&lblAir, "Temperature low limit"},
+      {&fraEcono, "Economizer"},
+      {&optEcono[0], "Economizer included"},
+      {&optEcono[1], "Economizer not included"},
+      {&fraEmergency, "Emergency contact action"},
+      {&optEmergency[0], "Purge"},
+      {&optEmergency[1], "Shutdown"},
+  };
+  for (const auto& [control, caption] : captions) control->SetText(Translate(caption));
+}
+
+void fGeneral::SetUnitLabels() {
+  for (std::size_t i = 0; i < lblPressUnit.Size(); ++i)
+    lblPressUnit[i].SetText(IsImperial() ? "\" WC" : "Pa");
+  lblAirUnit.SetText(IsImperial() ? "°F" : "°C");
+}
+
+std::array<PropertyBox, 8> fGeneral::PropertyBoxes() {
+  return {{{kBypassTime, txtBypassTime},
+           {kCO2Limit, txtCO2},
+           {kDuctPressure, txtDuctPressure},
+           {kAirLowLimit, txtAirLowLimit},
+           {kMaxPressure, txtMaxPressure},
+           {kHumidity, txtHumidity},
+           {kHumidityTime, txtHumidityMin},
+           {kMinimumPosition, txtOutdoor}}};
+}
+
+void fGeneral::Fill() {
+  freshAirUpdate_ = false;
+  BindFormats(kBindOrder);
+  SetUnitLabels();
+  for (const auto& [property, box] : PropertyBoxes()) box.SetText(base::Trim(ReadText(property)));
+  txtOutdoorMax.SetText(ReadRecord(kExtraConfig).Field(kMaximumPositionField));
+  txtFreshAir.SetText(base::Trim(ReadText(kDamperDriveTime)));
+
+  const base::Record options = ReadOptions();
+  const auto set = [&options](std::size_t field) { return options.Field(field) != "0"; };
+  optEmergency[set(kEmergencyOption)].Select();
+  optTemp[set(kTemperatureOption)].Select();
+  optEcono[set(kEconomizerOption)].Select();
+  chkFreshAir.SetChecked(set(kFreshAirOption));
+  if (set(kFreshAirMarker)) {
+    freshAirUpdate_ = true;
+    MarkChanged();
+  }
+  EnableUsableGroups();
+}
+
+void fGeneral::EnableUsableGroups() {
+  EnableDependentControls(Context(), *this);
+  ActivateOutdooeTest();
+}
+
+std::string fGeneral::DamperFault() const {
+  if (!damperRange_) return {};
+  const base::Numbers& numbers = Context().settings.numbers;
+  if (!numbers.IsNumber(txtOutdoor.Text()) || !numbers.IsNumber(txtOutdoorMax.Text())) {
+    return Translate("Damper positions must be a number.");
+  }
+  if (numbers.ToSingle(txtOutdoor.Text()) > numbers.ToSingle(txtOutdoorMax.Text())) {
+    return Translate(
+        "The maximum damper position must be a number greater than or equal to the minimum damper position.");
+  }
+  return {};
+}
+
+bool fGeneral::Write() {
+  if (!IsChanged()) return true;
+  BindFormats(kBindOrder);
+  for (const auto& [property, box] : PropertyBoxes()) WriteText(property, box);
+  ActivateOutdooeTest();
+  if (const std::string fault = DamperFault(); !fault.empty()) {
+    Context().messages.AddMessage(fault, "WriteValue", Location(), logger::kError);
+    return false;
+  }
+  ChangeRecord(kExtraConfig, [this](base::Record& extra) {
+    extra.Set(kMaximumPositionField, base::Trim(txtOutdoorMax.Text()));
+  });
+  WriteText(kDamperDriveTime, txtFreshAir);
+  WriteOptions();
+  return true;
+}
+
+void fGeneral::WriteOptions() {
+  ChangeOptions([this](base::Record& options) {
+    // Belongs to the heating and cooling page; saving the general settings puts the valve back to normally
+    // cool.
+    options.Set(kReversingValveOption, "0");
+    options.Set(kEmergencyOption, FlagText(!optEmergency[0].Selected()));
+    if (freshAirUpdate_) {
+      options.Set(kFreshAirMarker, "0");
+      Context().messages.AddMessage(
+          Translate("The Fresh Air flow was set to damper position. See User Guide for more details."),
+          "WriteValue", Location(), logger::kInformation);
+    }
+    options.Set(kTemperatureOption, FlagText(!optTemp[0].Selected()));
+    options.Set(kEconomizerOption, FlagText(!optEcono[0].Selected()));
+    options.Set(kFreshAirOption, FlagText(chkFreshAir.Checked()));
+  });
+}
+
+}  // namespace pages

@@ -1,0 +1,275 @@
+#include "pages/control/fOptions.h"
+
+#include "base/error.h"
+#include "base/text.h"
+#include "hosting/host_contract.h"
+#include "logger/message_logger.h"
+
+namespace pages {
+namespace {
+
+constexpr PropertyFormat kStartTime = {16, "UCPTmaxOptimumStartTime", Units::kNone, 0, 0};
+constexpr PropertyFormat kInputPeriod = {45, "UCPTmaxRcvScanTime", Units::kNone, 1, 1};
+constexpr PropertyFormat kWeights = {46, "UCPTweightAvgParam", Units::kNone, 1, 1};
+constexpr PropertyFormat kMaxOffset = {47, "UCPTweightAvgMaxInOffset", Units::kImperialDegrees, 2, 2};
+constexpr PropertyFormat kExtraConfig = {52, "UCPTextraConfig", Units::kNone, 1, 1};
+
+constexpr PropertyFormat kBindOrder[] = {kWeights, kMaxOffset, kInputPeriod, kStartTime, kExtraConfig};
+
+// Fields of the extra configuration.
+constexpr std::size_t kCycleTimeField = 0;
+constexpr std::size_t kDemandField = 1;  // at twice the shown value
+
+// Fields of the shared option record.
+constexpr std::size_t kTerminalOption = 33;
+constexpr std::size_t kAlternateOption = 34;
+constexpr std::size_t kTerminalEnabledOption = 48;
+constexpr std::size_t kAveragingEnabledOption = 51;
+constexpr std::size_t kAverageOption = 52;
+constexpr std::size_t kAlgorithmMarker = 58;
+constexpr std::size_t kOptimumOption[] = {59, 60};
+constexpr std::size_t kFrostOption = 62;
+
+constexpr int kCommandTypeProperty = 2;     // of the occupancy command: the type in use
+constexpr std::size_t kTypeIndexField = 9;  // of that record, behind program id and scope
+constexpr std::string_view kOccupancyIndex = "109";
+
+constexpr int kShortestCycle = 10, kLongestCycle = 120;  // minutes
+constexpr int kFullDemand = 100;                         // percent
+
+}  // namespace
+
+fOptions::fOptions(const shell::PageContext& context, int helpTopic)
+    : ControlPage("fOptions", "Options", 8, helpTopic, context) {
+  for (ui::TextBox* box : {&txtStartTime, &txtMaxOffset, &txtInput, &txtHeatCool, &txtChangeOver})
+    Watch(*box);
+  Watch(txtAt);
+  for (ui::CheckBox* box :
+       {&chkOptimum[0], &chkOptimum[1], &chkEnable, &chkTerminal, &chkAlternate, &chkFrost}) {
+    box->onClick = [this] {
+      MarkChanged();
+      EnableGroups();
+    };
+  }
+  for (std::size_t i = 0; i < optAverage.Size(); ++i) {
+    optAverage[i].onClick = [this] {
+      MarkChanged();
+      EnableGroups();
+    };
+  }
+  Watch(optTerminal);
+  WatchCycle();
+  BuildLayout();
+  ReInitializeStrings();
+}
+
+// Both boxes are first checked as every box is.
+void fOptions::WatchCycle() {
+  txtHeatCool.onLeave = [this, isNumber = txtHeatCool.onLeave] {
+    if (!isNumber()) return false;
+    Guarded("txtHeatCool", [this] {
+      if (const std::string fault = ValueVerification(); !fault.empty()) Warn(fault);
+    });
+    return true;
+  };
+  txtChangeOver.onLeave = [this, isNumber = txtChangeOver.onLeave] {
+    if (!isNumber()) return false;
+    const double demand = base::RoundHalfToEven(Context().settings.numbers.ToDouble(txtChangeOver.Text()));
+    if (demand >= 0 && demand <= kFullDemand) return true;
+    Warn("The change over minimum demand msut be between 0 and 100%");  // shown as it stands
+    return false;
+  };
+}
+
+void fOptions::BuildLayout() {
+  using ui::Box, ui::Empty, ui::Grid, ui::Item, ui::Line, ui::Stack;
+  const auto optimum = Stack({
+      Item(chkOptimum[0]),
+      Item(chkOptimum[1]),
+      Line({Item(lblStartTime), Item(txtStartTime), Item(lblUnitStartTime)}),
+  });
+  const auto demand = Stack({
+      Item(optAverage[0]),
+      Item(optAverage[1]),
+      Grid(3, {Empty(), Item(lblWeight[0]), Item(lblWeight[1]), Item(lblAverage[0]),
+               Line({Item(txtAt[0]), Item(lblAtUnit[0])}), Line({Item(txtAt[1]), Item(lblAtUnit[1])}),
+               Item(lblAverage[1]), Line({Item(txtAt[2]), Item(lblAtUnit[2])}),
+               Line({Item(txtAt[3]), Item(lblAtUnit[3])})}),
+      Grid(2, {Item(lblMaxOffset), Line({Item(txtMaxOffset), Item(lblMaxOffsetUnit)}), Item(lblInput),
+               Line({Item(txtInput), Item(lblInputUnit)})}),
+  });
+  const auto alternate = Stack({
+      Item(chkAlternate),
+      Grid(2, {Item(lblHeatCool), Line({Item(txtHeatCool), Item(lblMin)}), Item(lblChangeOver),
+               Line({Item(txtChangeOver), Item(lblUnit)})}),
+  });
+  SetLayout(Line({
+      Stack({Box(fraOptimum, optimum), Box(fraAverage, Stack({Item(chkEnable), Box(fraDemand, demand)}))}),
+      Stack({Box(fraTerminal, Stack({Item(chkTerminal), Item(optTerminal[0]), Item(optTerminal[1])})),
+             Box(fraAlternate, alternate), Box(fraFrost, Item(chkFrost))}),
+  }));
+}
+
+void fOptions::InitStrings() {
+  const std::pair<ui::Control*, const char*> captions[] = {
+      {&fraOptimum, "Optimum Start"},
+      {&chkOptimum[0], "Enable optimum start for cooling"},
+      {&chkOptimum[1], "Enable optimum start for heating"},
+      {&lblStartTime, "Maximum start time"},
+      {&lblUnitStartTime, "min"},
+      {&fraAverage, "Demand Averaging"},
+      {&chkEnable, "Enable"},
+      {&fraDemand, "Weighted average"},
+      {&optAverage[0], "Average space temperature"},
+      {&optAverage[1], "Average terminal load"},
+      {&lblWeight[0], "Weight at 0% demand"},
+      {&lblWeight[1], "Weight at 100% demand"},
+      {&lblAverage[0], "Space temperature"},
+      {&lblAverage[1], "Terminal load"},
+      {&lblMaxOffset, "Temp offset equivalent to 100% demand"},
+      {&lblInput, "Demand input validity period"},
+      {&lblInputUnit, "sec"},
+      {&fraTerminal, "Terminal Unit Occupancy Control"},
+      {&chkTerminal, "Accept only OC_BYPASS on nviOccManCmd."},
+      {&optTerminal[0], "Don't forward nviOccManCmd"},
+      {&optTerminal[1], "Forward OC_BYPASS as OC_OCCUPIED"},
+      {&fraAlternate, "Heating/Cooling alternation"},
+      {&chkAlternate, "Alternate between Heating and Cooling mode periodically"},
+      {&lblHeatCool, "Heating/Cooling cycle time"},
+      {&lblMin, "min"},
+      {&lblChangeOver, "Changeover min demand"},
+      {&lblUnit, "%"},
+      {&fraFrost, "Frost Protection"},
+      {&chkFrost, "Enable"},
+  };
+  for (const auto& [control, caption] : captions) control->SetText(Translate(caption));
+  for (std::size_t i = 0; i < lblAtUnit.Size(); ++i) lblAtUnit[i].SetText(Translate("%"));
+}
+
+void fOptions::Fill() {
+  algorithmUpdate_ = false;
+  BindFormats(kBindOrder);
+  lblMaxOffsetUnit.SetText(IsImperial() ? "°F" : "°C");
+  txtStartTime.SetText(base::Trim(ReadText(kStartTime)));
+  const base::Record weights = ReadRecord(kWeights);
+  for (std::size_t i = 0; i < txtAt.Size(); ++i) txtAt[i].SetText(weights.Field(i));
+  txtMaxOffset.SetText(base::Trim(ReadText(kMaxOffset)));
+  txtInput.SetText(base::Trim(ReadText(kInputPeriod)));
+  FillOptions();
+  FillExtra();
+  EnableGroups();
+  CheckOptimumStart();
+}
+
+void fOptions::FillOptions() {
+  const base::Record options = ReadOptions();
+  const auto set = [&options](std::size_t field) { return options.Field(field) != "0"; };
+  optTerminal[set(kTerminalOption)].Select();
+  chkAlternate.SetChecked(set(kAlternateOption));
+  chkTerminal.SetChecked(set(kTerminalEnabledOption));
+  chkEnable.SetChecked(set(kAveragingEnabledOption));
+  optAverage[set(kAverageOption)].Select();
+  chkFrost.SetChecked(set(kFrostOption));
+  for (std::size_t i = 0; i < chkOptimum.size(); ++i) {
+    chkOptimum[i].SetChecked(options.Field(kOptimumOption[i]) == "1");
+  }
+  if (set(kAlgorithmMarker)) {
+    algorithmUpdate_ = true;
+    MarkChanged();
+  }
+}
+
+void fOptions::FillExtra() {
+  const base::Record extra = ReadRecord(kExtraConfig);
+  const base::Numbers& numbers = Context().settings.numbers;
+  txtHeatCool.SetText(extra.Field(kCycleTimeField));
+  txtChangeOver.SetText(numbers.Text(numbers.ToDouble(extra.Field(kDemandField)) / 2));
+}
+
+// The network inputs page decides the same by the type's name, and differently; the one that fills last wins.
+void fOptions::CheckOptimumStart() {
+  auto& command = Context().device.RoofTopVariables["nviOccCmd"].ConfigProperties();
+  const base::Record type(command[kCommandTypeProperty].Text(host::kValue));
+  const bool standard = type.Field(kTypeIndexField) != kOccupancyIndex;
+  Context().device.OccupancyIsStandard = standard;
+  EnableAll(standard, txtStartTime, fraOptimum, lblStartTime, lblUnitStartTime, chkOptimum[0], chkOptimum[1]);
+}
+
+void fOptions::EnableGroups() {
+  EnableAll(chkAlternate.Checked(), txtHeatCool, lblHeatCool, lblMin, txtChangeOver, lblChangeOver, lblUnit);
+  EnableAll(chkTerminal.Checked(), optTerminal);
+  fraDemand.SetEnabled(chkEnable.Checked());
+  EnableAll(optAverage[0].Selected(), txtMaxOffset, lblMaxOffset, lblMaxOffsetUnit);
+}
+
+std::string fOptions::ValueVerification() {
+  if (!txtHeatCool.Enabled()) return {};
+  const base::Numbers& numbers = Context().settings.numbers;
+  const int cycle = numbers.ToInt16(txtHeatCool.Text());
+  if (const shell::ISubForm* heatCool = Context().pages.FindPage("fHeatCool")) {
+    const int delay = numbers.ToInt16(heatCool->Find("txtChngeOverDelay")->Text());
+    if (cycle < 2 * delay) {
+      return Translate(
+          "The Heating/cooling cycle time cannot be less than 2 times the Heat/Cool change over delay");
+    }
+  }
+  if (cycle < kShortestCycle || cycle > kLongestCycle) {
+    return Translate(
+        "The Heating/cooling cycle time must be higher or equal to 10 and lower or equal to 120");
+  }
+  return {};
+}
+
+bool fOptions::Write() {
+  Context().flags.writeError = false;
+  if (const std::string fault = ValueVerification(); !fault.empty()) {
+    Context().messages.AddMessage(fault, "WriteValue", Location(), logger::kError);
+    return false;
+  }
+  if (!IsChanged()) return true;
+  BindFormats(kBindOrder);
+  WriteText(kStartTime, txtStartTime);
+  ChangeRecord(kWeights, [this](base::Record& weights) {
+    for (std::size_t i = 0; i < txtAt.Size(); ++i) weights.Set(i, base::Trim(txtAt[i].Text()));
+  });
+  WriteText(kMaxOffset, txtMaxOffset);
+  WriteText(kInputPeriod, txtInput);
+  WriteOptions();
+  if (const std::string fault = ValueVerification(); !fault.empty()) {  // host calls have run since the first
+    Context().platform.prompts.Ask(
+        {fault, Translate("Options Configuration"), ui::Buttons::kOk, ui::Icon::kExclamation});
+    Context().flags.writeError = true;
+    return false;
+  }
+  ChangeRecord(kExtraConfig, [this](base::Record& extra) {
+    const base::Numbers& numbers = Context().settings.numbers;
+    extra.Set(kCycleTimeField, base::Trim(txtHeatCool.Text()));
+    // Rounded before it is doubled, so a stored odd number does not survive a save.
+    extra.Set(kDemandField, std::to_string(numbers.ToInt16(txtChangeOver.Text()) * 2));
+  });
+  return true;
+}
+
+void fOptions::WriteOptions() {
+  ChangeOptions([this](base::Record& options) {
+    options.Set(kTerminalOption, FlagText(!optTerminal[0].Selected()));
+    options.Set(kAlternateOption, FlagText(chkAlternate.Checked()));
+    options.Set(kTerminalEnabledOption, FlagText(chkTerminal.Checked()));
+    for (std::size_t i = 0; i < chkOptimum.size(); ++i) {
+      options.Set(kOptimumOption[i], FlagText(chkOptimum[i].Checked()));
+    }
+    if (algorithmUpdate_) options.Set(kAlgorithmMarker, "0");
+    options.Set(kAverageOption, FlagText(!optAverage[0].Selected()));
+    options.Set(kAveragingEnabledOption, FlagText(chkEnable.Checked()));
+    options.Set(kFrostOption, FlagText(chkFrost.Checked()));
+  });
+  if (!algorithmUpdate_) return;
+  Context().messages.AddMessage(
+      Translate(
+          "The Optimum Start algorithm was updated and options were adjusted accordingly. See User Guide for "
+          "more details."),
+      "WriteValue", Location(), logger::kInformation);
+  algorithmUpdate_ = false;
+}
+
+}  // namespace pages

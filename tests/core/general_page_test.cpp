@@ -1,0 +1,140 @@
+#include "base/record.h"
+#include "tool_test.h"
+
+namespace {
+
+struct GeneralTest : tests::ToolTest {
+  std::string Options(const char* device) { return Stored(device, 48, "UCPTobjectOptions", 0); }
+  bool Enabled(const std::string& name) { return AllUsable("fGeneral." + name); }
+};
+
+TEST_F(GeneralTest, BoxesShowAndSaveTheirPropertiesInBothUnits) {
+  const struct {
+    const char* box;
+    int number;
+    const char* format;
+    int precision;
+    const char* typed;
+    const char* stored;
+  } cases[] = {
+      {"txtBypassTime", 15, "SCPTbypassTime", 0, "90", "90"},
+      {"txtCO2", 12, "SCPTlimitCO2", 0, "1100", "1100"},
+      {"txtDuctPressure", 14, "SCPTmaxDuctStaticPressureSetpoint#US", 4, "1.25", "1.2500"},
+      {"txtAirLowLimit", 6, "SCPTmixedAirLowLimitSetpoint#US", 3, "50", "50.000"},
+      {"txtMaxPressure", 13, "UCPTmaxSupplyPressure#US", 4, "3", "3.0000"},
+      {"txtHumidity", 10, "UCPThumidityLevelSetpoint", 1, "50", "50.0"},
+      {"txtHumidityMin", 11, "UCPThumidityCtrlOnOffTime", 1, "4.5", "4.5"},
+      {"txtOutdoor", 27, "UCPTminOutdoorAir", 1, "15", "15.0"},
+      {"txtFreshAir", 50, "UCPTdamperDriveTime", 1, "75", "75.0"},
+  };
+  registry.values["SOFTWARE\\LonWorks\\Plugins|Measure"] = "1";
+  Open(tests::kAssigned);
+  Unlock("fGeneral");
+  EXPECT_EQ(Text("fGeneral.lblAirUnit"), "°F");
+  EXPECT_EQ(Text("fGeneral.lblPressUnit(0)"), "\" WC");
+  for (const auto& item : cases) {
+    auto& box = Find<ui::TextBox>("fGeneral." + std::string(item.box));
+    EXPECT_EQ(box.Text(), Stored(tests::kAssigned, item.number, item.format, item.precision)) << item.box;
+    EXPECT_TRUE(box.Type(item.typed)) << item.box;
+  }
+  Type("fGeneral.txtOutdoorMax", "85");
+  Click("cmdApply");
+  EXPECT_EQ(LastMessage(), "Apply/Main: The configuration settings were applied successfully");
+  for (const auto& item : cases) {
+    EXPECT_EQ(Stored(tests::kAssigned, item.number, item.format, item.precision), item.stored) << item.box;
+  }
+  EXPECT_EQ(Stored(tests::kAssigned, 52, "UCPTextraConfig", 1), "60 60 85.0 120 0");
+}
+
+TEST_F(GeneralTest, SavesItsOptionsAndTakesTheReversingValveBackToNormallyCool) {
+  Open(tests::kPressure);
+  base::Record expected(Options(tests::kPressure));
+  ASSERT_EQ(expected.Field(50), "1");
+  Main().Pages().FindPage("fOptions")->EndWriteValue();  // its own old marker is not this page's matter
+  Unlock("fGeneral");
+  for (const char* option : {"optEmergency(1)", "optTemp(1)", "optEcono(0)"}) {
+    EXPECT_TRUE(Find<ui::OptionButton>("fGeneral." + std::string(option)).Click()) << option;
+  }
+  Click("cmdApply");
+  expected.Set(50, "0");
+  expected.Set(54, "1");
+  expected.Set(55, "0");
+  expected.Set(56, "1");
+  expected.Set(49, "0");
+  EXPECT_EQ(Options(tests::kPressure), expected.Join());
+}
+
+TEST_F(GeneralTest, AnOldFreshAirMarkerIsAdjustedWithTheNextSaveAndToldOnce) {
+  const std::string notice =
+      "WriteValue/General: The Fresh Air flow was set to damper position. See User Guide for more details.";
+  Open(tests::kPressure);
+  EXPECT_TRUE(Main().Pages().FindPage("fGeneral")->IsChanged());
+  Click("cmdApply");
+  EXPECT_EQ(base::Record(Options(tests::kPressure)).Field(55), "0");
+  EXPECT_FALSE(Main().Pages().FindPage("fGeneral")->IsChanged());
+  Type("fGeneral.txtBypassTime", "61");
+  Click("cmdApply");
+  EXPECT_EQ(std::ranges::count(Messages(), notice), 1);
+}
+
+TEST_F(GeneralTest, DamperPositionsMustBeInOrderWhileThereIsADamper) {
+  const std::string number = "WriteValue/General: Damper positions must be a number.";
+  const std::string order =
+      "WriteValue/General: The maximum damper position must be a number greater than or equal to the minimum "
+      "damper "
+      "position.";
+  const struct {
+    const char* minimum;
+    const char* maximum;
+    std::string fault;
+  } cases[] = {{"20", "20", ""}, {"21", "20", order}, {"20.5", "20.4", order}, {"abc", "20", number}};
+  Open(tests::kAssigned);
+  for (const auto& item : cases) {
+    const std::string before = Stored(tests::kAssigned, 27, "UCPTminOutdoorAir", 1);
+    Type("fGeneral.txtOutdoor", item.minimum);
+    Type("fGeneral.txtOutdoorMax", item.maximum);
+    const std::size_t told = Messages().size();
+    Click("cmdApply");
+    if (item.fault.empty()) {
+      EXPECT_EQ(Stored(tests::kAssigned, 27, "UCPTminOutdoorAir", 1), "20.0");
+      continue;
+    }
+    // The host itself refuses a text that is no number, before the rule is reached.
+    EXPECT_GT(Messages().size(), told);
+    if (item.fault == order) {
+      EXPECT_EQ(Messages()[told], item.fault);
+    }
+    EXPECT_EQ(Stored(tests::kAssigned, 27, "UCPTminOutdoorAir", 1), before) << item.minimum;
+    EXPECT_EQ(Text("fGeneral.txtOutdoor"), item.minimum);
+  }
+  Type("fGeneral.txtOutdoor", "21");
+  AssignOutput(6, "UNASSIGNED");  // without the damper its boxes are out of reach, and the rule with them
+  Click("cmdApply");
+  EXPECT_EQ(Stored(tests::kAssigned, 27, "UCPTminOutdoorAir", 1), "21.0");
+}
+
+TEST_F(GeneralTest, GroupsFollowTheChosenFunctionsAtOnce) {
+  Open(tests::kUnassigned);
+  const struct {
+    bool output;
+    int number;
+    const char* function;
+    const char* group;
+  } cases[] = {
+      {true, 1, "FRESH_AIR_DAMPER_MOD", "txtOutdoor"},
+      {true, 2, "BYPASS_DAMPER_MOD", "txtDuctPressure"},
+      {true, 3, "HUMIDIFIER_ON_OFF", "txtHumidityMin"},
+      {false, 4, "EMERGENCY_CONTACT", "optEmergency"},
+      {false, 5, "RETURN_TEMP", "optTemp"},
+  };
+  EXPECT_TRUE(Enabled("txtBypassTime"));
+  for (const auto& item : cases) {
+    EXPECT_FALSE(Enabled(item.group)) << item.function;
+    item.output ? AssignOutput(item.number, item.function) : AssignInput(item.number, item.function);
+    EXPECT_TRUE(Enabled(item.group)) << item.function;
+  }
+  for (const char* group : {"fraMix", "fraCo2", "fraEcono", "txtHumidity"})
+    EXPECT_TRUE(Enabled(group)) << group;
+}
+
+}  // namespace

@@ -1,0 +1,155 @@
+#include "base/record.h"
+#include "tool_test.h"
+
+namespace {
+
+struct OptionsTest : tests::ToolTest {
+  std::string Extra(const char* device) { return Stored(device, 52, "UCPTextraConfig", 1); }
+  std::string Options(const char* device) { return Stored(device, 48, "UCPTobjectOptions", 0); }
+  bool Enabled(const std::string& name) { return AllUsable("fOptions." + name); }
+  bool Leave(const char* box) { return Find<ui::TextBox>("fOptions." + std::string(box)).Leave(); }
+  void ToggleCheck(const char* box) {
+    EXPECT_TRUE(Find<ui::CheckBox>("fOptions." + std::string(box)).Click()) << box;
+  }
+};
+
+TEST_F(OptionsTest, EveryControlSavesItsOwnFieldAndNothingElse) {
+  Open(tests::kAssigned);
+  Unlock("fOptions");
+  base::Record options(Options(tests::kAssigned));
+  const std::pair<const char*, std::size_t> checks[] = {{"chkAlternate", 34},  {"chkTerminal", 48},
+                                                        {"chkOptimum(1)", 59}, {"chkOptimum(2)", 60},
+                                                        {"chkFrost", 62},      {"chkAlternate", 34}};
+  for (const auto& [box, field] : checks) {
+    ToggleCheck(box);
+    options.Set(field, options.Field(field) == "1" ? "0" : "1");
+  }
+  for (const auto& [group, field] : {std::pair{"optTerminal", 33u}, std::pair{"optAverage", 52u}}) {
+    const bool first = options.Field(field) == "1";
+    Unlock("fOptions");
+    EXPECT_TRUE(Find<ui::OptionButton>("fOptions." + std::string(group) + (first ? "(0)" : "(1)")).Click());
+    options.Set(field, first ? "0" : "1");
+  }
+  ToggleCheck("chkEnable");
+  options.Set(51, "0");
+  Click("cmdApply");
+  EXPECT_EQ(LastMessage(), "Apply/Main: The configuration settings were applied successfully");
+  EXPECT_EQ(Options(tests::kAssigned), options.Join());
+}
+
+TEST_F(OptionsTest, BoxesShowAndSaveTheirPropertiesInImperialUnits) {
+  registry.values["SOFTWARE\\LonWorks\\Plugins|Measure"] = "1";
+  Open(tests::kAssigned);
+  Unlock("fOptions");
+  EXPECT_EQ(Text("fOptions.txtMaxOffset"), "3.60");  // 2 K
+  EXPECT_EQ(Text("fOptions.lblMaxOffsetUnit"), "°F");
+  const std::pair<const char*, const char*> typed[] = {
+      {"txtStartTime", "200"}, {"txtMaxOffset", "1.8"}, {"txtInput", "120.5"}, {"txtAt(0)", "10"},
+      {"txtAt(1)", "20"},      {"txtAt(2)", "30"},      {"txtAt(3)", "40.5"}};
+  for (const auto& [box, text] : typed) {
+    Type("fOptions." + std::string(box), text);
+  }
+  Click("cmdApply");
+  EXPECT_EQ(Stored(tests::kAssigned, 16, "UCPTmaxOptimumStartTime", 0), "200");
+  EXPECT_EQ(Stored(tests::kAssigned, 47, "UCPTweightAvgMaxInOffset", 2), "1.00");
+  EXPECT_EQ(Stored(tests::kAssigned, 45, "UCPTmaxRcvScanTime", 1), "120.5");
+  EXPECT_EQ(Stored(tests::kAssigned, 46, "UCPTweightAvgParam", 1), "10.0 20.0 30.0 40.5");
+}
+
+TEST_F(OptionsTest, TheCycleTimeFollowsTheChangeoverDelayAndItsOwnRange) {
+  const std::string twice =
+      "The Heating/cooling cycle time cannot be less than 2 times the Heat/Cool change over delay";
+  const std::string range =
+      "The Heating/cooling cycle time must be higher or equal to 10 and lower or equal to 120";
+  const struct {
+    const char* delay;
+    const char* cycle;
+    std::string fault;
+  } cases[] = {{"30", "59", twice}, {"30", "60", ""},    {"2", "9", range},
+               {"2", "10", ""},     {"2", "121", range}, {"2", "120", ""}};
+  Open(tests::kAssigned);
+  Find<ui::TextBox>("fOptions.txtHeatCool").SetEnabled(false);
+  Find<ui::CheckBox>("fOptions.chkAlternate").SetChecked(false);
+  ToggleCheck("chkAlternate");
+  for (const auto& item : cases) {
+    Type("fHeatCool.txtChngeOverDelay", item.delay);
+    Type("fOptions.txtHeatCool", item.cycle);
+    prompts.asked.clear();
+    EXPECT_TRUE(Leave("txtHeatCool"));
+    EXPECT_EQ(prompts.asked.empty() ? "" : prompts.asked.back().text, item.fault) << item.cycle;
+    const std::string before = Extra(tests::kAssigned);
+    const std::size_t told = Messages().size();
+    Click("cmdApply");
+    if (item.fault.empty()) {
+      EXPECT_EQ(base::Record(Extra(tests::kAssigned)).Field(0), item.cycle);
+    } else {
+      EXPECT_EQ(Extra(tests::kAssigned), before);
+      EXPECT_EQ(Messages()[told], "WriteValue/Options: " + item.fault);
+    }
+  }
+  Type("fOptions.txtHeatCool", "9");
+  ToggleCheck("chkAlternate");
+  EXPECT_FALSE(Enabled("txtHeatCool"));
+  prompts.asked.clear();
+  Leave("txtHeatCool");
+  EXPECT_TRUE(prompts.asked.empty());  // the rule is silent for what cannot be edited
+}
+
+TEST_F(OptionsTest, TheChangeoverDemandIsStoredDoubledAndRounded) {
+  Open(tests::kAssigned);
+  Store(52, "UCPTextraConfig", "60 45 100.0 120 0");
+  Main().Pages().FindPage("fOptions")->FillValue();
+  EXPECT_EQ(Text("fOptions.txtChangeOver"), "22.5");
+  Find<ui::CheckBox>("fOptions.chkAlternate").SetChecked(false);
+  ToggleCheck("chkAlternate");
+  Click("cmdApply");
+  EXPECT_EQ(base::Record(Extra(tests::kAssigned)).Field(1), "44");
+
+  const std::string refusal = "The change over minimum demand msut be between 0 and 100%";
+  const std::pair<const char*, bool> texts[] = {{"0", true},      {"100", true},   {"100.4", true},
+                                                {"100.6", false}, {"101", false},  {"-1", false},
+                                                {"99999", false}, {"1e30", false}, {"", false}};
+  for (const auto& [text, accepted] : texts) {
+    Type("fOptions.txtChangeOver", text);
+    prompts.asked.clear();
+    EXPECT_EQ(Leave("txtChangeOver"), accepted) << text;
+    if (!accepted) {
+      EXPECT_EQ(prompts.asked.back().text, *text ? refusal : "Invalid value for this field");
+    }
+  }
+}
+
+TEST_F(OptionsTest, AnOldAlgorithmMarkerIsAdjustedWithTheNextSaveAndToldOnce) {
+  const std::string notice =
+      "WriteValue/Options: The Optimum Start algorithm was updated and options were adjusted accordingly. "
+      "See User "
+      "Guide for more details.";
+  Open(tests::kPressure);
+  EXPECT_TRUE(Main().Pages().FindPage("fOptions")->IsChanged());
+  Click("cmdApply");
+  EXPECT_EQ(base::Record(Options(tests::kPressure)).Field(58), "0");
+  EXPECT_FALSE(Main().Pages().FindPage("fOptions")->IsChanged());
+  ToggleCheck("chkFrost");
+  Click("cmdApply");
+  EXPECT_EQ(std::ranges::count(Messages(), notice), 1);
+}
+
+TEST_F(OptionsTest, GroupsFollowTheirCheckBoxes) {
+  Open(tests::kUnassigned);
+  const std::pair<const char*, const char*> groups[] = {
+      {"chkAlternate", "txtChangeOver"}, {"chkTerminal", "optTerminal"}, {"chkEnable", "txtAt"}};
+  for (const auto& [box, group] : groups) {
+    const bool checked = Find<ui::CheckBox>("fOptions." + std::string(box)).Checked();
+    EXPECT_EQ(Enabled(group), checked) << box;
+    ToggleCheck(box);
+    EXPECT_EQ(Enabled(group), !checked) << box;
+  }
+}
+
+TEST_F(OptionsTest, ThePageItselfTestsTheTypeOfTheOccupancyCommand) {
+  Open(tests::kUnassigned);
+  Main().Pages().FindPage("fOptions")->FillValue();
+  EXPECT_FALSE(Enabled("txtStartTime"));  // type 109 is the standard one; the name test says the opposite
+}
+
+}  // namespace
