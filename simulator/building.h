@@ -30,7 +30,7 @@ struct SessionLimits {
 };
 
 struct BuildingOptions {
-  std::filesystem::path dataFolder;  // holds types.json, device.json and building.json
+  std::filesystem::path dataFolder;  // types.json, device.json, building.json; languages/*.json
   std::filesystem::path storeFile;   // where values are kept; empty: in memory only
   base::Numbers numbers;             // decimal separator of the users
   SessionLimits limits;

@@ -13,6 +13,8 @@ namespace {
 
 using Json = nlohmann::ordered_json;
 
+constexpr char kFont[] = "Tahoma";
+
 /// Owner and number of "RoofTopObject.30" or "RoofTopObject/nviCO2.1"; nothing for the key of a variable.
 std::optional<std::pair<std::string, int>> SplitKey(const std::string& key) {
   const std::size_t point = key.rfind('.');
@@ -59,6 +61,7 @@ Core::Core(const BuildingOptions& options)
       limits(options.limits),
       serverVersion(options.serverVersion) {
   ReadBuilding(options.dataFolder / "building.json");
+  ReadLanguages(options.dataFolder / "languages");
   for (const DeviceRecord& device : devices) {
     try {
       CheckStored(store.Device(device.key), deviceTemplate);
@@ -78,13 +81,6 @@ void Core::ReadBuilding(const std::filesystem::path& file) {
     networkName = json.at("network").at("name").get<std::string>();
     ipAddress = json.at("network").at("ipAddress").get<std::string>();
     port = json.at("network").at("port").get<std::int32_t>();
-    for (const auto& [language, sections] : json.at("languages").items()) {
-      Sections& table = languages[language];
-      for (const auto& [section, texts] : sections.items()) {
-        auto& entries = table[section];
-        for (const auto& [key, text] : texts.items()) entries.emplace_back(key, text.get<std::string>());
-      }
-    }
     for (const Json& device : json.at("devices")) {
       DeviceRecord record;
       record.key = device.at("key").get<std::string>();
@@ -101,6 +97,27 @@ void Core::ReadBuilding(const std::filesystem::path& file) {
     }
   } catch (const std::exception& error) {
     throw base::Error(PathText(file) + ", " + place + ": " + error.what());
+  }
+}
+
+// English needs no texts: it is what the plug-ins ask with.
+void Core::ReadLanguages(const std::filesystem::path& folder) {
+  languages["English"].font = kFont;
+  if (!std::filesystem::exists(folder)) return;
+  for (const auto& file : std::filesystem::directory_iterator(folder)) {
+    try {
+      const Json json = Json::parse(ReadWholeFile(file.path()));
+      LanguageTexts& language = languages[json.at("language").get<std::string>()];
+      language.font = json.value("font", kFont);
+      for (const auto& [section, texts] : json.at("sections").items()) {
+        auto& entries = language.sections[section];
+        for (const auto& [english, text] : texts.items()) {
+          entries.emplace_back(base::Upper(base::Trim(english)), text.get<std::string>());
+        }
+      }
+    } catch (const std::exception& error) {
+      throw base::Error(PathText(file.path()) + ": " + error.what());
+    }
   }
 }
 

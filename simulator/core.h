@@ -27,8 +27,11 @@ struct DeviceRecord {
   std::string version;
 };
 
-/// Texts by section and key, for each language.
-using Sections = std::map<std::string, std::vector<std::pair<std::string, std::string>>, std::less<>>;
+/// A language of the shared language component: its texts by section and key, and the type face for them.
+struct LanguageTexts {
+  std::string font;
+  std::map<std::string, std::vector<std::pair<std::string, std::string>>, std::less<>> sections;
+};
 
 struct Session;
 
@@ -53,13 +56,14 @@ struct Core {
   std::string networkName;
   std::string ipAddress;
   std::int32_t port = 0;
-  std::map<std::string, Sections> languages;
+  std::map<std::string, LanguageTexts, std::less<>> languages;
   std::vector<DeviceRecord> devices;
   std::vector<Session*> sessions;
   std::vector<std::string> log;
 
  private:
   void ReadBuilding(const std::filesystem::path& file);
+  void ReadLanguages(const std::filesystem::path& folder);
 };
 
 /// Puts the variable's type and, where it has one, its SCPTnvType property into `values`.

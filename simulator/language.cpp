@@ -14,8 +14,6 @@ using automation::Value;
 
 namespace {
 
-constexpr char kFont[] = "Tahoma";
-
 /// Days since 30 December 1899, in local time.
 double Now() {
   const std::time_t time = std::time(nullptr);
@@ -40,24 +38,28 @@ constexpr automation::MemberOf<Language> Language::kMembers[] = {
     {"Language",
      [](Language& self, const Arguments&) -> Value { return self.GetCore().store.Committed().language; },
      [](Language& self, const Value& value) { self.Choose(value.AsText()); }},
-    {"Font", [](Language&, const Arguments&) -> Value { return kFont; }},
+    {"Font", [](Language& self, const Arguments&) -> Value { return self.InUse().font; }},
 };
+
+// The store may name a language whose texts were taken away since.
+const LanguageTexts& Language::InUse() const {
+  const auto& languages = GetCore().languages;
+  const auto chosen = languages.find(GetCore().store.Committed().language);
+  return chosen == languages.end() ? languages.find("English")->second : chosen->second;
+}
 
 Object Language::Section(const std::string& name) const {
   CollectionItems items;
-  const auto language = GetCore().languages.find(GetCore().store.Committed().language);
-  if (language != GetCore().languages.end()) {
-    const auto section = language->second.find(name);
-    if (section != language->second.end()) {
-      for (const auto& [key, text] : section->second) items.push_back({key, text});
-    }
+  const auto& sections = InUse().sections;
+  if (const auto section = sections.find(name); section != sections.end()) {
+    for (const auto& [key, text] : section->second) items.push_back({key, text});
   }
   return MakeCollection(SharedCore(), "Section " + name, std::move(items));
 }
 
 Object Language::Languages() const {
   CollectionItems items;
-  for (const auto& [name, sections] : GetCore().languages) items.push_back({name, name});
+  for (const auto& [name, texts] : GetCore().languages) items.push_back({name, name});
   return MakeCollection(SharedCore(), "Languages", std::move(items));
 }
 

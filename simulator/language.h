@@ -1,6 +1,6 @@
 // The shared language component: the texts of each language by section, the language chosen for all plug-ins
-// of the host and when it was last changed. The texts come from building.json, the choice is kept in the
-// store.
+// of the host and when it was last changed. The texts come from the data folder's languages, one file each,
+// the choice is kept in the store.
 #pragma once
 
 #include <string>
@@ -20,6 +20,7 @@ class Language : public HostObject<Language> {
   static const automation::MemberOf<Language> kMembers[5];
 
  private:
+  const LanguageTexts& InUse() const;
   automation::Object Section(const std::string& name) const;
   automation::Object Languages() const;
   void Choose(const std::string& language);

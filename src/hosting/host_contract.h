@@ -70,6 +70,9 @@ inline constexpr std::string_view kDeviceType = "DeviceType";
 // Language component.
 inline constexpr std::string_view kSection = "Section";
 inline constexpr std::string_view kLastChange = "LastChange";
+inline constexpr std::string_view kLanguages = "Languages";
+inline constexpr std::string_view kLanguage = "Language";
+inline constexpr std::string_view kFont = "Font";
 
 // Editing controls.
 inline constexpr std::string_view kInitialize = "Initialize";

@@ -37,6 +37,7 @@ fMain::fMain(const Platform& platform, const Settings& settings, Strings& string
                [&strings](std::string_view text) { return strings.GetStrings(text); }}),
       context_{platform, settings, device_, strings, *this, flags_, pages_, selections_, *this},
       pages_(pageTable),
+      language_(context_),
       tmrBlink(platform.loop, kBlinkInterval),
       TimerQuit(platform.loop, kQuitDelay) {
   iconFile = settings.iconFile;
@@ -107,6 +108,7 @@ void fMain::ConnectHandlers() {
 
 void fMain::InitStrings() {
   strings_.ReloadStrings();
+  if (platform_.toolkit) platform_.toolkit->UseFont(strings_.Font());
   const std::pair<ui::Control*, std::string_view> captions[] = {
       {&cmdOK, "&OK"},
       {&cmdApply, "Apply"},
@@ -134,7 +136,8 @@ void fMain::InitStrings() {
       {strings_.GetStrings("&View"),
        {},
        {{strings_.GetStrings("&Refresh") + "\tF5", [this] { cmdRefresh.Click(); }, {}},
-        {strings_.GetStrings("&Message Logger"), [this] { cmdErrorLog.Click(); }, {}}}},
+        {strings_.GetStrings("&Message Logger"), [this] { cmdErrorLog.Click(); }, {}},
+        {strings_.GetStrings("&Language") + "...", [this] { ChooseLanguage(); }, {}}}},
       {strings_.GetStrings("&Help"),
        {},
        {{strings_.GetStrings("&Contents") + "\tF1", [this] { cmdHelp.Click(); }, {}}}},
@@ -335,6 +338,11 @@ bool fMain::MayClose() {
                     settings_.title, ui::Buttons::kYesNoCancel, ui::Icon::kQuestion}) == ui::Answer::kYes;
   });
   return mayClose;
+}
+
+void fMain::ChooseLanguage() {
+  if (busy_ || ending_) return;
+  if (language_.Open()) Command("Language", [this] { ReInitializeStrings(); });
 }
 
 void fMain::ChooseUnits() {

@@ -10,6 +10,7 @@
 #include <string_view>
 
 #include "logger/message_logger.h"
+#include "shell/fLanguage.h"
 #include "shell/page_set.h"
 #include "shell/platform.h"
 #include "ui/form.h"
@@ -50,6 +51,7 @@ class fMain : public ui::Window, private MessageSink, private PageWork {
 
   logger::fMessage& Logger() { return logger_; }
   PageSet& Pages() { return pages_; }
+  fLanguage& LanguagePage() { return language_; }
   PageFlags& Flags() { return flags_; }
   DeviceObjects& Device() { return device_; }
   /// The input and output functions chosen at this moment.
@@ -78,6 +80,7 @@ class fMain : public ui::Window, private MessageSink, private PageWork {
   void Help();
   bool MayClose();
   void ChooseUnits();
+  void ChooseLanguage();
   void Activated();
   void LoggerReported(int level);
   void Blink();
@@ -95,6 +98,7 @@ class fMain : public ui::Window, private MessageSink, private PageWork {
   SelectedTypes selections_;
   PageContext context_;
   PageSet pages_;
+  fLanguage language_;
   std::size_t shownPage_ = 0;
   std::string tag_;
   bool activated_ = false;

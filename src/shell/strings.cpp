@@ -35,14 +35,43 @@ void Strings::ReloadStrings() {
     if (!std::exchange(asked_, true)) component_ = createComponent_();
     if (!component_) return;
     if (loadTime_ != 0 && component_.Get(host::kLastChange).AsReal() <= loadTime_) return;
-    const automation::Object section = component_.Call(host::kSection, kSectionName).AsObject();
-    const bool filled = section && section.Whole(host::kCount) > 0;
-    section_ = filled ? section : automation::Object();
-    table_.clear();
-    loadTime_ = DateNow();
+    Load();
   } catch (const automation::Error&) {
     // Without the component the tool speaks as before, in English at worst.
   }
+}
+
+void Strings::Load() {
+  const automation::Object section = component_.Call(host::kSection, kSectionName).AsObject();
+  const bool filled = section && section.Whole(host::kCount) > 0;
+  section_ = filled ? section : automation::Object();
+  table_.clear();
+  loadTime_ = DateNow();
+  font_ = component_.Text(host::kFont);
+}
+
+automation::Object& Strings::Component() {
+  ReloadStrings();
+  if (!component_) {
+    throw automation::Error(automation::kApplicationDefined,
+                            std::string(host::kLanguageId) + " is not installed.");
+  }
+  return component_;
+}
+
+std::vector<std::string> Strings::Languages() {
+  const automation::Object list = Component().Child(host::kLanguages);
+  const std::int32_t count = list.Whole(host::kCount);
+  std::vector<std::string> names;
+  for (std::int32_t i = 1; i <= count; ++i) names.push_back(list.Get(host::kItem, i).AsText());
+  return names;
+}
+
+std::string Strings::Language() { return Component().Text(host::kLanguage); }
+
+void Strings::SetLanguage(std::string_view language) {
+  Component().Put(host::kLanguage, language);
+  Load();
 }
 
 std::string Strings::GetStrings(std::string_view text) const {

@@ -23,6 +23,16 @@ class Strings {
   /// sets its texts. A component that fails leaves the table as it was.
   void ReloadStrings();
 
+  /// The languages that the component offers, and the one chosen for all plug-ins. Throw automation::Error,
+  /// also when there is no component.
+  std::vector<std::string> Languages();
+  std::string Language();
+  /// Chooses a language for all plug-ins and loads its texts. Throws automation::Error when the component
+  /// refuses.
+  void SetLanguage(std::string_view language);
+  /// The type face for the language in use; empty where the component names none.
+  const std::string& Font() const { return font_; }
+
   /// The translation of `text`, found without regard to case and surrounding blanks; without one `text`
   /// itself, exactly as given. Never fails.
   std::string GetStrings(std::string_view text) const;
@@ -34,9 +44,14 @@ class Strings {
   std::string FormatStrings(std::string_view text, const std::vector<std::string>& arguments) const;
 
  private:
+  /// The component. Throws automation::Error when there is none.
+  automation::Object& Component();
+  void Load();
+
   std::function<automation::Object()> createComponent_;
   automation::Object component_;
   bool asked_ = false;
+  std::string font_;
   double loadTime_ =
       0;  // the platform's date: days since 30 December 1899, local time; 0 before the first load
   automation::Object section_;                                     // nothing when the table is empty

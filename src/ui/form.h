@@ -95,6 +95,9 @@ class Toolkit {
   virtual void Realize(Window& window) = 0;
   /// Destroys it again. Harmless when there is none.
   virtual void Discard(Window& window) = 0;
+  /// Shows all text in the type face `face` from now on, in the windows that exist too; empty: the system's
+  /// own.
+  virtual void UseFont(const std::string& face) = 0;
 };
 
 class Window : public Form {

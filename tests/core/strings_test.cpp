@@ -37,6 +37,7 @@ class Component : public automation::LocalClass<Component> {
 
   static constexpr automation::MemberOf<Component> kMembers[] = {
       {"LastChange", [](Component& self, const Arguments&) { return Value(self.lastChange); }},
+      {"Font", [](Component&, const Arguments&) { return Value("Tahoma"); }},
       {"Section", nullptr, nullptr,
        [](Component& self, const Arguments& arguments) {
          EXPECT_EQ(arguments[0].AsText(), "RoofTopConfiguration");

@@ -92,6 +92,11 @@ bool NativeControl::MeasuredAnew() {
   return before != measured_;
 }
 
+void NativeControl::FontChanged() {
+  if (window_) SendMessageW(window_, WM_SETFONT, reinterpret_cast<WPARAM>(TextFont()), TRUE);
+  MeasuredAnew();
+}
+
 bool NativeControl::Place(const ui::Rect& rect) {
   if (rect == placed_) return false;
   placed_ = rect;

@@ -40,6 +40,8 @@ class NativeControl {
   virtual ui::Size Measure() const = 0;
   /// Whether that size is another one than at the last call.
   bool MeasuredAnew();
+  /// The fonts in use are others now.
+  virtual void FontChanged();
   /// Answers whether it moved.
   virtual bool Place(const ui::Rect& rect);
   /// Brings the focus here; a text box selects its content.

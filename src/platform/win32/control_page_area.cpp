@@ -66,6 +66,10 @@ void NativePageArea::Mirror(ui::Aspect aspect) {
   if (aspect != ui::Aspect::kText) NativeControl::Mirror(aspect);
 }
 
+void NativePageArea::FontChanged() {
+  for (const Page& page : pages_) page.form->FontChanged();
+}
+
 void NativePageArea::MirrorPages() {
   const std::vector<ui::Form*> wanted = Area().Forms();
   for (Page& page : pages_) {

@@ -25,6 +25,7 @@ class NativePageArea : public NativeControl {
   ui::Size Measure() const override;
   bool Place(const ui::Rect& rect) override;
   void Mirror(ui::Aspect aspect) override;
+  void FontChanged() override;
   void Disconnect() override;
   void Reveal(HWND inside) override;
 

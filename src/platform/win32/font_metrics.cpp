@@ -7,7 +7,7 @@ namespace {
 
 constexpr std::wstring_view kAlphabet = L"ABCDEFGHIJKLMNOPQRSTUVWXYZabcdefghijklmnopqrstuvwxyz";
 
-LOGFONTW MessageFont() {
+LOGFONTW SystemFont() {
   NONCLIENTMETRICSW metrics = {};
   metrics.cbSize = sizeof metrics;
   if (SystemParametersInfoW(SPI_GETNONCLIENTMETRICS, sizeof metrics, &metrics, 0))
@@ -19,13 +19,28 @@ LOGFONTW MessageFont() {
 
 }  // namespace
 
-FontMetrics::FontMetrics() : screen_(CreateCompatibleDC(nullptr)) {
-  LOGFONTW description = MessageFont();
+FontMetrics::FontMetrics() : screen_(CreateCompatibleDC(nullptr)), face_(SystemFont().lfFaceName) {
+  dpi_ = GetDeviceCaps(screen_.Get(), LOGPIXELSY);
+  MeasureText();
+}
+
+bool FontMetrics::UseFace(const std::wstring& face) {
+  const std::wstring wanted = face.empty() ? SystemFont().lfFaceName : face.substr(0, LF_FACESIZE - 1);
+  if (wanted == face_) return false;
+  face_ = wanted;
+  MeasureText();
+  return true;
+}
+
+void FontMetrics::MeasureText() {
+  LOGFONTW description = SystemFont();
+  face_.copy(description.lfFaceName, LF_FACESIZE - 1);
+  description.lfFaceName[face_.size()] = 0;
+  SelectObject(screen_.Get(), GetStockObject(DEFAULT_GUI_FONT));  // a selected font could not be released
   text_ = Font(CreateFontIndirectW(&description));
   description.lfHeight = MulDiv(description.lfHeight, 3, 2);
   heading_ = Font(CreateFontIndirectW(&description));
 
-  dpi_ = GetDeviceCaps(screen_.Get(), LOGPIXELSY);
   SelectObject(screen_.Get(), Text());
   TEXTMETRICW metrics = {};
   GetTextMetricsW(screen_.Get(), &metrics);

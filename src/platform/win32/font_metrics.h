@@ -1,5 +1,5 @@
-// The fonts that the system uses for dialogs, and the measures that follow from them: text extents, dialog
-// units and lengths scaled to the screen's density. One for all windows of the tool.
+// The fonts of dialogs, the system's or those of the language in use, and the measures that follow from them:
+// text extents, dialog units and lengths scaled to the screen's density. One for all windows of the tool.
 #pragma once
 
 #include <windows.h>
@@ -23,6 +23,9 @@ class FontMetrics {
  public:
   FontMetrics();
 
+  /// Takes the type face `face` (empty: the system's own) in the system's size; no when it is in use already.
+  bool UseFace(const std::wstring& face);
+
   HFONT Text() const { return static_cast<HFONT>(text_.Get()); }
   HFONT Heading() const { return static_cast<HFONT>(heading_.Get()); }
 
@@ -43,7 +46,10 @@ class FontMetrics {
   int Width(const std::wstring& text) const;
 
  private:
+  void MeasureText();
+
   Owner<HDC, DeleteDeviceContext> screen_;
+  std::wstring face_;
   Font text_;
   Font heading_;
   int dpi_ = 96;

@@ -86,6 +86,11 @@ void NativeForm::QueueArrange() {
   top_.QueueArrange();
 }
 
+void NativeForm::FontChanged() {
+  for (const auto& control : controls_) control->FontChanged();
+  QueueArrange();
+}
+
 void NativeForm::Changed(ui::Control& control, ui::Aspect aspect) {
   NativeControl* native = Find(control);
   if (!native) return;

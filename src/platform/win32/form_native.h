@@ -40,6 +40,8 @@ class NativeForm : public ui::Peer, public ui::Metrics, public std::enable_share
   /// Forgets the measured size, because something was measured that has changed.
   void Unmeasure() { minimum_.reset(); }
   void Arrange(const ui::Rect& area);
+  /// The fonts in use are others now: everything is measured anew.
+  void FontChanged();
   /// The size of a control changed, so the window is to be arranged anew, when the present call is done.
   void QueueArrange();
 

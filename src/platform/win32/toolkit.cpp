@@ -6,6 +6,7 @@
 #include <algorithm>
 
 #include "platform/win32/ui_context.h"
+#include "platform/win32/utf.h"
 #include "platform/win32/window_native.h"
 
 namespace win32 {
@@ -59,6 +60,11 @@ void NativeToolkit::Create(ui::Window& window, HWND parent) {
 void NativeToolkit::Discard(ui::Window& window) {
   const auto node = windows_.extract(&window);
   if (node) node.mapped()->Detach();
+}
+
+void NativeToolkit::UseFont(const std::string& face) {
+  if (!context_->font.UseFace(Wide(face))) return;
+  for (const auto& [data, window] : windows_) window->Form().FontChanged();
 }
 
 HWND NativeToolkit::HandleOf(const ui::Form& form) const {

@@ -23,6 +23,7 @@ class NativeToolkit : public ui::Toolkit, private MessageFilter {
 
   void Realize(ui::Window& window) override;
   void Discard(ui::Window& window) override;
+  void UseFont(const std::string& face) override;
   /// Shows `window` without a frame inside `parent`, a window of somebody else, who sets its size and whose
   /// message loop handles its keys. Throws base::Error.
   void RealizeInside(ui::Window& window, HWND parent);

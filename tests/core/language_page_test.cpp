@@ -1,0 +1,83 @@
+#include "tool_test.h"
+
+namespace {
+
+struct LanguageTest : tests::ToolTest {
+  /// Opens the language page from the menu; `act` is what the person does in it.
+  void InThePage(const std::function<void()>& act) {
+    loop.whileOpen = act;
+    for (const ui::MenuItem& menu : Main().menu) {
+      for (const ui::MenuItem& item : menu.items) {
+        if (item.caption.find("Lang") != std::string::npos) return item.onClick();
+      }
+    }
+    FAIL() << "no menu entry";
+  }
+  ui::ListBox& List() { return dynamic_cast<ui::ListBox&>(*Main().LanguagePage().Find("cboLanguage")); }
+  void ClickInPage(const char* button) {
+    dynamic_cast<ui::Button&>(*Main().LanguagePage().Window().Find(button)).Click();
+  }
+  std::string InUse() { return building.Language().Text("Language"); }
+};
+
+constexpr const char* kWarning =
+    "Warning!!\n\n"
+    "We detected the Language for Plug-Ins in your computer-->English\n"
+    "You've selected Language-->French\n"
+    "Please close all LNS applications and reopen them!\n"
+    "If this is not done, the display might not be appropriate or only certain applications will take "
+    "effect.\n\n"
+    "Do you want to continue?";
+
+TEST_F(LanguageTest, AChoiceReachesEveryWindowAtOnceAndEveryLaterPlugIn) {
+  Open(tests::kAssigned);
+  Type("fPID.txtPIDTemp(0)", "31");
+  const std::string unit = Text("fPID.lblUnit(0)");
+  InThePage([this] {
+    EXPECT_EQ(List().SelectedText(), "English");
+    List().Choose("French");
+    ClickInPage("cmdOK");
+  });
+  ASSERT_EQ(prompts.asked.size(), 1u);
+  EXPECT_EQ(prompts.asked[0].text, kWarning);
+  EXPECT_EQ(prompts.asked[0].title, "Setting Language");
+  EXPECT_EQ(prompts.asked[0].buttons, ui::Buttons::kOkCancel);
+  EXPECT_EQ(prompts.asked[0].icon, ui::Icon::kExclamation);
+  EXPECT_EQ(InUse(), "French");
+  EXPECT_EQ(Text("cmdApply"), "Appliquer");
+  EXPECT_EQ(Text("fPID.lblUnit(0)"), unit);
+  EXPECT_EQ(Text("fPID.txtPIDTemp(0)"), "31");
+  EXPECT_TRUE(Main().Pages().AnyPageChanged());
+}
+
+TEST_F(LanguageTest, NothingChangesWithoutTheUsersConsent) {
+  Open(tests::kAssigned);
+  prompts.answers = {ui::Answer::kCancel};
+  InThePage([this] {
+    List().Choose("French");
+    ClickInPage("cmdOK");
+    EXPECT_TRUE(Main().LanguagePage().Window().Visible());
+    ClickInPage("cmdCancel");
+  });
+  EXPECT_EQ(InUse(), "English");
+  EXPECT_EQ(prompts.asked.size(), 1u);
+  InThePage([this] { ClickInPage("cmdOK"); });  // the language in use needs no question
+  EXPECT_EQ(prompts.asked.size(), 1u);
+  EXPECT_EQ(Text("cmdApply"), "Apply");
+}
+
+TEST_F(LanguageTest, AComponentThatRefusesIsTold) {
+  Open(tests::kAssigned);
+  building.Faults().Fail({.member = "Language.Language", .call = 2});
+  InThePage([this] {
+    List().Choose("French");
+    ClickInPage("cmdOK");
+    ClickInPage("cmdCancel");
+  });
+  ASSERT_EQ(prompts.asked.size(), 2u);
+  EXPECT_EQ(prompts.asked[1].icon, ui::Icon::kError);
+  EXPECT_NE(LastMessage().find("Setting Language/Language: "), std::string::npos);
+  EXPECT_EQ(InUse(), "English");
+}
+
+}  // namespace
