@@ -13,7 +13,7 @@ struct FanValveTest : tests::ToolTest {
   void Assign(int output, const char* function) {
     const std::string list = "fControlOutput.cboOutput(" + std::to_string(output - 1) + ")";
     EXPECT_TRUE(Find<ui::ListBox>(list).Choose(function));
-    Find<ui::ListView>("lvwConfig").Choose(2);  // the page decides again when it comes into view
+    ChoosePage("fFanValve");  // the page decides again when it comes into view
   }
 };
 
@@ -89,7 +89,7 @@ TEST_F(FanValveTest, TheInputStateIsForAFanStateByCurrent) {
   EXPECT_FALSE(Enabled("optState"));
   EXPECT_FALSE(Enabled("txtThresHold"));
   Find<ui::ListBox>("fHardwareInput.cboInput(1)").Choose("FAN_STATE");
-  Find<ui::ListView>("lvwConfig").Choose(2);
+  ChoosePage("fFanValve");
   EXPECT_TRUE(Enabled("fraState"));
 }
 

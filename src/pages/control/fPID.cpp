@@ -20,21 +20,6 @@ constexpr const char* kColumns[] = {"Proportional", "Dead Band", "Integral", "De
 constexpr const char* kParts[] = {"Gain", "Gain", "Time", "Gain", "Time"};
 constexpr const char* kTemperatureLoops[] = {"Space Temperature", "Supply Temperature"};
 
-struct UnitTexts {
-  const char* temperatureGain;
-  const char* temperature;
-  const char* pressureGain;
-  const char* pressure;
-};
-constexpr UnitTexts kMetric = {"% / °C", "°C", "% / Pa", "Pa"};
-constexpr UnitTexts kImperial = {"% / °F", "°F", "%/ \" WC", "\" WC"};
-
-template <std::size_t N>
-void SetTexts(const ui::LabelArray<N>& labels, const std::string& text, std::size_t first = 0,
-              std::size_t last = N - 1) {
-  for (std::size_t i = first; i <= last; ++i) labels[i].SetText(text);
-}
-
 }  // namespace
 
 fPID::fPID(const shell::PageContext& context, int helpTopic)
@@ -102,11 +87,10 @@ void fPID::InitStrings() {
 }
 
 void fPID::SetUnitLabels() {
-  const UnitTexts& texts = IsImperial() ? kImperial : kMetric;
-  SetTexts(lblUnit, texts.temperatureGain);
-  SetTexts(lblDeadBandUnit, texts.temperature);
-  SetTexts(lblPressure, texts.pressureGain);
-  lblPressD.SetText(texts.pressure);
+  SetTexts(lblUnit, IsImperial() ? "% / °F" : "% / °C");
+  SetTexts(lblDeadBandUnit, TemperatureUnit());
+  SetTexts(lblPressure, IsImperial() ? "%/ \" WC" : "% / Pa");
+  lblPressD.SetText(PressureUnit());
 }
 
 void fPID::Fill() {
