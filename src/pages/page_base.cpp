@@ -2,6 +2,7 @@
 
 #include <utility>
 
+#include "logger/message_logger.h"
 #include "shell/field_check.h"
 
 namespace pages {
@@ -51,6 +52,16 @@ void PageBase::RefreshPage() {
 
 void PageBase::Warn(const std::string& text, ui::Icon icon) {
   context_.platform.prompts.Ask({text, context_.settings.title, ui::Buttons::kOk, icon});
+}
+
+void PageBase::RefuseWrite(const std::string& reason) {
+  context_.flags.writeError = true;
+  context_.messages.AddMessage(reason, "WriteValue", location_, logger::kError);
+}
+
+const ui::Control* PageBase::FindControl(std::string_view pageClass, std::string_view name) const {
+  const shell::ISubForm* page = context_.pages.FindPage(pageClass);
+  return page ? page->Find(name) : nullptr;
 }
 
 void PageBase::Watch(ui::TextBox& box) {

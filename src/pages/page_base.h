@@ -46,10 +46,16 @@ class PageBase : public shell::ISubForm {
   std::string Translate(std::string_view text, const std::vector<std::string>& arguments) const {
     return context_.strings.FormatStrings(text, arguments);
   }
-  void MarkChanged() { changed_ = true; }
+  void MarkChanged(bool changed = true) { changed_ = changed; }
 
   /// A message box with the application title and an OK button.
   void Warn(const std::string& text, ui::Icon icon = ui::Icon::kExclamation);
+
+  /// A rule of the page failed in a write: logs why and sets the shared write-error flag.
+  void RefuseWrite(const std::string& reason);
+
+  /// A control of another page, for rules between pages; nothing when that page is not loaded.
+  const ui::Control* FindControl(std::string_view pageClass, std::string_view name) const;
 
   /// Runs `work` and answers yes; an error in it is reported with the location of the page, and the answer is
   /// no.

@@ -1,7 +1,9 @@
 #include "pages/page_table.h"
 
+#include "pages/control/fAlarm.h"
 #include "pages/control/fFanValve.h"
 #include "pages/control/fGeneral.h"
+#include "pages/control/fHeatCool.h"
 #include "pages/control/fOptions.h"
 #include "pages/control/fPID.h"
 #include "pages/io/fControlOutput.h"
@@ -18,8 +20,11 @@ std::unique_ptr<shell::ISubForm> Create(const shell::PageContext& context, int h
 constexpr shell::PageEntry kTable[] = {
     {"Inputs", "Object Inputs", "fHardwareInput", 14, true, Create<fHardwareInput>},
     {"Outputs", "Object Outputs", "fControlOutput", 19, true, Create<fControlOutput>},
+    {"Heating-Cooling", "Heating-Cooling", "fHeatCool", 22, true, Create<fHeatCool>},
     {"Fan-Valve", "Fan-Valve", "fFanValve", 44, true, Create<fFanValve>},
     {"PID", "PID", "fPID", 45, true, Create<fPID>},
+    // The blank belongs to the caption: with it the two are different keys of the string table.
+    {"Alarm ", "Alarm", "fAlarm", 50, true, Create<fAlarm>},
     {"General Settings", "General Settings", "fGeneral", 51, true, Create<fGeneral>},
     {"Options", "Options", "fOptions", 59, true, Create<fOptions>},
 };

@@ -37,7 +37,8 @@ class ISubForm : public ui::Form {
   virtual void EndWriteValue() = 0;
   /// The page's topic number in the help file.
   virtual int HelpIndex() = 0;
-  /// Called each time the page comes into view, for a page that follows choices on other pages.
+  /// For a page that follows choices on other pages: called each time it comes into view, and may be called
+  /// after such a choice.
   virtual void PageShown() {}
 };
 

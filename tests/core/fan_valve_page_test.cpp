@@ -62,7 +62,7 @@ TEST_F(FanValveTest, ControlsFollowTheChosenFunctionsBeforeTheyAreSaved) {
   };
   for (const auto& step : steps) {
     AssignOutput(step.output, step.function);
-    ShowPage("fFanValve");  // the page decides again when it comes into view
+    ChoosePage("fFanValve");  // the page decides again when it comes into view
     const std::pair<const char*, bool> expected[] = {
         {"txtHeat", step.heatTime},         {"lblHeatSec", step.heatTime},
         {"txtCool", step.coolTime},         {"txtMinHeatValue", step.heatMinimum},
@@ -80,7 +80,7 @@ TEST_F(FanValveTest, TheInputStateIsForAFanStateByCurrent) {
   EXPECT_FALSE(Enabled("optState"));
   EXPECT_FALSE(Enabled("txtThresHold"));
   AssignInput(2, "FAN_STATE");
-  ShowPage("fFanValve");
+  ChoosePage("fFanValve");
   EXPECT_TRUE(Enabled("fraState"));
 }
 

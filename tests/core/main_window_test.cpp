@@ -201,9 +201,9 @@ TEST_F(ToolTest, AFailedLoadClosesTheWindowAndKeepsTheReasonInSight) {
   EXPECT_TRUE(Main().Logger().Visible());
   const auto messages = Messages();
   ASSERT_EQ(messages.size(), 2u);
-  EXPECT_EQ(messages[0].find("FillValue/Fan-Valve: UCPTheatValveMinPos: "), 0u) << messages[0];
+  EXPECT_EQ(messages[0].find("FillValue/Heating and cooling: SCPTsetPnts: "), 0u) << messages[0];
   EXPECT_NE(messages[0].find("The device does not answer."), std::string::npos);
-  EXPECT_EQ(messages[1], "Load/Main: The page \"Fan-Valve\" could not be read from the device.");
+  EXPECT_EQ(messages[1], "Load/Main: The page \"Heating-Cooling\" could not be read from the device.");
   loop.Tick();
   EXPECT_FALSE(quit);
   Main().Logger().Close();

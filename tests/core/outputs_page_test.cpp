@@ -1,17 +1,12 @@
 #include <algorithm>
-#include <filesystem>
-#include <fstream>
-#include <sstream>
 
-#include "base/text.h"
 #include "editor.h"
+#include "newer_building.h"
 #include "pages/io/assignment_rules.h"
 #include "pages/io/output_functions.h"
 #include "tool_test.h"
 
 namespace {
-
-namespace fs = std::filesystem;
 
 using pages::OutputFunctions;
 using tests::ToolTest;
@@ -298,37 +293,11 @@ TEST_F(OutputsTest, TheActuatorDialogWritesThroughItsControl) {
   EXPECT_TRUE(Main().AcceptsInput());
 }
 
-// The virtual building of a newer controller: it knows an output function that this tool does not.
-class NewerBuilding {
- public:
-  NewerBuilding() {
-    fs::create_directory(folder_);
-    for (const auto& file : fs::directory_iterator(SIM_DATA_DIR)) {
-      std::stringstream content;
-      content << std::ifstream(file.path()).rdbuf();
-      std::string text =
-          base::ReplaceAll(content.str(), "\"BYPASS_DAMPER_MOD\"]", "\"BYPASS_DAMPER_MOD\", \"SOLAR_PUMP\"]");
-      text = base::ReplaceAll(text, "\"HardwareOutput4.3\": \"COOLING_2\"",
-                              "\"HardwareOutput4.3\": \"SOLAR_PUMP\"");
-      std::ofstream(folder_ / file.path().filename()) << text;
-    }
-  }
-  NewerBuilding(const NewerBuilding&) = delete;
-  NewerBuilding& operator=(const NewerBuilding&) = delete;
-  ~NewerBuilding() { fs::remove_all(folder_); }
-
-  simulator::BuildingOptions Options() const {
-    simulator::BuildingOptions options;
-    options.dataFolder = folder_;
-    return options;
-  }
-
- private:
-  const fs::path folder_ = fs::temp_directory_path() / "tarn_newer_building";
-};
-
 TEST(NewerDevice, KeepsAFunctionThatTheToolDoesNotKnow) {
-  const NewerBuilding newer;
+  // A controller that has an output function which this tool does not know.
+  const tests::NewerBuilding newer(
+      {{"\"BYPASS_DAMPER_MOD\"]", "\"BYPASS_DAMPER_MOD\", \"SOLAR_PUMP\"]"},
+       {"\"HardwareOutput4.3\": \"COOLING_2\"", "\"HardwareOutput4.3\": \"SOLAR_PUMP\""}});
   tests::Tool tool(newer.Options());
   tool.Open(tests::kAssigned);
   const auto stored = [&tool](int number, int property, const char* format) {

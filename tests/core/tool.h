@@ -57,9 +57,9 @@ struct Tool : StandIns {
   /// Opens the window and selects the page in its list.
   void OpenPage(const std::string& device, const std::string& pageClass) {
     Open(device);
-    ShowPage(pageClass);
+    ChoosePage(pageClass);
   }
-  void ShowPage(const std::string& pageClass) {
+  void ChoosePage(const std::string& pageClass) {
     auto& list = Find<ui::ListView>("lvwConfig");
     for (std::size_t i = 0; i < list.Rows().size(); ++i) {
       if (list.Rows()[i].key == pageClass) list.Choose(i);

@@ -33,8 +33,16 @@ std::string ControlPage::ReadText(const PropertyFormat& property) {
   });
 }
 
-void ControlPage::WriteText(const PropertyFormat& property, const ui::TextBox& box) {
-  NamingProperty(property.type, [&] { Property(property.number).Put(host::kValue, base::Trim(box.Text())); });
+void ControlPage::WriteText(const PropertyFormat& property, std::string_view text) {
+  NamingProperty(property.type, [&] { Property(property.number).Put(host::kValue, text); });
+}
+
+void ControlPage::ReadBoxes(const std::vector<PropertyBox>& boxes) {
+  for (const auto& [property, box] : boxes) box.SetText(base::Trim(ReadText(property)));
+}
+
+void ControlPage::WriteBoxes(const std::vector<PropertyBox>& boxes) {
+  for (const auto& [property, box] : boxes) WriteText(property, base::Trim(box.Text()));
 }
 
 base::Record ControlPage::ReadRecord(const PropertyFormat& property) {
@@ -62,12 +70,16 @@ void ControlPage::ChangeOptions(const std::function<void(base::Record&)>& change
   ChangeRecord(kOptions, change);
 }
 
+std::int32_t ControlPage::WholeNumber(std::string_view property, const ui::Control& box) const {
+  return NamingProperty(property, [&] { return Context().settings.numbers.ToInt32(box.Text()); });
+}
+
 std::vector<std::string> ControlPage::AssignedFunctions() {
   std::vector<std::string> functions;
   for (const std::string& name : Context().device.ControlOutputNames) {
     shell::NetworkVariable& output = Context().device.RoofTopVariables[name];
     const std::string value = output.ConfigProperties()[kFunctionProperty].Text(host::kValue);
-    functions.emplace_back(base::Record(value).Field(0));
+    functions.push_back(base::Upper(base::Record(value).Field(0)));
   }
   return functions;
 }

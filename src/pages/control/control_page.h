@@ -3,6 +3,7 @@
 // several pages share.
 #pragma once
 
+#include <cstdint>
 #include <functional>
 #include <span>
 #include <string>
@@ -29,7 +30,10 @@ struct PropertyFormat {
 };
 
 /// A property of one field and the box that shows it.
-using PropertyBox = std::pair<const PropertyFormat&, ui::TextBox&>;
+struct PropertyBox {
+  const PropertyFormat& property;
+  ui::TextBox& box;
+};
 
 class ControlPage : public PageBase {
  protected:
@@ -37,9 +41,12 @@ class ControlPage : public PageBase {
 
   /// Sets the format names of the properties in the order of the table, in the unit system in use.
   void BindFormats(std::span<const PropertyFormat> table);
-  /// Sets the precision and reads the value; and writes a value of one field.
+  /// Reads the properties into their boxes, and writes the boxes to them, in the order given.
+  void ReadBoxes(const std::vector<PropertyBox>& boxes);
+  void WriteBoxes(const std::vector<PropertyBox>& boxes);
+  /// Sets the precision and reads the value; and writes a text as the whole value.
   std::string ReadText(const PropertyFormat& property);
-  void WriteText(const PropertyFormat& property, const ui::TextBox& box);
+  void WriteText(const PropertyFormat& property, std::string_view text);
   /// Sets the precision and reads the value as a record.
   base::Record ReadRecord(const PropertyFormat& property);
   /// Read-modify-write: `change` replaces fields of the present value, all others are written back as they
@@ -50,11 +57,25 @@ class ControlPage : public PageBase {
   base::Record ReadOptions();
   void ChangeOptions(const std::function<void(base::Record&)>& change);
 
-  /// Field 0 of the function that is assigned to each control output, for outputs 1 to 7.
+  /// The content of a box as a whole number, halves to the even one. Throws base::Error with the name of the
+  /// property when it is none.
+  std::int32_t WholeNumber(std::string_view property, const ui::Control& box) const;
+
+  /// Units of temperature and pressure in the unit system in use.
+  std::string_view TemperatureUnit() const { return IsImperial() ? "°F" : "°C"; }
+  std::string_view PressureUnit() const { return IsImperial() ? "\" WC" : "Pa"; }
+
+  /// Field 0 of the function that is stored for each control output, for outputs 1 to 7, in upper case.
   std::vector<std::string> AssignedFunctions();
 
  private:
   const automation::Object& Property(int number) { return Context().device.RoofTopProperties[number]; }
 };
+
+template <std::size_t N>
+void SetTexts(const ui::LabelArray<N>& labels, std::string_view text, std::size_t first = 0,
+              std::size_t last = N - 1) {
+  for (std::size_t i = first; i <= last; ++i) labels[i].SetText(text);
+}
 
 }  // namespace pages

@@ -89,12 +89,14 @@ void fFanValve::InitStrings() {
 }
 
 void fFanValve::Fill() {
-  const std::pair<const PropertyFormat&, ui::TextBox&> fillOrder[] = {
-      {kHeatMinimum, txtMinHeatValue}, {kCoolMinimum, txtCoolValue}, {kHeatDriveTime, txtHeat},
-      {kCoolDriveTime, txtCool},       {kFanSpeed, txtFanSpeed},     {kFanPeriod, txtFanPeriod},
-      {kThreshold, txtThresHold}};
   BindFormats(kBindOrder);
-  for (const auto& [property, box] : fillOrder) box.SetText(base::Trim(ReadText(property)));
+  ReadBoxes({{kHeatMinimum, txtMinHeatValue},
+             {kCoolMinimum, txtCoolValue},
+             {kHeatDriveTime, txtHeat},
+             {kCoolDriveTime, txtCool},
+             {kFanSpeed, txtFanSpeed},
+             {kFanPeriod, txtFanPeriod},
+             {kThreshold, txtThresHold}});
   const base::Record options = ReadOptions();
   chkFan.SetChecked(options.Field(kAlwaysOnOption) == "1");
   optState[options.Field(kInputStateOption) == "1" ? 1 : 0].Select();
@@ -104,12 +106,14 @@ void fFanValve::Fill() {
 bool fFanValve::Write() {
   Context().flags.writeError = false;
   if (!IsChanged()) return true;
-  const std::pair<const PropertyFormat&, ui::TextBox&> writeOrder[] = {
-      {kHeatMinimum, txtMinHeatValue}, {kCoolMinimum, txtCoolValue}, {kHeatDriveTime, txtHeat},
-      {kCoolDriveTime, txtCool},       {kFanPeriod, txtFanPeriod},   {kFanSpeed, txtFanSpeed},
-      {kThreshold, txtThresHold}};
   BindFormats(kBindOrder);
-  for (const auto& [property, box] : writeOrder) WriteText(property, box);
+  WriteBoxes({{kHeatMinimum, txtMinHeatValue},
+              {kCoolMinimum, txtCoolValue},
+              {kHeatDriveTime, txtHeat},
+              {kCoolDriveTime, txtCool},
+              {kFanPeriod, txtFanPeriod},
+              {kFanSpeed, txtFanSpeed},
+              {kThreshold, txtThresHold}});
   ChangeOptions([this](base::Record& options) {
     options.Set(kAlwaysOnOption, FlagText(chkFan.Checked()));
     options.Set(kInputStateOption, FlagText(optState[1].Selected()));

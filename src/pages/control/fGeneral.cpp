@@ -35,7 +35,14 @@ constexpr std::size_t kTemperatureOption = 56;
 }  // namespace
 
 fGeneral::fGeneral(const shell::PageContext& context, int helpTopic)
-    : ControlPage("fGeneral", "General", 7, helpTopic, context) {
+    : ControlPage("fGeneral", "General", 7, helpTopic, context), boxes_{{kBypassTime, txtBypassTime},
+                                                                        {kCO2Limit, txtCO2},
+                                                                        {kDuctPressure, txtDuctPressure},
+                                                                        {kAirLowLimit, txtAirLowLimit},
+                                                                        {kMaxPressure, txtMaxPressure},
+                                                                        {kHumidity, txtHumidity},
+                                                                        {kHumidityTime, txtHumidityMin},
+                                                                        {kMinimumPosition, txtOutdoor}} {
   for (ui::TextBox* box : {&txtBypassTime, &txtCO2, &txtDuctPressure, &txtAirLowLimit, &txtMaxPressure,
                            &txtHumidity, &txtHumidityMin, &txtOutdoor, &txtOutdoorMax, &txtFreshAir}) {
     Watch(*box);
@@ -114,29 +121,17 @@ void fGeneral::InitStrings() {
 }
 
 void fGeneral::SetUnitLabels() {
-  for (std::size_t i = 0; i < lblPressUnit.Size(); ++i)
-    lblPressUnit[i].SetText(IsImperial() ? "\" WC" : "Pa");
-  lblAirUnit.SetText(IsImperial() ? "°F" : "°C");
-}
-
-std::array<PropertyBox, 8> fGeneral::PropertyBoxes() {
-  return {{{kBypassTime, txtBypassTime},
-           {kCO2Limit, txtCO2},
-           {kDuctPressure, txtDuctPressure},
-           {kAirLowLimit, txtAirLowLimit},
-           {kMaxPressure, txtMaxPressure},
-           {kHumidity, txtHumidity},
-           {kHumidityTime, txtHumidityMin},
-           {kMinimumPosition, txtOutdoor}}};
+  SetTexts(lblPressUnit, PressureUnit());
+  lblAirUnit.SetText(TemperatureUnit());
 }
 
 void fGeneral::Fill() {
   freshAirUpdate_ = false;
   BindFormats(kBindOrder);
   SetUnitLabels();
-  for (const auto& [property, box] : PropertyBoxes()) box.SetText(base::Trim(ReadText(property)));
+  ReadBoxes(boxes_);
   txtOutdoorMax.SetText(ReadRecord(kExtraConfig).Field(kMaximumPositionField));
-  txtFreshAir.SetText(base::Trim(ReadText(kDamperDriveTime)));
+  ReadBoxes({{kDamperDriveTime, txtFreshAir}});
 
   const base::Record options = ReadOptions();
   const auto set = [&options](std::size_t field) { return options.Field(field) != "0"; };
@@ -172,7 +167,7 @@ std::string fGeneral::DamperFault() const {
 bool fGeneral::Write() {
   if (!IsChanged()) return true;
   BindFormats(kBindOrder);
-  for (const auto& [property, box] : PropertyBoxes()) WriteText(property, box);
+  WriteBoxes(boxes_);
   ActivateOutdooeTest();
   if (const std::string fault = DamperFault(); !fault.empty()) {
     Context().messages.AddMessage(fault, "WriteValue", Location(), logger::kError);
@@ -181,7 +176,7 @@ bool fGeneral::Write() {
   ChangeRecord(kExtraConfig, [this](base::Record& extra) {
     extra.Set(kMaximumPositionField, base::Trim(txtOutdoorMax.Text()));
   });
-  WriteText(kDamperDriveTime, txtFreshAir);
+  WriteBoxes({{kDamperDriveTime, txtFreshAir}});
   WriteOptions();
   return true;
 }

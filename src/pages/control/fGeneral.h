@@ -5,8 +5,6 @@
 // they are saved.
 #pragma once
 
-#include <array>
-
 #include "pages/control/control_page.h"
 
 namespace pages {
@@ -27,8 +25,6 @@ class fGeneral final : public ControlPage {
   void BuildLayout();
   void SetUnitLabels();
   void EnableUsableGroups();
-  /// The boxes of one property each, in the order in which they are read and written.
-  std::array<PropertyBox, 8> PropertyBoxes();
 
   /// The message of the damper rule, empty when it passes.
   std::string DamperFault() const;
@@ -79,6 +75,9 @@ class fGeneral final : public ControlPage {
   ui::OptionGroup<2> optEcono{*this, "optEcono"};
   ui::Frame fraEmergency{*this, "fraEmergency"};
   ui::OptionGroup<2> optEmergency{*this, "optEmergency"};
+
+  const std::vector<PropertyBox>
+      boxes_;  // of one property each, in the order in which they are read and written
 };
 
 }  // namespace pages

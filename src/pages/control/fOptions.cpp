@@ -143,18 +143,17 @@ void fOptions::InitStrings() {
       {&chkFrost, "Enable"},
   };
   for (const auto& [control, caption] : captions) control->SetText(Translate(caption));
-  for (std::size_t i = 0; i < lblAtUnit.Size(); ++i) lblAtUnit[i].SetText(Translate("%"));
+  SetTexts(lblAtUnit, Translate("%"));
 }
 
 void fOptions::Fill() {
   algorithmUpdate_ = false;
   BindFormats(kBindOrder);
-  lblMaxOffsetUnit.SetText(IsImperial() ? "°F" : "°C");
-  txtStartTime.SetText(base::Trim(ReadText(kStartTime)));
+  lblMaxOffsetUnit.SetText(TemperatureUnit());
+  ReadBoxes({{kStartTime, txtStartTime}});
   const base::Record weights = ReadRecord(kWeights);
   for (std::size_t i = 0; i < txtAt.Size(); ++i) txtAt[i].SetText(weights.Field(i));
-  txtMaxOffset.SetText(base::Trim(ReadText(kMaxOffset)));
-  txtInput.SetText(base::Trim(ReadText(kInputPeriod)));
+  ReadBoxes({{kMaxOffset, txtMaxOffset}, {kInputPeriod, txtInput}});
   FillOptions();
   FillExtra();
   EnableGroups();
@@ -206,8 +205,8 @@ std::string fOptions::ValueVerification() {
   if (!txtHeatCool.Enabled()) return {};
   const base::Numbers& numbers = Context().settings.numbers;
   const int cycle = numbers.ToInt16(txtHeatCool.Text());
-  if (const shell::ISubForm* heatCool = Context().pages.FindPage("fHeatCool")) {
-    const int delay = numbers.ToInt16(heatCool->Find("txtChngeOverDelay")->Text());
+  if (const ui::Control* changeover = FindControl("fHeatCool", "txtChngeOverDelay")) {
+    const int delay = numbers.ToInt16(changeover->Text());
     if (cycle < 2 * delay) {
       return Translate(
           "The Heating/cooling cycle time cannot be less than 2 times the Heat/Cool change over delay");
@@ -228,12 +227,11 @@ bool fOptions::Write() {
   }
   if (!IsChanged()) return true;
   BindFormats(kBindOrder);
-  WriteText(kStartTime, txtStartTime);
+  WriteBoxes({{kStartTime, txtStartTime}});
   ChangeRecord(kWeights, [this](base::Record& weights) {
     for (std::size_t i = 0; i < txtAt.Size(); ++i) weights.Set(i, base::Trim(txtAt[i].Text()));
   });
-  WriteText(kMaxOffset, txtMaxOffset);
-  WriteText(kInputPeriod, txtInput);
+  WriteBoxes({{kMaxOffset, txtMaxOffset}, {kInputPeriod, txtInput}});
   WriteOptions();
   if (const std::string fault = ValueVerification(); !fault.empty()) {  // host calls have run since the first
     Context().platform.prompts.Ask(

@@ -1,6 +1,7 @@
 #include "pages/control/fPID.h"
 
 #include "base/text.h"
+#include "pages/io/dependencies.h"
 
 namespace pages {
 namespace {
@@ -19,21 +20,6 @@ constexpr std::size_t kSupplyAirOnlyOption = 61;
 constexpr const char* kColumns[] = {"Proportional", "Dead Band", "Integral", "Derivative"};
 constexpr const char* kParts[] = {"Gain", "Gain", "Time", "Gain", "Time"};
 constexpr const char* kTemperatureLoops[] = {"Space Temperature", "Supply Temperature"};
-
-struct UnitTexts {
-  const char* temperatureGain;
-  const char* temperature;
-  const char* pressureGain;
-  const char* pressure;
-};
-constexpr UnitTexts kMetric = {"% / °C", "°C", "% / Pa", "Pa"};
-constexpr UnitTexts kImperial = {"% / °F", "°F", "%/ \" WC", "\" WC"};
-
-template <std::size_t N>
-void SetTexts(const ui::LabelArray<N>& labels, const std::string& text, std::size_t first = 0,
-              std::size_t last = N - 1) {
-  for (std::size_t i = first; i <= last; ++i) labels[i].SetText(text);
-}
 
 }  // namespace
 
@@ -102,11 +88,10 @@ void fPID::InitStrings() {
 }
 
 void fPID::SetUnitLabels() {
-  const UnitTexts& texts = IsImperial() ? kImperial : kMetric;
-  SetTexts(lblUnit, texts.temperatureGain);
-  SetTexts(lblDeadBandUnit, texts.temperature);
-  SetTexts(lblPressure, texts.pressureGain);
-  lblPressD.SetText(texts.pressure);
+  SetTexts(lblUnit, IsImperial() ? "% / °F" : "% / °C");
+  SetTexts(lblDeadBandUnit, TemperatureUnit());
+  SetTexts(lblPressure, IsImperial() ? "%/ \" WC" : "% / Pa");
+  lblPressD.SetText(PressureUnit());
 }
 
 void fPID::Fill() {
@@ -119,6 +104,8 @@ void fPID::Fill() {
   chkPID.SetChecked(ReadOptions().Field(kSupplyAirOnlyOption) == "1");
   EnableUsableLoops();
 }
+
+void fPID::PageShown() { EnableDependentControls(Context(), *this); }
 
 void fPID::EnableUsableLoops() {
   bool freshAir = false;

@@ -14,6 +14,8 @@ class fPID final : public ControlPage {
  public:
   fPID(const shell::PageContext& context, int helpTopic);
 
+  void PageShown() override;
+
  private:
   static constexpr std::size_t kFields = 6;  // shown of each record, in this order
   enum Field { kGain, kDeadBand, kIntegralGain, kIntegralTime, kDerivativeGain, kDerivativeTime };

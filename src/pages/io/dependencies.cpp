@@ -12,16 +12,11 @@ namespace {
 enum Flag : unsigned {
   kBypassDamper = 1u << 0,
   kFanSpeed = 1u << 1,
-  kCoolingStages = 1u << 2,
-  kHeating = 1u << 3,
-  kCoolingValves = 1u << 4,
-  kHeatCoolValve = 1u << 5,
-  kReversingValve = 1u << 6,
-  kFreshAirDamper = 1u << 7,
-  kHumidifier = 1u << 8,
-  kHumidifierOnOff = 1u << 9,
-  kReturnTemp = 1u << 10,
-  kEmergencyContact = 1u << 11,
+  kFreshAirDamper = 1u << 2,
+  kHumidifier = 1u << 3,
+  kHumidifierOnOff = 1u << 4,
+  kReturnTemp = 1u << 5,
+  kEmergencyContact = 1u << 6,
 };
 
 struct FlagFunctions {
@@ -32,15 +27,6 @@ struct FlagFunctions {
 const FlagFunctions kOutputFlags[] = {
     {kBypassDamper, {"BYPASS_DAMPER_MOD"}},
     {kFanSpeed, {"FAN_SPEED_MOD"}},
-    {kCoolingStages, {"COOLING_1"}},
-    {kHeating,
-     {"HEATING_1", "HEAT_VALVE_OPEN", "HEAT_VALVE_CLOSE", "HEAT_COOL_VALVE_OPEN", "HEAT_COOL_VALVE_CLOSE",
-      "HEATING_VALVE_MOD"}},
-    {kCoolingValves,
-     {"COOLING_VALVE_MOD", "COOL_VALVE_OPEN", "COOL_VALVE_CLOSE", "HEAT_COOL_VALVE_OPEN",
-      "HEAT_COOL_VALVE_CLOSE"}},
-    {kHeatCoolValve, {"HEAT_COOL_VALVE_MOD"}},
-    {kReversingValve, {"REVERSING_VALVE"}},
     {kFreshAirDamper, {"FRESH_AIR_DAMPER_MOD", "FRESH_AIR_DAMPER_OPEN", "FRESH_AIR_DAMPER_CLOSE"}},
     {kHumidifierOnOff, {"HUMIDIFIER_ON_OFF", "DEHUMIDIFIER_ON_OFF"}},
 };
@@ -68,14 +54,6 @@ const DependentGroup kGroups[] = {
     {"fGeneral", kHumidifier | kHumidifierOnOff, {"fraHumid", "txtHumidity"}},
     {"fGeneral", kHumidifierOnOff, {"txtHumidityMin", "lblHumidityMin", "lblHumidityMinUnit"}},
     {"fGeneral", kEmergencyContact, {"fraEmergency", "optEmergency"}},
-    {"fFanValve", kFanSpeed, {"lblSpeed", "txtFanSpeed", "lblSpeedUnit"}},
-    {"fFanValve", kHeating | kHeatCoolValve, {"txtHeat", "txtMinHeatValue"}},
-    {"fFanValve", kCoolingValves | kHeatCoolValve, {"txtCool", "txtCoolValue"}},
-    {"fFanValve", kHeating | kCoolingValves | kHeatCoolValve, {"fraPosition"}},
-    {"fHeatCool", kCoolingStages, {"txtCoolOn", "txtCoolOFF"}},
-    {"fHeatCool", kCoolingStages | kCoolingValves | kHeatCoolValve, {"txtMechCoolLL", "fraMech"}},
-    {"fHeatCool", kHeating, {"txtminHeatPeriod"}},
-    {"fHeatCool", kReversingValve, {"FrameRversingValve", "OptionNormallyCool", "OptionNormallyHeat"}},
     {"fPID", kHumidifier, {"txtHumidity", "lblHumid"}},
     {"fPID", kFreshAirDamper, {"txtCO2Level", "lblCo"}},
     {"fPID", kBypassDamper | kFanSpeed, {"txtPressure", "lblPress", "lblPressure", "lblPressD"}},
@@ -117,7 +95,7 @@ void EnableDependentControls(const shell::PageContext& context, const shell::ISu
 
 void CheckOutputDependencies(const shell::PageContext& context) {
   for (const std::string_view name : {"fGeneral", "fFanValve", "fHeatCool", "fPID"}) {
-    if (const shell::ISubForm* page = context.pages.FindPage(name)) EnableDependentControls(context, *page);
+    if (shell::ISubForm* page = context.pages.FindPage(name)) page->PageShown();
   }
 }
 

@@ -4,7 +4,6 @@
 
 #include "base/text.h"
 #include "hosting/host_contract.h"
-#include "logger/message_logger.h"
 #include "pages/io/dependencies.h"
 #include "pages/io/output_functions.h"
 
@@ -199,8 +198,7 @@ std::string fControlOutput::OpenCloseStageValidation() const {
 bool fControlOutput::Write() {
   const std::string missing = OpenCloseStageValidation();
   if (!missing.empty()) {
-    Context().flags.writeError = true;
-    Context().messages.AddMessage(missing, "WriteValue", Location(), logger::kError);
+    RefuseWrite(missing);
     return false;
   }
   if (!IsChanged()) return true;

@@ -1,0 +1,176 @@
+#include <algorithm>
+
+#include "base/record.h"
+#include "newer_building.h"
+#include "tool_test.h"
+
+namespace {
+
+constexpr const char* kApplied = "Apply/Main: The configuration settings were applied successfully";
+
+using Log = std::vector<std::string>;
+
+// The logger gives each line of a message its own row.
+const Log kLowRule = {"WriteValue/Alarm: The Alarm Low Limit Temperature must be higher than the ",
+                      "WriteValue/Alarm: Minimum Discharge Cooling Setpoint."};
+const Log kHighRule = {"WriteValue/Alarm: The Alarm High Limit Temperature must be lower than the ",
+                       "WriteValue/Alarm: Maximum Discharge Cooling Setpoint."};
+const Log kBothRules = {kLowRule[0], kLowRule[1], kHighRule[0], kHighRule[1]};
+
+using tests::ToolTest;
+
+std::string Box(std::size_t number) { return "fAlarm.txtAlarm(" + std::to_string(number) + ")"; }
+
+struct Record {
+  int number;
+  const char* format;
+};
+constexpr Record kRecords[] = {
+    {35, "UCPTspaceTempAlarm#SI"},      {36, "UCPTreturnTempAlarm#SI"},
+    {37, "UCPTmixAirTempAlarm#SI"},     {38, "UCPTsupplyTempAlarm#SI"},
+    {39, "UCPTsupplyPressureAlarm#SI"}, {40, "UCPTductPressureAlarm#SI"},
+    {41, "UCPThumidityAlarm"},          {42, "UCPTCO2Alarm"},
+    {43, "UCPTauxiliaryAlarm"},         {44, "UCPTfanAlarmTime"},
+};
+
+// All fields of all records in the order of the boxes.
+std::vector<std::string> StoredFields(tests::Tool& tool) {
+  std::vector<std::string> fields;
+  for (const auto& [number, format] : kRecords) {
+    const base::Record record(tool.Stored(tests::kAssigned, number, format, 3));
+    for (std::size_t i = 0; i < record.Count(); ++i) fields.emplace_back(record.Field(i));
+  }
+  return fields;
+}
+
+const ui::Node* FindGrid(const ui::Node& node) {
+  if (node.type == ui::Node::Type::kGrid) return &node;
+  for (const ui::Node& child : node.children) {
+    if (const ui::Node* grid = FindGrid(child)) return grid;
+  }
+  return nullptr;
+}
+
+// The captions of the row and the column that a box stands under ("Supply temp/Low limit").
+std::string PlaceOf(tests::Tool& tool, const std::string& box) {
+  const ui::Node* grid = FindGrid(tool.Main().Pages().FindPage("fAlarm")->GetLayout());
+  const auto& cells = grid->children;
+  for (std::size_t i = 0; i < cells.size(); ++i) {
+    const auto placed = ui::PlacedControls(cells[i]);
+    if (std::ranges::find(placed, &tool.Find(box)) == placed.end()) continue;
+    const std::size_t column = i % grid->columns;
+    const ui::Control* heading = cells[column].control;
+    return cells[i - column].control->Text() + "/" + (heading ? heading->Text() : "");
+  }
+  return "nowhere";
+}
+
+TEST_F(ToolTest, AlarmBoxesFollowTheRecordsAndOnlyWhatWasTypedIsChanged) {
+  OpenPage(tests::kAssigned, "fAlarm");
+  Main().Pages().FindPage("fAlarm")->FillValue();
+  EXPECT_EQ(Main().Flags().lastFilledPage, 6);
+  auto fields = StoredFields(*this);
+  ASSERT_EQ(fields.size(), 23u);
+  const auto boxes = Main().Pages().FindPage("fAlarm")->Group("txtAlarm");
+  for (std::size_t i = 0; i < boxes.size(); ++i) {
+    EXPECT_EQ(boxes[i]->Visible(), i < fields.size()) << i;
+    EXPECT_EQ(boxes[i]->Text(), i < fields.size() ? fields[i] : "") << i;
+  }
+  const std::pair<std::size_t, const char*> places[] = {
+      {0, "Space temp/Offset"},           {2, "Return temp/Low limit"},
+      {8, "Supply temp/Low limit"},       {9, "Supply temp/High limit"},
+      {11, "Supply pressure/High limit"}, {13, "Duct pressure/Low limit"},
+      {19, "Space CO2 level/High limit"}, {22, "Fan alarm/Delay"}};
+  for (const auto& [number, place] : places) EXPECT_EQ(PlaceOf(*this, Box(number)), place) << number;
+
+  const std::pair<std::size_t, const char*> typed[] = {{0, "2.5"}, {9, "54.321"}, {16, " 21 "}, {22, "61"}};
+  for (const auto& [number, text] : typed) Type(Box(number), text);
+  Click("cmdApply");
+  EXPECT_EQ(Messages(), Log{kApplied});
+  const base::Numbers numbers;
+  for (const auto& [number, text] : typed) fields[number] = numbers.Text(numbers.ToDouble(text), 3);
+  EXPECT_EQ(StoredFields(*this), fields);
+}
+
+TEST_F(ToolTest, AlarmLimitsAreHeldAgainstTheSupplySetpoints) {
+  const struct {
+    const char* low;
+    const char* high;
+    const char* minimum;
+    const char* maximum;
+    Log refusals;
+  } cases[] = {
+      // Compared as whole numbers, halves to the even one; equal ones pass here.
+      {"12", "35", "12", "35", {}},           {"12", "35", "12", "35.4", {}},
+      {"12", "35", "12", "35.6", kHighRule},  {"12", "34.5", "12", "34.5", {}},
+      {"12", "34.5", "12", "35", kHighRule},  {"12.4", "55", "11.5", "40", {}},
+      {"12", "35", "11.4", "36", kBothRules},
+  };
+  for (const auto& item : cases) {
+    for (const bool changed : {false, true}) {
+      tests::Tool tool;
+      tool.Open(tests::kAssigned);
+      tool.Type(Box(8), item.low);
+      tool.Type(Box(9), item.high);
+      tool.Type("fHeatCool.txtMinDischCool", item.minimum);
+      tool.Type("fHeatCool.txtMaxDischHeat", item.maximum);
+      shell::ISubForm& page = *tool.Main().Pages().FindPage("fAlarm");
+      if (!changed) page.EndWriteValue();
+      tool.Main().Flags().writeError = false;
+      const std::string what = std::string(item.minimum) + " to " + item.maximum;
+      EXPECT_EQ(page.WriteValue(), item.refusals.empty()) << what;
+      EXPECT_EQ(tool.Messages(), item.refusals) << what;
+      EXPECT_EQ(tool.Main().Flags().writeError, !changed && !item.refusals.empty())
+          << what << ": writing clears the flag, also after a failed rule";
+      const base::Record stored(tool.Stored(tests::kAssigned, 38, "UCPTsupplyTempAlarm#SI", 1));
+      EXPECT_EQ(base::Numbers().ToDouble(stored.Field(0)) == base::Numbers().ToDouble(item.low), changed);
+      EXPECT_EQ(page.IsChanged(), changed);
+    }
+  }
+}
+
+// A controller whose space temperature alarm has so many fields behind the usual two.
+tests::NewerBuilding WithFurtherFields(int count) {
+  std::string values;
+  for (int i = 0; i < count; ++i) values += " 7.0";
+  const std::string next = "]},\n    \"UCPTreturnTempAlarm\"";
+  const std::string field = ",{\"label\": \"stage #\", \"count\": " + std::to_string(count) +
+                            ", \"lowest\": 0, \"highest\": 99, \"precision\": 1}";
+  return tests::NewerBuilding({{next, field + next}, {"\"3.0 1800.0\"", "\"3.0 1800.0" + values + "\""}});
+}
+
+TEST(NewerAlarms, AFurtherFieldShiftsTheBoxesAndTheRulesWithThem) {
+  const auto newer = WithFurtherFields(1);
+  tests::Tool tool(newer.Options());
+  tool.OpenPage(tests::kAssigned, "fAlarm");
+  auto fields = StoredFields(tool);
+  ASSERT_EQ(fields.size(), 24u);
+  for (std::size_t i = 0; i < fields.size(); ++i) EXPECT_EQ(tool.Text(Box(i)), fields[i]) << i;
+  EXPECT_EQ(PlaceOf(tool, Box(2)), "Space temp/") << "behind the fields that are known";
+  EXPECT_EQ(PlaceOf(tool, Box(9)), "Supply temp/Low limit");
+  EXPECT_EQ(PlaceOf(tool, Box(23)), "Fan alarm/Delay");
+
+  tool.Type(Box(2), "8");
+  EXPECT_FALSE(tool.Main().Pages().FindPage("fAlarm")->WriteValue());
+  EXPECT_EQ(tool.Messages(), kBothRules) << "a delay and a low limit stand in boxes 8 and 9";
+  tool.Type(Box(8), "0");
+  tool.Type(Box(9), "50");
+  tool.Click("cmdApply");
+  EXPECT_EQ(tool.LastMessage(), kApplied);
+  fields[2] = "8.000";
+  fields[8] = "0.000";
+  fields[9] = "50.000";
+  EXPECT_EQ(StoredFields(tool), fields);
+}
+
+TEST(NewerAlarms, MoreFieldsThanBoxesAreToldInWords) {
+  const auto newer = WithFurtherFields(5);
+  tests::Tool tool(newer.Options());
+  tool.Open(tests::kAssigned);
+  ASSERT_FALSE(tool.Messages().empty());
+  EXPECT_EQ(tool.Messages()[0],
+            "FillValue/Alarm: UCPTfanAlarmTime: The alarm records have more fields than the page has boxes "
+            "(27).");
+}
+
+}  // namespace

@@ -1,0 +1,261 @@
+#include "base/record.h"
+#include "tool_test.h"
+
+namespace {
+
+constexpr const char* kSetpointRule =
+    "WriteValue/Heating and cooling: The heating setpoint must be lower or equal than the cooling setpoint";
+constexpr const char* kMaximumRule =
+    "WriteValue/Heating and cooling: The Maximum Discharge Air Setpoint must be lower than the Alarm High "
+    "Limit.";
+constexpr const char* kMinimumRule =
+    "WriteValue/Heating and cooling: The Minimum Discharge Air Setpoint must be higher than the Alarm Low "
+    "Limit.";
+constexpr const char* kApplied = "Apply/Main: The configuration settings were applied successfully";
+constexpr const char* kNotApplied = "Apply/Main: The configuration settings were not applied";
+
+using Log = std::vector<std::string>;
+using Edits = std::vector<std::pair<std::string, std::string>>;
+
+struct HeatCoolTest : tests::ToolTest {
+  std::string Page(const std::string& control) { return "fHeatCool." + control; }
+  std::string Setpoint(int i) { return Page("txtSetPoint(" + std::to_string(i) + ")"); }
+  bool Enabled(const std::string& name) {
+    const auto group = Main().Pages().FindPage("fHeatCool")->Group(name);
+    EXPECT_FALSE(group.empty()) << name;
+    for (const ui::Control* control : group) {
+      if (!control->Usable()) return false;
+    }
+    return true;
+  }
+  void Assign(int output, const char* function) {
+    const std::string list = "fControlOutput.cboOutput(" + std::to_string(output - 1) + ")";
+    EXPECT_TRUE(Find<ui::ListBox>(list).Choose(function)) << function;
+  }
+  /// What Apply logged.
+  Log Apply() {
+    const std::size_t before = Messages().size();
+    Click("cmdApply");
+    const Log log = Messages();
+    return {log.begin() + static_cast<std::ptrdiff_t>(before), log.end()};
+  }
+};
+
+TEST_F(HeatCoolTest, BoxesAndOptionsAreSavedAndNothingElse) {
+  OpenPage(tests::kAssigned, "fHeatCool");
+  Main().Pages().FindPage("fHeatCool")->FillValue();
+  EXPECT_EQ(Main().Flags().lastFilledPage, 3);
+  Assign(5, "REVERSING_VALVE");
+  const struct {
+    const char* box;
+    int number;
+    const char* format;
+    int precision;
+    const char* typed;
+  } cases[] = {
+      {"txtminHeatPeriod", 17, "UCPTminHeatPeriod", 0, "6"},
+      {"txtMaxDischHeat", 4, "SCPTmaxDischargeAirHeatingSetpoint#SI", 3, "41.5"},
+      {"txtMinDischCool", 5, "SCPTminDischargeAirCoolingSetpoint#SI", 3, " 14 "},
+      {"txtCoolOn", 18, "UCPTminCoolOnPeriod", 0, "181"},
+      {"txtCoolOFF", 19, "UCPTminCoolOffPeriod", 0, "301"},
+      {"txtMechCoolDelay", 20, "UCPTfree2MecDelay", 3, "12.5"},
+      {"txtfreeCoolDegree", 8, "UCPTfreeCoolSetpoint#SI", 3, "17.25"},
+      {"txtfreeCooling", 7, "SCPToutdoorAirEnthalpySetpoint#SI", 3, "61"},
+      {"txtMechCoolLL", 9, "UCPTmecCoolSetpoint#SI", 3, "11"},
+      {"txtChngeOverDelay", 21, "UCPTchngeOverDelay", 0, "20"},
+  };
+  base::Record setpoints(Stored(tests::kAssigned, 3, "SCPTsetPnts#SI", 3));
+  base::Record options(Stored(tests::kAssigned, 48, "UCPTobjectOptions", 0));
+  for (int i = 0; i < 6; ++i) EXPECT_EQ(Text(Setpoint(i)), setpoints.Field(static_cast<std::size_t>(i)));
+  for (const auto& item : cases) {
+    EXPECT_EQ(Text(Page(item.box)), Stored(tests::kAssigned, item.number, item.format, item.precision))
+        << item.box;
+    Type(Page(item.box), item.typed);
+  }
+  Type(Setpoint(4), "18.5");
+  EXPECT_TRUE(Find<ui::CheckBox>(Page("chkHeatStage")).Click());
+  EXPECT_TRUE(Find<ui::CheckBox>(Page("chkMechAndEco")).Click());
+  EXPECT_TRUE(Find<ui::OptionButton>(Page("OptionNormallyHeat")).Click());
+  EXPECT_FALSE(Find<ui::OptionButton>(Page("OptionNormallyCool")).Selected());
+  EXPECT_EQ(Apply(), Log{kApplied});
+  const base::Numbers numbers;
+  for (const auto& item : cases) {
+    EXPECT_EQ(Stored(tests::kAssigned, item.number, item.format, item.precision),
+              numbers.Text(numbers.ToDouble(item.typed), item.precision))
+        << item.box;
+  }
+  setpoints.Set(4, "18.500");
+  EXPECT_EQ(Stored(tests::kAssigned, 3, "SCPTsetPnts#SI", 3), setpoints.Join());
+  for (const std::size_t field : {57u, 32u, 50u}) options.Set(field, options.Field(field) == "1" ? "0" : "1");
+  EXPECT_EQ(Stored(tests::kAssigned, 48, "UCPTobjectOptions", 0), options.Join());
+}
+
+TEST_F(HeatCoolTest, BeforeAPageIsSelectedNothingIsCheckedOrWritten) {
+  Open(tests::kAssigned);
+  const std::string stored = Stored(tests::kAssigned, 3, "SCPTsetPnts#SI", 3);
+  Type(Setpoint(3), "30");
+  EXPECT_EQ(Apply(), Log{kApplied});
+  EXPECT_EQ(Stored(tests::kAssigned, 3, "SCPTsetPnts#SI", 3), stored);
+  ChoosePage("fPID");  // any page
+  Type(Setpoint(3), "30");
+  EXPECT_EQ(Apply(), (Log{kSetpointRule, kNotApplied}));
+}
+
+TEST_F(HeatCoolTest, RulesBetweenFieldsAndWithTheAlarms) {
+  const auto alarms = [](const char* low, const char* high, const char* minimum, const char* maximum) {
+    return Edits{{"fAlarm.txtAlarm(8)", low},
+                 {"fAlarm.txtAlarm(9)", high},
+                 {"fHeatCool.txtMinDischCool", minimum},
+                 {"fHeatCool.txtMaxDischHeat", maximum}};
+  };
+  const std::string noNumber = "WriteValue/Heating and cooling: SCPTsetPnts: \"";
+  const std::pair<Edits, Log> cases[] = {
+      {{{Setpoint(0), "22"}, {Setpoint(3), "22"}}, {}},
+      {{{Setpoint(0), "22"}, {Setpoint(3), "22.5"}}, {kSetpointRule}},
+      {{{Setpoint(2), "16"}, {Setpoint(5), "16.001"}}, {kSetpointRule}},
+      {{{Setpoint(0), "12"}, {Setpoint(1), "12"}, {Setpoint(2), "12"}},
+       {kSetpointRule, kSetpointRule, kSetpointRule}},
+      // An empty cooling setpoint skips its pair; the device does not take it.
+      {{{Setpoint(0), ""}, {Setpoint(3), "99"}}, {noNumber}},
+      {{{Setpoint(1), "20"}, {Setpoint(4), ""}}, {noNumber}},
+      // Supply limits are compared as whole numbers, halves to the even one; equal ones are refused.
+      {alarms("8", "35", "13", "35"), {kMaximumRule}},
+      {alarms("8", "35", "13", "34.6"), {kMaximumRule}},
+      {alarms("8", "35", "13", "34.4"), {}},
+      {alarms("8", "34.5", "13", "33.5"), {kMaximumRule}},
+      {alarms("8", "35.5", "13", "34.5"), {}},
+      {alarms("12", "55", "12.5", "40"), {kMinimumRule}},
+      {alarms("12", "55", "12.6", "40"), {}},
+      {alarms("12", "35", "12", "35"), {kMaximumRule}},  // its warning holds the other rule back
+  };
+  for (const auto& [edits, refusals] : cases) {
+    tests::Tool tool;
+    tool.OpenPage(tests::kAssigned, "fHeatCool");
+    for (const auto& [box, text] : edits) tool.Type(box, text);
+    const std::string stored = tool.Stored(tests::kAssigned, 3, "SCPTsetPnts#SI", 3);
+    tool.Click("cmdApply");
+    const std::string what = edits[0].second + " and " + edits.back().second;
+    const Log log = tool.Messages();
+    ASSERT_EQ(log.size(), refusals.size() + 1) << what;
+    for (std::size_t i = 0; i < refusals.size(); ++i) EXPECT_EQ(log[i].find(refusals[i]), 0u) << log[i];
+    EXPECT_EQ(log.back(), refusals.empty() ? kApplied : kNotApplied) << what;
+    if (refusals.empty()) continue;
+    EXPECT_EQ(tool.Stored(tests::kAssigned, 3, "SCPTsetPnts#SI", 3), stored) << what;
+    for (const auto& [box, text] : edits) EXPECT_EQ(tool.Text(box), text) << what;
+    // Crossed setpoints are no unsaved edit any more, after any other failure the edits are.
+    EXPECT_EQ(tool.Main().Pages().FindPage("fHeatCool")->IsChanged(), refusals[0] != kSetpointRule) << what;
+  }
+}
+
+TEST_F(HeatCoolTest, AWarningAboutTheMaximumHoldsBackBothRulesUntilItsBoxIsEntered) {
+  OpenPage(tests::kAssigned, "fHeatCool");
+  Type("fAlarm.txtAlarm(9)", "35");
+  Type(Page("txtMaxDischHeat"), "35");
+  Type(Page("txtMinDischCool"), "8");
+  EXPECT_EQ(Apply(), (Log{kMaximumRule, kNotApplied}));
+  EXPECT_EQ(Apply(), (Log{kApplied})) << "neither rule; the alarms page takes equal values";
+  Find<ui::TextBox>(Page("txtMinDischCool")).Enter();
+  Type(Page("txtMinDischCool"), "7.6");
+  EXPECT_EQ(Apply(), (Log{kApplied})) << "its own box does not bring the minimum back";
+  Find<ui::TextBox>(Page("txtMaxDischHeat")).Enter();
+  Type(Page("txtMaxDischHeat"), "30");
+  for (int i = 0; i < 2; ++i) {
+    EXPECT_EQ(Apply(), (Log{kMinimumRule, kNotApplied})) << "its own warning does not hold it back";
+  }
+}
+
+TEST_F(HeatCoolTest, ASupplyBoxIsRefusedOnceForEachTimeItIsEntered) {
+  OpenPage(tests::kAssigned, "fHeatCool");
+  for (const char* name : {"txtMaxDischHeat", "txtMinDischCool"}) {
+    auto& box = Find<ui::TextBox>(Page(name));
+    for (int entered = 0; entered < 2; ++entered) {
+      box.Enter();
+      box.Type("abc");
+      EXPECT_FALSE(box.Leave()) << name;
+      EXPECT_TRUE(box.Leave()) << name << ": the person may go";
+    }
+  }
+  EXPECT_EQ(prompts.asked.size(), 4u);
+  const Log log = Apply();
+  EXPECT_NE(log[0].find("Heating and cooling: SCPTmaxDischargeAirHeatingSetpoint: \"abc\""),
+            std::string::npos);
+  EXPECT_EQ(log.back(), kNotApplied);
+}
+
+TEST_F(HeatCoolTest, ControlsFollowTheFunctionsWhetherChosenShownOrStored) {
+  Open(tests::kUnassigned);
+  const struct {
+    std::vector<std::pair<int, const char*>> choices;
+    bool heatStage, coolTimes, mechanical, heatPeriod, reversing;
+  } steps[] = {
+      {{}, false, false, false, false, false},
+      {{{1, "HEATING_1"}}, false, false, false, true, false},
+      {{{2, "HEATING_MOD"}}, true, false, false, true, false},
+      {{{1, "HEAT_VALVE_OPEN"}, {3, "HEAT_VALVE_CLOSE"}}, false, false, false, false, false},
+      {{{7, "HEAT_COOL_VALVE_MOD"}}, false, false, true, false, false},
+      {{{7, "COOLING_VALVE_MOD"}}, false, false, true, false, false},
+      {{{7, "COOLING_1"}}, false, true, true, false, false},
+      {{{6, "REVERSING_VALVE"}}, false, true, true, false, true},
+      {{{6, "UNASSIGNED"}, {7, "FRESH_AIR_DAMPER_MOD"}}, false, false, false, false, false},
+  };
+  for (const auto& step : steps) {
+    for (const auto& [output, function] : step.choices) Assign(output, function);
+    const std::pair<bool, std::vector<const char*>> groups[] = {
+        {step.heatStage, {"chkHeatStage"}},
+        {step.coolTimes, {"txtCoolOn", "lblCoolOn", "lblSec(0)", "txtCoolOFF", "lblCoolOFF", "lblSec(1)"}},
+        {step.mechanical, {"txtMechCoolLL", "lblMechCool", "lblUnits(9)", "fraMech"}},
+        {step.heatPeriod, {"txtminHeatPeriod", "lblHeat", "lblHeatUnit"}},
+        {step.reversing, {"FrameRversingValve", "OptionNormallyCool", "OptionNormallyHeat"}},
+        {true, {"txtSetPoint", "txtMechCoolDelay", "chkMechAndEco", "txtMaxDischHeat", "txtMinDischCool"}}};
+    const auto expect = [&](const char* when) {
+      for (const auto& [enabled, names] : groups) {
+        for (const char* name : names) EXPECT_EQ(Enabled(name), enabled) << name << " " << when;
+      }
+    };
+    expect("as soon as chosen");
+    ChoosePage("fHeatCool");
+    expect("when shown");
+    Click("cmdApply");
+    expect("when read again");
+  }
+  Find(Page("txtCoolOn")).SetText("181");
+  Type(Page("txtChngeOverDelay"), "16");
+  EXPECT_EQ(Apply(), Log{kApplied});
+  EXPECT_EQ(Stored(tests::kUnassigned, 18, "UCPTminCoolOnPeriod", 0), "181") << "disabled, yet written";
+}
+
+TEST_F(HeatCoolTest, UnitsGoToAndFroWithoutMovingAStoredValue) {
+  OpenPage(tests::kAssigned, "fHeatCool");
+  const std::pair<int, const char*> properties[] = {
+      {3, "SCPTsetPnts"},          {4, "SCPTmaxDischargeAirHeatingSetpoint"},
+      {8, "UCPTfreeCoolSetpoint"}, {7, "SCPToutdoorAirEnthalpySetpoint"},
+      {35, "UCPTspaceTempAlarm"},  {39, "UCPTsupplyPressureAlarm"},
+      {38, "UCPTsupplyTempAlarm"}, {40, "UCPTductPressureAlarm"}};
+  Type(Setpoint(0), "24.321");
+  Type(Page("txtfreeCooling"), "61.237");
+  Type("fAlarm.txtAlarm(0)", "2.345");
+  Click("cmdApply");
+  std::vector<std::string> before;
+  for (const auto& [number, format] : properties) {
+    before.push_back(Stored(tests::kAssigned, number, format, 9));
+  }
+  for (int i = 0; i < 10; ++i) {
+    const bool imperial = i % 2 == 0;
+    Find<ui::OptionButton>(imperial ? "optUnit(1)" : "optUnit(0)").Click();
+    EXPECT_EQ(Text(Page("lblUnits(9)")), imperial ? "°F" : "°C");
+    EXPECT_EQ(Text(Page("lblBtu")), imperial ? "BTU/lb" : "KJ/kg");
+    EXPECT_EQ(Text(Setpoint(0)), imperial ? "75.778" : "24.321");
+    EXPECT_EQ(Text("fAlarm.lblCelsius(5)"), imperial ? "°F" : "°C");
+    EXPECT_EQ(Text("fAlarm.lblUnitP(2)"), imperial ? "\" WC" : "Pa");
+    EXPECT_EQ(Text("fAlarm.txtAlarm(0)"), imperial ? "4.221" : "2.345") << "a difference";
+    // Makes both pages write everything in these units.
+    Type(Page("txtChngeOverDelay"), std::to_string(20 + i));
+    Type("fAlarm.txtAlarm(22)", std::to_string(70 + i));
+    EXPECT_EQ(Apply(), Log{kApplied});
+  }
+  for (std::size_t i = 0; i < before.size(); ++i) {
+    EXPECT_EQ(Stored(tests::kAssigned, properties[i].first, properties[i].second, 9), before[i]);
+  }
+}
+
+}  // namespace
