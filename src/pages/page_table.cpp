@@ -4,6 +4,8 @@
 #include "pages/control/fPID.h"
 #include "pages/io/fControlOutput.h"
 #include "pages/io/fHardwareInput.h"
+#include "pages/io/fNetworkInput.h"
+#include "pages/io/fNetworkOutput.h"
 
 namespace pages {
 namespace {
@@ -18,6 +20,8 @@ constexpr shell::PageEntry kTable[] = {
     {"Outputs", "Object Outputs", "fControlOutput", 19, true, Create<fControlOutput>},
     {"Fan-Valve", "Fan-Valve", "fFanValve", 44, true, Create<fFanValve>},
     {"PID", "PID", "fPID", 45, true, Create<fPID>},
+    {"Network Input", "Network Input", "fNetworkInput", 64, true, Create<fNetworkInput>},
+    {"Network Output", "Network Output", "fNetworkOutput", 68, true, Create<fNetworkOutput>},
 };
 
 }  // namespace
