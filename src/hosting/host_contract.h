@@ -10,7 +10,7 @@
 //   device          Name (read, write); Location; interface -> ProgramId, Version; LonMarkObjects;
 //                   AddLmo(lmoIndex, programId, fileName, bytes) yes/no
 //   LonMark object  Name; ConfigProperties; NetworkVariables
-//   variable        Name; MvFormatType (read, write); AllowedTypes; ConfigProperties
+//   variable        Name; MvFormatType (read, write); AllowedTypes (separated by blanks); ConfigProperties
 //   property        Name; formatName (write); Precision (write); Value (read, write)
 //   registration    NewDescription(); Register(description); Deregister(description)
 //   description     the values of the plug-in; DeviceCommand, BlockCommand, DeviceType: records of more
@@ -55,6 +55,7 @@ inline constexpr std::string_view kAddLmo = "AddLmo";
 inline constexpr std::string_view kConfigProperties = "ConfigProperties";
 inline constexpr std::string_view kNetworkVariables = "NetworkVariables";
 inline constexpr std::string_view kMvFormatType = "MvFormatType";
+inline constexpr std::string_view kAllowedTypes = "AllowedTypes";
 inline constexpr std::string_view kFormatName = "formatName";
 inline constexpr std::string_view kPrecision = "Precision";
 inline constexpr std::string_view kValue = "Value";

@@ -8,6 +8,8 @@
 #include "pages/control/fPID.h"
 #include "pages/io/fControlOutput.h"
 #include "pages/io/fHardwareInput.h"
+#include "pages/io/fNetworkInput.h"
+#include "pages/io/fNetworkOutput.h"
 
 namespace pages {
 namespace {
@@ -27,6 +29,8 @@ constexpr shell::PageEntry kTable[] = {
     {"Alarm ", "Alarm", "fAlarm", 50, true, Create<fAlarm>},
     {"General Settings", "General Settings", "fGeneral", 51, true, Create<fGeneral>},
     {"Options", "Options", "fOptions", 59, true, Create<fOptions>},
+    {"Network Input", "Network Input", "fNetworkInput", 64, true, Create<fNetworkInput>},
+    {"Network Output", "Network Output", "fNetworkOutput", 68, true, Create<fNetworkOutput>},
 };
 
 }  // namespace

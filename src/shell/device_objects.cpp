@@ -71,9 +71,17 @@ void LoadDeviceObjects(const Object& objectServer, DeviceObjects& tree) {
   }
 }
 
+std::string BareType(std::string_view type) {
+  const auto parts = base::Split(type, ".");
+  return parts.size() > 1 ? parts[1] : parts[0];
+}
+
+void SetOccupancyType(DeviceObjects& tree, std::string_view type) {
+  tree.OccupancyIsStandard = BareType(type) == "SNVT_occupancy";
+}
+
 void CheckIfOccupency(DeviceObjects& tree) {
-  const auto parts = base::Split(tree.RoofTopVariables["nviOccCmd"].object.Text(host::kMvFormatType), ".");
-  tree.OccupancyIsStandard = (parts.size() > 1 ? parts[1] : parts[0]) == "SNVT_occupancy";
+  SetOccupancyType(tree, tree.RoofTopVariables["nviOccCmd"].object.Text(host::kMvFormatType));
 }
 
 }  // namespace shell

@@ -5,6 +5,7 @@
 #include <array>
 #include <map>
 #include <string>
+#include <string_view>
 #include <vector>
 
 #include "automation/object.h"
@@ -84,7 +85,13 @@ struct DeviceObjects {
 /// base::Error when a host call fails or an object of the device template is missing.
 void LoadDeviceObjects(const automation::Object& objectServer, DeviceObjects& tree);
 
-/// Sets OccupancyIsStandard from the type of "nviOccCmd", without a scope prefix before a ".".
+/// The name of a variable's type without a scope prefix before a ".".
+std::string BareType(std::string_view type);
+
+/// Sets OccupancyIsStandard from a type of "nviOccCmd", which need not be in the device yet.
+void SetOccupancyType(DeviceObjects& tree, std::string_view type);
+
+/// Sets OccupancyIsStandard from the type that "nviOccCmd" has in the device.
 void CheckIfOccupency(DeviceObjects& tree);
 
 }  // namespace shell

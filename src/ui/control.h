@@ -323,13 +323,13 @@ class ControlSite : public Control {
   int height_;
 };
 
-/// N controls of one kind, named "name(0)" to "name(N-1)".
+/// N controls of one kind, named "name(first)" to "name(first+N-1)"; places count from 0 in any case.
 template <class T, std::size_t N>
 class ControlArray {
  public:
-  ControlArray(Form& form, const std::string& name) {
+  ControlArray(Form& form, const std::string& name, std::size_t first = 0) {
     for (std::size_t i = 0; i < N; ++i)
-      items_[i] = std::make_unique<T>(form, name + "(" + std::to_string(i) + ")");
+      items_[i] = std::make_unique<T>(form, name + "(" + std::to_string(first + i) + ")");
   }
 
   static constexpr std::size_t Size() { return N; }

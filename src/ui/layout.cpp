@@ -51,6 +51,11 @@ std::vector<Cell> CellsOf(const Node& grid) {
   return cells;
 }
 
+void CollectGrids(const Node& node, std::vector<const Node*>& grids) {
+  if (node.type == Node::Type::kGrid) return grids.push_back(&node);
+  for (const Node& child : node.children) CollectGrids(child, grids);
+}
+
 struct Track {
   int size = 0;
   bool grows = false;
@@ -97,6 +102,7 @@ class Engine {
   }
   std::vector<Track> AxisTracks(const Node& node) const;
   Tracks GridTracks(const Node& grid) const;
+  void ShareColumns(const Node& around) const;
   void PlaceLine(const Node& node, Rect area);
   void PlaceStack(const Node& node, Rect area);
   void PlaceGrid(const Node& node, Rect area);
@@ -105,6 +111,7 @@ class Engine {
   const Metrics& metrics_;
   mutable std::unordered_map<const Node*, Size>
       sizes_;  // every level asks for the sizes of all levels below it
+  mutable std::unordered_map<const Node*, std::vector<int>> sharedWidths_;  // of the columns of aligned grids
   std::vector<Placement> placements_;
 };
 
@@ -144,7 +151,23 @@ Engine::Tracks Engine::GridTracks(const Node& grid) const {
       }
     }
   }
+  const auto shared = sharedWidths_.find(&grid);
+  for (std::size_t i = 0; shared != sharedWidths_.end() && i < grid.columns; ++i) {
+    tracks.columns[i].size = std::max(tracks.columns[i].size, shared->second[i]);
+  }
   return tracks;
+}
+
+void Engine::ShareColumns(const Node& around) const {
+  std::vector<const Node*> grids;
+  CollectGrids(around, grids);
+  std::vector<int> widths;
+  for (const Node* grid : grids) {
+    const std::vector<Track> columns = GridTracks(*grid).columns;
+    widths.resize(std::max(widths.size(), columns.size()));
+    for (std::size_t i = 0; i < columns.size(); ++i) widths[i] = std::max(widths[i], columns[i].size);
+  }
+  for (const Node* grid : grids) sharedWidths_[grid] = widths;
 }
 
 Size Engine::Measure(const Node& node) const {
@@ -153,6 +176,7 @@ Size Engine::Measure(const Node& node) const {
 }
 
 Size Engine::Compute(const Node& node) const {
+  if (node.aligned) ShareColumns(node);  // before anything within is measured
   switch (node.type) {
     case Node::Type::kEmpty:
       return {};
@@ -295,6 +319,11 @@ Node Box(Frame& frame, Node content) {
 
 Node Span(std::size_t columns, Node node) {
   node.span = columns;
+  return node;
+}
+
+Node AlignGrids(Node node) {
+  node.aligned = true;
   return node;
 }
 

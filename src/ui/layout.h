@@ -38,6 +38,7 @@ struct Node {
   std::size_t span = 1;     // columns of the grid that a cell takes
   bool growX = false;       // takes what width is left over
   bool growY = false;       // takes what height is left over
+  bool aligned = false;     // the grids within share their column widths
 };
 
 Node Item(Control& control);
@@ -54,6 +55,8 @@ Node Overlay(std::vector<Node> children);
 /// An empty cell, or with Grow a spring that pushes its neighbours apart.
 inline Node Empty() { return {}; }
 Node Span(std::size_t columns, Node node);
+/// Gives all grids within, as in group boxes above one another, the same column widths.
+Node AlignGrids(Node node);
 /// Growth along a line or a stack, and of a cell of a grid, makes the whole grow; growth across only fills
 /// it.
 Node GrowX(Node node);

@@ -90,11 +90,20 @@ ui::Node GrowingSpan(Sheet& sheet) {
                       ui::Span(2, ui::GrowX(sheet.Part("200x21"))), ui::Grow(sheet.Part("10x40"))});
 }
 
+// Parts: two cells of the first group, three of the second.
+ui::Node AlignedGroups(Sheet& sheet) {
+  auto above = sheet.Group("30x13", ui::Grid(2, {sheet.Part("90x13"), sheet.Part("40x21")}));
+  auto below =
+      sheet.Group("30x13", ui::Grid(3, {sheet.Part("20x13"), sheet.Part("150x21"), sheet.Part("60x13")}));
+  return ui::AlignGrids(ui::Stack({std::move(above), std::move(below)}));
+}
+
 const Case kCases[] = {
     {"tuning page", TuningPage},
     {"main window", MainWindow},
     {"nested groups", NestedGroups},
     {"growing span", GrowingSpan},
+    {"aligned groups", AlignedGroups},
     {"one control", [](Sheet& sheet) { return sheet.Part("10x10"); }},
     {"nothing", [](Sheet&) { return ui::Empty(); }},
 };
@@ -220,6 +229,20 @@ TEST(Layout, GroupBoxesBesideEachOtherAreEquallyTall) {
   EXPECT_EQ(groups.Frame(1).height, groups.Frame(2).height);
   // The inner frame's caption is its widest part, and the outer frame is wide enough for it.
   EXPECT_GE(groups.Frame(0).width, 300);
+}
+
+TEST(Layout, ColumnsRunOnThroughAlignedGroups) {
+  const Arranged groups(AlignedGroups, {50, 0});
+  EXPECT_EQ(groups.Part(1).left, groups.Part(3).left);
+  EXPECT_EQ(groups.Frame(0).width, groups.Frame(1).width);
+  const Arranged apart(
+      [](Sheet& sheet) {
+        ui::Node node = AlignedGroups(sheet);
+        node.aligned = false;
+        return node;
+      },
+      {50, 0});
+  EXPECT_GT(apart.Part(1).left, apart.Part(3).left) << "only where it is asked for";
 }
 
 TEST(Layout, OneColumnGrowsUnderASpanningCell) {

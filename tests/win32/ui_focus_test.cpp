@@ -214,6 +214,13 @@ TEST_F(UiFocus, APageTallerThanTheScreenScrollsToTheFocus) {
     EXPECT_GE(box.top, area.top) << row;
     EXPECT_LE(box.bottom, area.bottom) << row;
   }
+  // The wheel scrolls the page also over a box, which has no use for it.
+  HWND first = Native(*tall.boxes[0]);
+  const LONG before = RectOf(first).top;
+  SendMessageW(first, WM_MOUSEWHEEL, MAKEWPARAM(0, -WHEEL_DELTA), 0);
+  EXPECT_LT(RectOf(first).top, before);
+  SendMessageW(first, WM_MOUSEWHEEL, MAKEWPARAM(0, WHEEL_DELTA), 0);
+  EXPECT_EQ(RectOf(first).top, before);
   dialog_.area.Show(dialog_.page);
   EXPECT_FALSE(IsWindowVisible(Native(*tall.boxes[0])));
   EXPECT_TRUE(IsWindowVisible(Native(*dialog_.page.boxes[0])));

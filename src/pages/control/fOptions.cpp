@@ -169,7 +169,7 @@ void fOptions::FillOptions() {
   chkEnable.SetChecked(set(kAveragingEnabledOption));
   optAverage[set(kAverageOption)].Select();
   chkFrost.SetChecked(set(kFrostOption));
-  for (std::size_t i = 0; i < chkOptimum.size(); ++i) {
+  for (std::size_t i = 0; i < chkOptimum.Size(); ++i) {
     chkOptimum[i].SetChecked(options.Field(kOptimumOption[i]) == "1");
   }
   if (set(kAlgorithmMarker)) {
@@ -191,7 +191,7 @@ void fOptions::CheckOptimumStart() {
   const base::Record type(command[kCommandTypeProperty].Text(host::kValue));
   const bool standard = type.Field(kTypeIndexField) != kOccupancyIndex;
   Context().device.OccupancyIsStandard = standard;
-  EnableAll(standard, txtStartTime, fraOptimum, lblStartTime, lblUnitStartTime, chkOptimum[0], chkOptimum[1]);
+  EnableAll(standard, txtStartTime, fraOptimum, lblStartTime, lblUnitStartTime, chkOptimum);
 }
 
 void fOptions::EnableGroups() {
@@ -253,7 +253,7 @@ void fOptions::WriteOptions() {
     options.Set(kTerminalOption, FlagText(!optTerminal[0].Selected()));
     options.Set(kAlternateOption, FlagText(chkAlternate.Checked()));
     options.Set(kTerminalEnabledOption, FlagText(chkTerminal.Checked()));
-    for (std::size_t i = 0; i < chkOptimum.size(); ++i) {
+    for (std::size_t i = 0; i < chkOptimum.Size(); ++i) {
       options.Set(kOptimumOption[i], FlagText(chkOptimum[i].Checked()));
     }
     if (algorithmUpdate_) options.Set(kAlgorithmMarker, "0");

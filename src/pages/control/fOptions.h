@@ -4,8 +4,6 @@
 // made for an older algorithm, and the next save adjusts them.
 #pragma once
 
-#include <array>
-
 #include "pages/control/control_page.h"
 
 namespace pages {
@@ -33,7 +31,7 @@ class fOptions final : public ControlPage {
   bool algorithmUpdate_ = false;
 
   ui::Frame fraOptimum{*this, "fraOptimum"};
-  std::array<ui::CheckBox, 2> chkOptimum{{{*this, "chkOptimum(1)"}, {*this, "chkOptimum(2)"}}};
+  ui::ControlArray<ui::CheckBox, 2> chkOptimum{*this, "chkOptimum", 1};
   ui::Label lblStartTime{*this, "lblStartTime"};
   ui::TextBox txtStartTime{*this, "txtStartTime"};
   ui::Label lblUnitStartTime{*this, "lblUnitStartTime"};

@@ -78,6 +78,12 @@ class NativeTextBox : public NativeControl {
     return {L"EDIT", WS_TABSTOP | ES_AUTOHSCROLL | ES_LEFT, WS_EX_CLIENTEDGE};
   }
 
+  // The wheel scrolls the page: a box of one line has no use for it, but not every one passes it on.
+  std::optional<LRESULT> Filter(UINT message, WPARAM wParam, LPARAM lParam) override {
+    if (message != WM_MOUSEWHEEL) return std::nullopt;
+    return SendMessageW(GetParent(Window()), message, wParam, lParam);
+  }
+
   // What code puts in while a person types leaves the caret where it was.
   void MirrorContent() {
     const std::wstring text = Caption();

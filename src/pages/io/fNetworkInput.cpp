@@ -1,0 +1,222 @@
+#include "pages/io/fNetworkInput.h"
+
+#include <algorithm>
+
+#include "base/record.h"
+#include "base/text.h"
+#include "hosting/host_contract.h"
+
+namespace pages {
+namespace {
+
+enum Group { kCommands, kSpace, kUnit, kOutdoor };
+constexpr const char* kGroups[] = {"Commands", "Space and terminals", "Rooftop unit", "Outdoor air"};
+
+struct Input {
+  const char* variable;
+  Group group;
+};
+// The order of the flags, and of reading and writing.
+constexpr Input kInputs[] = {
+    {"nviOccCmd", kCommands},     {"nviApplicMode", kCommands},
+    {"nviHotWater", kUnit},       {"nviOutdoorRH", kOutdoor},
+    {"nviOutdoorEnth", kOutdoor}, {"nviSetPtOffset", kSpace},
+    {"nviShedding", kCommands},   {"nviSlave", kCommands},
+    {"nviWaterTemp", kUnit},      {"nviMixedAirTemp", kUnit},
+    {"nviReturnTemp", kUnit},     {"nviTerminalLoad", kSpace},
+    {"nviCO2", kSpace},           {"nviFanState", kUnit},
+    {"nviDuctPressure", kUnit},   {"nviEconoEnable", kCommands},
+    {"nviEmergCmd", kCommands},   {"nviSupplyTemp", kUnit},
+    {"nviSupplyPress", kUnit},    {"nviSpaceTemp", kSpace},
+    {"nviSpaceRH", kSpace},       {"nviSpaceEnth", kSpace},
+    {"nviOutdoorTemp", kOutdoor},
+};
+constexpr std::size_t kOccCmd = 0;
+constexpr std::size_t kEmergCmd = 16;
+
+// Configuration properties of a variable; "nviEmergCmd" has one more before them.
+constexpr int kReceiveTime = 1;
+constexpr int kEmergencyValue = 1;
+constexpr int kEmergencyReceiveTime = 2;
+
+// Of the rooftop object.
+constexpr int kOptionsProperty = 48;
+constexpr std::string_view kOptionsFormat = "UCPTobjectOptions";
+constexpr int kFlagsProperty = 49;
+constexpr std::string_view kFlagsFormat = "UCPTnetInputOptions";
+
+constexpr const char* kOccupancyControls[] = {"txtStartTime", "fraOptimum", "lblStartTime",
+                                              "lblUnitStartTime", "chkOptimum"};
+
+}  // namespace
+
+fNetworkInput::fNetworkInput(const shell::PageContext& context, int helpTopic)
+    : NetworkPage("fNetworkInput", "Network Input", 9, helpTopic, context) {
+  static_assert(std::size(kInputs) == kVariableCount && std::size(kGroups) == kGroupCount);
+  for (const Field& field : Fields()) Watch(field.box);
+  for (std::size_t i = 0; i < kVariableCount; ++i) {
+    txtnvi[i].onFocus = [this, i] { row_ = i; };
+  }
+  Watch(chkInput);
+  for (std::size_t i = kVariableCount; i < kFlagCount; ++i) chkInput[i].SetVisible(false);
+  cmdChangeType.onClick = [this] { Guarded("ChangeType", [this] { ChangeTypes(); }); };
+  BuildLayout();
+  ReInitializeStrings();
+}
+
+ui::Node fNetworkInput::GroupBox(std::size_t group) {
+  using ui::Empty, ui::Item, ui::Line;
+  std::vector<ui::Node> cells = {Empty(), Item(lblHeartbeat[group]), Empty(), Item(lblTypes[group])};
+  for (std::size_t i = 0; i < kVariableCount; ++i) {
+    if (kInputs[i].group != group) continue;
+    cells.push_back(Item(lblNvi[i]));
+    cells.push_back(Line({Item(txtnvi[i]), Item(lblSec[i])}));
+    cells.push_back(Item(chkInput[i]));
+    cells.push_back(Item(lblType[i]));
+    if (i != kEmergCmd) continue;
+    cells.push_back(Item(lblEmergCmd));
+    cells.push_back(Line({Item(txtEmergCmd), Item(lblEmergSec)}));
+    cells.push_back(Empty());
+    cells.push_back(Empty());
+  }
+  return ui::Box(fraGroup[group], ui::Grid(4, std::move(cells)));
+}
+
+void fNetworkInput::BuildLayout() {
+  std::vector<ui::Node> unshown;
+  for (std::size_t i = kVariableCount; i < kFlagCount; ++i) unshown.push_back(ui::Item(chkInput[i]));
+  const auto commands = ui::Line({ui::Item(cmdChangeType), ui::Overlay(std::move(unshown))});
+  SetLayout(ui::Line({
+      ui::GrowX(ui::AlignGrids(ui::Stack({GroupBox(kCommands), GroupBox(kSpace)}))),
+      ui::GrowX(ui::AlignGrids(ui::Stack({GroupBox(kUnit), GroupBox(kOutdoor), commands}))),
+  }));
+}
+
+void fNetworkInput::InitStrings() {
+  for (std::size_t group = 0; group < kGroupCount; ++group) {
+    fraGroup[group].SetText(Translate(kGroups[group]));
+    lblHeartbeat[group].SetText(Translate("Heartbeat"));
+    lblTypes[group].SetText(Translate("Type"));
+  }
+  const std::string seconds = Translate("sec");
+  for (std::size_t i = 0; i < kVariableCount; ++i) {
+    lblNvi[i].SetText(kInputs[i].variable);
+    lblSec[i].SetText(seconds);
+    chkInput[i].SetText(Translate("Persistent"));
+  }
+  lblEmergCmd.SetText(Translate("Emergency hold time"));
+  lblEmergSec.SetText(seconds);
+  cmdChangeType.SetText(Translate("Change type"));
+}
+
+std::vector<NetworkPage::Field> fNetworkInput::Fields() {
+  std::vector<Field> fields;
+  for (std::size_t i = 0; i < kVariableCount; ++i) {
+    const int number = i == kEmergCmd ? kEmergencyReceiveTime : kReceiveTime;
+    fields.push_back({txtnvi[i], kInputs[i].variable, number, "SCPTmaxRcvTime", 1});
+  }
+  fields.push_back({txtEmergCmd, kInputs[kEmergCmd].variable, kEmergencyValue});
+  return fields;
+}
+
+// The option record of other pages is set up together with the flags, though they are a property of their
+// own.
+void fNetworkInput::BindOptions() {
+  Context().device.RoofTopProperties[kOptionsProperty].Put(host::kFormatName, kOptionsFormat);
+  Flags().Put(host::kFormatName, kFlagsFormat);
+}
+
+const automation::Object& fNetworkInput::Flags() {
+  return Context().device.RoofTopProperties[kFlagsProperty];
+}
+
+void fNetworkInput::Fill() {
+  ReadFields(Fields());
+  NamingProperty(kFlagsFormat, [this] {
+    BindOptions();
+    const base::Record flags(Flags().Text(host::kValue));
+    for (std::size_t i = 0; i < kFlagCount; ++i) chkInput[i].SetChecked(flags.Field(i) == "1");
+  });
+  ReadTypes();
+  UpdateOptionsPage();
+}
+
+bool fNetworkInput::Write() {
+  if (!IsChanged()) return true;
+  // A variable may take defaults with its new type, so this comes first.
+  for (std::size_t i = 0; i < kVariableCount; ++i) {
+    if (chosen_[i].empty()) continue;
+    const char* name = kInputs[i].variable;
+    NamingProperty(name, [&] { Variable(name).object.Put(host::kMvFormatType, chosen_[i]); });
+  }
+  WriteFields(Fields());
+  NamingProperty(kFlagsFormat, [this] {
+    BindOptions();
+    base::Record flags(Flags().Text(host::kValue));
+    for (std::size_t i = 0; i < kFlagCount; ++i) flags.Set(i, FlagText(chkInput[i].Checked()));
+    Flags().Put(host::kValue, flags.Join());
+  });
+  return true;
+}
+
+void fNetworkInput::ReadTypes() {
+  for (std::size_t i = 0; i < kVariableCount; ++i) {
+    const char* name = kInputs[i].variable;
+    NamingProperty(name, [&] { types_[i] = Variable(name).object.Text(host::kMvFormatType); });
+    chosen_[i].clear();
+    ShowType(i);
+  }
+}
+
+void fNetworkInput::ShowType(std::size_t i) { lblType[i].SetText(shell::BareType(TypeOf(i))); }
+
+const std::string& fNetworkInput::TypeOf(std::size_t i) const {
+  return chosen_[i].empty() ? types_[i] : chosen_[i];
+}
+
+std::vector<std::string> fNetworkInput::AllowedTypes(std::size_t i) {
+  const char* name = kInputs[i].variable;
+  return NamingProperty(name, [&] {
+    std::vector<std::string> types = base::Split(Variable(name).object.Text(host::kAllowedTypes), " ");
+    std::erase(types, "");
+    return types;
+  });
+}
+
+void fNetworkInput::ChangeTypes() {
+  std::vector<ChangeableVariable> variables;
+  std::vector<std::size_t> places;
+  std::size_t first = 0;
+  for (std::size_t i = 0; i < kVariableCount; ++i) {
+    std::vector<std::string> allowed = AllowedTypes(i);
+    if (allowed.size() < 2) continue;
+    if (i == row_) first = places.size();
+    places.push_back(i);
+    variables.push_back({kInputs[i].variable, types_[i], TypeOf(i), std::move(allowed)});
+  }
+  if (places.empty()) return Warn(Translate("This device does not allow another type for any variable."));
+  if (!dialog_) dialog_ = std::make_unique<fChangeType>(Context());
+  const auto chosen = dialog_->Open(std::move(variables), first);
+  for (std::size_t k = 0; k < places.size(); ++k) TakeType(places[k], chosen[k].type);
+  UpdateOptionsPage();
+}
+
+// Back to the type that the device has leaves its name there as it is, scope prefix included.
+void fNetworkInput::TakeType(std::size_t i, const std::string& type) {
+  if (type == TypeOf(i)) return;
+  const bool back = shell::BareType(type) == shell::BareType(types_[i]);
+  chosen_[i] = back ? std::string() : type;
+  ShowType(i);
+  MarkChanged();
+}
+
+void fNetworkInput::UpdateOptionsPage() {
+  shell::SetOccupancyType(Context().device, TypeOf(kOccCmd));
+  const shell::ISubForm* page = Context().pages.FindPage("fOptions");
+  if (!page) return;
+  for (const char* name : kOccupancyControls) {
+    for (ui::Control* control : page->Group(name)) control->SetEnabled(Context().device.OccupancyIsStandard);
+  }
+}
+
+}  // namespace pages

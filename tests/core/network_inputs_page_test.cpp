@@ -1,0 +1,222 @@
+#include <algorithm>
+
+#include "base/record.h"
+#include "tool_test.h"
+
+namespace {
+
+constexpr const char* kVariables[] = {
+    "nviOccCmd",      "nviApplicMode",   "nviHotWater",   "nviOutdoorRH",   "nviOutdoorEnth",
+    "nviSetPtOffset", "nviShedding",     "nviSlave",      "nviWaterTemp",   "nviMixedAirTemp",
+    "nviReturnTemp",  "nviTerminalLoad", "nviCO2",        "nviFanState",    "nviDuctPressure",
+    "nviEconoEnable", "nviEmergCmd",     "nviSupplyTemp", "nviSupplyPress", "nviSpaceTemp",
+    "nviSpaceRH",     "nviSpaceEnth",    "nviOutdoorTemp"};
+
+// Lends the windows that were shown.
+struct Windows : ui::Toolkit {
+  void Realize(ui::Window& window) override { shown[window.Name()] = &window; }
+  void Discard(ui::Window& window) override { shown.erase(window.Name()); }
+  void UseFont(const std::string&) override {}
+  std::map<std::string, ui::Window*> shown;
+};
+
+// The windows come first, because the tool lets go of them when it ends.
+struct NetworkInputsTest : Windows, tests::ToolTest {
+  NetworkInputsTest() { platform.toolkit = this; }
+
+  static std::string Indexed(const char* name, std::size_t i) {
+    return "fNetworkInput." + std::string(name) + "(" + std::to_string(i) + ")";
+  }
+  ui::CheckBox& Flag(std::size_t i) { return Find<ui::CheckBox>(Indexed("chkInput", i)); }
+  std::string StoredFlags() { return Stored(device, 49, "UCPTnetInputOptions", 0); }
+  std::string StoredOf(const std::string& variable, int number, const char* format) {
+    return building.StoredText(device, "RoofTopObject/" + variable, number, format);
+  }
+  std::string TypeInDevice(const char* variable) {
+    return Main().Device().RoofTopVariables[variable].object.Text("MvFormatType");
+  }
+
+  /// Opens the dialog, does `act` in it and closes it by `button`.
+  void InDialog(const std::function<void()>& act, const char* button = "cmdOK") {
+    loop.whileOpen = [&] {
+      act();
+      In<ui::Button>(button).Click();
+    };
+    Click("fNetworkInput.cmdChangeType");
+  }
+  void Choose(const char* variable, const char* type, const char* button = "cmdOK") {
+    InDialog(
+        [&] {
+          EXPECT_TRUE(ChooseRow("lvwVariable", variable));
+          EXPECT_TRUE(ChooseRow("lvwType", type)) << variable << " " << type;
+        },
+        button);
+  }
+  template <class T>
+  T& In(const char* control) {
+    return dynamic_cast<T&>(*shown.at("fChangeType")->Find(control));
+  }
+  std::vector<std::string> Rows(const char* list) {
+    std::vector<std::string> rows;
+    for (const auto& row : In<ui::ListView>(list).Rows()) rows.push_back(row.cells[0]);
+    return rows;
+  }
+  bool ChooseRow(const char* list, const char* text) {
+    const auto rows = Rows(list);
+    return In<ui::ListView>(list).Choose(
+        static_cast<std::size_t>(std::ranges::find(rows, text) - rows.begin()));
+  }
+  /// The flag and, where that page is there, the controls that hang on it.
+  bool OptimumStart() {
+    const bool standard = Main().Device().OccupancyIsStandard;
+    if (const shell::ISubForm* options = Main().Pages().FindPage("fOptions")) {
+      for (const char* name :
+           {"txtStartTime", "fraOptimum", "lblStartTime", "lblUnitStartTime", "chkOptimum"}) {
+        for (const ui::Control* control : options->Group(name))
+          EXPECT_EQ(control->Enabled(), standard) << name;
+      }
+    }
+    return standard;
+  }
+
+  const char* device = tests::kUnassigned;
+};
+
+TEST_F(NetworkInputsTest, EveryBoxStoresTheHeartbeatOfItsVariable) {
+  Open(device);
+  for (std::size_t i = 0; i < std::size(kVariables); ++i) {
+    Type(Indexed("txtnvi", i), " " + std::to_string(100 + i) + ".5 ");
+  }
+  Type("fNetworkInput.txtEmergCmd", "42");
+  Click("cmdApply");
+  EXPECT_EQ(LastMessage(), "Apply/Main: The configuration settings were applied successfully");
+  for (std::size_t i = 0; i < std::size(kVariables); ++i) {
+    const std::string variable = kVariables[i];
+    const std::string expected = std::to_string(100 + i) + ".5";
+    EXPECT_EQ(StoredOf(variable, variable == "nviEmergCmd" ? 2 : 1, "SCPTmaxRcvTime"), expected) << variable;
+    EXPECT_EQ(Text(Indexed("txtnvi", i)), expected) << "as read again";
+  }
+  EXPECT_EQ(StoredOf("nviEmergCmd", 1, "UCPTemergencyHoldTime"), "42.0");
+}
+
+TEST_F(NetworkInputsTest, FlagsGoRoundAndThoseNotShownStay) {
+  Open(device);
+  std::string alternating = "1";
+  for (int k = 1; k < 48; ++k) alternating += k % 3 ? " 0" : " 1";
+  Main().Device().RoofTopProperties[49].Put("Value", alternating);
+  const std::string options = Stored(device, 48, "UCPTobjectOptions", 0);
+  Click("cmdRefresh");
+  base::Record expected(alternating);
+  for (const std::size_t i : {std::size_t{0}, std::size_t{1}, std::size_t{22}}) {
+    EXPECT_EQ(Flag(i).Checked(), expected.Field(i) == "1") << i;
+    EXPECT_TRUE(Flag(i).Click());
+    expected.Set(i, Flag(i).Checked() ? "1" : "0");
+  }
+  EXPECT_FALSE(Flag(23).Click()) << "there is no variable for it";
+  EXPECT_NE(expected.Join(), alternating);
+  Click("cmdApply");
+  EXPECT_EQ(StoredFlags(), expected.Join());
+  EXPECT_EQ(Stored(device, 48, "UCPTobjectOptions", 0), options);
+}
+
+TEST_F(NetworkInputsTest, ANewTypeIsFollowedAtOnceAndReachesTheDeviceWithTheSave) {
+  Open(device);
+  EXPECT_TRUE(OptimumStart());
+  Choose("nviOccCmd", "SNVT_tod_event");
+  EXPECT_EQ(Text(Indexed("lblType", 0)), "SNVT_tod_event");
+  EXPECT_FALSE(OptimumStart());
+  EXPECT_TRUE(Main().Pages().AnyPageChanged());
+  EXPECT_EQ(TypeInDevice("nviOccCmd"), "SNVT_occupancy") << "closing without saving must change nothing";
+  Click("cmdApply");
+  EXPECT_EQ(TypeInDevice("nviOccCmd"), "SNVT_tod_event");
+  EXPECT_EQ(base::Record(StoredOf("nviOccCmd", 2, "SCPTnvType")).Field(9), "128");
+  EXPECT_FALSE(OptimumStart());
+
+  Choose("nviOccCmd", "SNVT_occupancy");
+  EXPECT_TRUE(OptimumStart());
+  Click("cmdApply");
+  EXPECT_EQ(TypeInDevice("nviOccCmd"), "SNVT_occupancy");
+  EXPECT_TRUE(OptimumStart());
+
+  Choose("nviOccCmd", "SNVT_tod_event");
+  Click("cmdRefresh");
+  EXPECT_TRUE(OptimumStart()) << "a refresh drops what was not saved";
+  EXPECT_EQ(Text(Indexed("lblType", 0)), "SNVT_occupancy");
+}
+
+TEST_F(NetworkInputsTest, BackToTheTypeInTheDeviceKeepsItsScope) {
+  device = tests::kPressure;
+  Open(device);
+  EXPECT_EQ(Text(Indexed("lblType", 0)), "SNVT_tod_event");
+  EXPECT_FALSE(OptimumStart());
+  Choose("nviOccCmd", "SNVT_occupancy");
+  EXPECT_TRUE(OptimumStart());
+  Choose("nviOccCmd", "SNVT_tod_event");
+  EXPECT_FALSE(OptimumStart());
+  Click("cmdApply");
+  EXPECT_EQ(TypeInDevice("nviOccCmd"), "8000AB.SNVT_tod_event");
+}
+
+TEST_F(NetworkInputsTest, TheDialogListsWhatTheVariablesAllow) {
+  Open(device);
+  Find<ui::TextBox>(Indexed("txtnvi", 13)).Enter();
+  InDialog([&] {
+    const auto variables = Rows("lvwVariable");
+    EXPECT_EQ(std::ranges::count(variables, "nviOccCmd"), 1);
+    EXPECT_EQ(std::ranges::count(variables, "nviCO2"), 0) << "it allows one type only";
+    const std::size_t selected = In<ui::ListView>("lvwVariable").Selection().at(0);
+    EXPECT_EQ(variables.at(selected), "nviFanState") << "where the keyboard was";
+    EXPECT_EQ(Rows("lvwType"),
+              (std::vector<std::string>{"SNVT_switch", "SNVT_amp", "SNVT_amp_ac", "SNVT_amp_f"}));
+    EXPECT_EQ(In<ui::ListView>("lvwType").Selection(), std::vector<std::size_t>{0});
+  });
+  EXPECT_FALSE(Main().Pages().AnyPageChanged());
+  Choose("nviFanState", "SNVT_amp", "cmdCancel");
+  EXPECT_FALSE(Main().Pages().AnyPageChanged());
+  EXPECT_EQ(Text(Indexed("lblType", 13)), "SNVT_switch");
+  // Several in one go, one of them seen again before the dialog is closed.
+  InDialog([&] {
+    ChooseRow("lvwType", "SNVT_amp");
+    ChooseRow("lvwVariable", "nviSpaceTemp");
+    ChooseRow("lvwType", "SNVT_temp_f");
+    ChooseRow("lvwVariable", "nviFanState");
+    EXPECT_EQ(In<ui::ListView>("lvwType").Selection(), std::vector<std::size_t>{1});
+  });
+  Click("cmdApply");
+  EXPECT_EQ(TypeInDevice("nviFanState"), "SNVT_amp");
+  EXPECT_EQ(TypeInDevice("nviSpaceTemp"), "SNVT_temp_f");
+}
+
+TEST_F(NetworkInputsTest, ARefusedValueTakesTheNewTypeBackAndKeepsTheEntries) {
+  Open(device);
+  const std::string before = StoredOf("nviCO2", 1, "SCPTmaxRcvTime");
+  Choose("nviOccCmd", "SNVT_tod_event");
+  Type(Indexed("txtnvi", 12), "70");
+  Type(Indexed("txtnvi", 20), "7000");
+  Click("cmdApply");
+  EXPECT_NE(Messages()[0].find("WriteValue/Network Input: nviSpaceRH: SCPTmaxRcvTime: \"7000\""),
+            std::string::npos)
+      << Messages()[0];
+  EXPECT_EQ(StoredOf("nviCO2", 1, "SCPTmaxRcvTime"), before);
+  EXPECT_EQ(TypeInDevice("nviOccCmd"), "SNVT_occupancy");
+  Type(Indexed("txtnvi", 20), "600");
+  Click("cmdApply");
+  EXPECT_EQ(StoredOf("nviCO2", 1, "SCPTmaxRcvTime"), "70.0");
+  EXPECT_EQ(TypeInDevice("nviOccCmd"), "SNVT_tod_event");
+}
+
+TEST_F(NetworkInputsTest, ATextThatIsNoNumberKeepsTheFocus) {
+  Open(device);
+  for (const std::string& name : {Indexed("txtnvi", 22), std::string("fNetworkInput.txtEmergCmd")}) {
+    prompts.asked.clear();
+    auto& box = Find<ui::TextBox>(name);
+    box.Enter();
+    box.Type("soon");
+    EXPECT_FALSE(box.Leave()) << name;
+    EXPECT_EQ(box.GetForm().Focused(), &box);
+    ASSERT_EQ(prompts.asked.size(), 1u) << name;
+    EXPECT_EQ(prompts.asked[0].text, "Invalid value for this field");
+  }
+}
+
+}  // namespace

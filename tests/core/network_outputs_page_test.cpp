@@ -1,0 +1,83 @@
+#include "tool_test.h"
+
+namespace {
+
+constexpr const char* kVariables[] = {
+    "nvoSpaceTemp",   "nvoTerminalLoad", "nvoTermLoadInAvg", "nvoEconoEnable", "nvoEffectSetPt",
+    "nvoOccState",    "nvoCtrlOutput1",  "nvoCtrlOutput2",   "nvoCtrlOutput3", "nvoCtrlOutput4",
+    "nvoCtrlOutput5", "nvoCtrlOutput6",  "nvoCtrlOutput7",   "nvoFanSpeed",    "nvoUnitStatus"};
+
+struct NetworkOutputsTest : tests::ToolTest {
+  static std::string Box(const char* name, std::size_t i) {
+    return "fNetworkOutput." + std::string(name) + "(" + std::to_string(i) + ")";
+  }
+  std::string StoredOf(const std::string& variable, int number, const char* format) {
+    return building.StoredText(device, "RoofTopObject/" + variable, number, format);
+  }
+  std::string OfNode(int number, const char* format) {
+    return building.StoredText(device, "NodeObject", number, format);
+  }
+
+  const char* device = tests::kAssigned;
+};
+
+TEST_F(NetworkOutputsTest, EveryBoxStoresItsOwnProperty) {
+  Open(device);
+  for (std::size_t i = 0; i < 15; ++i) Type(Box("txtNvo", i), std::to_string(200 + i));
+  for (std::size_t i = 0; i < 3; ++i) Type(Box("txtDelta", i), std::to_string(2 + i));
+  for (std::size_t i = 6; i < 15; ++i) Type(Box("txtOutput", i), std::to_string(20 + i));
+  Type("fNetworkOutput.txtnciSndHrtBt", "300");
+  Type("fNetworkOutput.txtnciMinSendTime", "0.7");
+  Click("cmdApply");
+  EXPECT_EQ(LastMessage(), "Apply/Main: The configuration settings were applied successfully");
+  for (std::size_t i = 0; i < 15; ++i) {
+    EXPECT_EQ(StoredOf(kVariables[i], 1, "SCPTmaxSendTime"), std::to_string(200 + i) + ".0") << kVariables[i];
+    if (i < 6) continue;
+    EXPECT_EQ(StoredOf(kVariables[i], 2, "SCPTminSendTime"), std::to_string(20 + i) + ".0") << kVariables[i];
+  }
+  EXPECT_EQ(StoredOf("nvoSpaceTemp", 2, "SCPTminDeltaTemp#SI"), "2.00");
+  EXPECT_EQ(StoredOf("nvoTerminalLoad", 2, "SNVT_lev_percent"), "3.000");
+  EXPECT_EQ(StoredOf("nvoTermLoadInAvg", 2, "SNVT_lev_percent"), "4.000");
+  EXPECT_EQ(OfNode(3, "SCPTmaxSendTime"), "300.0");
+  EXPECT_EQ(OfNode(4, "SCPTminSendTime"), "0.7");
+}
+
+TEST_F(NetworkOutputsTest, OnlyTheTemperatureDeltaFollowsTheUnitSystem) {
+  Open(device);
+  EXPECT_EQ(Text(Box("txtDelta", 0)) + Text(Box("lblDeltaUnit", 0)), "0.50°C");
+  EXPECT_EQ(Text(Box("txtDelta", 1)) + Text(Box("lblDeltaUnit", 1)), "1.000%");
+  Find<ui::OptionButton>("optUnit(1)").Click();
+  EXPECT_EQ(Text(Box("txtDelta", 0)) + Text(Box("lblDeltaUnit", 0)), "0.90°F");
+  EXPECT_EQ(Text(Box("txtDelta", 1)) + Text(Box("lblDeltaUnit", 1)), "1.000%");
+  Type(Box("txtDelta", 0), "1.8");
+  Type(Box("txtDelta", 2), "1.8");
+  Click("cmdApply");
+  EXPECT_EQ(StoredOf("nvoSpaceTemp", 2, "SCPTminDeltaTemp#SI"), "1.00");
+  EXPECT_EQ(StoredOf("nvoTermLoadInAvg", 2, "SNVT_lev_percent"), "1.800");
+}
+
+TEST_F(NetworkOutputsTest, ARefusedValueIsToldWithItsVariableAndNothingIsStored) {
+  Open(device);
+  const struct {
+    std::string box;
+    const char* message;
+  } cases[] = {
+      {Box("txtOutput", 13), "WriteValue/Network Output: nvoFanSpeed: SCPTminSendTime: \"-1\""},
+      {Box("txtDelta", 0), "WriteValue/Network Output: nvoSpaceTemp: SCPTminDeltaTemp: \"-1\""},
+      {"fNetworkOutput.txtnciSndHrtBt", "WriteValue/Network Output: SCPTmaxSendTime: \"-1\""},
+  };
+  for (const auto& item : cases) {
+    const std::string good = Text(item.box);
+    const auto told = Messages().size();
+    Type(Box("txtNvo", 0), "99");
+    Type(item.box, "-1");
+    Click("cmdApply");
+    ASSERT_GT(Messages().size(), told);
+    EXPECT_NE(Messages()[told].find(item.message), std::string::npos) << Messages()[told];
+    EXPECT_EQ(StoredOf("nvoSpaceTemp", 1, "SCPTmaxSendTime"), "60.0");
+    EXPECT_EQ(Text(item.box), "-1") << "kept for correction";
+    Type(item.box, good);
+  }
+}
+
+}  // namespace
