@@ -1,4 +1,5 @@
 #include "base/record.h"
+#include "base/text.h"
 #include "tool_test.h"
 
 namespace {
@@ -162,6 +163,9 @@ TEST_F(HeatCoolTest, AWarningAboutTheMaximumHoldsBackBothRulesUntilItsBoxIsEnter
   for (int i = 0; i < 2; ++i) {
     EXPECT_EQ(Apply(), (Log{kMinimumRule, kNotApplied})) << "its own warning does not hold it back";
   }
+  auto& minimum = Find<ui::TextBox>(Page("txtMinDischCool"));
+  minimum.Type("abc");
+  EXPECT_TRUE(minimum.Leave()) << "but it lets the person go";
 }
 
 TEST_F(HeatCoolTest, ASupplyBoxIsRefusedOnceForEachTimeItIsEntered) {
@@ -226,35 +230,47 @@ TEST_F(HeatCoolTest, ControlsFollowTheFunctionsWhetherChosenShownOrStored) {
 
 TEST_F(HeatCoolTest, UnitsGoToAndFroWithoutMovingAStoredValue) {
   OpenPage(tests::kAssigned, "fHeatCool");
-  const std::pair<int, const char*> properties[] = {
-      {3, "SCPTsetPnts"},          {4, "SCPTmaxDischargeAirHeatingSetpoint"},
-      {8, "UCPTfreeCoolSetpoint"}, {7, "SCPToutdoorAirEnthalpySetpoint"},
-      {35, "UCPTspaceTempAlarm"},  {39, "UCPTsupplyPressureAlarm"},
-      {38, "UCPTsupplyTempAlarm"}, {40, "UCPTductPressureAlarm"}};
-  Type(Setpoint(0), "24.321");
-  Type(Page("txtfreeCooling"), "61.237");
-  Type("fAlarm.txtAlarm(0)", "2.345");
+  // Each property with the box of its first field.
+  const struct {
+    int number;
+    std::string type;
+    std::string box;
+  } properties[] = {{3, "SCPTsetPnts", Setpoint(0)},
+                    {4, "SCPTmaxDischargeAirHeatingSetpoint", Page("txtMaxDischHeat")},
+                    {5, "SCPTminDischargeAirCoolingSetpoint", Page("txtMinDischCool")},
+                    {7, "SCPToutdoorAirEnthalpySetpoint", Page("txtfreeCooling")},
+                    {8, "UCPTfreeCoolSetpoint", Page("txtfreeCoolDegree")},
+                    {9, "UCPTmecCoolSetpoint", Page("txtMechCoolLL")},
+                    {35, "UCPTspaceTempAlarm", "fAlarm.txtAlarm(0)"},
+                    {36, "UCPTreturnTempAlarm", "fAlarm.txtAlarm(2)"},
+                    {37, "UCPTmixAirTempAlarm", "fAlarm.txtAlarm(5)"},
+                    {38, "UCPTsupplyTempAlarm", "fAlarm.txtAlarm(8)"},
+                    {39, "UCPTsupplyPressureAlarm", "fAlarm.txtAlarm(11)"},
+                    {40, "UCPTductPressureAlarm", "fAlarm.txtAlarm(13)"}};
+  for (const auto& item : properties) Type(item.box, base::ReplaceAll(Text(item.box), ".000", ".123"));
   Click("cmdApply");
-  std::vector<std::string> before;
-  for (const auto& [number, format] : properties) {
-    before.push_back(Stored(tests::kAssigned, number, format, 9));
+  Log before;
+  for (const auto& item : properties) {
+    before.push_back(Stored(tests::kAssigned, item.number, item.type.c_str(), 9));
   }
   for (int i = 0; i < 10; ++i) {
     const bool imperial = i % 2 == 0;
     Find<ui::OptionButton>(imperial ? "optUnit(1)" : "optUnit(0)").Click();
     EXPECT_EQ(Text(Page("lblUnits(9)")), imperial ? "°F" : "°C");
     EXPECT_EQ(Text(Page("lblBtu")), imperial ? "BTU/lb" : "KJ/kg");
-    EXPECT_EQ(Text(Setpoint(0)), imperial ? "75.778" : "24.321");
     EXPECT_EQ(Text("fAlarm.lblCelsius(5)"), imperial ? "°F" : "°C");
     EXPECT_EQ(Text("fAlarm.lblUnitP(2)"), imperial ? "\" WC" : "Pa");
-    EXPECT_EQ(Text("fAlarm.txtAlarm(0)"), imperial ? "4.221" : "2.345") << "a difference";
+    for (const auto& [number, type, box] : properties) {
+      const std::string format = type + (imperial ? "#US" : "#SI");
+      EXPECT_EQ(Text(box), base::Record(Stored(tests::kAssigned, number, format.c_str(), 3)).Field(0));
+    }
     // Makes both pages write everything in these units.
     Type(Page("txtChngeOverDelay"), std::to_string(20 + i));
     Type("fAlarm.txtAlarm(22)", std::to_string(70 + i));
     EXPECT_EQ(Apply(), Log{kApplied});
   }
   for (std::size_t i = 0; i < before.size(); ++i) {
-    EXPECT_EQ(Stored(tests::kAssigned, properties[i].first, properties[i].second, 9), before[i]);
+    EXPECT_EQ(Stored(tests::kAssigned, properties[i].number, properties[i].type.c_str(), 9), before[i]);
   }
 }
 
