@@ -31,6 +31,7 @@ TEST_F(ToolTest, PidBoxesShowTheRecordsOfTheirLoops) {
       EXPECT_EQ(Text(Indexed(loop.box, i)), record.Field(static_cast<std::size_t>(i))) << loop.box << i;
     }
   }
+  Main().Pages().FindPage("fPID")->FillValue();
   EXPECT_EQ(Main().Flags().lastFilledPage, 5);
 }
 
