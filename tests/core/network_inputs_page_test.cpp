@@ -149,6 +149,8 @@ TEST_F(NetworkInputsTest, BackToTheTypeInTheDeviceKeepsItsScope) {
   Open(device);
   EXPECT_EQ(Text(Indexed("lblType", 0)), "SNVT_tod_event");
   EXPECT_FALSE(OptimumStart());
+  Choose("nviOccCmd", "SNVT_tod_event");
+  EXPECT_FALSE(Main().Pages().AnyPageChanged()) << "it has that type already";
   Choose("nviOccCmd", "SNVT_occupancy");
   EXPECT_TRUE(OptimumStart());
   Choose("nviOccCmd", "SNVT_tod_event");

@@ -203,7 +203,7 @@ void fNetworkInput::ChangeTypes() {
 
 // Back to the type that the device has leaves its name there as it is, scope prefix included.
 void fNetworkInput::TakeType(std::size_t i, const std::string& type) {
-  if (type == TypeOf(i)) return;
+  if (shell::BareType(type) == shell::BareType(TypeOf(i))) return;
   const bool back = shell::BareType(type) == shell::BareType(types_[i]);
   chosen_[i] = back ? std::string() : type;
   ShowType(i);

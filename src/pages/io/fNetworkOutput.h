@@ -1,5 +1,6 @@
 // Network outputs: how often each output variable is sent: at the latest after its heartbeat, at the earliest
-// after its throttle time, and the analogue ones when they have changed by a delta.
+// after its throttle time, and the analogue ones when they have changed by a delta. Variables that are not
+// listed follow the two times of the node.
 #pragma once
 
 #include <vector>

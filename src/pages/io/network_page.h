@@ -1,5 +1,6 @@
 // What the pages of network variables share: most of their boxes show one configuration property each, of a
-// variable or of the node. A page lists its boxes in the order in which they are read and written.
+// variable or of the node. A page lists its boxes in the order in which they are read and written; formats,
+// reading and writing follow from the list.
 #pragma once
 
 #include <span>
