@@ -150,7 +150,7 @@ TEST_F(NetworkInputsTest, BackToTheTypeInTheDeviceKeepsItsScope) {
   EXPECT_EQ(Text(Indexed("lblType", 0)), "SNVT_tod_event");
   EXPECT_FALSE(OptimumStart());
   Choose("nviOccCmd", "SNVT_tod_event");
-  EXPECT_FALSE(Main().Pages().AnyPageChanged()) << "it has that type already";
+  EXPECT_FALSE(Main().Pages().FindPage("fNetworkInput")->IsChanged()) << "it has that type already";
   Choose("nviOccCmd", "SNVT_occupancy");
   EXPECT_TRUE(OptimumStart());
   Choose("nviOccCmd", "SNVT_tod_event");
