@@ -74,6 +74,7 @@ void fMain::BuildLayout() {
 
 void fMain::ConnectHandlers() {
   lblTitle.SetHeading(true);
+  cmdErrorLog.SetPicture(kNoMessage);
   txtLocation.SetColumns(32);
   txtLocation.onChange = [this] { locationChanged_ = true; };
   lvwConfig.onSelect = [this](std::size_t index) {
@@ -95,7 +96,7 @@ void fMain::ConnectHandlers() {
   onClosed = [this] { EndPlugIn(); };
   onActivate = [this] { Activated(); };
   logger_.AddMessageEvent = [this](int level) { LoggerReported(level); };
-  logger_.ClearEvent = [this] { cmdErrorLog.SetPicture(kNoMessage); };
+  logger_.ClearEvent = [this] { EndBlink(kNoMessage); };
   tmrBlink.onTick = [this] { Blink(); };
   TimerQuit.onTick = [this] {
     if (busy_) return;  // the host let go in the middle of a command, which still uses its objects
@@ -124,7 +125,6 @@ void fMain::InitStrings() {
   cmdHelp.SetTip(strings_.GetStrings("Click here to see the Help File"));
   cmdRefresh.SetTip(strings_.GetStrings("Reads all values from the device again"));
   cmdErrorLog.SetTip(strings_.GetStrings("Shows the messages of this session"));
-  cmdErrorLog.SetPicture(kNoMessage);
   lvwConfig.SetColumns({strings_.GetStrings("Menu")});
   menu = {
       {strings_.GetStrings("&File"),
@@ -262,9 +262,9 @@ void fMain::ShowPage(std::size_t index) {
   shownPage_ = index;
   const PageEntry& entry = pages_.Table()[index];
   lvwConfig.SetSelection({index});
-  pages_.Page(index).PageShown();
   Picture1.Show(pages_.Page(index));
   lblTitle.SetText(strings_.FormatStrings("%s% Configuration", {std::string(entry.title)}));
+  pages_.Page(index).PageShown();
 }
 
 void fMain::WriteLocation() {
@@ -385,18 +385,20 @@ void fMain::AddMessage(std::string_view message, std::string_view routine, std::
 }
 
 void fMain::LoggerReported(int level) {
-  if (level == logger::kError) cmdErrorLog.SetPicture(kErrorPicture);
-  if (level != logger::kExclamation) return;
-  cmdErrorLog.SetPicture(kWarningPicture);
-  tmrBlink.Start();
+  if (level == logger::kInformation) return;
+  cmdErrorLog.SetPicture(level == logger::kExclamation ? kWarningPicture : kErrorPicture);
+  if (level == logger::kExclamation) tmrBlink.Start();
+}
+
+void fMain::EndBlink(int picture) {
+  tmrBlink.Stop();
+  blinkCounter_ = 0;
+  cmdErrorLog.SetPicture(picture);
 }
 
 void fMain::Blink() {
   blinkCounter_ += static_cast<int>(tmrBlink.Interval().count());
-  if (blinkCounter_ < kBlinkTime) return;
-  tmrBlink.Stop();
-  blinkCounter_ = 0;
-  cmdErrorLog.SetPicture(kErrorPicture);
+  if (blinkCounter_ >= kBlinkTime) EndBlink(kErrorPicture);
 }
 
 }  // namespace shell
