@@ -2,6 +2,8 @@
 
 #include "pages/control/fFanValve.h"
 #include "pages/control/fPID.h"
+#include "pages/info/fAbout.h"
+#include "pages/info/fManage.h"
 #include "pages/io/fControlOutput.h"
 #include "pages/io/fHardwareInput.h"
 
@@ -18,6 +20,8 @@ constexpr shell::PageEntry kTable[] = {
     {"Outputs", "Object Outputs", "fControlOutput", 19, true, Create<fControlOutput>},
     {"Fan-Valve", "Fan-Valve", "fFanValve", 44, true, Create<fFanValve>},
     {"PID", "PID", "fPID", 45, true, Create<fPID>},
+    {"Object Manage", "Object Manage", "fManage", 69, false, Create<fManage>},
+    {"About", "About", "fAbout", 3, false, Create<fAbout>},
 };
 
 }  // namespace

@@ -35,7 +35,8 @@ fMain::fMain(const Platform& platform, const Settings& settings, Strings& string
       logger_({platform.registry, platform.locale, platform.loop, platform.fileDialog, platform.toolkit,
                settings.settingsKey, settings.applicationFolder,
                [&strings](std::string_view text) { return strings.GetStrings(text); }}),
-      context_{platform, settings, device_, strings, *this, flags_, pages_, selections_, *this},
+      context_{platform, settings,    device_, strings,  *this,       flags_,
+               pages_,   selections_, *this,   network_, ObjectServer},
       pages_(pageTable),
       tmrBlink(platform.loop, kBlinkInterval),
       TimerQuit(platform.loop, kQuitDelay) {
@@ -79,7 +80,7 @@ void fMain::ConnectHandlers() {
   txtLocation.onChange = [this] { locationChanged_ = true; };
   lvwConfig.onSelect = [this](std::size_t index) {
     flags_.pageSelected = true;
-    ShowPage(index);
+    Command("ShowPage", [this, index] { ShowPage(index); });
   };
   cmdOK.onClick = [this] { Command("OK", [this] { Ok(); }); };
   cmdApply.onClick = [this] { Command("Apply", [this] { Apply(); }); };
