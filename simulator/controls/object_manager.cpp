@@ -53,7 +53,7 @@ ObjectManager::ObjectManager() : MakersControl("ObjectManager") {
   cmdEnable_.onClick = [setState] { setState("enabled", "ENABLED"); };
   cmdDisable_.onClick = [setState] { setState("disabled", kDisabled); };
   cmdTest_.onClick = [this] { Order("tested", [](const Object& object) { object.Call("Test"); }); };
-  cmdRead_.onClick = [this] { Order("", {}); };
+  cmdRead_.onClick = [this] { ReadAgain(); };
   GetWindow().SetLayout(ui::Stack({
       ui::GrowX(ui::Item(lblDevice_)),
       ui::Grow(ui::Item(lvwObjects_)),
@@ -66,13 +66,12 @@ ObjectManager::ObjectManager() : MakersControl("ObjectManager") {
 void ObjectManager::Initialize(const Arguments& arguments) {
   Finish();
   try {
-    application_ = arguments[0].AsText();
     network_ = arguments[1].AsObject();
     const Object server = arguments[2].AsObject();
     if (!network_ || !server) throw base::Error("Initialize needs the network and the object server.");
     const Object device = server.Get("Device").AsObject();
     if (!device) throw base::Error("The host has no device open.");
-    lblDevice_.SetText(application_ + ": objects of " + device.Text("Name"));
+    lblDevice_.SetText(arguments[0].AsText() + ": objects of " + device.Text("Name"));
     const Object objects = device.Child("LonMarkObjects");
     for (std::int32_t number = 1; number <= objects.Whole("Count"); ++number)
       objects_.push_back(objects.Child("Item", number));
@@ -81,7 +80,6 @@ void ObjectManager::Initialize(const Arguments& arguments) {
     Finish();
     throw;
   }
-  lvwObjects_.FitColumns();
   GetWindow().SetAcceptsInput(true);
 }
 
@@ -98,32 +96,42 @@ void ObjectManager::Read() {
   const std::vector<std::size_t> selected = lvwObjects_.Selection();
   lvwObjects_.SetRows(std::move(rows));
   lvwObjects_.SetSelection(selected);
+  lvwObjects_.FitColumns();
 }
 
 void ObjectManager::Order(const std::string& done, const std::function<void(const Object&)>& order) {
-  std::string result;
+  const std::size_t count = lvwObjects_.Selection().size();
+  if (count == 0) return lblResult_.SetText("Select one object or several first.");
+  std::string result = std::to_string(count) + (count == 1 ? " object " : " objects ") + done + ".";
   try {
-    const std::vector<std::size_t> selected = lvwObjects_.Selection();
-    if (order && selected.empty()) throw base::Error("Select one object or several first.");
-    if (order) {
-      network_.Call("BeginTransaction");
-      try {
-        for (const std::size_t place : selected) order(objects_[place]);
-      } catch (...) {
-        network_.Call("CancelTransaction");
-        throw;
-      }
-      network_.Call("CommitTransaction");
-      result =
-          std::to_string(selected.size()) + (selected.size() == 1 ? " object " : " objects ") + done + ".";
-    }
+    InTransaction(order);
     Read();
-    lvwObjects_.FitColumns();
   } catch (const std::exception& error) {
     result = error.what();
     Fail(result);
   }
   lblResult_.SetText(result);
+}
+
+void ObjectManager::InTransaction(const std::function<void(const Object&)>& order) const {
+  network_.Call("BeginTransaction");
+  try {
+    for (const std::size_t place : lvwObjects_.Selection()) order(objects_[place]);
+  } catch (...) {
+    network_.Call("CancelTransaction");
+    throw;
+  }
+  network_.Call("CommitTransaction");
+}
+
+void ObjectManager::ReadAgain() {
+  lblResult_.SetText("");
+  try {
+    Read();
+  } catch (const std::exception& error) {
+    lblResult_.SetText(error.what());
+    Fail(error.what());
+  }
 }
 
 }  // namespace controls

@@ -27,8 +27,9 @@ class ObjectManager : public MakersControl, public automation::LocalClass<Object
   /// Runs `order` on the objects selected, all or none, and shows what they are then. A refusal is shown and
   /// told.
   void Order(const std::string& done, const std::function<void(const automation::Object&)>& order);
+  void InTransaction(const std::function<void(const automation::Object&)>& order) const;
+  void ReadAgain();
 
-  std::string application_;
   automation::Object network_;
   std::vector<automation::Object> objects_;  // in the order of the rows
 

@@ -147,7 +147,7 @@ constexpr Command kCommands[] = {
     {"release", "", 0, 0, Release},
     {"value", "DEVICE OBJECT NUMBER FORMAT [PRECISION] [field N] = text", 6, 9, ExpectValue},
     {"state", "DEVICE OBJECT = ENABLED|DISABLED [test result]", 4, 4, ExpectState},
-    {"remember", "NAME = value ... | text NAME | tool PROPERTY | \"text\"", 3, 11, Remember},
+    {"remember", "NAME = value ... | state ... | text NAME | tool PROPERTY | \"text\"", 3, 11, Remember},
     {"print", "text ...", 1, 99, Print},
     {"fail", "none | Class.Member K [later] [lose]", 1, 4, Fail},
     {"measure load", "", 0, 0, MeasureLoad},

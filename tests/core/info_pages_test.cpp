@@ -85,11 +85,17 @@ TEST_F(InfoPages, StatesChangedInTheObjectManagerReachTheHost) {
   EXPECT_EQ(LastMessage().find("ctlObjectManager/Manage: NodeObject cannot be disabled"), 0u)
       << LastMessage();
   EXPECT_EQ(StateOf("HardwareInput3"), "ENABLED");
-  Order({}, "cmdTest");
-  EXPECT_EQ(LastMessage(), "ctlObjectManager/Manage: Select one object or several first.");
-  building.Faults().Fail({.member = "Network.CommitTransaction"});
+  building.Faults().Fail({.member = "Network.BeginTransaction"});
   Order({4}, "cmdDisable");
   EXPECT_EQ(StateOf("HardwareInput3"), "ENABLED");
+  EXPECT_EQ(LastMessage(), "ctlObjectManager/Manage: The call failed.");
+  Order({}, "cmdTest");
+  EXPECT_EQ(In<ui::Label>(*manager, "lblResult").Text(), "Select one object or several first.");
+
+  // What another client changed is there when the person reads again.
+  Main().Device().LonMarkObjectsByName.Call("Item", "HardwareInput1").AsObject().Put("State", "DISABLED");
+  Order({}, "cmdRead");
+  EXPECT_EQ(In<ui::ListView>(*manager, "lvwObjects").Rows()[2].cells[1], "DISABLED");
 }
 
 TEST_F(InfoPages, AControlThatFailsWhileInitializingIsToldAndTriedAgain) {
@@ -126,7 +132,7 @@ TEST_F(InfoPages, AMissingControlIsToldWhileLoadingAndKeepsNobodyOut) {
   Open(tests::kAssigned);
   EXPECT_EQ(Main().Tag(), "");
   const std::vector<std::string> told = {"Load/Manage: The control \"" + std::string(kManager) +
-                                         "\" is not registered. (error 0x800401F3)"};
+                                         "\" is not registered on this machine (error 0x800401F3)."};
   EXPECT_EQ(Messages(), told);
   EXPECT_EQ(Find<ui::Button>("cmdErrorLog").Picture(), 2) << "also after the load";
   Page("fManage");

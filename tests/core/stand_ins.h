@@ -134,7 +134,8 @@ class MadeControls : public ui::ControlHost {
 
  private:
   [[noreturn]] static void Refuse(const std::string& programId) {
-    throw automation::Error(0x800401F3, "The control \"" + programId + "\" is not registered.");
+    throw automation::Error(0x800401F3, "The control \"" + programId +
+                                            "\" is not registered on this machine (error 0x800401F3).");
   }
 };
 
