@@ -45,6 +45,19 @@ std::vector<DeviceInfo> Building::Devices() const {
   return devices;
 }
 
+std::string Building::StoredDevice(std::string_view deviceName) const {
+  std::string text;
+  for (const auto& [key, fields] : Committed(deviceName).values) {
+    text += key + "=";
+    for (const FieldValue& field : fields) {
+      const auto* number = std::get_if<double>(&field);
+      text += (number ? base::Numbers().Text(*number) : std::get<std::string>(field)) + " ";
+    }
+    text += "\n";
+  }
+  return text;
+}
+
 std::string Building::StoredText(std::string_view deviceName, std::string_view objectName, int propertyNumber,
                                  std::string_view formatName, int precision) const {
   const PropertyTemplate* property = core_->deviceTemplate.FindProperty(objectName, propertyNumber);

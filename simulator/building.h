@@ -90,6 +90,9 @@ class Building {
   /// committed. Throws automation::Error for an unknown name.
   std::string StateOfObject(std::string_view deviceName, std::string_view objectName) const;
 
+  /// Everything committed of a device, as one text: two are equal when the device holds the same values.
+  std::string StoredDevice(std::string_view deviceName) const;
+
   /// Sentences of what went wrong without an error: refused templates, ended sessions with an open
   /// transaction.
   const std::vector<std::string>& Log() const;

@@ -2,6 +2,7 @@
 // scope.
 #pragma once
 
+#include <exception>
 #include <string_view>
 
 #include "automation/object.h"
@@ -11,9 +12,17 @@ namespace shell {
 
 class HostTransaction {
  public:
-  /// All operations throw automation::Error when the host refuses; the transaction then counts as ended.
+  /// All operations throw automation::Error when the host refuses; the transaction then counts as ended. A
+  /// host that refuses to begin may still hold a transaction that could not be ended while it was out of
+  /// reach, so that one is cancelled and the host is asked once more.
   explicit HostTransaction(const automation::Object& network) : network_(network) {
-    network_.Call(host::kBeginTransaction);
+    try {
+      network_.Call(host::kBeginTransaction);
+    } catch (const std::exception&) {
+      CancelQuietly();
+      open_ = true;
+      network_.Call(host::kBeginTransaction);
+    }
   }
   HostTransaction(const HostTransaction&) = delete;
   HostTransaction& operator=(const HostTransaction&) = delete;

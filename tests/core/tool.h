@@ -19,7 +19,11 @@ constexpr const char* kPressure = "RTU-3 Laboratory";    // fan speed and bypass
 constexpr const char* kNoTemplate = "Cold store (old program)";
 
 struct Tool : StandIns {
-  explicit Tool(const simulator::BuildingOptions& options = Options()) : building(options) {
+  explicit Tool(const simulator::BuildingOptions& options = Options()) : Tool(simulator::Building(options)) {}
+  /// A further tool in a building that exists, with all pages or some of them.
+  explicit Tool(const simulator::Building& existing,
+                std::span<const shell::PageEntry> pageTable = pages::PageTable())
+      : building(existing), table(pageTable) {
     api.Put("NetworkName", building.NetworkName());
     api.Put("NetworkIpAddress", building.IpAddress());
     api.Put("NetworkIpPort", building.Port());
@@ -35,7 +39,7 @@ struct Tool : StandIns {
   }
 
   automation::Object Create(std::string_view programId) {
-    if (programId == "MVPlugInLib.ObjectServer") return building.ObjectServer();
+    if (programId == "MVPlugInLib.ObjectServer") return throughHost(building.ObjectServer());
     if (programId == "MVPlugInLib.Registration") return building.Registration();
     if (programId == "MVLanguage.Language") return building.Language();
     throw automation::Error(0x80040154, "\"" + std::string(programId) + "\" is not registered.");
@@ -132,7 +136,11 @@ struct Tool : StandIns {
     property.Put("Value", text);
   }
 
+  /// Stands between the tool and the host's objects where a test sets it.
+  std::function<automation::Object(const automation::Object&)> throughHost =
+      [](const automation::Object& server) { return server; };
   simulator::Building building;
+  std::span<const shell::PageEntry> table;
   automation::Bytes templateContent;
   std::vector<std::string> filesRead;
   hosting::PlugInDescription description = hosting::BuildDescription({"Tool", "Veldran, Inc", 1, 2, 3});
@@ -147,8 +155,8 @@ struct Tool : StandIns {
                            locale,
                            [this](std::string_view id) { return Create(id); },
                            [this](const std::string& path) { return ReadFile(path); }};
-  hosting::Program program{platform, description, hosting::MakeSettings(MakeFacts(), description),
-                           pages::PageTable(), [this] { quit = true; }};
+  hosting::Program program{platform, description, hosting::MakeSettings(MakeFacts(), description), table,
+                           [this] { quit = true; }};
   automation::Object api{std::make_shared<hosting::PlugInApi>(program)};
 
  private:

@@ -78,7 +78,7 @@ void fGeneral::BuildLayout() {
       Box(fraCo2, Grid(2, {Item(lblCO2), Line({Item(txtCO2), Item(lblCO2Unit)})})),
       Box(fraEcono, Stack({Item(optEcono[0]), Item(optEcono[1])})),
   });
-  SetLayout(Line({rooms, airSide}));
+  SetLayout(Line({ui::GrowX(ui::AlignGrids(rooms)), ui::GrowX(ui::AlignGrids(airSide))}));
 }
 
 void fGeneral::InitStrings() {

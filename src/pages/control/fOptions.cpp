@@ -103,10 +103,12 @@ void fOptions::BuildLayout() {
       Grid(2, {Item(lblHeatCool), Line({Item(txtHeatCool), Item(lblMin)}), Item(lblChangeOver),
                Line({Item(txtChangeOver), Item(lblUnit)})}),
   });
+  const auto averaging = Stack({Item(chkEnable), Box(fraDemand, demand)});
+  const auto terminal = Stack({Item(chkTerminal), Item(optTerminal[0]), Item(optTerminal[1])});
   SetLayout(Line({
-      Stack({Box(fraOptimum, optimum), Box(fraAverage, Stack({Item(chkEnable), Box(fraDemand, demand)}))}),
-      Stack({Box(fraTerminal, Stack({Item(chkTerminal), Item(optTerminal[0]), Item(optTerminal[1])})),
-             Box(fraAlternate, alternate), Box(fraFrost, Item(chkFrost))}),
+      ui::GrowX(Stack({Box(fraOptimum, optimum), Box(fraAverage, averaging)})),
+      ui::GrowX(
+          Stack({Box(fraTerminal, terminal), Box(fraAlternate, alternate), Box(fraFrost, Item(chkFrost))})),
   }));
 }
 
