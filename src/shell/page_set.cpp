@@ -45,7 +45,8 @@ void PageSet::LoadAllPages(const PageContext& context, const Object& network, fL
     embed(page);
     if (entry.showsDeviceValues) page.FillValue();
     if (context.flags.errorOccurred) {
-      throw base::Error("The page \"" + std::string(entry.title) + "\" could not be read from the device.");
+      throw base::Error(context.strings.FormatStrings("The page \"%s%\" could not be read from the device.",
+                                                      {std::string(entry.title)}));
     }
   }
   transaction.Commit();
