@@ -108,7 +108,7 @@ void fMessage::AddMessage(std::string_view message, std::string_view routine, st
 std::string fMessage::LogText() const {
   std::string text;
   for (const auto& row : ListView1.Rows()) {
-    text += IconName(row.icon);
+    text += surroundings_.translate(IconName(row.icon));
     for (const std::string& cell : row.cells) text += "\t" + cell;
     text += "\r\n";
   }
@@ -118,7 +118,7 @@ std::string fMessage::LogText() const {
 void fMessage::Save() {
   try {
     const auto file = surroundings_.fileDialog.AskSaveFile(
-        {kFilter, surroundings_.applicationFolder + kProposedName, kSaveFlags});
+        {surroundings_.translate(kFilter), surroundings_.applicationFolder + kProposedName, kSaveFlags});
     const std::string text = LogText();
     if (!file || text.empty()) return;
     std::ofstream out(std::filesystem::path(std::u8string(file->begin(), file->end())), std::ios::binary);
