@@ -1,7 +1,10 @@
 #include "simulator/building.h"
 
+#include <algorithm>
+
 #include "base/text.h"
 #include "simulator/core.h"
+#include "simulator/device.h"
 #include "simulator/language.h"
 #include "simulator/object_server.h"
 #include "simulator/registration.h"
@@ -51,11 +54,26 @@ std::string Building::StoredText(std::string_view deviceName, std::string_view o
   }
   const Format format = core_->catalogue.FindFormat(formatName);
   if (format.type != property->type) Refuse(property->name + " is of type " + property->type->name + ".");
+  const DeviceValues& device = Committed(deviceName);
+  const auto found = device.values.find(property->key);
+  const Fields& value = found == device.values.end() ? property->initial : found->second;
+  return FormatValue({format, precision, core_->numbers}, value);
+}
+
+std::string Building::StateOfObject(std::string_view deviceName, std::string_view objectName) const {
+  const auto& known = core_->deviceTemplate.objects;
+  if (std::ranges::find(known, objectName, &ObjectTemplate::name) == known.end())
+    Refuse("There is no object \"" + std::string(objectName) + "\".");
+  const auto& objects = Committed(deviceName).objects;
+  const auto found = objects.find(objectName);
+  if (found == objects.end()) return kEnabled;
+  const std::string state = found->second.enabled ? kEnabled : kDisabled;
+  return found->second.test.empty() ? state : state + " " + found->second.test;
+}
+
+const DeviceValues& Building::Committed(std::string_view deviceName) const {
   for (const auto& [key, device] : core_->store.Committed().devices) {
-    if (!base::EqualsNoCase(device.name, deviceName)) continue;
-    const auto found = device.values.find(property->key);
-    const Fields& value = found == device.values.end() ? property->initial : found->second;
-    return FormatValue({format, precision, core_->numbers}, value);
+    if (base::EqualsNoCase(device.name, deviceName)) return device;
   }
   Refuse("There is no device \"" + std::string(deviceName) + "\".");
 }

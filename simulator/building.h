@@ -20,6 +20,7 @@
 namespace simulator {
 
 struct Core;
+struct DeviceValues;
 
 /// How many sessions OpenSession lets in.
 struct SessionLimits {
@@ -85,11 +86,17 @@ class Building {
   std::string StoredText(std::string_view deviceName, std::string_view objectName, int propertyNumber,
                          std::string_view formatName, int precision = -1) const;
 
+  /// "ENABLED" or "DISABLED", and behind a blank the result of the last self-test where there is one; as
+  /// committed. Throws automation::Error for an unknown name.
+  std::string StateOfObject(std::string_view deviceName, std::string_view objectName) const;
+
   /// Sentences of what went wrong without an error: refused templates, ended sessions with an open
   /// transaction.
   const std::vector<std::string>& Log() const;
 
  private:
+  const DeviceValues& Committed(std::string_view deviceName) const;
+
   std::shared_ptr<Core> core_;
 };
 

@@ -8,23 +8,86 @@ namespace simulator {
 using automation::Arguments;
 using automation::Value;
 
+namespace {
+
+constexpr char kNodeObject[] = "NodeObject";
+constexpr char kInputObject[] = "HardwareInput";
+
+}  // namespace
+
 constexpr automation::MemberOf<LonMarkObject> LonMarkObject::kMembers[] = {
     {"Name", [](LonMarkObject& self, const Arguments&) -> Value { return self.name_; }},
     {"ConfigProperties", [](LonMarkObject& self, const Arguments&) -> Value { return self.properties_; }},
     {"NetworkVariables", [](LonMarkObject& self, const Arguments&) -> Value { return self.variables_; }},
+    {"State",
+     [](LonMarkObject& self, const Arguments&) -> Value {
+       return self.Current().enabled ? kEnabled : kDisabled;
+     },
+     [](LonMarkObject& self, const Value& value) { self.ChangeState(value.AsText()); }},
+    {"Test", nullptr, nullptr,
+     [](LonMarkObject& self, const Arguments&) -> Value {
+       self.Test();
+       return {};
+     }},
+    {"TestResult", [](LonMarkObject& self, const Arguments&) -> Value { return self.Current().test; }},
 };
 
-LonMarkObject::LonMarkObject(std::shared_ptr<Core> core, const std::string& deviceKey,
+LonMarkObject::LonMarkObject(std::shared_ptr<Core> core, std::string deviceKey,
                              const ObjectTemplate& definition)
     : HostObject(std::move(core)),
+      deviceKey_(std::move(deviceKey)),
       name_(definition.name),
-      properties_(MakeProperties(SharedCore(), deviceKey, definition.name, definition.properties)) {
+      properties_(MakeProperties(SharedCore(), deviceKey_, definition.name, definition.properties)) {
   CollectionItems items;
   for (const VariableTemplate& variable : definition.variables) {
-    auto object = std::make_shared<NetworkVariable>(SharedCore(), deviceKey, variable);
+    auto object = std::make_shared<NetworkVariable>(SharedCore(), deviceKey_, variable);
     items.push_back({variable.name, automation::Object(std::move(object))});
   }
   variables_ = MakeCollection(SharedCore(), "NetworkVariables of " + name_, std::move(items));
+}
+
+ObjectState LonMarkObject::Current() const {
+  const auto& objects = GetCore().store.Device(deviceKey_).objects;
+  const auto found = objects.find(name_);
+  return found == objects.end() ? ObjectState() : found->second;
+}
+
+void LonMarkObject::Keep(const ObjectState& state) {
+  if (state == Current()) return;
+  Refusing([&] {
+    GetCore().store.Change(deviceKey_, [&](DeviceValues& device) { device.objects[name_] = state; });
+  });
+}
+
+void LonMarkObject::ChangeState(const std::string& state) {
+  if (state != kEnabled && state != kDisabled) {
+    Refuse("There is no state \"" + state + "\"; the states are " + kEnabled + " and " + kDisabled + ".");
+  }
+  if (name_ == kNodeObject && state == kDisabled) {
+    Refuse("NodeObject cannot be disabled: the other objects are reached through it.");
+  }
+  ObjectState next = Current();
+  next.enabled = state == kEnabled;
+  Keep(next);
+}
+
+void LonMarkObject::Test() {
+  ObjectState next = Current();
+  if (!next.enabled) Refuse(name_ + " is disabled; enable it before the test.");
+  const std::string fault = Diagnosis();
+  next.test = fault.empty() ? "PASSED" : "FAILED: " + fault;
+  Keep(next);
+}
+
+// The one fault that the controller can find by itself.
+std::string LonMarkObject::Diagnosis() const {
+  if (!name_.starts_with(kInputObject)) return {};
+  const auto value = [this](const char* property) {
+    return properties_.Child("Item", property).Text("Value");
+  };
+  const std::string function = value("UCPTroofTopInputType");
+  if (function == "UNUSED" || value("UCPTsensorType") != "DISCONNECTED") return {};
+  return "no sensor for " + function;
 }
 
 constexpr automation::MemberOf<DeviceInterface> DeviceInterface::kMembers[] = {

@@ -11,15 +11,28 @@
 
 namespace simulator {
 
+/// The words of LonMarkObject::State.
+inline constexpr char kEnabled[] = "ENABLED";
+inline constexpr char kDisabled[] = "DISABLED";
+
 class LonMarkObject : public HostObject<LonMarkObject> {
  public:
-  LonMarkObject(std::shared_ptr<Core> core, const std::string& deviceKey, const ObjectTemplate& definition);
+  LonMarkObject(std::shared_ptr<Core> core, std::string deviceKey, const ObjectTemplate& definition);
 
   static constexpr std::string_view kClassName = "LonMarkObject";
-  /// Name; ConfigProperties; NetworkVariables.
-  static const automation::MemberOf<LonMarkObject> kMembers[3];
+  /// Name; ConfigProperties; NetworkVariables; State: "ENABLED" or "DISABLED", a write changes it (the node
+  /// object, through which the others are reached, stays enabled); Test(): runs the self-test of an enabled
+  /// object; TestResult: "PASSED", "FAILED: why", or empty before the first test.
+  static const automation::MemberOf<LonMarkObject> kMembers[6];
 
  private:
+  ObjectState Current() const;
+  void Keep(const ObjectState& state);
+  void ChangeState(const std::string& state);
+  void Test();
+  std::string Diagnosis() const;
+
+  std::string deviceKey_;
   std::string name_;
   automation::Object properties_;
   automation::Object variables_;

@@ -37,6 +37,8 @@ Json ToJson(const StoreContent& content) {
   for (const auto& [key, device] : content.devices) {
     Json& entry = json["devices"][key] = {{"name", device.name}, {"values", Json::object()}};
     for (const auto& [place, fields] : device.values) entry["values"][place] = ToJson(fields);
+    for (const auto& [object, state] : device.objects)
+      entry["objects"][object] = {{"enabled", state.enabled}, {"test", state.test}};
   }
   for (const RegisteredPlugIn& plugIn : content.plugIns) {
     Json records = Json::object();
@@ -57,6 +59,9 @@ StoreContent ToContent(const Json& json) {
     DeviceValues& device = content.devices[key];
     device.name = entry.at("name").get<std::string>();
     for (const auto& [place, fields] : entry.at("values").items()) device.values[place] = ToFields(fields);
+    if (!entry.contains("objects")) continue;
+    for (const auto& [object, state] : entry.at("objects").items())
+      device.objects[object] = {state.at("enabled").get<bool>(), state.at("test").get<std::string>()};
   }
   for (const Json& entry : json.at("plugIns")) {
     RegisteredPlugIn& plugIn = content.plugIns.emplace_back();
@@ -124,7 +129,7 @@ void Store::Begin(const std::string& device) {
 
 void Store::Commit(const std::string& device) {
   DeviceValues working = TakeWorking(device);
-  if (working.name == Device(device).name && working.values == Device(device).values) return;
+  if (working == Device(device)) return;
   ChangeContent([&](StoreContent& content) { content.devices[device] = std::move(working); });
 }
 

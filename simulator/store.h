@@ -17,9 +17,20 @@
 
 namespace simulator {
 
+/// What management knows of a LonMark object beside its values.
+struct ObjectState {
+  bool enabled = true;
+  std::string test = {};  // result of the last self-test; empty before the first
+
+  bool operator==(const ObjectState&) const = default;
+};
+
 struct DeviceValues {
   std::string name;
   std::map<std::string, Fields, std::less<>> values;  // by PropertyTemplate::key or VariableTemplate::key
+  std::map<std::string, ObjectState, std::less<>> objects = {};  // by name; only those that differ from new
+
+  bool operator==(const DeviceValues&) const = default;
 };
 
 struct StoreContent {

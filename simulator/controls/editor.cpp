@@ -27,8 +27,6 @@ constexpr automation::MemberOf<Editor> Editor::kMembers[] = {
      }},
 };
 
-Editor::Editor(const std::string& name) : window_(name) { window_.SetAcceptsInput(false); }
-
 void Editor::Initialize(const Arguments& arguments) {
   open_ = false;
   try {
@@ -40,7 +38,7 @@ void Editor::Initialize(const Arguments& arguments) {
     throw;
   }
   open_ = true;
-  window_.SetAcceptsInput(true);
+  GetWindow().SetAcceptsInput(true);
 }
 
 bool Editor::IsChanged() {
@@ -53,14 +51,14 @@ bool Editor::WriteValue() {
     for (Binding* binding : Shown()) binding->Write();
     return true;
   } catch (const std::exception& error) {
-    if (onFailed) onFailed(error.what());
+    Fail(error.what());
     return false;
   }
 }
 
 void Editor::Finish() {
   open_ = false;
-  window_.SetAcceptsInput(false);
+  GetWindow().SetAcceptsInput(false);
 }
 
 automation::Object NumberedObject(const automation::Object& device, const std::string& kind, int number,

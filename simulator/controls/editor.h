@@ -1,32 +1,25 @@
 // One of the maker's editing controls without its container: a window described as data over one LonMark
-// object of the device, and the members through which a dialog drives it. Values are shown in SI units. The
-// Windows part of this folder makes an ActiveX control of each editor.
+// object of the device, and the members through which a dialog drives it. Values are shown in SI units.
 #pragma once
 
-#include <functional>
 #include <string>
 #include <vector>
 
 #include "automation/local_object.h"
 #include "simulator/controls/binding.h"
-#include "ui/form.h"
+#include "simulator/controls/makers_control.h"
 
 namespace controls {
 
-class Editor : public automation::LocalClass<Editor> {
+class Editor : public MakersControl, public automation::LocalClass<Editor> {
  public:
-  explicit Editor(const std::string& name);
+  using MakersControl::MakersControl;
 
   /// Initialize(device, number, choiceOrSignal): reads and shows; an error tells in words what does not fit.
   /// IsChanged. WriteValue: writes what was changed, within whatever transaction is open; false, after
   /// onFailed has heard why, when the device refuses, and what was entered stays. Finish: lets go of the
   /// device.
   static const automation::MemberOf<Editor> kMembers[4];
-
-  ui::Window& GetWindow() { return window_; }
-
-  /// Hears the sentence of a refused write.
-  std::function<void(const std::string& text)> onFailed;
 
  protected:
   /// Reads and shows the object with this number. Throws automation::Error or base::Error.
@@ -40,7 +33,6 @@ class Editor : public automation::LocalClass<Editor> {
   bool WriteValue();
   void Finish();
 
-  ui::Window window_;
   bool open_ = false;
 };
 

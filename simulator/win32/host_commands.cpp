@@ -95,14 +95,18 @@ void Remember(Stage& stage, Words words) {
   stage.remembered[words[0].text] = Answer(stage, words.subspan(2));
 }
 
-// DEVICE OBJECT NUMBER FORMAT [PRECISION] [field N] = text
-void ExpectValue(Stage& stage, Words words) {
+// What is asked stands before the =, the text expected behind it.
+void ExpectAnswer(Stage& stage, const char* what, Words words) {
   const std::size_t equals = PlaceOfEquals(words);
   if (equals + 2 != words.size()) throw base::Error("expected one text behind the =");
-  std::vector<Word> question{{"value", false}};
+  std::vector<Word> question{{what, false}};
   question.insert(question.end(), words.begin(), words.begin() + static_cast<std::ptrdiff_t>(equals));
-  stage.patience.Until([&] { return Difference("value", words.back().text, Answer(stage, question)); });
+  stage.patience.Until([&] { return Difference(what, words.back().text, Answer(stage, question)); });
 }
+
+void ExpectValue(Stage& stage, Words words) { ExpectAnswer(stage, "value", words); }
+
+void ExpectState(Stage& stage, Words words) { ExpectAnswer(stage, "state", words); }
 
 void Print(Stage&, Words words) {
   std::string line = "        ";
@@ -148,7 +152,8 @@ constexpr Command kCommands[] = {
     {"registry", "KEY NAME = text | KEY NAME ?= text", 4, 4, UserRegistry},
     {"release", "", 0, 0, Release},
     {"value", "DEVICE OBJECT NUMBER FORMAT [PRECISION] [field N] = text", 6, 9, ExpectValue},
-    {"remember", "NAME = value ... | text NAME | tool PROPERTY | \"text\"", 3, 11, Remember},
+    {"state", "DEVICE OBJECT = ENABLED|DISABLED [test result]", 4, 4, ExpectState},
+    {"remember", "NAME = value ... | state ... | text NAME | tool PROPERTY | \"text\"", 3, 11, Remember},
     {"print", "text ...", 1, 99, Print},
     {"fail", "none | Class.Member K [later] [lose]", 1, 4, Fail},
     {"measure load", "", 0, 0, MeasureLoad},

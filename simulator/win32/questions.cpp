@@ -28,6 +28,14 @@ std::string StoredValue(Stage& stage, Words words) {
   return std::string(base::Record(text).Field(static_cast<std::size_t>(field)));
 }
 
+// DEVICE OBJECT
+std::string ObjectState(Stage& stage, Words words) {
+  if (words.size() != 2) throw base::Error("state wants DEVICE OBJECT");
+  return stage.OnHost([device = words[0].text, object = words[1].text](Host& host) {
+    return host.GetBuilding().StateOfObject(device, object);
+  });
+}
+
 std::string ShownText(Stage& stage, Words words) {
   if (words.size() != 1) throw base::Error("text wants the NAME of a window or control");
   HWND window = nullptr;
@@ -48,7 +56,8 @@ struct Question {
   std::string (*answer)(Stage&, Words);
 };
 
-constexpr Question kQuestions[] = {{"value", StoredValue}, {"text", ShownText}, {"tool", ToolProperty}};
+constexpr Question kQuestions[] = {
+    {"value", StoredValue}, {"state", ObjectState}, {"text", ShownText}, {"tool", ToolProperty}};
 
 }  // namespace
 
@@ -65,7 +74,7 @@ std::string Answer(Stage& stage, Words question) {
   for (const Question& entry : kQuestions) {
     if (!question.empty() && entry.name == question[0].text) return entry.answer(stage, question.subspan(1));
   }
-  throw base::Error("expected a text in quotation marks, or one of value, text, tool");
+  throw base::Error("expected a text in quotation marks, or one of value, state, text, tool");
 }
 
 std::string Difference(std::string_view what, std::string_view expected, std::string_view there) {

@@ -1,5 +1,6 @@
 #include "simulator/win32/setup.h"
 
+#include <algorithm>
 #include <fstream>
 #include <iterator>
 
@@ -30,8 +31,8 @@ std::string ReadClassKey(const std::string& key) {
   return {};
 }
 
-// One of them; all are registered together.
-constexpr char kControlProgramId[] = "MVConfigSensor.ctlSensorHardware";
+// All are registered together; a newer library has more of them.
+constexpr const char* kControlProgramIds[] = {"MVConfigSensor.ctlSensorHardware", "MVAbout.About"};
 
 bool RegisteredAs(const std::string& programId, const std::string& program,
                   const std::string& serverKey = "LocalServer32") {
@@ -117,7 +118,10 @@ void RegisterTool() {
 void RegisterControls() {
   const std::filesystem::path file = BesideProgram(kControlsFile);
   const bool there = std::filesystem::exists(file);
-  if (!there || RegisteredAs(kControlProgramId, win32::Utf8(file.wstring()), "InprocServer32")) return;
+  const auto registered = [name = win32::Utf8(file.wstring())](const char* programId) {
+    return RegisteredAs(programId, name, "InprocServer32");
+  };
+  if (!there || std::ranges::all_of(kControlProgramIds, registered)) return;
   CallControls(file, "DllRegisterServer");
 }
 

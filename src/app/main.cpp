@@ -28,6 +28,7 @@
 namespace {
 
 constexpr int kTypeLibrary = 1;
+constexpr int kLicences = 1;
 constexpr const char* kTitle = "KV-TARN Configuration";
 constexpr const char* kLonWorksKey = "SOFTWARE\\LonWorks\\";
 constexpr const char* kLonWorksPath = "LonWorks Path";
@@ -54,6 +55,7 @@ hosting::StartUpFacts Facts(base::Registry& registry, base::Locale& locale) {
   facts.applicationFolder = win32::ProgramFolder();
   facts.lonWorksFolder =
       base::ReadRegistryString(registry, base::RegistryRoot::kLocalMachine, kLonWorksKey, kLonWorksPath);
+  facts.licences = win32::OwnText(kLicences);
   const std::string decimal = locale.GetLocaleString(base::kLocaleDecimal);
   if (decimal.size() == 1) facts.decimalSeparator = decimal.front();
   facts.fileExists = win32::FileExists;

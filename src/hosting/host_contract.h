@@ -17,6 +17,9 @@
 //   values language        Section(name); LastChange (date); Languages; Language (read, write); Font
 //   editing control Initialize(device, number, choices or signal); IsChanged; WriteValue() yes/no; Finish();
 //                   event Failed(text)
+//   object manager  Initialize(application text, network, object server); Finish(); event Failed(text)
+//   about control   Initialize(product, version, maker, licences); Finish(); licences: a table with one line
+//                   for each library, cells separated by "|", the first line their titles
 #pragma once
 
 #include <string_view>
@@ -27,6 +30,8 @@ namespace host {
 inline constexpr std::string_view kObjectServerId = "MVPlugInLib.ObjectServer";
 inline constexpr std::string_view kRegistrationId = "MVPlugInLib.Registration";
 inline constexpr std::string_view kLanguageId = "MVLanguage.Language";
+inline constexpr std::string_view kObjectManagerId = "MVSingleObjectManager.ObjectManager";
+inline constexpr std::string_view kAboutId = "MVAbout.About";
 
 // Object server.
 inline constexpr std::string_view kRefreshCatalog = "RefreshCatalog";
@@ -75,7 +80,7 @@ inline constexpr std::string_view kLanguages = "Languages";
 inline constexpr std::string_view kLanguage = "Language";
 inline constexpr std::string_view kFont = "Font";
 
-// Editing controls.
+// The maker's controls.
 inline constexpr std::string_view kInitialize = "Initialize";
 inline constexpr std::string_view kIsChanged = "IsChanged";
 inline constexpr std::string_view kWriteValue = "WriteValue";

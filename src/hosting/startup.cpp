@@ -26,6 +26,7 @@ shell::Settings MakeSettings(const StartUpFacts& facts, const PlugInDescription&
   settings.manufacturerName = description.manufacturer;
   settings.requiredServerVersion = description.requiredServerVersion;
   settings.version = facts.identity.Version();
+  settings.licences = facts.licences;
   settings.settingsKey = kSettingsFolder + description.manufacturer + "\\" + description.displayName;
   settings.numbers = base::Numbers(facts.decimalSeparator);
   return settings;

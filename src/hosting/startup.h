@@ -16,6 +16,7 @@ struct StartUpFacts {
   ProgramIdentity identity;
   std::string applicationFolder;  // where the executable lies, without a closing backslash
   std::string lonWorksFolder;     // the machine-wide registry value "LonWorks Path"; may be empty
+  std::string licences;           // of the libraries in the program
   char decimalSeparator = '.';
   std::function<bool(const std::string&)> fileExists;
 };

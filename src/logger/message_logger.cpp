@@ -16,8 +16,12 @@ enum ButtonNumber { kConfigure, kSave, kClose, kClear };
 
 constexpr const char* kFilter = "Log files (*.log)|*.log|Text files (*.txt)|*.txt";
 constexpr const char* kProposedName = "\\PlugIn.log";
-constexpr unsigned kSaveFlags = 4100;  // hide the read-only box (4) and require an existing file (4096)
+// Of the platform's file dialogs. A dialog for saving takes a new name in spite of the second one.
+constexpr unsigned kHideReadOnlyBox = 0x0004;
+constexpr unsigned kFileMustExist = 0x1000;
 
+// Rows that come together are shown and measured once.
+constexpr auto kRefreshDelay = std::chrono::milliseconds(50);
 constexpr auto kWidthDelay = std::chrono::milliseconds(100);
 
 const char* IconName(int level) {
@@ -25,21 +29,46 @@ const char* IconName(int level) {
   return level == kExclamation ? "Exclamation" : "Error";
 }
 
-std::string WithoutTabs(std::string_view text) { return base::ReplaceAll(text, "\t", " "); }
+/// Every other number counts as an error, 0 too, which would be a row without an icon.
+int ShownLevel(int level) { return level == kInformation || level == kExclamation ? level : kError; }
+
+std::string OneLine(std::string_view text) {
+  std::string line(text);
+  for (const char* separator : {"\t", "\r", "\n"}) line = base::ReplaceAll(line, separator, " ");
+  return line;
+}
+
+/// Nothing is left to report a fault of the logger to.
+void Trapped(const std::function<void()>& work) {
+  try {
+    work();
+  } catch (const std::exception&) {
+    // What was done so far stays.
+  }
+}
 
 }  // namespace
 
 fMessage::fMessage(Surroundings surroundings)
     : Window("fMessage"),
       surroundings_(std::move(surroundings)),
+      TimerRefresh(surroundings_.loop, kRefreshDelay),
       TimerWidthColumns(surroundings_.loop, kWidthDelay) {
-  BtnCmd[kConfigure].onClick = [this] { Check1.SetVisible(!Check1.Visible()); };
+  Check1.SetVisible(false);
+  BtnCmd[kConfigure].onClick = [this] {
+    Check1.SetVisible(!Check1.Visible());
+    if (Check1.Visible()) Check1.Focus();
+  };
   BtnCmd[kSave].onClick = [this] { Save(); };
   BtnCmd[kClose].onClick = [this] { Close(); };
   BtnCmd[kClear].onClick = [this] { ClearAll(); };
   cancelButton = &BtnCmd[kClose];
   Check1.onClick = [this] { KeepShowChoice(); };
   ListView1.SetMultiSelect(true);
+  TimerRefresh.onTick = [this] {
+    TimerRefresh.Stop();
+    Refresh();
+  };
   TimerWidthColumns.onTick = [this] {
     TimerWidthColumns.Stop();
     ListView1.FitColumns();
@@ -68,41 +97,58 @@ void fMessage::InitStrings() {
   ListView1.popup = {{translate("Clear selected items"), [this] { ClearSelected(); }, {}},
                      {translate("Clear all"), [this] { ClearAll(); }, {}},
                      {translate("Save to file"), [this] { Save(); }, {}},
-                     {translate("Refresh"), [this] { ListView1.FitColumns(); }, {}}};
+                     {translate("Refresh"),
+                      [this] {
+                        Refresh();
+                        ListView1.FitColumns();
+                      },
+                      {}}};
   SetFormTitle(formTitle_);
 }
 
 void fMessage::SetFormTitle(std::string_view title) {
   formTitle_ = title;
-  SetTitle(formTitle_ + " - " + surroundings_.translate(" Message Logger"));
+  // The blank in front belongs to the text, also where a translation comes without it.
+  SetTitle(formTitle_ + " -  " + surroundings_.translate("Message Logger"));
 }
 
 void fMessage::ShowMe() {
-  if (surroundings_.toolkit && !GetWindowPeer()) surroundings_.toolkit->Realize(*this);
-  Show();
-  BringToFront();
+  Trapped([this] {
+    if (surroundings_.toolkit && !GetWindowPeer()) surroundings_.toolkit->Realize(*this);
+    Show();
+    BringToFront();
+  });
 }
 
 void fMessage::AddMessage(std::string_view message, std::string_view routine, std::string_view location,
                           int level) {
-  try {
-    const std::string plain = base::ReplaceAll(base::ReplaceAll(message, "\t", " "), "\r", "\n");
-    const std::string date = surroundings_.locale.GeneralDateNow();
-    bool added = false;
-    for (const std::string& line : base::Split(base::Trim(plain), "\n")) {
-      if (line.empty()) continue;
-      const std::string number = std::to_string(++lastNumber_);
-      ListView1.AddRow(
-          {number + "Key", {number, date, line, WithoutTabs(routine), WithoutTabs(location)}, level});
-      added = true;
-    }
-    if (!added) return;
+  Trapped([&] {
+    if (!AddRows(message, routine, location, level)) return;
+    TimerRefresh.Start();
     TimerWidthColumns.Start();
     if (!Check1.Checked()) ShowMe();
     if (AddMessageEvent) AddMessageEvent(level);
-  } catch (const std::exception&) {
-    // Nothing is left to report it to; the rows added so far stay.
+  });
+}
+
+bool fMessage::AddRows(std::string_view message, std::string_view routine, std::string_view location,
+                       int level) {
+  const std::string plain = base::ReplaceAll(base::ReplaceAll(message, "\t", " "), "\r", "\n");
+  const std::string date = surroundings_.locale.GeneralDateNow();
+  bool added = false;
+  for (const std::string& line : base::Split(base::Trim(plain), "\n")) {
+    if (line.empty()) continue;
+    const std::string number = std::to_string(++lastNumber_);
+    ListView1.AddRow(
+        {number + "Key", {number, date, line, OneLine(routine), OneLine(location)}, ShownLevel(level)});
+    added = true;
   }
+  return added;
+}
+
+// A person who has selected rows is reading them.
+void fMessage::Refresh() {
+  if (ListView1.Selection().empty()) ListView1.ScrollToEnd();
 }
 
 std::string fMessage::LogText() const {
@@ -116,16 +162,15 @@ std::string fMessage::LogText() const {
 }
 
 void fMessage::Save() {
-  try {
-    const auto file = surroundings_.fileDialog.AskSaveFile(
-        {surroundings_.translate(kFilter), surroundings_.applicationFolder + kProposedName, kSaveFlags});
+  Trapped([this] {
+    const auto file = surroundings_.fileDialog.AskSaveFile({surroundings_.translate(kFilter),
+                                                            surroundings_.applicationFolder + kProposedName,
+                                                            kHideReadOnlyBox | kFileMustExist});
     const std::string text = LogText();
     if (!file || text.empty()) return;
     std::ofstream out(std::filesystem::path(std::u8string(file->begin(), file->end())), std::ios::binary);
     out << text;
-  } catch (const std::exception&) {
-    // A failing save leaves no trace but keeps the rows.
-  }
+  });
 }
 
 void fMessage::ClearSelected() {
@@ -150,8 +195,10 @@ void fMessage::ClearAll() {
 }
 
 void fMessage::KeepShowChoice() {
-  base::WriteRegistryString(surroundings_.registry, base::RegistryRoot::kCurrentUser,
-                            surroundings_.settingsKey, kShowChoice, Check1.Checked() ? "0" : "1");
+  Trapped([this] {
+    base::WriteRegistryString(surroundings_.registry, base::RegistryRoot::kCurrentUser,
+                              surroundings_.settingsKey, kShowChoice, Check1.Checked() ? "0" : "1");
+  });
 }
 
 }  // namespace logger

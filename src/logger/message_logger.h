@@ -55,6 +55,9 @@ class fMessage : public ui::Window {
   std::string LogText() const;
 
  private:
+  bool AddRows(std::string_view message, std::string_view routine, std::string_view location, int level);
+  /// Brings the newest row into view.
+  void Refresh();
   void Save();
   void ClearSelected();
   void ClearAll();
@@ -67,6 +70,7 @@ class fMessage : public ui::Window {
   ui::ListView ListView1{*this, "ListView1"};
   ui::CheckBox Check1{*this, "Check1"};
   ui::ControlArray<ui::Button, 4> BtnCmd{*this, "BtnCmd"};
+  ui::Timer TimerRefresh;
   ui::Timer TimerWidthColumns;
 };
 

@@ -6,6 +6,8 @@
 #include "pages/control/fHeatCool.h"
 #include "pages/control/fOptions.h"
 #include "pages/control/fPID.h"
+#include "pages/info/fAbout.h"
+#include "pages/info/fManage.h"
 #include "pages/io/fControlOutput.h"
 #include "pages/io/fHardwareInput.h"
 #include "pages/io/fNetworkInput.h"
@@ -31,6 +33,8 @@ constexpr shell::PageEntry kTable[] = {
     {"Options", "Options", "fOptions", 59, true, Create<fOptions>},
     {"Network Input", "Network Input", "fNetworkInput", 64, true, Create<fNetworkInput>},
     {"Network Output", "Network Output", "fNetworkOutput", 68, true, Create<fNetworkOutput>},
+    {"Object Manage", "Object Manage", "fManage", 69, false, Create<fManage>},
+    {"About", "About", "fAbout", 3, false, Create<fAbout>},
 };
 
 }  // namespace

@@ -18,20 +18,32 @@ class HostTransaction {
   HostTransaction(const HostTransaction&) = delete;
   HostTransaction& operator=(const HostTransaction&) = delete;
   ~HostTransaction() {
-    try {
-      if (open_) Cancel();
-    } catch (const std::exception&) {
-      // The fault that led here is the one to be told.
-    }
+    if (open_) CancelQuietly();
   }
 
-  void Commit() { End(host::kCommitTransaction); }
+  /// A host that refuses to commit may have the transaction still open, so it is cancelled then.
+  void Commit() {
+    try {
+      End(host::kCommitTransaction);
+    } catch (const std::exception&) {
+      CancelQuietly();
+      throw;
+    }
+  }
   void Cancel() { End(host::kCancelTransaction); }
 
  private:
   void End(std::string_view member) {
     open_ = false;
     network_.Call(member);
+  }
+
+  void CancelQuietly() {
+    try {
+      Cancel();
+    } catch (const std::exception&) {
+      // The fault that led here is the one to be told.
+    }
   }
 
   const automation::Object& network_;

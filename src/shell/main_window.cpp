@@ -5,6 +5,7 @@
 #include "automation/error.h"
 #include "hosting/host_contract.h"
 #include "shell/host_transaction.h"
+#include "shell/read_back.h"
 #include "shell/unit_choice.h"
 #include "shell/window_place.h"
 
@@ -35,7 +36,8 @@ fMain::fMain(const Platform& platform, const Settings& settings, Strings& string
       logger_({platform.registry, platform.locale, platform.loop, platform.fileDialog, platform.toolkit,
                settings.settingsKey, settings.applicationFolder,
                [&strings](std::string_view text) { return strings.GetStrings(text); }}),
-      context_{platform, settings, device_, strings, *this, flags_, pages_, selections_, *this},
+      context_{platform, settings,    device_, strings,  *this,       flags_,
+               pages_,   selections_, *this,   network_, ObjectServer},
       pages_(pageTable),
       language_(context_),
       tmrBlink(platform.loop, kBlinkInterval),
@@ -75,11 +77,12 @@ void fMain::BuildLayout() {
 
 void fMain::ConnectHandlers() {
   lblTitle.SetHeading(true);
+  cmdErrorLog.SetPicture(kNoMessage);
   txtLocation.SetColumns(32);
   txtLocation.onChange = [this] { locationChanged_ = true; };
   lvwConfig.onSelect = [this](std::size_t index) {
     flags_.pageSelected = true;
-    ShowPage(index);
+    Command("ShowPage", [this, index] { ShowPage(index); });
   };
   cmdOK.onClick = [this] { Command("OK", [this] { Ok(); }); };
   cmdApply.onClick = [this] { Command("Apply", [this] { Apply(); }); };
@@ -96,7 +99,7 @@ void fMain::ConnectHandlers() {
   onClosed = [this] { EndPlugIn(); };
   onActivate = [this] { Activated(); };
   logger_.AddMessageEvent = [this](int level) { LoggerReported(level); };
-  logger_.ClearEvent = [this] { cmdErrorLog.SetPicture(kNoMessage); };
+  logger_.ClearEvent = [this] { EndBlink(kNoMessage); };
   tmrBlink.onTick = [this] { Blink(); };
   TimerQuit.onTick = [this] {
     if (busy_) return;  // the host let go in the middle of a command, which still uses its objects
@@ -126,7 +129,6 @@ void fMain::InitStrings() {
   cmdHelp.SetTip(strings_.GetStrings("Click here to see the Help File"));
   cmdRefresh.SetTip(strings_.GetStrings("Reads all values from the device again"));
   cmdErrorLog.SetTip(strings_.GetStrings("Shows the messages of this session"));
-  cmdErrorLog.SetPicture(kNoMessage);
   lvwConfig.SetColumns({strings_.GetStrings("Menu")});
   menu = {
       {strings_.GetStrings("&File"),
@@ -265,9 +267,9 @@ void fMain::ShowPage(std::size_t index) {
   shownPage_ = index;
   const PageEntry& entry = pages_.Table()[index];
   lvwConfig.SetSelection({index});
-  pages_.Page(index).PageShown();
   Picture1.Show(pages_.Page(index));
   lblTitle.SetText(strings_.FormatStrings("%s% Configuration", {std::string(entry.title)}));
+  pages_.Page(index).PageShown();
 }
 
 void fMain::WriteLocation() {
@@ -277,7 +279,19 @@ void fMain::WriteLocation() {
 }
 
 SaveResult fMain::Save(std::string_view routine, std::string_view success) {
-  const SaveResult result = pages_.SaveAllPages(context_, network_, ProgressObject);
+  SaveResult result = pages_.SaveAllPages(context_, network_, ProgressObject);
+  std::string reason;
+  if (result == SaveResult::kUnknown) {
+    const ReadBack back = ReadSaveBack(context_, pages_, ProgressObject);
+    result = back.result;
+    reason = "\r\n" + back.reason;
+    if (result == SaveResult::kCommitted) pages_.EndWriteValue();
+    if (result != SaveResult::kUnknown) {
+      AddMessage(strings_.GetStrings("The host did not confirm the save; the device was read back."), routine,
+                 kLocation, logger::kExclamation);
+      reason.clear();
+    }
+  }
   const struct {
     std::string_view text;
     int level;
@@ -290,7 +304,7 @@ SaveResult fMain::Save(std::string_view routine, std::string_view success) {
        logger::kError},
   };
   const auto& notice = notices[static_cast<std::size_t>(result)];
-  AddMessage(strings_.GetStrings(notice.text), routine, kLocation, notice.level);
+  AddMessage(strings_.GetStrings(notice.text) + reason, routine, kLocation, notice.level);
   return result;
 }
 
@@ -393,18 +407,20 @@ void fMain::AddMessage(std::string_view message, std::string_view routine, std::
 }
 
 void fMain::LoggerReported(int level) {
-  if (level == logger::kError) cmdErrorLog.SetPicture(kErrorPicture);
-  if (level != logger::kExclamation) return;
-  cmdErrorLog.SetPicture(kWarningPicture);
-  tmrBlink.Start();
+  if (level == logger::kInformation) return;
+  cmdErrorLog.SetPicture(level == logger::kExclamation ? kWarningPicture : kErrorPicture);
+  if (level == logger::kExclamation) tmrBlink.Start();
+}
+
+void fMain::EndBlink(int picture) {
+  tmrBlink.Stop();
+  blinkCounter_ = 0;
+  cmdErrorLog.SetPicture(picture);
 }
 
 void fMain::Blink() {
   blinkCounter_ += static_cast<int>(tmrBlink.Interval().count());
-  if (blinkCounter_ < kBlinkTime) return;
-  tmrBlink.Stop();
-  blinkCounter_ = 0;
-  cmdErrorLog.SetPicture(kErrorPicture);
+  if (blinkCounter_ >= kBlinkTime) EndBlink(kErrorPicture);
 }
 
 }  // namespace shell

@@ -84,6 +84,7 @@ class fMain : public ui::Window, private MessageSink, private PageWork {
   void Activated();
   void LoggerReported(int level);
   void Blink();
+  void EndBlink(int picture);
   void ReleaseHost();
 
   const Platform& platform_;

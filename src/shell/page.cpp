@@ -12,7 +12,9 @@ std::string DescribeError(const std::exception& error) {
   if (!failure) return error.what();
   char number[16];
   std::snprintf(number, sizeof number, "0x%08X", static_cast<unsigned>(failure->Code()));
-  std::string text = failure->Description() + " (error " + number;
+  std::string text = failure->Description();
+  if (text.find(number) != std::string::npos) return text;
+  text += std::string(" (error ") + number;
   if (!failure->Source().empty()) text += ", " + failure->Source();
   return text + ")";
 }

@@ -89,6 +89,9 @@ struct PageContext {
   PageFinder& pages;
   SelectedTypes& selections;
   PageWork& work;
+  // The host's own objects, for what works through the host by itself.
+  const automation::Object& network;
+  const automation::Object& objectServer;
 };
 
 /// One line of the page table.

@@ -26,7 +26,34 @@ class ProgressShown {
   fLoading& progress_;
 };
 
+std::string ContentOf(const ui::Control& control) {
+  switch (control.GetKind()) {
+    case ui::Kind::kLabel:
+    case ui::Kind::kTextBox:
+      return control.Text();
+    case ui::Kind::kCheckBox:
+      return static_cast<const ui::CheckBox&>(control).Checked() ? "1" : "0";
+    case ui::Kind::kOptionButton:
+      return static_cast<const ui::OptionButton&>(control).Selected() ? "1" : "0";
+    case ui::Kind::kListBox:
+      return static_cast<const ui::ListBox&>(control).SelectedText();
+    default:
+      return {};
+  }
+}
+
 }  // namespace
+
+PageContent ContentOf(const ui::Form& form) {
+  PageContent content;
+  for (const ui::Control* control : form.Controls()) content.push_back(ContentOf(*control));
+  return content;
+}
+
+void PageSet::Fill(std::size_t index) {
+  if (table_[index].showsDeviceValues) pages_[index]->FillValue();
+  filled_[index] = ContentOf(*pages_[index]);
+}
 
 ISubForm* PageSet::FindPage(std::string_view pageClass) {
   const auto found = std::ranges::find(pages_, pageClass, [](const auto& page) { return page->Name(); });
@@ -43,10 +70,11 @@ void PageSet::LoadAllPages(const PageContext& context, const Object& network, fL
     progress.AdvanceProgressBar(text(entry.listCaption));
     ISubForm& page = *pages_.emplace_back(entry.create(context, entry.helpTopic));
     embed(page);
-    if (entry.showsDeviceValues) page.FillValue();
+    filled_.emplace_back();
+    Fill(pages_.size() - 1);
     if (context.flags.errorOccurred) {
-      throw base::Error(context.strings.FormatStrings("The page \"%s%\" could not be read from the device.",
-                                                      {std::string(entry.title)}));
+      throw base::Error(
+          context.strings.FormatStrings("The page \"%s%\" could not be loaded.", {std::string(entry.title)}));
     }
   }
   transaction.Commit();
@@ -75,10 +103,17 @@ SaveResult PageSet::SaveAllPages(const PageContext& context, const Object& netwo
   } catch (const std::exception& error) {
     context.messages.AddMessage(DescribeError(error), "SaveAllPages", "Main", logger::kError);
   }
-  if (result == SaveResult::kCommitted) {
-    for (const auto& page : pages_) page->EndWriteValue();
-  }
+  if (result == SaveResult::kCommitted) EndWriteValue();
   return result;
+}
+
+void PageSet::EndWriteValue() {
+  for (const auto& page : pages_) page->EndWriteValue();
+}
+
+void PageSet::Clear() {
+  pages_.clear();
+  filled_.clear();
 }
 
 void PageSet::RefreshAllPages(const PageContext& context, const Object& network, fLoading& progress) {
@@ -89,7 +124,7 @@ void PageSet::RefreshAllPages(const PageContext& context, const Object& network,
   HostTransaction transaction(network);
   for (std::size_t i = 0; i < pages_.size(); ++i) {
     progress.AdvanceProgressBar(text(table_[i].listCaption));
-    if (table_[i].showsDeviceValues) pages_[i]->FillValue();
+    Fill(i);
   }
   transaction.Commit();
 }

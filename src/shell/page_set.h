@@ -16,6 +16,10 @@ namespace shell {
 /// either.
 enum class SaveResult { kCommitted, kCancelled, kUnknown };
 
+/// What each control of a form shows, in the order of the form: text, mark or choice.
+using PageContent = std::vector<std::string>;
+PageContent ContentOf(const ui::Form& form);
+
 class PageSet : public PageFinder {
  public:
   explicit PageSet(std::span<const PageEntry> table) : table_(table) {}
@@ -23,6 +27,8 @@ class PageSet : public PageFinder {
   std::span<const PageEntry> Table() const { return table_; }
   std::size_t Count() const { return pages_.size(); }
   ISubForm& Page(std::size_t index) const { return *pages_.at(index); }
+  /// What the page showed when it was last filled from the device.
+  const PageContent& Filled(std::size_t index) const { return filled_.at(index); }
   ISubForm* FindPage(std::string_view pageClass) override;
 
   /// Creates every page of the table in order, lets `embed` put it into the main window, and fills it. Throws
@@ -40,11 +46,16 @@ class PageSet : public PageFinder {
 
   bool AnyPageChanged() const;
   void ReInitializeStrings();
-  void Clear() { pages_.clear(); }
+  /// Ends the save on every page after its commit.
+  void EndWriteValue();
+  void Clear();
 
  private:
+  void Fill(std::size_t index);
+
   std::span<const PageEntry> table_;
   std::vector<std::unique_ptr<ISubForm>> pages_;
+  std::vector<PageContent> filled_;
 };
 
 }  // namespace shell

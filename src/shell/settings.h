@@ -17,6 +17,7 @@ struct Settings {
   std::string manufacturerName;
   std::string requiredServerVersion;  // for example "2.7"
   std::string version;                // major.minor.revision of the running program
+  std::string licences;               // of the libraries in the program, one a line
   std::string settingsKey;            // registry key below the current user for the tool's own choices
   base::Numbers numbers;              // the user's decimal separator
 };

@@ -185,6 +185,11 @@ void ListView::FitColumns() {
   Changed(Aspect::kContent);
 }
 
+void ListView::ScrollToEnd() {
+  ++scrolls_;
+  Changed(Aspect::kContent);
+}
+
 bool ListView::Choose(std::size_t place) {
   if (!Usable() || place >= rows_.size()) return false;
   SetSelection({place});

@@ -260,8 +260,11 @@ class ListView : public Control {
   void SetSelection(std::vector<std::size_t> places);
   /// Makes every column as wide as its longest cell or title.
   void FitColumns();
-  /// Count the calls of FitColumns and SetRows, for the renderer.
+  /// Brings the last row into view.
+  void ScrollToEnd();
+  /// Count the calls of FitColumns, ScrollToEnd and SetRows, for the renderer.
   int Fits() const { return fits_; }
+  int Scrolls() const { return scrolls_; }
   int Generation() const { return generation_; }
 
   /// A person's click on one row.
@@ -273,6 +276,7 @@ class ListView : public Control {
   std::vector<std::size_t> selection_;
   bool multiSelect_ = false;
   int fits_ = 0;
+  int scrolls_ = 0;
   int generation_ = 0;
 };
 

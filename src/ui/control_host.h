@@ -18,6 +18,8 @@ class ControlHost {
   /// the program id when the control is not registered or refuses.
   virtual automation::Object Create(ControlSite& site, const std::string& programId,
                                     std::function<void(const std::string&)> onFailed) = 0;
+  /// Throws automation::Error naming the program id when no control of it is registered on the machine.
+  virtual void Check(const std::string& programId) = 0;
   /// Destroys the control again; harmless when there is none. Discarding the window does the same.
   virtual void Destroy(ControlSite& site) = 0;
 };

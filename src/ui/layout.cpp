@@ -226,7 +226,7 @@ void Engine::Place(const Node& node, Rect area) {
       return PlaceBox(node, area);
     case Node::Type::kOverlay:
       for (const Node& child : node.children) {
-        const int height = Measure(child).height;
+        const int height = child.growY ? area.height : Measure(child).height;
         Place(child, {area.left, area.top + (area.height - height) / 2, area.width, height});
       }
       return;

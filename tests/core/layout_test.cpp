@@ -192,6 +192,15 @@ class Arranged {
   std::map<const ui::Control*, Rect> rects_;
 };
 
+TEST(Layout, WhatGrowsInAnOverlayFillsItAndTheRestKeepsToTheMiddle) {
+  const auto build = [](Sheet& sheet) {
+    return ui::Overlay({ui::Grow(sheet.Part("100x50")), sheet.Part("20x10")});
+  };
+  const Arranged overlay(build, {40, 60});
+  EXPECT_EQ(overlay.Part(0), (Rect{0, 0, 140, 110}));
+  EXPECT_EQ(overlay.Part(1), (Rect{0, 50, 140, 10}));
+}
+
 TEST(Layout, GridColumnsAndMiddlesAlign) {
   const Arranged page(TuningPage, {100, 0});
   // Parts: two headings, then rows of a caption and three pairs of box and unit.

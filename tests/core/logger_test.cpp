@@ -31,6 +31,7 @@ TEST_F(LoggerTest, MakesARowOfEveryLine) {
   ASSERT_EQ(Rows().size(), 3u);
   EXPECT_EQ(Rows()[0].cells,
             (std::vector<std::string>{"1", "21/11/2026 10:15:00", "first part ", "WriteValue", "Alarm"}));
+  EXPECT_EQ(Rows()[2].cells[1], Rows()[0].cells[1]);
   EXPECT_EQ(Rows()[2].cells[2], "third");
   EXPECT_EQ(Rows()[2].key, "3Key");
   EXPECT_EQ(events, std::vector<int>{16});
@@ -47,6 +48,8 @@ TEST_F(LoggerTest, ShowsItselfUnlessTheUserDoesNotWantIt) {
   logger.AddMessage("a", "r", "l", 64);
   EXPECT_TRUE(logger.Visible());
   logger.Hide();
+  EXPECT_FALSE(Find<ui::CheckBox>("Check1").Click()) << "not shown yet";
+  Find<ui::Button>("BtnCmd(0)").Click();
   Find<ui::CheckBox>("Check1").Click();
   EXPECT_EQ(registry.values["Software\\Key|IsShowLogAutomatically"], "0");
   logger.AddMessage("b", "r", "l", 64);
@@ -58,8 +61,9 @@ TEST_F(LoggerTest, ShowsItselfUnlessTheUserDoesNotWantIt) {
 
 TEST_F(LoggerTest, SavesSixFieldsARow) {
   logger.AddMessage("one\nt\two", "r\t1", "l", 64);
-  logger.AddMessage("warn", "r", "l", 48);
-  logger.AddMessage("odd level", "r", "l", 99);
+  logger.AddMessage("warn", "r", "two\r\nlines", 48);
+  for (const int level : {16, 0, 99}) logger.AddMessage("error", "r", "l", level);
+  for (std::size_t row = 3; row < 6; ++row) EXPECT_EQ(Rows()[row].icon, 16) << "the icon shown";
   const auto file = std::filesystem::temp_directory_path() / "tarn_logger_test.log";
   std::ofstream(file) << "what stood there before";
   fileDialog.answer = file.string();
@@ -75,7 +79,8 @@ TEST_F(LoggerTest, SavesSixFieldsARow) {
     EXPECT_EQ(base::Split(line, "\t").size(), 6u) << line;
     icons.push_back(base::Split(line, "\t")[0]);
   }
-  EXPECT_EQ(icons, (std::vector<std::string>{"Information", "Information", "Exclamation", "Error"}));
+  EXPECT_EQ(icons, (std::vector<std::string>{"Information", "Information", "Exclamation", "Error", "Error",
+                                             "Error"}));
 }
 
 TEST_F(LoggerTest, KeepsTheRowsWhenSavingFailsOrIsCancelled) {
@@ -105,14 +110,28 @@ TEST_F(LoggerTest, ClearsSelectedRowsOrAll) {
   EXPECT_EQ(Rows()[0].cells[0], "4") << "numbers run on after clearing";
 }
 
-TEST_F(LoggerTest, NamesItself) {
+TEST_F(LoggerTest, ShowsNewRowsAtTheirFullWidth) {
+  auto& list = Find<ui::ListView>("ListView1");
+  const auto shown = [&list] { return std::pair(list.Fits(), list.Scrolls()); };
+  loop.Tick();
+  EXPECT_EQ(shown(), std::pair(0, 0));
+  logger.AddMessage("a\nb", "r", "l", 64);
+  loop.Tick();
+  loop.Tick();
+  EXPECT_EQ(shown(), std::pair(1, 1)) << "once for all rows";
+  list.SetSelection({0});
+  logger.AddMessage("c", "r", "l", 64);
+  loop.Tick();
+  EXPECT_EQ(shown(), std::pair(2, 1)) << "what a person reads stays in view";
+}
+
+TEST(Logger, ItsTitleKeepsTheBlankInAnyLanguage) {
+  tests::StandIns around;
+  logger::fMessage logger{{around.registry, around.locale, around.loop, around.fileDialog, nullptr, "Key",
+                           "C:\\Tool",
+                           [](std::string_view text) { return "<" + std::string(base::Trim(text)) + ">"; }}};
   logger.SetFormTitle("KV-TARN Configuration");
-  EXPECT_EQ(logger.Title(), "KV-TARN Configuration -  Message Logger");
-  logger.AddMessage("a", "r", "l", 64);
-  const int before = Find<ui::ListView>("ListView1").Fits();
-  loop.Tick();
-  loop.Tick();
-  EXPECT_EQ(Find<ui::ListView>("ListView1").Fits(), before + 1) << "fitted once, after rows were added";
+  EXPECT_EQ(logger.Title(), "KV-TARN Configuration -  <Message Logger>");
 }
 
 }  // namespace

@@ -68,30 +68,42 @@ TEST_F(ToolTest, ARefusedValueCommitsNothingAndKeepsTheEdits) {
 }
 
 TEST_F(ToolTest, TransactionFaultsAreToldForWhatTheyAre) {
+  const std::string applied = "The configuration settings were applied successfully";
+  const std::string refused = "The configuration settings were not applied";
+  const std::string unknown = "It is not known whether the configuration settings were applied.";
   const struct {
     const char* member;
     bool loseAnswer;
-    const char* end;
+    bool once;
+    std::string end;
     bool stored;
   } cases[] = {
-      {"Network.BeginTransaction", false, "The configuration settings were not applied", false},
-      {"Network.CommitTransaction", true, "It is not known whether the configuration settings were applied.",
-       true},
+      {"Network.BeginTransaction", false, true, refused, false},
+      {"Network.CommitTransaction", false, true, refused, false},
+      {"Network.CommitTransaction", true, true, applied, true},
+      {"Network.CommitTransaction", false, false, unknown, false},  // the read-back fails as well
+      {"", false, false, refused, false},
   };
   for (const auto& item : cases) {
     tests::Tool tool;
     tool.Open(tests::kAssigned);
     tool.Type(kBox, "9.75");
-    tool.building.Faults().Fail({.member = item.member, .loseAnswer = item.loseAnswer});
+    tool.building.Faults().Fail({.member = item.member, .once = item.once, .loseAnswer = item.loseAnswer});
     tool.Click("cmdApply");
-    EXPECT_NE(tool.LastMessage().find(item.end), std::string::npos) << tool.LastMessage();
+    const auto messages = tool.Messages();
+    EXPECT_TRUE(std::ranges::any_of(
+        messages,
+        [&item](const std::string& message) { return message.starts_with("Apply/Main: " + item.end); }))
+        << item.member << testing::PrintToString(messages);
     const bool stored =
         tool.Stored(tests::kAssigned, 30, "UCPTspaceTempPIDparam#SI", 4).substr(0, 4) == "9.75";
     EXPECT_EQ(stored, item.stored) << item.member;
-    EXPECT_EQ(tool.Text(kBox), "9.75") << "the edit is still there";
+    EXPECT_EQ(tool.Text(kBox), item.stored ? "9.7500" : "9.75") << "the edit is still there";
+    EXPECT_EQ(tool.Main().Pages().AnyPageChanged(), !item.stored);
     tool.building.Faults().Clear();
+    tool.Type(kBox, "9.8");
     tool.Click("cmdApply");
-    EXPECT_EQ(tool.LastMessage(), "Apply/Main: The configuration settings were applied successfully");
+    EXPECT_EQ(tool.LastMessage(), "Apply/Main: " + applied);
   }
 }
 
@@ -203,7 +215,7 @@ TEST_F(ToolTest, AFailedLoadClosesTheWindowAndKeepsTheReasonInSight) {
   ASSERT_EQ(messages.size(), 2u);
   EXPECT_EQ(messages[0].find("FillValue/Heating and cooling: SCPTsetPnts: "), 0u) << messages[0];
   EXPECT_NE(messages[0].find("The device does not answer."), std::string::npos);
-  EXPECT_EQ(messages[1], "Load/Main: The page \"Heating-Cooling\" could not be read from the device.");
+  EXPECT_EQ(messages[1], "Load/Main: The page \"Heating-Cooling\" could not be loaded.");
   loop.Tick();
   EXPECT_FALSE(quit);
   Main().Logger().Close();
@@ -266,6 +278,8 @@ TEST_F(ToolTest, ErrorButtonTellsTheLevelAndAWarningBlinks) {
   Open(tests::kAssigned);
   auto& button = Find<ui::Button>("cmdErrorLog");
   EXPECT_EQ(button.Picture(), 1);
+  Main().AddMessage("good to know", "r", "l", 64);
+  EXPECT_EQ(button.Picture(), 1);
   Main().AddMessage("careful", "r", "l", 48);
   EXPECT_EQ(button.Picture(), 3);
   for (int ticks = 0; button.Picture() == 3; ++ticks) {
@@ -273,8 +287,20 @@ TEST_F(ToolTest, ErrorButtonTellsTheLevelAndAWarningBlinks) {
     loop.Tick();
   }
   EXPECT_EQ(button.Picture(), 2);
-  Main().Logger().ClearEvent();
+  Main().ReInitializeStrings();
+  EXPECT_EQ(button.Picture(), 2) << "another language changes no state";
+  const auto clear = [this] { dynamic_cast<ui::Button*>(Main().Logger().Find("BtnCmd(3)"))->Click(); };
+  clear();
   EXPECT_EQ(button.Picture(), 1);
+  Main().AddMessage("careful", "r", "l", 48);
+  clear();
+  for (int ticks = 0; ticks < 20; ++ticks) loop.Tick();
+  EXPECT_EQ(button.Picture(), 1) << "a warning that was cleared blinks no more";
+  for (const int level : {16, 99}) {
+    Main().AddMessage("bad", "r", "l", level);
+    EXPECT_EQ(button.Picture(), 2) << level;
+    clear();
+  }
 }
 
 TEST_F(ToolTest, ThePageTableAndTheWindowsAgree) {

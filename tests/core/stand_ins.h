@@ -112,21 +112,31 @@ class RecordedHelp : public shell::HelpViewer {
   bool opens = true;
 };
 
-/// Editing controls made by the test; none are registered until it says how to make them.
+/// The maker's controls made by the test; none can be created until it says how to make them.
 class MadeControls : public ui::ControlHost {
  public:
   automation::Object Create(ui::ControlSite& site, const std::string& programId,
                             std::function<void(const std::string&)> onFailed) override {
-    if (!make) throw automation::Error(0x800401F3, "The control \"" + programId + "\" is not registered.");
+    if (!make) Refuse(programId);
     alive.insert(&site);
     if (onCreate) onCreate(site);
     return make(site.Name(), std::move(onFailed));
+  }
+  void Check(const std::string& programId) override {
+    if (missing.contains(programId)) Refuse(programId);
   }
   void Destroy(ui::ControlSite& site) override { alive.erase(&site); }
 
   std::function<automation::Object(const std::string&, std::function<void(const std::string&)>)> make;
   std::function<void(ui::ControlSite&)> onCreate;
   std::set<ui::ControlSite*> alive;
+  std::set<std::string> missing;  // program ids that the machine does not know
+
+ private:
+  [[noreturn]] static void Refuse(const std::string& programId) {
+    throw automation::Error(0x800401F3, "The control \"" + programId +
+                                            "\" is not registered on this machine (error 0x800401F3).");
+  }
 };
 
 struct StandIns {

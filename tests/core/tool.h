@@ -161,6 +161,7 @@ struct Tool : StandIns {
     facts.identity = {"Tool", "Veldran, Inc", 1, 2, 3};
     facts.applicationFolder = "C:\\Tool";
     facts.lonWorksFolder = "C:\\LonWorks";
+    facts.licences = "Library | Licence\r\nLib A | MIT\r\n";
     facts.fileExists = [](const std::string&) { return false; };
     return facts;
   }

@@ -21,6 +21,7 @@ struct NoControls : ui::ControlHost {
                             std::function<void(const std::string&)>) override {
     return {};
   }
+  void Check(const std::string&) override {}
   void Destroy(ui::ControlSite&) override {}
 };
 

@@ -1,6 +1,8 @@
 // The maker's controls inside a window of the tool: created by their program ids from SimControls.dll beside
 // this program, over the virtual building's device as COM shows it, and worked through their native windows.
 #include <olectl.h>
+// After the one above, which brings windows.h.
+#include <commctrl.h>
 
 #include <memory>
 
@@ -135,6 +137,36 @@ TEST_F(HostedControls, VariableTypeIsStored) {
   EXPECT_EQ(client_.Variable("HardwareInput2", "nvoHwInput2").Text("MvFormatType"), "SNVT_temp_f");
 }
 
+TEST_F(HostedControls, ObjectsAreManagedThroughTheHost) {
+  const automation::Object control =
+      host_.Create(dialog_.ctlSite, "MVSingleObjectManager.ObjectManager",
+                   [this](const std::string& text) { failures_.push_back(text); });
+  const auto network = win32::ToDispatch(client_.network);
+  const auto server = win32::ToDispatch(client_.server);
+  control.Call("Initialize", "Test", win32::FromDispatch(network.Get()), win32::FromDispatch(server.Get()));
+  Settle();
+  const HWND list = ByName("ObjectManager.lvwObjects");
+  ASSERT_EQ(SendMessageW(list, LVM_GETITEMCOUNT, 0, 0), 15);
+  const auto order = [&](WPARAM row, const char* button) {
+    LVITEMW item = {};
+    item.state = item.stateMask = LVIS_SELECTED;
+    SendMessageW(list, LVM_SETITEMSTATE, row, reinterpret_cast<LPARAM>(&item));
+    Settle();
+    ui_test::Click(ByName(std::string("ObjectManager.") + button));
+    Settle();
+  };
+  order(2, "cmdDisable");
+  EXPECT_EQ(building_.StateOfObject(sim_test::kFirstDevice, "HardwareInput1"), "DISABLED");
+  order(3, "cmdEnable");
+  order(3, "cmdTest");
+  EXPECT_EQ(building_.StateOfObject(sim_test::kFirstDevice, "HardwareInput1"), "ENABLED PASSED");
+  EXPECT_EQ(building_.StateOfObject(sim_test::kFirstDevice, "HardwareInput2"), "ENABLED PASSED");
+  order(0, "cmdDisable");
+  EXPECT_EQ(failures_, std::vector<std::string>{
+                           "NodeObject cannot be disabled: the other objects are reached through it."});
+  EXPECT_EQ(building_.StateOfObject(sim_test::kFirstDevice, "HardwareInput1"), "ENABLED PASSED");
+}
+
 TEST_F(HostedControls, ARefusalIsHeardAndTheEntryStays) {
   const automation::Object control = Open(kSensor, 4, "2");
   ui_test::SetTextOf(ByName("ctlSensorLinear.txt(0)"), "12");
@@ -154,6 +186,8 @@ TEST_F(HostedControls, ErrorsArriveInWords) {
       create("MVConfigSensor.ctlMissing"),
       "The control \"MVConfigSensor.ctlMissing\" is not registered on this machine (error 0x800401F3).");
   EXPECT_EQ(GetWindow(Site(), GW_CHILD), nullptr);
+  EXPECT_NO_THROW(host_.Check(kSensor));
+  EXPECT_THROW(host_.Check("MVConfigSensor.ctlMissing"), automation::Error);
 
   EXPECT_EQ(sim_test::RefusalOf([&] { Open(kSensor, 9, "2"); }),
             "There is no hardware input 9: the controller has the hardware inputs 1 to 6.");

@@ -83,6 +83,10 @@ TEST_F(UiListView, RowsShowTheirCellsAndLevels) {
   log_->Add(16, "added °");
   EXPECT_EQ(Send(LVM_GETITEMCOUNT), 6);
   EXPECT_EQ(Cell(5, 1), "added °");
+  for (int i = 0; i < 100; ++i) log_->Add(64, "more");
+  EXPECT_LT(Send(LVM_GETTOPINDEX), 50);
+  log_->list.ScrollToEnd();
+  EXPECT_GE(Send(LVM_GETTOPINDEX) + Send(LVM_GETCOUNTPERPAGE), 106);
   log_->list.SetRows({{"k", {"only"}, 64}});
   EXPECT_EQ(Send(LVM_GETITEMCOUNT), 1);
   EXPECT_EQ(Cell(0, 0), "only");

@@ -8,7 +8,9 @@
 
 #include "SimControls.h"
 #include "platform/win32/registration.h"
+#include "simulator/controls/about.h"
 #include "simulator/controls/actuator.h"
+#include "simulator/controls/object_manager.h"
 #include "simulator/controls/sensor_hardware.h"
 #include "simulator/controls/sensor_variable.h"
 #include "simulator/controls/win32/ole_control.h"
@@ -17,18 +19,22 @@ namespace simcontrols {
 namespace {
 
 template <class Kind>
-std::shared_ptr<controls::Editor> Make() {
-  return std::make_shared<Kind>();
+MadeControl Make() {
+  const auto control = std::make_shared<Kind>();
+  return {control, automation::Object(control)};
 }
 
 const std::vector<ControlClass>& Classes() {
   static const std::vector<ControlClass> classes = {
-      {CLSID_ctlSensorNV, "MVConfigSensor.ctlSensorNV",
+      {CLSID_ctlSensorNV, DIID__Editor, "MVConfigSensor.ctlSensorNV",
        "Virtual building: type of an input's network variable", Make<controls::SensorVariable>},
-      {CLSID_ctlSensorHardware, "MVConfigSensor.ctlSensorHardware", "Virtual building: sensor of an input",
-       Make<controls::SensorHardware>},
-      {CLSID_ctlConfigActuator, "MVConfigActuator.ctlConfigActuator",
+      {CLSID_ctlSensorHardware, DIID__Editor, "MVConfigSensor.ctlSensorHardware",
+       "Virtual building: sensor of an input", Make<controls::SensorHardware>},
+      {CLSID_ctlConfigActuator, DIID__Editor, "MVConfigActuator.ctlConfigActuator",
        "Virtual building: actuator of an output", Make<controls::Actuator>},
+      {CLSID_ObjectManager, DIID__ObjectManager, "MVSingleObjectManager.ObjectManager",
+       "Virtual building: objects of a device", Make<controls::ObjectManager>},
+      {CLSID_About, DIID__About, "MVAbout.About", "Virtual building: about a tool", Make<controls::About>},
   };
   return classes;
 }
@@ -49,7 +55,7 @@ class Factory : public win32::ComClass<IClassFactory> {
     *object = nullptr;
     if (outer) return CLASS_E_NOAGGREGATION;
     try {
-      const win32::ComPtr<OleControl> control(new OleControl(class_));
+      const win32::ComPtr<OleControl> control(new OleControl(class_, class_.make()));
       return control->QueryInterface(id, object);
     } catch (const std::bad_alloc&) {
       return E_OUTOFMEMORY;

@@ -37,7 +37,7 @@ void EventSource::RaiseFailed(const std::string& text) {
 
 HRESULT EventSource::GetConnectionInterface(IID* id) {
   if (!id) return E_POINTER;
-  *id = DIID__EditorEvents;
+  *id = DIID__ControlEvents;
   return S_OK;
 }
 
@@ -54,7 +54,7 @@ HRESULT EventSource::Advise(IUnknown* listener, DWORD* cookie) {
   *cookie = 0;
   // Some listeners answer for the event interface alone.
   void* found = nullptr;
-  if (FAILED(listener->QueryInterface(DIID__EditorEvents, &found)) &&
+  if (FAILED(listener->QueryInterface(DIID__ControlEvents, &found)) &&
       FAILED(listener->QueryInterface(__uuidof(IDispatch), &found))) {
     return CONNECT_E_CANNOTCONNECT;
   }

@@ -25,20 +25,20 @@ void MoveTo(HWND window, const RECT& place) {
 
 }  // namespace
 
-OleControl::OleControl(const ControlClass& controlClass)
-    : classId_(controlClass.classId),
+OleControl::OleControl(const ControlClass& controlClass, const MadeControl& made)
+    : class_(controlClass),
       loop_([this](const std::string& text) { events_->RaiseFailed(text); }),
-      editor_(controlClass.make()),
-      members_(win32::ToDispatch(automation::Object(editor_), InfoOf(DIID__Editor).Get())),
+      control_(made.control),
+      members_(win32::ToDispatch(made.members, InfoOf(class_.interfaceId).Get())),
       events_(new EventSource(*this)),
       extent_(kUsualExtent) {
-  editor_->onFailed = [this](const std::string& text) { events_->RaiseFailed(text); };
+  control_->onFailed = [this](const std::string& text) { events_->RaiseFailed(text); };
 }
 
 OleControl::~OleControl() {
-  toolkit_.Discard(editor_->GetWindow());
+  toolkit_.Discard(control_->GetWindow());
   events_->Detach();
-  editor_->onFailed = nullptr;
+  control_->onFailed = nullptr;
 }
 
 HRESULT OleControl::QueryInterface(REFIID id, void** object) {
@@ -48,7 +48,7 @@ HRESULT OleControl::QueryInterface(REFIID id, void** object) {
   if (id == __uuidof(IPersist)) return OleParts::QueryInterface(__uuidof(IPersistStreamInit), object);
   if (id == __uuidof(IProvideClassInfo))
     return OleParts::QueryInterface(__uuidof(IProvideClassInfo2), object);
-  if (id == DIID__Editor) return OleParts::QueryInterface(__uuidof(IDispatch), object);
+  if (id == class_.interfaceId) return OleParts::QueryInterface(__uuidof(IDispatch), object);
   return OleParts::QueryInterface(id, object);
 }
 
@@ -93,8 +93,8 @@ HRESULT OleControl::Activate(bool withKeys) {
     place->OnInPlaceActivate();
     place->GetWindowContext(frame.Put(), around.Put(), &area, &clip, &info);
     try {
-      toolkit_.Discard(editor_->GetWindow());  // what a container left behind that did not deactivate
-      toolkit_.RealizeInside(editor_->GetWindow(), parent);
+      toolkit_.Discard(control_->GetWindow());  // what a container left behind that did not deactivate
+      toolkit_.RealizeInside(control_->GetWindow(), parent);
     } catch (const std::exception&) {
       place->OnInPlaceDeactivate();
       return E_FAIL;
@@ -121,7 +121,7 @@ HRESULT OleControl::GetWindow(HWND* window) {
 HRESULT OleControl::InPlaceDeactivate() {
   if (!Window()) return S_OK;
   UIDeactivate();
-  toolkit_.Discard(editor_->GetWindow());
+  toolkit_.Discard(control_->GetWindow());
   if (const auto place = site_.As<IOleInPlaceSite>()) place->OnInPlaceDeactivate();
   return S_OK;
 }
@@ -174,28 +174,28 @@ HRESULT OleControl::GetMiscStatus(DWORD, DWORD* status) {
 
 HRESULT OleControl::GetClassID(CLSID* id) {
   if (!id) return E_POINTER;
-  *id = classId_;
+  *id = class_.classId;
   return S_OK;
 }
 
 HRESULT OleControl::FindConnectionPoint(REFIID id, IConnectionPoint** point) {
   if (!point) return E_POINTER;
   *point = nullptr;
-  if (id != DIID__EditorEvents) return CONNECT_E_NOCONNECTION;
+  if (id != DIID__ControlEvents) return CONNECT_E_NOCONNECTION;
   *point = win32::ComPtr<EventSource>::Share(events_.Get()).Release();
   return S_OK;
 }
 
 HRESULT OleControl::GetClassInfo(ITypeInfo** info) {
   if (!info) return E_POINTER;
-  *info = InfoOf(classId_).Release();
+  *info = InfoOf(class_.classId).Release();
   return *info ? S_OK : E_FAIL;
 }
 
 HRESULT OleControl::GetGUID(DWORD kind, GUID* id) {
   if (!id) return E_POINTER;
   if (kind != GUIDKIND_DEFAULT_SOURCE_DISP_IID) return E_INVALIDARG;
-  *id = DIID__EditorEvents;
+  *id = DIID__ControlEvents;
   return S_OK;
 }
 

@@ -1,13 +1,14 @@
-// An editor as an ActiveX control: its window in the container's window, its members as IDispatch, its event.
+// One of the maker's controls as an ActiveX control: its window in the container's window, its members as
+// IDispatch, its event.
 // Created by the class factory, owned by its container.
 #pragma once
 
-#include <functional>
 #include <memory>
 
+#include "automation/object.h"
 #include "platform/win32/message_loop.h"
 #include "platform/win32/toolkit.h"
-#include "simulator/controls/editor.h"
+#include "simulator/controls/makers_control.h"
 #include "simulator/controls/win32/event_source.h"
 #include "simulator/controls/win32/ole_parts.h"
 
@@ -16,16 +17,23 @@ namespace simcontrols {
 /// Number of the library's TYPELIB resource.
 inline constexpr int kTypeLibrary = 1;
 
+struct MadeControl {
+  std::shared_ptr<controls::MakersControl> control;
+  automation::Object members;  // the same control
+};
+
+/// One class of the library; lives as long as the library.
 struct ControlClass {
   GUID classId;
+  GUID interfaceId;  // of its members, in the type library
   std::string programId;
   std::string name;
-  std::function<std::shared_ptr<controls::Editor>()> make;
+  MadeControl (*make)();
 };
 
 class OleControl : public OleParts {
  public:
-  explicit OleControl(const ControlClass& controlClass);
+  OleControl(const ControlClass& controlClass, const MadeControl& made);
 
   HRESULT STDMETHODCALLTYPE QueryInterface(REFIID id, void** object) override;
 
@@ -79,14 +87,14 @@ class OleControl : public OleParts {
  private:
   ~OleControl() override;
 
-  HWND Window() const { return toolkit_.HandleOf(editor_->GetWindow()); }
+  HWND Window() const { return toolkit_.HandleOf(control_->GetWindow()); }
   HRESULT Activate(bool withKeys);
   void TakeKeys(const win32::ComPtr<IOleInPlaceSite>& place);
 
-  GUID classId_;
+  const ControlClass& class_;
   win32::MessageLoop loop_;
   win32::NativeToolkit toolkit_{loop_};
-  std::shared_ptr<controls::Editor> editor_;
+  std::shared_ptr<controls::MakersControl> control_;
   win32::ComPtr<IDispatch> members_;
   win32::ComPtr<EventSource> events_;
   win32::ComPtr<IOleClientSite> site_;

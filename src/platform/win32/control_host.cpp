@@ -57,7 +57,7 @@ struct Container {
       code, fmt::format("The control \"{}\" could not be created: {}", programId, SystemText(result)));
 }
 
-void Check(const std::string& programId, HRESULT result) {
+void Require(const std::string& programId, HRESULT result) {
   if (FAILED(result)) Fail(programId, result);
 }
 
@@ -106,8 +106,7 @@ ActiveXHost::~ActiveXHost() {
 automation::Object ActiveXHost::Create(ui::ControlSite& site, const std::string& programId,
                                        std::function<void(const std::string&)> onFailed) {
   const Container& container = GetContainer(programId);
-  CLSID classId;
-  Check(programId, CLSIDFromProgID(Wide(programId).c_str(), &classId));
+  Check(programId);
   const HWND place = toolkit_.HandleOf(site);
   if (!place) Fail(programId, OLE_E_INVALIDHWND);
   Destroy(site);
@@ -120,9 +119,9 @@ automation::Object ActiveXHost::Create(ui::ControlSite& site, const std::string&
                                       place, nullptr, ThisModule(), nullptr));
   if (!window) Fail(programId, HRESULT_FROM_WIN32(GetLastError()));
   ComPtr<IUnknown> around;
-  Check(programId, container.create(Wide(programId).c_str(), window.Get(), nullptr, around.Put()));
+  Require(programId, container.create(Wide(programId).c_str(), window.Get(), nullptr, around.Put()));
   ComPtr<IUnknown> control;
-  Check(programId, container.control(window.Get(), control.Put()));
+  Require(programId, container.control(window.Get(), control.Put()));
   const auto dispatch = control.As<IDispatch>();
   if (!dispatch) Fail(programId, E_NOINTERFACE);
   JoinTabOrder(control);
@@ -134,6 +133,11 @@ automation::Object ActiveXHost::Create(ui::ControlSite& site, const std::string&
   SetWindowSubclass(window.Get(), &Subclass, 0, reinterpret_cast<DWORD_PTR>(hosted.get()));
   hosted_[window.Release()] = std::move(hosted);
   return FromDispatch(dispatch.Get());
+}
+
+void ActiveXHost::Check(const std::string& programId) {
+  CLSID classId;
+  Require(programId, CLSIDFromProgID(Wide(programId).c_str(), &classId));
 }
 
 void ActiveXHost::Destroy(ui::ControlSite& site) {

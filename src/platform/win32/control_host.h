@@ -23,6 +23,7 @@ class ActiveXHost : public ui::ControlHost, private MessageFilter {
   /// nothing then.
   automation::Object Create(ui::ControlSite& site, const std::string& programId,
                             std::function<void(const std::string&)> onFailed) override;
+  void Check(const std::string& programId) override;
   void Destroy(ui::ControlSite& site) override;
 
  private:

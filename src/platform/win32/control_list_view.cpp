@@ -42,6 +42,7 @@ class NativeListView : public NativeControl {
   void MirrorRows();
   void MirrorSelection();
   void FitColumns();
+  void ScrollToEnd();
   int ColumnWidth(std::size_t column) const;
   bool HasPictures() const;
   void FillWidth();
@@ -53,6 +54,7 @@ class NativeListView : public NativeControl {
   std::vector<std::string> shownColumns_;
   int shownGeneration_ = 0;
   int fits_ = 0;
+  int scrolls_ = 0;
   bool mirroring_ = false;
   bool selectionQueued_ = false;
   mutable std::array<std::wstring, 4> cells_;  // lent to the native control, which may ask for more meanwhile
@@ -91,6 +93,7 @@ void NativeListView::Mirror(ui::Aspect aspect) {
     MirrorRows();
     MirrorSelection();
     if (fits_ != List().Fits()) FitColumns();
+    if (scrolls_ != List().Scrolls()) ScrollToEnd();
     mirroring_ = false;
   }
   if (aspect != ui::Aspect::kText) NativeControl::Mirror(aspect);
@@ -143,6 +146,11 @@ void NativeListView::FitColumns() {
   FillWidth();
   // A cell that was cut off would keep its dots.
   InvalidateRect(Window(), nullptr, TRUE);
+}
+
+void NativeListView::ScrollToEnd() {
+  scrolls_ = List().Scrolls();
+  if (!List().Rows().empty()) Send(LVM_ENSUREVISIBLE, List().Rows().size() - 1, FALSE);
 }
 
 int NativeListView::ColumnWidth(std::size_t column) const {

@@ -63,6 +63,13 @@ ProgramVersion OwnVersion() {
   return version;
 }
 
+std::string OwnText(int resource) {
+  const HRSRC place = FindResourceW(nullptr, MAKEINTRESOURCEW(resource), RT_RCDATA);
+  const HGLOBAL block = place ? LoadResource(nullptr, place) : nullptr;
+  const auto* text = block ? static_cast<const char*>(LockResource(block)) : nullptr;
+  return text ? std::string(text, SizeofResource(nullptr, place)) : std::string();
+}
+
 std::string CommandTail() {
   const std::string line = Utf8(GetCommandLineW());
   // The system never puts an escaped quote into the program's name.

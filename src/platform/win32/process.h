@@ -22,6 +22,9 @@ struct ProgramVersion {
 };
 ProgramVersion OwnVersion();
 
+/// The executable's data resource of this number as a text; empty when it has none.
+std::string OwnText(int resource);
+
 /// What was written behind the program's name.
 std::string CommandTail();
 

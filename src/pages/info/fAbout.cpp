@@ -1,0 +1,16 @@
+#include "pages/info/fAbout.h"
+
+#include "hosting/host_contract.h"
+
+namespace pages {
+
+fAbout::fAbout(const shell::PageContext& context, int helpTopic)
+    : HostedPage("fAbout", "ctlAbout", host::kAboutId, "About", helpTopic, context) {}
+
+void fAbout::Initialize(const automation::Object& control) {
+  const shell::Settings& settings = Context().settings;
+  control.Call(host::kInitialize, settings.title, settings.version, settings.manufacturerName,
+               settings.licences);
+}
+
+}  // namespace pages

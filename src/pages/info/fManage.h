@@ -1,0 +1,17 @@
+// The object-manager page: the maker's control for enabling, disabling and testing the device's objects,
+// which it does through the host itself.
+#pragma once
+
+#include "pages/info/hosted_page.h"
+
+namespace pages {
+
+class fManage final : public HostedPage {
+ public:
+  fManage(const shell::PageContext& context, int helpTopic);
+
+ private:
+  void Initialize(const automation::Object& control) override;
+};
+
+}  // namespace pages

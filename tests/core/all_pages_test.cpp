@@ -1,0 +1,121 @@
+// What only all pages together can show: one save over all of them, the option record that they share, and
+// the two unit systems.
+#include <map>
+
+#include "base/record.h"
+#include "base/text.h"
+#include "tool_test.h"
+
+namespace {
+
+constexpr int kRoofTopProperties = 52;
+constexpr const char* kDevice = tests::kAssigned;
+
+struct AllPages : tests::ToolTest {
+  /// Every value of the rooftop object as the store holds it, by number.
+  std::map<int, std::string> RoofTop() {
+    std::map<int, std::string> values;
+    auto& properties = Main().Device().RoofTopProperties;
+    for (int number = 1; number <= kRoofTopProperties; ++number) {
+      values[number] = Stored(kDevice, number, properties[number].Text("Name").c_str(), -1);
+    }
+    return values;
+  }
+  std::string Of(const char* object, int number, const char* format) {
+    return building.StoredText(kDevice, object, number, format, 1);
+  }
+  std::vector<std::string> ValuePages() {
+    std::vector<std::string> names;
+    for (const auto& entry : Main().Pages().Table()) {
+      if (entry.showsDeviceValues) names.emplace_back(entry.pageClass);
+    }
+    return names;
+  }
+
+  void ChangeOneFieldOnEachPage() {
+    AssignInput(6, "OCC_CONTACT");
+    AssignOutput(5, "DEHUMIDIFIER_ON_OFF");
+    Find<ui::CheckBox>("fHeatCool.chkMechAndEco").Click();
+    Find<ui::CheckBox>("fFanValve.chkFan").Click();
+    Find<ui::CheckBox>("fPID.chkPID").Click();
+    Type("fAlarm.txtAlarm(0)", "4");
+    Find<ui::OptionButton>("fGeneral.optEcono(1)").Click();
+    Find<ui::CheckBox>("fOptions.chkFrost").Click();
+    Find<ui::CheckBox>("fNetworkInput.chkInput(0)").Click();
+    Type("fNetworkOutput.txtNvo(0)", "30");
+  }
+};
+
+TEST_F(AllPages, OneSaveWritesOneFieldOfEachAndNothingElse) {
+  OpenPage(kDevice, "fHeatCool");
+  auto expected = RoofTop();
+  const std::string output = Of("HardwareOutput5", 3, "UCPTroofTopOutputType");
+  ChangeOneFieldOnEachPage();
+  for (const std::string& name : ValuePages())
+    EXPECT_TRUE(Main().Pages().FindPage(name)->IsChanged()) << name;
+  Click("cmdApply");
+  EXPECT_EQ(LastMessage(), "Apply/Main: The configuration settings were applied successfully");
+
+  base::Record options(expected[48]);
+  for (const std::size_t field : {32u, 49u, 61u, 62u, 63u}) {
+    options.Set(field, options.Field(field) == "1" ? "0" : "1");
+  }
+  expected[48] = options.Join();
+  base::Record alarm(expected[35]);
+  alarm.Set(0, "4.00");
+  expected[35] = alarm.Join();
+  expected[49][0] = expected[49][0] == '1' ? '0' : '1';
+  EXPECT_EQ(RoofTop(), expected);
+  EXPECT_NE(Of("HardwareOutput5", 3, "UCPTroofTopOutputType"), output);
+  EXPECT_EQ(Of("HardwareInput6", 3, "UCPTroofTopInputType"), "OCC_CONTACT");
+  EXPECT_EQ(Of("RoofTopObject/nvoSpaceTemp", 1, "SCPTmaxSendTime"), "30.0");
+  EXPECT_FALSE(Main().Pages().AnyPageChanged());
+}
+
+TEST_F(AllPages, OnePageThatRefusesKeepsAllBackUntilItIsCorrected) {
+  OpenPage(kDevice, "fHeatCool");
+  const auto before = RoofTop();
+  ChangeOneFieldOnEachPage();
+  const std::string limit = Text("fAlarm.txtAlarm(8)");
+  Type("fAlarm.txtAlarm(8)", "30");  // above the supply setpoint, so two pages refuse
+  building.Faults().StartCounting();
+  Click("cmdApply");
+  EXPECT_EQ(RoofTop(), before);
+  EXPECT_EQ(LastMessage(), "Apply/Main: The configuration settings were not applied");
+  EXPECT_EQ(building.Faults().Count("Network.CancelTransaction"), 1u);
+  EXPECT_EQ(building.Faults().Count("Network.CommitTransaction"), 0u);
+  for (const std::string& name : ValuePages())
+    EXPECT_TRUE(Main().Pages().FindPage(name)->IsChanged()) << name;
+  building.Faults().Clear();
+
+  Type("fAlarm.txtAlarm(8)", limit);
+  Click("cmdApply");
+  EXPECT_EQ(LastMessage(), "Apply/Main: The configuration settings were applied successfully");
+  EXPECT_NE(RoofTop(), before);
+}
+
+TEST_F(AllPages, SwitchingUnitsToAndFroMovesNoValueAlsoWhenSaved) {
+  Open(kDevice);
+  const auto stored = RoofTop();
+  std::map<std::string, std::string> shown;
+  for (int turn = 0; turn < 10; ++turn) {
+    for (const char* unit : {"optUnit(1)", "optUnit(0)"}) {
+      Find<ui::OptionButton>(unit).Click();
+      for (const std::string& name : ValuePages()) {
+        for (ui::Control* control : Main().Pages().FindPage(name)->Controls()) {
+          const std::string key = std::string(unit) + name + "." + control->Name();
+          const auto [known, first] = shown.emplace(key, control->Text());
+          EXPECT_EQ(known->second, control->Text()) << key << " turn " << turn;
+          // An edit that changes nothing has the whole page written.
+          auto* box = dynamic_cast<ui::TextBox*>(control);
+          if (box && box->Usable()) box->Type(" " + box->Text());
+        }
+      }
+      Click("cmdApply");
+      ASSERT_EQ(LastMessage(), "Apply/Main: The configuration settings were applied successfully");
+    }
+  }
+  EXPECT_EQ(RoofTop(), stored);
+}
+
+}  // namespace

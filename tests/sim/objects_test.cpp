@@ -1,0 +1,81 @@
+// States and self-tests of the LonMark objects.
+#include "building_fixture.h"
+#include "simulator/controls/object_manager.h"
+
+namespace sim_test {
+namespace {
+
+using simulator::Building;
+
+TEST(SimObjects, StatesAreKeptAndFollowTheTransaction) {
+  const Folder folder;
+  {
+    Building building(Options(folder.path / "store.json"));
+    const Client client(building);
+    const automation::Object input = client.LonMark("HardwareInput2");
+    client.network.Call("BeginTransaction");
+    input.Put("State", "DISABLED");
+    EXPECT_EQ(input.Text("State"), "DISABLED");
+    EXPECT_EQ(building.StateOfObject(kFirstDevice, "HardwareInput2"), "ENABLED") << "not committed yet";
+    client.network.Call("CancelTransaction");
+    EXPECT_EQ(input.Text("State"), "ENABLED");
+
+    client.LonMark("HardwareOutput1").Call("Test");
+    client.network.Call("BeginTransaction");
+    input.Put("State", "DISABLED");
+    client.network.Call("CommitTransaction");
+  }
+  const Building again(Options(folder.path / "store.json"));
+  EXPECT_EQ(again.StateOfObject(kFirstDevice, "HardwareInput2"), "DISABLED");
+  EXPECT_EQ(again.StateOfObject(kFirstDevice, "HardwareOutput1"), "ENABLED PASSED");
+  EXPECT_EQ(again.StateOfObject(kSecondDevice, "HardwareInput2"), "ENABLED");
+  EXPECT_EQ(RefusalOf([&] { again.StateOfObject(kFirstDevice, "HardwareInput7"); }),
+            "There is no object \"HardwareInput7\".");
+}
+
+TEST(SimObjects, RefuseInWords) {
+  Building building(Options());
+  const Client client(building);
+  const automation::Object output = client.LonMark("HardwareOutput1");
+  output.Put("State", "DISABLED");
+  EXPECT_EQ(RefusalOf([&] { output.Call("Test"); }),
+            "HardwareOutput1 is disabled; enable it before the test.");
+  EXPECT_EQ(RefusalOf([&] { output.Put("State", "off"); }),
+            "There is no state \"off\"; the states are ENABLED and DISABLED.");
+  EXPECT_EQ(RefusalOf([&] { client.LonMark("NodeObject").Put("State", "DISABLED"); }),
+            "NodeObject cannot be disabled: the other objects are reached through it.");
+}
+
+TEST(SimObjects, TheSelfTestFindsAFunctionWithoutASensor) {
+  const struct {
+    const char* function;
+    const char* sensor;
+    const char* result;
+  } cases[] = {{"SPACE_TEMP", "STD_THERMISTOR", "PASSED"},
+               {"SPACE_TEMP", "DISCONNECTED", "FAILED: no sensor for SPACE_TEMP"},
+               {"UNUSED", "DISCONNECTED", "PASSED"}};
+  Building building(Options());
+  const Client client(building);
+  const automation::Object input = client.LonMark("HardwareInput1");
+  EXPECT_EQ(input.Text("TestResult"), "");
+  for (const auto& item : cases) {
+    client.Property("HardwareInput1", 2).Put("Value", item.sensor);
+    client.Property("HardwareInput1", 3).Put("Value", item.function);
+    input.Call("Test");
+    EXPECT_EQ(input.Text("TestResult"), item.result);
+  }
+}
+
+TEST(SimObjects, TheManagerNeedsAHostWithADevice) {
+  Building building(Options());
+  const automation::Object server = building.ObjectServer();
+  const automation::Object network = Connect(building, server);
+  const automation::Object manager(std::make_shared<controls::ObjectManager>());
+  EXPECT_EQ(RefusalOf([&] { manager.Call("Initialize", "Test", network, server); }),
+            "The host has no device open.");
+  EXPECT_EQ(RefusalOf([&] { manager.Call("Initialize", "Test", automation::Object(), server); }),
+            "Initialize needs the network and the object server.");
+}
+
+}  // namespace
+}  // namespace sim_test
