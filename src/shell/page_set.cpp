@@ -36,7 +36,7 @@ std::string ContentOf(const ui::Control& control) {
     case ui::Kind::kOptionButton:
       return static_cast<const ui::OptionButton&>(control).Selected() ? "1" : "0";
     case ui::Kind::kListBox:
-      return static_cast<const ui::ListBox&>(control).SelectedText();
+      return std::to_string(static_cast<const ui::ListBox&>(control).Selected());  // the same in any language
     default:
       return {};
   }
@@ -136,7 +136,14 @@ bool PageSet::AnyPageChanged() const {
 }
 
 void PageSet::ReInitializeStrings() {
-  for (const auto& page : pages_) page->ReInitializeStrings();
+  for (std::size_t i = 0; i < pages_.size(); ++i) {
+    pages_[i]->ReInitializeStrings();
+    // A label in another language is no other value.
+    const auto& controls = pages_[i]->Controls();
+    for (std::size_t c = 0; c < controls.size(); ++c) {
+      if (controls[c]->GetKind() == ui::Kind::kLabel) filled_[i][c] = ContentOf(*controls[c]);
+    }
+  }
 }
 
 }  // namespace shell
