@@ -62,6 +62,11 @@ void Release(Stage& stage, Words) {
   stage.OnHost([](Host& host) { host.ReleaseTool(); });
 }
 
+// Chooses the language of all plug-ins, past the tool.
+void ChooseLanguage(Stage& stage, Words words) {
+  stage.OnHost([name = words[0].text](Host& host) { host.GetBuilding().Language().Put("Language", name); });
+}
+
 // KEY NAME = text, or KEY NAME ?= text, below the current user.
 void UserRegistry(Stage& stage, Words words) {
   win32::WindowsRegistry registry;
@@ -143,6 +148,7 @@ constexpr Command kCommands[] = {
     {"prepare", "DEVICE", 1, 1, Prepare},
     {"send", "COMMAND CLASS KEY", 3, 3, Send},
     {"tool", "PROPERTY = value | PROPERTY ?= text", 3, 3, ToolProperty},
+    {"language", "NAME", 1, 1, ChooseLanguage},
     {"registry", "KEY NAME = text | KEY NAME ?= text", 4, 4, UserRegistry},
     {"release", "", 0, 0, Release},
     {"value", "DEVICE OBJECT NUMBER FORMAT [PRECISION] [field N] = text", 6, 9, ExpectValue},

@@ -127,6 +127,17 @@ void Press(HWND control, std::string_view key) {
   for (const wchar_t letter : win32::Wide(key)) PostMessageW(control, WM_CHAR, letter, 1);
 }
 
+void ChooseInMenu(HWND window, char menu, char entry, const Patience& patience) {
+  RequireUsable(window, patience);
+  PostMessageW(window, WM_SYSCOMMAND, SC_KEYMENU, menu);
+  patience.Until([&]() -> std::string {
+    HWND open = FindWindowW(L"#32768", nullptr);
+    const bool ours = GetWindowThreadProcessId(open, nullptr) == GetWindowThreadProcessId(window, nullptr);
+    return open && ours && IsWindowVisible(open) ? "" : std::string("no menu \"") + menu + "\" opened";
+  });
+  PostMessageW(window, WM_CHAR, static_cast<WPARAM>(entry), 1);
+}
+
 void Leave(HWND control, const Patience& patience) {
   const std::size_t dialogs = Dialogs().size();
   PostKey(control, VK_TAB);

@@ -29,6 +29,9 @@ void Choose(HWND list, std::string_view text, const Patience& patience);
 /// "{ESC}", "{UP}", "{DOWN}", "{DELETE}".
 void Press(HWND control, std::string_view key);
 
+/// Opens a menu of the window's bar by its underlined letter, and chooses an entry by the entry's.
+void ChooseInMenu(HWND window, char menu, char entry, const Patience& patience);
+
 /// Moves the keyboard on with the Tab key. Done when another control has it or a message box is there.
 void Leave(HWND control, const Patience& patience);
 

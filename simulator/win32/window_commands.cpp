@@ -84,6 +84,14 @@ void PressKeys(Stage& stage, Words words) {
   for (const Word& key : words.subspan(1)) person::Press(Named(stage, words[0].text), key.text);
 }
 
+void Menu(Stage& stage, Words words) {
+  if (words[0].text.size() != 1 || words[1].text.size() != 1) {
+    throw base::Error("expected the letter of a menu and that of an entry");
+  }
+  WaitIdle(stage, {});
+  person::ChooseInMenu(Named(stage, kMainWindow), words[0].text[0], words[1].text[0], stage.patience);
+}
+
 void LeaveField(Stage& stage, Words) {
   HWND main = Named(stage, kMainWindow);
   HWND focus = FocusOf(main);
@@ -202,6 +210,7 @@ constexpr Command kCommands[] = {
     {"select", "LIST text", 2, 2, Select},
     {"type", "NAME text", 2, 2, TypeText},
     {"key", "NAME {TAB} ...", 2, 20, PressKeys},
+    {"menu", "LETTER LETTER", 2, 2, Menu},
     {"leave", "", 0, 0, LeaveField},
     {"click", "NAME", 1, 1, ClickButton},
     {"choose", "NAME text", 2, 2, Choose},

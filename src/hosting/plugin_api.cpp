@@ -11,6 +11,14 @@ using automation::Arguments;
 using automation::Object;
 using automation::Value;
 
+namespace {
+
+void RequireYes(const Value& answer) {
+  if (!answer.AsBool()) throw base::Error("The host refused.");
+}
+
+}  // namespace
+
 // The members in the order of the type library; a caller's member id is the place in the table plus 1.
 struct Members {
   using Member = automation::MemberOf<PlugInApi>;
@@ -96,16 +104,19 @@ const automation::MemberOf<PlugInApi> PlugInApi::kMembers[24] = {
     {"InitializePlugIn", nullptr, nullptr, Members::Command},
 };
 
-void PlugInApi::Raise(const std::string& description) const {
-  throw automation::Error(automation::kApplicationDefined, description, program_.GetSettings().title);
+void PlugInApi::Raise(std::string_view text, const std::vector<std::string>& arguments) const {
+  shell::Strings& strings = program_.GetStrings();
+  strings.ReloadStrings();  // no window has done it yet while the tool comes up
+  throw automation::Error(automation::kApplicationDefined, strings.FormatStrings(text, arguments),
+                          program_.GetSettings().title);
 }
 
 template <class Step>
-auto PlugInApi::Try(const std::string& failure, Step step) const {
+auto PlugInApi::Try(std::string_view failure, const std::vector<std::string>& arguments, Step step) const {
   try {
     return step();
   } catch (const std::exception&) {
-    Raise(failure);
+    Raise(failure, arguments);
   }
 }
 
@@ -122,8 +133,8 @@ bool PlugInApi::RaiseOpenWindow() const {
   if (!window) return false;
   if (window->Ending()) Raise("The configuration tool is closing. Please try again.");
   if (openDevice_ != deviceName_) {
-    Raise("The configuration window is open on " + openDevice_ +
-          ". Please close it before another device is configured.");
+    Raise("The configuration window is open on %s%. Please close it before another device is configured.",
+          {openDevice_});
   }
   window->Show();
   window->BringToFront();
@@ -131,18 +142,14 @@ bool PlugInApi::RaiseOpenWindow() const {
 }
 
 void PlugInApi::BringUp() {
-  const shell::Strings& strings = program_.GetStrings();
-  const std::string catalogFailure =
-      strings.GetStrings("DRFs catalog could not be refreshed, exiting application");
-  const Object server = Try(catalogFailure, [&] {
+  const Object server = Try("DRFs catalog could not be refreshed, exiting application", {}, [&] {
     const Object object = program_.GetPlatform().createObject(host::kObjectServerId);
-    if (!object.Call(host::kRefreshCatalog, "QVR").AsBool()) throw base::Error(catalogFailure);
+    RequireYes(object.Call(host::kRefreshCatalog, "QVR"));
     return object;
   });
   CheckServerVersion();
-  const int lmoIndex =
-      Try("The functional block index \"" + lmoIndex_ + "\" is not a whole number of 16 bits.",
-          [&] { return program_.GetSettings().numbers.ToInt16(lmoIndex_); });
+  const int lmoIndex = Try("The functional block index \"%s%\" is not a whole number of 16 bits.",
+                           {lmoIndex_}, [&] { return program_.GetSettings().numbers.ToInt16(lmoIndex_); });
   const Object network = JoinNetwork(server);
   OpenSession(network, lmoIndex);
   const Object device = FindDevice(network);
@@ -157,47 +164,40 @@ void PlugInApi::BringUp() {
 void PlugInApi::CheckServerVersion() const {
   const std::string& required = program_.GetSettings().requiredServerVersion;
   const std::string server = ovxServerVersion_;
-  const std::string different =
-      "OVX server version " + server + " not equal to required version " + required + ".X";
-  const auto [version, revision] = Try(different, [&] { return SplitVersion(server); });
+  constexpr std::string_view kDifferent = "OVX server version %s1% not equal to required version %s2%.X";
+  const auto [version, revision] = Try(kDifferent, {server, required}, [&] { return SplitVersion(server); });
   const auto [requiredVersion, requiredRevision] = SplitVersion(required);
-  if (version != requiredVersion) Raise(different);
+  if (version != requiredVersion) Raise(kDifferent, {server, required});
   if (revision < requiredRevision) {
-    Raise("OVX server revision " + std::to_string(revision) + " lower than required minimum revision " +
-          required + ".X");
+    Raise("OVX server revision %s1% lower than required minimum revision %s2%.X",
+          {std::to_string(revision), required});
   }
 }
 
 Object PlugInApi::JoinNetwork(const Object& server) const {
   const std::string place = networkName_ + " at " + networkIpAddress_ + ":" + std::to_string(networkIpPort_);
-  const std::string failure =
-      program_.GetStrings().FormatStrings("Cannot connect to the network %s%", {place});
-  return Try(failure, [&] {
+  return Try("Cannot connect to the network %s%", {place}, [&] {
     return automation::RequireObject(
         server.Call(host::kConnect, networkName_, networkIpAddress_, networkIpPort_), host::kConnect);
   });
 }
 
 void PlugInApi::OpenSession(const Object& network, int lmoIndex) const {
-  const auto message = [this](std::string_view text) {
-    return program_.GetStrings().FormatStrings(text, {networkIpAddress_});
-  };
-  const std::string failure = message("Network error in first transaction with %s%");
-  const std::string status = Try(failure, [&] {
+  constexpr std::string_view kFailure = "Network error in first transaction with %s%";
+  const std::vector<std::string> address{networkIpAddress_};
+  const std::string status = Try(kFailure, address, [&] {
     return network
         .Call(host::kOpenSession, networkName_, remote_, networkInterfaceName_, lmoIndex,
               developmentProgramId_)
         .AsText();
   });
-  if (status == host::kSessionMaxClients) Raise(message("Maximum number of plugins reached on %s%"));
-  if (status == host::kSessionInstanceExists) Raise(message("Plugin instance already exists on %s%"));
-  if (status != host::kSessionOk) Raise(failure);
+  if (status == host::kSessionMaxClients) Raise("Maximum number of plugins reached on %s%", address);
+  if (status == host::kSessionInstanceExists) Raise("Plugin instance already exists on %s%", address);
+  if (status != host::kSessionOk) Raise(kFailure, address);
 }
 
 Object PlugInApi::FindDevice(const Object& network) const {
-  const std::string failure =
-      program_.GetStrings().FormatStrings("Network error when getting device data with %s%", {deviceName_});
-  return Try(failure, [&] {
+  return Try("Network error when getting device data with %s%", {deviceName_}, [&] {
     const Object device = network.Child(host::kAppDevices).Child(host::kItem, deviceName_);
     device.Put(host::kName, deviceName_);
     return device;
@@ -205,22 +205,18 @@ Object PlugInApi::FindDevice(const Object& network) const {
 }
 
 void PlugInApi::LoadTemplate(const Object& device, int lmoIndex) const {
-  const std::string failure =
-      program_.GetStrings().FormatStrings("Error loading device template for %s%", {deviceName_});
-  Try(failure, [&] {
+  Try("Error loading device template for %s%", {deviceName_}, [&] {
     const Object identity = device.Child(host::kInterface);
     const std::string programId = identity.Text(host::kProgramId);
     const std::string name = TemplateName(programId, identity.Text(host::kVersion));
     const automation::Bytes content =
         program_.GetPlatform().readFile(TemplatePath(program_.GetSettings().commonFilesFolder, name));
-    if (!device.Call(host::kAddLmo, lmoIndex, programId, name, content).AsBool()) throw base::Error(failure);
+    RequireYes(device.Call(host::kAddLmo, lmoIndex, programId, name, content));
   });
 }
 
 std::string PlugInApi::BlockName(const Object& device, int lmoIndex) const {
-  const std::string failure = program_.GetStrings().FormatStrings(
-      "The functional block with index %s1% was not found on %s2%", {lmoIndex_, deviceName_});
-  return Try(failure, [&] {
+  return Try("The functional block with index %s1% was not found on %s2%", {lmoIndex_, deviceName_}, [&] {
     const Object lonMarkObjects = device.Child(host::kLonMarkObjects);
     const std::string name = lonMarkObjects.Child(host::kItem, lmoIndex + 1).Text(host::kName);
     lonMarkObjects.Child(host::kItem, name);  // the block must answer to its name too

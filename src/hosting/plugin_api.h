@@ -61,10 +61,12 @@ class PlugInApi : public automation::LocalClass<PlugInApi> {
 
   friend struct Members;  // the functions of the table
 
-  [[noreturn]] void Raise(const std::string& description) const;
-  /// Runs one step of the start-up sequence; any fault of the host in it becomes `failure`.
+  /// Tells the caller in the language in use; `text` and `arguments` as FormatStrings takes them.
+  [[noreturn]] void Raise(std::string_view text, const std::vector<std::string>& arguments = {}) const;
+  /// Runs one step of the start-up sequence; any fault of the host in it becomes `failure`, which is looked
+  /// up only then.
   template <class Step>
-  auto Try(const std::string& failure, Step step) const;
+  auto Try(std::string_view failure, const std::vector<std::string>& arguments, Step step) const;
   void BringUp();
   void CheckServerVersion() const;
   automation::Object JoinNetwork(const automation::Object& server) const;

@@ -154,7 +154,7 @@ void fMessage::Refresh() {
 std::string fMessage::LogText() const {
   std::string text;
   for (const auto& row : ListView1.Rows()) {
-    text += IconName(row.icon);
+    text += surroundings_.translate(IconName(row.icon));
     for (const std::string& cell : row.cells) text += "\t" + cell;
     text += "\r\n";
   }
@@ -163,8 +163,9 @@ std::string fMessage::LogText() const {
 
 void fMessage::Save() {
   Trapped([this] {
-    const auto file = surroundings_.fileDialog.AskSaveFile(
-        {kFilter, surroundings_.applicationFolder + kProposedName, kHideReadOnlyBox | kFileMustExist});
+    const auto file = surroundings_.fileDialog.AskSaveFile({surroundings_.translate(kFilter),
+                                                            surroundings_.applicationFolder + kProposedName,
+                                                            kHideReadOnlyBox | kFileMustExist});
     const std::string text = LogText();
     if (!file || text.empty()) return;
     std::ofstream out(std::filesystem::path(std::u8string(file->begin(), file->end())), std::ios::binary);

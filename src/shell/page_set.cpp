@@ -36,7 +36,7 @@ std::string ContentOf(const ui::Control& control) {
     case ui::Kind::kOptionButton:
       return static_cast<const ui::OptionButton&>(control).Selected() ? "1" : "0";
     case ui::Kind::kListBox:
-      return static_cast<const ui::ListBox&>(control).SelectedText();
+      return std::to_string(static_cast<const ui::ListBox&>(control).Selected());  // the same in any language
     default:
       return {};
   }
@@ -73,7 +73,8 @@ void PageSet::LoadAllPages(const PageContext& context, const Object& network, fL
     filled_.emplace_back();
     Fill(pages_.size() - 1);
     if (context.flags.errorOccurred) {
-      throw base::Error("The page \"" + std::string(entry.title) + "\" could not be loaded.");
+      throw base::Error(
+          context.strings.FormatStrings("The page \"%s%\" could not be loaded.", {std::string(entry.title)}));
     }
   }
   transaction.Commit();
@@ -135,7 +136,14 @@ bool PageSet::AnyPageChanged() const {
 }
 
 void PageSet::ReInitializeStrings() {
-  for (const auto& page : pages_) page->ReInitializeStrings();
+  for (std::size_t i = 0; i < pages_.size(); ++i) {
+    pages_[i]->ReInitializeStrings();
+    // A label in another language is no other value.
+    const auto& controls = pages_[i]->Controls();
+    for (std::size_t c = 0; c < controls.size(); ++c) {
+      if (controls[c]->GetKind() == ui::Kind::kLabel) filled_[i][c] = ContentOf(*controls[c]);
+    }
+  }
 }
 
 }  // namespace shell

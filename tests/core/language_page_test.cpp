@@ -6,16 +6,17 @@ struct LanguageTest : tests::ToolTest {
   /// Opens the language page from the menu; `act` is what the person does in it.
   void InThePage(const std::function<void()>& act) {
     loop.whileOpen = act;
-    for (const ui::MenuItem& menu : Main().menu) {
-      for (const ui::MenuItem& item : menu.items) {
-        if (item.caption.find("Lang") != std::string::npos) return item.onClick();
-      }
-    }
-    FAIL() << "no menu entry";
+    Main().menu.at(1).items.back().onClick();
   }
   ui::ListBox& List() { return dynamic_cast<ui::ListBox&>(*Main().LanguagePage().Find("cboLanguage")); }
   void ClickInPage(const char* button) {
     dynamic_cast<ui::Button&>(*Main().LanguagePage().Window().Find(button)).Click();
+  }
+  void ChangeTo(const char* language) {
+    InThePage([this, language] {
+      List().Choose(language);
+      ClickInPage("cmdOK");
+    });
   }
   std::string InUse() { return building.Language().Text("Language"); }
 };
@@ -48,6 +49,33 @@ TEST_F(LanguageTest, AChoiceReachesEveryWindowAtOnceAndEveryLaterPlugIn) {
   EXPECT_EQ(Text("fPID.lblUnit(0)"), unit);
   EXPECT_EQ(Text("fPID.txtPIDTemp(0)"), "31");
   EXPECT_TRUE(Main().Pages().AnyPageChanged());
+}
+
+TEST_F(LanguageTest, TextsWithValuesFollowAndKeepThem) {
+  Open(tests::kAssigned);
+  AssignInput(4, "OUTDOOR_TEMP");
+  Find<ui::ListBox>("fControlOutput.cboONOFF(2)").Choose("OFF");
+  EXPECT_EQ(Text("fHardwareInput.lblSensor(3)"), "LINEAR (usually STD_THERMISTOR)");
+  ChangeTo("German");
+  EXPECT_EQ(Text("fHardwareInput.lblSensor(3)"), "LINEAR (üblich: STD_THERMISTOR)");
+  EXPECT_EQ(Find<ui::ListBox>("fControlOutput.cboONOFF(2)").SelectedText(), "AUS");
+  Click("cmdApply");
+  EXPECT_EQ(LastMessage(), "Apply/Main: Die Einstellungen wurden übernommen");
+  EXPECT_EQ(building.StoredText(tests::kAssigned, "HardwareOutput3", 4, "SNVT_switch"), "0.0 0");
+}
+
+// Captions in another language are no values that the device has taken.
+TEST_F(LanguageTest, ASaveWithoutAnAnswerIsReadBackForWhatItBecame) {
+  Open(tests::kAssigned);
+  Type("fPID.txtPIDTemp(0)", "31");
+  ChangeTo("German");
+  building.Faults().Fail({.member = "Network.CommitTransaction"});
+  Click("cmdApply");
+  EXPECT_EQ(LastMessage(), "Apply/Main: Die Einstellungen wurden nicht übernommen");
+  ChangeTo("Spanish");
+  building.Faults().Fail({.member = "Network.CommitTransaction", .loseAnswer = true});
+  Click("cmdApply");
+  EXPECT_EQ(LastMessage(), "Apply/Main: Los ajustes se han aplicado");
 }
 
 TEST_F(LanguageTest, NothingChangesWithoutTheUsersConsent) {

@@ -123,6 +123,18 @@ TEST_F(ToolTest, EachStepOfTheStartFailsWithItsMessage) {
   EXPECT_TRUE(api.Get("Visible").AsBool()) << "the same object starts once everything is right";
 }
 
+TEST_F(ToolTest, FailuresAreToldInTheLanguageOfThePlugIns) {
+  building.Language().Put("Language", "German");
+  api.Put("LmoIndex", "one");
+  EXPECT_EQ(ErrorOf([&] { api.Call("SendCommand", 0, 0, ""); }),
+            Raised("Der Index des Funktionsblocks „one“ ist keine ganze 16-Bit-Zahl."));
+  api.Put("LmoIndex", "1");
+  Open(tests::kAssigned);
+  EXPECT_EQ(ErrorOf([&] { Open(tests::kPressure); }),
+            Raised("Das Konfigurationsfenster ist für RTU-1 North wing geöffnet. "
+                   "Bitte schließen Sie es, bevor ein anderes Gerät konfiguriert wird."));
+}
+
 TEST_F(ToolTest, ASecondCommandRaisesTheOpenWindowAndRefusesAnotherDevice) {
   Open(tests::kAssigned);
   shell::fMain* window = program.Window();

@@ -112,8 +112,8 @@ void fAlarm::SetUnitLabels() {
 
 ui::TextBox& fAlarm::Box(std::size_t number) const {
   if (number < kBoxes) return txtAlarm[number];
-  throw base::Error("The alarm records have more fields than the page has boxes (" + std::to_string(kBoxes) +
-                    ").");
+  throw base::Error(Translate("The alarm records have more fields than the page has boxes (%s%).",
+                              {std::to_string(kBoxes)}));
 }
 
 void fAlarm::Fill() {

@@ -32,7 +32,6 @@ ConfigDialog::ConfigDialog(std::string name, std::string caption, std::string fa
   resizable = false;
   defaultButton = &cmdOK;
   cancelButton = &cmdCancel;
-  InitStrings();
 }
 
 ConfigDialog::~ConfigDialog() {
@@ -58,6 +57,7 @@ void ConfigDialog::Guarded(const char* routine, const std::function<void()>& wor
 }
 
 void ConfigDialog::Open() {
+  InitStrings();
   NoChange = false;
   if (context_.platform.toolkit && !GetWindowPeer()) context_.platform.toolkit->Realize(*this);
   try {

@@ -51,6 +51,7 @@ void fHardwareInput::InitStrings() {
   for (std::size_t i = 0; i < kInputs; ++i) {
     lblInput[i].SetText(Translate("Input %s1%", {std::to_string(i + 1)}));
     cmdConfigure[i].SetText(Translate("Configure..."));
+    ShowSensor(i);
   }
 }
 
@@ -94,6 +95,10 @@ void fHardwareInput::SetFunction(std::size_t i, const std::string& function) {
 
 void fHardwareInput::ShowSensorType(std::size_t i) {
   sensors_[i] = base::Upper(Property(i, kSensorType).Text(host::kValue));
+  ShowSensor(i);
+}
+
+void fHardwareInput::ShowSensor(std::size_t i) {
   const InputFunction* function = FindInputFunction(previous_[i]);
   const bool shown = function && function->name != kUnused;
   // Another sensor than the usual one is allowed; the installer should only see it.

@@ -1,0 +1,220 @@
+// Every text that the tool shows has an entry in every language, and every entry belongs to a text. The texts
+// are found in two ways: in the sources, and in the windows of the running tool.
+#include <filesystem>
+#include <fstream>
+#include <nlohmann/json.hpp>
+#include <regex>
+#include <set>
+#include <sstream>
+
+#include "base/text.h"
+#include "tool_test.h"
+
+namespace {
+
+namespace fs = std::filesystem;
+
+constexpr const char* kLanguages[] = {"French", "German", "Spanish"};
+
+std::string ReadFile(const fs::path& path) {
+  std::stringstream content;
+  content << std::ifstream(path, std::ios::binary).rdbuf();
+  return content.str();
+}
+
+/// As the tool looks a text up.
+std::string Key(std::string_view text) { return base::Upper(base::Trim(text)); }
+
+struct Entry {
+  std::string english;
+  std::string text;
+};
+
+/// The entries of a language by key. Two of one key are a fault of the file, also where a reader of JSON
+/// would take the second silently.
+std::map<std::string, Entry> Table(const std::string& language) {
+  std::map<std::string, Entry> table;
+  const std::string content = ReadFile(fs::path(SIM_DATA_DIR) / "languages" / (language + ".json"));
+  const auto file = nlohmann::json::parse(content);
+  EXPECT_EQ(file.at("language"), language);
+  const auto& texts = file.at("sections").at("RoofTopConfiguration");
+  for (const auto& [english, text] : texts.items()) {
+    EXPECT_TRUE(table.emplace(Key(english), Entry{english, text.get<std::string>()}).second) << english;
+  }
+  static const std::regex line(R"re(\n {6}"(?:[^"\\]|\\.)*": ")re");
+  const std::sregex_iterator first(content.begin(), content.end(), line);
+  EXPECT_EQ(static_cast<std::size_t>(std::distance(first, {})), table.size()) << "an entry stands twice";
+  return table;
+}
+
+/// What a translation keeps of its text, in any order: placeholders, file patterns, names of the device.
+std::multiset<std::string> Fixed(const std::string& text) {
+  static const std::regex form(R"(%s\d*%?|\|(\*\.\w+)?|\b[A-Z]+_[A-Z]+\b|\bnv[io]\w+|\d+)");
+  std::multiset<std::string> found;
+  for (std::sregex_iterator match(text.begin(), text.end(), form), end; match != end; ++match) {
+    found.insert(match->str());
+  }
+  return found;
+}
+
+std::set<std::string> Mnemonics(const std::string& language, const std::vector<std::string>& texts) {
+  const auto table = Table(language);
+  std::set<std::string> letters;
+  for (const std::string& english : texts) {
+    const auto entry = table.find(Key(english));
+    const std::string text = entry == table.end() ? "" : entry->second.text;
+    // A letter outside ASCII takes two bytes.
+    const auto place = text.find('&') + 1;
+    letters.insert(base::Upper(text.substr(place, (text[place] & 0x80) ? 2 : 1)));
+  }
+  return letters;
+}
+
+class LanguageTables : public testing::TestWithParam<const char*> {};
+
+TEST_P(LanguageTables, KeepWhatBelongsToTheText) {
+  for (const auto& [key, entry] : Table(GetParam())) {
+    const auto& [english, text] = entry;
+    EXPECT_FALSE(base::Trim(text).empty()) << english;
+    EXPECT_EQ(Fixed(text), Fixed(english)) << english;
+    EXPECT_EQ(std::ranges::count(text, '&'), std::ranges::count(english, '&')) << english;
+    for (const char* end : {"...", "-->", ". . ."}) {
+      EXPECT_EQ(text.ends_with(end), english.ends_with(end)) << english;
+    }
+  }
+}
+
+TEST_P(LanguageTables, GiveEveryKeyOfAWindowOnce) {
+  const std::vector<std::string> windows[] = {{"&File", "&View", "&Help", "&OK"},
+                                              {"&Apply", "&Close"},
+                                              {"&Refresh", "&Message Logger", "&Language"},
+                                              {"Config&ure", "&Save to File", "Cl&ose", "&Clear"}};
+  for (const auto& texts : windows) {
+    EXPECT_EQ(Mnemonics(GetParam(), texts).size(), texts.size()) << texts.front();
+  }
+}
+
+#ifdef SOURCE_DIR
+
+/// The text of a C++ literal, or of several that stand beside one another.
+std::string Unquote(const std::string& literals) {
+  static const std::regex part(R"re("((?:[^"\\\n]|\\.)*)")re");
+  std::string text;
+  for (std::sregex_iterator match(literals.begin(), literals.end(), part), end; match != end; ++match) {
+    text += (*match)[1].str();
+  }
+  return base::ReplaceAll(base::ReplaceAll(text, "\\\"", "\""), "\\\\", "\\");
+}
+
+/// Shown in every language as they stand, or never shown.
+const std::set<std::string> kAsTheyStand = {"Invalid value for this field",
+                                            "The change over minimum demand msut be between 0 and 100%",
+                                            "QVR KV-TARN Configuration",
+                                            "Refuse to start",
+                                            "%s",
+                                            ""};
+
+/// Whether the literal `text` is looked up, judged by the text and by what stands before it in its statement:
+/// what is looked up at once, captions paired with their controls, words that a choice gives, and every
+/// sentence but errors without a translation and names of pages in messages.
+bool IsShown(const std::string& before, const std::string& text) {
+  static const std::regex lookedUp(
+      R"((GetStrings|FormatStrings|[tT]ranslate|[tT]ext|Raise|Try)\($|\{&[\w\[\]()]+, $)");
+  static const std::regex chosen(R"((return|[?:]) $)");
+  static const std::regex word(R"([A-Z][a-z]+)");
+  static const std::regex sentence(R"([a-zA-Z'.]+ [a-zA-Z&(]|%s)");
+  static const std::regex spoken(R"(Error\(|Refuse\(|Page(Base)?\()");
+  if (kAsTheyStand.contains(text)) return false;
+  if (std::regex_search(before, lookedUp)) return true;
+  if (std::regex_match(text, word) && std::regex_search(before, chosen)) return true;
+  return std::regex_search(text, sentence) && !std::regex_search(before, spoken);
+}
+
+/// The shown texts of one source file, as they stand.
+std::set<std::string> ShownTexts(const fs::path& file) {
+  static const std::regex unread(R"(//[^\n]*|#include[^\n]*)");
+  static const std::regex literals(R"re("(?:[^"\\\n]|\\.)*"(?:\s*"(?:[^"\\\n]|\\.)*")*)re");
+  std::set<std::string> texts;
+  const std::string source = std::regex_replace(ReadFile(file), unread, "");
+  for (std::sregex_iterator match(source.begin(), source.end(), literals), end; match != end; ++match) {
+    const auto place = static_cast<std::size_t>(match->position());
+    const std::size_t statement = source.find_last_of(";{}", place > 0 ? place - 1 : 0) + 1;
+    std::string before = source.substr(statement > 0 ? statement - 1 : 0, place - statement + 1);
+    before = std::regex_replace(before, std::regex(R"(\s+)"), " ");
+    before = std::regex_replace(before, std::regex(R"(\( $)"), "(");
+    const std::string text = Unquote(match->str());
+    if (IsShown(before, text)) texts.insert(text);
+  }
+  return texts;
+}
+
+// What the tool says to hosts when it is registered is not among them: it is stored once for all users.
+std::set<std::string> ShownTexts() {
+  std::set<std::string> texts = ShownTexts(fs::path(SOURCE_DIR) / "hosting/plugin_api.cpp");
+  for (const char* room : {"pages", "shell", "logger"}) {
+    for (const auto& file : fs::recursive_directory_iterator(fs::path(SOURCE_DIR) / room)) {
+      if (file.path().extension() == ".cpp") texts.merge(ShownTexts(file.path()));
+    }
+  }
+  return texts;
+}
+
+TEST_P(LanguageTables, HoldEveryTextOfTheSources) {
+  const auto table = Table(GetParam());
+  const std::set<std::string> shown = ShownTexts();
+  ASSERT_GT(shown.size(), 200u);
+  for (const std::string& text : shown) {
+    const auto entry = table.find(Key(text));
+    if (entry == table.end()) {
+      ADD_FAILURE() << text;
+    } else if (text.ends_with(' ')) {
+      EXPECT_TRUE(entry->second.text.ends_with(' ')) << "the blank at the end of: " << text;
+    }
+  }
+}
+
+TEST_P(LanguageTables, HoldNothingThatTheSourcesLost) {
+  std::string sources;
+  for (const auto& file : fs::recursive_directory_iterator(SOURCE_DIR)) {
+    if (file.is_regular_file()) sources += Unquote(ReadFile(file.path()));
+  }
+  for (const auto& [key, entry] : Table(GetParam())) {
+    EXPECT_NE(sources.find(entry.english), std::string::npos) << entry.english;
+  }
+}
+
+#endif
+
+/// What stands in a table of captions is found in the windows.
+TEST_P(LanguageTables, HoldEveryCaptionOfTheWindows) {
+  // Units and numbers, names of the device and what it holds.
+  const std::regex unlike(
+      R"(nv[io].*|[°%"] ?[\w/ %°"]*|Pa|KJ/kg|BTU/lb|[^a-zA-Z]*|[A-Z0-9]+(_\w+)*|Veldran.*|(In|Out)put \d)");
+  const auto table = Table(GetParam());
+  tests::Tool tool;
+  tool.Open(tests::kAssigned);
+  std::vector<const ui::Form*> forms = {&tool.Main(), &tool.Main().Logger(), &tool.Main().LanguagePage(),
+                                        &tool.Main().LanguagePage().Window()};
+  std::set<std::string> shown;
+  const auto collect = [&](const std::string& text) {
+    if (!std::regex_match(std::string(base::Trim(text)), unlike)) shown.insert(text);
+  };
+  for (const auto& row : tool.Find<ui::ListView>("lvwConfig").Rows()) {
+    collect(row.cells[0]);
+    forms.push_back(tool.Main().Pages().FindPage(row.key));
+  }
+  for (const ui::Form* form : forms) {
+    for (const ui::Control* control : form->Controls()) {
+      const auto* list = dynamic_cast<const ui::ListView*>(control);
+      if (list) std::ranges::for_each(list->Columns(), collect);
+      if (control->GetKind() != ui::Kind::kTextBox && control->Name() != "lblTitle") collect(control->Text());
+    }
+  }
+  ASSERT_GT(shown.size(), 100u);
+  for (const std::string& text : shown) EXPECT_TRUE(table.contains(Key(text))) << text;
+}
+
+INSTANTIATE_TEST_SUITE_P(, LanguageTables, testing::ValuesIn(kLanguages),
+                         [](const auto& info) { return info.param; });
+
+}  // namespace
