@@ -109,8 +109,7 @@ class Torture : public testing::TestWithParam<int> {
   }
   void TearDown() override {
     survived += met;
-    std::cout << "  " << met << " of " << calls << " calls x ways; failures survived so far: " << survived
-              << "\n";
+    if (met > 0) std::cout << "  " << met << " failures survived, " << survived << " so far\n";
   }
 
   /// Everything that the store holds of the device.
@@ -168,12 +167,13 @@ TEST_P(Torture, EveryCallOfASaveFails) {
 }
 
 TEST_P(Torture, TheHostIsGoneFromACallOn) {
-  const int step = GetParam() < 0 ? 53 : 3;
+  const int step = GetParam() < 0 ? 53 : 1;
   for (int call = 1; call <= calls && !HasFailure(); call += step)
     ApplyWith(Failure::kServerGone, {call}, true);
 }
 
 TEST_P(Torture, EveryCallOfALoadFails) {
+  if (GetParam() >= 0) return;  // most calls of a load are the same for every page
   const simulator::Building other(tests::Tool::Options());
   const std::string before = other.StoredDevice(kDevice);
   int loadCalls = 0;
@@ -182,9 +182,8 @@ TEST_P(Torture, EveryCallOfALoadFails) {
     first.Open(kDevice);
     loadCalls = first.plan.seen;
   }
-  const int step = GetParam() < 0 ? 41 : 5;
   for (const Failure failure : tests::kAllFailures) {
-    for (int call = 1; call <= loadCalls && !HasFailure(); call += step) {
+    for (int call = 1; call <= loadCalls && !HasFailure(); call += 9) {
       where = " (way " + std::to_string(static_cast<int>(failure)) + ", call " + std::to_string(call) + ") ";
       TroubledTool next(other, Table());
       next.plan.Arm(failure, {call}, false);
