@@ -1,5 +1,4 @@
-// usage: help_generator TOPICS FOLDER    writes the help from the folder of its topics
-//        help_generator --pictures FILE  writes the script with which the pictures of the pages are taken
+// usage: help_generator TOPICS PICTURES FOLDER    writes the help from the folders of its topics and pictures
 #include <fmt/format.h>
 
 #include <algorithm>
@@ -21,15 +20,21 @@ namespace fs = std::filesystem;
 // The topic of the language page, which is no page of the table.
 constexpr int kLanguageTopic = 3;
 
-bool InProgram(const std::string& page) {
-  return page.empty() || std::ranges::find(pages::PageTable(), page, &shell::PageEntry::pageClass) !=
-                             pages::PageTable().end();
+// A page that is not in the program yet. Its topic stays, because others refer to it, without what only the
+// page can tell.
+void LeaveOut(help::Topic& topic, std::string_view mark) {
+  const auto begin = topic.text.find(mark);
+  topic.text.erase(begin, topic.text.find('}', begin) + 1 - begin);
+  fmt::print("help: {} is without {} until the program has the page\n", topic.file, mark);
 }
 
-// A page that is not in the program yet; its topic stays, because others refer to it.
-void LeaveOutFields(help::Topic& topic) {
-  fmt::print("help: the program has no page {}: {} is without its fields\n", topic.page, topic.file);
-  topic.text = base::ReplaceAll(topic.text, "{fields}", "");
+void LeaveOutMissingPage(help::Topic& topic) {
+  const auto pages = pages::PageTable();
+  if (topic.number == 0 ||
+      std::ranges::find(pages, topic.number, &shell::PageEntry::helpTopic) != pages.end())
+    return;
+  if (!topic.notes.empty()) LeaveOut(topic, "{fields");
+  if (topic.text.find("{picture page-") != std::string::npos) LeaveOut(topic, "{picture page-");
   topic.notes.clear();
 }
 
@@ -40,42 +45,30 @@ std::vector<help::Topic> ReadTopics(const fs::path& folder) {
   std::vector<help::Topic> topics;
   for (const fs::path& file : files) {
     help::Topic topic = help::ParseTopic(file.filename().string(), simulator::ReadWholeFile(file));
-    if (!InProgram(topic.page)) LeaveOutFields(topic);
+    LeaveOutMissingPage(topic);
     topics.push_back(std::move(topic));
   }
   if (topics.empty()) throw base::Error(folder.string() + " holds no topics");
   return topics;
 }
 
-void WriteManual(const fs::path& topics, const fs::path& folder) {
+void WriteManual(const fs::path& topics, const fs::path& pictures, const fs::path& folder) {
   std::vector<int> numbers = {kLanguageTopic};
   for (const shell::PageEntry& page : pages::PageTable()) numbers.push_back(page.helpTopic);
-  for (const auto& [name, content] : help::MakeManual(ReadTopics(topics), help::ReadFields(), numbers)) {
-    simulator::ReplaceFile(folder / name, content);
+  const help::Manual manual = help::MakeManual(ReadTopics(topics), help::ReadFields(), numbers);
+  for (const auto& [name, content] : manual.files) simulator::ReplaceFile(folder / name, content);
+  for (const std::string& picture : manual.pictures) {
+    if (!fs::exists(pictures / picture)) throw base::Error("the picture " + picture + " is missing");
+    fs::copy_file(pictures / picture, folder / picture, fs::copy_options::overwrite_existing);
   }
-}
-
-void WritePictureScript(const fs::path& file) {
-  std::string script =
-      fmt::format("configure \"{}\"\nwait window fMain 60\nwait idle 60\n", tests::kAssigned);
-  for (const shell::PageEntry& page : pages::PageTable()) {
-    script += fmt::format("page \"{}\"\nshot {}\n", page.listCaption, page.pageClass);
-  }
-  script += "click fMain.cmdErrorLog\nwait window fMessage\nshot fMessage fMessage\nclick fMain.cmdCancel\n";
-  simulator::ReplaceFile(file, script);
 }
 
 }  // namespace
 
 int main(int count, char** arguments) {
   try {
-    if (count != 3) throw base::Error("usage: help_generator TOPICS FOLDER | --pictures FILE");
-    const std::string first = arguments[1];
-    if (first == "--pictures") {
-      WritePictureScript(arguments[2]);
-    } else {
-      WriteManual(first, arguments[2]);
-    }
+    if (count != 4) throw base::Error("usage: help_generator TOPICS PICTURES FOLDER");
+    WriteManual(arguments[1], arguments[2], arguments[3]);
     return 0;
   } catch (const std::exception& error) {
     fmt::print(stderr, "help: {}\n", error.what());

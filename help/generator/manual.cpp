@@ -74,12 +74,13 @@ std::string ContentsList(const std::vector<Topic>& topics) {
   return list + "</ul>";
 }
 
-std::string Pictures(std::string text) {
+std::string TakePictures(std::string text, std::set<std::string>& pictures) {
   constexpr std::string_view kMark = "{picture ";
   for (auto at = text.find(kMark); at != text.npos; at = text.find(kMark)) {
     const auto end = text.find('}', at);
     const std::string name = text.substr(at + kMark.size(), end - at - kMark.size());
     text.replace(at, end - at + 1, fmt::format("<p><img src=\"{0}.png\" alt=\"{0}\"></p>", name));
+    pictures.insert(name + ".png");
   }
   return text;
 }
@@ -88,7 +89,7 @@ std::string Html(const Topic& topic, const std::vector<Topic>& topics, const std
   std::string text = topic.text;
   if (!topic.notes.empty()) text = base::ReplaceAll(text, "{fields}", FieldTable(topic, fields));
   text = base::ReplaceAll(text, "{contents}", ContentsList(topics));
-  return fmt::format(kHead, Escape(topic.title), topics.front().file) + Pictures(text) + "</body>\n</html>\n";
+  return fmt::format(kHead, Escape(topic.title), topics.front().file) + text + "</body>\n</html>\n";
 }
 
 void CheckNumbers(const std::vector<Topic>& topics, const std::vector<int>& pageTopics) {
@@ -116,18 +117,20 @@ void CheckLinks(const std::string& file, const std::string& html, const std::vec
 
 }  // namespace
 
-Files MakeManual(const std::vector<Topic>& topics, const std::vector<Field>& fields,
-                 const std::vector<int>& pageTopics) {
+Manual MakeManual(const std::vector<Topic>& topics, const std::vector<Field>& fields,
+                  const std::vector<int>& pageTopics) {
   CheckNumbers(topics, pageTopics);
-  Files files = {{"manual.css", kStyle}};
+  Manual manual;
+  manual.files.emplace_back("manual.css", kStyle);
   std::string contents;
   std::string keywords;
   std::string names = "[FILES]\nmanual.css\n";
   std::string aliases = "\n[ALIAS]\n";
   std::string map = "\n[MAP]\n";
   for (const Topic& topic : topics) {
-    files.emplace_back(topic.file, Html(topic, topics, fields));
-    CheckLinks(topic.file, files.back().second, topics);
+    const std::string html = TakePictures(Html(topic, topics, fields), manual.pictures);
+    CheckLinks(topic.file, html, topics);
+    manual.files.emplace_back(topic.file, html);
     contents += Entry(topic.title, topic.file);
     for (const std::string& keyword : topic.keywords) keywords += Entry(keyword, topic.file);
     names += topic.file + "\n";
@@ -135,10 +138,12 @@ Files MakeManual(const std::vector<Topic>& topics, const std::vector<Field>& fie
     aliases += fmt::format("TOPIC_{}={}\n", topic.number, topic.file);
     map += fmt::format("#define TOPIC_{0} {0}\n", topic.number);
   }
-  files.emplace_back("contents.hhc", SiteMap(contents));
-  files.emplace_back("index.hhk", SiteMap(keywords));
-  files.emplace_back("help.hhp", fmt::format(kProject, topics.front().file, kTitle) + names + aliases + map);
-  return files;
+  for (const std::string& picture : manual.pictures) names += picture + "\n";
+  manual.files.emplace_back("contents.hhc", SiteMap(contents));
+  manual.files.emplace_back("index.hhk", SiteMap(keywords));
+  manual.files.emplace_back("help.hhp",
+                            fmt::format(kProject, topics.front().file, kTitle) + names + aliases + map);
+  return manual;
 }
 
 }  // namespace help

@@ -2,7 +2,7 @@
 // help compiler makes the help file.
 #pragma once
 
-#include <filesystem>
+#include <set>
 #include <string>
 #include <utility>
 #include <vector>
@@ -12,13 +12,15 @@
 
 namespace help {
 
-/// Files by name, with their content.
-using Files = std::vector<std::pair<std::string, std::string>>;
+struct Manual {
+  std::vector<std::pair<std::string, std::string>> files;  // name and content
+  std::set<std::string> pictures;                          // file names
+};
 
 /// `topics` in the order of the contents; the first is the one that opens without a number. `pageTopics` are
 /// the numbers by which the program asks. Throws base::Error for a number that no topic has or two have, a
 /// link to no topic, and what FieldTable finds.
-Files MakeManual(const std::vector<Topic>& topics, const std::vector<Field>& fields,
-                 const std::vector<int>& pageTopics);
+Manual MakeManual(const std::vector<Topic>& topics, const std::vector<Field>& fields,
+                  const std::vector<int>& pageTopics);
 
 }  // namespace help
