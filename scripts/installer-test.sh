@@ -19,23 +19,25 @@ uninstall_key='HKLM\Software\Microsoft\Windows\CurrentVersion\Uninstall\QVRKvTAR
 settings_key='HKCU\Software\PELLR\Veldran, Inc\KV-TARN Configuration'
 setup=build/installer/KV-TARN-Configuration-$version-x64.exe
 faults=0
+began=$EPOCHREALTIME
 
 fault() {
   echo "FAULT: $*"
   faults=$((faults + 1))
 }
+part() { echo "--- $(elapsed "$began"): $*"; }
 expect() { "$@" || fault "not so: $*"; }
 in_registry() { wine reg query "$1" ${2:+/v "$2"} 2>/dev/null | tr -d '\r' | grep -qF -- "${3:-}"; }
 registered_with_host() { grep -qs 'QVRKvTARNCfg.LNSPlugInAPI' "$work/host/data/store.json"; }
 install() { timeout -k 5 60 wine "$1" /S; }
 
-# What is on the machine: files outside the user's temporary and the system's own places, and all keys and values.
+# What is on the machine: files outside the system's own and temporary places, and all keys and values but Wine's own.
 snapshot() {
   (cd "$drive" && find . -path ./windows -prune -o -path '*/Temp/*' -prune -o -print | sort) >"$1.files"
   local hive
   for hive in 'HKLM\Software' 'HKCU\Software'; do
     wine reg export "$hive" "$work/export.reg" /y >/dev/null && iconv -f UTF-16 -t UTF-8 "$work/export.reg" | tr -d '\r'
-  done >"$1.keys"
+  done | awk '/^\[/ { own = /^\[HKEY_CURRENT_USER\\Software\\Wine/ } !own' >"$1.keys"
 }
 
 old_version() {
@@ -60,7 +62,7 @@ old_version || fault "the older version could not be packed"
 prepare_host || fault "no host"
 snapshot "$work/before"
 
-echo "--- an older version, then this one over it"
+part "an older version, then this one over it"
 expect install "$work/old.exe"
 expect in_registry "$uninstall_key" DisplayVersion 0.9.0
 expect [ -f "$program/old only.txt" ]
@@ -78,12 +80,12 @@ done
 expect in_registry 'HKCR\QVRKvTARNCfg.OVXPlugInAPI\CLSID'
 expect registered_with_host
 
-echo "--- the host starts the installed tool, which opens its help"
+part "the host starts the installed tool, which opens its help"
 PROGRAMS=$work/host expect scripts/simhost.sh --script installer/installed.sim
 
-echo "--- not while the tool is open"
-timeout 30 wine cscript.exe //nologo tests/e2e/support/hold-tool.js </dev/null >/dev/null 2>&1 &
-for _ in {1..50}; do
+part "not while the tool is open"
+timeout 30 wine "$program/QVRKvTARNCfg.exe" -Embedding </dev/null >/dev/null 2>&1 &
+for _ in {1..30}; do
   wine tasklist 2>/dev/null | grep -q QVRKvTARNCfg && break
   sleep 0.1
 done
@@ -91,11 +93,10 @@ install "$setup"
 code=$?
 expect [ $code -eq 5 ]
 expect [ -s "$program/QVRKvTARNCfg.exe" ]
-kill %1 2>/dev/null
-wait
 wine taskkill /F /IM QVRKvTARNCfg.exe >/dev/null 2>&1
+wait
 
-echo "--- nothing is left"
+part "nothing is left"
 find "$common/Templates" -name '*_2_4.bin' -delete # the host put it there for a device of its own
 wine "$program/uninstall.exe" /S
 for _ in {1..100}; do

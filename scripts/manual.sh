@@ -7,16 +7,15 @@ cd "$(dirname "$0")/.." || exit
 out=build/help
 
 # The compiler writes the file of a topic number with its whole path, so it gets the pages as a root folder of its own.
-compile() {
-  local root compiler library
+compile() (
   root=$(mktemp -d)
-  trap 'rm -rf "$root"' RETURN
-  cp -r "$out/." "$root" && compiler=$(readlink -f "$(command -v chmcmd)") && cp "$compiler" "$root/chmcmd" || return
+  trap 'rm -rf "$root"' EXIT
+  cp -r "$out/." "$root" && compiler=$(readlink -f "$(command -v chmcmd)") && cp "$compiler" "$root/chmcmd" || exit
   for library in $(ldd "$compiler" | grep -o '/[^ ]*') /lib/x86_64-linux-gnu/libpthread.so.0; do
-    mkdir -p "$root$(dirname "$library")" && cp -L "$library" "$root$library" || return
+    mkdir -p "$root$(dirname "$library")" && cp -L "$library" "$root$library" || exit
   done
   LC_ALL=C unshare -r --root="$root" --wd=/ /chmcmd help.hhp && cp "$root/help.chm" "$out/TARN-M Help File.chm"
-}
+)
 
 generate() {
   rm -rf "$out"

@@ -103,7 +103,9 @@ TEST_F(UiDialogs, TheSaveDialogProposesAndAnswersAName) {
 
 TEST_F(UiDialogs, HelpSaysWhatIsMissing) {
   win32::HtmlHelpViewer help;
-  const auto show = [&help](const std::string& file) { return help.Show(file + ">Main", shell::kHelpContext, 45); };
+  const auto show = [&help](const std::string& file) {
+    return help.Show(file + ">Main", shell::kHelpContext, 45);
+  };
   EXPECT_EQ(show("C:\\nowhere\\Help File.chm"), shell::HelpOutcome::kNoFile);
   EXPECT_EQ(show(win32::ProgramPath()), shell::HelpOutcome::kNoViewer);  // a file that no viewer opens
 }

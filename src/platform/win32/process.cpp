@@ -68,6 +68,7 @@ std::string OwnText(int resource) {
   const HGLOBAL block = place ? LoadResource(nullptr, place) : nullptr;
   const auto* text = block ? static_cast<const char*>(LockResource(block)) : nullptr;
   return text ? std::string(text, SizeofResource(nullptr, place)) : std::string();
+}
 
 void LimitLibraryFolders() {
   SetDefaultDllDirectories(LOAD_LIBRARY_SEARCH_SYSTEM32 | LOAD_LIBRARY_SEARCH_APPLICATION_DIR);
