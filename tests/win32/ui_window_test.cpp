@@ -52,6 +52,12 @@ TEST_F(UiWindow, AWindowKnowsItsControlsByName) {
   EXPECT_EQ(GlobalFindAtomW(win32::Wide(name).c_str()), 0) << "no name is left behind";
 }
 
+TEST_F(UiWindow, AMissingIconFileGivesNoStrangeIcon) {
+  sheet_.iconFile = "C:\\nowhere\\icon.ico";
+  Show(sheet_);
+  EXPECT_EQ(SendMessageW(Frame(), WM_GETICON, ICON_BIG, 0), 0);  // this program has none of its own
+}
+
 TEST_F(UiWindow, ALongerCaptionMakesRoomForItself) {
   Show(sheet_);
   const RECT before = RectOf(Frame());

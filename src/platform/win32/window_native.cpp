@@ -209,9 +209,15 @@ void NativeWindow::UpdateMenu() {
 void NativeWindow::SetIcons() {
   HICON large = nullptr;
   HICON small = nullptr;
-  const std::wstring file = Wide(data_->iconFile);
-  if (!file.empty()) ExtractIconExW(file.c_str(), 0, &large, &small, 1);
-  if (!large) ExtractIconExW(ProgramFile().c_str(), 0, &large, &small, 1);
+  // Where there is no such file the handles are not set.
+  const auto extract = [&large, &small](const std::wstring& file) {
+    const UINT found = ExtractIconExW(file.c_str(), 0, &large, &small, 1);
+    return found != 0 && found != UINT_MAX;
+  };
+  if (data_->iconFile.empty() || !extract(Wide(data_->iconFile))) {
+    large = small = nullptr;
+    extract(ProgramFile());
+  }
   largeIcon_ = IconHandle(large);
   smallIcon_ = IconHandle(small);
   SendMessageW(Window(), WM_SETICON, ICON_BIG, reinterpret_cast<LPARAM>(large));
