@@ -92,15 +92,18 @@ std::string Html(const Topic& topic, const std::vector<Topic>& topics, const std
   return fmt::format(kHead, Escape(topic.title), topics.front().file) + text + "</body>\n</html>\n";
 }
 
-void CheckNumbers(const std::vector<Topic>& topics, const std::vector<int>& pageTopics) {
-  std::set<int> numbers;
+void CheckNumbers(const std::vector<Topic>& topics, const std::map<int, std::string>& asked) {
+  std::map<int, std::string> explained;
   for (const Topic& topic : topics) {
-    if (topic.number == 0 || numbers.insert(topic.number).second) continue;
+    if (topic.number == 0 || explained.emplace(topic.number, topic.page).second) continue;
     throw base::Error(fmt::format("{}: another topic has the number {} too", topic.file, topic.number));
   }
-  for (const int number : pageTopics) {
-    if (!numbers.contains(number))
+  for (const auto& [number, page] : asked) {
+    const auto found = explained.find(number);
+    if (found == explained.end())
       throw base::Error(fmt::format("there is no topic with the number {}", number));
+    if (found->second != page)
+      throw base::Error(fmt::format("topic {} does not explain the page {}", number, page));
   }
 }
 
@@ -118,8 +121,8 @@ void CheckLinks(const std::string& file, const std::string& html, const std::vec
 }  // namespace
 
 Manual MakeManual(const std::vector<Topic>& topics, const std::vector<Field>& fields,
-                  const std::vector<int>& pageTopics) {
-  CheckNumbers(topics, pageTopics);
+                  const std::map<int, std::string>& asked) {
+  CheckNumbers(topics, asked);
   Manual manual;
   manual.files.emplace_back("manual.css", kStyle);
   std::string contents;

@@ -2,6 +2,7 @@
 // help compiler makes the help file.
 #pragma once
 
+#include <map>
 #include <set>
 #include <string>
 #include <utility>
@@ -17,10 +18,11 @@ struct Manual {
   std::set<std::string> pictures;                          // file names
 };
 
-/// `topics` in the order of the contents; the first is the one that opens without a number. `pageTopics` are
-/// the numbers by which the program asks. Throws base::Error for a number that no topic has or two have, a
+/// `topics` in the order of the contents; the first is the one that opens without a number. `asked` are the
+/// numbers by which the program asks, each with the page whose fields that topic must explain, or nothing.
+/// Throws base::Error for a number that no topic has or two have, a page that its topic does not explain, a
 /// link to no topic, and what FieldTable finds.
 Manual MakeManual(const std::vector<Topic>& topics, const std::vector<Field>& fields,
-                  const std::vector<int>& pageTopics);
+                  const std::map<int, std::string>& asked);
 
 }  // namespace help

@@ -110,7 +110,10 @@ TEST(Help, AFieldThatChangedOnThePageIsNoticed) {
   };
   for (const auto& test : cases) {
     const auto topic = Topic("a.html", 7, std::string("page: fA\n\n{fields}\n") + test.notes + "{end}\n");
-    EXPECT_THAT(FaultOf([&] { help::MakeManual({topic}, kFields, {7}); }), HasSubstr(test.fault))
+    EXPECT_THAT(FaultOf([&] {
+                  help::MakeManual({topic}, kFields, {{7, "fA"}});
+                }),
+                HasSubstr(test.fault))
         << test.notes;
   }
 }
@@ -123,15 +126,17 @@ TEST(Help, FieldsThatAcceptTheSameShareARow) {
 }
 
 TEST(Help, TopicsAreFoundByNumberAndByLink) {
-  const auto make = [](const std::vector<help::Topic>& topics, const std::vector<int>& numbers) {
-    return FaultOf([&] { help::MakeManual(topics, {}, numbers); });
+  const auto make = [](const std::vector<help::Topic>& topics, const std::map<int, std::string>& asked) {
+    return FaultOf([&] { help::MakeManual(topics, {}, asked); });
   };
-  EXPECT_EQ(make({Topic("a.html", 7), Topic("b.html", 8)}, {7, 8}), "");
-  EXPECT_THAT(make({Topic("a.html", 7)}, {7, 8}), HasSubstr("no topic with the number 8"));
-  EXPECT_THAT(make({Topic("a.html", 7), Topic("b.html", 7)}, {7}), HasSubstr("b.html: another topic"));
-  EXPECT_THAT(make({Topic("a.html", 7, "\n<a href=\"gone.html\">")}, {7}), HasSubstr("refers to gone.html"));
+  EXPECT_EQ(make({Topic("a.html", 7), Topic("b.html", 8)}, {{7, ""}, {8, ""}}), "");
+  EXPECT_THAT(make({Topic("a.html", 7)}, {{7, ""}, {8, ""}}), HasSubstr("no topic with the number 8"));
+  EXPECT_THAT(make({Topic("a.html", 7)}, {{7, "fA"}}), HasSubstr("does not explain the page fA"));
+  EXPECT_THAT(make({Topic("a.html", 7), Topic("b.html", 7)}, {{7, ""}}), HasSubstr("b.html: another topic"));
+  EXPECT_THAT(make({Topic("a.html", 7, "\n<a href=\"gone.html\">")}, {{7, ""}}),
+              HasSubstr("refers to gone.html"));
 
-  const auto manual = help::MakeManual({Topic("a.html", 7, "\n{picture p}\n{picture q}")}, {}, {7});
+  const auto manual = help::MakeManual({Topic("a.html", 7, "\n{picture p}\n{picture q}")}, {}, {{7, ""}});
   EXPECT_EQ(manual.pictures, (std::set<std::string>{"p.png", "q.png"}));
   const auto project =
       std::ranges::find(manual.files, "help.hhp", &std::pair<std::string, std::string>::first);
