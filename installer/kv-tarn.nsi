@@ -7,11 +7,11 @@ Unicode true
 !if ${ARCH} == x64
   Target amd64-unicode
   !define VIEW 64
-  !define DEFAULT_FOLDER "$PROGRAMFILES64\QVR KV\KV-TARN Configuration"
+  !define FAMILY_FOLDER "$PROGRAMFILES64\QVR KV"
 !else
   Target x86-unicode
   !define VIEW 32
-  !define DEFAULT_FOLDER "$PROGRAMFILES32\QVR KV\KV-TARN Configuration"
+  !define FAMILY_FOLDER "$PROGRAMFILES32\QVR KV"
 !endif
 SetCompressor /SOLID lzma
 !include MUI2.nsh
@@ -98,7 +98,7 @@ Function .onInit
   SetRegView ${VIEW}
   ReadRegStr $Previous HKLM "${UNINSTALL}" "InstallLocation"
   ${If} $INSTDIR == ""
-    StrCpy $INSTDIR "${DEFAULT_FOLDER}"
+    StrCpy $INSTDIR "${FAMILY_FOLDER}\${TITLE}"
     ${If} $Previous != ""
       StrCpy $INSTDIR $Previous
     ${EndIf}
@@ -183,8 +183,7 @@ Section Uninstall
   !insertmacro RemoveProgram
   Delete "$INSTDIR\uninstall.exe"
   RMDir "$INSTDIR"
-  ${GetParent} "$INSTDIR" $0
-  RMDir "$0"
+  RMDir "${FAMILY_FOLDER}"
   DeleteRegKey HKLM "${UNINSTALL}"
 
   ${GetParameters} $0

@@ -49,11 +49,11 @@ old_version() {
 
 prepare_host() {
   mkdir -p "$work/host" "$drive/LonWorks"
-  cp build/win64/SimHost.exe "$work/host"
+  cp build/win64/SimHost.exe build/win64/SimControls.dll "$work/host"
   cp -r build/win64/data "$work/host"
   rm -f "$work"/host/data/*store.json
   wine reg add 'HKLM\Software\LonWorks' /v 'LonWorks Path' /d 'C:\LonWorks' /f >/dev/null
-  wine "$work/host/SimHost.exe" /RegServer
+  wine "$work/host/SimHost.exe" /RegServer && wine regsvr32 /s "$work/host/SimControls.dll"
 }
 
 rm -rf "$work"
