@@ -112,8 +112,12 @@ std::vector<Row> RowsOf(const Note& note, const std::string& page, const std::ve
 }  // namespace
 
 std::string Escape(std::string_view text) {
-  return base::ReplaceAll(base::ReplaceAll(base::ReplaceAll(text, "&", "&amp;"), "<", "&lt;"), "\"",
-                          "&quot;");
+  std::string escaped(text);
+  for (const auto& [character, name] :
+       {std::pair("&", "&amp;"), {"<", "&lt;"}, {">", "&gt;"}, {"\"", "&quot;"}}) {
+    escaped = base::ReplaceAll(escaped, character, name);
+  }
+  return escaped;
 }
 
 std::vector<Field> ReadFields() {

@@ -28,7 +28,7 @@ class Parser {
   }
 
   Topic Parse() {
-    while (at_ < lines_.size() && !lines_[at_].empty()) TakeProperty(lines_[at_++]);
+    for (; at_ < lines_.size() && !lines_[at_].empty(); ++at_) TakeProperty(lines_[at_]);
     if (topic_.title.empty()) Fail("it has no title");
     for (; at_ < lines_.size(); ++at_) TakeLine(lines_[at_]);
     if (inNotes_) Fail("{fields} without {end}");

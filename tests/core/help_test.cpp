@@ -75,7 +75,7 @@ TEST(Help, ABrokenTopicIsRefusedWithItsLine) {
     const char* content;
     const char* fault;
   } cases[] = {
-      {"number: 4\n\ntext", "10-a.html, line 3: it has no title"},
+      {"number: 4\n\ntext", "10-a.html, line 2: it has no title"},
       {"title: A\ncolour: red\n\n", "line 2: \"colour: red\" is no property"},
       {"title: A\npage: fA\n\n{fields}\n[x]\ntext", "{fields} without {end}"},
       {"title: A\n\n{end}", "line 3: {end} is out of place"},
