@@ -9,6 +9,11 @@ target_link_libraries(tarn_win32 PUBLIC tarn_core
 tarn_glob(interfaces resources/*.idl simulator/win32/*.idl)
 compile_idl(tarn_win32 ${interfaces})
 
+# All programs ask the same of the system; only the name differs.
+foreach(name QVRKvTARNCfg SimHost)
+  configure_file(resources/program.manifest.in generated/${name}.manifest @ONLY)
+endforeach()
+
 # Resource scripts name icons, manifests and type libraries by bare file name: of their own folder, of
 # `resources`, or generated.
 function(tarn_resources target folder)
@@ -18,7 +23,7 @@ function(tarn_resources target folder)
   tarn_glob(scripts ${folder}/*.rc)
   tarn_glob(inputs ${folder}/*)
   get_property(typelibs GLOBAL PROPERTY TARN_TYPELIBS)
-  set_source_files_properties(${scripts} PROPERTIES OBJECT_DEPENDS "${inputs};${typelibs}"
+  set_source_files_properties(${scripts} PROPERTIES OBJECT_DEPENDS "${inputs};${typelibs};${CMAKE_BINARY_DIR}/generated/QVRKvTARNCfg.manifest"
     INCLUDE_DIRECTORIES "${PROJECT_SOURCE_DIR}/${folder};${PROJECT_SOURCE_DIR}/resources;${CMAKE_BINARY_DIR}/generated")
   target_sources(${target} PRIVATE ${scripts})
 endfunction()

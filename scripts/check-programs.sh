@@ -2,7 +2,8 @@
 # usage: check-programs.sh FOLDER FORMAT
 #
 # Checks the Windows programs in FOLDER: built for the machine of FORMAT (pei-i386, pei-x86-64), no compiler
-# run-time library needed beside them, and the shipped tool under 4 MB.
+# run-time library needed beside them, loaded at random addresses and without executable data, and the shipped tool
+# under 4 MB.
 set -u
 status=0
 complain() {
@@ -10,12 +11,19 @@ complain() {
   status=1
 }
 
+# DllCharacteristics: high-entropy addresses (64 bits only), movable, no executable data.
+hardened=0x140
+[ "$2" = pei-x86-64 ] && hardened=0x160
+
 for program in "$1"/*.exe "$1"/*.dll; do
   [ -f "$program" ] || continue
   headers=$(objdump -p "$program") || complain "$program cannot be read"
   grep -q "file format $2\$" <<<"$headers" || complain "$program is not $2"
   libraries=$(grep -iE 'DLL Name: (libstdc|libgcc|libwinpthread|libssp)' <<<"$headers") &&
     complain "$program needs: $libraries"
+  characteristics=$((16#$(awk '$1 == "DllCharacteristics" { print $2 }' <<<"$headers")))
+  [ $((characteristics & hardened)) -eq $((hardened)) ] || complain "$program is not hardened"
+  grep -q '\.reloc' <(objdump -h "$program") || complain "$program cannot be moved: it has no relocations"
 done
 
 tool=$1/QVRKvTARNCfg.exe

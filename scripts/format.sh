@@ -6,5 +6,5 @@ cd "$(dirname "$0")/.." || exit
 scripts/setup.sh || exit 1
 mode=(-i)
 [ "${1:-}" = --check ] && mode=(--dry-run -Werror)
-find src simulator tests bench fuzz \( -name '*.h' -o -name '*.cpp' \) -print0 2>/dev/null |
+find src simulator tests bench fuzz help installer \( -name '*.h' -o -name '*.cpp' \) -print0 2>/dev/null |
   xargs -0 -r -P "$(nproc)" -n 16 clang-format "${mode[@]}"

@@ -8,7 +8,7 @@ cd "$(dirname "$0")/.." || exit
 
 check() { step "$@" || broken "$2"; }
 
-begin "Build and test everything: Linux with sanitizers, Windows x64 and x86, Wine, end to end, code format"
+begin "Build and test everything: Linux with sanitizers, Windows x64 and x86, Wine, end to end, help, installer, code format"
 scripts/setup.sh || finish 1
 rm -rf "$results"
 mkdir -p "$results"
@@ -25,6 +25,9 @@ if build win64 all; then
   check "Check the x64 programs" check-win64 scripts/check-programs.sh build/win64 pei-x86-64
   rm -rf build/wine-tests
   SESSION_TIMEOUT=900 scripts/wine-session.sh build/wine-tests scripts/wine-tests.sh || broken wine-session
+  check "Help" help scripts/manual.sh
+  check "Make the installer" installer scripts/installer.sh
+  check "Install, upgrade, use and uninstall on Wine" installer-test scripts/installer-test.sh
 else
   broken build-win64
 fi

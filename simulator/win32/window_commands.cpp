@@ -202,6 +202,18 @@ void Shot(Stage& stage, Words words) {
   TakeShot(window, words[0].text, stage.patience);
 }
 
+// A picture of each page, named by its caption in the list.
+void ShotPages(Stage& stage, Words) {
+  const ForeignList list(Named(stage, kPageList));
+  for (int row = 0; row < list.Rows(); ++row) {
+    const std::string caption = list.Cell(row, 0);
+    person::ClickRow(FindNamed(kPageList), caption, stage.patience);
+    WaitIdle(stage, {});
+    TakeShot(Named(stage, kMainWindow), "page-" + base::ReplaceAll(base::Trim(caption), " ", "-"),
+             stage.patience);
+  }
+}
+
 constexpr Command kCommands[] = {
     {"wait window", "NAME [SECONDS]", 1, 2, WaitWindow},
     {"wait gone", "NAME [SECONDS]", 1, 2, WaitGone},
@@ -225,6 +237,7 @@ constexpr Command kCommands[] = {
     {"log contains", "text", 1, 1, LogContains},
     {"close", "WINDOW", 1, 1, CloseNamed},
     {"shot", "NAME [WINDOW|prompt]", 1, 2, Shot},
+    {"shot-pages", "", 0, 0, ShotPages},
 };
 
 }  // namespace

@@ -114,6 +114,7 @@ int RunCommand(const std::string& commandTail) {
 // The start-up code of the C library calls this in a program with windows too.
 extern "C" int wmain(int, wchar_t**) {
   try {
+    win32::LimitLibraryFolders();
     const std::string commandTail = win32::CommandTail();
     return win32::StartedByActivation(commandTail) ? ServeHost() : RunCommand(commandTail);
   } catch (const std::exception& error) {

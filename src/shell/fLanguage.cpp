@@ -26,7 +26,7 @@ fLanguage::fLanguage(const PageContext& context) : ISubForm("fLanguage"), contex
   };
   dialog_.cmdCancel.onClick = [this] { dialog_.Close(); };
   dialog_.cmdHelp.onClick = [this] {
-    ShowHelp(context_.platform.help, context_.settings.helpFile, HelpIndex());
+    ShowHelp(context_.platform, context_.settings, context_.strings, HelpIndex());
   };
 }
 

@@ -5,19 +5,26 @@
 
 namespace shell {
 
+class Strings;
+struct Platform;
+struct Settings;
+
 /// HTML Help commands, as the platform's documentation numbers them.
 inline constexpr unsigned kHelpDisplayTopic = 0;
 inline constexpr unsigned kHelpContext = 15;
+
+enum class HelpOutcome { kOpened, kNoFile, kNoViewer };
 
 /// A port: implemented by the Windows edge with HTML Help.
 class HelpViewer {
  public:
   virtual ~HelpViewer() = default;
-  /// `target` is the file, ">" and the window name. Answers whether a help window was opened.
-  virtual bool Show(const std::string& target, unsigned command, int topic) = 0;
+  /// `target` is the file, ">" and the window name.
+  virtual HelpOutcome Show(const std::string& target, unsigned command, int topic) = 0;
 };
 
-/// Opens `helpFile` in the help window "Main" at `topic`; topic 0 opens the file's first page.
-bool ShowHelp(HelpViewer& viewer, const std::string& helpFile, int topic);
+/// Opens the help file in the help window "Main" at `topic`; topic 0 opens the file's first page. Where that
+/// cannot be done, a message box says where the file is.
+void ShowHelp(const Platform& platform, const Settings& settings, const Strings& strings, int topic);
 
 }  // namespace shell

@@ -336,9 +336,7 @@ void fMain::Refresh() { pages_.RefreshAllPages(context_, network_, ProgressObjec
 
 void fMain::Help() {
   const int topic = pages_.Count() > 0 ? pages_.Page(shownPage_).HelpIndex() : 0;
-  if (ShowHelp(platform_.help, settings_.helpFile, topic)) return;
-  AddMessage(strings_.FormatStrings("The help file could not be opened: %s%", {settings_.helpFile}), "Help",
-             kLocation, logger::kExclamation);
+  ShowHelp(platform_, settings_, strings_, topic);
 }
 
 bool fMain::MayClose() {

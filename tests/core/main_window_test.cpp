@@ -242,9 +242,13 @@ TEST_F(ToolTest, HelpOpensThePagesTopic) {
   OpenPage(tests::kAssigned, "fPID");
   Click("cmdHelp");
   EXPECT_EQ(help.shown, std::vector<std::string>{"C:\\Tool\\HelpFile\\TARN-M Help File.chm>Main 15 45"});
-  help.opens = false;
-  Click("cmdHelp");
-  EXPECT_NE(LastMessage().find("TARN-M Help File.chm"), std::string::npos);
+  EXPECT_TRUE(prompts.asked.empty());
+  for (const auto outcome : {shell::HelpOutcome::kNoFile, shell::HelpOutcome::kNoViewer}) {
+    help.outcome = outcome;
+    Click("cmdHelp");
+    EXPECT_TRUE(prompts.asked.back().text.ends_with("C:\\Tool\\HelpFile\\TARN-M Help File.chm"));
+  }
+  EXPECT_NE(prompts.asked[0].text, prompts.asked[1].text);
 }
 
 TEST_F(ToolTest, TheWindowComesBackWhereItWas) {

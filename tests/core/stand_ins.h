@@ -103,13 +103,13 @@ class ChosenFile : public ui::FileDialog {
 
 class RecordedHelp : public shell::HelpViewer {
  public:
-  bool Show(const std::string& target, unsigned command, int topic) override {
+  shell::HelpOutcome Show(const std::string& target, unsigned command, int topic) override {
     shown.push_back(target + " " + std::to_string(command) + " " + std::to_string(topic));
-    return opens;
+    return outcome;
   }
 
   std::vector<std::string> shown;
-  bool opens = true;
+  shell::HelpOutcome outcome = shell::HelpOutcome::kOpened;
 };
 
 /// The maker's controls made by the test; none can be created until it says how to make them.

@@ -1,6 +1,7 @@
 // The system's own dialogs: message boxes, the dialog for saving a file, and help.
 #include "platform/win32/file_dialog.h"
 #include "platform/win32/help_viewer.h"
+#include "platform/win32/process.h"
 #include "platform/win32/prompts.h"
 #include "platform/win32/utf.h"
 #include "ui_support.h"
@@ -100,9 +101,13 @@ TEST_F(UiDialogs, TheSaveDialogProposesAndAnswersAName) {
   EXPECT_EQ(dialog.AskSaveFile(request), std::nullopt);
 }
 
-TEST_F(UiDialogs, MissingHelpIsAnsweredWithNo) {
+TEST_F(UiDialogs, HelpSaysWhatIsMissing) {
   win32::HtmlHelpViewer help;
-  EXPECT_FALSE(help.Show("C:\\nowhere\\Help File.chm>Main", shell::kHelpContext, 45));
+  const auto show = [&help](const std::string& file) {
+    return help.Show(file + ">Main", shell::kHelpContext, 45);
+  };
+  EXPECT_EQ(show("C:\\nowhere\\Help File.chm"), shell::HelpOutcome::kNoFile);
+  EXPECT_EQ(show(win32::ProgramPath()), shell::HelpOutcome::kNoViewer);  // a file that no viewer opens
 }
 
 }  // namespace

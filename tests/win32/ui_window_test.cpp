@@ -1,4 +1,6 @@
 // Windows and the loop: sizes, closing, states, menus and their keys, timers and posted work.
+#include <array>
+
 #include "platform/win32/menu_native.h"
 #include "ui_support.h"
 
@@ -50,6 +52,12 @@ TEST_F(UiWindow, AWindowKnowsItsControlsByName) {
   EXPECT_EQ(GlobalFindAtomW(win32::Wide(name).c_str()), 0) << "no name is left behind";
 }
 
+TEST_F(UiWindow, AMissingIconFileGivesNoStrangeIcon) {
+  sheet_.iconFile = "C:\\nowhere\\icon.ico";
+  Show(sheet_);
+  EXPECT_EQ(SendMessageW(Frame(), WM_GETICON, ICON_BIG, 0), 0);  // this program has none of its own
+}
+
 TEST_F(UiWindow, ALongerCaptionMakesRoomForItself) {
   Show(sheet_);
   const RECT before = RectOf(Frame());
@@ -63,6 +71,27 @@ TEST_F(UiWindow, ALongerCaptionMakesRoomForItself) {
   EXPECT_LE(RectOf(Native(sheet_.caption)).right, RectOf(Native(sheet_.box)).left);
   EXPECT_LE(RectOf(Native(sheet_.box)).right, RectOf(Native(sheet_.unit)).left);
   EXPECT_LE(RectOf(Native(sheet_.unit)).right, Client().right);
+}
+
+TEST_F(UiWindow, ADenserScreenMakesEverythingLarger) {
+  Show(sheet_);
+  const RECT window = RectOf(Frame());
+  const RECT box = RectOf(Native(sheet_.box));
+  const auto move = [this](int dpi, const RECT& proposed) {
+    SendMessageW(Frame(), WM_DPICHANGED, MAKEWPARAM(dpi, dpi), reinterpret_cast<LPARAM>(&proposed));
+    Settle();
+  };
+  const int dpi = static_cast<int>(GetDpiForWindow(Frame()));
+  move(2 * dpi, {20, 30, 20 + 2 * (window.right - window.left), 30 + 2 * (window.bottom - window.top)});
+  const RECT larger = RectOf(Native(sheet_.box));
+  EXPECT_NEAR(larger.right - larger.left, 2 * (box.right - box.left), 8);
+  EXPECT_GT(larger.bottom - larger.top, (box.bottom - box.top) * 3 / 2);
+  EXPECT_EQ(RectOf(Frame()).left, 20);
+  EXPECT_LE(RectOf(Native(sheet_.button)).bottom, Client().bottom);
+
+  move(dpi, window);
+  EXPECT_TRUE(EqualRect(&window, std::array{RectOf(Frame())}.data()));
+  EXPECT_TRUE(EqualRect(&box, std::array{RectOf(Native(sheet_.box))}.data()));
 }
 
 TEST_F(UiWindow, SizesStayBetweenTheLeastAndTheScreen) {

@@ -25,7 +25,7 @@ ConfigDialog::ConfigDialog(std::string name, std::string caption, std::string fa
   SetLayout(ui::Stack(std::move(rows)));
   cmdOK.onClick = [this] { Guarded("OK", [this] { Ok(); }); };
   cmdApply.onClick = [this] { Guarded("Apply", [this] { Write(); }); };
-  cmdHelp.onClick = [this] { shell::ShowHelp(context_.platform.help, context_.settings.helpFile, 0); };
+  cmdHelp.onClick = [this] { shell::ShowHelp(context_.platform, context_.settings, context_.strings, 0); };
   cmdCancel.onClick = [this] { Close(); };
   onQueryClose = [this] { return NoChange = true; };  // by the button or the window's own
   onClosed = [this] { End(); };

@@ -51,9 +51,9 @@ ui::Size NativePageArea::Measure() const {
     size = {std::max(size.width, least.width), std::max(size.height, least.height)};
   }
   const bool scrollsDown = limit_.height > 0 && size.height > limit_.height;
-  if (scrollsDown) size.width += GetSystemMetrics(SM_CXVSCROLL);
+  if (scrollsDown) size.width += Metrics().System(SM_CXVSCROLL);
   if (limit_.width > 0 && size.width > limit_.width)
-    size = {limit_.width, size.height + GetSystemMetrics(SM_CYHSCROLL)};
+    size = {limit_.width, size.height + Metrics().System(SM_CYHSCROLL)};
   if (limit_.height > 0) size.height = std::min(size.height, limit_.height);
   return size;
 }
@@ -143,8 +143,8 @@ void NativePageArea::ArrangeShown() {
   const ui::Size area = {outer.right - outer.left, outer.bottom - outer.top};
   const ui::Size least = page->form->Minimum();
   // One scroll bar takes room from the other direction.
-  const int barWidth = GetSystemMetrics(SM_CXVSCROLL);
-  const int barHeight = GetSystemMetrics(SM_CYHSCROLL);
+  const int barWidth = Metrics().System(SM_CXVSCROLL);
+  const int barHeight = Metrics().System(SM_CYHSCROLL);
   bool down = least.height > area.height;
   const bool across = least.width > area.width - (down ? barWidth : 0);
   down = least.height > area.height - (across ? barHeight : 0);

@@ -19,9 +19,19 @@ LOGFONTW SystemFont() {
 
 }  // namespace
 
-FontMetrics::FontMetrics() : screen_(CreateCompatibleDC(nullptr)), face_(SystemFont().lfFaceName) {
-  dpi_ = GetDeviceCaps(screen_.Get(), LOGPIXELSY);
+FontMetrics::FontMetrics()
+    : screen_(CreateCompatibleDC(nullptr)),
+      face_(SystemFont().lfFaceName),
+      systemDpi_(GetDeviceCaps(screen_.Get(), LOGPIXELSY)),
+      dpi_(systemDpi_) {
   MeasureText();
+}
+
+bool FontMetrics::UseDensity(int dpi) {
+  if (dpi <= 0 || dpi == dpi_) return false;
+  dpi_ = dpi;
+  MeasureText();
+  return true;
 }
 
 bool FontMetrics::UseFace(const std::wstring& face) {
@@ -34,6 +44,7 @@ bool FontMetrics::UseFace(const std::wstring& face) {
 
 void FontMetrics::MeasureText() {
   LOGFONTW description = SystemFont();
+  description.lfHeight = MulDiv(description.lfHeight, dpi_, systemDpi_);
   face_.copy(description.lfFaceName, LF_FACESIZE - 1);
   description.lfFaceName[face_.size()] = 0;
   SelectObject(screen_.Get(), GetStockObject(DEFAULT_GUI_FONT));  // a selected font could not be released

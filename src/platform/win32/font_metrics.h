@@ -1,5 +1,6 @@
 // The fonts of dialogs, the system's or those of the language in use, and the measures that follow from them:
-// text extents, dialog units and lengths scaled to the screen's density. One for all windows of the tool.
+// text extents, dialog units and lengths scaled to the screen's density. One for all windows of the tool,
+// which take the density of the screen that one of them came to last.
 #pragma once
 
 #include <windows.h>
@@ -25,6 +26,8 @@ class FontMetrics {
 
   /// Takes the type face `face` (empty: the system's own) in the system's size; no when it is in use already.
   bool UseFace(const std::wstring& face);
+  /// Measures for a screen of so many dots per inch; no when that is in use already.
+  bool UseDensity(int dpi);
 
   HFONT Text() const { return static_cast<HFONT>(text_.Get()); }
   HFONT Heading() const { return static_cast<HFONT>(heading_.Get()); }
@@ -34,11 +37,13 @@ class FontMetrics {
   int Y(int units) const { return MulDiv(units, lineHeight_, 8); }
   /// Pixels on this screen of a length that was designed for 96 dots per inch.
   int Scale(int pixels) const { return MulDiv(pixels, dpi_, 96); }
+  /// The system's own measure (SM_CXVSCROLL ...) on this screen.
+  int System(int metric) const { return GetSystemMetricsForDpi(metric, static_cast<UINT>(dpi_)); }
   int LineHeight() const { return lineHeight_; }
   /// Height of a box with one line of text and a border, the same for text boxes and drop-down lists. The
   /// system draws the text at the top of such a box, so that it must not be higher than this for labels to
   /// stand level with it.
-  int BoxHeight() const { return lineHeight_ + 2 * GetSystemMetrics(SM_CYEDGE) + 4; }
+  int BoxHeight() const { return lineHeight_ + 2 * System(SM_CYEDGE) + 4; }
 
   /// Size of a caption, without its mnemonic mark, broken at blanks where it is wider than `wrapWidth`.
   ui::Size Caption(const std::wstring& text, HFONT font, int wrapWidth) const;
@@ -52,7 +57,8 @@ class FontMetrics {
   std::wstring face_;
   Font text_;
   Font heading_;
-  int dpi_ = 96;
+  int systemDpi_;  // that of the sizes that the system tells
+  int dpi_;
   int characterWidth_ = 0;
   int lineHeight_ = 0;
 };

@@ -1,5 +1,8 @@
 #include "platform/win32/help_viewer.h"
 
+#include "platform/win32/files.h"
+#include "platform/win32/utf.h"
+
 namespace win32 {
 namespace {
 
@@ -12,13 +15,14 @@ HtmlHelpViewer::~HtmlHelpViewer() {
   if (entry_) entry_(nullptr, nullptr, kCloseAll, 0);
 }
 
-bool HtmlHelpViewer::Show(const std::string& target, unsigned command, int topic) {
+shell::HelpOutcome HtmlHelpViewer::Show(const std::string& target, unsigned command, int topic) {
+  if (!FileExists(target.substr(0, target.rfind('>')))) return shell::HelpOutcome::kNoFile;
   if (!library_) library_ = Owner<HMODULE, FreeLoadedLibrary>(LoadLibraryW(L"hhctrl.ocx"));
-  if (!library_) return false;
-  if (!entry_)
+  if (library_ && !entry_)
     entry_ = reinterpret_cast<Entry>(reinterpret_cast<void*>(GetProcAddress(library_.Get(), "HtmlHelpW")));
-  if (!entry_) return false;
-  return entry_(nullptr, Wide(target).c_str(), command, static_cast<DWORD_PTR>(topic)) != nullptr;
+  const bool opened =
+      entry_ && entry_(nullptr, Wide(target).c_str(), command, static_cast<DWORD_PTR>(topic)) != nullptr;
+  return opened ? shell::HelpOutcome::kOpened : shell::HelpOutcome::kNoViewer;
 }
 
 }  // namespace win32

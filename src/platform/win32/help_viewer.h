@@ -20,7 +20,7 @@ class HtmlHelpViewer : public shell::HelpViewer {
   HtmlHelpViewer(const HtmlHelpViewer&) = delete;
   HtmlHelpViewer& operator=(const HtmlHelpViewer&) = delete;
 
-  bool Show(const std::string& target, unsigned command, int topic) override;
+  shell::HelpOutcome Show(const std::string& target, unsigned command, int topic) override;
 
  private:
   using Entry = HWND(WINAPI*)(HWND, LPCWSTR, UINT, DWORD_PTR);

@@ -70,6 +70,10 @@ std::string OwnText(int resource) {
   return text ? std::string(text, SizeofResource(nullptr, place)) : std::string();
 }
 
+void LimitLibraryFolders() {
+  SetDefaultDllDirectories(LOAD_LIBRARY_SEARCH_SYSTEM32 | LOAD_LIBRARY_SEARCH_APPLICATION_DIR);
+}
+
 std::string CommandTail() {
   const std::string line = Utf8(GetCommandLineW());
   // The system never puts an escaped quote into the program's name.

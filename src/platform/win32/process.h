@@ -25,6 +25,10 @@ ProgramVersion OwnVersion();
 /// The executable's data resource of this number as a text; empty when it has none.
 std::string OwnText(int resource);
 
+/// From now on libraries are only taken from the system's folder and the program's own, never from the folder
+/// that the user happens to work in or from the search path. To be called first of all.
+void LimitLibraryFolders();
+
 /// What was written behind the program's name.
 std::string CommandTail();
 

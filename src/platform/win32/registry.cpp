@@ -9,12 +9,13 @@ HKEY RootKey(base::RegistryRoot root) {
   return root == base::RegistryRoot::kCurrentUser ? HKEY_CURRENT_USER : HKEY_LOCAL_MACHINE;
 }
 
-}  // namespace
+constexpr REGSAM kOtherView = sizeof(void*) == 8 ? KEY_WOW64_32KEY : KEY_WOW64_64KEY;
 
-std::optional<std::string> WindowsRegistry::Read(base::RegistryRoot root, const std::string& key,
-                                                 const std::string& name) {
+std::optional<std::string> ReadIn(REGSAM view, base::RegistryRoot root, const std::string& key,
+                                  const std::string& name) {
   RegistryKey opened;
-  if (RegOpenKeyExW(RootKey(root), Wide(key).c_str(), 0, KEY_QUERY_VALUE, opened.Put()) != ERROR_SUCCESS)
+  if (RegOpenKeyExW(RootKey(root), Wide(key).c_str(), 0, KEY_QUERY_VALUE | view, opened.Put()) !=
+      ERROR_SUCCESS)
     return {};
   const std::wstring value = Wide(name);
   for (;;) {
@@ -30,6 +31,17 @@ std::optional<std::string> WindowsRegistry::Read(base::RegistryRoot root, const 
     text.resize(bytes / sizeof(wchar_t));
     return Utf8(text);
   }
+}
+
+}  // namespace
+
+std::optional<std::string> WindowsRegistry::Read(base::RegistryRoot root, const std::string& key,
+                                                 const std::string& name) {
+  // The host may be a program of the other width, and the system keeps two sets of machine-wide values.
+  for (const REGSAM view : {REGSAM{0}, kOtherView}) {
+    if (auto text = ReadIn(view, root, key, name)) return text;
+  }
+  return {};
 }
 
 bool WindowsRegistry::Write(base::RegistryRoot root, const std::string& key, const std::string& name,

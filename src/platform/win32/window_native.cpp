@@ -129,6 +129,9 @@ std::optional<LRESULT> NativeWindow::Handle(UINT message, WPARAM wParam, LPARAM 
       return std::nullopt;
     case WM_SETCURSOR:
       return context_.loop.ShowPointer() ? std::optional<LRESULT>(TRUE) : std::nullopt;
+    case WM_DPICHANGED:
+      DensityChanged(LOWORD(wParam), *reinterpret_cast<const RECT*>(lParam));
+      return 0;
     case WM_SETTINGCHANGE:
     case WM_DISPLAYCHANGE:
       QueueArrange();
@@ -139,6 +142,15 @@ std::optional<LRESULT> NativeWindow::Handle(UINT message, WPARAM wParam, LPARAM 
     default:
       return std::nullopt;
   }
+}
+
+// The system proposes the same place and size in the new density.
+void NativeWindow::DensityChanged(int dpi, const RECT& proposed) {
+  if (context_.font.UseDensity(dpi)) {
+    for (const NativeWindow* window : context_.windows) window->form_->FontChanged();
+  }
+  SetWindowPos(Window(), nullptr, proposed.left, proposed.top, proposed.right - proposed.left,
+               proposed.bottom - proposed.top, SWP_NOZORDER | SWP_NOACTIVATE);
 }
 
 void NativeWindow::Command(WPARAM wParam) {
@@ -197,9 +209,15 @@ void NativeWindow::UpdateMenu() {
 void NativeWindow::SetIcons() {
   HICON large = nullptr;
   HICON small = nullptr;
-  const std::wstring file = Wide(data_->iconFile);
-  if (!file.empty()) ExtractIconExW(file.c_str(), 0, &large, &small, 1);
-  if (!large) ExtractIconExW(ProgramFile().c_str(), 0, &large, &small, 1);
+  // Where there is no such file the handles are not set.
+  const auto extract = [&large, &small](const std::wstring& file) {
+    const UINT found = ExtractIconExW(file.c_str(), 0, &large, &small, 1);
+    return found != 0 && found != UINT_MAX;
+  };
+  if (data_->iconFile.empty() || !extract(Wide(data_->iconFile))) {
+    large = small = nullptr;
+    extract(ProgramFile());
+  }
   largeIcon_ = IconHandle(large);
   smallIcon_ = IconHandle(small);
   SendMessageW(Window(), WM_SETICON, ICON_BIG, reinterpret_cast<LPARAM>(large));

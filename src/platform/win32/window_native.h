@@ -63,6 +63,7 @@ class NativeWindow : public ui::WindowPeer, public std::enable_shared_from_this<
   std::optional<LRESULT> Handle(UINT message, WPARAM wParam, LPARAM lParam);
   void Command(WPARAM wParam);
   void Activated(bool active);
+  void DensityChanged(int dpi, const RECT& proposed);
   void Sized(WPARAM how);
   void CloseAsked();
   void UpdateMenu();

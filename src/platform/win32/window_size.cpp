@@ -31,7 +31,7 @@ ui::Size NativeWindow::FrameSize() const {
   RECT rect = {};
   const auto style = static_cast<DWORD>(GetWindowLongPtrW(Window(), GWL_STYLE));
   const auto extended = static_cast<DWORD>(GetWindowLongPtrW(Window(), GWL_EXSTYLE));
-  AdjustWindowRectEx(&rect, style, menu_.has_value(), extended);
+  AdjustWindowRectExForDpi(&rect, style, menu_.has_value(), extended, GetDpiForWindow(Window()));
   return {rect.right - rect.left, rect.bottom - rect.top};
 }
 

@@ -1,0 +1,55 @@
+// usage: help_generator TOPICS PICTURES FOLDER    writes the help from the folders of its topics and pictures
+#include <fmt/format.h>
+
+#include <algorithm>
+#include <cstdio>
+#include <exception>
+#include <filesystem>
+
+#include "base/error.h"
+#include "help/generator/manual.h"
+#include "pages/page_table.h"
+#include "simulator/files.h"
+#include "tests/core/tool.h"
+
+namespace {
+
+namespace fs = std::filesystem;
+
+std::vector<help::Topic> ReadTopics(const fs::path& folder) {
+  std::vector<fs::path> files;
+  for (const auto& entry : fs::directory_iterator(folder)) files.push_back(entry.path());
+  std::ranges::sort(files);
+  std::vector<help::Topic> topics;
+  for (const fs::path& file : files) {
+    topics.push_back(help::ParseTopic(file.filename().string(), simulator::ReadWholeFile(file)));
+  }
+  if (topics.empty()) throw base::Error(folder.string() + " holds no topics");
+  return topics;
+}
+
+void WriteManual(const fs::path& topics, const fs::path& pictures, const fs::path& folder) {
+  std::map<int, std::string> asked;
+  for (const shell::PageEntry& page : pages::PageTable()) {
+    asked[page.helpTopic] = page.showsDeviceValues ? page.pageClass : "";
+  }
+  const help::Manual manual = help::MakeManual(ReadTopics(topics), help::ReadFields(), asked);
+  for (const auto& [name, content] : manual.files) simulator::ReplaceFile(folder / name, content);
+  for (const std::string& picture : manual.pictures) {
+    if (!fs::exists(pictures / picture)) throw base::Error("the picture " + picture + " is missing");
+    fs::copy_file(pictures / picture, folder / picture, fs::copy_options::overwrite_existing);
+  }
+}
+
+}  // namespace
+
+int main(int count, char** arguments) {
+  try {
+    if (count != 4) throw base::Error("usage: help_generator TOPICS PICTURES FOLDER");
+    WriteManual(arguments[1], arguments[2], arguments[3]);
+    return 0;
+  } catch (const std::exception& error) {
+    fmt::print(stderr, "help: {}\n", error.what());
+    return 1;
+  }
+}

@@ -1,0 +1,24 @@
+#!/bin/bash
+# Makes build/release/KV-TARN-Configuration-VERSION.zip: the installers with their checksums, the manual as pages for any
+# browser, and the licences of everything linked in.
+set -u
+cd "$(dirname "$0")/.." || exit
+. scripts/common.sh
+begin "Make the release"
+name=KV-TARN-Configuration-$(scripts/version.sh)
+folder=build/release/$name
+
+pack() {
+  rm -rf "$folder" "$folder.zip"
+  mkdir -p "$folder/manual" "$folder/licences"
+  cp build/installer/"$name"-x{64,86}.exe "$folder" &&
+    cp build/help/*.html build/help/*.css build/help/*.png "$folder/manual" &&
+    scripts/licences.sh "$folder/licences" &&
+    (cd "$folder" && sha256sum ./*.exe >SHA256SUMS) || return
+  # The same content makes the same archive: names in order, times of the last change of the sources.
+  find "$folder" -exec touch -d "@$(git log -1 --format=%ct)" {} +
+  (cd build/release && find "$name" -type f | LC_ALL=C sort | TZ=UTC zip -q -X -9 -@ "$name.zip" && sha256sum "$name.zip" >"$name.zip.sha256")
+}
+
+scripts/manual.sh && scripts/installer.sh x64 x86 && step "Pack $folder.zip" release pack
+finish $?

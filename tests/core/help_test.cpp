@@ -1,0 +1,166 @@
+// The generator of the help: what it reads from layouts, from topics, and from the running pages.
+#include <gmock/gmock.h>
+
+#include <algorithm>
+
+#include "base/error.h"
+#include "help/generator/captions.h"
+#include "help/generator/manual.h"
+#include "help/generator/ranges.h"
+#include "tool_test.h"
+
+namespace {
+
+using testing::HasSubstr;
+using tests::ToolTest;
+
+std::string FaultOf(const std::function<void()>& action) {
+  try {
+    action();
+  } catch (const base::Error& error) {
+    return error.what();
+  }
+  return "";
+}
+
+struct CaptionForm : ui::Form {
+  CaptionForm() : Form("fTest") {
+    using ui::Empty, ui::Item, ui::Line;
+    const auto grid = ui::Grid(4, {Empty(), Item(heat), Item(sensor), Empty(),  //
+                                   Item(drive), Line({Item(box[0]), Item(unit)}), Item(kind), Item(button)});
+    const auto pairs = ui::Grid(4, {Item(low), Item(box[1]), Item(high), Item(box[2])});
+    const auto line = Line({Item(low), Item(box[3]), Item(unit), Item(high), Item(box[4]), Item(unit)});
+    SetLayout(ui::Stack({ui::Box(frame, ui::Stack({grid, Item(check)})), pairs, line}));
+    const std::pair<ui::Control*, const char*> texts[] = {
+        {&frame, "Val&ves"}, {&heat, "Heating"},   {&sensor, "Sensor"}, {&drive, "&Drive time"},
+        {&kind, "LINEAR"},   {&unit, "sec"},       {&low, "Low"},       {&high, "High"},
+        {&button, "Set..."}, {&check, "Always on"}};
+    for (const auto& [control, text] : texts) control->SetText(text);
+  }
+
+  ui::Frame frame{*this, "frame"};
+  ui::Label heat{*this, "heat"}, sensor{*this, "sensor"}, drive{*this, "drive"}, kind{*this, "kind"};
+  ui::Label unit{*this, "unit"}, low{*this, "low"}, high{*this, "high"};
+  ui::TextBoxArray<5> box{*this, "box"};
+  ui::Button button{*this, "button"};
+  ui::CheckBox check{*this, "check"};
+};
+
+TEST(Help, CaptionsAreReadAsAPersonReadsThem) {
+  CaptionForm form;
+  const struct {
+    ui::Control& control;
+    const char* frame;
+    const char* name;
+    const char* unit;
+  } cases[] = {
+      {form.box[0], "Valves", "Drive time, Heating", "sec"},
+      {form.button, "Valves", "Drive time, Set...", ""},  // what stands below a heading is a value
+      {form.check, "Valves", "Always on", ""},
+      {form.box[1], "", "Low", ""},
+      {form.box[2], "", "High", ""},
+      {form.box[3], "", "Low", "sec"},
+      {form.box[4], "", "High", "sec"},
+  };
+  for (const auto& test : cases) {
+    const help::Caption caption = help::CaptionOf(form, test.control);
+    EXPECT_EQ(caption.frame, test.frame) << test.control.Name();
+    EXPECT_EQ(caption.name, test.name) << test.control.Name();
+    EXPECT_EQ(caption.unit, test.unit) << test.control.Name();
+  }
+}
+
+TEST(Help, ABrokenTopicIsRefusedWithItsLine) {
+  const struct {
+    const char* content;
+    const char* fault;
+  } cases[] = {
+      {"number: 4\n\ntext", "10-a.html, line 2: it has no title"},
+      {"title: A\ncolour: red\n\n", "line 2: \"colour: red\" is no property"},
+      {"title: A\npage: fA\n\n{fields}\n[x]\ntext", "{fields} without {end}"},
+      {"title: A\n\n{end}", "line 3: {end} is out of place"},
+      {"title: A\npage: fA\n\n{fields}\ntext\n{end}", "line 5: an explanation stands before"},
+      {"title: A\npage: fA\n\ntext", "a page needs notes"},
+  };
+  for (const auto& test : cases) {
+    EXPECT_THAT(FaultOf([&] { help::ParseTopic("10-a.html", test.content); }), HasSubstr(test.fault));
+  }
+}
+
+help::Topic Topic(const std::string& file, int number, const std::string& rest = "\ntext") {
+  return help::ParseTopic("10-" + file, "title: T & U\nnumber: " + std::to_string(number) + "\n" + rest);
+}
+
+const std::vector<help::Field> kFields = {
+    {"fA", "txtX(0)", true, {"Frame", "X 1", "%"}, "0 to 9 %", "0 to 9 %"},
+    {"fA", "txtX(1)", true, {"Frame", "X <2>", "%"}, "0 to 9 %", "0 to 9 %"},
+    {"fA", "txtY", true, {"", "Y", "Pa"}, "0 to 9 Pa", "0 to 1 \" WC"},
+    {"fA", "txtSpare", false, {"", "", ""}, "", ""},
+};
+
+TEST(Help, AFieldThatChangedOnThePageIsNoticed) {
+  const struct {
+    const char* notes;
+    const char* fault;
+  } cases[] = {
+      {"[txtX(0)]\na\n[txtY]\nb\n", "nothing explains txtX(1)"},
+      {"[txtX]\na\n", "nothing explains txtY"},
+      {"[txtX txtY txtOld]\na\n", "there is no txtOld"},
+      {"[txtX txtY]\na\n", ""},
+  };
+  for (const auto& test : cases) {
+    const auto topic = Topic("a.html", 7, std::string("page: fA\n\n{fields}\n") + test.notes + "{end}\n");
+    EXPECT_THAT(FaultOf([&] {
+                  help::MakeManual({topic}, kFields, {{7, "fA"}});
+                }),
+                HasSubstr(test.fault))
+        << test.notes;
+  }
+}
+
+TEST(Help, FieldsThatAcceptTheSameShareARow) {
+  const auto topic = Topic("a.html", 7, "page: fA\n\n{fields}\n[txtX]\nfirst\n[txtY]\nsecond\n{end}\n");
+  const std::string table = help::FieldTable(topic, kFields);
+  EXPECT_THAT(table, HasSubstr("<small>Frame</small><br>X 1<br>X &lt;2&gt;</td><td>0 to 9 %</td>"));
+  EXPECT_THAT(table, HasSubstr("0 to 9 Pa<br>0 to 1 &quot; WC"));
+}
+
+TEST(Help, TopicsAreFoundByNumberAndByLink) {
+  const auto make = [](const std::vector<help::Topic>& topics, const std::map<int, std::string>& asked) {
+    return FaultOf([&] { help::MakeManual(topics, {}, asked); });
+  };
+  EXPECT_EQ(make({Topic("a.html", 7), Topic("b.html", 8)}, {{7, ""}, {8, ""}}), "");
+  EXPECT_THAT(make({Topic("a.html", 7)}, {{7, ""}, {8, ""}}), HasSubstr("no topic with the number 8"));
+  EXPECT_THAT(make({Topic("a.html", 7)}, {{7, "fA"}}), HasSubstr("does not explain the page fA"));
+  EXPECT_THAT(make({Topic("a.html", 7), Topic("b.html", 7)}, {{7, ""}}), HasSubstr("b.html: another topic"));
+  EXPECT_THAT(make({Topic("a.html", 7, "\n<a href=\"gone.html\">")}, {{7, ""}}),
+              HasSubstr("refers to gone.html"));
+
+  const auto manual = help::MakeManual({Topic("a.html", 7, "\n{picture p}\n{picture q}")}, {}, {{7, ""}});
+  EXPECT_EQ(manual.pictures, (std::set<std::string>{"p.png", "q.png"}));
+  const auto project =
+      std::ranges::find(manual.files, "help.hhp", &std::pair<std::string, std::string>::first);
+  EXPECT_THAT(project->second, HasSubstr("TOPIC_7=a.html"));
+  EXPECT_THAT(project->second, HasSubstr("#define TOPIC_7 7"));
+}
+
+TEST_F(ToolTest, RangesAreThoseThatThePagesShow) {
+  Open(tests::kAssigned);
+  const auto stored = [this] {
+    return Stored(tests::kAssigned, 30, "UCPTspaceTempPIDparam", -1) + "|" +
+           Stored(tests::kAssigned, 3, "SCPTsetPnts#US", 4) + "|" +
+           Stored(tests::kAssigned, 52, "UCPTextraConfig", -1);
+  };
+  const std::string before = stored();
+  help::RangeFinder finder(*this);
+  const help::Ranges metric = finder.Find();
+  Find<ui::OptionButton>("optUnit(1)").Click();
+  const help::Ranges imperial = finder.Find();
+  EXPECT_EQ(stored(), before);
+  EXPECT_EQ(metric.at("fPID.txtPIDTemp(1)"), (help::Range{"0.0000", "25.0000"}));
+  EXPECT_EQ(imperial.at("fPID.txtPIDTemp(1)"), (help::Range{"0.0000", "45.0000"}));
+  EXPECT_EQ(metric.at("fOptions.txtChangeOver"), (help::Range{"0", "100"}));  // stored doubled
+  EXPECT_EQ(metric.at("fFanValve.txtFanPeriod"), imperial.at("fFanValve.txtFanPeriod"));
+}
+
+}  // namespace
