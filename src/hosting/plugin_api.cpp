@@ -39,7 +39,7 @@ struct Members {
       "Visible",
       [](PlugInApi& api, const Arguments&) {
         const shell::fMain* window = api.program_.Window();
-        return Value(window && window->Visible());
+        return Value(window ? window->Visible() : api.program_.GaveWay());
       },
       [](PlugInApi& api, const Value& value) { api.SetVisible(value.AsBool()); }};
   static constexpr Member kRemote = {
@@ -113,7 +113,8 @@ void PlugInApi::SendCommand() {
   const shell::fMain* window = program_.Window();
   if (window && window->Busy())
     Raise("The configuration tool is busy. Please try again when it has finished.");
-  if (RaiseOpenWindow()) return;
+  program_.TakeBack();
+  if (RaiseOpenWindow() || RaiseOtherProcess()) return;
   BringUp();
 }
 
@@ -128,6 +129,24 @@ bool PlugInApi::RaiseOpenWindow() const {
   window->Show();
   window->BringToFront();
   return true;
+}
+
+bool PlugInApi::RaiseOtherProcess() const {
+  const auto found = program_.RaisePublished(WindowName());
+  if (found == CWindowAgent::Found::kNoAnswer) {
+    Raise(program_.GetStrings().FormatStrings(
+        "The configuration window is open on %s% already, but does not answer. Please close it first.",
+        {deviceName_}));
+  }
+  return found == CWindowAgent::Found::kRaised;
+}
+
+std::string PlugInApi::NetworkPlace() const {
+  return networkName_ + " at " + networkIpAddress_ + ":" + std::to_string(networkIpPort_);
+}
+
+std::string PlugInApi::WindowName() const {
+  return PublishedName(program_.GetSettings().title, NetworkPlace(), deviceName_);
 }
 
 void PlugInApi::BringUp() {
@@ -152,6 +171,7 @@ void PlugInApi::BringUp() {
   openDevice_ = deviceName_;
   window.ObjectServer = server;
   window.ProcessLonMarkObjectCommand(network, blockName);
+  program_.PublishWindow(WindowName());
 }
 
 void PlugInApi::CheckServerVersion() const {
@@ -169,9 +189,8 @@ void PlugInApi::CheckServerVersion() const {
 }
 
 Object PlugInApi::JoinNetwork(const Object& server) const {
-  const std::string place = networkName_ + " at " + networkIpAddress_ + ":" + std::to_string(networkIpPort_);
   const std::string failure =
-      program_.GetStrings().FormatStrings("Cannot connect to the network %s%", {place});
+      program_.GetStrings().FormatStrings("Cannot connect to the network %s%", {NetworkPlace()});
   return Try(failure, [&] {
     return automation::RequireObject(
         server.Call(host::kConnect, networkName_, networkIpAddress_, networkIpPort_), host::kConnect);

@@ -147,8 +147,13 @@ struct Tool : StandIns {
                            locale,
                            [this](std::string_view id) { return Create(id); },
                            [this](const std::string& path) { return ReadFile(path); }};
-  hosting::Program program{platform, description, hosting::MakeSettings(MakeFacts(), description),
-                           pages::PageTable(), [this] { quit = true; }};
+  hosting::Program program{platform,
+                           memory,
+                           desktop,
+                           description,
+                           hosting::MakeSettings(MakeFacts(), description),
+                           pages::PageTable(),
+                           [this] { quit = true; }};
   automation::Object api{std::make_shared<hosting::PlugInApi>(program)};
 
  private:
