@@ -3,11 +3,15 @@
 #
 # Runs end-to-end scripts, by default all of tests/e2e: *.sim works the tool's real windows from the simulated
 # building, *.js drives it as an automation client. Outside a Wine session it starts one with a new prefix.
+#
+#   PRESET=win64     whose build is tested
 set -u
 cd "$(dirname "$0")/.." || exit
 . scripts/common.sh
 . scripts/results.sh
 mkdir -p "$results"
+built=build/${PRESET:-win64}
+found=$results/e2e-${PRESET:-win64}
 
 shopt -s nullglob
 [ $# -gt 0 ] || set -- tests/e2e/*.sim tests/e2e/*.js
@@ -22,7 +26,7 @@ fi
 export PROGRAMS=build/e2e
 rm -rf "$PROGRAMS"
 mkdir -p "$PROGRAMS"
-cp -r build/win64/*.exe build/win64/*.dll build/win64/data "$PROGRAMS" 2>/dev/null
+cp -r "$built"/*.exe "$built"/*.dll "$built/data" "$PROGRAMS" 2>/dev/null
 rm -f "$PROGRAMS"/*_tests.exe
 
 run_script() {
@@ -36,7 +40,7 @@ run_script() {
 ended_well() { tr -d '\r' <"$1" | grep -qE '^(all passed|.*\.sim held after .*)$'; }
 
 status=0
-rm -f "$results/e2e" "$logs/e2e-register.log"
+rm -f "$found" "$logs/e2e-register.log"
 for program in QVRKvTARNCfg SimHost; do
   timeout -k 5 60 wine "$PROGRAMS/$program.exe" /RegServer </dev/null >>"$logs/e2e-register.log" 2>&1 ||
     say "  $program could not be registered, see $logs/e2e-register.log"
@@ -57,6 +61,6 @@ for script in "$@"; do
     timeout -k 1 10 wineserver -w
   fi
   say "  $verdict $script ($(elapsed "$before"))"
-  echo "$verdict $script" >>"$results/e2e"
+  echo "$verdict $script" >>"$found"
 done
 exit $status

@@ -7,6 +7,12 @@ results=build/results
 # broken NAME: a step that could not be done counts as one failure.
 broken() { echo "FAIL $1" >>"$results/steps"; }
 
+# skipped NAME WHY: a step that this machine cannot do; said here and again beside the count, which it is not part of.
+skipped() {
+  say "  $2"
+  echo "SKIP $1 $2" >>"$results/steps"
+}
+
 # gtest TITLE NAME COMMAND...: runs a GoogleTest program whole and shows the failed cases' output alone.
 gtest() {
   local title=$1 name=$2 started=$EPOCHREALTIME status=0
@@ -44,6 +50,7 @@ totals() {
   local counts
   counts=$(cat "$results"/* | grep -v '^SKIP' | tally)
   grep -h '^FAIL' "$results"/* /dev/null
+  sed -n 's/^SKIP [^ ]* //p' "$results/steps" 2>/dev/null
   say "Took $(elapsed "$began")"
   say "$counts"
   case $counts in *" 0 failed") exit 0 ;; *) exit 1 ;; esac

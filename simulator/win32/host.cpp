@@ -108,7 +108,7 @@ void Host::PrepareTool(const simulator::DeviceInfo& device) {
   CurrentTool().Prepare(*building_, device, BlockPlace(*building_, options_.dataFolder));
 }
 
-void Host::Configure(std::string_view deviceName) {
+bool Host::Configure(std::string_view deviceName) {
   const simulator::DeviceInfo device = Device(deviceName);
   Tool& tool = StartTool();
   try {
@@ -118,6 +118,9 @@ void Host::Configure(std::string_view deviceName) {
     ReleaseTool();
     throw;
   }
+  const bool opened = tool.HasWindow();
+  if (!opened) ReleaseTool();
+  return opened;
 }
 
 Tool& Host::CurrentTool() {

@@ -42,8 +42,9 @@ class Host {
   Tool& StartTool();
   /// Tells the current tool all it must know to configure the device.
   void PrepareTool(const simulator::DeviceInfo& device);
-  /// All in one: starts a tool and lets it come up on the device. A tool that refuses is released again.
-  void Configure(std::string_view deviceName);
+  /// All in one: starts a tool and lets it come up on the device. A tool that refuses is released again, and
+  /// so is one that only brought the window of an earlier tool to the front: then the answer is no.
+  bool Configure(std::string_view deviceName);
 
   /// The tool that was started last. Throws base::Error when none is held.
   Tool& CurrentTool();

@@ -79,7 +79,7 @@ void HostWindow::Configure() {
   SetAcceptsInput(false);
   std::string failure;
   try {
-    host_.Configure(device);
+    if (!host_.Configure(device)) Note(fmt::format("The window that is open on {} was raised.", device));
   } catch (const automation::Error& error) {
     failure = fmt::format("{}\n\nSource: {}", error.Description(),
                           error.Source().empty() ? "unknown" : error.Source());

@@ -22,7 +22,8 @@ class Tool {
   void Prepare(const simulator::Building& building, const simulator::DeviceInfo& device,
                std::size_t lmoIndex);
 
-  /// The host's order to come up. Returns when the tool has loaded everything.
+  /// The host's order to come up. Returns when the tool has loaded everything, or brought the window that it
+  /// has open on the device already in another process to the front.
   void Send(std::int32_t command, std::int32_t objectClass, const std::string& key);
 
   void Put(const std::string& property, const automation::Value& value);
@@ -30,6 +31,9 @@ class Tool {
 
   /// The device that Prepare named; empty before.
   const std::string& DeviceName() const { return deviceName_; }
+
+  /// True when Send brought up a window of this tool.
+  bool HasWindow() const { return window_ != nullptr; }
 
   /// True when the window that Send brought up has been closed since. A window that the host itself hid
   /// counts as open.

@@ -140,6 +140,14 @@ void ExpectVisible(Stage& stage, Words words) { ExpectState(stage, words, "yes",
 
 void ExpectChecked(Stage& stage, Words words) { ExpectState(stage, words, "on", "off", IsChecked); }
 
+// The caption of the window that has the keyboard, on the whole desktop.
+void ExpectFront(Stage& stage, Words words) {
+  stage.patience.Until([&] {
+    HWND front = GetForegroundWindow();
+    return Difference("window in front", words[0].text, front ? TextOf(front) : "");
+  });
+}
+
 HWND PromptWith(const std::string& text) {
   for (HWND dialog : Dialogs()) {
     if (DialogText(dialog) == text) return dialog;
@@ -231,6 +239,7 @@ constexpr Command kCommands[] = {
     {"expect-enabled", "NAME yes|no", 2, 2, ExpectEnabled},
     {"expect-visible", "NAME yes|no", 2, 2, ExpectVisible},
     {"expect-checked", "NAME on|off", 2, 2, ExpectChecked},
+    {"expect-front", "CAPTION", 1, 1, ExpectFront},
     {"prompt", "text", 1, 1, ExpectPrompt},
     {"answer", "TITLE OK|Cancel|Yes|No", 2, 2, AnswerPrompt},
     {"row", "LIST text", 2, 2, ExpectRow},

@@ -14,6 +14,7 @@
 #include "platform/win32/com_object.h"
 #include "platform/win32/com_server.h"
 #include "platform/win32/control_host.h"
+#include "platform/win32/desktop_windows.h"
 #include "platform/win32/file_dialog.h"
 #include "platform/win32/files.h"
 #include "platform/win32/help_viewer.h"
@@ -23,6 +24,7 @@
 #include "platform/win32/prompts.h"
 #include "platform/win32/registration.h"
 #include "platform/win32/registry.h"
+#include "platform/win32/shared_memory.h"
 #include "platform/win32/toolkit.h"
 
 namespace {
@@ -76,6 +78,8 @@ int ServeHost() {
   win32::ActiveXHost controls(toolkit, loop);
   win32::WindowsRegistry registry;
   win32::WindowsLocale locale;
+  win32::PagedMemory memory;
+  win32::NativeDesktop desktop;
   const shell::Platform platform{.toolkit = &toolkit,
                                  .prompts = prompts,
                                  .loop = loop,
@@ -89,7 +93,8 @@ int ServeHost() {
 
   const auto description = hosting::BuildDescription(Identity());
   const auto settings = hosting::MakeSettings(Facts(registry, locale), description);
-  hosting::Program program(platform, description, settings, pages::PageTable(), [&loop] { loop.Quit(); });
+  hosting::Program program(platform, memory, desktop, description, settings, pages::PageTable(),
+                           [&loop] { loop.Quit(); });
   const win32::ClientWatch watch(apartment, [&program] { program.HostLetGo(); });
   const win32::ComServer server(Classes([&program] { return std::make_shared<hosting::PlugInApi>(program); }),
                                 {true, kTypeLibrary, {}});

@@ -47,7 +47,7 @@ struct Members {
       "Visible",
       [](PlugInApi& api, const Arguments&) {
         const shell::fMain* window = api.program_.Window();
-        return Value(window && window->Visible());
+        return Value(window ? window->Visible() : api.program_.GaveWay());
       },
       [](PlugInApi& api, const Value& value) { api.SetVisible(value.AsBool()); }};
   static constexpr Member kRemote = {
@@ -124,7 +124,8 @@ void PlugInApi::SendCommand() {
   const shell::fMain* window = program_.Window();
   if (window && window->Busy())
     Raise("The configuration tool is busy. Please try again when it has finished.");
-  if (RaiseOpenWindow()) return;
+  program_.TakeBack();
+  if (RaiseOpenWindow() || RaiseOtherProcess()) return;
   BringUp();
 }
 
@@ -139,6 +140,24 @@ bool PlugInApi::RaiseOpenWindow() const {
   window->Show();
   window->BringToFront();
   return true;
+}
+
+bool PlugInApi::RaiseOtherProcess() const {
+  const auto found = program_.RaisePublished(WindowName());
+  if (found == CWindowAgent::Found::kNoAnswer) {
+    Raise(program_.GetStrings().FormatStrings(
+        "The configuration window is open on %s% already, but does not answer. Please close it first.",
+        {deviceName_}));
+  }
+  return found == CWindowAgent::Found::kRaised;
+}
+
+std::string PlugInApi::NetworkPlace() const {
+  return networkName_ + " at " + networkIpAddress_ + ":" + std::to_string(networkIpPort_);
+}
+
+std::string PlugInApi::WindowName() const {
+  return PublishedName(program_.GetSettings().title, NetworkPlace(), deviceName_);
 }
 
 void PlugInApi::BringUp() {
@@ -159,6 +178,7 @@ void PlugInApi::BringUp() {
   openDevice_ = deviceName_;
   window.ObjectServer = server;
   window.ProcessLonMarkObjectCommand(network, blockName);
+  program_.PublishWindow(WindowName());
 }
 
 void PlugInApi::CheckServerVersion() const {
@@ -175,8 +195,7 @@ void PlugInApi::CheckServerVersion() const {
 }
 
 Object PlugInApi::JoinNetwork(const Object& server) const {
-  const std::string place = networkName_ + " at " + networkIpAddress_ + ":" + std::to_string(networkIpPort_);
-  return Try("Cannot connect to the network %s%", {place}, [&] {
+  return Try("Cannot connect to the network %s%", {NetworkPlace()}, [&] {
     return automation::RequireObject(
         server.Call(host::kConnect, networkName_, networkIpAddress_, networkIpPort_), host::kConnect);
   });

@@ -10,6 +10,7 @@
 
 #include "automation/local_object.h"
 #include "hosting/plugin_description.h"
+#include "hosting/window_agent.h"
 #include "shell/main_window.h"
 
 namespace hosting {
@@ -18,10 +19,11 @@ namespace hosting {
 /// composition root, outlives every automation object.
 class Program {
  public:
-  /// `quit` ends the process; called at most once per main window, or when an object goes without one.
-  Program(const shell::Platform& platform, const PlugInDescription& description,
-          const shell::Settings& settings, std::span<const shell::PageEntry> pageTable,
-          std::function<void()> quit);
+  /// `quit` ends the process; called at most once per main window, or when an object goes without one, or
+  /// when the device's window is in another process.
+  Program(const shell::Platform& platform, SharedMemory& memory, DesktopWindows& windows,
+          const PlugInDescription& description, const shell::Settings& settings,
+          std::span<const shell::PageEntry> pageTable, std::function<void()> quit);
 
   const shell::Platform& GetPlatform() const { return platform_; }
   const shell::Settings& GetSettings() const { return settings_; }
@@ -30,6 +32,15 @@ class Program {
   /// The main window, or nothing before the first SendCommand that got so far.
   shell::fMain* Window() const { return window_.get(); }
   shell::fMain& MakeWindow();
+  /// Lets other processes find the main window under `name` until it closes; not one that failed to load.
+  void PublishWindow(const std::string& name);
+
+  /// Brings the window that another process published under `name` to the front. After that this process has
+  /// nothing to do: it ends when the host lets go, or soon by itself.
+  CWindowAgent::Found RaisePublished(const std::string& name);
+  /// True while this process waits for its end because the device's window is open in another one.
+  bool GaveWay() const { return endSoon_.Running(); }
+  void TakeBack() { endSoon_.Stop(); }
 
   /// The last automation object was released, or the host's process died: ends the program unless a window is
   /// visible.
@@ -42,6 +53,8 @@ class Program {
   shell::Strings strings_;
   std::span<const shell::PageEntry> pageTable_;
   std::function<void()> quit_;
+  CWindowAgent agent_;
+  ui::Timer endSoon_;
   std::unique_ptr<shell::fMain> window_;
 };
 
@@ -76,6 +89,11 @@ class PlugInApi : public automation::LocalClass<PlugInApi> {
   std::string BlockName(const automation::Object& device, int lmoIndex) const;
   /// True when the window is open already; the same device is brought to the front, another one refused.
   bool RaiseOpenWindow() const;
+  /// True when another process has its window open on the device; it is brought to the front.
+  bool RaiseOtherProcess() const;
+  /// The network and where its server is; for messages and for the published name.
+  std::string NetworkPlace() const;
+  std::string WindowName() const;
 
   void SetVisible(bool visible);
   void SetMinimized(bool minimized);

@@ -2,20 +2,51 @@
 #include "hosting/plugin_api.h"
 
 namespace hosting {
+namespace {
 
-Program::Program(const shell::Platform& platform, const PlugInDescription& description,
-                 const shell::Settings& settings, std::span<const shell::PageEntry> pageTable,
-                 std::function<void()> quit)
+// For a host that keeps hold of a tool without a window; others let go at once. Longer than a host needs to
+// ask for properties after its command.
+constexpr auto kEndDelay = std::chrono::seconds(10);
+
+}  // namespace
+
+Program::Program(const shell::Platform& platform, SharedMemory& memory, DesktopWindows& windows,
+                 const PlugInDescription& description, const shell::Settings& settings,
+                 std::span<const shell::PageEntry> pageTable, std::function<void()> quit)
     : platform_(platform),
       description_(description),
       settings_(settings),
       strings_([&platform] { return platform.createObject(host::kLanguageId); }),
       pageTable_(pageTable),
-      quit_(std::move(quit)) {}
+      quit_(std::move(quit)),
+      agent_(memory, windows),
+      endSoon_(platform.loop, kEndDelay) {
+  endSoon_.onTick = [this] {
+    endSoon_.Stop();
+    quit_();
+  };
+}
 
 shell::fMain& Program::MakeWindow() {
   window_ = std::make_unique<shell::fMain>(platform_, settings_, strings_, pageTable_, quit_);
+  window_->onEnding = [this] { agent_.Withdraw(); };
   return *window_;
+}
+
+void Program::PublishWindow(const std::string& name) {
+  const ui::WindowPeer* native = window_->GetWindowPeer();
+  if (!native || window_->Ending() || !window_->Tag().empty()) return;
+  agent_.onError = [this](int number, std::string_view className, std::string_view routine,
+                          std::string_view message) {
+    window_->AddMessage(strings_.GetStrings(message), routine, className, number);
+  };
+  agent_.WindowHandleInMemory(name, native->Handle());
+}
+
+CWindowAgent::Found Program::RaisePublished(const std::string& name) {
+  const auto found = agent_.RaisePublished(name);
+  if (found == CWindowAgent::Found::kRaised) endSoon_.Start();
+  return found;
 }
 
 void Program::HostLetGo() {

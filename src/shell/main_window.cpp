@@ -380,6 +380,7 @@ void fMain::Activated() {
 
 void fMain::EndPlugIn() {
   if (std::exchange(ending_, true)) return;
+  if (onEnding) onEnding();
   if (tag_ == kRefuseToStart) {
     // The reason stands in the logger only: it stays until the user has read it.
     logger_.onClosed = [this] { TimerQuit.Start(); };

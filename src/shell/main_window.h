@@ -36,6 +36,8 @@ class fMain : public ui::Window, private MessageSink, private PageWork {
   /// Releases everything of the host and asks for the end of the process. Harmless when called again.
   void EndPlugIn();
   bool Ending() const { return ending_; }
+  /// Runs when the end begins.
+  std::function<void()> onEnding;
   /// True while a load, save, refresh or question is under way; nothing else is taken meanwhile.
   bool Busy() const { return busy_; }
   /// "Refuse to start" when loading failed.

@@ -3,6 +3,7 @@
 // toolkit a window keeps its state all the same, so tests drive it as a person would.
 #pragma once
 
+#include <cstdint>
 #include <functional>
 #include <string>
 #include <string_view>
@@ -83,6 +84,8 @@ class WindowPeer {
   virtual Bounds GetBounds() const = 0;
   /// Restores a minimised window and brings it to the foreground.
   virtual void BringToFront() = 0;
+  /// The number by which other processes know the window.
+  virtual std::int32_t Handle() const = 0;
 };
 
 class Window;
@@ -131,6 +134,8 @@ class Window : public Form {
   void SetState(WindowState state);
   /// Called by the native side when a person minimises, restores or maximises.
   void StateChanged(WindowState state) { state_ = state; }
+  /// Called by the native side, also when another program showed or hid the window.
+  void VisibilityChanged(bool visible) { visible_ = visible; }
 
   void Move(int left, int top);
   /// Gives a resizable window another outer size, at least its minimum and at most the screen's.

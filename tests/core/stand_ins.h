@@ -4,12 +4,14 @@
 
 #include <deque>
 #include <map>
+#include <memory>
 #include <set>
 #include <string>
 #include <vector>
 
 #include "automation/error.h"
 #include "base/error.h"
+#include "hosting/window_agent.h"
 #include "shell/platform.h"
 
 namespace tests {
@@ -139,7 +141,73 @@ class MadeControls : public ui::ControlHost {
   }
 };
 
+/// Named memory as the system keeps it: a block lives while a section of it is open.
+class MemoryBlocks : public hosting::SharedMemory {
+ public:
+  std::unique_ptr<hosting::SharedSection> Open(std::int32_t size, const std::string& name) override {
+    auto block = blocks[name].lock();
+    if (!block && opens) blocks[name] = block = std::make_shared<Block>(static_cast<std::size_t>(size));
+    if (!block || block->size() < static_cast<std::size_t>(size)) return nullptr;
+    return std::make_unique<Section>(*this, block);
+  }
+
+  /// The names of the sections that are open.
+  std::vector<std::string> OpenNames() const {
+    std::vector<std::string> names;
+    for (const auto& [name, block] : blocks) {
+      if (!block.expired()) names.push_back(name);
+    }
+    return names;
+  }
+
+  using Block = std::vector<char>;
+  std::map<std::string, std::weak_ptr<Block>> blocks;
+  bool opens = true;
+  bool unmaps = true;
+
+ private:
+  struct Section : hosting::SharedSection {
+    Section(MemoryBlocks& theOwner, std::shared_ptr<Block> theBlock)
+        : owner(theOwner), block(std::move(theBlock)) {}
+    std::uintptr_t Handle() const override { return 1; }
+    void* View() const override { return block ? block->data() : nullptr; }
+    bool Unmap() override {
+      if (owner.unmaps) block.reset();
+      return owner.unmaps;
+    }
+
+    MemoryBlocks& owner;
+    std::shared_ptr<Block> block;
+  };
+};
+
+/// Windows that are nothing but a mark and a look, with what was done to them.
+class DesktopOfMarks : public hosting::DesktopWindows {
+ public:
+  void Mark(std::int32_t window, std::int32_t mark) override { marks[window] = mark; }
+  hosting::Sight Look(std::int32_t window, std::int32_t mark) override {
+    const auto found = marks.find(window);
+    return found == marks.end() || found->second != mark ? hosting::Sight::kGone : sight;
+  }
+  void Show(std::int32_t window, int command) override { Note("show " + std::to_string(command), window); }
+  void SetTopmost(std::int32_t window, bool topmost) override {
+    Note(topmost ? "topmost" : "not topmost", window);
+  }
+  void Activate(std::int32_t window) override { Note("activate", window); }
+
+  std::map<std::int32_t, std::int32_t> marks;
+  hosting::Sight sight = hosting::Sight::kNormal;
+  std::vector<std::string> acts;
+
+ private:
+  void Note(const std::string& act, std::int32_t window) {
+    acts.push_back(act + " " + std::to_string(window));
+  }
+};
+
 struct StandIns {
+  MemoryBlocks memory;
+  DesktopOfMarks desktop;
   MadeControls controls;
   ScriptedPrompts prompts;
   ManualLoop loop;

@@ -5,6 +5,7 @@
 #include "hosting/plugin_api.h"
 #include "platform/win32/apartment.h"
 #include "platform/win32/com_server.h"
+#include "platform/win32/desktop_windows.h"
 #include "platform/win32/file_dialog.h"
 #include "platform/win32/help_viewer.h"
 #include "platform/win32/local_dispatch.h"
@@ -12,6 +13,7 @@
 #include "platform/win32/message_loop.h"
 #include "platform/win32/prompts.h"
 #include "platform/win32/registry.h"
+#include "platform/win32/shared_memory.h"
 #include "platform/win32/toolkit.h"
 
 namespace {
@@ -39,7 +41,10 @@ TEST(PlugInApi, TheTypeLibraryDescribesItsMembersWithTheirIds) {
                                  controls, registry, locale, {},         {}};
   int quits = 0;
   shell::Settings settings;
-  hosting::Program program(platform, hosting::BuildDescription({}), settings, {}, [&] { ++quits; });
+  win32::PagedMemory memory;
+  win32::NativeDesktop desktop;
+  hosting::Program program(platform, memory, desktop, hosting::BuildDescription({}), settings, {},
+                           [&] { ++quits; });
   auto api = std::make_shared<hosting::PlugInApi>(program);
 
   win32::ComPtr<ITypeInfo> info;

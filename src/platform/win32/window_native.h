@@ -57,6 +57,7 @@ class NativeWindow : public ui::WindowPeer, public std::enable_shared_from_this<
   void Resize(int width, int height) override;
   ui::Bounds GetBounds() const override;
   void BringToFront() override;
+  std::int32_t Handle() const override { return HandleToLong(Window()); }
 
  private:
   static LRESULT CALLBACK Procedure(HWND window, UINT message, WPARAM wParam, LPARAM lParam);

@@ -1,0 +1,195 @@
+#include "hosting/window_agent.h"
+
+#include <chrono>
+
+#include "tool_test.h"
+
+namespace {
+
+using hosting::CWindowAgent;
+using hosting::Sight;
+using tests::ToolTest;
+using Found = CWindowAgent::Found;
+
+struct WindowAgent : testing::Test, tests::StandIns {
+  WindowAgent() {
+    agent.onError = [this](int number, std::string_view className, std::string_view routine,
+                           std::string_view message) {
+      errors.push_back(std::to_string(number) + " " + std::string(className) + "." + std::string(routine) +
+                       ": " + std::string(message));
+    };
+  }
+
+  CWindowAgent agent{memory, desktop};
+  CWindowAgent other{memory, desktop};  // of another process
+  std::vector<std::string> errors;
+};
+
+using Texts = std::vector<std::string>;
+
+TEST_F(WindowAgent, ANewSectionTakesThePlaceOfTheOpenOne) {
+  EXPECT_TRUE(agent.OpenAndMapPaged(4, "first"));
+  EXPECT_TRUE(agent.OpenAndMapPaged(8, ".se\\co/nd."));
+  EXPECT_EQ(memory.OpenNames(), Texts{"second"});
+  EXPECT_EQ(agent.MappingName(), "second");
+  EXPECT_NE(agent.ViewAddress(), nullptr);
+  EXPECT_NE(agent.MappingHandle(), 0u);
+
+  EXPECT_TRUE(agent.UnMapFile());
+  EXPECT_EQ(agent.MappingName(), "");
+  EXPECT_EQ(agent.ViewAddress(), nullptr);
+  EXPECT_EQ(agent.MappingHandle(), 0u);
+  EXPECT_TRUE(memory.OpenNames().empty());
+  EXPECT_TRUE(errors.empty());
+}
+
+TEST_F(WindowAgent, RefusalsOfTheSystemAreToldByTheErrorEvent) {
+  memory.opens = false;
+  EXPECT_FALSE(agent.OpenAndMapPaged(4, "name"));
+  EXPECT_TRUE(errors.empty());
+  agent.WindowHandleInMemory("name", 7);
+  EXPECT_EQ(agent.RaisePublished("name"), Found::kNoWindow);
+  EXPECT_FALSE(agent.UnMapFile()) << "nothing is open";
+  memory.opens = true;
+  agent.WindowHandleInMemory("name", 7);
+  memory.unmaps = false;
+  EXPECT_FALSE(agent.UnMapFile());
+  EXPECT_EQ(agent.MappingName(), "name") << "what could not be unmapped is still open";
+  EXPECT_EQ(errors, (Texts{"16 CWindowAgent.WindowHandleInMemory: Failed to map file",
+                           "16 CWindowAgent.UnMapFile: Failed to UnMapFile",
+                           "16 CWindowAgent.UnMapFile: Failed to UnMapFile"}));
+}
+
+TEST_F(WindowAgent, EachModeShowsTheWindowInItsWay) {
+  other.WindowHandleInMemory("name", 31);
+  ASSERT_EQ(agent.RaisePublished("name"), Found::kRaised);  // from now on it keeps that handle
+  const struct {
+    std::int16_t mode;
+    bool maximise;
+    bool answer;
+    const char* shown;
+    const char* window;
+  } cases[] = {{1, false, true, "show 5 ", "8"},   {1, true, true, "show 3 ", "8"},
+               {2, false, true, "show 9 ", "8"},   {2, true, true, "show 3 ", "8"},
+               {3, false, false, "show 9 ", "31"}, {3, true, false, "show 3 ", "31"}};
+  for (const auto& item : cases) {
+    desktop.acts.clear();
+    const auto start = std::chrono::steady_clock::now();
+    EXPECT_EQ(agent.ShowWindowByHandle(item.mode, 8, item.maximise), item.answer);
+    EXPECT_GE(std::chrono::steady_clock::now() - start, std::chrono::milliseconds(333));
+    const std::string window = item.window;
+    EXPECT_EQ(desktop.acts, (Texts{item.shown + window, "topmost " + window, "not topmost " + window,
+                                   "activate " + window}));
+  }
+  desktop.acts.clear();
+  const std::int16_t unknown[] = {-1, 0, 4};
+  for (const std::int16_t mode : unknown) EXPECT_FALSE(agent.ShowWindowByHandle(mode, 8, true)) << mode;
+  EXPECT_TRUE(desktop.acts.empty());
+}
+
+TEST_F(WindowAgent, OnlyAWindowThatIsStillTheOnePublishedIsRaised) {
+  EXPECT_EQ(agent.RaisePublished("name"), Found::kNoWindow) << "nothing published";
+  EXPECT_TRUE(memory.OpenNames().empty()) << "looking leaves nothing behind";
+
+  other.WindowHandleInMemory("name", 31);
+  EXPECT_EQ(agent.RaisePublished("other name"), Found::kNoWindow);
+  desktop.sight = Sight::kSilent;
+  EXPECT_EQ(agent.RaisePublished("name"), Found::kNoAnswer);
+  EXPECT_TRUE(desktop.acts.empty());
+  desktop.sight = Sight::kMaximized;
+  EXPECT_EQ(agent.RaisePublished("name"), Found::kRaised);
+  EXPECT_EQ(agent.WindowHandle(), 31);
+  EXPECT_EQ(desktop.acts.front(), "show 3 31") << "a maximised window stays so";
+
+  desktop.acts.clear();
+  const std::int32_t mark = desktop.marks[31];
+  for (const std::int32_t wrong :
+       {0, mark + 2}) {  // used again by a window without a mark, or of another name
+    desktop.marks[31] = wrong;
+    EXPECT_EQ(agent.RaisePublished("name"), Found::kNoWindow);
+    EXPECT_EQ(agent.WindowHandle(), 0);
+  }
+  desktop.marks[31] = mark;
+  other.Withdraw();
+  EXPECT_EQ(agent.RaisePublished("name"), Found::kNoWindow);
+  EXPECT_TRUE(desktop.acts.empty());
+}
+
+TEST(PublishedName, IsShortAndDifferentForDifferentDevices) {
+  using hosting::PublishedName;
+  const std::string name = PublishedName("Tool", "Harbour", "RTU-1.1");
+  EXPECT_TRUE(name.starts_with("Tool Harbour RTU-1.1 ")) << name;
+  const std::string pairs[][2] = {{PublishedName("Tool", "Harbour", "RTU-11"), "cleaned to the same text"},
+                                  {PublishedName("Tool", "Harbour RTU-1.1", ""), "split in another place"},
+                                  {PublishedName("Other", "Harbour", "RTU-1.1"), "another program"}};
+  for (const auto& [different, what] : pairs) {
+    tests::StandIns parts;
+    CWindowAgent publisher(parts.memory, parts.desktop);
+    publisher.WindowHandleInMemory(different, 31);
+    CWindowAgent seeker(parts.memory, parts.desktop);
+    EXPECT_EQ(seeker.RaisePublished(name), Found::kNoWindow) << what;
+  }
+  std::string text;
+  for (int i = 0; i < 200; ++i) text += "\xC3\xBC";
+  EXPECT_LE(PublishedName("Tool!", text, "a").size(), 120u);
+  EXPECT_NE(PublishedName("Tool!", text, "a"), PublishedName("Tool!", text, "b"));
+}
+
+struct SecondProcess : ToolTest {
+  SecondProcess() { first.WindowHandleInMemory(kName, 31); }
+
+  std::string Command() {
+    try {
+      api.Call("SendCommand", 0, 0, "");
+    } catch (const automation::Error& error) {
+      return error.Source() + ": " + error.Description();
+    }
+    return "done";
+  }
+
+  const std::string kName = hosting::PublishedName(
+      "KV-TARN Configuration",
+      building.NetworkName() + " at " + building.IpAddress() + ":" + std::to_string(building.Port()),
+      tests::kAssigned);
+  CWindowAgent first{memory, desktop};
+};
+
+TEST_F(SecondProcess, RaisesTheOpenWindowAndEnds) {
+  EXPECT_EQ(Command(), "done");
+  EXPECT_EQ(building.Faults().Total(), 0u) << "the host is asked for nothing";
+  EXPECT_EQ(desktop.acts.back(), "activate 31");
+  EXPECT_EQ(program.Window(), nullptr);
+  EXPECT_TRUE(api.Get("Visible").AsBool()) << "the device's window is on the screen";
+  api.Put("Visible", true);
+  EXPECT_FALSE(quit) << "the host may still ask";
+  loop.Tick();
+  EXPECT_TRUE(quit) << "although the host still holds the object";
+}
+
+TEST_F(SecondProcess, OpensItsOwnWindowOnAnotherDeviceAndStays) {
+  EXPECT_EQ(Command(), "done");
+  Open(tests::kPressure);
+  ASSERT_NE(program.Window(), nullptr);
+  loop.Tick();
+  EXPECT_FALSE(quit);
+}
+
+TEST_F(SecondProcess, OpensItsOwnWindowWhereTheFirstOneIsGone) {
+  desktop.marks.clear();
+  EXPECT_EQ(Command(), "done");
+  EXPECT_TRUE(desktop.acts.empty());
+  EXPECT_TRUE(Main().Visible());
+}
+
+TEST_F(SecondProcess, SaysWhenTheOpenWindowDoesNotAnswer) {
+  desktop.sight = Sight::kSilent;
+  EXPECT_EQ(
+      Command(),
+      "KV-TARN Configuration: The configuration window is open on RTU-1 North wing already, but does not "
+      "answer. Please close it first.");
+  EXPECT_EQ(program.Window(), nullptr);
+  loop.Tick();
+  EXPECT_FALSE(quit) << "the host may try again";
+}
+
+}  // namespace
