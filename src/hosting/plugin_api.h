@@ -40,6 +40,7 @@ class Program {
   CWindowAgent::Found RaisePublished(const std::string& name);
   /// True while this process waits for its end because the device's window is open in another one.
   bool GaveWay() const { return endSoon_.Running(); }
+  /// Another command came: this process is needed after all.
   void TakeBack() { endSoon_.Stop(); }
 
   /// The last automation object was released, or the host's process died: ends the program unless a window is

@@ -134,8 +134,8 @@ class Window : public Form {
   void SetState(WindowState state);
   /// Called by the native side when a person minimises, restores or maximises.
   void StateChanged(WindowState state) { state_ = state; }
-  /// Called by the native side, also when another program showed or hid the window.
-  void VisibilityChanged(bool visible) { visible_ = visible; }
+  /// Called by the native side, also when another program has shown the window.
+  void WasShown() { visible_ = true; }
 
   void Move(int left, int top);
   /// Gives a resizable window another outer size, at least its minimum and at most the screen's.

@@ -110,9 +110,8 @@ std::optional<LRESULT> NativeWindow::Handle(UINT message, WPARAM wParam, LPARAM 
     case WM_SIZE:
       Sized(wParam);
       return 0;
-    case WM_SHOWWINDOW:
-      // Other programs may show it; not when only its owner was minimised or restored.
-      if (lParam == 0 && !parent_) data_->VisibilityChanged(wParam != 0);
+    case WM_WINDOWPOSCHANGED:
+      if (!parent_ && (reinterpret_cast<WINDOWPOS*>(lParam)->flags & SWP_SHOWWINDOW)) data_->WasShown();
       return std::nullopt;
     case WM_GETMINMAXINFO: {
       const ui::Size least = LeastSize();
