@@ -78,7 +78,8 @@ TEST_F(ToolTest, TransactionFaultsAreToldForWhatTheyAre) {
     std::string end;
     bool stored;
   } cases[] = {
-      {"Network.BeginTransaction", false, true, refused, false},
+      {"Network.BeginTransaction", false, true, applied, true},  // the host is asked twice
+      {"Network.BeginTransaction", false, false, refused, false},
       {"Network.CommitTransaction", false, true, refused, false},
       {"Network.CommitTransaction", true, true, applied, true},
       {"Network.CommitTransaction", false, false, unknown, false},  // the read-back fails as well

@@ -155,13 +155,10 @@ struct Tool : StandIns {
                            locale,
                            [this](std::string_view id) { return Create(id); },
                            [this](const std::string& path) { return ReadFile(path); }};
-  hosting::Program program{platform,
-                           memory,
-                           desktop,
-                           description,
-                           hosting::MakeSettings(MakeFacts(), description),
-                           table,
-                           [this] { quit = true; }};
+  hosting::Program program{
+      platform, memory, desktop, description, hosting::MakeSettings(MakeFacts(), description), table, [this] {
+        quit = true;
+      }};
   automation::Object api{std::make_shared<hosting::PlugInApi>(program)};
 
  private:
