@@ -16,7 +16,7 @@ struct Frame {
   std::uint16_t sequence = 0;
   std::uint16_t parameter = 0;
   std::uint16_t argumentType = 0;
-  std::vector<std::uint8_t> argument;
+  std::vector<std::uint8_t> argument = {};
 };
 
 /// Bytes of a header before and after the greeting.

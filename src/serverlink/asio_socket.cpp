@@ -1,5 +1,8 @@
 #include "serverlink/asio_socket.h"
 
+#include <algorithm>
+#include <utility>
+
 #ifndef _WIN32
 #include <poll.h>
 #endif
@@ -8,27 +11,44 @@ namespace serverlink {
 namespace {
 
 using asio::ip::tcp;
+using Handle = tcp::socket::native_handle_type;
 
-/// Asio waits with a time limit only in its queue of handlers, where a read that is under way would own
-/// memory of a transaction that may be given up meanwhile.
-struct Readiness {
-  bool canRead = false;
-  bool canWrite = false;
-};
-
-Readiness WaitFor(tcp::socket::native_handle_type handle, bool write, std::chrono::milliseconds longest) {
-  pollfd waited = {};
-  waited.fd = handle;
-  waited.events = static_cast<short>(write ? POLLIN | POLLOUT : POLLIN);
-  const int milliseconds = static_cast<int>(longest.count());
+// Asio waits with a time limit only in its queue of handlers, where a read that is under way would own memory
+// of a transaction that may be given up meanwhile. So an open connection is read and written directly.
 #ifdef _WIN32
-  const int count = WSAPoll(&waited, 1, milliseconds);
+// A read that runs into its time limit leaves the socket in no defined state.
+constexpr bool kReadsMayWait = false;
+constexpr int kWithoutWaiting = 0;  // the socket itself does not wait
+constexpr auto kPoll = &WSAPoll;
+
+asio::error_code LastError() { return {WSAGetLastError(), asio::error::get_system_category()}; }
+
+void SetPatience(Handle, std::chrono::milliseconds) {}
 #else
-  const int count = ::poll(&waited, 1, milliseconds);
+constexpr bool kReadsMayWait = true;
+constexpr int kWithoutWaiting = MSG_DONTWAIT | MSG_NOSIGNAL;
+constexpr auto kPoll = &::poll;
+
+asio::error_code LastError() { return {errno, asio::error::get_system_category()}; }
+
+/// How long a read waits; saves the poll before each.
+void SetPatience(Handle handle, std::chrono::milliseconds longest) {
+  timeval limit = {};
+  limit.tv_sec = static_cast<time_t>(longest.count() / 1000);
+  limit.tv_usec = static_cast<suseconds_t>(longest.count() % 1000 * 1000);
+  setsockopt(handle, SOL_SOCKET, SO_RCVTIMEO, &limit, sizeof limit);
+}
 #endif
-  if (count <= 0) return {};
-  // A connection that broke counts as readable: reading it tells why.
-  return {(waited.revents & ~POLLOUT) != 0, (waited.revents & POLLOUT) != 0};
+
+#ifdef _WIN32
+int Length(std::size_t bytes) { return static_cast<int>(std::min<std::size_t>(bytes, 1 << 30)); }
+#else
+std::size_t Length(std::size_t bytes) { return bytes; }
+#endif
+
+bool MeansLater(const asio::error_code& error) {
+  return error == asio::error::would_block || error == asio::error::try_again ||
+         error == asio::error::interrupted;
 }
 
 /// The same words on every system; other failures go by their number.
@@ -77,9 +97,10 @@ void AsioSocket::Connect(const std::string& host, std::uint16_t port) {
 
 void AsioSocket::Opened() {
   asio::error_code error;
-  socket_.non_blocking(true, error);
+  socket_.native_non_blocking(!kReadsMayWait, error);
   if (!error) socket_.set_option(tcp::no_delay(true), error);
   if (error) return Fail(error);
+  patience_ = {};
   state_ = State::kConnected;
 }
 
@@ -93,34 +114,38 @@ void AsioSocket::Close() {
   sent_ = 0;
 }
 
-void AsioSocket::SendData(automation::Bytes bytes) {
+void AsioSocket::SendData(std::span<const std::uint8_t> bytes) {
   if (!Connected()) return;
-  if (unsent_.empty()) {
-    unsent_ = std::move(bytes);
-  } else {
-    unsent_.insert(unsent_.end(), bytes.begin(), bytes.end());
-  }
-  Flush();
+  const std::size_t count = unsent_.empty() ? Send(bytes) : 0;
+  if (Connected())
+    unsent_.insert(unsent_.end(), bytes.begin() + static_cast<std::ptrdiff_t>(count), bytes.end());
 }
 
 void AsioSocket::Flush() {
-  asio::error_code error;
-  sent_ += socket_.write_some(asio::buffer(unsent_) + sent_, error);
-  if (error == asio::error::would_block || error == asio::error::try_again) return;
-  if (error) return Fail(error);
+  sent_ += Send(std::span(unsent_).subspan(sent_));
   if (sent_ < unsent_.size()) return;
   unsent_.clear();
   sent_ = 0;
 }
 
+/// As much as the connection accepts now.
+std::size_t AsioSocket::Send(std::span<const std::uint8_t> bytes) {
+  const auto count = ::send(socket_.native_handle(), reinterpret_cast<const char*>(bytes.data()),
+                            Length(bytes.size()), kWithoutWaiting);
+  if (count >= 0) return static_cast<std::size_t>(count);
+  const auto error = LastError();
+  if (!MeansLater(error)) Fail(error);
+  return 0;
+}
+
 std::size_t AsioSocket::GetData(std::span<std::uint8_t> space) {
   if (!Connected()) return 0;
-  asio::error_code error;
-  const std::size_t count = socket_.read_some(asio::buffer(space.data(), space.size()), error);
-  if (!error) return count;
-  if (error == asio::error::would_block || error == asio::error::try_again) return 0;
-  if (error != asio::error::eof) {
-    Fail(error);
+  const auto count = ::recv(socket_.native_handle(), reinterpret_cast<char*>(space.data()),
+                            Length(space.size()), readWaits_ ? 0 : kWithoutWaiting);
+  if (count > 0) return static_cast<std::size_t>(count);
+  if (count < 0) {
+    const auto error = LastError();
+    if (!MeansLater(error)) Fail(error);
     return 0;
   }
   Close();
@@ -135,9 +160,20 @@ void AsioSocket::Wait(std::chrono::milliseconds longest) {
     io_.run_one_for(longest);
     return;
   }
-  const Readiness ready = WaitFor(socket_.native_handle(), !unsent_.empty(), longest);
-  if (ready.canWrite) Flush();
-  if (ready.canRead && Connected() && onDataArrival) onDataArrival();
+  readWaits_ = kReadsMayWait && unsent_.empty() && longest.count() > 0;
+  if (readWaits_) {
+    if (std::exchange(patience_, longest) != longest) SetPatience(socket_.native_handle(), longest);
+    onDataArrival();
+    readWaits_ = false;
+    return;
+  }
+  pollfd waited = {};
+  waited.fd = socket_.native_handle();
+  waited.events = static_cast<short>(unsent_.empty() ? POLLIN : POLLIN | POLLOUT);
+  if (kPoll(&waited, 1, static_cast<int>(longest.count())) <= 0) return;
+  if (waited.revents & POLLOUT) Flush();
+  // A connection that broke counts as readable: reading it tells why.
+  if (waited.revents & ~POLLOUT && Connected()) onDataArrival();
 }
 
 void AsioSocket::Fail(const asio::error_code& error) {

@@ -4,6 +4,8 @@
 
 #include <asio.hpp>
 
+#include <vector>
+
 #include "serverlink/socket.h"
 
 namespace serverlink {
@@ -16,7 +18,7 @@ class AsioSocket : public Socket {
   void Connect(const std::string& host, std::uint16_t port) override;
   void Close() override;
   bool Connected() const override { return state_ == State::kConnected; }
-  void SendData(automation::Bytes bytes) override;
+  void SendData(std::span<const std::uint8_t> bytes) override;
   std::size_t GetData(std::span<std::uint8_t> space) override;
   void Wait(std::chrono::milliseconds longest) override;
 
@@ -24,6 +26,7 @@ class AsioSocket : public Socket {
   enum class State { kClosed, kConnecting, kConnected };
 
   void Opened();
+  std::size_t Send(std::span<const std::uint8_t> bytes);
   void Flush();
   void Fail(const asio::error_code& error);
 
@@ -32,8 +35,10 @@ class AsioSocket : public Socket {
   asio::ip::tcp::socket socket_;
   State state_ = State::kClosed;
   int attempt_ = 0;  // results of an attempt that was given up may still come
-  automation::Bytes unsent_;
-  std::size_t sent_ = 0;  // of unsent_
+  std::vector<std::uint8_t> unsent_;
+  std::size_t sent_ = 0;    // of unsent_
+  bool readWaits_ = false;  // the read that Wait asks for may itself wait, for as long as patience_
+  std::chrono::milliseconds patience_{0};
 };
 
 }  // namespace serverlink

@@ -69,7 +69,7 @@ fComm::~fComm() {
 }
 
 template <class Work>
-auto fComm::Raising(Work work) const {
+decltype(auto) fComm::Raising(Work work) const {
   try {
     return work();
   } catch (const base::Error& error) {
@@ -112,7 +112,9 @@ void fComm::Connect(const std::string& host, std::int32_t port) {
   PollError.Start();
   const Time start = given_.now();
   const Time end = start + kConnectTime;
-  while (!given_.socket.Connected() && failure_.empty() && given_.now() < end) PassTime(start, end);
+  for (Time now = start; !given_.socket.Connected() && failure_.empty() && now < end; now = given_.now()) {
+    PassTime(start, now, end);
+  }
   connecting_ = false;
   if (given_.socket.Connected()) return;
   given_.trace("Erreur timeout de connection");
@@ -124,7 +126,7 @@ void fComm::Connect(const std::string& host, std::int32_t port) {
 
 void fComm::Greet(const std::string& greeting, std::int16_t greetingType) {
   const std::string bytes = given_.toCodePage(greeting);
-  Open()->SndArgument.assign(bytes.begin(), bytes.end());
+  Open().SndArgument.assign(bytes.begin(), bytes.end());
   try {
     Transact(0, 1, greetingType, "");
   } catch (const base::Error&) {
@@ -145,7 +147,7 @@ void fComm::Greet(const std::string& greeting, std::int16_t greetingType) {
 void fComm::Forget() {
   given_.socket.Close();
   table_.Clear();
-  opened_ = nullptr;
+  opened_ = false;
   lastCompleted_ = kBeforeFirst;
   failure_.clear();
   error_ = false;
@@ -160,10 +162,10 @@ void fComm::ovpClose() {
 
 // --- one transaction -----------------------------------------------------------------------------------
 
-void fComm::ovpSetArgument(Bytes argument) {
+void fComm::ovpSetArgument(const Bytes& argument) {
   Raising([&] {
     const Busy busy(*this);
-    Open()->SndArgument = std::move(argument);
+    Open().SndArgument = argument;
   });
 }
 
@@ -178,20 +180,31 @@ bool fComm::ovpTransaction(std::int16_t command, std::int16_t parameter,
 }
 
 /// A transaction that was never sent gives its number to the next one, as the server will not answer it.
-std::shared_ptr<CTransaction> fComm::Open() {
+CTransaction& fComm::Open() {
   if (!opened_) m_seqNumber = NextNumber(m_seqNumber);
   auto& place = table_.At(m_seqNumber);
   // Complete but not consumed is the late answer to a request that was given up.
-  if (place && place != opened_ && place->State != kIdle && place->State != kComplete) {
+  if (place && !opened_ && place->State != kIdle && place->State != kComplete) {
     given_.trace("Transaction buffer overflow");
     given_.trace("m_seqNumber=", m_seqNumber);
     throw base::Error(given_.strings.FormatStrings(
         "Transaction %s1% has never been answered; please connect again.", {std::to_string(m_seqNumber)}));
   }
-  place = std::make_shared<CTransaction>();
+  place = NewRecord();
   place->SeqNumber = m_seqNumber;
-  opened_ = place;
-  return opened_;
+  opened_ = true;
+  return *place;
+}
+
+/// A record that nobody holds any more is used again, with its memory.
+std::shared_ptr<CTransaction> fComm::NewRecord() {
+  if (!spare_) return std::make_shared<CTransaction>();
+  spare_->State = kIdle;
+  spare_->ReceivedBytesArg = 0;
+  spare_->RspArgument.clear();
+  spare_->RspHeader.clear();
+  spare_->SndArgument.clear();
+  return std::exchange(spare_, nullptr);
 }
 
 void fComm::Transact(std::int16_t command, std::int16_t parameter, std::int16_t argumentType,
@@ -203,14 +216,15 @@ void fComm::Transact(std::int16_t command, std::int16_t parameter, std::int16_t 
       throw base::Error(given_.strings.GetStrings("No argument was set for the transaction."));
     }
     if (!given_.socket.Connected()) throw base::Error(NotConnected());
-    Bytes request = BuildRequest(*opened_, command, parameter, argumentType, text);
-    const auto transaction = std::exchange(opened_, nullptr);
+    CTransaction& transaction = *table_.At(m_seqNumber);
+    BuildRequest(transaction, command, parameter, argumentType, text);
     const Time start = given_.now();
-    transaction->State = kSent;
+    opened_ = false;
+    transaction.State = kSent;
     SwitchTransactionOn();
-    given_.socket.SendData(std::move(request));
-    Await(*transaction, start);
-    Finish(*transaction);
+    given_.socket.SendData(request_);
+    Await(transaction, start);
+    Finish(transaction);
   } catch (...) {
     given_.trace("Transaction out erreur");
     throw;
@@ -219,35 +233,37 @@ void fComm::Transact(std::int16_t command, std::int16_t parameter, std::int16_t 
 }
 
 /// Changes the transaction only when all of it fits on the wire, so that a refused call can be repeated.
-Bytes fComm::BuildRequest(CTransaction& transaction, std::int16_t command, std::int16_t parameter,
-                          std::int16_t argumentType, const std::string& text) const {
-  Bytes argument = transaction.SndArgument;
+void fComm::BuildRequest(CTransaction& transaction, std::int16_t command, std::int16_t parameter,
+                         std::int16_t argumentType, const std::string& text) {
+  Bytes prefix;
   if (!text.empty()) {
     const std::string bytes = given_.toCodePage(text);
-    Bytes prefix(2);
+    prefix.resize(2);
     WriteNumber(prefix, ToShort(static_cast<std::int64_t>(bytes.size())));
     prefix.insert(prefix.end(), bytes.begin(), bytes.end());
-    argument.insert(argument.begin(), prefix.begin(), prefix.end());
     argumentType = ToShort(argumentType + kTextTypeOffset);
   }
   const std::size_t header = HeaderLength(mode_);
-  Bytes request(header);
-  request.reserve(header + argument.size());
-  WriteField(request, mode_, Field::kCommand, command);
-  WriteField(request, mode_, Field::kSequence, transaction.SeqNumber);
-  WriteField(request, mode_, Field::kParameter, parameter);
-  WriteField(request, mode_, Field::kArgumentType, argumentType);
-  WriteField(request, mode_, Field::kArgumentLength, static_cast<std::int64_t>(argument.size()));
-  WriteField(request, mode_, Field::kHeaderLength, static_cast<std::int64_t>(header));
-  request.insert(request.end(), argument.begin(), argument.end());
-  transaction.SndArgument = std::move(argument);
-  return request;
+  const std::size_t argument = prefix.size() + transaction.SndArgument.size();
+  request_.assign(header, 0);
+  WriteField(request_, mode_, Field::kCommand, command);
+  WriteField(request_, mode_, Field::kSequence, transaction.SeqNumber);
+  WriteField(request_, mode_, Field::kParameter, parameter);
+  WriteField(request_, mode_, Field::kArgumentType, argumentType);
+  WriteField(request_, mode_, Field::kArgumentLength, static_cast<std::int64_t>(argument));
+  WriteField(request_, mode_, Field::kHeaderLength, static_cast<std::int64_t>(header));
+  Bytes& sent = transaction.SndArgument;
+  sent.insert(sent.begin(), prefix.begin(), prefix.end());
+  request_.insert(request_.end(), sent.begin(), sent.end());
 }
 
 void fComm::Await(const CTransaction& transaction, Time start) {
   const Time end = start + std::chrono::seconds(timeout_);
   const auto waits = [&] { return transaction.State != kComplete && transaction.State != kIdle; };
-  while (waits() && given_.now() < end) PassTime(start, end);
+  for (Time now = start; waits() && now < end; now = given_.now()) {
+    PassTime(start, now, end);
+    if (!waits()) break;
+  }
   if (transaction.State == kComplete) return;
   if (!failure_.empty()) throw base::Error(failure_);
   given_.trace("Erreur timeout de transaction");
@@ -264,8 +280,7 @@ void fComm::Await(const CTransaction& transaction, Time start) {
 
 /// One round of waiting. The message loop takes part in every round, but when answers come faster than a
 /// round lasts, not in every transaction.
-void fComm::PassTime(Time start, Time end) {
-  Time now = given_.now();
+void fComm::PassTime(Time start, Time now, Time end) {
   if (now - lastTurn_ >= kRound) {
     given_.loop.Turn();
     lastTurn_ = now = given_.now();
@@ -277,7 +292,13 @@ void fComm::PassTime(Time start, Time end) {
 
 /// The one before goes: only the last complete answer can be asked for.
 void fComm::Finish(CTransaction& transaction) {
-  if (lastCompleted_ != kBeforeFirst) table_.At(lastCompleted_) = nullptr;
+  if (lastCompleted_ != kBeforeFirst) {
+    auto previous = std::exchange(table_.At(lastCompleted_), nullptr);
+    if (previous.use_count() == 1) {
+      receiver_.Recycle(std::move(previous->RspArgument));
+      spare_ = std::move(previous);
+    }
+  }
   lastCompleted_ = transaction.SeqNumber;
   transaction.State = kIdle;
 }
@@ -306,8 +327,8 @@ std::int32_t fComm::ovpGetRspArgLen() const {
       [&] { return static_cast<std::int32_t>(ReadField(LastCompleted(), Field::kArgumentLength)); });
 }
 
-Bytes fComm::ovpGetRspArgVal() const {
-  return Raising([&] {
+const Bytes& fComm::ovpGetRspArgVal() const {
+  return Raising([&]() -> const Bytes& {
     const Bytes& argument = LastCompleted().RspArgument;
     given_.trace("Sending response argument ", static_cast<std::int64_t>(argument.size()));
     return argument;

@@ -48,7 +48,7 @@ class fComm {
   void ovpClose();
 
   /// Opens the next transaction with these bytes to be sent.
-  void ovpSetArgument(Bytes argument);
+  void ovpSetArgument(const Bytes& argument);
   /// Sends a transaction and waits for its answer: without `argumentType` a new one with no argument, with it
   /// the one that ovpSetArgument opened. A `text` goes before the argument, behind its length in bytes (at
   /// most 32767), and adds 100 to the type. Numbers below 0 do not fit on the wire and are refused.
@@ -60,7 +60,8 @@ class fComm {
   std::int16_t ovpGetRspParam() const { return Short(Field::kParameter); }
   std::int16_t ovpGetRspArgType() const { return Short(Field::kArgumentType); }
   std::int32_t ovpGetRspArgLen() const;
-  Bytes ovpGetRspArgVal() const;
+  /// Stays until the next answer is complete.
+  const Bytes& ovpGetRspArgVal() const;
   std::int16_t ovpGetRspArgTypeTransaction(const CTransaction& transaction) const;
   /// By the decimal text of the sequence number: unfinished transactions and the last complete one.
   std::shared_ptr<CTransaction> Transaction(const std::string& key) const { return table_.Find(key); }
@@ -87,19 +88,20 @@ class fComm {
   class Busy;
 
   template <class Work>
-  auto Raising(Work work) const;
+  decltype(auto) Raising(Work work) const;
 
   void Connect(const std::string& host, std::int32_t port);
   void Greet(const std::string& greeting, std::int16_t greetingType);
   void Forget();
 
-  std::shared_ptr<CTransaction> Open();
+  CTransaction& Open();
   void Transact(std::int16_t command, std::int16_t parameter, std::int16_t argumentType,
                 const std::string& text);
-  Bytes BuildRequest(CTransaction& transaction, std::int16_t command, std::int16_t parameter,
-                     std::int16_t argumentType, const std::string& text) const;
+  std::shared_ptr<CTransaction> NewRecord();
+  void BuildRequest(CTransaction& transaction, std::int16_t command, std::int16_t parameter,
+                    std::int16_t argumentType, const std::string& text);
   void Await(const CTransaction& transaction, Time start);
-  void PassTime(Time start, Time end);
+  void PassTime(Time start, Time now, Time end);
   void Finish(CTransaction& transaction);
 
   void OnDataArrival();
@@ -122,7 +124,9 @@ class fComm {
   HeaderMode mode_ = HeaderMode::kGreeting;
   std::int16_t m_seqNumber = kBeforeFirst;
   std::int16_t lastCompleted_ = kBeforeFirst;
-  std::shared_ptr<CTransaction> opened_;    // by ovpSetArgument or by a request that was never sent
+  std::shared_ptr<CTransaction> spare_;     // a record that nobody needs any more, for the next transaction
+  Bytes request_;                           // header and argument on their way
+  bool opened_ = false;                     // the last one was not sent yet
   std::int16_t timeout_ = kDefaultTimeout;  // seconds
   bool busy_ = false;
   bool connecting_ = false;

@@ -1,14 +1,17 @@
 #include "serverlink/receiver.h"
 
 #include <algorithm>
+#include <cstring>
 #include <limits>
+#include <utility>
 
 #include "base/error.h"
 
 namespace serverlink {
 namespace {
 
-constexpr std::size_t kSpaceAhead = 4096;  // bytes
+constexpr std::size_t kSpaceAhead = 4096;       // bytes
+constexpr std::size_t kLargestSpare = 4 << 20;  // bytes
 constexpr std::int64_t kLongestArgument = std::numeric_limits<std::int32_t>::max();
 
 std::int64_t SignedSize(std::span<const std::uint8_t> bytes) {
@@ -29,6 +32,12 @@ void Receiver::Restart(std::int16_t lastNumber) {
 }
 
 void Receiver::DataArrival(std::span<const std::uint8_t> bytes) {
+  if (IsMiddlePiece(bytes.size()) && !trace_.On()) {
+    // Many small pieces must not cost much more than copying them.
+    std::memcpy(receiving_->RspArgument.data() + Received(*receiving_), bytes.data(), bytes.size());
+    receiving_->ReceivedBytesArg += static_cast<std::int32_t>(bytes.size());
+    return;
+  }
   trace_("DataArrival in");
   while (!bytes.empty()) {
     if (receiving_) {
@@ -79,11 +88,31 @@ std::span<const std::uint8_t> Receiver::TakeHeader(CTransaction& transaction,
     Complete(transaction);
     return bytes;
   }
+  const std::size_t count = std::min(argumentLength_, bytes.size());
+  StoreFirst(transaction, bytes.first(count));
   receiving_ = &transaction;
-  Grow(transaction, bytes.size());
-  bytes = TakeArgument(bytes);
+  Count(count);
   if (receiving_) trace_("Not all data has been read for packet ", rx_);
-  return bytes;
+  return bytes.subspan(count);
+}
+
+/// What came with the header. Memory that an earlier answer filled is used again; it is not cleared, which
+/// would take as long as reading.
+void Receiver::StoreFirst(CTransaction& transaction, std::span<const std::uint8_t> bytes) {
+  Bytes& argument = transaction.RspArgument;
+  argument.swap(spare_);
+  if (argument.size() > bytes.size()) {
+    argument.resize(std::min(argument.size(), argumentLength_));
+    std::ranges::copy(bytes, argument.begin());
+  } else {
+    argument.reserve(SpaceFor(bytes.size()));
+    argument.assign(bytes.begin(), bytes.end());
+  }
+}
+
+/// Bytes that an argument may take up when so many of them have arrived.
+std::size_t Receiver::SpaceFor(std::size_t received) const {
+  return std::min(argumentLength_, kSpaceAhead + 2 * received);
 }
 
 void Receiver::CheckHeader(const CTransaction& transaction, std::int64_t length) const {
@@ -100,6 +129,15 @@ void Receiver::CheckHeader(const CTransaction& transaction, std::int64_t length)
 }
 
 std::span<const std::uint8_t> Receiver::TakeArgument(std::span<const std::uint8_t> bytes) {
+  Bytes& argument = receiving_->RspArgument;
+  const std::size_t rest = argumentLength_ - Received(*receiving_);
+  if (bytes.size() >= rest && Received(*receiving_) == argument.size()) {
+    // What completes it is put behind it, without clearing space first.
+    argument.reserve(argumentLength_);
+    argument.insert(argument.end(), bytes.begin(), bytes.begin() + static_cast<std::ptrdiff_t>(rest));
+    Count(rest);
+    return bytes.subspan(rest);
+  }
   while (receiving_ && !bytes.empty()) {
     const auto space = ArgumentSpace();
     const std::size_t count = std::min(space.size(), bytes.size());
@@ -110,16 +148,25 @@ std::span<const std::uint8_t> Receiver::TakeArgument(std::span<const std::uint8_
   return bytes;
 }
 
+/// True when so many bytes neither complete the argument nor need more space.
+bool Receiver::IsMiddlePiece(std::size_t count) const {
+  return receiving_ && count < receiving_->RspArgument.size() - Received(*receiving_);
+}
+
 std::span<std::uint8_t> Receiver::ArgumentSpace() {
   if (!receiving_) return {};
-  if (Received(*receiving_) == receiving_->RspArgument.size()) Grow(*receiving_, Received(*receiving_));
+  if (Received(*receiving_) == receiving_->RspArgument.size()) Grow(*receiving_);
   return std::span(receiving_->RspArgument).subspan(Received(*receiving_));
 }
 
-void Receiver::Grow(CTransaction& transaction, std::size_t received) const {
-  const std::size_t size = std::min(argumentLength_, kSpaceAhead + 2 * received);
+void Receiver::Grow(CTransaction& transaction) const {
+  const std::size_t size = SpaceFor(Received(transaction));
   transaction.RspArgument.reserve(size);  // exactly; resize alone might take more
   transaction.RspArgument.resize(size);
+}
+
+void Receiver::Recycle(Bytes memory) {
+  if (memory.capacity() <= kLargestSpare) spare_ = std::move(memory);
 }
 
 void Receiver::ArgumentArrived(std::size_t count) {

@@ -32,12 +32,18 @@ class Receiver {
   std::span<std::uint8_t> ArgumentSpace();
   void ArgumentArrived(std::size_t count);
 
+  /// Gives back the memory of an answer that nobody needs any more, for a later one.
+  void Recycle(Bytes memory);
+
  private:
   CTransaction& Expected();
   std::span<const std::uint8_t> TakeHeader(CTransaction& transaction, std::span<const std::uint8_t> bytes);
   std::span<const std::uint8_t> TakeArgument(std::span<const std::uint8_t> bytes);
   void CheckHeader(const CTransaction& transaction, std::int64_t length) const;
-  void Grow(CTransaction& transaction, std::size_t received) const;
+  void StoreFirst(CTransaction& transaction, std::span<const std::uint8_t> bytes);
+  bool IsMiddlePiece(std::size_t count) const;
+  std::size_t SpaceFor(std::size_t received) const;
+  void Grow(CTransaction& transaction) const;
   void Count(std::size_t count);
   void TraceRest() const;
   void Complete(CTransaction& transaction);
@@ -50,6 +56,7 @@ class Receiver {
   bool advance_ = true;                // the next bytes belong to the next number
   CTransaction* receiving_ = nullptr;  // the one whose argument is under way; the table holds it
   std::size_t argumentLength_ = 0;     // its final length
+  Bytes spare_;
 };
 
 }  // namespace serverlink

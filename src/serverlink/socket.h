@@ -8,8 +8,6 @@
 #include <span>
 #include <string>
 
-#include "automation/object.h"
-
 namespace serverlink {
 
 class Socket {
@@ -17,8 +15,8 @@ class Socket {
   virtual ~Socket() = default;
 
   /// Raised from inside Wait, or from inside SendData when that finds the connection broken. DataArrival asks
-  /// for one GetData; it is raised again while there is more. After Close and Error the socket is closed;
-  /// Error says why in English words.
+  /// for one GetData, which may find nothing; it is raised again while there is more. After Close and Error
+  /// the socket is closed; Error says why in English words.
   std::function<void()> onDataArrival;
   std::function<void()> onClose;
   std::function<void(const std::string& why)> onError;
@@ -29,9 +27,9 @@ class Socket {
   virtual void Close() = 0;
   virtual bool Connected() const = 0;
   /// Takes all the bytes, without waiting; what the connection does not accept yet goes out in Wait.
-  virtual void SendData(automation::Bytes bytes) = 0;
-  /// Reads what is there, at most `space`, without waiting; answers the count. 0 when there is nothing or the
-  /// connection ended, which raises the event.
+  virtual void SendData(std::span<const std::uint8_t> bytes) = 0;
+  /// Reads what is there, at most `space`; answers the count. 0 when there is nothing or the connection
+  /// ended, which raises the event. For the handler of DataArrival alone.
   virtual std::size_t GetData(std::span<std::uint8_t> space) = 0;
   /// Waits for the connection, at most so long, and raises its events. Returns as soon as there was one, and
   /// at once when there is nothing to wait for.

@@ -9,6 +9,10 @@
 
 namespace serverlink {
 
+void Trace::Write(std::string_view text, std::int64_t number) const {
+  sink_(std::string(text) + std::to_string(number));
+}
+
 Trace TraceFromEnvironment() {
   const char* path = std::getenv("KVTARN_LINK_TRACE");
   if (!path || !*path) return {};

@@ -21,10 +21,12 @@ class Trace {
     if (sink_) sink_(text);
   }
   void operator()(std::string_view text, std::int64_t number) const {
-    if (sink_) sink_(std::string(text) + std::to_string(number));
+    if (sink_) Write(text, number);
   }
 
  private:
+  void Write(std::string_view text, std::int64_t number) const;
+
   Sink sink_;
 };
 

@@ -22,6 +22,8 @@ class CTransaction : public automation::LocalClass<CTransaction> {
  public:
   static const automation::MemberOf<CTransaction> kMembers[13];
 
+  CTransaction() { RspHeader.reserve(24); }  // every answer has one
+
   std::int16_t State = kIdle;
   std::int16_t SeqNumber = 0;
   std::int32_t ReceivedBytesArg = 0;
