@@ -1,18 +1,19 @@
 # The front door: every target is a short script in scripts/. See `make help`.
 
-.PHONY: help run test bench shots format clean
+.PHONY: help run test bench fuzz shots format clean
 .DEFAULT_GOAL := help
 
 help:
 	@echo "make run     build the tool and open it in the simulated building (screenshots without a display)"
 	@echo "make test    build and test everything: Linux, Windows under Wine, end to end, code format"
 	@echo "make bench   measure the hot paths"
+	@echo "make fuzz    feed the parsers with bad input for a minute each"
 	@echo "make shots   save screenshots of the windows to build/shots"
 	@echo "make format  bring the sources into the agreed format"
 	@echo "make clean   remove everything that was built"
 	@echo "What is missing of the Debian packages in scripts/packages.txt is installed first."
 
-run test bench shots format:
+run test bench fuzz shots format:
 	@scripts/$@.sh
 
 clean:

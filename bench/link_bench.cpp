@@ -58,12 +58,13 @@ struct Raw : bench::RawClient {
 
 void AddExchanges(Contest& contest) {
   for (const std::size_t size : {kHeader, kKilobyte}) {
-    contest.Add("raw " + std::to_string(size), [raw = std::make_shared<Raw>(size), argument = Bytes(size - kHeader, 7),
-                                                answer = Bytes(size)]() mutable {
-      std::ranges::copy(argument, raw->request.begin() + kHeader);
-      bench::SendAll(raw->Socket(), raw->request.data(), raw->request.size());
-      Must(bench::ReceiveAll(raw->Socket(), answer.data(), answer.size()));
-    });
+    contest.Add("raw " + std::to_string(size),
+                [raw = std::make_shared<Raw>(size), argument = Bytes(size - kHeader, 7),
+                 answer = Bytes(size)]() mutable {
+                  std::ranges::copy(argument, raw->request.begin() + kHeader);
+                  bench::SendAll(raw->Socket(), raw->request.data(), raw->request.size());
+                  Must(bench::ReceiveAll(raw->Socket(), answer.data(), answer.size()));
+                });
   }
   const auto client = std::make_shared<Client>();
   contest.Add("link 24", [client] { client->comm.ovpTransaction(1, 0, std::nullopt, ""); });
