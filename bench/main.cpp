@@ -8,6 +8,7 @@
 #include <vector>
 
 #include "host_calls.h"
+#include "link_bench.h"
 
 namespace {
 
@@ -59,6 +60,7 @@ int main() {
                 value > ratio.limit ? "  OVER" : "");
     over += value > ratio.limit;
   }
+  over += bench::PrintLink();
   std::printf("\n%-58s %10s\n", "host calls, all pages", "calls");
   for (const auto& [operation, calls] : bench::CountHostCalls()) {
     std::printf("%-58s %10llu\n", operation.c_str(), static_cast<unsigned long long>(calls));

@@ -6,3 +6,7 @@ else()
   find_package(Threads REQUIRED)
   target_link_libraries(asio_headers INTERFACE Threads::Threads)
 endif()
+if(CMAKE_CXX_COMPILER_ID STREQUAL "Clang")
+  # This version of Asio does not know that clang has coroutines.
+  target_compile_definitions(asio_headers INTERFACE ASIO_HAS_CO_AWAIT ASIO_HAS_STD_COROUTINE)
+endif()

@@ -9,6 +9,11 @@ if(TARN_SANITIZE)
   add_link_options(-fsanitize=${TARN_SANITIZE})
 endif()
 
+# libFuzzer steers by what the code under test runs through. Needs clang.
+if(TARN_FUZZ)
+  add_compile_options(-fsanitize=fuzzer-no-link)
+endif()
+
 # One executable without any run-time library beside it, and only what is used in it. Wine names the functions of a
 # crash from debug information of version 4.
 if(WIN32)

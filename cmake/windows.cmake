@@ -62,7 +62,7 @@ endif()
 
 # What a user needs, without the tests.
 add_custom_target(programs DEPENDS sim_data)
-foreach(program tarn_tool SimHost SimControls)
+foreach(program tarn_tool SimHost SimControls ovxping ovxpeer)
   if(TARGET ${program})
     add_dependencies(programs ${program})
   endif()

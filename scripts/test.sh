@@ -26,8 +26,12 @@ mkdir -p "$results"
 
 check "Code format" format scripts/format.sh --check
 
-if build asan core_tests; then
+if build asan core_tests fuzz_targets; then
   gtest "Core tests on Linux" core-linux timeout -k 5 300 build/asan/core_tests
+  for seeds in fuzz/seeds/*; do
+    name=fuzz_${seeds##*/}
+    check "Repeat the inputs of $name" "$name" timeout -k 5 60 "build/asan/$name" "$seeds"
+  done
 else
   broken build-asan
 fi

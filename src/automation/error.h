@@ -15,6 +15,7 @@ inline constexpr std::uint32_t kApplicationDefined = 0x80040000;
 inline constexpr std::uint32_t kMemberNotFound = 0x80020003;
 inline constexpr std::uint32_t kTypeMismatch = 0x80020005;
 inline constexpr std::uint32_t kUnknownName = 0x80020006;
+inline constexpr std::uint32_t kOverflow = 0x8002000A;
 inline constexpr std::uint32_t kBadIndex = 0x8002000B;
 inline constexpr std::uint32_t kBadArgumentCount = 0x8002000E;
 

@@ -1,0 +1,241 @@
+// The server link: the protocol client against the plainest code that does the same over the same connection,
+// against another library's client, and its reassembly against copying.
+#include "link_bench.h"
+
+#include <modbus/modbus.h>
+
+#include <sys/socket.h>
+
+#include <algorithm>
+#include <array>
+#include <cstdio>
+#include <memory>
+#include <stdexcept>
+
+#include "contest.h"
+#include "link_peer.h"
+#include "serverlink/asio_loop.h"
+#include "serverlink/asio_socket.h"
+#include "serverlink/fComm.h"
+#include "simulator/protocol/frame.h"
+#include "tests/core/stand_ins.h"
+
+namespace {
+
+using bench::Contest;
+using serverlink::Bytes;
+
+void Must(bool held) {
+  if (!held) throw std::runtime_error("An exchange of a benchmark failed.");
+}
+
+constexpr std::size_t kHeader = simulator::kFullHeader;
+constexpr std::size_t kKilobyte = 1024;  // a whole frame
+constexpr std::uint16_t kLargeCommand = 2;
+
+struct Client {
+  serverlink::AsioSocket socket;
+  serverlink::AsioLoop loop;
+  tests::ScriptedPrompts prompts;
+  shell::Strings strings{[] { return automation::Object(); }};
+  serverlink::fComm comm{
+      {.socket = socket, .loop = loop, .prompts = prompts, .strings = strings, .title = "bench"}};
+
+  Client() { comm.ovpConnect("127.0.0.1", bench::ProtocolPeer().Port(), "", 0); }
+};
+
+/// A connection that was greeted and a request of `size` bytes.
+struct Raw : bench::RawClient {
+  Bytes request;
+  explicit Raw(std::size_t size, std::uint16_t command = 1) : RawClient(bench::ProtocolPeer().Port()) {
+    const auto greeting = simulator::WriteFrame({.parameter = 1}, simulator::kGreetingHeader);
+    std::array<std::uint8_t, 14> answer;
+    bench::SendAll(Socket(), greeting.data(), greeting.size());
+    bench::ReceiveAll(Socket(), answer.data(), answer.size());
+    request = simulator::WriteFrame({.command = command, .argument = Bytes(size - kHeader)}, kHeader);
+  }
+};
+
+void AddExchanges(Contest& contest) {
+  for (const std::size_t size : {kHeader, kKilobyte}) {
+    contest.Add("raw " + std::to_string(size),
+                [raw = std::make_shared<Raw>(size), argument = Bytes(size - kHeader, 7),
+                 answer = Bytes(size)]() mutable {
+                  std::ranges::copy(argument, raw->request.begin() + kHeader);
+                  bench::SendAll(raw->Socket(), raw->request.data(), raw->request.size());
+                  Must(bench::ReceiveAll(raw->Socket(), answer.data(), answer.size()));
+                });
+  }
+  const auto client = std::make_shared<Client>();
+  contest.Add("link 24", [client] { client->comm.ovpTransaction(1, 0, std::nullopt, ""); });
+  contest.Add("link 1024", [client, argument = Bytes(kKilobyte - kHeader, 7)] {
+    client->comm.ovpSetArgument(argument);
+    client->comm.ovpTransaction(1, 0, std::int16_t{1}, "");
+    Must(client->comm.ovpGetRspArgVal().size() == argument.size());
+  });
+
+  const std::shared_ptr<modbus_t> modbus(modbus_new_tcp("127.0.0.1", bench::ModbusPeer().Port()),
+                                         [](modbus_t* context) {
+                                           modbus_close(context);
+                                           modbus_free(context);
+                                         });
+  Must(modbus_connect(modbus.get()) == 0);
+  contest.Add("modbus", [modbus] {
+    std::array<std::uint16_t, 7> registers;
+    Must(modbus_read_registers(modbus.get(), 0, 7, registers.data()) == 7);
+  });
+}
+
+/// One large answer by reads of at most `most` bytes.
+void AddRawRead(Contest& contest, const std::string& name, std::size_t most, int flags) {
+  contest.Add(name, [raw = std::make_shared<Raw>(kHeader, kLargeCommand),
+                     answer = Bytes(kHeader + bench::kLargeAnswer), most, flags]() mutable {
+    bench::SendAll(raw->Socket(), raw->request.data(), kHeader);
+    for (std::size_t count = 0; count < answer.size();) {
+      const ssize_t more =
+          recv(raw->Socket(), answer.data() + count, std::min(most, answer.size() - count), flags);
+      Must(more > 0);
+      count += static_cast<std::size_t>(more);
+    }
+  });
+}
+
+void AddLargeAnswers(Contest& contest) {
+  AddRawRead(contest, "raw large", 2 << 20, 0);
+  AddRawRead(contest, "raw large, waiting for all", 2 << 20, MSG_WAITALL);
+  AddRawRead(contest, "raw large, 64 KiB at a time", 1 << 16, 0);
+  contest.Add("link large", [client = std::make_shared<Client>()] {
+    client->comm.ovpTransaction(kLargeCommand, 0, std::nullopt, "");
+    Must(client->comm.ovpGetRspArgVal().size() == bench::kLargeAnswer);
+  });
+}
+
+/// Answers of 1 KiB as they come in chunks of at most `most` bytes; a header is never cut.
+struct Stream {
+  static constexpr std::int16_t kFrames = 32;
+  Bytes bytes;
+  std::vector<std::span<const std::uint8_t>> chunks;
+
+  explicit Stream(std::size_t most) {
+    for (std::int16_t i = 0; i < kFrames; ++i) {
+      const auto frame = simulator::WriteFrame(
+          {.sequence = static_cast<std::uint16_t>(7018 + i), .argument = Bytes(kKilobyte - kHeader, 7)},
+          kHeader);
+      bytes.insert(bytes.end(), frame.begin(), frame.end());
+    }
+    const std::span<const std::uint8_t> all(bytes);
+    for (std::size_t start = 0, end; start < bytes.size(); start = end) {
+      end = std::min(start + most, bytes.size());
+      const std::size_t intoFrame = end % kKilobyte;
+      if (intoFrame < kHeader) end -= intoFrame;
+      if (end <= start) end = start + kHeader;
+      chunks.push_back(all.subspan(start, end - start));
+    }
+  }
+};
+
+/// A receiver with a request open for every answer of a stream.
+struct Reassembly {
+  shell::Strings strings{[] { return automation::Object(); }};
+  serverlink::Trace trace;
+  serverlink::TransactionTable table;
+  serverlink::Receiver receiver{table, strings, trace};
+
+  void Open() {
+    receiver.Restart(serverlink::kBeforeFirst);
+    receiver.SetMode(serverlink::HeaderMode::kAuthenticated);
+    for (std::int16_t i = 0; i < Stream::kFrames; ++i) {
+      auto& transaction = table.At(static_cast<std::int16_t>(7018 + i));
+      transaction = std::make_shared<serverlink::CTransaction>();
+      transaction->State = serverlink::kSent;
+    }
+  }
+};
+
+void AddReassembly(Contest& contest, std::size_t most) {
+  const auto stream = std::make_shared<Stream>(most);
+  const std::string size = std::to_string(most);
+  const auto reassembly = std::make_shared<Reassembly>();
+  contest.Add(
+      "reassemble " + size,
+      [stream, reassembly] {
+        for (const auto chunk : stream->chunks) reassembly->receiver.DataArrival(chunk);
+      },
+      [reassembly] { reassembly->Open(); });
+
+  const auto answers = std::make_shared<std::vector<Bytes>>();
+  contest.Add(
+      "collect " + size,
+      [stream, answers] {
+        std::size_t place = 0;
+        for (const auto chunk : stream->chunks) {
+          Bytes& answer = (*answers)[place / kKilobyte];
+          answer.insert(answer.end(), chunk.begin(), chunk.end());
+          place += chunk.size();
+        }
+      },
+      [answers] {
+        answers->clear();
+        answers->resize(Stream::kFrames);
+      });
+}
+
+struct Promise {
+  const char* what;
+  const char* measured;
+  std::vector<std::string> against;  // the fastest of these
+  double bench::Times::*clock;
+  double least;  // how many times as fast it must be
+};
+
+const Promise kPromises[] = {
+    {"24-byte frames / raw blocking exchange", "link 24", {"raw 24"}, &bench::Times::real, 0.93},
+    {"1 KiB frames / raw blocking exchange", "link 1024", {"raw 1024"}, &bench::Times::real, 0.93},
+    {"24-byte frames / libmodbus, 23 bytes", "link 24", {"modbus"}, &bench::Times::real, 1.3},
+    {"the same, processor time", "link 24", {"modbus"}, &bench::Times::cpu, 1 / 0.75},
+    {"answer of 1 MiB / best raw read",
+     "link large",
+     {"raw large", "raw large, waiting for all", "raw large, 64 KiB at a time"},
+     &bench::Times::real,
+     0.8},
+    {"32 answers of 1 KiB in chunks of 1,460 / copying",
+     "reassemble 1460",
+     {"collect 1460"},
+     &bench::Times::real,
+     0.8},
+    {"32 answers of 1 KiB in chunks of 7 / copying",
+     "reassemble 7",
+     {"collect 7"},
+     &bench::Times::real,
+     0.45},
+    {"32 answers of 1 KiB in chunks of 1 / copying",
+     "reassemble 1",
+     {"collect 1"},
+     &bench::Times::real,
+     0.45},
+};
+
+}  // namespace
+
+namespace bench {
+
+int PrintLink() {
+  Contest contest;
+  AddExchanges(contest);
+  AddLargeAnswers(contest);
+  for (const std::size_t most : {1460, 7, 1}) AddReassembly(contest, most);
+  contest.Run();
+
+  int missed = 0;
+  std::printf("\n%-58s %10s %8s %8s\n", "server link, medians of 15 rounds", "time", "speed", "at least");
+  for (const Promise& promise : kPromises) {
+    const double speed = contest.Speed(promise.measured, promise.against, promise.clock);
+    std::printf("%-58s %7.0f ns %8.2f %8.2f%s\n", promise.what,
+                contest.Median(promise.measured, promise.clock), speed, promise.least,
+                speed < promise.least ? "  MISSED" : "");
+    missed += speed < promise.least;
+  }
+  return missed;
+}
+
+}  // namespace bench

@@ -1,0 +1,18 @@
+# Every file of fuzz/ is a target fuzz_<name>: with TARN_FUZZ a fuzzer, else a program that repeats the inputs of
+# the folders it is given. All of them are built by the target `fuzz_targets`.
+tarn_glob(fuzzSupport fuzz/support/*.cpp)
+tarn_glob(fuzzSources fuzz/*.cpp)
+list(REMOVE_ITEM fuzzSources ${fuzzSupport})
+add_custom_target(fuzz_targets)
+foreach(source ${fuzzSources})
+  get_filename_component(name ${source} NAME_WE)
+  if(TARN_FUZZ)
+    tarn_program(fuzz_${name} ${source})
+    target_link_options(fuzz_${name} PRIVATE -fsanitize=fuzzer)
+  else()
+    tarn_program(fuzz_${name} ${source} ${fuzzSupport})
+  endif()
+  target_link_libraries(fuzz_${name} PRIVATE tarn_sim)
+  set_target_properties(fuzz_${name} PROPERTIES EXCLUDE_FROM_ALL ON)
+  add_dependencies(fuzz_targets fuzz_${name})
+endforeach()

@@ -1,0 +1,283 @@
+// The whole client over a connection in memory: any sequence of calls against any behaviour of a server, and
+// a model that knows only what must come of each call and which sequence number comes next.
+#include "serverlink/fComm.h"
+
+#include <deque>
+#include <optional>
+#include <set>
+#include <vector>
+
+#include "automation/error.h"
+#include "fuzz/support/input.h"
+#include "simulator/protocol/frame.h"
+
+namespace {
+
+using namespace std::chrono_literals;
+using serverlink::Bytes;
+
+/// Time passes only when somebody waits.
+struct Clock {
+  std::chrono::steady_clock::time_point now{1h};
+};
+
+/// Delivers what a server is to send, piece by piece, and keeps what the client sends.
+class MemorySocket : public serverlink::Socket {
+ public:
+  explicit MemorySocket(Clock& clock) : clock_(clock) {}
+
+  enum class End { kNone, kClose, kError };
+  struct Script {
+    std::deque<Bytes> pieces;
+    End end = End::kNone;
+  };
+  /// Answers a request.
+  std::function<Script(const Bytes& request)> serve;
+
+  void Connect(const std::string&, std::uint16_t) override {
+    Close();
+    connecting_ = true;
+  }
+  void Close() override {
+    connecting_ = connected_ = false;
+    script_ = {};
+  }
+  bool Connected() const override { return connected_; }
+  void SendData(std::span<const std::uint8_t> bytes) override {
+    Script more = serve(Bytes(bytes.begin(), bytes.end()));
+    for (auto& piece : more.pieces) script_.pieces.push_back(std::move(piece));
+    script_.end = more.end;
+  }
+  std::size_t GetData(std::span<std::uint8_t> space) override {
+    Bytes& piece = script_.pieces.front();
+    const std::size_t count = std::min(space.size(), piece.size());
+    std::copy_n(piece.begin(), count, space.begin());
+    piece.erase(piece.begin(), piece.begin() + static_cast<std::ptrdiff_t>(count));
+    if (piece.empty()) script_.pieces.pop_front();
+    return count;
+  }
+  void Wait(std::chrono::milliseconds longest) override {
+    if (std::exchange(connecting_, false)) {
+      connected_ = true;
+    } else if (connected_ && !script_.pieces.empty()) {
+      onDataArrival();
+    } else if (connected_ && script_.end != End::kNone) {
+      const End end = script_.end;
+      Close();
+      end == End::kClose ? onClose() : onError("the server broke the connection");
+    } else {
+      clock_.now += longest;
+    }
+  }
+
+ private:
+  Clock& clock_;
+  Script script_;
+  bool connecting_ = false;
+  bool connected_ = false;
+};
+
+/// Ticks when it is told to; inside of each turn somebody tries a call that must be refused.
+class Loop : public ui::EventLoop {
+ public:
+  std::function<void()> onTurn;
+  void Turn() override { onTurn(); }
+  void Post(std::function<void()>) override {}
+  void RunUntil(const std::function<bool()>&) override {}
+  void Quit() override {}
+  void SetWaiting(bool) override {}
+  void Tick() {
+    for (ui::Timer* timer : std::set<ui::Timer*>(running_)) timer->onTick();
+  }
+
+ private:
+  void Start(ui::Timer& timer) override { running_.insert(&timer); }
+  void Stop(ui::Timer& timer) override { running_.erase(&timer); }
+  std::set<ui::Timer*> running_;
+};
+
+struct CountedPrompts : ui::Prompts {
+  int asked = 0;
+  ui::Answer Ask(const ui::Prompt&) override { return ++asked, ui::Answer::kOk; }
+};
+
+/// How the server takes a request. Only the first makes the call succeed; after the last nobody knows.
+enum Behaviour { kWhole, kSilent, kClosing, kBreaking, kOutOfStep, kShortHeader, kSurplus, kAnything };
+
+class Machine {
+ public:
+  explicit Machine(fuzz::Input& input) : input_(input) {
+    socket_.serve = [this](const Bytes& request) { return Serve(request); };
+    comm_.setTransactionTimeout(3);
+    loop_.onTurn = [this] {
+      if (++turns_ % 32 != 1) return;  // an exception takes long
+      fuzz::Check(!Succeeds([&] { comm_.ovpSetArgument({1}); }), "nothing starts inside of a call");
+    };
+  }
+
+  void Run() {
+    while (!input_.Empty()) Step();
+    fuzz::Check(prompts_.asked <= 1, "one box at most");
+  }
+
+ private:
+  template <class Work>
+  bool Succeeds(Work work) {
+    try {
+      work();
+      return true;
+    } catch (const automation::Error& error) {
+      fuzz::Check(error.Code() == automation::kApplicationDefined && !error.Description().empty() &&
+                      error.Source() == "title",
+                  "every failure is the application's own, with words");
+      return false;
+    }
+  }
+
+  void Step() {
+    switch (input_.Number(7)) {
+      case 0:
+        return Connect();
+      case 1:
+        trusted_ = false;
+        return comm_.ovpClose();
+      case 2:
+        return SetArgument();
+      case 3:
+        return loop_.Tick();
+      default:
+        return Transact(input_.Byte() % 2 == 0);
+    }
+  }
+
+  void Connect() {
+    headerLength_ = simulator::kGreetingHeader;
+    Plan("Ok");
+    const bool succeeded = Succeeds([&] { comm_.ovpConnect("host", 2540, "hello", 3); });
+    fuzz::Check(sent_ && sent_->sequence >= 7018 && sent_->sequence <= 8086, "the greeting was sent");
+    fuzz::Check(std::ranges::equal(sent_->argument, std::string_view("hello")), "the greeting is as given");
+    number_ = sent_->sequence;
+    opened_ = false;
+    headerLength_ = simulator::kFullHeader;
+    Judge(succeeded);
+  }
+
+  void SetArgument() {
+    const auto bytes = input_.Bytes(input_.Number(6000));
+    argument_.assign(bytes.begin(), bytes.end());
+    Open(Succeeds([&] { comm_.ovpSetArgument(argument_); }));
+  }
+
+  /// A number that was opened but never sent is used again.
+  void Open(bool succeeded) {
+    fuzz::Check(succeeded || !trusted_, "a transaction can be opened");
+    if (!opened_) number_ = number_ == 8086 ? 7018 : number_ + 1;
+    opened_ = true;
+  }
+
+  void Transact(bool withArgument) {
+    if (!withArgument) {
+      argument_.clear();
+      Open(true);
+    }
+    Plan("");
+    const auto type = withArgument ? std::optional<std::int16_t>(5) : std::nullopt;
+    const bool succeeded = Succeeds([&] { comm_.ovpTransaction(1, 2, type, ""); });
+    if (!trusted_) return;
+    fuzz::Check(sent_.has_value() == opened_, "it is sent just when there is one");
+    if (!opened_) return fuzz::Check(!succeeded, "there was nothing to be sent");
+    opened_ = false;
+    fuzz::Check(sent_->sequence == number_ && sent_->argument == argument_, "the request is as it was put");
+    fuzz::Check(comm_.TransactionOn(), "a transaction is recent");
+    Judge(succeeded);
+    if (trusted_) CheckAnswer();
+  }
+
+  void Judge(bool succeeded) {
+    fuzz::Check(behaviour_ == kAnything || succeeded == (behaviour_ == kWhole),
+                "a call ends as its answer was");
+    trusted_ = behaviour_ == kWhole;
+  }
+
+  void CheckAnswer() {
+    fuzz::Check(comm_.ovpGetRspArgVal() == answer_, "the answer arrived whole");
+    fuzz::Check(comm_.ovpGetRspArgLen() == static_cast<std::int32_t>(answer_.size()), "its length was read");
+    fuzz::Check(comm_.ovpGetRspCmd() == 1 && comm_.ovpGetRspArgType() == 9, "its header was read");
+  }
+
+  void Plan(std::string_view answer) {
+    sent_.reset();
+    behaviour_ = static_cast<Behaviour>(input_.Number(kAnything));
+    answer_.assign(answer.begin(), answer.end());
+    // Bytes behind an answer that takes more than one read are found only later.
+    if (answer.empty()) answer_.resize(input_.Number(behaviour_ == kSurplus ? 4000 : 20'000), 0x33);
+  }
+
+  MemorySocket::Script Serve(const Bytes& request) {
+    const auto header = simulator::ReadHeader(std::span(request).first(headerLength_));
+    fuzz::Check(header && header->argumentLength == request.size() - headerLength_,
+                "the request is well formed");
+    sent_ = header->fields;
+    sent_->argument.assign(request.begin() + static_cast<std::ptrdiff_t>(headerLength_), request.end());
+    simulator::Frame frame{1, sent_->sequence, 0, 9, answer_};
+    if (behaviour_ == kOutOfStep) ++frame.sequence;
+    Bytes bytes = simulator::WriteFrame(frame, headerLength_);
+    if (behaviour_ == kSilent || behaviour_ == kClosing || behaviour_ == kBreaking)
+      bytes.resize(input_.Number(bytes.size() - 1));
+    if (behaviour_ == kShortHeader) bytes.resize(1 + input_.Number(headerLength_ - 2));
+    if (behaviour_ == kSurplus) bytes.push_back(0);
+    if (behaviour_ == kAnything) {
+      const auto any = input_.Bytes(input_.Number(100));
+      bytes.assign(any.begin(), any.end());
+    }
+    using End = MemorySocket::End;
+    return {Cut(bytes), behaviour_ == kClosing    ? End::kClose
+                        : behaviour_ == kBreaking ? End::kError
+                                                  : End::kNone};
+  }
+
+  /// In pieces of which none cuts the header, or parts what is behind an answer from it.
+  std::deque<Bytes> Cut(const Bytes& bytes) {
+    std::deque<Bytes> pieces;
+    for (auto rest = std::span(bytes); !rest.empty();) {
+      const std::size_t wanted = input_.Number(5000) + (pieces.empty() ? headerLength_ : 1);
+      const auto piece = rest.first(behaviour_ == kSurplus ? rest.size() : std::min(rest.size(), wanted));
+      pieces.emplace_back(piece.begin(), piece.end());
+      rest = rest.subspan(piece.size());
+    }
+    return pieces;
+  }
+
+  fuzz::Input& input_;
+  int turns_ = 0;
+  Clock clock_;
+  MemorySocket socket_{clock_};
+  Loop loop_;
+  CountedPrompts prompts_;
+  shell::Strings strings_{[] { return automation::Object(); }};
+  serverlink::fComm comm_{{.socket = socket_,
+                           .loop = loop_,
+                           .prompts = prompts_,
+                           .strings = strings_,
+                           .title = "title",
+                           .now = [this] { return clock_.now; }}};
+
+  // What the model knows.
+  int number_ = 7017;
+  bool opened_ = false;
+  bool trusted_ = false;  // connected, greeted, and every request so far was answered
+  Bytes argument_;
+  // How the server takes the next request, and that request.
+  std::size_t headerLength_ = simulator::kGreetingHeader;
+  Behaviour behaviour_ = kWhole;
+  Bytes answer_;
+  std::optional<simulator::Frame> sent_;
+};
+
+}  // namespace
+
+extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t* data, std::size_t size) {
+  fuzz::Input input(data, size);
+  Machine(input).Run();
+  return 0;
+}

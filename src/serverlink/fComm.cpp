@@ -1,0 +1,350 @@
+#include "serverlink/fComm.h"
+
+#include <algorithm>
+#include <new>
+#include <utility>
+
+#include "base/error.h"
+#include "base/numbers.h"
+
+namespace serverlink {
+
+using namespace std::chrono_literals;
+
+namespace {
+
+constexpr auto kConnectTime = 30s;
+constexpr auto kTick = 1s;
+// A round of waiting ends at once when the connection has something. These bound how long a window waits for
+// its turn; after the first two seconds it may wait longer.
+constexpr auto kRound = 10ms;
+constexpr auto kLaterRound = 100ms;
+constexpr auto kBriskTime = 2s;
+constexpr std::size_t kLongestShown = 40;
+constexpr int kTextTypeOffset = 100;
+
+/// What a server answered, fit to be shown.
+std::string Shown(const Bytes& answer) {
+  std::string text;
+  for (const std::uint8_t byte : std::span(answer).first(std::min(answer.size(), kLongestShown))) {
+    text += byte >= ' ' && byte < 0x7F ? static_cast<char>(byte) : '?';
+  }
+  return answer.size() > kLongestShown ? text + "..." : text;
+}
+
+}  // namespace
+
+/// One request at a time: event handlers run while one waits, and must not start another.
+class fComm::Busy {
+ public:
+  explicit Busy(fComm& comm) : comm_(comm) {
+    if (comm.busy_)
+      throw base::Error(comm.given_.strings.GetStrings("Another request still waits for its answer."));
+    comm.busy_ = true;
+  }
+  Busy(const Busy&) = delete;
+  Busy& operator=(const Busy&) = delete;
+  ~Busy() { comm_.busy_ = false; }
+
+ private:
+  fComm& comm_;
+};
+
+fComm::fComm(Surroundings surroundings)
+    : given_(std::move(surroundings)),
+      receiver_(table_, given_.strings, given_.trace),
+      TimerTransaction(given_.loop, kTick),
+      PollError(given_.loop, kTick) {
+  given_.socket.onDataArrival = [this] { OnDataArrival(); };
+  given_.socket.onClose = [this] { OnClose(); };
+  given_.socket.onError = [this](const std::string& why) { OnError(why); };
+  TimerTransaction.onTick = [this] { OnTimerTransaction(); };
+  PollError.onTick = [this] { OnPollError(); };
+}
+
+fComm::~fComm() {
+  given_.socket.Close();
+  given_.socket.onDataArrival = given_.socket.onClose = nullptr;
+  given_.socket.onError = nullptr;
+}
+
+template <class Work>
+decltype(auto) fComm::Raising(Work work) const {
+  try {
+    return work();
+  } catch (const base::Error& error) {
+    throw automation::Error(automation::kApplicationDefined, error.what(), given_.title);
+  } catch (const std::bad_alloc&) {
+    throw automation::Error(automation::kApplicationDefined,
+                            given_.strings.GetStrings("There is not enough memory for the transaction."),
+                            given_.title);
+  }
+}
+
+// --- connecting ----------------------------------------------------------------------------------------
+
+bool fComm::ovpConnect(const std::string& host, std::int32_t port, const std::string& greeting,
+                       std::int16_t greetingType) {
+  return Raising([&] {
+    const Busy busy(*this);
+    given_.trace("Connection in");
+    try {
+      Connect(host, port);
+      Greet(greeting, greetingType);
+    } catch (...) {
+      given_.trace("Connection out erreur");
+      given_.socket.Close();
+      throw;
+    }
+    given_.trace("Connection out normal");
+    return true;
+  });
+}
+
+void fComm::Connect(const std::string& host, std::int32_t port) {
+  Forget();
+  if (port < 1 || port > 65535) {
+    throw base::Error(
+        given_.strings.FormatStrings("The port %s1% is not between 1 and 65535.", {std::to_string(port)}));
+  }
+  connecting_ = true;
+  given_.socket.Connect(host, static_cast<std::uint16_t>(port));
+  PollError.Start();
+  const Time start = given_.now();
+  const Time end = start + kConnectTime;
+  for (Time now = start; !given_.socket.Connected() && failure_.empty() && now < end; now = given_.now()) {
+    PassTime(start, now, end);
+  }
+  connecting_ = false;
+  if (given_.socket.Connected()) return;
+  given_.trace("Erreur timeout de connection");
+  const std::string why =
+      failure_.empty() ? given_.strings.GetStrings("it did not answer within 30 seconds") : failure_;
+  throw base::Error(given_.strings.FormatStrings("The server %s1% could not be reached at port %s2%: %s3%.",
+                                                 {host, std::to_string(port), why}));
+}
+
+void fComm::Greet(const std::string& greeting, std::int16_t greetingType) {
+  const std::string bytes = given_.toCodePage(greeting);
+  Open().SndArgument.assign(bytes.begin(), bytes.end());
+  try {
+    Transact(0, 1, greetingType, "");
+  } catch (const base::Error&) {
+    given_.trace("Erreur transaction authentification");
+    throw;
+  }
+  const Bytes& answer = LastCompleted().RspArgument;
+  if (std::string_view(reinterpret_cast<const char*>(answer.data()), answer.size()) != "Ok") {
+    given_.trace("Erreur authentification");
+    throw base::Error(given_.strings.FormatStrings("The server refused the greeting; it answered \"%s1%\".",
+                                                   {Shown(answer)}));
+  }
+  mode_ = HeaderMode::kAuthenticated;
+  receiver_.SetMode(mode_);
+}
+
+/// Of the connection before, nothing will be answered any more; the numbers go on.
+void fComm::Forget() {
+  given_.socket.Close();
+  table_.Clear();
+  opened_ = false;
+  lastCompleted_ = kBeforeFirst;
+  failure_.clear();
+  error_ = false;
+  mode_ = HeaderMode::kGreeting;
+  receiver_.Restart(m_seqNumber);
+}
+
+void fComm::ovpClose() {
+  given_.socket.Close();
+  EndConnection(given_.strings.GetStrings("The connection was closed."));
+}
+
+// --- one transaction -----------------------------------------------------------------------------------
+
+void fComm::ovpSetArgument(const Bytes& argument) {
+  Raising([&] {
+    const Busy busy(*this);
+    Open().SndArgument = argument;
+  });
+}
+
+bool fComm::ovpTransaction(std::int16_t command, std::int16_t parameter,
+                           std::optional<std::int16_t> argumentType, const std::string& text) {
+  return Raising([&] {
+    const Busy busy(*this);
+    if (!argumentType) Open();
+    Transact(command, parameter, argumentType.value_or(0), text);
+    return true;
+  });
+}
+
+/// A transaction that was never sent gives its number to the next one, as the server will not answer it.
+CTransaction& fComm::Open() {
+  if (!opened_) m_seqNumber = NextNumber(m_seqNumber);
+  auto& place = table_.At(m_seqNumber);
+  // Complete but not consumed is the late answer to a request that was given up.
+  if (place && !opened_ && place->State != kIdle && place->State != kComplete) {
+    given_.trace("Transaction buffer overflow");
+    given_.trace("m_seqNumber=", m_seqNumber);
+    throw base::Error(given_.strings.FormatStrings(
+        "Transaction %s1% has never been answered; please connect again.", {std::to_string(m_seqNumber)}));
+  }
+  place = NewRecord();
+  place->SeqNumber = m_seqNumber;
+  opened_ = true;
+  return *place;
+}
+
+/// A record that nobody holds any more is used again, with its memory.
+std::shared_ptr<CTransaction> fComm::NewRecord() {
+  if (!spare_) return std::make_shared<CTransaction>();
+  spare_->State = kIdle;
+  spare_->ReceivedBytesArg = 0;
+  spare_->RspArgument.clear();
+  spare_->RspHeader.clear();
+  spare_->SndArgument.clear();
+  return std::exchange(spare_, nullptr);
+}
+
+void fComm::Transact(std::int16_t command, std::int16_t parameter, std::int16_t argumentType,
+                     const std::string& text) {
+  given_.trace("Transaction in ", m_seqNumber);
+  try {
+    if (!opened_) {
+      given_.trace("Transaction non traitée");
+      throw base::Error(given_.strings.GetStrings("No argument was set for the transaction."));
+    }
+    if (!given_.socket.Connected()) throw base::Error(NotConnected());
+    CTransaction& transaction = *table_.At(m_seqNumber);
+    BuildRequest(transaction, command, parameter, argumentType, text);
+    const Time start = given_.now();
+    opened_ = false;
+    transaction.State = kSent;
+    SwitchTransactionOn();
+    given_.socket.SendData(request_);
+    Await(transaction, start);
+    Finish(transaction);
+  } catch (...) {
+    given_.trace("Transaction out erreur");
+    throw;
+  }
+  given_.trace("Transaction out normal ", m_seqNumber);
+}
+
+/// Changes the transaction only when all of it fits on the wire, so that a refused call can be repeated.
+void fComm::BuildRequest(CTransaction& transaction, std::int16_t command, std::int16_t parameter,
+                         std::int16_t argumentType, const std::string& text) {
+  Bytes prefix;
+  if (!text.empty()) {
+    const std::string bytes = given_.toCodePage(text);
+    prefix.resize(2);
+    WriteNumber(prefix, ToShort(static_cast<std::int64_t>(bytes.size())));
+    prefix.insert(prefix.end(), bytes.begin(), bytes.end());
+    argumentType = ToShort(argumentType + kTextTypeOffset);
+  }
+  const std::size_t header = HeaderLength(mode_);
+  const std::size_t argument = prefix.size() + transaction.SndArgument.size();
+  request_.assign(header, 0);
+  WriteField(request_, mode_, Field::kCommand, command);
+  WriteField(request_, mode_, Field::kSequence, transaction.SeqNumber);
+  WriteField(request_, mode_, Field::kParameter, parameter);
+  WriteField(request_, mode_, Field::kArgumentType, argumentType);
+  WriteField(request_, mode_, Field::kArgumentLength, static_cast<std::int64_t>(argument));
+  WriteField(request_, mode_, Field::kHeaderLength, static_cast<std::int64_t>(header));
+  Bytes& sent = transaction.SndArgument;
+  sent.insert(sent.begin(), prefix.begin(), prefix.end());
+  request_.insert(request_.end(), sent.begin(), sent.end());
+}
+
+void fComm::Await(const CTransaction& transaction, Time start) {
+  const Time end = start + std::chrono::seconds(timeout_);
+  const auto waits = [&] { return transaction.State != kComplete && transaction.State != kIdle; };
+  for (Time now = start; waits() && now < end; now = given_.now()) {
+    PassTime(start, now, end);
+    if (!waits()) break;
+  }
+  if (transaction.State == kComplete) return;
+  if (!failure_.empty()) throw base::Error(failure_);
+  given_.trace("Erreur timeout de transaction");
+  const std::string seconds = std::to_string(timeout_);
+  if (transaction.State == kReceiving) {
+    throw base::Error(given_.strings.FormatStrings(
+        "The server has not finished its answer within %s1% seconds; %s2% of %s3% bytes have come.",
+        {seconds, std::to_string(transaction.ReceivedBytesArg),
+         std::to_string(ReadField(transaction, Field::kArgumentLength))}));
+  }
+  throw base::Error(
+      given_.strings.FormatStrings("The server has not answered within %s1% seconds.", {seconds}));
+}
+
+/// One round of waiting. The message loop takes part in every round, but when answers come faster than a
+/// round lasts, not in every transaction.
+void fComm::PassTime(Time start, Time now, Time end) {
+  if (now - lastTurn_ >= kRound) {
+    given_.loop.Turn();
+    lastTurn_ = now = given_.now();
+  }
+  const auto round = now - start < kBriskTime ? kRound : kLaterRound;
+  const auto left = std::chrono::ceil<std::chrono::milliseconds>(end - now);
+  if (left > 0ms) given_.socket.Wait(std::min(left, round));
+}
+
+/// The one before goes: only the last complete answer can be asked for.
+void fComm::Finish(CTransaction& transaction) {
+  if (lastCompleted_ != kBeforeFirst) {
+    auto previous = std::exchange(table_.At(lastCompleted_), nullptr);
+    if (previous.use_count() == 1) {
+      receiver_.Recycle(std::move(previous->RspArgument));
+      spare_ = std::move(previous);
+    }
+  }
+  lastCompleted_ = transaction.SeqNumber;
+  transaction.State = kIdle;
+}
+
+void fComm::setTransactionTimeoutFromBufferSize(std::int32_t size) {
+  Raising([&] {
+    const double seconds = size / 1000.0 + size / 1000.0 + 10.0;
+    const std::int16_t whole = ToShort(static_cast<std::int64_t>(base::RoundHalfToEven(seconds)));
+    setTransactionTimeout(std::max<std::int16_t>(whole, kDefaultTimeout));
+  });
+}
+
+// --- the answer ----------------------------------------------------------------------------------------
+
+const CTransaction& fComm::LastCompleted() const {
+  if (lastCompleted_ != kBeforeFirst) return *table_.At(lastCompleted_);
+  throw base::Error(given_.strings.GetStrings("No transaction has been completed."));
+}
+
+std::int16_t fComm::Short(Field field) const {
+  return Raising([&] { return static_cast<std::int16_t>(ReadField(LastCompleted(), field)); });
+}
+
+std::int32_t fComm::ovpGetRspArgLen() const {
+  return Raising(
+      [&] { return static_cast<std::int32_t>(ReadField(LastCompleted(), Field::kArgumentLength)); });
+}
+
+const Bytes& fComm::ovpGetRspArgVal() const {
+  return Raising([&]() -> const Bytes& {
+    const Bytes& argument = LastCompleted().RspArgument;
+    given_.trace("Sending response argument ", static_cast<std::int64_t>(argument.size()));
+    return argument;
+  });
+}
+
+std::int16_t fComm::ovpGetRspArgTypeTransaction(const CTransaction& transaction) const {
+  return static_cast<std::int16_t>(ReadField(transaction, Field::kArgumentType));
+}
+
+Bytes fComm::NumberBytes(std::int64_t value, std::size_t width) const {
+  return Raising([&] {
+    Bytes bytes(width);
+    WriteNumber(bytes, value);
+    return bytes;
+  });
+}
+
+}  // namespace serverlink

@@ -1,0 +1,64 @@
+// The protocol client connected to the stand-in server over a real socket, with a clock that may run faster
+// than time does, so that a time-out of whole seconds takes milliseconds.
+#pragma once
+
+#include "serverlink/asio_socket.h"
+#include "serverlink/fComm.h"
+#include "simulator/protocol/server.h"
+#include "stand_ins.h"
+
+namespace tests {
+
+struct Link {
+  simulator::ProtocolServer server;
+  serverlink::AsioSocket socket;
+  ManualLoop loop;
+  ScriptedPrompts prompts;
+  shell::Strings strings{[] { return automation::Object(); }};
+  int clockSpeed = 1;
+  std::vector<std::string> traced;
+  serverlink::fComm comm{
+      {.socket = socket,
+       .loop = loop,
+       .prompts = prompts,
+       .strings = strings,
+       .title = "KV-TARN Configuration",
+       .trace = serverlink::Trace([this](std::string_view line) { traced.emplace_back(line); }),
+       .now = [this] { return Now(); }}};
+
+  bool Connect() { return comm.ovpConnect("127.0.0.1", server.Port(), "hello", 3); }
+
+  /// The bytes come back as the answer.
+  serverlink::Bytes Echo(const serverlink::Bytes& argument) {
+    comm.ovpSetArgument(argument);
+    comm.ovpTransaction(1, 2, 3, "");
+    return comm.ovpGetRspArgVal();
+  }
+
+  std::chrono::steady_clock::time_point Now() const {
+    return start_ + (std::chrono::steady_clock::now() - start_) * clockSpeed;
+  }
+
+ private:
+  std::chrono::steady_clock::time_point start_ = std::chrono::steady_clock::now();
+};
+
+/// "" or the text of the application-defined error; anything else that is thrown goes through.
+template <class Work>
+std::string Refusal(Work work) {
+  try {
+    work();
+    return "";
+  } catch (const automation::Error& error) {
+    if (error.Code() != automation::kApplicationDefined || error.Source() != "KV-TARN Configuration") throw;
+    return error.Description();
+  }
+}
+
+inline serverlink::Bytes Pattern(std::size_t size) {
+  serverlink::Bytes bytes(size);
+  for (std::size_t i = 0; i < size; ++i) bytes[i] = static_cast<std::uint8_t>(i * 31 + i / 251);
+  return bytes;
+}
+
+}  // namespace tests

@@ -1,0 +1,258 @@
+#include <gmock/gmock.h>
+
+#include "link.h"
+
+namespace {
+
+using namespace std::chrono_literals;
+using serverlink::Bytes;
+using simulator::ServerMode;
+using simulator::ServerOptions;
+using testing::HasSubstr;
+using tests::Pattern;
+using tests::Refusal;
+
+struct ClientTest : testing::Test, tests::Link {
+  std::chrono::milliseconds Took(const std::function<void()>& work) {
+    const auto start = std::chrono::steady_clock::now();
+    work();
+    return std::chrono::ceil<std::chrono::milliseconds>(std::chrono::steady_clock::now() - start);
+  }
+};
+
+TEST_F(ClientTest, GreetsAndTakesTheAnswerApart) {
+  EXPECT_TRUE(Connect());
+  EXPECT_EQ(Echo({1, 2, 3}), (Bytes{1, 2, 3}));
+  EXPECT_EQ(comm.ovpGetRspCmd(), 1);
+  EXPECT_EQ(comm.ovpGetRspParam(), 2);
+  EXPECT_EQ(comm.ovpGetRspArgType(), 3);
+  EXPECT_EQ(comm.ovpGetRspArgLen(), 3);
+  EXPECT_EQ(comm.ovpGetRspArgTypeTransaction(*comm.Transaction("7019")), 3);
+  EXPECT_EQ(comm.Transaction("07019"), nullptr);
+  EXPECT_EQ(comm.Transaction("7018"), nullptr);  // the greeting is done with
+
+  const auto requests = server.TakeRequests();
+  ASSERT_EQ(requests.size(), 2u);
+  EXPECT_EQ(requests[0].parameter, 1);
+  EXPECT_EQ(requests[0].argumentType, 3);
+  EXPECT_EQ(std::string(requests[0].argument.begin(), requests[0].argument.end()), "hello");
+  EXPECT_THAT(traced, testing::IsSupersetOf({"Connection in", "Transaction in 7018", "Connection out normal",
+                                             "Rx=7019", "Transaction out normal 7019",
+                                             "Sending response argument 3"}));
+}
+
+TEST_F(ClientTest, RequestsCarryTypeTextAndArgument) {
+  Connect();
+  server.TakeRequests();
+  comm.ovpTransaction(7, 8, std::nullopt, "");
+  comm.ovpSetArgument({9, 9, 9});
+  EXPECT_THAT(Refusal([&] { comm.ovpTransaction(1, 1, 32'700, "AB"); }), HasSubstr("Overflow"));
+  EXPECT_THAT(Refusal([&] { comm.ovpTransaction(1, 1, 5, std::string(32'768, 'x')); }),
+              HasSubstr("Overflow"));
+  EXPECT_THAT(Refusal([&] { comm.ovpTransaction(-1, 1, 5, ""); }), HasSubstr("Overflow"));
+  comm.ovpTransaction(1, 1, 5, "AB");  // the argument is still there, once
+  EXPECT_THAT(Refusal([&] { comm.ovpTransaction(1, 1, 5, ""); }), HasSubstr("No argument"));
+  comm.ovpSetArgument({1});
+  comm.ovpTransaction(7, 8, std::nullopt, "");  // in place of the one that was never sent
+
+  const auto requests = server.TakeRequests();
+  ASSERT_EQ(requests.size(), 3u);
+  EXPECT_EQ(requests[0].argumentType, 0);
+  EXPECT_TRUE(requests[0].argument.empty());
+  EXPECT_EQ(requests[1].argumentType, 105);
+  EXPECT_EQ(requests[1].argument, (Bytes{0, 2, 'A', 'B', 9, 9, 9}));
+  EXPECT_EQ(requests[2].sequence, requests[1].sequence + 1);
+  EXPECT_TRUE(requests[2].argument.empty());
+}
+
+TEST_F(ClientTest, SequenceNumbersWrapAndRecordsDoNotPileUp) {
+  Connect();
+  for (int i = 2; i <= 1'100; ++i) {
+    comm.ovpTransaction(1, 1, std::nullopt, "");
+    const int number = i <= 1'069 ? 7'017 + i : 7'017 + i - 1'069;
+    ASSERT_NE(comm.Transaction(std::to_string(number)), nullptr) << i;
+    ASSERT_EQ(comm.Transaction(std::to_string(number - 1)), nullptr) << i;
+  }
+  EXPECT_EQ(server.TakeRequests()[1'068].sequence, 8'086);
+}
+
+TEST_F(ClientTest, LongRequestsAndAnswersInPiecesArriveWhole) {
+  Connect();
+  const Bytes large = Pattern(12'000'000);
+  EXPECT_EQ(Echo(large), large);
+  server.Set({.mode = ServerMode::kChunked, .piece = 700, .pause = 1ms});
+  const Bytes small = Pattern(5'000);
+  EXPECT_EQ(Echo(small), small);
+}
+
+TEST_F(ClientTest, EveryBadAnswerIsAnErrorThatSaysWhatHappened) {
+  clockSpeed = 20;
+  comm.setTransactionTimeout(1);
+  const struct {
+    ServerOptions options;
+    const char* text;
+  } cases[] = {
+      {{.greetingAnswer = "ok"}, "refused the greeting; it answered \"ok\""},
+      {{.mode = ServerMode::kSilent, .spoilsGreeting = true}, "has not answered within 1 seconds"},
+      {{.mode = ServerMode::kClosing, .spoilsGreeting = true, .offset = 13}, "closed the connection"},
+      {{.mode = ServerMode::kGarbage, .spoilsGreeting = true}, "answered transaction"},
+      {{.mode = ServerMode::kSilent, .offset = 23}, "23 bytes where a header of 24 bytes was due"},
+      {{.mode = ServerMode::kSilent, .offset = 30}, "within 1 seconds; 6 of 10 bytes have come"},
+      {{.mode = ServerMode::kOutOfStep}, "answered transaction"},
+      {{.mode = ServerMode::kSurplus, .piece = 1}, "no request waits"},
+      {{.mode = ServerMode::kSurplus, .piece = 100}, "no request waits"},
+      {{.mode = ServerMode::kGarbage}, "answered transaction"},
+      {{.mode = ServerMode::kClosing}, "closed the connection"},
+      {{.mode = ServerMode::kResetting}, "server broke the connection"},
+  };
+  for (const auto& item : cases) {
+    server.Set(item.options);
+    EXPECT_THAT(Refusal([&] {
+                  Connect();
+                  Echo(Pattern(10));
+                }),
+                HasSubstr(item.text));
+  }
+  server.Set({});
+  Connect();
+  EXPECT_EQ(Echo({5}), Bytes{5});
+}
+
+TEST_F(ClientTest, AServerThatIsNotThereIsToldAtOnce) {
+  EXPECT_EQ(Refusal([&] { Echo({1}); }), "There is no connection to the server.");
+  EXPECT_THAT(Refusal([&] { comm.ovpConnect("127.0.0.1", 65'536, "", 0); }),
+              HasSubstr("between 1 and 65535"));
+  const std::int32_t port = simulator::ProtocolServer().Port();  // gone again
+  EXPECT_THAT(Refusal([&] { comm.ovpConnect("127.0.0.1", port, "", 0); }), HasSubstr("was refused"));
+  clockSpeed = 300;
+  EXPECT_THAT(Refusal([&] { comm.ovpConnect("192.0.2.1", 9, "", 0); }),
+              HasSubstr("192.0.2.1 could not be reached"));
+  EXPECT_TRUE(Connect());
+}
+
+TEST_F(ClientTest, EndsAtEveryByteOfAnAnswerLeaveAClientThatConnectsAgain) {
+  clockSpeed = 100;
+  comm.setTransactionTimeout(1);
+  for (const ServerMode mode : {ServerMode::kClosing, ServerMode::kResetting, ServerMode::kSilent}) {
+    for (std::size_t offset = 0; offset < 34; ++offset) {
+      server.Set({.mode = mode, .offset = offset});
+      Connect();
+      ASSERT_NE(Refusal([&] { Echo(Pattern(10)); }), "") << offset;
+      server.Set({});
+      Connect();
+      ASSERT_EQ(Echo(Pattern(10)), Pattern(10)) << offset;
+    }
+  }
+}
+
+TEST_F(ClientTest, DrippingBytesDoNotExtendTheTimeOut) {
+  Connect();
+  comm.setTransactionTimeout(1);
+  server.Set({.mode = ServerMode::kChunked, .piece = 1, .pause = 30ms});
+  const auto took =
+      Took([&] { EXPECT_THAT(Refusal([&] { Echo(Pattern(1'000)); }), HasSubstr("of 1000 bytes")); });
+  EXPECT_GE(took, 1'000ms);
+  EXPECT_LE(took, 1'050ms);
+}
+
+TEST_F(ClientTest, ALateAnswerGoesToItsOwnTransaction) {
+  clockSpeed = 20;
+  Connect();
+  comm.setTransactionTimeout(1);
+  server.Set({.mode = ServerMode::kChunked, .piece = 10, .pause = 80ms});
+  EXPECT_THAT(Refusal([&] { Echo({1, 2}); }), HasSubstr("0 of 2 bytes"));
+  server.Set({});
+  comm.setTransactionTimeoutDefault();
+  EXPECT_EQ(Echo({3, 4, 5}), (Bytes{3, 4, 5}));
+}
+
+TEST_F(ClientTest, WaitingTurnsTheLoopWithoutSpinningAndWakesForData) {
+  clockSpeed = 10;
+  Connect();
+  comm.setTransactionTimeout(5);
+  server.Set({.mode = ServerMode::kChunked, .piece = 1'000, .pause = 330ms});
+  loop.turns = 0;
+  // The rest comes in the middle of a round of 100 ms.
+  const auto took = Took([&] { Echo(Pattern(10)); });
+  EXPECT_GE(took, 330ms);
+  EXPECT_LT(took, 385ms);
+  EXPECT_GE(loop.turns, 10);
+  EXPECT_LE(loop.turns, 25);
+}
+
+TEST_F(ClientTest, EventHandlersMayCloseButNotStartAnotherTransaction) {
+  Connect();
+  server.Set({.mode = ServerMode::kSilent});
+  std::vector<std::string> refused;
+  loop.onTurn = [&] {
+    refused = {Refusal([&] { comm.ovpTransaction(1, 1, std::nullopt, ""); }),
+               Refusal([&] { comm.ovpSetArgument({1}); }), Refusal([&] { Connect(); })};
+    comm.ovpClose();
+  };
+  EXPECT_EQ(Refusal([&] { Echo({1}); }), "The connection was closed.");
+  EXPECT_THAT(refused, testing::Each(HasSubstr("still waits")));
+  EXPECT_EQ(refused.size(), 3u);
+}
+
+TEST_F(ClientTest, ABrokenConnectionIsToldInOneBoxAlsoWhenNothingIsAsked) {
+  comm.NetworkIpAddress = "10.1.2.3";
+  prompts.whileAsked = [&] { loop.Tick(); };  // a box turns the message loop
+  for (int round = 0; round < 2; ++round) {
+    server.Set({});
+    Connect();
+    server.Set({.mode = ServerMode::kResetting});
+    EXPECT_THAT(Refusal([&] { Echo({1}); }), HasSubstr("broke the connection"));
+    loop.Tick();
+    loop.Tick();
+  }
+  ASSERT_EQ(prompts.asked.size(), 1u);
+  EXPECT_EQ(prompts.asked[0].text, "Connection lost with host 10.1.2.3, you should restart this plugin");
+  EXPECT_EQ(prompts.asked[0].title, "KV-TARN Configuration");
+  EXPECT_EQ(prompts.asked[0].icon, ui::Icon::kError);
+  EXPECT_TRUE(comm.ConnectionLost());
+
+  server.Set({.mode = ServerMode::kChunked, .pause = 1ms});
+  Connect();
+  server.Set({.mode = ServerMode::kClosing, .offset = 1'000});
+  Echo({1});  // a whole answer, then the end
+  std::this_thread::sleep_for(50ms);
+  loop.Tick();
+  EXPECT_FALSE(socket.Connected());
+  EXPECT_THAT(Refusal([&] { Echo({1}); }), HasSubstr("any more. The server closed the connection."));
+}
+
+TEST_F(ClientTest, ATransactionIsRecentForEightTicks) {
+  EXPECT_FALSE(comm.TransactionOn());
+  Connect();
+  for (int i = 0; i < 5; ++i) loop.Tick();
+  Echo({1});
+  for (int i = 0; i < 7; ++i) loop.Tick();
+  EXPECT_TRUE(comm.TransactionOn());
+  loop.Tick();
+  EXPECT_FALSE(comm.TransactionOn());
+}
+
+TEST_F(ClientTest, TheTimeOutFollowsTheSizeOfTheBuffer) {
+  Connect();
+  server.Set({.mode = ServerMode::kSilent});
+  clockSpeed = 2'000;
+  const std::pair<std::int32_t, const char*> cases[] = {{0, "60"},      {25'250, "60"}, {25'251, "61"},
+                                                        {25'750, "62"}, {26'250, "62"}, {60'000, "130"}};
+  for (const auto& [size, seconds] : cases) {
+    comm.setTransactionTimeoutFromBufferSize(size);
+    EXPECT_THAT(Refusal([&] { comm.ovpTransaction(1, 1, std::nullopt, ""); }),
+                HasSubstr("within " + std::string(seconds) + " seconds"));
+  }
+  EXPECT_THAT(Refusal([&] { comm.setTransactionTimeoutFromBufferSize(16'379'000); }), HasSubstr("Overflow"));
+}
+
+TEST_F(ClientTest, NumbersBecomeBytesMostSignificantFirst) {
+  EXPECT_EQ(comm.shortToByteArray(0x1234), (Bytes{0x12, 0x34}));
+  EXPECT_EQ(comm.unsignedShortToByteArray(65'535), (Bytes{0xFF, 0xFF}));
+  EXPECT_EQ(comm.unsignedIntToByteArray(0x01020304), (Bytes{1, 2, 3, 4}));
+  EXPECT_THAT(Refusal([&] { comm.shortToByteArray(-1); }), HasSubstr("Overflow"));
+  EXPECT_THAT(Refusal([&] { comm.unsignedShortToByteArray(65'536); }), HasSubstr("Overflow"));
+  EXPECT_THAT(Refusal([&] { comm.unsignedIntToByteArray(-1); }), HasSubstr("Overflow"));
+}
+
+}  // namespace

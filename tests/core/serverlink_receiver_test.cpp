@@ -1,0 +1,163 @@
+#include <gmock/gmock.h>
+
+#include "base/error.h"
+#include "link.h"
+
+namespace {
+
+using serverlink::Bytes;
+using serverlink::CTransaction;
+
+/// A receiver with transactions that await their answers, and those answers as they come over the wire.
+struct Reassembly : testing::Test {
+  serverlink::TransactionTable table;
+  shell::Strings strings{[] { return automation::Object(); }};
+  serverlink::Trace trace;
+  serverlink::Receiver receiver{table, strings, trace};
+  std::vector<Bytes> arguments;
+  Bytes stream;
+  std::vector<std::size_t> starts;  // of the answers in the stream
+
+  void Expect(const std::vector<std::size_t>& sizes, std::int16_t last = 7017) {
+    receiver.Restart(last);
+    receiver.SetMode(serverlink::HeaderMode::kAuthenticated);
+    table.Clear();
+    arguments.clear();
+    stream.clear();
+    starts.clear();
+    for (const std::size_t size : sizes) {
+      last = serverlink::NextNumber(last);
+      auto& transaction = table.At(last) = std::make_shared<CTransaction>();
+      transaction->State = serverlink::kSent;
+      arguments.push_back(tests::Pattern(size));
+      starts.push_back(stream.size());
+      const auto bytes =
+          simulator::WriteFrame({.sequence = static_cast<std::uint16_t>(last), .argument = arguments.back()},
+                                simulator::kFullHeader);
+      stream.insert(stream.end(), bytes.begin(), bytes.end());
+    }
+  }
+
+  void Arrive(std::size_t from, std::size_t to) {
+    receiver.DataArrival(std::span(stream).subspan(from, to - from));
+  }
+
+  std::string Fault(const std::function<void()>& work) {
+    try {
+      work();
+    } catch (const base::Error& error) {
+      return error.what();
+    }
+    return "";
+  }
+
+  bool InsideHeader(std::size_t place) const {
+    return std::ranges::any_of(starts,
+                               [&](std::size_t start) { return place > start && place < start + 24; });
+  }
+
+  void CheckAll(std::int16_t number = 7017) {
+    for (const Bytes& argument : arguments) {
+      number = serverlink::NextNumber(number);
+      const auto& transaction = table.At(number);
+      ASSERT_EQ(transaction->State, serverlink::kComplete) << number;
+      ASSERT_EQ(transaction->RspArgument, argument) << number;
+      ASSERT_EQ(static_cast<std::size_t>(transaction->ReceivedBytesArg), argument.size());
+    }
+  }
+};
+
+TEST_F(Reassembly, EverySplitInTwoGivesTheSameAnswersUnlessItCutsAHeader) {
+  for (const auto& sizes : {std::vector<std::size_t>{0}, {1, 0, 40}, {0, 5'000, 3}}) {
+    Expect(sizes);
+    const std::size_t whole = stream.size();
+    for (std::size_t cut = 0; cut <= whole; ++cut) {
+      Expect(sizes);
+      const std::string fault = Fault([&] {
+        Arrive(0, cut);
+        Arrive(cut, whole);
+      });
+      EXPECT_EQ(fault.empty(), !InsideHeader(cut)) << cut << ": " << fault;
+      if (fault.empty()) CheckAll();
+    }
+  }
+}
+
+TEST_F(Reassembly, TheLastOfThreePiecesCompletes) {
+  Expect({1'000});
+  const std::size_t cuts[] = {0, 24, 524, 1'024};
+  const std::int16_t states[] = {serverlink::kReceiving, serverlink::kReceiving, serverlink::kComplete};
+  const std::int32_t counts[] = {0, 500, 1'000};
+  for (std::size_t i = 0; i < 3; ++i) {
+    Arrive(cuts[i], cuts[i + 1]);
+    EXPECT_EQ(table.At(7018)->State, states[i]);
+    EXPECT_EQ(table.At(7018)->ReceivedBytesArg, counts[i]);
+  }
+  CheckAll();
+}
+
+TEST_F(Reassembly, TheNumberAfter8086Is7018) {
+  Expect({4, 4, 4}, 8084);
+  Arrive(0, stream.size());
+  CheckAll(8084);
+  EXPECT_EQ(table.At(7018)->State, serverlink::kComplete);
+}
+
+TEST_F(Reassembly, MemoryGrowsWithWhatHasArrivedNotWithWhatIsAnnounced) {
+  Expect({0});
+  const Bytes longest = {0x7F, 0xFF, 0xFF, 0xFF};
+  std::ranges::copy(longest, stream.begin() + 12);
+  const auto bounded = [&] {
+    const CTransaction& transaction = *table.At(7018);
+    return transaction.RspArgument.capacity() <=
+           4096 + 2 * static_cast<std::size_t>(transaction.ReceivedBytesArg);
+  };
+  Arrive(0, 24);
+  EXPECT_TRUE(bounded());
+  const Bytes piece(1'460);
+  for (int i = 0; i < 1'000; ++i) {
+    receiver.DataArrival(piece);
+    ASSERT_TRUE(bounded()) << i;
+  }
+  EXPECT_EQ(table.At(7018)->ReceivedBytesArg, 1'460'000);
+}
+
+TEST_F(Reassembly, WhatCannotBeTheAnswerIsRefusedInWords) {
+  const struct {
+    const char* text;
+    std::function<void()> arrive;
+  } cases[] = {
+      {"23 bytes where a header of 24", [&] { Arrive(0, 23); }},
+      {"announced an answer of 2147483648 bytes",
+       [&] {
+         stream[12] = 0x80;
+         Arrive(0, 24);
+       }},
+      {"answered transaction 7019 where 7018",
+       [&] {
+         stream[7] = 0x6B;
+         Arrive(0, 24);
+       }},
+      {"no request waits",
+       [&] {
+         Arrive(0, 24);
+         Arrive(0, 1);
+       }},
+      {"no request waits",
+       [&] {
+         stream.push_back(1);
+         Arrive(0, 25);
+       }},
+      {"no request waits",
+       [&] {
+         table.At(7018)->State = serverlink::kBuilding;
+         Arrive(0, 24);
+       }},
+  };
+  for (const auto& item : cases) {
+    Expect({0});
+    EXPECT_THAT(Fault(item.arrive), testing::HasSubstr(item.text));
+  }
+}
+
+}  // namespace

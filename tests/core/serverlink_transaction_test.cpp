@@ -1,0 +1,78 @@
+#include <gmock/gmock.h>
+
+#include "serverlink/transaction.h"
+
+namespace {
+
+using automation::Bytes;
+using automation::Object;
+using serverlink::CTransaction;
+
+struct TransactionRecord : testing::Test {
+  std::shared_ptr<CTransaction> transaction = std::make_shared<CTransaction>();
+  Object byName{transaction};
+
+  std::uint32_t CodeOf(const std::function<void()>& work) {
+    try {
+      work();
+    } catch (const automation::Error& error) {
+      return error.Code();
+    }
+    return 0;
+  }
+};
+
+TEST_F(TransactionRecord, IsEmptyAtFirstAndKeepsWhatIsWrittenByName) {
+  for (const char* number : {"State", "SeqNumber", "ReceivedBytesArg"}) {
+    EXPECT_EQ(byName.Whole(number), 0) << number;
+    byName.Put(number, -7);
+    EXPECT_EQ(byName.Whole(number), -7) << number;
+  }
+  for (const char* array : {"RspArgument", "RspHeader", "SndArgument"}) {
+    EXPECT_TRUE(byName.Get(array).AsBytes().empty()) << array;
+    byName.Put(array, Bytes{1, 2, 3});
+    EXPECT_EQ(byName.Get(array).AsBytes(), (Bytes{1, 2, 3})) << array;
+  }
+  EXPECT_EQ(transaction->ReceivedBytesArg, -7);
+  EXPECT_EQ(transaction->SndArgument, (Bytes{1, 2, 3}));
+}
+
+TEST_F(TransactionRecord, ElementsOutsideOfAnArrayAreZeroAndIgnoreWrites) {
+  const std::tuple<const char*, const char*, const char*> arrays[] = {
+      {"RspArgument", "GetRspArgumentElement", "SetRspArgumentElement"},
+      {"RspHeader", "GetRspHeaderElement", "SetRspHeaderElement"},
+      {"SndArgument", "GetSndArgumentElement", "SetSndArgumentElement"}};
+  for (const auto& [array, get, set] : arrays) {
+    byName.Call(set, 0, 9);  // never allocated
+    EXPECT_EQ(byName.Call(get, 0).AsWhole(), 0) << array;
+    byName.Put(array, Bytes(24, 0x11));
+    byName.Call(set, 23, 255);
+    for (const int outside : {-1, 24, 2'147'483'647, -2'147'483'647 - 1}) {
+      byName.Call(set, outside, 9);
+      EXPECT_EQ(byName.Call(get, outside).AsWhole(), 0) << array << outside;
+    }
+    EXPECT_EQ(byName.Call(get, 23).AsWhole(), 255) << array;
+    EXPECT_EQ(byName.Get(array).AsBytes().size(), 24u) << array;
+  }
+}
+
+TEST_F(TransactionRecord, ReDimKeepsOrZeroes) {
+  byName.Put("RspArgument", Bytes{1, 2, 3, 4});
+  byName.Call("ReDimRspArgument", 9, true);
+  EXPECT_EQ(transaction->RspArgument, (Bytes{1, 2, 3, 4, 0, 0, 0, 0, 0, 0}));
+  byName.Call("ReDimRspArgument", 1, true);
+  EXPECT_EQ(transaction->RspArgument, (Bytes{1, 2}));
+  byName.Call("ReDimRspArgument", 2, false);
+  EXPECT_EQ(transaction->RspArgument, (Bytes{0, 0, 0}));
+  EXPECT_EQ(CodeOf([&] { byName.Call("ReDimRspArgument", -1, true); }), automation::kBadIndex);
+  EXPECT_EQ(transaction->RspArgument.size(), 3u);
+}
+
+TEST_F(TransactionRecord, NumbersThatDoNotFitAreRefused) {
+  EXPECT_EQ(CodeOf([&] { byName.Put("State", 32768); }), automation::kOverflow);
+  EXPECT_EQ(CodeOf([&] { byName.Call("SetRspArgumentElement", 0, 256); }), automation::kOverflow);
+  EXPECT_EQ(CodeOf([&] { byName.Call("SetRspArgumentElement", 0, -1); }), automation::kOverflow);
+  EXPECT_EQ(transaction->State, 0);
+}
+
+}  // namespace
