@@ -26,6 +26,7 @@
 #include "platform/win32/registry.h"
 #include "platform/win32/shared_memory.h"
 #include "platform/win32/toolkit.h"
+#include "serverlink/transaction.h"
 
 namespace {
 
@@ -37,13 +38,18 @@ constexpr const char* kLonWorksPath = "LonWorks Path";
 
 using MakeObject = std::function<std::shared_ptr<automation::LocalObject>()>;
 
-/// The automation class of the host; `make` is needed only to serve it, not to register it.
-std::vector<win32::ServerClass> Classes(MakeObject make = {}) {
+/// The automation classes; `makeApi` is needed only to serve, not to register.
+std::vector<win32::ServerClass> Classes(MakeObject makeApi = {}) {
   return {{CLSID_OVXPlugInAPI,
            {"QVRKvTARNCfg.LNSPlugInAPI", "QVRKvTARNCfg.OVXPlugInAPI"},
            kTitle,
-           std::move(make),
-           DIID__OVXPlugInAPI}};
+           std::move(makeApi),
+           DIID__OVXPlugInAPI},
+          {CLSID_CTransaction,
+           {"QVRKvTARNCfg.CTransaction"},
+           "KV-TARN Transaction",
+           [] { return std::make_shared<serverlink::CTransaction>(); },
+           DIID__CTransaction}};
 }
 
 hosting::ProgramIdentity Identity() {
@@ -97,7 +103,7 @@ int ServeHost() {
                            [&loop] { loop.Quit(); });
   const win32::ClientWatch watch(apartment, [&program] { program.HostLetGo(); });
   const win32::ComServer server(Classes([&program] { return std::make_shared<hosting::PlugInApi>(program); }),
-                                {true, kTypeLibrary, {}});
+                                {true, kTypeLibrary, [&program] { program.HostLetGo(); }});
   return loop.Run();
 }
 

@@ -24,6 +24,7 @@ constexpr auto kPoll = &WSAPoll;
 asio::error_code LastError() { return {WSAGetLastError(), asio::error::get_system_category()}; }
 
 void SetPatience(Handle, std::chrono::milliseconds) {}
+int Length(std::size_t bytes) { return static_cast<int>(std::min<std::size_t>(bytes, 1 << 30)); }
 #else
 constexpr bool kReadsMayWait = true;
 constexpr int kWithoutWaiting = MSG_DONTWAIT | MSG_NOSIGNAL;
@@ -38,11 +39,6 @@ void SetPatience(Handle handle, std::chrono::milliseconds longest) {
   limit.tv_usec = static_cast<suseconds_t>(longest.count() % 1000 * 1000);
   setsockopt(handle, SOL_SOCKET, SO_RCVTIMEO, &limit, sizeof limit);
 }
-#endif
-
-#ifdef _WIN32
-int Length(std::size_t bytes) { return static_cast<int>(std::min<std::size_t>(bytes, 1 << 30)); }
-#else
 std::size_t Length(std::size_t bytes) { return bytes; }
 #endif
 
@@ -101,6 +97,7 @@ void AsioSocket::Opened() {
   if (!error) socket_.set_option(tcp::no_delay(true), error);
   if (error) return Fail(error);
   patience_ = {};
+  broken_ = false;
   state_ = State::kConnected;
 }
 
@@ -148,8 +145,12 @@ std::size_t AsioSocket::GetData(std::span<std::uint8_t> space) {
     if (!MeansLater(error)) Fail(error);
     return 0;
   }
+  if (broken_) {
+    Fail(asio::error::connection_reset);
+    return 0;
+  }
   Close();
-  if (onClose) onClose();
+  onClose();
   return 0;
 }
 
@@ -172,13 +173,15 @@ void AsioSocket::Wait(std::chrono::milliseconds longest) {
   waited.events = static_cast<short>(unsent_.empty() ? POLLIN : POLLIN | POLLOUT);
   if (kPoll(&waited, 1, static_cast<int>(longest.count())) <= 0) return;
   if (waited.revents & POLLOUT) Flush();
+  // On Wine, reading a connection that broke only tells that it ended.
+  broken_ = (waited.revents & POLLERR) != 0;
   // A connection that broke counts as readable: reading it tells why.
   if (waited.revents & ~POLLOUT && Connected()) onDataArrival();
 }
 
 void AsioSocket::Fail(const asio::error_code& error) {
   Close();
-  if (onError) onError(Words(error));
+  onError(Words(error));
 }
 
 }  // namespace serverlink

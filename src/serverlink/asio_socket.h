@@ -39,6 +39,7 @@ class AsioSocket : public Socket {
   std::size_t sent_ = 0;    // of unsent_
   bool readWaits_ = false;  // the read that Wait asks for may itself wait, for as long as patience_
   std::chrono::milliseconds patience_{0};
+  bool broken_ = false;
 };
 
 }  // namespace serverlink

@@ -1,11 +1,11 @@
 #include "serverlink/fComm.h"
 
 #include <algorithm>
-#include <new>
 #include <utility>
 
 #include "base/error.h"
 #include "base/numbers.h"
+#include "serverlink/fComm_calls.h"
 
 namespace serverlink {
 
@@ -13,42 +13,15 @@ using namespace std::chrono_literals;
 
 namespace {
 
-constexpr auto kConnectTime = 30s;
 constexpr auto kTick = 1s;
 // A round of waiting ends at once when the connection has something. These bound how long a window waits for
 // its turn; after the first two seconds it may wait longer.
 constexpr auto kRound = 10ms;
 constexpr auto kLaterRound = 100ms;
 constexpr auto kBriskTime = 2s;
-constexpr std::size_t kLongestShown = 40;
 constexpr int kTextTypeOffset = 100;
 
-/// What a server answered, fit to be shown.
-std::string Shown(const Bytes& answer) {
-  std::string text;
-  for (const std::uint8_t byte : std::span(answer).first(std::min(answer.size(), kLongestShown))) {
-    text += byte >= ' ' && byte < 0x7F ? static_cast<char>(byte) : '?';
-  }
-  return answer.size() > kLongestShown ? text + "..." : text;
-}
-
 }  // namespace
-
-/// One request at a time: event handlers run while one waits, and must not start another.
-class fComm::Busy {
- public:
-  explicit Busy(fComm& comm) : comm_(comm) {
-    if (comm.busy_)
-      throw base::Error(comm.given_.strings.GetStrings("Another request still waits for its answer."));
-    comm.busy_ = true;
-  }
-  Busy(const Busy&) = delete;
-  Busy& operator=(const Busy&) = delete;
-  ~Busy() { comm_.busy_ = false; }
-
- private:
-  fComm& comm_;
-};
 
 fComm::fComm(Surroundings surroundings)
     : given_(std::move(surroundings)),
@@ -66,98 +39,6 @@ fComm::~fComm() {
   given_.socket.Close();
   given_.socket.onDataArrival = given_.socket.onClose = nullptr;
   given_.socket.onError = nullptr;
-}
-
-template <class Work>
-decltype(auto) fComm::Raising(Work work) const {
-  try {
-    return work();
-  } catch (const base::Error& error) {
-    throw automation::Error(automation::kApplicationDefined, error.what(), given_.title);
-  } catch (const std::bad_alloc&) {
-    throw automation::Error(automation::kApplicationDefined,
-                            given_.strings.GetStrings("There is not enough memory for the transaction."),
-                            given_.title);
-  }
-}
-
-// --- connecting ----------------------------------------------------------------------------------------
-
-bool fComm::ovpConnect(const std::string& host, std::int32_t port, const std::string& greeting,
-                       std::int16_t greetingType) {
-  return Raising([&] {
-    const Busy busy(*this);
-    given_.trace("Connection in");
-    try {
-      Connect(host, port);
-      Greet(greeting, greetingType);
-    } catch (...) {
-      given_.trace("Connection out erreur");
-      given_.socket.Close();
-      throw;
-    }
-    given_.trace("Connection out normal");
-    return true;
-  });
-}
-
-void fComm::Connect(const std::string& host, std::int32_t port) {
-  Forget();
-  if (port < 1 || port > 65535) {
-    throw base::Error(
-        given_.strings.FormatStrings("The port %s1% is not between 1 and 65535.", {std::to_string(port)}));
-  }
-  connecting_ = true;
-  given_.socket.Connect(host, static_cast<std::uint16_t>(port));
-  PollError.Start();
-  const Time start = given_.now();
-  const Time end = start + kConnectTime;
-  for (Time now = start; !given_.socket.Connected() && failure_.empty() && now < end; now = given_.now()) {
-    PassTime(start, now, end);
-  }
-  connecting_ = false;
-  if (given_.socket.Connected()) return;
-  given_.trace("Erreur timeout de connection");
-  const std::string why =
-      failure_.empty() ? given_.strings.GetStrings("it did not answer within 30 seconds") : failure_;
-  throw base::Error(given_.strings.FormatStrings("The server %s1% could not be reached at port %s2%: %s3%.",
-                                                 {host, std::to_string(port), why}));
-}
-
-void fComm::Greet(const std::string& greeting, std::int16_t greetingType) {
-  const std::string bytes = given_.toCodePage(greeting);
-  Open().SndArgument.assign(bytes.begin(), bytes.end());
-  try {
-    Transact(0, 1, greetingType, "");
-  } catch (const base::Error&) {
-    given_.trace("Erreur transaction authentification");
-    throw;
-  }
-  const Bytes& answer = LastCompleted().RspArgument;
-  if (std::string_view(reinterpret_cast<const char*>(answer.data()), answer.size()) != "Ok") {
-    given_.trace("Erreur authentification");
-    throw base::Error(given_.strings.FormatStrings("The server refused the greeting; it answered \"%s1%\".",
-                                                   {Shown(answer)}));
-  }
-  mode_ = HeaderMode::kAuthenticated;
-  receiver_.SetMode(mode_);
-}
-
-/// Of the connection before, nothing will be answered any more; the numbers go on.
-void fComm::Forget() {
-  given_.socket.Close();
-  table_.Clear();
-  opened_ = false;
-  lastCompleted_ = kBeforeFirst;
-  failure_.clear();
-  error_ = false;
-  mode_ = HeaderMode::kGreeting;
-  receiver_.Restart(m_seqNumber);
-}
-
-void fComm::ovpClose() {
-  given_.socket.Close();
-  EndConnection(given_.strings.GetStrings("The connection was closed."));
 }
 
 // --- one transaction -----------------------------------------------------------------------------------
@@ -292,7 +173,7 @@ void fComm::PassTime(Time start, Time now, Time end) {
 
 /// The one before goes: only the last complete answer can be asked for.
 void fComm::Finish(CTransaction& transaction) {
-  if (lastCompleted_ != kBeforeFirst) {
+  if (lastCompleted_ != kBeforeFirst && lastCompleted_ != transaction.SeqNumber) {
     auto previous = std::exchange(table_.At(lastCompleted_), nullptr);
     if (previous.use_count() == 1) {
       receiver_.Recycle(std::move(previous->RspArgument));

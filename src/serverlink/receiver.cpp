@@ -78,8 +78,9 @@ std::span<const std::uint8_t> Receiver::TakeHeader(CTransaction& transaction,
                                {std::to_string(bytes.size()), std::to_string(header)}));
   }
   transaction.RspHeader.assign(bytes.begin(), bytes.begin() + static_cast<std::ptrdiff_t>(header));
-  const std::int64_t length = ReadField(transaction, Field::kArgumentLength);
-  CheckHeader(transaction, length);
+  const std::int64_t length = ReadField(bytes, mode_, Field::kArgumentLength);
+  const std::int64_t number = ReadField(bytes, mode_, Field::kSequence);
+  if (number != rx_ || length > kLongestArgument) RefuseHeader(number, length);
   bytes = bytes.subspan(header);
   argumentLength_ = static_cast<std::size_t>(length);
   transaction.State = kReceiving;
@@ -100,7 +101,7 @@ std::span<const std::uint8_t> Receiver::TakeHeader(CTransaction& transaction,
 /// would take as long as reading.
 void Receiver::StoreFirst(CTransaction& transaction, std::span<const std::uint8_t> bytes) {
   Bytes& argument = transaction.RspArgument;
-  argument.swap(spare_);
+  if (spare_.capacity() > 0) argument.swap(spare_);
   if (argument.size() > bytes.size()) {
     argument.resize(std::min(argument.size(), argumentLength_));
     std::ranges::copy(bytes, argument.begin());
@@ -115,17 +116,14 @@ std::size_t Receiver::SpaceFor(std::size_t received) const {
   return std::min(argumentLength_, kSpaceAhead + 2 * received);
 }
 
-void Receiver::CheckHeader(const CTransaction& transaction, std::int64_t length) const {
-  const std::int64_t number = ReadField(transaction, Field::kSequence);
+void Receiver::RefuseHeader(std::int64_t number, std::int64_t length) const {
   if (number != rx_) {
     trace_("Received out-of-synch packet. Rx=", rx_);
     throw base::Error(strings_.FormatStrings("The server answered transaction %s1% where %s2% was due.",
                                              {std::to_string(number), std::to_string(rx_)}));
   }
-  if (length > kLongestArgument) {
-    throw base::Error(strings_.FormatStrings(
-        "The server announced an answer of %s1% bytes, which is too long.", {std::to_string(length)}));
-  }
+  throw base::Error(strings_.FormatStrings("The server announced an answer of %s1% bytes, which is too long.",
+                                           {std::to_string(length)}));
 }
 
 std::span<const std::uint8_t> Receiver::TakeArgument(std::span<const std::uint8_t> bytes) {

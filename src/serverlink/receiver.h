@@ -39,7 +39,7 @@ class Receiver {
   CTransaction& Expected();
   std::span<const std::uint8_t> TakeHeader(CTransaction& transaction, std::span<const std::uint8_t> bytes);
   std::span<const std::uint8_t> TakeArgument(std::span<const std::uint8_t> bytes);
-  void CheckHeader(const CTransaction& transaction, std::int64_t length) const;
+  [[noreturn]] void RefuseHeader(std::int64_t number, std::int64_t length) const;
   void StoreFirst(CTransaction& transaction, std::span<const std::uint8_t> bytes);
   bool IsMiddlePiece(std::size_t count) const;
   std::size_t SpaceFor(std::size_t received) const;

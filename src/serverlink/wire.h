@@ -2,6 +2,7 @@
 // run of sequence numbers. Used by the client to build requests and by the receiver to read responses.
 #pragma once
 
+#include <algorithm>
 #include <array>
 #include <cstddef>
 #include <cstdint>
@@ -59,18 +60,21 @@ inline void WriteField(std::span<std::uint8_t> frame, HeaderMode mode, Field fie
   }
 }
 
-/// A field of a response header, by the layout that its length tells; missing bytes count as 0. Two bytes
-/// are signed but for lengths.
+/// A field of a whole header; two bytes are signed but for lengths.
+inline std::int64_t ReadField(std::span<const std::uint8_t> header, HeaderMode mode, Field field) {
+  const std::uint8_t* bytes = &header[Offset(mode, field)];
+  const std::uint32_t two = std::uint32_t{bytes[0]} << 8 | bytes[1];
+  if (!IsLength(field)) return static_cast<std::int16_t>(two);
+  return Width(mode, field) == 2 ? two : std::int64_t{two << 16 | std::uint32_t{bytes[2]} << 8 | bytes[3]};
+}
+
+/// A field of a response header, by the layout that its length tells; missing bytes count as 0.
 inline std::int64_t ReadField(const CTransaction& transaction, Field field) {
   const Bytes& header = transaction.RspHeader;
   const bool isShort = header.size() == HeaderLength(HeaderMode::kGreeting);
-  const HeaderMode mode = isShort ? HeaderMode::kGreeting : HeaderMode::kAuthenticated;
-  const std::size_t offset = Offset(mode, field);
-  const auto two = [&](std::size_t place) {
-    return place + 1 < header.size() ? std::uint32_t{header[place]} << 8 | header[place + 1] : 0;
-  };
-  if (!IsLength(field)) return static_cast<std::int16_t>(two(offset));
-  return Width(mode, field) == 2 ? two(offset) : std::int64_t{two(offset) << 16 | two(offset + 2)};
+  std::array<std::uint8_t, HeaderLength(HeaderMode::kAuthenticated)> padded{};
+  std::copy_n(header.begin(), std::min(header.size(), padded.size()), padded.begin());
+  return ReadField(padded, isShort ? HeaderMode::kGreeting : HeaderMode::kAuthenticated, field);
 }
 
 /// A number of 16 bits that was reckoned with more; throws base::Error (overflow).

@@ -92,6 +92,28 @@ function testOneProcessEach() {
   waitFor("the first process ends with its object", function () { return tools() === 0; });
 }
 
+function testTransaction() {
+  var tool = new ActiveXObject("QVRKvTARNCfg.OVXPlugInAPI");
+  var record = new ActiveXObject("QVRKvTARNCfg.CTransaction");
+  equal("processes of a tool and a transaction", tools(), 2);
+  equal("State of a new transaction", record.State, 0);
+  record.SeqNumber = 8086;
+  equal("SeqNumber", record.SeqNumber, 8086);
+  record.ReDimRspArgument(3, false);
+  record.SetRspArgumentElement(3, 200);
+  record.SetRspArgumentElement(4, 1);  // outside: nothing happens
+  equal("an element", record.GetRspArgumentElement(3), 200);
+  equal("an element outside", record.GetRspArgumentElement(4), 0);
+  check("a state that does not fit", errorOf(function () { record.State = 40000; }).number !== 0);
+  record = null;
+  CollectGarbage();
+  waitFor("the transaction's process ends with it", function () { return tools() === 1; });
+  equal("LcaVersion when it has ended", tool.LcaVersion, "2.7");
+  tool = null;
+  CollectGarbage();
+  waitFor("the tool's process ends with it", function () { return tools() === 0; });
+}
+
 function testKilledHost() {
   // Another script host than the one that runs this test, so that it can be ended by its name.
   shell.Run("wscript.exe //nologo tests\\e2e\\support\\hold-tool.js", 0, false);
@@ -108,7 +130,7 @@ function testRegistration() {
   var library = registered("CLSID\\" + id + "\\TypeLib");
   check("the server's path is quoted", /^".*\.exe"$/i.test(server), server);
   equal("class of the second program id", registered("QVRKvTARNCfg.OVXPlugInAPI\\CLSID"), id);
-  var keys = ["CLSID\\" + id, "QVRKvTARNCfg.LNSPlugInAPI", "QVRKvTARNCfg.OVXPlugInAPI", "TypeLib\\" + library + "\\1.0"];
+  var keys = ["CLSID\\" + id, "QVRKvTARNCfg.LNSPlugInAPI", "QVRKvTARNCfg.OVXPlugInAPI", "QVRKvTARNCfg.CTransaction", "TypeLib\\" + library + "\\1.0"];
 
   equal("exit code of /UnregServer", shell.Run(server + " /UnregServer", 0, true), 0);
   for (var i = 0; i < keys.length; i++) equal("key " + keys[i], registered(keys[i]), null);
@@ -123,6 +145,7 @@ try {
   equal("processes before the test", tools(), 0);
   testRegistration();
   testOneProcessEach();
+  testTransaction();
   testKilledHost();
 } catch (error) {
   check("the test itself", false, (error.number >>> 0).toString(16) + " " + error.message);

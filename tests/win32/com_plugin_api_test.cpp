@@ -15,6 +15,7 @@
 #include "platform/win32/registry.h"
 #include "platform/win32/shared_memory.h"
 #include "platform/win32/toolkit.h"
+#include "serverlink/transaction.h"
 
 namespace {
 
@@ -26,6 +27,33 @@ struct NoControls : ui::ControlHost {
   void Check(const std::string&) override {}
   void Destroy(ui::ControlSite&) override {}
 };
+
+/// The names, ids and number of the members that the type library tells of an interface.
+void CheckDescription(const std::shared_ptr<automation::LocalObject>& object, const GUID& interfaceId) {
+  win32::ComPtr<ITypeInfo> info;
+  const auto library = win32::OwnTypeLibrary(1);
+  ASSERT_TRUE(library);
+  ASSERT_EQ(library->GetTypeInfoOfGuid(interfaceId, info.Put()), S_OK);
+  auto dispatch = win32::ToDispatch(automation::Object(object), info.Get());
+  for (int place = 0; place < object->MemberCount(); ++place) {
+    std::wstring name = win32::Wide(object->MemberName(place));
+    LPOLESTR names[] = {name.data()};
+    DISPID described = -1;
+    DISPID answered = -2;
+    EXPECT_EQ(info->GetIDsOfNames(names, 1, &described), S_OK) << object->MemberName(place);
+    EXPECT_EQ(dispatch->GetIDsOfNames(GUID{}, names, 1, 0, &answered), S_OK);
+    EXPECT_EQ(described, answered) << object->MemberName(place);
+  }
+  TYPEATTR* attributes = nullptr;
+  ASSERT_EQ(info->GetTypeAttr(&attributes), S_OK);
+  EXPECT_EQ(attributes->cVars + attributes->cFuncs, object->MemberCount());
+  info->ReleaseTypeAttr(attributes);
+}
+
+TEST(Transaction, TheTypeLibraryDescribesItsMembersWithTheirIds) {
+  const win32::ComApartment apartment;
+  CheckDescription(std::make_shared<serverlink::CTransaction>(), DIID__CTransaction);
+}
 
 TEST(PlugInApi, TheTypeLibraryDescribesItsMembersWithTheirIds) {
   const win32::ComApartment apartment;
@@ -45,26 +73,7 @@ TEST(PlugInApi, TheTypeLibraryDescribesItsMembersWithTheirIds) {
   win32::NativeDesktop desktop;
   hosting::Program program(platform, memory, desktop, hosting::BuildDescription({}), settings, {},
                            [&] { ++quits; });
-  auto api = std::make_shared<hosting::PlugInApi>(program);
-
-  win32::ComPtr<ITypeInfo> info;
-  const auto library = win32::OwnTypeLibrary(1);
-  ASSERT_TRUE(library);
-  ASSERT_EQ(library->GetTypeInfoOfGuid(DIID__OVXPlugInAPI, info.Put()), S_OK);
-  auto dispatch = win32::ToDispatch(automation::Object(api), info.Get());
-  for (int place = 0; place < api->MemberCount(); ++place) {
-    std::wstring name = win32::Wide(api->MemberName(place));
-    LPOLESTR names[] = {name.data()};
-    DISPID described = -1;
-    DISPID answered = -2;
-    EXPECT_EQ(info->GetIDsOfNames(names, 1, &described), S_OK) << api->MemberName(place);
-    EXPECT_EQ(dispatch->GetIDsOfNames(GUID{}, names, 1, 0, &answered), S_OK);
-    EXPECT_EQ(described, answered) << api->MemberName(place);
-  }
-  TYPEATTR* attributes = nullptr;
-  ASSERT_EQ(info->GetTypeAttr(&attributes), S_OK);
-  EXPECT_EQ(attributes->cVars + attributes->cFuncs, api->MemberCount());
-  info->ReleaseTypeAttr(attributes);
+  CheckDescription(std::make_shared<hosting::PlugInApi>(program), DIID__OVXPlugInAPI);
 }
 
 }  // namespace

@@ -11,6 +11,8 @@
 namespace win32 {
 
 struct ComServer::State {
+  std::vector<Owner<DWORD, RevokeClassObject>> registrations;
+  bool singleUse = true;
   std::function<void()> onLastRelease;
   int outstanding = 0;
 
@@ -46,6 +48,8 @@ class ComServer::Factory : public ComClass<IClassFactory> {
       auto made = make_();
       if (!made) return E_FAIL;
       const automation::Object counted(Counted(std::move(made)));
+      // The system withdraws the class that was used, but not the others.
+      if (state_->singleUse) state_->registrations.clear();
       return ToDispatch(counted, typeInfo_.Get())->QueryInterface(id, object);
     } catch (const automation::Error& error) {
       return static_cast<HRESULT>(error.Code());
@@ -79,6 +83,7 @@ class ComServer::Factory : public ComClass<IClassFactory> {
 ComServer::ComServer(const std::vector<ServerClass>& classes, Options options)
     : state_(std::make_shared<State>()) {
   state_->onLastRelease = std::move(options.onLastRelease);
+  state_->singleUse = options.singleUse;
   for (const ServerClass& served : classes) {
     const ComPtr<IClassFactory> factory(new Factory(served, options.typeLibrary, state_));
     Owner<DWORD, RevokeClassObject> registration;
@@ -89,12 +94,12 @@ ComServer::ComServer(const std::vector<ServerClass>& classes, Options options)
       throw base::Error(
           fmt::format("The class {} could not be offered: {}", served.friendlyName, SystemText(result)));
     }
-    registrations_.push_back(std::move(registration));
+    state_->registrations.push_back(std::move(registration));
   }
 }
 
 ComServer::~ComServer() {
-  registrations_.clear();
+  state_->registrations.clear();
   state_->onLastRelease = nullptr;
   DisconnectCallers();
 }

@@ -33,8 +33,8 @@ struct RevokeClassObject {
 class ComServer {
  public:
   struct Options {
-    /// True: a process serves one activation, and the next one starts another process. False: it serves all
-    /// of them.
+    /// True: a process makes one object, of whichever class, and the next one is made by another process.
+    /// False: it makes all of them.
     bool singleUse = true;
     /// Number of the executable's TYPELIB resource; 0 for none.
     int typeLibrary = 0;
@@ -58,7 +58,6 @@ class ComServer {
   struct State;
 
   std::shared_ptr<State> state_;
-  std::vector<Owner<DWORD, RevokeClassObject>> registrations_;
 };
 
 /// The type library of this executable or library, empty when there is no such resource.

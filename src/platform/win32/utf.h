@@ -11,4 +11,7 @@ namespace win32 {
 std::wstring Wide(std::string_view utf8);
 std::string Utf8(std::wstring_view wide);
 
+/// The text in the system's 8-bit code page; what it cannot show becomes its replacement character.
+std::string CodePageText(std::string_view utf8);
+
 }  // namespace win32

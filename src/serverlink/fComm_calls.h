@@ -1,0 +1,41 @@
+// What every public operation of the client runs in. For the files of the client alone.
+#pragma once
+
+#include <new>
+
+#include "base/error.h"
+#include "serverlink/fComm.h"
+
+namespace serverlink {
+
+/// One request at a time: event handlers run while one waits, and must not start another.
+class fComm::Busy {
+ public:
+  explicit Busy(fComm& comm) : comm_(comm) {
+    if (comm.busy_)
+      throw base::Error(comm.given_.strings.GetStrings("Another request still waits for its answer."));
+    comm.busy_ = true;
+  }
+  Busy(const Busy&) = delete;
+  Busy& operator=(const Busy&) = delete;
+  ~Busy() { comm_.busy_ = false; }
+
+ private:
+  fComm& comm_;
+};
+
+/// Turns what went wrong inside into the error that callers know.
+template <class Work>
+decltype(auto) fComm::Raising(Work work) const {
+  try {
+    return work();
+  } catch (const base::Error& error) {
+    throw automation::Error(automation::kApplicationDefined, error.what(), given_.title);
+  } catch (const std::bad_alloc&) {
+    throw automation::Error(automation::kApplicationDefined,
+                            given_.strings.GetStrings("There is not enough memory for the transaction."),
+                            given_.title);
+  }
+}
+
+}  // namespace serverlink
