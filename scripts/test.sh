@@ -27,7 +27,7 @@ mkdir -p "$results"
 check "Code format" format scripts/format.sh --check
 
 if build asan core_tests fuzz_targets; then
-  gtest "Core tests on Linux" core-linux timeout -k 5 300 build/asan/core_tests
+  gtest "Core tests on Linux" core-linux timeout -k 5 900 build/asan/core_tests
   for seeds in fuzz/seeds/*; do
     name=fuzz_${seeds##*/}
     check "Repeat the inputs of $name" "$name" timeout -k 5 60 "build/asan/$name" "$seeds"

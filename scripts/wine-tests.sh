@@ -10,9 +10,10 @@ cd "$(dirname "$0")/.." || exit
 
 export PRESET=${1:-win64}
 # The programs find their data in the folder that they are run in.
-in_build() { (cd "build/$PRESET" && exec timeout -k 5 300 wine "$@"); }
+in_build() { (cd "build/$PRESET" && exec timeout -k 5 600 wine "$@"); }
 
-gtest "Core tests on Wine ($PRESET)" "core-$PRESET" in_build core_tests.exe
+# Failing host calls one by one is the same on every system, and long.
+gtest "Core tests on Wine ($PRESET)" "core-$PRESET" in_build core_tests.exe --gtest_filter=-*Torture.*
 gtest "Windows tests on Wine ($PRESET)" "windows-$PRESET" in_build win32_tests.exe
 scripts/e2e.sh
 exit 0  # what failed is counted
