@@ -176,7 +176,6 @@ class LoadTorture : public Torture {};
 
 TEST_P(LoadTorture, CallsOfALoadFail) {
   const simulator::Building other(tests::Tool::Options());
-  const std::string before = other.StoredDevice(kDevice);
   int loadCalls = 0;
   {
     TroubledTool first(other, Table());
@@ -186,6 +185,7 @@ TEST_P(LoadTorture, CallsOfALoadFail) {
   for (const Failure failure : tests::kAllFailures) {
     for (int call = 1; call <= loadCalls && !HasFailure(); call += 17) {
       where = " (way " + std::to_string(static_cast<int>(failure)) + ", call " + std::to_string(call) + ") ";
+      const std::string before = other.StoredDevice(kDevice);
       TroubledTool next(other, Table());
       next.plan.Arm(failure, {call}, false);
       try {
