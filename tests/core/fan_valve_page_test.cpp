@@ -9,14 +9,7 @@ struct FanValveTest : tests::ToolTest {
 
 TEST_F(FanValveTest, BoxesAndOptionsAreSavedAndNothingElse) {
   Open(tests::kAssigned);
-  const struct {
-    const char* box;
-    int number;
-    const char* format;
-    int precision;
-    const char* typed;
-    const char* stored;
-  } cases[] = {
+  const tests::BoxCase cases[] = {
       {"txtHeat", 23, "UCPTheatValveDriveTime", 1, "61.5", "61.5"},
       {"txtCool", 24, "UCPTcoolValveDriveTime", 1, "62", "62.0"},
       {"txtMinHeatValue", 25, "UCPTheatValveMinPos", 3, "11", "11.000"},
@@ -27,18 +20,10 @@ TEST_F(FanValveTest, BoxesAndOptionsAreSavedAndNothingElse) {
   };
   Unlock("fFanValve");  // a disabled box is written all the same
   base::Record options(Stored(tests::kAssigned, 48, "UCPTobjectOptions", 0));
-  for (const auto& item : cases) {
-    auto& box = Find<ui::TextBox>("fFanValve." + std::string(item.box));
-    EXPECT_EQ(box.Text(), Stored(tests::kAssigned, item.number, item.format, item.precision)) << item.box;
-    EXPECT_TRUE(box.Type(item.typed)) << item.box;
-  }
+  TypeInto("fFanValve", cases);
   Find<ui::CheckBox>("fFanValve.chkFan").Click();
   Find<ui::OptionButton>("fFanValve.optState(0)").Click();
-  Click("cmdApply");
-  EXPECT_EQ(LastMessage(), "Apply/Main: The configuration settings were applied successfully");
-  for (const auto& item : cases) {
-    EXPECT_EQ(Stored(tests::kAssigned, item.number, item.format, item.precision), item.stored) << item.box;
-  }
+  ApplyAndCheck(cases);
   options.Set(63, options.Field(63) == "1" ? "0" : "1");
   options.Set(53, "0");
   EXPECT_EQ(Stored(tests::kAssigned, 48, "UCPTobjectOptions", 0), options.Join());

@@ -8,15 +8,8 @@ struct GeneralTest : tests::ToolTest {
   bool Enabled(const std::string& name) { return AllUsable("fGeneral." + name); }
 };
 
-TEST_F(GeneralTest, BoxesShowAndSaveTheirPropertiesInBothUnits) {
-  const struct {
-    const char* box;
-    int number;
-    const char* format;
-    int precision;
-    const char* typed;
-    const char* stored;
-  } cases[] = {
+TEST_F(GeneralTest, BoxesShowAndSaveTheirPropertiesInImperialUnits) {
+  const tests::BoxCase cases[] = {
       {"txtBypassTime", 15, "SCPTbypassTime", 0, "90", "90"},
       {"txtCO2", 12, "SCPTlimitCO2", 0, "1100", "1100"},
       {"txtDuctPressure", 14, "SCPTmaxDuctStaticPressureSetpoint#US", 4, "1.25", "1.2500"},
@@ -32,17 +25,9 @@ TEST_F(GeneralTest, BoxesShowAndSaveTheirPropertiesInBothUnits) {
   Unlock("fGeneral");
   EXPECT_EQ(Text("fGeneral.lblAirUnit"), "°F");
   EXPECT_EQ(Text("fGeneral.lblPressUnit(0)"), "\" WC");
-  for (const auto& item : cases) {
-    auto& box = Find<ui::TextBox>("fGeneral." + std::string(item.box));
-    EXPECT_EQ(box.Text(), Stored(tests::kAssigned, item.number, item.format, item.precision)) << item.box;
-    EXPECT_TRUE(box.Type(item.typed)) << item.box;
-  }
+  TypeInto("fGeneral", cases);
   Type("fGeneral.txtOutdoorMax", "85");
-  Click("cmdApply");
-  EXPECT_EQ(LastMessage(), "Apply/Main: The configuration settings were applied successfully");
-  for (const auto& item : cases) {
-    EXPECT_EQ(Stored(tests::kAssigned, item.number, item.format, item.precision), item.stored) << item.box;
-  }
+  ApplyAndCheck(cases);
   EXPECT_EQ(Stored(tests::kAssigned, 52, "UCPTextraConfig", 1), "60 60 85.0 120 0");
 }
 
