@@ -36,22 +36,31 @@ void Faults::Clear() {
 }
 
 void Faults::Slow(std::string_view className, std::string_view member) {
-  if (counting_) ++counts_[std::string(className) + "." + std::string(member)];
+  if (counting_) {
+    last_ = std::chrono::steady_clock::now();
+    if (counts_.empty()) first_ = last_;
+    ++counts_[std::string(className) + "." + std::string(member)];
+  }
   if (delay_.count() > 0) std::this_thread::sleep_for(delay_);
   if (armed_ && !fault_.loseAnswer && Matches(className, member) && Due()) {
-    throw automation::Error(fault_.code, fault_.text);
+    Happen();
   }
 }
 
 void Faults::After(std::string_view className, std::string_view member) {
   if (armed_ && fault_.loseAnswer && Matches(className, member) && Due()) {
-    throw automation::Error(fault_.code, fault_.text);
+    Happen();
   }
 }
 
 bool Faults::Matches(std::string_view className, std::string_view member) const {
   if (fault_.member.empty()) return true;
   return base::EqualsNoCase(fault_.member, std::string(className) + "." + std::string(member));
+}
+
+void Faults::Happen() const {
+  if (!fault_.instead) throw automation::Error(fault_.code, fault_.text);
+  fault_.instead();
 }
 
 bool Faults::Due() {

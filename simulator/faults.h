@@ -6,6 +6,7 @@
 
 #include <chrono>
 #include <cstdint>
+#include <functional>
 #include <map>
 #include <string>
 #include <string_view>
@@ -16,12 +17,13 @@ namespace simulator {
 
 /// What goes wrong, and when.
 struct Fault {
-  std::string member;               // empty: any call counts
+  std::string member = {};          // empty: any call counts
   std::uint64_t call = 1;           // the k-th matching call from now on, counted from 1
   bool once = true;                 // false: that call and every later one
   bool loseAnswer = false;          // the call is carried out first; transaction members of Network only
   std::uint32_t code = 0x800706BE;  // "the remote procedure call failed"
   std::string text = "The call failed.";
+  std::function<void()> instead = {};  // done instead of failing, when given: the host dies or hangs
 };
 
 class Faults {
@@ -34,6 +36,8 @@ class Faults {
   /// Calls of "Class.Member" since StartCounting.
   std::uint64_t Count(std::string_view member) const;
   const std::map<std::string, std::uint64_t, std::less<>>& Counts() const { return counts_; }
+  /// From the first call since StartCounting to the last one, each when it came in.
+  std::chrono::nanoseconds Span() const { return last_ - first_; }
 
   /// Sets the one fault; it replaces an earlier one. Throws base::Error when `fault.call` is 0.
   void Fail(Fault fault);
@@ -53,11 +57,14 @@ class Faults {
   void Slow(std::string_view className, std::string_view member);
   bool Matches(std::string_view className, std::string_view member) const;
   bool Due();
+  void Happen() const;
 
   std::uint64_t total_ = 0;
   bool active_ = false;
   bool counting_ = false;
   std::map<std::string, std::uint64_t, std::less<>> counts_;
+  std::chrono::steady_clock::time_point first_;
+  std::chrono::steady_clock::time_point last_;
   bool armed_ = false;
   Fault fault_;
   std::uint64_t seen_ = 0;

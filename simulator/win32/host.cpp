@@ -8,6 +8,7 @@
 #include "platform/win32/locale.h"
 #include "simulator/catalogue.h"
 #include "simulator/template.h"
+#include "simulator/win32/other_host.h"
 #include "simulator/win32/setup.h"
 
 namespace simhost {
@@ -80,6 +81,12 @@ void Host::Serve(std::function<void()> onLastRelease) {
   server_ = std::make_unique<win32::ComServer>(Classes(), std::move(options));
 }
 
+void Host::Die() {
+  // Wine goes on offering the classes of a process that was killed, and the next host would not be found.
+  server_.reset();
+  EndOwnProcess();
+}
+
 void Host::Reopen() {
   if (options_.fresh) {
     std::error_code failed;
@@ -97,6 +104,7 @@ simulator::DeviceInfo Host::Device(std::string_view name) const {
 }
 
 Tool& Host::StartTool() {
+  if (!server_) Serve([] {});
   RegisterHost(Classes());
   RegisterTool();
   RegisterControls();

@@ -30,6 +30,9 @@ class Host {
   /// Objects that are held, and locks.
   int Outstanding() const { return server_ ? server_->Outstanding() : 0; }
 
+  /// Ends the process as if it had been killed, inside whatever call is under way.
+  [[noreturn]] void Die();
+
   /// Opens the building anew, with initial values when the options say so. Objects given out before stay with
   /// the old one, so no tool should run.
   void Reopen();
@@ -37,8 +40,8 @@ class Host {
   /// The device of that name. Throws base::Error.
   simulator::DeviceInfo Device(std::string_view name) const;
 
-  /// Registers what is missing and starts a tool, which becomes the current one. Throws base::Error,
-  /// automation::Error.
+  /// Begins to serve if that was not done, registers what is missing and starts a tool, which becomes the
+  /// current one. Throws base::Error, automation::Error.
   Tool& StartTool();
   /// Tells the current tool all it must know to configure the device.
   void PrepareTool(const simulator::DeviceInfo& device);

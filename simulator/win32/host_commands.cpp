@@ -114,22 +114,59 @@ void Print(Stage&, Words words) {
   WriteLine(line);
 }
 
-// Class.Member K [later] [lose], or none
+// Class.Member K [later] [lose] [die|suspend], or none
 void Fail(Stage& stage, Words words) {
   if (words[0].text == "none") return stage.OnHost([](Host& host) { host.GetBuilding().Faults().Clear(); });
   if (words.size() < 2) throw base::Error("expected the number of the call that is to fail");
   simulator::Fault fault;
-  fault.member = words[0].text;
+  bool die = false;
+  if (words[0].text != "*") fault.member = words[0].text;
   fault.call = static_cast<std::uint64_t>(WholeNumber(words[1]));
   for (const Word& word : words.subspan(2)) {
     if (word.text == "later")
       fault.once = false;
     else if (word.text == "lose")
       fault.loseAnswer = true;
-    else
-      throw base::Error("expected later or lose, not \"" + word.text + "\"");
+    else if (word.text == "die")
+      die = true;
+    else if (word.text == "suspend")
+      fault.instead = SuspendOwnProcess;
+    else if (!word.text.empty())
+      throw base::Error("expected later, lose, die or suspend, not \"" + word.text + "\"");
   }
+  if (die) fault.instead = [&host = stage.host] { host.Die(); };
   stage.OnHost([fault](Host& host) { host.GetBuilding().Faults().Fail(fault); });
+}
+
+// SCRIPT [NAME=text ...]
+void StartOtherHost(Stage& stage, Words words) {
+  std::vector<std::string> settings;
+  for (const Word& word : words.subspan(1)) settings.push_back(word.text);
+  stage.otherHost = std::make_unique<OtherHost>();
+  stage.otherHost->Start(words[0].text, settings);
+}
+
+OtherHost& Other(Stage& stage) {
+  if (!stage.otherHost) throw base::Error("no other host was started");
+  return *stage.otherHost;
+}
+
+void SuspendOtherHost(Stage& stage, Words) { Other(stage).Suspend(); }
+
+void ResumeOtherHost(Stage& stage, Words) { Other(stage).Resume(); }
+
+// [killed]
+void WaitOtherHost(Stage& stage, Words words) {
+  Other(stage).WaitEnd(stage.patience, !words.empty() && words[0].text == "killed");
+}
+
+// What another host has stored is read again.
+void ReopenStore(Stage& stage, Words) {
+  stage.OnHost([](Host& host) { host.Reopen(); });
+}
+
+void SetPatience(Stage& stage, Words words) {
+  stage.patience.limit = std::chrono::seconds(WholeNumber(words[0]));
 }
 
 // [LEFT]
@@ -155,8 +192,17 @@ constexpr Command kCommands[] = {
     {"state", "DEVICE OBJECT = ENABLED|DISABLED [test result]", 4, 4, ExpectState},
     {"remember", "NAME = value ... | state ... | text NAME | tool PROPERTY | \"text\"", 3, 11, Remember},
     {"print", "text ...", 1, 99, Print},
-    {"fail", "none | Class.Member K [later] [lose]", 1, 4, Fail},
-    {"measure load", "", 0, 0, MeasureLoad},
+    {"fail", "none | Class.Member|* K [later] [lose] [die|suspend]", 1, 5, Fail},
+    {"other-host start", "SCRIPT [NAME=text ...]", 1, 9, StartOtherHost},
+    {"other-host suspend", "", 0, 0, SuspendOtherHost},
+    {"other-host resume", "", 0, 0, ResumeOtherHost},
+    {"other-host end", "[killed]", 0, 1, WaitOtherHost},
+    {"reopen", "", 0, 0, ReopenStore},
+    {"patience", "SECONDS", 1, 1, SetPatience},
+    {"replay", "TRACE RESULTS", 2, 2, ReplayCalls},
+    {"measure load", "RESULTS", 1, 1, MeasureLoad},
+    {"measure start", "", 0, 0, MeasureStart},
+    {"measure end", "OPERATION RESULTS", 2, 2, MeasureEnd},
     {"wait process-end", "[LEFT]", 0, 1, WaitProcessEnd},
 };
 

@@ -1,53 +1,91 @@
-// What it costs to bring the tool up, against what the calls alone cost that it makes to its host.
 #include "simulator/win32/measure.h"
 
 #include <fmt/format.h>
 
 #include <chrono>
+#include <fstream>
+#include <iterator>
+#include <nlohmann/json.hpp>
 
 #include "base/error.h"
+#include "platform/win32/com_object.h"
+#include "simulator/call_trace.h"
 #include "simulator/win32/console.h"
 
 namespace simhost {
 namespace {
 
 using Clock = std::chrono::steady_clock;
+using nlohmann::json;
 
-constexpr int kWarmUp = 50;
-constexpr int kBareCalls = 400;
 constexpr double kShare = 1.25;     // of the calls' own time
 constexpr double kAllowance = 150;  // milliseconds for everything else
 
-double Milliseconds(Clock::duration time) { return std::chrono::duration<double, std::milli>(time).count(); }
+template <class Duration>
+double Milliseconds(Duration time) {
+  return std::chrono::duration<double, std::milli>(time).count();
+}
 
-// One call between the two processes that does nothing but fetch a value.
-double BareCall(const Tool& tool, int calls) {
-  const auto start = Clock::now();
-  for (int i = 0; i < calls; ++i) tool.Get("Remote");
-  return Milliseconds(Clock::now() - start) / calls;
+std::string ReadText(const std::string& file) {
+  std::ifstream stream(file, std::ios::binary);
+  if (!stream) throw base::Error("The file " + file + " cannot be read.");
+  return {std::istreambuf_iterator<char>(stream), {}};
+}
+
+/// Milliseconds that the calls of an operation take alone.
+double Bare(const std::string& operation, const std::string& results) {
+  return json::parse(ReadText(results)).at(operation).get<double>();
+}
+
+std::uint64_t Calls(Host& host) {
+  std::uint64_t calls = 0;
+  for (const auto& [member, count] : host.GetBuilding().Faults().Counts()) calls += count;
+  return calls;
+}
+
+void Tell(std::string_view operation, std::uint64_t calls, double time, double bare) {
+  WriteLine(fmt::format("MEASURED {:<12} {:>5} calls {:>8.1f} ms {:>8.1f} ms alone {:>6.2f}", operation,
+                        calls, time, bare, time / bare));
 }
 
 }  // namespace
 
-void MeasureLoad(Stage& stage, Words) {
-  const std::string result = stage.OnHost([](Host& host) {
-    Tool& tool = host.CurrentTool();
-    BareCall(tool, kWarmUp);
-    const double bare = BareCall(tool, kBareCalls);
-    const std::uint64_t before = host.GetBuilding().Faults().Total();
-    const auto start = Clock::now();
-    tool.Send(0, 0, "");
-    const double load = Milliseconds(Clock::now() - start);
-    const auto calls = static_cast<double>(host.GetBuilding().Faults().Total() - before);
-    const double limit = kShare * calls * bare + kAllowance;
-    std::string line = fmt::format(
-        "SendCommand to window {:.0f} ms; {:.0f} host calls of {:.3f} ms = {:.0f} ms; limit {:.0f} ms; ratio "
-        "{:.2f}",
-        load, calls, bare, calls * bare, limit, load / (calls * bare));
-    if (load > limit) throw base::Error("too slow: " + line);
-    return line;
+void ReplayCalls(Stage& stage, Words words) {
+  const auto trace = simulator::CallTrace::FromJson(ReadText(words[0].text));
+  const json results = stage.OnHost([trace](Host&) {
+    simulator::CallReplay replay([](const std::string& programId) { return win32::CreateObject(programId); });
+    json times;
+    for (const auto& operation : trace.operations) {
+      const auto start = Clock::now();
+      replay.Run(operation);
+      times[operation.name] = Milliseconds(Clock::now() - start);
+    }
+    return times;
   });
-  WriteLine("        " + result);
+  std::ofstream(words[1].text) << results;
+}
+
+void MeasureLoad(Stage& stage, Words words) {
+  const double bare = Bare("load", words[0].text);
+  MeasureStart(stage, {});
+  const auto [time, calls] = stage.OnHost([](Host& host) {
+    const auto start = Clock::now();
+    host.CurrentTool().Send(0, 0, "");
+    return std::pair(Milliseconds(Clock::now() - start), Calls(host));
+  });
+  Tell("load", calls, time, bare);
+  const double limit = kShare * bare + kAllowance;
+  if (time > limit) throw base::Error(fmt::format("{:.0f} ms is over the limit of {:.0f} ms", time, limit));
+}
+
+void MeasureStart(Stage& stage, Words) {
+  stage.OnHost([](Host& host) { host.GetBuilding().Faults().StartCounting(); });
+}
+
+void MeasureEnd(Stage& stage, Words words) {
+  const auto [time, calls] = stage.OnHost(
+      [](Host& host) { return std::pair(Milliseconds(host.GetBuilding().Faults().Span()), Calls(host)); });
+  Tell(words[0].text, calls, time, Bare(words[0].text, words[1].text));
 }
 
 }  // namespace simhost

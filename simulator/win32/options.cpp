@@ -33,10 +33,14 @@ bool TakeSwitch(std::string_view word, Options& options) {
   return true;
 }
 
-bool TakeFile(std::string_view word, const std::wstring& file, Options& options) {
+bool TakeValue(std::string_view word, const std::wstring& file, Options& options) {
   if (word == "--script") {
     options.task = Task::kScripts;
     options.scripts.emplace_back(file);
+  } else if (word == "--set") {
+    const std::string text = win32::Utf8(file);
+    const std::size_t equals = std::min(text.find('='), text.size());
+    options.settings[text.substr(0, equals)] = equals < text.size() ? text.substr(equals + 1) : "";
   } else if (word == "--store") {
     options.storeFile = file;
   } else if (word == "--data") {
@@ -55,10 +59,10 @@ Options ParseOptions(std::span<const std::wstring> arguments, const std::filesys
     const std::string word = win32::Utf8(arguments[i]);
     if (TakeSwitch(word, options)) continue;
     const bool last = i + 1 == arguments.size();
-    if (!TakeFile(word, last ? std::wstring() : arguments[i + 1], options)) {
+    if (!TakeValue(word, last ? std::wstring() : arguments[i + 1], options)) {
       throw base::Error("The host does not understand \"" + word + "\".\n\n" + Usage());
     }
-    if (last) throw base::Error("\"" + word + "\" needs the name of a file or folder behind it.");
+    if (last) throw base::Error("\"" + word + "\" needs a value behind it.");
     ++i;
   }
   if (options.dataFolder.empty()) options.dataFolder = folder / "data";
@@ -74,6 +78,7 @@ std::string Usage() {
   return "SimHost                    opens the virtual building\n"
          "SimHost --script FILE ...  works through a script; repeat --script for more, the exit code is 0 "
          "when all held\n"
+         "  --set NAME=TEXT          gives the scripts a text to use as ${NAME}\n"
          "  --store FILE             keeps the controllers' values there instead of in the data folder\n"
          "  --fresh                  starts from the controllers' initial values\n"
          "  --data FOLDER            takes the building from there instead of from \"data\" beside the "

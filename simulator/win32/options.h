@@ -2,6 +2,7 @@
 #pragma once
 
 #include <filesystem>
+#include <map>
 #include <span>
 #include <string>
 #include <vector>
@@ -13,9 +14,10 @@ enum class Task { kWindow, kScripts, kServe, kRegister, kUnregister, kHelp };
 struct Options {
   Task task = Task::kWindow;
   std::vector<std::filesystem::path> scripts;
-  std::filesystem::path dataFolder;  // types.json, device.json, building.json
-  std::filesystem::path storeFile;   // where the controllers' values are kept
-  bool fresh = false;                // forget the store first; each script starts so
+  std::map<std::string, std::string, std::less<>> settings;  // texts that the scripts find remembered
+  std::filesystem::path dataFolder;                          // types.json, device.json, building.json
+  std::filesystem::path storeFile;                           // where the controllers' values are kept
+  bool fresh = false;                                        // forget the store first; each script starts so
 };
 
 /// `arguments` without the program's own name; `folder` is where the program lies. Throws base::Error naming

@@ -56,7 +56,6 @@ int Program::RunWindow() {
 }
 
 int Program::RunScripts() {
-  host_.Serve([] {});
   ui::Timer look(loop_, kLookInterval);
   look.onTick = [this] {
     if (!window_) host_.ReleaseClosedTools();  // the window looks itself, and tells of it
@@ -65,7 +64,7 @@ int Program::RunScripts() {
   Stage stage(host_, thread_, [this](bool show) { ShowWindow(show); });
   int failed = 0;
   std::thread scripts([&] {
-    Runner runner(stage);
+    Runner runner(stage, options_.settings);
     for (const auto& script : options_.scripts) failed += runner.Run(script) ? 0 : 1;
     thread_.Post([this] { loop_.Quit(); });
   });

@@ -2,7 +2,10 @@
 
 #include <fmt/format.h>
 
+#include <algorithm>
+
 #include "base/error.h"
+#include "base/text.h"
 #include "simulator/win32/commands.h"
 #include "simulator/win32/console.h"
 #include "simulator/win32/tool_process.h"
@@ -11,6 +14,8 @@ namespace simhost {
 namespace {
 
 constexpr std::string_view kExpectError = "expect-error";
+constexpr std::string_view kEach = "each";
+constexpr std::string_view kEnd = "end";
 constexpr std::chrono::seconds kEndTime{5};
 
 using Clock = std::chrono::steady_clock;
@@ -49,9 +54,11 @@ bool Runner::Run(const std::filesystem::path& file) {
   try {
     stage_.order = std::make_shared<Order>();
     stage_.patience.interrupt = [order = stage_.order] { order->ThrowFailure(); };
-    stage_.remembered.clear();
+    stage_.remembered = settings_;
+    stage_.otherHost.reset();
     stage_.OnHost([](Host& host) { host.Reopen(); });
-    RunSteps(file);
+    RunSteps(file, ReadScript(file));
+    stage_.order->Wait(stage_.patience.limit);
     held = true;
   } catch (const std::exception& error) {
     WriteLine(error.what());
@@ -67,9 +74,12 @@ bool Runner::Run(const std::filesystem::path& file) {
   return held;
 }
 
-void Runner::RunSteps(const std::filesystem::path& file) {
-  const std::vector<Step> steps = ReadScript(file);
+void Runner::RunSteps(const std::filesystem::path& file, Steps steps) {
   for (std::size_t i = 0; i < steps.size(); ++i) {
+    if (steps[i].words[0].text == kEach) {
+      i += RunEach(file, steps.subspan(i));
+      continue;
+    }
     if (ExpectsError(steps[i])) {
       if (i > 0 && !ExpectsError(steps[i - 1])) continue;  // done with the step before
       throw base::Error(fmt::format("FAILED {}:{}: {}\n        there is no step before it that could fail",
@@ -89,7 +99,20 @@ void Runner::RunSteps(const std::filesystem::path& file) {
     }
     WriteLine(fmt::format("  {:4}  {} ({:.2f} s)", steps[i].line, steps[i].source, SecondsSince(start)));
   }
-  stage_.order->Wait(stage_.patience.limit);
+}
+
+std::size_t Runner::RunEach(const std::filesystem::path& file, Steps steps) {
+  const std::vector<Word>& words = steps[0].words;
+  const auto end = std::ranges::find(steps, kEnd, [](const Step& step) { return step.words[0].text; });
+  if (words.size() != 4 || words[2].text != "=" || end == steps.end())
+    throw base::Error(file.string() + ": it is written: each NAME = \"texts\", steps, end");
+  const auto last = static_cast<std::size_t>(end - steps.begin());
+  for (const std::string& text : base::Split(words[3].text, " ")) {
+    WriteLine("        " + words[1].text + " = " + text);
+    stage_.remembered[words[1].text] = text;
+    RunSteps(file, steps.subspan(1, last - 1));
+  }
+  return last;
 }
 
 void Runner::RunStep(const Step& step, const Step* expectedError) {

@@ -1,6 +1,7 @@
 // Works through a script step by step and tells how it went, on the thread of the scripts. A step holds or
 // the script ends there. `expect-error "text" ["source"]` behind a step says that this step is to fail with
-// exactly that.
+// exactly that; the steps between `each NAME = "texts"` and `end` are done once for each of the texts, which
+// stands in ${NAME}.
 #pragma once
 
 #include <filesystem>
@@ -11,19 +12,25 @@ namespace simhost {
 
 class Runner {
  public:
-  explicit Runner(Stage& stage) : stage_(stage) {}
+  /// `settings` is what every script finds remembered.
+  Runner(Stage& stage, Remembered settings) : stage_(stage), settings_(std::move(settings)) {}
 
   /// Yes when every step held and the tool has ended. Whatever happened, no tool is left running.
   bool Run(const std::filesystem::path& file);
 
  private:
-  void RunSteps(const std::filesystem::path& file);
+  using Steps = std::span<const Step>;
+
+  void RunSteps(const std::filesystem::path& file, Steps steps);
+  /// Runs the steps up to `end` for each text; answers how many steps that were.
+  std::size_t RunEach(const std::filesystem::path& file, Steps steps);
   void RunStep(const Step& step, const Step* expectedError);
   void Perform(const Step& step);
   void RequireFailure(const Step& step, const Step& expectedError);
   void ReleaseAll(bool held);
 
   Stage& stage_;
+  Remembered settings_;
 };
 
 }  // namespace simhost

@@ -12,6 +12,7 @@
 #include "automation/error.h"
 #include "simulator/win32/host.h"
 #include "simulator/win32/host_thread.h"
+#include "simulator/win32/other_host.h"
 #include "simulator/win32/patience.h"
 #include "simulator/win32/script.h"
 
@@ -46,6 +47,7 @@ struct Stage {
   std::shared_ptr<Order> order = std::make_shared<Order>();
   Remembered remembered;
   Patience patience;
+  std::unique_ptr<OtherHost> otherHost;
 
   /// Does `work(host)` on the host's thread and gives its result. `work` holds what it needs by value.
   template <class Work>

@@ -101,6 +101,13 @@ int ServeHost() {
   const auto settings = hosting::MakeSettings(Facts(registry, locale), description);
   hosting::Program program(platform, memory, desktop, description, settings, pages::PageTable(),
                            [&loop] { loop.Quit(); });
+  apartment.WatchPending({.overdue =
+                              [&program](auto member, auto elapsed) {
+                                // Only the objects of a host that hangs would keep this process.
+                                if (program.Ending()) win32::EndProcess();
+                                return program.CallOverdue(member, elapsed);
+                              },
+                          .over = [&program] { program.CallOver(); }});
   const win32::ClientWatch watch(apartment, [&program] { program.HostLetGo(); });
   const win32::ComServer server(Classes([&program] { return std::make_shared<hosting::PlugInApi>(program); }),
                                 {true, kTypeLibrary, [&program] { program.HostLetGo(); }});

@@ -4,6 +4,7 @@
 // application title as its source.
 #pragma once
 
+#include <chrono>
 #include <functional>
 #include <memory>
 #include <string>
@@ -12,6 +13,7 @@
 #include "hosting/plugin_description.h"
 #include "hosting/window_agent.h"
 #include "shell/main_window.h"
+#include "shell/wait_window.h"
 
 namespace hosting {
 
@@ -47,11 +49,23 @@ class Program {
   /// visible.
   void HostLetGo();
 
+  /// A call of the host's member has been pending for `elapsed`, 5 s or more: answers whether the user gives
+  /// it up.
+  bool CallOverdue(std::string_view member, std::chrono::milliseconds elapsed) {
+    return waiting_.Overdue(member, elapsed);
+  }
+  /// That call has ended.
+  void CallOver() { waiting_.Over(); }
+  shell::WaitWindow& Waiting() { return waiting_; }
+  /// True when the main window was closed and the process is about to end.
+  bool Ending() const { return window_ && window_->Ending(); }
+
  private:
   const shell::Platform& platform_;
   PlugInDescription description_;
   shell::Settings settings_;
   shell::Strings strings_;
+  shell::WaitWindow waiting_;
   std::span<const shell::PageEntry> pageTable_;
   std::function<void()> quit_;
   CWindowAgent agent_;

@@ -17,10 +17,12 @@ Program::Program(const shell::Platform& platform, SharedMemory& memory, DesktopW
       description_(description),
       settings_(settings),
       strings_([&platform] { return platform.createObject(host::kLanguageId); }),
+      waiting_(platform.toolkit),
       pageTable_(pageTable),
       quit_(std::move(quit)),
       agent_(memory, windows),
       endSoon_(platform.loop, kEndDelay) {
+  strings_.onLoaded = [this] { waiting_.InitStrings(strings_); };
   endSoon_.onTick = [this] {
     endSoon_.Stop();
     quit_();

@@ -28,6 +28,25 @@ double DateNow() {
 
 }  // namespace
 
+std::string ReplacePlaceholders(std::string_view text, const std::vector<std::string>& arguments) {
+  const std::vector<std::string> pieces = base::Split(text, "%s");
+  std::string result = pieces.front();
+  for (std::size_t k = 1; k < pieces.size(); ++k) {
+    std::string_view piece = pieces[k];
+    std::size_t number = k;
+    const char* end = std::from_chars(piece.data(), piece.data() + piece.size(), number).ptr;
+    piece.remove_prefix(static_cast<std::size_t>(end - piece.data()));
+    if (piece.starts_with('%')) piece.remove_prefix(1);
+    if (number < 1 || number > arguments.size()) {
+      throw base::Error("\"" + std::string(text) + "\" asks for argument " + std::to_string(number) + " of " +
+                        std::to_string(arguments.size()) + ".");
+    }
+    result += arguments[number - 1];
+    result += piece;
+  }
+  return result;
+}
+
 Strings::Strings(std::function<automation::Object()> component) : createComponent_(std::move(component)) {}
 
 void Strings::ReloadStrings() {
@@ -48,6 +67,7 @@ void Strings::Load() {
   table_.clear();
   loadTime_ = DateNow();
   font_ = component_.Text(host::kFont);
+  if (onLoaded) onLoaded();
 }
 
 automation::Object& Strings::Component() {
@@ -93,22 +113,9 @@ std::string Strings::GetStrings(std::string_view text) const {
 std::string Strings::FormatStrings(std::string_view text, const std::vector<std::string>& arguments) const {
   const std::string translated = GetStrings(text);
   if (arguments.empty()) return translated;
-  const std::vector<std::string> pieces = base::Split(translated, "%s");
-  std::string result = pieces.front();
-  for (std::size_t k = 1; k < pieces.size(); ++k) {
-    std::string_view piece = pieces[k];
-    std::size_t number = k;
-    const char* end = std::from_chars(piece.data(), piece.data() + piece.size(), number).ptr;
-    piece.remove_prefix(static_cast<std::size_t>(end - piece.data()));
-    if (piece.starts_with('%')) piece.remove_prefix(1);
-    if (number < 1 || number > arguments.size()) {
-      throw base::Error("\"" + translated + "\" asks for argument " + std::to_string(number) + " of " +
-                        std::to_string(arguments.size()) + ".");
-    }
-    result += GetStrings(arguments[number - 1]);
-    result += piece;
-  }
-  return result;
+  std::vector<std::string> translatedArguments;
+  for (const std::string& argument : arguments) translatedArguments.push_back(GetStrings(argument));
+  return ReplacePlaceholders(translated, translatedArguments);
 }
 
 }  // namespace shell

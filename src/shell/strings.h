@@ -13,11 +13,19 @@
 
 namespace shell {
 
+/// `text` with its placeholders replaced by `arguments`. A placeholder is "%s", an optional argument number
+/// counted from 1 (without it the placeholder's own place), and an optional closing "%". Throws base::Error
+/// when a placeholder asks for an argument that is not given.
+std::string ReplacePlaceholders(std::string_view text, const std::vector<std::string>& arguments);
+
 class Strings {
  public:
   /// `component` gives the host's language component, or nothing when none is installed (English only). Asked
   /// once.
   explicit Strings(std::function<automation::Object()> component);
+
+  /// Runs each time that another table was loaded.
+  std::function<void()> onLoaded;
 
   /// Loads the table unless it is younger than the language's last change. Called by every window before it
   /// sets its texts. A component that fails leaves the table as it was.
@@ -37,10 +45,9 @@ class Strings {
   /// itself, exactly as given. Never fails.
   std::string GetStrings(std::string_view text) const;
 
-  /// The translation of `text` with its placeholders replaced by the translations of `arguments`. A
-  /// placeholder is "%s", an optional argument number counted from 1 (without it the placeholder's own
-  /// place), and an optional closing "%". Throws base::Error when a placeholder asks for an argument that is
-  /// not given; without arguments the text is returned with its placeholders left in place.
+  /// The translation of `text` with its placeholders replaced by the translations of `arguments`. Throws
+  /// base::Error when a placeholder asks for an argument that is not given; without arguments the text is
+  /// returned with its placeholders left in place.
   std::string FormatStrings(std::string_view text, const std::vector<std::string>& arguments) const;
 
  private:

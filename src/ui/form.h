@@ -84,6 +84,9 @@ class WindowPeer {
   virtual Bounds GetBounds() const = 0;
   /// Restores a minimised window and brings it to the foreground.
   virtual void BringToFront() = 0;
+  /// Handles what waits for this window alone and returns at once; it works while a call to another process
+  /// holds up the loop.
+  virtual void HandleInput() = 0;
   /// The number by which other processes know the window.
   virtual std::int32_t Handle() const = 0;
 };

@@ -289,7 +289,7 @@ TEST_F(Controls, WhatDoesNotFitIsRefusedInWords) {
 TEST_F(Controls, ADeviceThatFailsIsToldAndFinishLetsGo) {
   Opened<SensorHardware> sensor(client, 4, "2");
   sensor.Type("ctlSensorLinear", 0, "1");
-  building.Faults().Fail({"Property.Value", 2});
+  building.Faults().Fail({.member = "Property.Value", .call = 2});
   EXPECT_FALSE(sensor.WriteValue());
   EXPECT_EQ(sensor.failures.size(), 1U);
   EXPECT_TRUE(sensor.IsChanged());

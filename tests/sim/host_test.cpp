@@ -115,7 +115,7 @@ TEST(SimHost, FaultsComeAtTheCallAskedFor) {
   simulator::Faults& faults = building.Faults();
   const automation::Object limit = client.Property("RoofTopObject", 12);
   faults.StartCounting();
-  faults.Fail({"property.value", 2, true, false, 0x80010108, "The object is gone."});
+  faults.Fail({.member = "property.value", .call = 2, .code = 0x80010108, .text = "The object is gone."});
   limit.Put("Value", "1000");
   try {
     limit.Put("Value", "1100");
@@ -128,7 +128,7 @@ TEST(SimHost, FaultsComeAtTheCallAskedFor) {
   EXPECT_EQ(faults.Count("Property.Value"), 3U);
   EXPECT_EQ(faults.Count("Property.Name"), 0U);
 
-  faults.Fail({"", 2, false, false, 0x800706BA, "The server is gone."});
+  faults.Fail({.call = 2, .once = false, .code = 0x800706BA, .text = "The server is gone."});
   EXPECT_EQ(limit.Text("Name"), "SCPTlimitCO2");
   for (int i = 0; i < 3; ++i) EXPECT_EQ(RefusalOf([&] { client.device.Get("Name"); }), "The server is gone.");
   faults.Clear();
@@ -145,7 +145,7 @@ TEST(SimHost, FaultsComeAtTheCallAskedFor) {
 TEST(SimHost, ACommitWhoseAnswerIsLostIsCarriedOut) {
   Building building(Options());
   const Client client(building);
-  building.Faults().Fail({"Network.CommitTransaction", 1, true, true, 0x800706BE, "No answer."});
+  building.Faults().Fail({.member = "Network.CommitTransaction", .loseAnswer = true, .text = "No answer."});
   client.network.Call("BeginTransaction");
   client.Property("RoofTopObject", 12).Put("Value", "1000");
   EXPECT_EQ(RefusalOf([&] { client.network.Call("CommitTransaction"); }), "No answer.");

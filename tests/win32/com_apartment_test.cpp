@@ -94,6 +94,40 @@ TEST_F(AcrossApartments, InputWaitsUntilTheCallHasReturned) {
   EXPECT_EQ(counting.keys, 1);
 }
 
+// As with a host that hangs: given up after the patience, then sooner until the host answers again.
+TEST_F(AcrossApartments, ACallThatIsNotAnsweredCanBeGivenUp) {
+  std::vector<std::string> asked;
+  int over = 0;
+  std::chrono::milliseconds first{0};
+  apartment.WatchPending({[&](std::string_view member, std::chrono::milliseconds elapsed) {
+                            if (asked.empty()) first = elapsed;
+                            asked.emplace_back(member);
+                            return asked.size() == 3;
+                          },
+                          [&] { ++over; }});
+  const auto codeOfWait = [&](int milliseconds) {
+    try {
+      object.Call("Wait", milliseconds);
+      return 0u;
+    } catch (const automation::Error& error) {
+      return error.Code();
+    }
+  };
+  constexpr std::uint32_t kCanceled = 0x80010002;
+  EXPECT_EQ(codeOfWait(2'000), 0u);
+  EXPECT_EQ(codeOfWait(7'000), kCanceled);
+  EXPECT_GE(first, win32::CallWatch::kPatience);
+  EXPECT_LE(first, win32::CallWatch::kPatience + std::chrono::seconds(1));
+  EXPECT_EQ(asked, std::vector<std::string>(3, "Wait"));
+  EXPECT_EQ(over, 1);
+  EXPECT_EQ(codeOfWait(2'000), kCanceled);
+  Sleep(2'000);  // where a cancelled call ends at once, its late answer comes to nobody
+  object.Put("Content", "answers");
+  EXPECT_EQ(object.Text("Content"), "answers");
+  EXPECT_EQ(codeOfWait(2'000), 0u);
+  EXPECT_EQ(asked.size(), 3u);
+}
+
 TEST_F(AcrossApartments, ABusyCalleeIsAskedAgainForTenSeconds) {
   win32::ComPtr<IMessageFilter> filter;
   CoRegisterMessageFilter(nullptr, filter.Put());

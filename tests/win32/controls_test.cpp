@@ -191,7 +191,7 @@ TEST_F(HostedControls, ErrorsArriveInWords) {
 
   EXPECT_EQ(sim_test::RefusalOf([&] { Open(kSensor, 9, "2"); }),
             "There is no hardware input 9: the controller has the hardware inputs 1 to 6.");
-  building_.Faults().Fail({"Collection.Item", 1, false});
+  building_.Faults().Fail({.member = "Collection.Item", .once = false});
   EXPECT_EQ(sim_test::RefusalOf([&] { Open(kActuator, 1, "PWM"); }), "The call failed.");
 }
 

@@ -11,6 +11,7 @@ namespace win32 {
 class CallFilter : public ComClass<IMessageFilter> {
  public:
   std::function<void(DWORD)> onIncoming;
+  CallWatch* watch = nullptr;
 
   DWORD STDMETHODCALLTYPE HandleInComingCall(DWORD, HTASK caller, DWORD, LPINTERFACEINFO) override {
     if (onIncoming) onIncoming(static_cast<DWORD>(reinterpret_cast<ULONG_PTR>(caller)));
@@ -24,7 +25,9 @@ class CallFilter : public ComClass<IMessageFilter> {
     return elapsed < kPatience ? kPause : kGiveUp;
   }
 
-  DWORD STDMETHODCALLTYPE MessagePending(HTASK, DWORD, DWORD) override { return PENDINGMSG_WAITDEFPROCESS; }
+  DWORD STDMETHODCALLTYPE MessagePending(HTASK, DWORD, DWORD) override {
+    return watch && watch->GivesUp() ? PENDINGMSG_CANCELCALL : PENDINGMSG_WAITDEFPROCESS;
+  }
 };
 
 ComApartment::ComApartment() {
@@ -37,6 +40,7 @@ ComApartment::ComApartment() {
 
 ComApartment::~ComApartment() {
   filter_->onIncoming = nullptr;
+  filter_->watch = nullptr;
   ComPtr<IMessageFilter> previous;
   CoRegisterMessageFilter(nullptr, previous.Put());
   filter_->Release();
@@ -45,6 +49,11 @@ ComApartment::~ComApartment() {
 
 void ComApartment::WatchIncoming(std::function<void(DWORD)> observer) {
   filter_->onIncoming = std::move(observer);
+}
+
+void ComApartment::WatchPending(CallWatch::Handlers handlers) {
+  watch_ = std::make_unique<CallWatch>(std::move(handlers));
+  filter_->watch = watch_.get();
 }
 
 }  // namespace win32

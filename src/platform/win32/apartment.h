@@ -5,8 +5,9 @@
 #pragma once
 
 #include <functional>
+#include <memory>
 
-#include "platform/win32/handle.h"
+#include "platform/win32/call_watch.h"
 
 namespace win32 {
 
@@ -24,8 +25,12 @@ class ComApartment {
   /// system gives it (Wine gives this process' id instead). Must not throw.
   void WatchIncoming(std::function<void(DWORD callerThread)> observer);
 
+  /// Puts calls of this thread that are not answered to `handlers` from now on. Throws base::Error.
+  void WatchPending(CallWatch::Handlers handlers);
+
  private:
   CallFilter* filter_ = nullptr;
+  std::unique_ptr<CallWatch> watch_;
 };
 
 }  // namespace win32

@@ -9,6 +9,7 @@
 #include <fmt/format.h>
 
 #include "automation/error.h"
+#include "platform/win32/call_watch.h"
 #include "platform/win32/local_dispatch.h"
 #include "platform/win32/system_error.h"
 #include "platform/win32/variant.h"
@@ -19,6 +20,25 @@ namespace {
 using automation::Access;
 using automation::Error;
 using automation::Value;
+
+// What the system's words do not say of a host that is out of reach.
+constexpr struct {
+  HRESULT result;
+  const char* words;
+} kOutOfReach[] = {
+    {RPC_E_CALL_CANCELED, " The host did not answer, and the call was given up."},
+    {RPC_E_CALL_REJECTED, " The host is busy."},
+    {RPC_E_DISCONNECTED, " The host's program has ended."},
+    {RPC_E_SERVER_DIED, " The host's program has ended."},
+    {RPC_E_SERVER_DIED_DNE, " The host's program has ended."},
+    {HRESULT_FROM_WIN32(RPC_S_SERVER_UNAVAILABLE), " The host's program has ended."},
+    {HRESULT_FROM_WIN32(RPC_S_CALL_FAILED), " The host's program has ended."},
+};
+
+std::string Words(HRESULT result) {
+  const auto found = std::ranges::find(kOutOfReach, result, [](const auto& entry) { return entry.result; });
+  return SystemText(result) + (found == std::end(kOutOfReach) ? "" : found->words);
+}
 
 struct NoCaseLess {
   using is_transparent = void;
@@ -101,10 +121,17 @@ class ComTarget : public automation::Target {
  public:
   ComTarget(ComPtr<IDispatch> dispatch, std::shared_ptr<ObjectClass> objectClass)
       : dispatch_(std::move(dispatch)), class_(std::move(objectClass)) {}
+  ~ComTarget() override {
+    const PendingCall call("Release");
+    dispatch_.Reset();
+  }
+  ComTarget(const ComTarget&) = delete;
+  ComTarget& operator=(const ComTarget&) = delete;
 
   IDispatch* Dispatch() const { return dispatch_.Get(); }
 
   Value Invoke(Access access, std::string_view member, std::span<const Value> arguments) override {
+    const PendingCall call(member);
     Parameters parameters(arguments);
     const auto known = class_->ids.find(member);
     if (known == class_->ids.end()) {
@@ -126,7 +153,7 @@ class ComTarget : public automation::Target {
  private:
   [[noreturn]] void Fail(std::string_view member, HRESULT result, const std::string& more = {}) const {
     throw Error(static_cast<std::uint32_t>(result),
-                fmt::format("\"{}\" of {} failed: {}{}", member, class_->path, SystemText(result), more));
+                fmt::format("\"{}\" of {} failed: {}{}", member, class_->path, Words(result), more));
   }
 
   DISPID LookUp(std::string_view member) const {
@@ -183,7 +210,7 @@ class ComTarget : public automation::Target {
   const bool unknown = result == CO_E_CLASSSTRING || result == REGDB_E_CLASSNOTREG;
   throw Error(static_cast<std::uint32_t>(result),
               fmt::format("The object \"{}\" could not be created: {}{}", programId,
-                          unknown ? "it is not registered on this computer. " : "", SystemText(result)));
+                          unknown ? "it is not registered on this computer. " : "", Words(result)));
 }
 
 }  // namespace
@@ -193,6 +220,7 @@ automation::Object CreateObject(const std::string& programId) {
   HRESULT result = CLSIDFromProgID(Wide(programId).c_str(), &classId);
   if (FAILED(result)) FailCreation(programId, result);
   void* object = nullptr;
+  const PendingCall call(programId);
   result = CoCreateInstance(classId, nullptr, CLSCTX_INPROC_SERVER | CLSCTX_LOCAL_SERVER, __uuidof(IDispatch),
                             &object);
   if (FAILED(result)) FailCreation(programId, result);

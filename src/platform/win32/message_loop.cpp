@@ -42,6 +42,11 @@ void MessageLoop::Turn() {
   }
 }
 
+void MessageLoop::TurnFor(HWND window) {
+  MSG message;
+  while (PeekMessageW(&message, window, 0, 0, PM_REMOVE)) Handle(message);
+}
+
 void MessageLoop::RunUntil(const std::function<bool()>& done) {
   MSG message;
   while (!quitting_ && !done()) {

@@ -36,6 +36,8 @@ class MessageLoop : public ui::EventLoop {
   /// Handles messages until Quit; answers the program's exit code.
   int Run();
   void Turn() override;
+  /// Handles what is waiting for `window` and its controls alone.
+  void TurnFor(HWND window);
   void Post(std::function<void()> work) override;
   void RunUntil(const std::function<bool()>& done) override;
   void Quit() override;

@@ -87,6 +87,11 @@ bool StartedByActivation(const std::string& commandTail) {
   return base::EqualsNoCase(first, "-Embedding") || base::EqualsNoCase(first, "/Embedding");
 }
 
+void EndProcess() {
+  TerminateProcess(GetCurrentProcess(), 0);
+  for (;;) Sleep(INFINITE);
+}
+
 void ReportFailure(const std::string& title, const std::string& text) {
   const HANDLE output = GetStdHandle(STD_ERROR_HANDLE);
   const std::string line = title + ": " + text + "\r\n";

@@ -35,6 +35,10 @@ std::string CommandTail();
 /// True when the first word is the switch with which the system starts an automation server.
 bool StartedByActivation(const std::string& commandTail);
 
+/// Ends the process here and now, without the farewells of COM and libraries; nothing may be left to be
+/// saved.
+[[noreturn]] void EndProcess();
+
 /// To the standard error output when the starter gave one, else in a message box.
 void ReportFailure(const std::string& title, const std::string& text);
 

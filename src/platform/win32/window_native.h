@@ -57,6 +57,7 @@ class NativeWindow : public ui::WindowPeer, public std::enable_shared_from_this<
   void Resize(int width, int height) override;
   ui::Bounds GetBounds() const override;
   void BringToFront() override;
+  void HandleInput() override { context_.loop.TurnFor(Window()); }
   std::int32_t Handle() const override { return HandleToLong(Window()); }
 
  private:

@@ -1,0 +1,77 @@
+#include "shell/wait_window.h"
+
+namespace shell {
+namespace {
+
+constexpr std::string_view kTitle = "The host does not answer";
+constexpr std::string_view kSilent = "The host has not answered \"%s1%\" for %s2% seconds.";
+constexpr std::string_view kQuestion =
+    "Wait for it, or cancel what was asked for? What you have typed stays.";
+constexpr std::string_view kCanceled = "Canceled; waiting for the host's program to answer or end.";
+constexpr std::string_view kWait = "&Wait";
+constexpr std::string_view kCancel = "Cancel";
+
+}  // namespace
+
+WaitWindow::WaitWindow(ui::Toolkit* toolkit)
+    : Window("WaitWindow"), toolkit_(toolkit), silent_(kSilent), canceled_(kCanceled) {
+  resizable = false;
+  defaultButton = &cmdWait;
+  SetTitle(kTitle);
+  lblQuestion.SetText(kQuestion);
+  cmdWait.SetText(kWait);
+  cmdCancel.SetText(kCancel);
+  cmdWait.onClick = [this] { Close(); };
+  onClosed = [this] { next_ = 2 * elapsed_; };
+  cmdCancel.onClick = [this] {
+    givenUp_ = true;
+    lblMessage.SetText(canceled_);
+    lblQuestion.SetVisible(false);
+    cmdWait.SetEnabled(false);
+    cmdCancel.SetEnabled(false);
+  };
+  SetLayout(ui::Stack({
+      ui::GrowX(ui::Item(lblMessage)),
+      ui::GrowX(ui::Item(lblQuestion)),
+      ui::Line({ui::GrowX(ui::Empty()), ui::Item(cmdWait), ui::Item(cmdCancel)}),
+  }));
+}
+
+WaitWindow::~WaitWindow() {
+  if (toolkit_) toolkit_->Discard(*this);
+}
+
+void WaitWindow::InitStrings(const Strings& strings) {
+  SetTitle(strings.GetStrings(kTitle));
+  silent_ = strings.GetStrings(kSilent);
+  lblQuestion.SetText(strings.GetStrings(kQuestion));
+  canceled_ = strings.GetStrings(kCanceled);
+  cmdWait.SetText(strings.GetStrings(kWait));
+  cmdCancel.SetText(strings.GetStrings(kCancel));
+}
+
+bool WaitWindow::Overdue(std::string_view member, std::chrono::milliseconds elapsed) {
+  if (givenUp_) return true;
+  if (elapsed < next_) return false;
+  elapsed_ = elapsed;
+  const auto seconds = std::chrono::duration_cast<std::chrono::seconds>(elapsed).count();
+  lblMessage.SetText(ReplacePlaceholders(silent_, {std::string(member), std::to_string(seconds)}));
+  if (!Visible()) {
+    if (toolkit_ && !GetWindowPeer()) toolkit_->Realize(*this);
+    lblQuestion.SetVisible(true);
+    cmdWait.SetEnabled(true);
+    cmdCancel.SetEnabled(true);
+    Show();
+    BringToFront();
+  }
+  if (GetWindowPeer()) GetWindowPeer()->HandleInput();
+  return givenUp_;
+}
+
+void WaitWindow::Over() {
+  Hide();
+  givenUp_ = false;
+  next_ = {};
+}
+
+}  // namespace shell
