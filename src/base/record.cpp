@@ -10,7 +10,7 @@ constexpr std::size_t kUsualFields = 64;
 
 }  // namespace
 
-Record::Record(std::string_view text) : storage_(text) {
+Record::Record(std::string_view text, std::string_view name) : name_(name), storage_(text) {
   fields_.reserve(kUsualFields);
   std::uint32_t begin = 0;
   const auto size = static_cast<std::uint32_t>(text.size());
@@ -24,8 +24,9 @@ Record::Record(std::string_view text) : storage_(text) {
 
 const Record::Span& Record::At(std::size_t index) const {
   if (index < fields_.size()) return fields_[index];
-  throw Error("The value has only " + std::to_string(fields_.size()) + " fields; field " +
-              std::to_string(index + 1) + " is missing.");
+  throw Error(name_ + " has only " + std::to_string(fields_.size()) +
+              (fields_.size() == 1 ? " field; field " : " fields; field ") + std::to_string(index + 1) +
+              " is missing.");
 }
 
 std::string_view Record::Field(std::size_t index) const {

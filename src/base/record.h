@@ -14,7 +14,8 @@ namespace base {
 
 class Record {
  public:
-  explicit Record(std::string_view text);
+  /// `name` is what errors call the value.
+  explicit Record(std::string_view text, std::string_view name = "The value");
 
   /// Number of fields; an empty text is one empty field.
   std::size_t Count() const { return fields_.size(); }
@@ -37,6 +38,7 @@ class Record {
 
   const Span& At(std::size_t index) const;
 
+  std::string name_;
   std::string storage_;  // the original text; replaced fields are appended behind it
   std::vector<Span> fields_;
 };

@@ -32,10 +32,15 @@ void PageBase::ReInitializeStrings() {
   });
 }
 
-void PageBase::FillValue() {
+bool PageBase::ReadValue() {
+  steps_.clear();
+  return Guarded("FillValue", [this] { Fill(); });
+}
+
+void PageBase::ShowValue() {
   Guarded("FillValue", [this] {
     changed_ = false;
-    Fill();
+    for (const auto& step : std::exchange(steps_, {})) step();
     context_.flags.lastFilledPage = pageNumber_;
   });
 }
@@ -69,11 +74,6 @@ void PageBase::Watch(ui::TextBox& box) {
   box.onLeave = [this, &box] {
     return shell::IsValidNumber(context_.platform.prompts, context_.settings, box.Text());
   };
-}
-
-std::string NamedFault(std::string_view property, const std::string& description) {
-  const std::string name(property);
-  return description.find(name) == std::string::npos ? name + ": " + description : description;
 }
 
 }  // namespace pages

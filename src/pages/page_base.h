@@ -6,13 +6,14 @@
 #include <functional>
 #include <string>
 #include <string_view>
+#include <utility>
 #include <vector>
 
-#include "automation/error.h"
-#include "base/error.h"
 #include "shell/page.h"
 
 namespace pages {
+
+using shell::NamingProperty;
 
 /// "1" or "0", as the fields of an option record hold it.
 constexpr std::string_view FlagText(bool flag) { return flag ? "1" : "0"; }
@@ -25,7 +26,8 @@ class PageBase : public shell::ISubForm {
   /// Drops unsaved edits by filling again; a page without edits is left as it is.
   void RefreshPage() final;
   void ReInitializeStrings() final;
-  void FillValue() final;
+  bool ReadValue() final;
+  void ShowValue() final;
   bool WriteValue() final;
 
  protected:
@@ -35,6 +37,7 @@ class PageBase : public shell::ISubForm {
 
   // What a page adds. Each may throw; the guard around it reports.
   virtual void InitStrings() = 0;
+  /// Reads all values from the host, and leaves what shows them to WhenRead and ShowText.
   virtual void Fill() = 0;
   /// Answers whether the page's rules passed; a rule that fails reports itself.
   virtual bool Write() = 0;
@@ -47,6 +50,13 @@ class PageBase : public shell::ISubForm {
     return context_.strings.FormatStrings(text, arguments);
   }
   void MarkChanged(bool changed = true) { changed_ = changed; }
+
+  /// Only while Fill runs: what is to be done, in this order, once everything has been read. Steps call the
+  /// host for nothing that the page needs.
+  void WhenRead(std::function<void()> step) { steps_.push_back(std::move(step)); }
+  void ShowText(ui::Control& control, std::string_view text) {
+    WhenRead([&control, kept = std::string(text)] { control.SetText(kept); });
+  }
 
   /// A message box with the application title and an OK button.
   void Warn(const std::string& text, ui::Icon icon = ui::Icon::kExclamation);
@@ -80,6 +90,7 @@ class PageBase : public shell::ISubForm {
   int pageNumber_;
   int helpTopic_;
   bool changed_ = false;
+  std::vector<std::function<void()>> steps_;
 };
 
 inline void Enable(ui::Control& control, bool enabled) { control.SetEnabled(enabled); }
@@ -91,21 +102,6 @@ void Enable(const ui::ControlArray<T, N>& controls, bool enabled) {
 template <class... Controls>
 void EnableAll(bool enabled, Controls&... controls) {
   (Enable(controls, enabled), ...);
-}
-
-/// `description` with the name of the property in front, unless the host has named it already.
-std::string NamedFault(std::string_view property, const std::string& description);
-
-/// Runs `work` and repeats a fault in it with the name of the property.
-template <class Work>
-auto NamingProperty(std::string_view property, Work work) {
-  try {
-    return work();
-  } catch (const automation::Error& error) {
-    throw automation::Error(error.Code(), NamedFault(property, error.Description()), error.Source());
-  } catch (const base::Error& error) {
-    throw base::Error(NamedFault(property, error.what()));
-  }
 }
 
 }  // namespace pages

@@ -59,9 +59,14 @@ void fLanguage::ReInitializeStrings() {
   dialog_.cmdHelp.SetText(strings.GetStrings("Help"));
 }
 
-void fLanguage::FillValue() {
-  cboLanguage.SetItems(context_.strings.Languages());
+bool fLanguage::ReadValue() {
+  languages_ = context_.strings.Languages();
   current_ = context_.strings.Language();
+  return true;
+}
+
+void fLanguage::ShowValue() {
+  cboLanguage.SetItems(languages_);
   cboLanguage.SelectText(current_);
 }
 

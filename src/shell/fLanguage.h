@@ -3,6 +3,9 @@
 // component; other plug-ins follow when they are started again, which the user is told first.
 #pragma once
 
+#include <string>
+#include <vector>
+
 #include "shell/page.h"
 
 namespace shell {
@@ -19,7 +22,8 @@ class fLanguage final : public ISubForm {
 
   void ReInitializeStrings() override;
   /// Lists the component's languages and selects the one in use. Throws automation::Error.
-  void FillValue() override;
+  bool ReadValue() override;
+  void ShowValue() override;
   /// Asks, then sets the chosen language. No when the user thought better of it, or the component refused.
   bool WriteValue() override;
   void RefreshPage() override { FillValue(); }
@@ -40,6 +44,7 @@ class fLanguage final : public ISubForm {
   void Tell(const std::exception& error) const;
 
   const PageContext& context_;
+  std::vector<std::string> languages_;
   std::string current_;
   ui::Label lblLanguage{*this, "lblLanguage"};
   ui::ListBox cboLanguage{*this, "cboLanguage"};

@@ -15,6 +15,7 @@ namespace {
 constexpr std::string_view kLocation = "Main";
 constexpr const char* kRefuseToStart = "Refuse to start";
 constexpr int kLocationProperty = 2;  // of the node object
+constexpr std::string_view kLocationFormat = "SCPTlocation";
 constexpr auto kBlinkInterval = std::chrono::milliseconds(100);
 constexpr int kBlinkTime = 500;  // milliseconds
 // The host's call that closed the window must be able to return before the process ends.
@@ -86,7 +87,7 @@ void fMain::ConnectHandlers() {
   };
   cmdOK.onClick = [this] { Command("OK", [this] { Ok(); }); };
   cmdApply.onClick = [this] { Command("Apply", [this] { Apply(); }); };
-  cmdRefresh.onClick = [this] { Command("Refresh", [this] { Refresh(); }); };
+  cmdRefresh.onClick = [this] { Command("Refresh", [this] { Refresh("Refresh"); }); };
   cmdHelp.onClick = [this] { Command("Help", [this] { Help(); }); };
   cmdErrorLog.onClick = [this] { logger_.ShowMe(); };
   cmdCancel.onClick = [this] { Close(); };
@@ -214,7 +215,7 @@ void fMain::Load() {
       ProgressObject.ShowFLoading(strings_.GetStrings("Loading..."), strings_.GetStrings("Getting CP values"),
                                   0);
       LoadDeviceObjects(ObjectServer, device_);
-      CheckIfOccupency(device_);
+      NamingProperty("nviOccCmd", [this] { CheckIfOccupency(device_); });
       LoadLocation();
       pages_.LoadAllPages(context_, network_, ProgressObject,
                           [this](ISubForm& page) { Picture1.Embed(page); });
@@ -238,9 +239,11 @@ void fMain::ShowWindow() {
 }
 
 void fMain::RefreshLocationString() {
-  const automation::Object& property = device_.NodeProperties[kLocationProperty];
-  property.Put(host::kFormatName, "SCPTlocation");
-  txtLocation.SetText(property.Text(host::kValue));
+  txtLocation.SetText(NamingProperty(kLocationFormat, [this] {
+    const automation::Object& property = device_.NodeProperties[kLocationProperty];
+    property.Put(host::kFormatName, kLocationFormat);
+    return property.Text(host::kValue);
+  }));
   locationChanged_ = false;
 }
 
@@ -250,7 +253,8 @@ void fMain::LoadLocation() {
   const std::string location = device_.Device.Text(host::kLocation);
   txtLocation.SetText(location);
   try {
-    device_.NodeProperties[kLocationProperty].Put(host::kValue, location);
+    NamingProperty(kLocationFormat,
+                   [&] { device_.NodeProperties[kLocationProperty].Put(host::kValue, location); });
   } catch (const automation::Error& error) {
     // A text that the device does not take (too long, say) must not keep the installer out.
     AddMessage(DescribeError(error), "Load", kLocation, logger::kExclamation);
@@ -274,7 +278,8 @@ void fMain::ShowPage(std::size_t index) {
 
 void fMain::WriteLocation() {
   if (!locationChanged_) return;
-  device_.NodeProperties[kLocationProperty].Put(host::kValue, txtLocation.Text());
+  NamingProperty(kLocationFormat,
+                 [this] { device_.NodeProperties[kLocationProperty].Put(host::kValue, txtLocation.Text()); });
   locationChanged_ = false;
 }
 
@@ -329,10 +334,18 @@ void fMain::Apply() {
   WriteLocation();
   if (!pages_.AnyPageChanged()) return;
   if (Save("Apply", "The configuration settings were applied successfully") != SaveResult::kCommitted) return;
-  pages_.RefreshAllPages(context_, network_, ProgressObject);
+  Refresh("Apply");
 }
 
-void fMain::Refresh() { pages_.RefreshAllPages(context_, network_, ProgressObject); }
+bool fMain::Refresh(std::string_view routine) {
+  const bool read = pages_.RefreshAllPages(context_, network_, ProgressObject);
+  if (!read) {
+    AddMessage(strings_.GetStrings(
+                   "The values of the device could not be read again. The pages show what they did before."),
+               routine, kLocation, logger::kError);
+  }
+  return read;
+}
 
 void fMain::Help() {
   const int topic = pages_.Count() > 0 ? pages_.Page(shownPage_).HelpIndex() : 0;
@@ -369,8 +382,10 @@ void fMain::ChooseUnits() {
     return;
   }
   device_.IsImperial = imperial;
-  StoreUnitChoice(platform_.registry, imperial);
-  Refresh();
+  if (Refresh("Unit")) return StoreUnitChoice(platform_.registry, imperial);
+  // The pages still show the former units, so they must also be written in them.
+  device_.IsImperial = !imperial;
+  optUnit[device_.IsImperial ? kImperial : kMetric].Select();
 }
 
 void fMain::Activated() {

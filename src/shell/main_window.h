@@ -78,7 +78,8 @@ class fMain : public ui::Window, private MessageSink, private PageWork {
   void Apply();
   SaveResult Save(std::string_view routine, std::string_view success);
   void WriteLocation();
-  void Refresh();
+  /// Answers whether the pages show what the device holds now; otherwise they are as before.
+  bool Refresh(std::string_view routine);
   void Help();
   bool MayClose();
   void ChooseUnits();

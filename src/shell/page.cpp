@@ -2,7 +2,6 @@
 
 #include <cstdio>
 
-#include "automation/error.h"
 #include "logger/message_logger.h"
 
 namespace shell {
@@ -17,6 +16,11 @@ std::string DescribeError(const std::exception& error) {
   text += std::string(" (error ") + number;
   if (!failure->Source().empty()) text += ", " + failure->Source();
   return text + ")";
+}
+
+std::string NamedFault(std::string_view property, const std::string& description) {
+  const std::string name(property);
+  return description.find(name) == std::string::npos ? name + ": " + description : description;
 }
 
 void ReportError(const PageContext& context, std::string_view routine, std::string_view location,

@@ -8,6 +8,8 @@
 #include <string>
 #include <string_view>
 
+#include "automation/error.h"
+#include "base/error.h"
 #include "shell/device_objects.h"
 #include "shell/platform.h"
 #include "shell/selected_types.h"
@@ -25,8 +27,15 @@ class ISubForm : public ui::Form {
 
   /// Reloads the texts if they are out of date and sets every caption again.
   virtual void ReInitializeStrings() = 0;
-  /// Reads all values from the device into the page's fields and clears the changed flag.
-  virtual void FillValue() = 0;
+  /// Reads all values from the device into the page's fields and clears the changed flag. A page that cannot
+  /// read all of them keeps every field, and the flag, as they were.
+  void FillValue() {
+    if (ReadValue()) ShowValue();
+  }
+  /// The two halves of FillValue, for pages that are filled together or not at all: reads all values and
+  /// changes nothing that the page shows; then shows what was read last.
+  virtual bool ReadValue() = 0;
+  virtual void ShowValue() = 0;
   /// Checks the fields and writes the changed values; yes when every write succeeded.
   virtual bool WriteValue() = 0;
   /// Reads the values again, for the page's own purposes.
@@ -107,6 +116,21 @@ struct PageEntry {
 
 /// The description of an error with its number, and its source where it has one.
 std::string DescribeError(const std::exception& error);
+
+/// `description` with the name of the property in front, unless the host has named it already.
+std::string NamedFault(std::string_view property, const std::string& description);
+
+/// Runs `work` and repeats a fault in it with the name of the property.
+template <class Work>
+auto NamingProperty(std::string_view property, Work work) {
+  try {
+    return work();
+  } catch (const automation::Error& error) {
+    throw automation::Error(error.Code(), NamedFault(property, error.Description()), error.Source());
+  } catch (const base::Error& error) {
+    throw base::Error(NamedFault(property, error.what()));
+  }
+}
 
 /// Reports a run-time error of a page and sets the shared error flags; the page then gives up.
 void ReportError(const PageContext& context, std::string_view routine, std::string_view location,

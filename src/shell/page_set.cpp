@@ -50,9 +50,13 @@ PageContent ContentOf(const ui::Form& form) {
   return content;
 }
 
-void PageSet::Fill(std::size_t index) {
-  if (table_[index].showsDeviceValues) pages_[index]->FillValue();
+void PageSet::Show(std::size_t index) {
+  if (table_[index].showsDeviceValues) pages_[index]->ShowValue();
   filled_[index] = ContentOf(*pages_[index]);
+}
+
+bool PageSet::Read(std::size_t index) {
+  return !table_[index].showsDeviceValues || pages_[index]->ReadValue();
 }
 
 ISubForm* PageSet::FindPage(std::string_view pageClass) {
@@ -71,7 +75,7 @@ void PageSet::LoadAllPages(const PageContext& context, const Object& network, fL
     ISubForm& page = *pages_.emplace_back(entry.create(context, entry.helpTopic));
     embed(page);
     filled_.emplace_back();
-    Fill(pages_.size() - 1);
+    if (Read(pages_.size() - 1)) Show(pages_.size() - 1);
     if (context.flags.errorOccurred) {
       throw base::Error(
           context.strings.FormatStrings("The page \"%s%\" could not be loaded.", {std::string(entry.title)}));
@@ -116,17 +120,27 @@ void PageSet::Clear() {
   filled_.clear();
 }
 
-void PageSet::RefreshAllPages(const PageContext& context, const Object& network, fLoading& progress) {
+bool PageSet::RefreshAllPages(const PageContext& context, const Object& network, fLoading& progress) {
   const ui::WaitPointer pointer(context.platform.loop);
   const auto text = [&context](std::string_view english) { return context.strings.GetStrings(english); };
   const ProgressShown shown(progress, text("Refreshing configuration tool . . ."), text("Now refreshing"),
                             pages_.size());
-  HostTransaction transaction(network);
-  for (std::size_t i = 0; i < pages_.size(); ++i) {
-    progress.AdvanceProgressBar(text(table_[i].listCaption));
-    Fill(i);
+  bool allRead = true;
+  try {
+    HostTransaction transaction(network);
+    for (std::size_t i = 0; i < pages_.size(); ++i) {
+      progress.AdvanceProgressBar(text(table_[i].listCaption));
+      allRead = Read(i) && allRead;
+    }
+    transaction.Commit();
+  } catch (const std::exception& error) {
+    context.messages.AddMessage(DescribeError(error), "RefreshAllPages", "Main", logger::kError);
+    allRead = false;
   }
-  transaction.Commit();
+  if (allRead) {
+    for (std::size_t i = 0; i < pages_.size(); ++i) Show(i);
+  }
+  return allRead;
 }
 
 bool PageSet::AnyPageChanged() const {

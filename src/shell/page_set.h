@@ -41,8 +41,9 @@ class PageSet : public PageFinder {
   /// A host that refuses to begin, cancel or commit is logged.
   SaveResult SaveAllPages(const PageContext& context, const automation::Object& network, fLoading& progress);
 
-  /// Lets every value page read its values again, which drops unsaved edits.
-  void RefreshAllPages(const PageContext& context, const automation::Object& network, fLoading& progress);
+  /// Lets every value page read its values again, and show them when all pages could, which drops unsaved
+  /// edits. Answers whether they could: otherwise every page shows what it did before, and faults are logged.
+  bool RefreshAllPages(const PageContext& context, const automation::Object& network, fLoading& progress);
 
   bool AnyPageChanged() const;
   void ReInitializeStrings();
@@ -51,7 +52,8 @@ class PageSet : public PageFinder {
   void Clear();
 
  private:
-  void Fill(std::size_t index);
+  bool Read(std::size_t index);
+  void Show(std::size_t index);
 
   std::span<const PageEntry> table_;
   std::vector<std::unique_ptr<ISubForm>> pages_;

@@ -11,6 +11,30 @@ namespace {
 constexpr int kRoofTopProperties = 52;
 constexpr const char* kDevice = tests::kAssigned;
 
+/// A change of one field of a page, and the calls that the page's own algorithm asks for to save it.
+struct PageSave {
+  const char* page;
+  void (*change)(tests::Tool& tool);
+  std::uint64_t formats;  // set before writing
+  std::uint64_t values;   // written, and read where a record is put together again
+  std::uint64_t objects;  // properties that filling the page did not need
+};
+const PageSave kSaves[] = {
+    {"fHardwareInput", [](tests::Tool& tool) { tool.AssignInput(6, "OCC_CONTACT"); }, 6, 6, 0},
+    {"fControlOutput", [](tests::Tool& tool) { tool.AssignOutput(5, "DEHUMIDIFIER_ON_OFF"); }, 14, 28, 7},
+    {"fHeatCool", [](tests::Tool& tool) { tool.Find<ui::CheckBox>("fHeatCool.chkMechAndEco").Click(); }, 12,
+     13, 0},
+    {"fFanValve", [](tests::Tool& tool) { tool.Find<ui::CheckBox>("fFanValve.chkFan").Click(); }, 8, 9, 0},
+    {"fPID", [](tests::Tool& tool) { tool.Find<ui::CheckBox>("fPID.chkPID").Click(); }, 6, 12, 0},
+    {"fAlarm", [](tests::Tool& tool) { tool.Type("fAlarm.txtAlarm(0)", "4"); }, 10, 20, 0},
+    {"fGeneral", [](tests::Tool& tool) { tool.Find<ui::OptionButton>("fGeneral.optEcono(1)").Click(); }, 11,
+     13, 0},
+    {"fOptions", [](tests::Tool& tool) { tool.Find<ui::CheckBox>("fOptions.chkFrost").Click(); }, 6, 9, 0},
+    {"fNetworkInput", [](tests::Tool& tool) { tool.Find<ui::CheckBox>("fNetworkInput.chkInput(0)").Click(); },
+     24, 26, 0},
+    {"fNetworkOutput", [](tests::Tool& tool) { tool.Type("fNetworkOutput.txtNvo(0)", "30"); }, 5, 29, 0},
+};
+
 struct AllPages : tests::ToolTest {
   /// Every value of the rooftop object as the store holds it, by number.
   std::map<int, std::string> RoofTop() {
@@ -33,16 +57,7 @@ struct AllPages : tests::ToolTest {
   }
 
   void ChangeOneFieldOnEachPage() {
-    AssignInput(6, "OCC_CONTACT");
-    AssignOutput(5, "DEHUMIDIFIER_ON_OFF");
-    Find<ui::CheckBox>("fHeatCool.chkMechAndEco").Click();
-    Find<ui::CheckBox>("fFanValve.chkFan").Click();
-    Find<ui::CheckBox>("fPID.chkPID").Click();
-    Type("fAlarm.txtAlarm(0)", "4");
-    Find<ui::OptionButton>("fGeneral.optEcono(1)").Click();
-    Find<ui::CheckBox>("fOptions.chkFrost").Click();
-    Find<ui::CheckBox>("fNetworkInput.chkInput(0)").Click();
-    Type("fNetworkOutput.txtNvo(0)", "30");
+    for (const PageSave& save : kSaves) save.change(*this);
   }
 };
 
@@ -116,6 +131,22 @@ TEST_F(AllPages, SwitchingUnitsToAndFroMovesNoValueAlsoWhenSaved) {
     }
   }
   EXPECT_EQ(RoofTop(), stored);
+}
+
+TEST(PageSaves, CallTheHostForWhatThePageNeedsAndNothingElse) {
+  for (const PageSave& save : kSaves) {
+    tests::Tool tool;
+    tool.OpenPage(kDevice, "fHeatCool");
+    save.change(tool);
+    tool.building.Faults().StartCounting();
+    tool.Click("cmdOK");
+    std::map<std::string, std::uint64_t, std::less<>> expected = {{"Network.BeginTransaction", 1},
+                                                                  {"Network.CommitTransaction", 1},
+                                                                  {"Property.Value", save.values},
+                                                                  {"Property.formatName", save.formats}};
+    if (save.objects > 0) expected["Collection.Item"] = save.objects;
+    EXPECT_EQ(tool.building.Faults().Counts(), expected) << save.page;
+  }
 }
 
 }  // namespace

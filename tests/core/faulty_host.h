@@ -1,5 +1,5 @@
 // A host whose calls fail as planned: it stands between the tool and the virtual building's objects, counts
-// every call, and lets chosen ones fail in one of the ways in which a host can.
+// every call, lets chosen ones fail in one of the ways in which a host can, and follows the transactions.
 #pragma once
 
 #include <memory>
@@ -24,6 +24,7 @@ enum class Failure {
   kWrongType,
   kEmptyText,
   kShortRecord,
+  kOtherText,  // as the plan says
 };
 constexpr Failure kAllFailures[] = {Failure::kApplicationError, Failure::kServerGone, Failure::kRejected,
                                     Failure::kCancelled,        Failure::kAnswerLost, Failure::kWrongType,
@@ -31,17 +32,22 @@ constexpr Failure kAllFailures[] = {Failure::kApplicationError, Failure::kServer
 
 struct FailurePlan {
   Failure failure = Failure::kApplicationError;
+  std::string otherText;
   std::set<int> calls;   // counted from 1 since Arm
   bool forever = false;  // from the first of them on
   int seen = 0;
   int failed = 0;
-  int transactions = 0;  // begun and not ended, as the host sees it
+  std::vector<std::string> concerned;  // what the failing calls were about: property, owner
+  int open = 0;                        // transactions begun and not ended, as the host sees it
+  int surplus = 0;                     // ends that were asked for although the tool knew of the end
+  bool ended = true;                   // the tool knows that none is open
 
   void Arm(Failure how, std::set<int> which, bool always) {
     failure = how;
     calls = std::move(which);
     forever = always;
     seen = failed = 0;
+    concerned.clear();
   }
   void Disarm() { calls.clear(); }
   bool Due() {
@@ -52,25 +58,42 @@ struct FailurePlan {
 
 class FaultyTarget : public automation::Target {
  public:
-  FaultyTarget(FailurePlan& plan, automation::Object inner) : plan_(plan), inner_(std::move(inner)) {}
+  FaultyTarget(FailurePlan& plan, automation::Object inner, std::string owner)
+      : plan_(plan), inner_(std::move(inner)), owner_(std::move(owner)) {}
 
-  static automation::Object Wrap(FailurePlan& plan, const automation::Object& inner) {
-    return inner ? automation::Object(std::make_shared<FaultyTarget>(plan, inner)) : inner;
+  /// `owner` is the name of the host's object that `inner` is or belongs to.
+  static automation::Object Wrap(FailurePlan& plan, const automation::Object& inner,
+                                 const std::string& owner = {}) {
+    return inner ? automation::Object(std::make_shared<FaultyTarget>(plan, inner, owner)) : inner;
   }
 
   automation::Value Invoke(automation::Access access, std::string_view member,
                            std::span<const automation::Value> arguments) override {
     const bool due = plan_.Due();
+    const bool begins = member == "BeginTransaction";
+    const bool ends = member == "CommitTransaction" || member == "CancelTransaction";
+    if (begins) plan_.ended = false;
+    plan_.surplus += ends && plan_.ended;
+    if (due) NoteConcerned(member);
     if (due) Refuse();
     automation::Value answer = inner_.GetTarget()->Invoke(access, member, arguments);
-    if (member == "BeginTransaction") ++plan_.transactions;
-    if (member == "CommitTransaction" || member == "CancelTransaction") --plan_.transactions;
+    plan_.open += begins - ends;
+    if (ends) plan_.ended = !due;
     if (due) answer = Spoil(access, std::move(answer));
-    if (const auto* object = std::get_if<automation::Object>(&answer.Get())) return Wrap(plan_, *object);
-    return answer;
+    const auto* object = std::get_if<automation::Object>(&answer.Get());
+    if (!object) return answer;
+    const bool byName = member == "Item" && std::holds_alternative<std::string>(arguments[0].Get());
+    return Wrap(plan_, *object, byName ? arguments[0].AsText() : owner_);
   }
 
  private:
+  void NoteConcerned(std::string_view member) {
+    const bool ofProperty = member == "Value" || member == "formatName" || member == "Precision";
+    if (ofProperty) plan_.concerned.push_back(inner_.Text("Name"));
+    const bool named = ofProperty || member == "MvFormatType";
+    plan_.concerned.push_back(named ? owner_ : "");  // anything may be told of the others
+  }
+
   void Refuse() {
     const std::pair<Failure, automation::Error> refusals[] = {
         {Failure::kApplicationError, {automation::kApplicationDefined, "The host refuses.", "Host"}},
@@ -98,6 +121,7 @@ class FaultyTarget : public automation::Target {
     }
     if (!text) return automation::Value();
     if (plan_.failure == Failure::kEmptyText) return automation::Value("");
+    if (plan_.failure == Failure::kOtherText) return automation::Value(plan_.otherText);
     const std::vector<std::string> fields = base::Split(*text, " ");
     return automation::Value(
         base::Join({fields.begin(), fields.begin() + static_cast<long>(fields.size() / 2)}, " "));
@@ -105,6 +129,7 @@ class FaultyTarget : public automation::Target {
 
   FailurePlan& plan_;
   automation::Object inner_;
+  std::string owner_;
 };
 
 }  // namespace tests

@@ -159,7 +159,7 @@ TEST_F(ToolTest, ALocationThatTheDeviceRefusesIsToldButDoesNotKeepTheInstallerOu
   building.Faults().Fail({.member = "Property.Value", .call = 2, .text = "too long"});
   Open(tests::kUnassigned);
   EXPECT_EQ(Main().Tag(), "");
-  EXPECT_EQ(Messages()[0].find("Load/Main: too long"), 0u);
+  EXPECT_EQ(Messages()[0].find("Load/Main: SCPTlocation: too long"), 0u);
   EXPECT_EQ(Text("txtLocation"), "Roof, south wing");
 }
 

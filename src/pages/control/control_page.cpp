@@ -38,7 +38,7 @@ void ControlPage::WriteText(const PropertyFormat& property, std::string_view tex
 }
 
 void ControlPage::ReadBoxes(const std::vector<PropertyBox>& boxes) {
-  for (const auto& [property, box] : boxes) box.SetText(base::Trim(ReadText(property)));
+  for (const auto& [property, box] : boxes) ShowText(box, base::Trim(ReadText(property)));
 }
 
 void ControlPage::WriteBoxes(const std::vector<PropertyBox>& boxes) {
@@ -46,14 +46,14 @@ void ControlPage::WriteBoxes(const std::vector<PropertyBox>& boxes) {
 }
 
 base::Record ControlPage::ReadRecord(const PropertyFormat& property) {
-  return base::Record(ReadText(property));
+  return base::Record(ReadText(property), property.type);
 }
 
 void ControlPage::ChangeRecord(const PropertyFormat& property,
                                const std::function<void(base::Record&)>& change) {
   NamingProperty(property.type, [&] {
     const automation::Object& object = Property(property.number);
-    base::Record record(object.Text(host::kValue));
+    base::Record record(object.Text(host::kValue), property.type);
     change(record);
     object.Put(host::kValue, record.Join());
   });
@@ -61,8 +61,9 @@ void ControlPage::ChangeRecord(const PropertyFormat& property,
 
 base::Record ControlPage::ReadOptions() {
   BindFormats({&kOptions, 1});
-  return NamingProperty(kOptions.type,
-                        [this] { return base::Record(Property(kOptions.number).Text(host::kValue)); });
+  return NamingProperty(kOptions.type, [this] {
+    return base::Record(Property(kOptions.number).Text(host::kValue), kOptions.type);
+  });
 }
 
 void ControlPage::ChangeOptions(const std::function<void(base::Record&)>& change) {
@@ -77,9 +78,11 @@ std::int32_t ControlPage::WholeNumber(std::string_view property, const ui::Contr
 std::vector<std::string> ControlPage::AssignedFunctions() {
   std::vector<std::string> functions;
   for (const std::string& name : Context().device.ControlOutputNames) {
-    shell::NetworkVariable& output = Context().device.RoofTopVariables[name];
-    const std::string value = output.ConfigProperties()[kFunctionProperty].Text(host::kValue);
-    functions.push_back(base::Upper(base::Record(value).Field(0)));
+    NamingProperty(name, [&] {
+      shell::NetworkVariable& output = Context().device.RoofTopVariables[name];
+      const std::string value = output.ConfigProperties()[kFunctionProperty].Text(host::kValue);
+      functions.push_back(base::Upper(base::Record(value).Field(0)));
+    });
   }
   return functions;
 }

@@ -41,7 +41,7 @@ class ControlPage : public PageBase {
 
   /// Sets the format names of the properties in the order of the table, in the unit system in use.
   void BindFormats(std::span<const PropertyFormat> table);
-  /// Reads the properties into their boxes, and writes the boxes to them, in the order given.
+  /// Reads the properties for their boxes, and writes the boxes to them, in the order given.
   void ReadBoxes(const std::vector<PropertyBox>& boxes);
   void WriteBoxes(const std::vector<PropertyBox>& boxes);
   /// Sets the precision and reads the value; and writes a text as the whole value.

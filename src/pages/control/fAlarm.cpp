@@ -118,22 +118,24 @@ ui::TextBox& fAlarm::Box(std::size_t number) const {
 
 void fAlarm::Fill() {
   BindFormats(kBindOrder);
-  SetUnitLabels();
+  WhenRead([this] { SetUnitLabels(); });
   FieldCounts counts{};
   std::size_t next = 0;
   for (std::size_t r = 0; r < kRecords; ++r) {
     const base::Record record = ReadRecord(kRows[r].property);
     NamingProperty(kRows[r].property.type, [&] {
-      for (; counts[r] < record.Count(); ++counts[r]) Box(next++).SetText(record.Field(counts[r]));
+      for (; counts[r] < record.Count(); ++counts[r]) ShowText(Box(next++), record.Field(counts[r]));
     });
   }
-  for (std::size_t i = 0; i < kBoxes; ++i) {
-    txtAlarm[i].SetVisible(i < next);
-    if (i >= next) txtAlarm[i].SetText("");
-  }
-  if (counts == counts_) return;
-  counts_ = counts;
-  BuildLayout();
+  WhenRead([this, counts, next] {
+    for (std::size_t i = 0; i < kBoxes; ++i) {
+      txtAlarm[i].SetVisible(i < next);
+      if (i >= next) txtAlarm[i].SetText("");
+    }
+    if (counts == counts_) return;
+    counts_ = counts;
+    BuildLayout();
+  });
 }
 
 bool fAlarm::CheckLimits() {

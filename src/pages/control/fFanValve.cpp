@@ -98,9 +98,13 @@ void fFanValve::Fill() {
              {kFanPeriod, txtFanPeriod},
              {kThreshold, txtThresHold}});
   const base::Record options = ReadOptions();
-  chkFan.SetChecked(options.Field(kAlwaysOnOption) == "1");
-  optState[options.Field(kInputStateOption) == "1" ? 1 : 0].Select();
-  CheckIfFrameEnable();
+  const bool alwaysOn = options.Field(kAlwaysOnOption) == "1";
+  const bool closed = options.Field(kInputStateOption) == "1";
+  WhenRead([this, alwaysOn, closed] {
+    chkFan.SetChecked(alwaysOn);
+    optState[closed].Select();
+    CheckIfFrameEnable();
+  });
 }
 
 bool fFanValve::Write() {
@@ -140,9 +144,10 @@ bool fFanValve::Assigned(std::string_view function) const {
 bool fFanValve::FanStateByCurrent() const {
   const int input = Context().selections.GetInputTypeSelectedIndex("FAN_STATE");
   if (input < 0) return false;
-  const auto& sensor =
-      Context().device.InputProperties[static_cast<std::size_t>(input) + 1][kSensorTypeProperty];
-  return base::Upper(sensor.Text(host::kValue)) != "DIGITAL";
+  return NamingProperty("Input " + std::to_string(input + 1), [&] {
+    auto& properties = Context().device.InputProperties[static_cast<std::size_t>(input) + 1];
+    return base::Upper(properties[kSensorTypeProperty].Text(host::kValue)) != "DIGITAL";
+  });
 }
 
 void fFanValve::CheckIfFrameEnable() {

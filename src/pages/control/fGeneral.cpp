@@ -126,24 +126,25 @@ void fGeneral::SetUnitLabels() {
 }
 
 void fGeneral::Fill() {
-  freshAirUpdate_ = false;
   BindFormats(kBindOrder);
-  SetUnitLabels();
+  WhenRead([this] { SetUnitLabels(); });
   ReadBoxes(boxes_);
-  txtOutdoorMax.SetText(ReadRecord(kExtraConfig).Field(kMaximumPositionField));
+  ShowText(txtOutdoorMax, ReadRecord(kExtraConfig).Field(kMaximumPositionField));
   ReadBoxes({{kDamperDriveTime, txtFreshAir}});
 
   const base::Record options = ReadOptions();
   const auto set = [&options](std::size_t field) { return options.Field(field) != "0"; };
-  optEmergency[set(kEmergencyOption)].Select();
-  optTemp[set(kTemperatureOption)].Select();
-  optEcono[set(kEconomizerOption)].Select();
-  chkFreshAir.SetChecked(set(kFreshAirOption));
-  if (set(kFreshAirMarker)) {
-    freshAirUpdate_ = true;
-    MarkChanged();
-  }
-  EnableUsableGroups();
+  WhenRead([this, emergency = set(kEmergencyOption), temperature = set(kTemperatureOption),
+            economizer = set(kEconomizerOption), freshAir = set(kFreshAirOption),
+            update = set(kFreshAirMarker)] {
+    optEmergency[emergency].Select();
+    optTemp[temperature].Select();
+    optEcono[economizer].Select();
+    chkFreshAir.SetChecked(freshAir);
+    freshAirUpdate_ = update;
+    MarkChanged(update);
+    EnableUsableGroups();
+  });
 }
 
 void fGeneral::EnableUsableGroups() {

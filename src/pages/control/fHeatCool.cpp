@@ -145,10 +145,10 @@ void fHeatCool::SetUnitLabels() {
 
 void fHeatCool::Fill() {
   BindFormats(kBindOrder);
-  SetUnitLabels();
+  WhenRead([this] { SetUnitLabels(); });
   const base::Record setpoints = ReadRecord(kSetpoints);
   for (std::size_t i = 0; i < txtSetPoint.Size(); ++i) {
-    txtSetPoint[i].SetText(i < setpoints.Count() ? base::Trim(setpoints.Field(i)) : "");
+    ShowText(txtSetPoint[i], i < setpoints.Count() ? base::Trim(setpoints.Field(i)) : "");
   }
   ReadBoxes({{kHeatPeriod, txtminHeatPeriod},
              {kMaxSupply, txtMaxDischHeat},
@@ -161,10 +161,14 @@ void fHeatCool::Fill() {
              {kMechCool, txtMechCoolLL},
              {kChangeover, txtChngeOverDelay}});
   const base::Record options = ReadOptions();
-  chkHeatStage.SetChecked(IsSet(options.Field(kHeatStageOption)));
-  chkMechAndEco.SetChecked(IsSet(options.Field(kMechAndEcoOption)));
-  (IsSet(options.Field(kNormallyHeatOption)) ? OptionNormallyHeat : OptionNormallyCool).Select();
-  EnableUsable(AssignedFunctions());
+  WhenRead([this, stage = IsSet(options.Field(kHeatStageOption)),
+            both = IsSet(options.Field(kMechAndEcoOption)),
+            heat = IsSet(options.Field(kNormallyHeatOption))] {
+    chkHeatStage.SetChecked(stage);
+    chkMechAndEco.SetChecked(both);
+    (heat ? OptionNormallyHeat : OptionNormallyCool).Select();
+  });
+  WhenRead([this, functions = AssignedFunctions()] { EnableUsable(functions); });
 }
 
 void fHeatCool::PageShown() {

@@ -30,6 +30,7 @@ constexpr std::size_t kAlgorithmMarker = 58;
 constexpr std::size_t kOptimumOption[] = {59, 60};
 constexpr std::size_t kFrostOption = 62;
 
+constexpr std::string_view kCommand = "nviOccCmd";
 constexpr int kCommandTypeProperty = 2;     // of the occupancy command: the type in use
 constexpr std::size_t kTypeIndexField = 9;  // of that record, behind program id and scope
 constexpr std::string_view kOccupancyIndex = "109";
@@ -149,51 +150,57 @@ void fOptions::InitStrings() {
 }
 
 void fOptions::Fill() {
-  algorithmUpdate_ = false;
   BindFormats(kBindOrder);
-  lblMaxOffsetUnit.SetText(TemperatureUnit());
+  ShowText(lblMaxOffsetUnit, TemperatureUnit());
   ReadBoxes({{kStartTime, txtStartTime}});
   const base::Record weights = ReadRecord(kWeights);
-  for (std::size_t i = 0; i < txtAt.Size(); ++i) txtAt[i].SetText(weights.Field(i));
+  for (std::size_t i = 0; i < txtAt.Size(); ++i) ShowText(txtAt[i], weights.Field(i));
   ReadBoxes({{kMaxOffset, txtMaxOffset}, {kInputPeriod, txtInput}});
   FillOptions();
   FillExtra();
-  EnableGroups();
+  WhenRead([this] { EnableGroups(); });
   CheckOptimumStart();
 }
 
 void fOptions::FillOptions() {
   const base::Record options = ReadOptions();
   const auto set = [&options](std::size_t field) { return options.Field(field) != "0"; };
-  optTerminal[set(kTerminalOption)].Select();
-  chkAlternate.SetChecked(set(kAlternateOption));
-  chkTerminal.SetChecked(set(kTerminalEnabledOption));
-  chkEnable.SetChecked(set(kAveragingEnabledOption));
-  optAverage[set(kAverageOption)].Select();
-  chkFrost.SetChecked(set(kFrostOption));
-  for (std::size_t i = 0; i < chkOptimum.Size(); ++i) {
-    chkOptimum[i].SetChecked(options.Field(kOptimumOption[i]) == "1");
-  }
-  if (set(kAlgorithmMarker)) {
-    algorithmUpdate_ = true;
-    MarkChanged();
-  }
+  const std::pair<ui::CheckBox*, bool> marks[] = {
+      {&chkAlternate, set(kAlternateOption)},
+      {&chkTerminal, set(kTerminalEnabledOption)},
+      {&chkEnable, set(kAveragingEnabledOption)},
+      {&chkFrost, set(kFrostOption)},
+      {&chkOptimum[0], options.Field(kOptimumOption[0]) == "1"},
+      {&chkOptimum[1], options.Field(kOptimumOption[1]) == "1"},
+  };
+  for (const auto& [box, checked] : marks) WhenRead([box, checked] { box->SetChecked(checked); });
+  WhenRead(
+      [this, terminal = set(kTerminalOption), average = set(kAverageOption), update = set(kAlgorithmMarker)] {
+        optTerminal[terminal].Select();
+        optAverage[average].Select();
+        algorithmUpdate_ = update;
+        MarkChanged(update);
+      });
 }
 
 void fOptions::FillExtra() {
   const base::Record extra = ReadRecord(kExtraConfig);
   const base::Numbers& numbers = Context().settings.numbers;
-  txtHeatCool.SetText(extra.Field(kCycleTimeField));
-  txtChangeOver.SetText(numbers.Text(numbers.ToDouble(extra.Field(kDemandField)) / 2));
+  ShowText(txtHeatCool, extra.Field(kCycleTimeField));
+  ShowText(txtChangeOver, numbers.Text(numbers.ToDouble(extra.Field(kDemandField)) / 2));
 }
 
 // The network inputs page decides the same by the type's name, and differently; the one that fills last wins.
 void fOptions::CheckOptimumStart() {
-  auto& command = Context().device.RoofTopVariables["nviOccCmd"].ConfigProperties();
-  const base::Record type(command[kCommandTypeProperty].Text(host::kValue));
-  const bool standard = type.Field(kTypeIndexField) != kOccupancyIndex;
-  Context().device.OccupancyIsStandard = standard;
-  EnableAll(standard, txtStartTime, fraOptimum, lblStartTime, lblUnitStartTime, chkOptimum);
+  const bool standard = NamingProperty(kCommand, [this] {
+    auto& command = Context().device.RoofTopVariables[std::string(kCommand)].ConfigProperties();
+    const base::Record type(command[kCommandTypeProperty].Text(host::kValue));
+    return type.Field(kTypeIndexField) != kOccupancyIndex;
+  });
+  WhenRead([this, standard] {
+    Context().device.OccupancyIsStandard = standard;
+    EnableAll(standard, txtStartTime, fraOptimum, lblStartTime, lblUnitStartTime, chkOptimum);
+  });
 }
 
 void fOptions::EnableGroups() {

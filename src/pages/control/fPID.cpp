@@ -96,22 +96,22 @@ void fPID::SetUnitLabels() {
 
 void fPID::Fill() {
   BindFormats(kRecords);
-  SetUnitLabels();
+  WhenRead([this] { SetUnitLabels(); });
   for (std::size_t loop = 0; loop < loops_.size(); ++loop) {
     const base::Record record = ReadRecord(kRecords[loop]);
-    for (std::size_t i = 0; i < kFields; ++i) (*loops_[loop])[i].SetText(base::Trim(record.Field(i)));
+    for (std::size_t i = 0; i < kFields; ++i) ShowText((*loops_[loop])[i], base::Trim(record.Field(i)));
   }
-  chkPID.SetChecked(ReadOptions().Field(kSupplyAirOnlyOption) == "1");
-  EnableUsableLoops();
+  WhenRead([this, only = ReadOptions().Field(kSupplyAirOnlyOption) == "1"] { chkPID.SetChecked(only); });
+  WhenRead([this, functions = AssignedFunctions()] { EnableUsableLoops(functions); });
 }
 
 void fPID::PageShown() { EnableDependentControls(Context(), *this); }
 
-void fPID::EnableUsableLoops() {
+void fPID::EnableUsableLoops(const std::vector<std::string>& functions) {
   bool freshAir = false;
   bool humidifier = false;
   bool pressure = false;
-  for (const std::string& function : AssignedFunctions()) {
+  for (const std::string& function : functions) {
     freshAir |= function.find("FRESH_AIR_DAMPER") != std::string::npos;
     humidifier |=
         function.find("HUMIDIFIER") != std::string::npos;  // a dehumidifier too: its name holds this one

@@ -26,7 +26,7 @@ class fPID final : public ControlPage {
   bool Write() override;
   void BuildLayout();
   void SetUnitLabels();
-  void EnableUsableLoops();
+  void EnableUsableLoops(const std::vector<std::string>& functions);
 
   ui::Frame fraLoops{*this, "fraLoops"};
   ui::LabelArray<4> lblColumn{*this, "lblColumn"};

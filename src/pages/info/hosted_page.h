@@ -16,7 +16,8 @@ class HostedPage : public shell::ISubForm {
   ~HostedPage() override;
 
   void ReInitializeStrings() final {}
-  void FillValue() final {}
+  bool ReadValue() final { return true; }
+  void ShowValue() final {}
   bool WriteValue() final { return true; }
   void RefreshPage() final {}
   bool IsChanged() final { return false; }

@@ -89,7 +89,7 @@ const automation::Object& fControlOutput::Property(std::size_t i, int number) {
 void fControlOutput::BindFormats() {
   for (std::size_t i = 0; i < kOutputCount; ++i) {
     for (const auto& [number, type] : kFormats) {
-      NamingProperty(type, [&] { Property(i, number).Put(host::kFormatName, type); });
+      NamingProperty(OutputName(i), [&] { Property(i, number).Put(host::kFormatName, type); });
     }
   }
 }
@@ -99,26 +99,26 @@ void fControlOutput::Fill() {
   for (std::size_t i = 0; i < kOutputCount; ++i) {
     NamingProperty(OutputName(i), [this, i] { FillOutput(i); });
   }
-  CheckOutputDependencies(Context());
+  WhenRead([this] { CheckOutputDependencies(Context()); });
 }
 
 void fControlOutput::FillOutput(std::size_t i) {
   const std::string function = base::Upper(Property(i, kFunction).Text(host::kValue));
-  ShowFunction(i, function);
-  SetFunction(i, function);
-
   const base::Record over(Property(i, kOverride).Text(host::kValue));
+  const std::string value(over.Field(0));
   const bool permitted = over.Field(1) != kNoOverrideState;
-  chkOver[i].SetChecked(permitted);
-  ShowOverride(i, over.Field(0), permitted && over.Field(1) != "0");
-
-  chkOutput[i].SetChecked(base::Upper(Property(i, kLocalHardware).Text(host::kValue)) == "TRUE");
-  cmdConfigure[i].SetEnabled(chkOutput[i].Checked());
-  if (function.empty() || function == kUnassigned) {
-    cmdConfigure[i].SetEnabled(false);
-  } else {
-    CheckHardware(i);
-  }
+  const bool on = permitted && over.Field(1) != "0";
+  const bool local = ReadName(i, kLocalHardware) == "TRUE";
+  const std::string signal = SignalFor(i, function);
+  WhenRead([=, this] {
+    ShowFunction(i, function);
+    SetFunction(i, function);
+    chkOver[i].SetChecked(permitted);
+    ShowOverride(i, value, on);
+    chkOutput[i].SetChecked(local);
+    cmdConfigure[i].SetEnabled(local && !function.empty() && function != kUnassigned);
+    CheckHardware(i, signal);
+  });
 }
 
 void fControlOutput::ShowFunction(std::size_t i, const std::string& function) {
@@ -137,27 +137,40 @@ void fControlOutput::SetFunction(std::size_t i, const std::string& function) {
 void fControlOutput::ChooseFunction(std::size_t i) {
   const std::string next = base::Upper(cboOutput[i].SelectedText());
   if (next == previous_[i]) return;
+  cboOutput[i].SelectText(previous_[i]);  // so it stays when a rule, or the host, refuses
   if (const auto refusal = CheckAssignment({previous_, i, previous_[i], next})) {
-    cboOutput[i].SelectText(previous_[i]);
     Warn(Translate(refusal->text, refusal->arguments));
     return;
   }
+  const std::string signal = SignalFor(i, next);
+  cboOutput[i].SelectText(next);
   SetFunction(i, next);
   MarkChanged();
   if (next == kUnassigned) chkOver[i].SetChecked(false);
   ShowOverride(i, txtValue[i].Text(), cboONOFF[i].Selected() == kOn);
-  CheckHardware(i);
+  CheckHardware(i, signal);
   CheckOutputDependencies(Context());
 }
 
-std::string fControlOutput::SignalType(std::size_t i) {
-  return base::Upper(Property(i, kSignal).Text(host::kValue));
+std::string fControlOutput::ReadName(std::size_t i, int number) {
+  return NamingProperty(OutputName(i), [&] {
+    std::string name = base::Upper(Property(i, number).Text(host::kValue));
+    // Taken for no hardware, it would be stored as that.
+    if (name.empty()) throw base::Error(Translate("The host gave no value."));
+    return name;
+  });
 }
 
-void fControlOutput::CheckHardware(std::size_t i) {
+std::string fControlOutput::SignalType(std::size_t i) { return ReadName(i, kSignal); }
+
+std::string fControlOutput::SignalFor(std::size_t i, std::string_view function) {
+  return GetOutputSignalClass(function) == SignalClass::kNone ? std::string() : SignalType(i);
+}
+
+void fControlOutput::CheckHardware(std::size_t i, std::string_view signal) {
   const SignalClass signalClass = GetOutputSignalClass(previous_[i]);
   if (signalClass == SignalClass::kNone) return;  // left as it is
-  const bool canDrive = CanDrive(SignalType(i), signalClass);
+  const bool canDrive = CanDrive(signal, signalClass);
   chkOutput[i].SetChecked(canDrive);
   cmdConfigure[i].SetEnabled(canDrive);
 }
@@ -224,7 +237,7 @@ void fControlOutput::Configure(std::size_t i) {
   dialog_->Index = static_cast<int>(i) + 1;
   dialog_->OutputSignal = SignalType(i);
   dialog_->Open();
-  if (!dialog_->NoChange) CheckHardware(i);
+  if (!dialog_->NoChange) CheckHardware(i, SignalFor(i, previous_[i]));
 }
 
 }  // namespace pages

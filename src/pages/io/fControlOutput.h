@@ -29,8 +29,13 @@ class fControlOutput final : public PageBase {
   void ShowFunction(std::size_t i, const std::string& function);
   void ChooseFunction(std::size_t i);
   void SetFunction(std::size_t i, const std::string& function);
+  /// A property that never is empty, in upper case.
+  std::string ReadName(std::size_t i, int number);
   std::string SignalType(std::size_t i);
-  void CheckHardware(std::size_t i);
+  /// Read where the function asks for a kind of signal, empty otherwise.
+  std::string SignalFor(std::size_t i, std::string_view function);
+  /// Whether the output's hardware, of this signal type, can drive its function.
+  void CheckHardware(std::size_t i, std::string_view signal);
   void ShowOverride(std::size_t i, std::string_view value, bool on);
   void EnableOverride(std::size_t i);
   std::string OverrideText(std::size_t i) const;

@@ -61,7 +61,7 @@ const automation::Object& fHardwareInput::Property(std::size_t i, int number) {
 
 void fHardwareInput::BindFormats() {
   for (std::size_t i = 0; i < kInputs; ++i) {
-    NamingProperty(kFunctionFormat, [&] { Property(i, kFunction).Put(host::kFormatName, kFunctionFormat); });
+    NamingProperty(InputName(i), [&] { Property(i, kFunction).Put(host::kFormatName, kFunctionFormat); });
   }
 }
 
@@ -70,12 +70,14 @@ void fHardwareInput::Fill() {
   for (std::size_t i = 0; i < kInputs; ++i) {
     NamingProperty(InputName(i), [this, i] {
       const std::string function = base::Upper(Property(i, kFunction).Text(host::kValue));
-      ShowFunction(i, function);
-      SetFunction(i, function);
-      ShowSensorType(i);
+      WhenRead([this, i, function, sensor = ReadSensorType(i)] {
+        ShowFunction(i, function);
+        SetFunction(i, function);
+        ShowSensorType(i, sensor);
+      });
     });
   }
-  UpdateOtherPages();
+  WhenRead([this] { UpdateOtherPages(); });
 }
 
 void fHardwareInput::ShowFunction(std::size_t i, const std::string& function) {
@@ -93,8 +95,13 @@ void fHardwareInput::SetFunction(std::size_t i, const std::string& function) {
   cmdConfigure[i].SetEnabled(function != kUnused);
 }
 
-void fHardwareInput::ShowSensorType(std::size_t i) {
-  sensors_[i] = base::Upper(Property(i, kSensorType).Text(host::kValue));
+std::string fHardwareInput::ReadSensorType(std::size_t i) {
+  return NamingProperty(InputName(i),
+                        [&] { return base::Upper(Property(i, kSensorType).Text(host::kValue)); });
+}
+
+void fHardwareInput::ShowSensorType(std::size_t i, const std::string& sensor) {
+  sensors_[i] = sensor;
   ShowSensor(i);
 }
 
@@ -123,7 +130,7 @@ void fHardwareInput::ChooseFunction(std::size_t i) {
   }
   SetFunction(i, next);
   MarkChanged();
-  ShowSensorType(i);
+  ShowSensorType(i, ReadSensorType(i));
   UpdateOtherPages();
 }
 
@@ -197,7 +204,7 @@ void fHardwareInput::Configure(std::size_t i) {
                                   "Sensor Input", logger::kInformation);
     return;
   }
-  ShowSensorType(i);
+  ShowSensorType(i, ReadSensorType(i));
   UpdateOtherPages();
 }
 

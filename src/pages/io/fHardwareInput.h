@@ -30,8 +30,9 @@ class fHardwareInput final : public PageBase {
   /// Asks whether to load the defaults of a function that has some; no when the choice itself is taken back.
   bool OfferDefaults(std::size_t i, const std::string& function);
   void ApplyDefaultValues(std::size_t i, const std::string& function);
-  /// Reads the sensor type and shows it.
-  void ShowSensorType(std::size_t i);
+  std::string ReadSensorType(std::size_t i);
+  /// Takes the sensor type and shows it.
+  void ShowSensorType(std::size_t i, const std::string& sensor);
   void ShowSensor(std::size_t i);
   void UpdateOtherPages();
   void Configure(std::size_t i);

@@ -2,7 +2,6 @@
 
 #include <algorithm>
 
-#include "base/record.h"
 #include "base/text.h"
 #include "hosting/host_contract.h"
 
@@ -119,26 +118,29 @@ std::vector<NetworkPage::Field> fNetworkInput::Fields() {
   return fields;
 }
 
-// The option record of other pages is set up together with the flags, though they are a property of their
-// own.
-void fNetworkInput::BindOptions() {
-  Context().device.RoofTopProperties[kOptionsProperty].Put(host::kFormatName, kOptionsFormat);
-  Flags().Put(host::kFormatName, kFlagsFormat);
-}
-
 const automation::Object& fNetworkInput::Flags() {
   return Context().device.RoofTopProperties[kFlagsProperty];
 }
 
+base::Record fNetworkInput::ReadFlags() {
+  Flags().Put(host::kFormatName, kFlagsFormat);
+  return base::Record(Flags().Text(host::kValue), kFlagsFormat);
+}
+
 void fNetworkInput::Fill() {
   ReadFields(Fields());
+  // The option record of other pages is set up here too, though the flags are a property of their own.
+  NamingProperty(kOptionsFormat, [this] {
+    Context().device.RoofTopProperties[kOptionsProperty].Put(host::kFormatName, kOptionsFormat);
+  });
   NamingProperty(kFlagsFormat, [this] {
-    BindOptions();
-    const base::Record flags(Flags().Text(host::kValue));
-    for (std::size_t i = 0; i < kFlagCount; ++i) chkInput[i].SetChecked(flags.Field(i) == "1");
+    const base::Record flags = ReadFlags();
+    for (std::size_t i = 0; i < kFlagCount; ++i) {
+      WhenRead([&box = chkInput[i], set = flags.Field(i) == "1"] { box.SetChecked(set); });
+    }
   });
   ReadTypes();
-  UpdateOptionsPage();
+  WhenRead([this] { UpdateOptionsPage(); });
 }
 
 bool fNetworkInput::Write() {
@@ -151,8 +153,7 @@ bool fNetworkInput::Write() {
   }
   WriteFields(Fields());
   NamingProperty(kFlagsFormat, [this] {
-    BindOptions();
-    base::Record flags(Flags().Text(host::kValue));
+    base::Record flags = ReadFlags();
     for (std::size_t i = 0; i < kFlagCount; ++i) flags.Set(i, FlagText(chkInput[i].Checked()));
     Flags().Put(host::kValue, flags.Join());
   });
@@ -162,9 +163,13 @@ bool fNetworkInput::Write() {
 void fNetworkInput::ReadTypes() {
   for (std::size_t i = 0; i < kVariableCount; ++i) {
     const char* name = kInputs[i].variable;
-    NamingProperty(name, [&] { types_[i] = Variable(name).object.Text(host::kMvFormatType); });
-    chosen_[i].clear();
-    ShowType(i);
+    NamingProperty(name, [&] {
+      WhenRead([this, i, type = Variable(name).object.Text(host::kMvFormatType)] {
+        types_[i] = type;
+        chosen_[i].clear();
+        ShowType(i);
+      });
+    });
   }
 }
 

@@ -6,6 +6,7 @@
 #include <memory>
 #include <vector>
 
+#include "base/record.h"
 #include "pages/io/fChangeType.h"
 #include "pages/io/network_page.h"
 
@@ -27,8 +28,8 @@ class fNetworkInput final : public NetworkPage {
   ui::Node GroupBox(std::size_t group);
 
   std::vector<Field> Fields();
-  void BindOptions();
   const automation::Object& Flags();
+  base::Record ReadFlags();
   void ReadTypes();
   void ShowType(std::size_t i);
   /// The type that the variable has, or is going to have when the page is saved.

@@ -82,7 +82,7 @@ std::vector<NetworkPage::Field> fNetworkOutput::Fields() {
 
 void fNetworkOutput::Fill() {
   ReadFields(Fields());
-  lblDeltaUnit[0].SetText(IsImperial() ? "°F" : "°C");
+  ShowText(lblDeltaUnit[0], IsImperial() ? "°F" : "°C");
 }
 
 bool fNetworkOutput::Write() {

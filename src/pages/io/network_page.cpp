@@ -16,22 +16,22 @@ void NetworkPage::ForEach(std::span<const Field> fields, const Work& work) {
   }
 }
 
-void NetworkPage::BindFormats(std::span<const Field> fields) {
-  ForEach(fields, [](const Field& field, const automation::Object& property) {
-    if (field.precision != kHostPrecision) property.Put(host::kPrecision, field.precision);
+void NetworkPage::BindFormats(std::span<const Field> fields, bool reading) {
+  ForEach(fields, [reading](const Field& field, const automation::Object& property) {
+    if (reading && field.precision != kHostPrecision) property.Put(host::kPrecision, field.precision);
     if (!field.format.empty()) property.Put(host::kFormatName, field.format);
   });
 }
 
 void NetworkPage::ReadFields(std::span<const Field> fields) {
-  BindFormats(fields);
-  ForEach(fields, [](const Field& field, const automation::Object& property) {
-    field.box.SetText(base::Trim(property.Text(host::kValue)));
+  BindFormats(fields, true);
+  ForEach(fields, [this](const Field& field, const automation::Object& property) {
+    ShowText(field.box, base::Trim(property.Text(host::kValue)));
   });
 }
 
 void NetworkPage::WriteFields(std::span<const Field> fields) {
-  BindFormats(fields);
+  BindFormats(fields, false);
   ForEach(fields, [](const Field& field, const automation::Object& property) {
     property.Put(host::kValue, base::Trim(field.box.Text()));
   });

@@ -24,7 +24,8 @@ class NetworkPage : public PageBase {
     int precision = kHostPrecision;  // decimals
   };
 
-  /// Each sets the formats of all fields first. What the host refuses is told with the variable's name.
+  /// Each sets the formats of all fields first; the decimals matter to reading alone. What the host refuses
+  /// is told with the variable's name.
   void ReadFields(std::span<const Field> fields);
   void WriteFields(std::span<const Field> fields);
 
@@ -35,7 +36,7 @@ class NetworkPage : public PageBase {
  private:
   using Work = std::function<void(const Field& field, const automation::Object& property)>;
   void ForEach(std::span<const Field> fields, const Work& work);
-  void BindFormats(std::span<const Field> fields);
+  void BindFormats(std::span<const Field> fields, bool reading);
 };
 
 }  // namespace pages
