@@ -4,8 +4,10 @@
 #pragma once
 
 #include <functional>
+#include <initializer_list>
 #include <string>
 #include <string_view>
+#include <utility>
 #include <vector>
 
 #include "automation/error.h"
@@ -46,6 +48,8 @@ class PageBase : public shell::ISubForm {
   std::string Translate(std::string_view text, const std::vector<std::string>& arguments) const {
     return context_.strings.FormatStrings(text, arguments);
   }
+  /// Each control shows its caption, translated.
+  void SetCaptions(std::initializer_list<std::pair<ui::Control*, std::string_view>> captions) const;
   void MarkChanged(bool changed = true) { changed_ = changed; }
 
   /// A message box with the application title and an OK button.
