@@ -268,7 +268,11 @@ TEST_F(OutputsTest, TheActuatorDialogWritesThroughItsControl) {
 
   const auto editor = std::make_shared<tests::Editor>();
   ui::Form* dialog = nullptr;
-  controls.make = [&](const std::string&, const auto&) { return automation::Object(editor); };
+  std::function<void(const std::string&)> complain;
+  controls.make = [&](const std::string&, const auto& onFailed) {
+    complain = onFailed;
+    return automation::Object(editor);
+  };
   const auto click = [&](const char* name) { return dynamic_cast<ui::Button*>(dialog->Find(name))->Click(); };
   controls.onCreate = [&](ui::ControlSite& site) { dialog = &site.GetForm(); };
   loop.whileOpen = [&] {
@@ -279,6 +283,8 @@ TEST_F(OutputsTest, TheActuatorDialogWritesThroughItsControl) {
     click("cmdOK");
     EXPECT_EQ(prompts.asked.back().text, "An error as occured while writing the value in the database");
     EXPECT_EQ(prompts.asked.back().icon, ui::Icon::kInformation);
+    complain("No such range.");
+    EXPECT_EQ(LastMessage(), "WriteValue/Actuator Configuration: No such range.");
     editor->accepts = true;
     click("cmdApply");
     EXPECT_EQ(editor->writes, 2);
