@@ -91,7 +91,7 @@ std::string Strings::GetStrings(std::string_view text) const {
 }
 
 std::string Strings::FormatStrings(std::string_view text, const std::vector<std::string>& arguments) const {
-  const std::string translated = GetStrings(text);
+  std::string translated = GetStrings(text);
   if (arguments.empty()) return translated;
   const std::vector<std::string> pieces = base::Split(translated, "%s");
   std::string result = pieces.front();
