@@ -12,7 +12,6 @@ constexpr const char* kMaximumRule =
 constexpr const char* kMinimumRule =
     "WriteValue/Heating and cooling: The Minimum Discharge Air Setpoint must be higher than the Alarm Low "
     "Limit.";
-constexpr const char* kApplied = "Apply/Main: The configuration settings were applied successfully";
 constexpr const char* kNotApplied = "Apply/Main: The configuration settings were not applied";
 
 using Log = std::vector<std::string>;
@@ -68,7 +67,7 @@ TEST_F(HeatCoolTest, BeforeAPageIsSelectedNothingIsCheckedOrWritten) {
   Open(tests::kAssigned);
   const std::string stored = StoredSetpoints();
   Type(Setpoint(3), "30");
-  EXPECT_EQ(Apply(), Log{kApplied});
+  EXPECT_EQ(Apply(), Log{tests::kApplied});
   EXPECT_EQ(StoredSetpoints(), stored);
   ChoosePage("fPID");  // any page
   Type(Setpoint(3), "30");
@@ -112,7 +111,7 @@ TEST_F(HeatCoolTest, RulesBetweenFieldsAndWithTheAlarms) {
     const Log log = tool.Messages();
     ASSERT_EQ(log.size(), refusals.size() + 1) << what;
     for (std::size_t i = 0; i < refusals.size(); ++i) EXPECT_EQ(log[i].find(refusals[i]), 0u) << log[i];
-    EXPECT_EQ(log.back(), refusals.empty() ? kApplied : kNotApplied) << what;
+    EXPECT_EQ(log.back(), refusals.empty() ? tests::kApplied : kNotApplied) << what;
     if (refusals.empty()) continue;
     EXPECT_EQ(tool.Stored(tests::kAssigned, 3, "SCPTsetPnts#SI", 3), stored) << what;
     for (const auto& [box, text] : edits) EXPECT_EQ(tool.Text(box), text) << what;
@@ -127,10 +126,10 @@ TEST_F(HeatCoolTest, AWarningAboutTheMaximumHoldsBackBothRulesUntilItsBoxIsEnter
   Type(Page("txtMaxDischHeat"), "35");
   Type(Page("txtMinDischCool"), "8");
   EXPECT_EQ(Apply(), (Log{kMaximumRule, kNotApplied}));
-  EXPECT_EQ(Apply(), (Log{kApplied})) << "neither rule; the alarms page takes equal values";
+  EXPECT_EQ(Apply(), (Log{tests::kApplied})) << "neither rule; the alarms page takes equal values";
   Find<ui::TextBox>(Page("txtMinDischCool")).Enter();
   Type(Page("txtMinDischCool"), "7.6");
-  EXPECT_EQ(Apply(), (Log{kApplied})) << "its own box does not bring the minimum back";
+  EXPECT_EQ(Apply(), (Log{tests::kApplied})) << "its own box does not bring the minimum back";
   Find<ui::TextBox>(Page("txtMaxDischHeat")).Enter();
   Type(Page("txtMaxDischHeat"), "30");
   for (int i = 0; i < 2; ++i) {
@@ -197,7 +196,7 @@ TEST_F(HeatCoolTest, ControlsFollowTheFunctionsWhetherChosenShownOrStored) {
   }
   Find(Page("txtCoolOn")).SetText("181");
   Type(Page("txtChngeOverDelay"), "16");
-  EXPECT_EQ(Apply(), Log{kApplied});
+  EXPECT_EQ(Apply(), Log{tests::kApplied});
   EXPECT_EQ(Stored(tests::kUnassigned, 18, "UCPTminCoolOnPeriod", 0), "181") << "disabled, yet written";
 }
 
@@ -240,7 +239,7 @@ TEST_F(HeatCoolTest, UnitsGoToAndFroWithoutMovingAStoredValue) {
     // Makes both pages write everything in these units.
     Type(Page("txtChngeOverDelay"), std::to_string(20 + i));
     Type("fAlarm.txtAlarm(22)", std::to_string(70 + i));
-    EXPECT_EQ(Apply(), Log{kApplied});
+    EXPECT_EQ(Apply(), Log{tests::kApplied});
   }
   for (std::size_t i = 0; i < before.size(); ++i) {
     EXPECT_EQ(Stored(tests::kAssigned, properties[i].number, properties[i].type.c_str(), 9), before[i]);
