@@ -35,6 +35,7 @@ wanted() {
 
 sources coverage | wanted "$@" >$output/native
 sources win64 | wanted "$@" | grep -vxF -f <(sources coverage) >$output/windows
+[ -s $output/native ] || [ -s $output/windows ] || { say "none of these is a source that is compiled: $*"; exit 1; }
 check_native() { tidy_all coverage <$output/native; }
 check_windows() { tidy_all win64 --extra-arg=--target=x86_64-w64-mingw32 <$output/windows; }
 step "clang-tidy, $(wc -l <$output/native) portable sources" tidy-native check_native
@@ -43,5 +44,5 @@ step "clang-tidy, $(wc -l <$output/windows) Windows sources" tidy-windows check_
 # What stands in a header is found by every file that includes it.
 grep -hE ': (warning|error): ' $output/*.cpp | sed "s|^$PWD/||" | sort -u >$output/findings
 cat $output/findings
-say "$(wc -l <$output/findings) findings"
+say "clang-tidy: $(wc -l <$output/findings) findings"
 [ ! -s $output/findings ]
