@@ -1,9 +1,8 @@
 #include "contest.h"
 
-#include <time.h>
-
 #include <algorithm>
 #include <chrono>
+#include <ctime>
 #include <stdexcept>
 
 namespace bench {

@@ -6,8 +6,12 @@ target_compile_features(tarn_options INTERFACE cxx_std_20)
 target_include_directories(tarn_options INTERFACE ${PROJECT_SOURCE_DIR}/src ${PROJECT_SOURCE_DIR})
 target_compile_options(tarn_options INTERFACE
   $<$<COMPILE_LANGUAGE:CXX>:-Wall;-Wextra;-Wpedantic;-Wconversion>)
-if(NOT TARN_FUZZ)  # another compiler, with warnings of its own
+if(CMAKE_CXX_COMPILER_ID STREQUAL "GNU")  # the other compiler has warnings of its own
   target_compile_options(tarn_options INTERFACE $<$<COMPILE_LANGUAGE:CXX>:-Werror>)
+endif()
+if(TARN_COVERAGE)
+  target_compile_options(tarn_options INTERFACE -fprofile-instr-generate -fcoverage-mapping)
+  target_link_options(tarn_options INTERFACE -fprofile-instr-generate)
 endif()
 if(WIN32)
   target_compile_definitions(tarn_options INTERFACE UNICODE _UNICODE NOMINMAX WIN32_LEAN_AND_MEAN

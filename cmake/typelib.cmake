@@ -7,6 +7,8 @@ find_path(WINE_IDL_DIR oaidl.idl PATHS /usr/include/wine/wine/windows /usr/inclu
 file(GLOB WINE_TYPELIB_DIRS /usr/lib/*/wine/x86_64-windows)
 list(TRANSFORM WINE_TYPELIB_DIRS PREPEND "-L" OUTPUT_VARIABLE WIDL_LIBRARY_FLAGS)
 
+add_custom_target(typelibs)  # all of them, without the programs
+
 function(compile_idl target)
   set(folder ${CMAKE_BINARY_DIR}/generated)
   file(MAKE_DIRECTORY ${folder})
@@ -25,6 +27,7 @@ function(compile_idl target)
       VERBATIM)
     target_sources(${target} PRIVATE ${out}.tlb ${out}.h ${out}_i.c)
     add_custom_target(${name}_typelib DEPENDS ${out}.tlb ${out}.h)
+    add_dependencies(typelibs ${name}_typelib)
     set_property(GLOBAL APPEND PROPERTY TARN_TYPELIBS ${out}.tlb)
   endforeach()
 endfunction()

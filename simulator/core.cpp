@@ -27,13 +27,12 @@ bool Fits(const Field& field, const FieldValue& value) {
   if (field.kind == Kind::kText || text) return field.kind == Kind::kText && text;
   const double number = std::get<double>(value);
   if (field.kind != Kind::kEnumeration) return number >= field.lowest && number <= field.highest;
-  return std::any_of(field.names->begin(), field.names->end(),
-                     [number](const auto& name) { return name.second == number; });
+  return std::ranges::any_of(*field.names, [number](const auto& name) { return name.second == number; });
 }
 
 bool Fits(const Type& type, const Fields& value) {
-  return std::equal(type.fields.begin(), type.fields.end(), value.begin(), value.end(),
-                    [](const Field& field, const FieldValue& item) { return Fits(field, item); });
+  return std::ranges::equal(type.fields, value,
+                            [](const Field& field, const FieldValue& item) { return Fits(field, item); });
 }
 
 /// Puts a value of building.json, given as a text in SI units, under its key.
@@ -122,9 +121,7 @@ void Core::ReadLanguages(const std::filesystem::path& folder) {
 }
 
 const DeviceRecord& Core::Record(std::string_view deviceKey) const {
-  const auto found = std::find_if(devices.begin(), devices.end(), [deviceKey](const DeviceRecord& device) {
-    return device.key == deviceKey;
-  });
+  const auto found = std::ranges::find(devices, deviceKey, &DeviceRecord::key);
   if (found == devices.end()) throw base::Error("There is no device \"" + std::string(deviceKey) + "\".");
   return *found;
 }

@@ -88,7 +88,7 @@ std::string NetworkVariable::TypeName() const {
 void NetworkVariable::ChangeType(const std::string& type) {
   if (type == TypeName()) return;
   const std::vector<std::string>& allowed = definition_.allowedTypes;
-  if (std::find(allowed.begin(), allowed.end(), BareType(type)) == allowed.end()) {
+  if (std::ranges::find(allowed, BareType(type)) == allowed.end()) {
     Refuse(definition_.name + ": the type \"" + type +
            "\" is not allowed; allowed: " + base::Join(allowed, ", ") + ".");
   }

@@ -22,7 +22,7 @@ class Arguments {
         words_.push_back(word);
         continue;
       }
-      if (std::find(known.begin(), known.end(), word) == known.end())
+      if (std::ranges::find(known, word) == known.end())
         throw base::Error("There is no option " + word + ".");
       if (i + 1 == count) throw base::Error("The option " + word + " has no value.");
       if (!options_.emplace(word, words[++i]).second)

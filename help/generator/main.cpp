@@ -1,6 +1,4 @@
 // usage: help_generator TOPICS PICTURES FOLDER    writes the help from the folders of its topics and pictures
-#include <fmt/format.h>
-
 #include <algorithm>
 #include <cstdio>
 #include <exception>
@@ -49,7 +47,7 @@ int main(int count, char** arguments) {
     WriteManual(arguments[1], arguments[2], arguments[3]);
     return 0;
   } catch (const std::exception& error) {
-    fmt::print(stderr, "help: {}\n", error.what());
+    std::fprintf(stderr, "help: %s\n", error.what());
     return 1;
   }
 }

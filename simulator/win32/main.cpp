@@ -23,7 +23,7 @@ std::vector<std::wstring> Arguments() {
   wchar_t** words = CommandLineToArgvW(GetCommandLineW(), &count);
   if (!words) return {};
   std::vector<std::wstring> arguments(words + 1, words + count);
-  LocalFree(words);
+  LocalFree(static_cast<void*>(words));
   return arguments;
 }
 

@@ -19,7 +19,7 @@ std::string StoredValue(Stage& stage, Words words) {
   if (words.size() < 4 || words.size() > 5)
     throw base::Error("value wants DEVICE OBJECT NUMBER FORMAT [PRECISION]");
   const int precision = words.size() == 5 ? WholeNumber(words[4]) : -1;
-  const std::string text =
+  std::string text =
       stage.OnHost([device = words[0].text, object = words[1].text, number = WholeNumber(words[2]),
                     format = words[3].text, precision](Host& host) {
         return host.GetBuilding().StoredText(device, object, number, format, precision);

@@ -1,6 +1,7 @@
 #include "simulator/win32/setup.h"
 
 #include <algorithm>
+#include <bit>
 #include <fstream>
 #include <iterator>
 
@@ -77,7 +78,7 @@ void CallControls(const std::filesystem::path& file, const char* entry) {
       "The editing controls of " + win32::Utf8(file.wstring()) + " did not carry out " + entry;
   const win32::Owner<HMODULE, FreeModule> library(LoadLibraryW(file.c_str()));
   if (!library) throw base::Error(failed + ": " + win32::LastErrorText());
-  const auto call = reinterpret_cast<Entry>(reinterpret_cast<void*>(GetProcAddress(library.Get(), entry)));
+  const auto call = std::bit_cast<Entry>(GetProcAddress(library.Get(), entry));
   const HRESULT result = call ? call() : HRESULT_FROM_WIN32(GetLastError());
   if (FAILED(result)) throw base::Error(failed + ": " + win32::SystemText(result));
 }

@@ -29,7 +29,7 @@ bool Order::Running() const {
 
 void Order::ThrowFailure() {
   const std::lock_guard lock(mutex_);
-  if (failure_) throw *std::exchange(failure_, std::nullopt);
+  if (const auto failure = std::exchange(failure_, std::nullopt)) throw *failure;
 }
 
 void Order::Wait(std::chrono::milliseconds limit) {

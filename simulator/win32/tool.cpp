@@ -30,7 +30,7 @@ void Tool::Send(std::int32_t command, std::int32_t objectClass, const std::strin
   const std::vector<HWND> before = FindForms("fMain");
   object_.Call("SendCommand", command, objectClass, key);
   for (HWND window : FindForms("fMain")) {
-    if (std::find(before.begin(), before.end(), window) == before.end()) window_ = window;
+    if (std::ranges::find(before, window) == before.end()) window_ = window;
   }
   if (!object_.Get("Visible").AsBool()) object_.Put("Visible", true);
 }

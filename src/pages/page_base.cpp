@@ -1,7 +1,5 @@
 #include "pages/page_base.h"
 
-#include <utility>
-
 #include "logger/message_logger.h"
 #include "shell/field_check.h"
 
@@ -53,6 +51,10 @@ bool PageBase::WriteValue() {
 void PageBase::RefreshPage() {
   const ui::WaitPointer pointer(context_.platform.loop);
   if (changed_) FillValue();
+}
+
+void PageBase::SetCaptions(std::initializer_list<std::pair<ui::Control*, std::string_view>> captions) const {
+  for (const auto& [control, caption] : captions) control->SetText(Translate(caption));
 }
 
 void PageBase::Warn(const std::string& text, ui::Icon icon) {

@@ -4,6 +4,7 @@
 #pragma once
 
 #include <functional>
+#include <initializer_list>
 #include <string>
 #include <string_view>
 #include <utility>
@@ -49,6 +50,8 @@ class PageBase : public shell::ISubForm {
   std::string Translate(std::string_view text, const std::vector<std::string>& arguments) const {
     return context_.strings.FormatStrings(text, arguments);
   }
+  /// Each control shows its caption, translated.
+  void SetCaptions(std::initializer_list<std::pair<ui::Control*, std::string_view>> captions) const;
   void MarkChanged(bool changed = true) { changed_ = changed; }
 
   /// Only while Fill runs: what is to be done, in this order, once everything has been read. Steps call the

@@ -30,8 +30,10 @@ class Trace {
   Sink sink_;
 };
 
-/// Appends to the file that the environment variable KVTARN_LINK_TRACE names, each line with the UTC time;
-/// off when there is no such variable or the file cannot be written.
+/// Appends to the file, each line with the UTC time; off when the file cannot be written.
+Trace TraceToFile(const std::string& path);
+
+/// To the file that the environment variable KVTARN_LINK_TRACE names; off when there is no such variable.
 Trace TraceFromEnvironment();
 
 }  // namespace serverlink

@@ -111,7 +111,7 @@ std::string Strings::GetStrings(std::string_view text) const {
 }
 
 std::string Strings::FormatStrings(std::string_view text, const std::vector<std::string>& arguments) const {
-  const std::string translated = GetStrings(text);
+  std::string translated = GetStrings(text);
   if (arguments.empty()) return translated;
   std::vector<std::string> translatedArguments;
   for (const std::string& argument : arguments) translatedArguments.push_back(GetStrings(argument));

@@ -6,8 +6,6 @@
 
 namespace {
 
-constexpr const char* kApplied = "Apply/Main: The configuration settings were applied successfully";
-
 using Log = std::vector<std::string>;
 
 // The logger gives each line of a message its own row.
@@ -86,7 +84,7 @@ TEST_F(ToolTest, AlarmBoxesFollowTheRecordsAndOnlyWhatWasTypedIsChanged) {
   const std::pair<std::size_t, const char*> typed[] = {{0, "2.5"}, {9, "54.321"}, {16, " 21 "}, {22, "61"}};
   for (const auto& [number, text] : typed) Type(Box(number), text);
   Click("cmdApply");
-  EXPECT_EQ(Messages(), Log{kApplied});
+  EXPECT_EQ(Messages(), Log{tests::kApplied});
   const base::Numbers numbers;
   for (const auto& [number, text] : typed) fields[number] = numbers.Text(numbers.ToDouble(text), 3);
   EXPECT_EQ(StoredFields(*this), fields);
@@ -156,7 +154,7 @@ TEST(NewerAlarms, AFurtherFieldShiftsTheBoxesAndTheRulesWithThem) {
   tool.Type(Box(8), "0");
   tool.Type(Box(9), "50");
   tool.Click("cmdApply");
-  EXPECT_EQ(tool.LastMessage(), kApplied);
+  EXPECT_EQ(tool.LastMessage(), tests::kApplied);
   fields[2] = "8.000";
   fields[8] = "0.000";
   fields[9] = "50.000";

@@ -69,7 +69,7 @@ TEST_F(AllPages, OneSaveWritesOneFieldOfEachAndNothingElse) {
   for (const std::string& name : ValuePages())
     EXPECT_TRUE(Main().Pages().FindPage(name)->IsChanged()) << name;
   Click("cmdApply");
-  EXPECT_EQ(LastMessage(), "Apply/Main: The configuration settings were applied successfully");
+  EXPECT_EQ(LastMessage(), tests::kApplied);
 
   base::Record options(expected[48]);
   for (const std::size_t field : {32u, 49u, 61u, 62u, 63u}) {
@@ -105,7 +105,7 @@ TEST_F(AllPages, OnePageThatRefusesKeepsAllBackUntilItIsCorrected) {
 
   Type("fAlarm.txtAlarm(8)", limit);
   Click("cmdApply");
-  EXPECT_EQ(LastMessage(), "Apply/Main: The configuration settings were applied successfully");
+  EXPECT_EQ(LastMessage(), tests::kApplied);
   EXPECT_NE(RoofTop(), before);
 }
 
@@ -127,7 +127,7 @@ TEST_F(AllPages, SwitchingUnitsToAndFroMovesNoValueAlsoWhenSaved) {
         }
       }
       Click("cmdApply");
-      ASSERT_EQ(LastMessage(), "Apply/Main: The configuration settings were applied successfully");
+      ASSERT_EQ(LastMessage(), tests::kApplied);
     }
   }
   EXPECT_EQ(RoofTop(), stored);

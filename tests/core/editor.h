@@ -16,27 +16,28 @@ struct Editor : automation::LocalClass<Editor> {
   int writes = 0;
   bool finished = false;
 
-  static constexpr automation::MemberOf<Editor> kMembers[] = {
-      {"Initialize", nullptr, nullptr,
-       [](Editor& self, const automation::Arguments& arguments) {
-         self.initialized.push_back(arguments[0].AsObject().Text("Name") + " " + arguments[1].AsText() + " " +
-                                    arguments[2].AsText());
-         return automation::Value();
-       }},
-      {"IsChanged",
-       [](Editor& self, const automation::Arguments&) { return automation::Value(self.changed); }},
-      {"WriteValue", nullptr, nullptr,
-       [](Editor& self, const automation::Arguments&) {
-         ++self.writes;
-         if (self.accepts) self.changed = false;
-         return automation::Value(self.accepts);
-       }},
-      {"Finish", nullptr, nullptr,
-       [](Editor& self, const automation::Arguments&) {
-         self.finished = true;
-         return automation::Value();
-       }},
-  };
+  static const automation::MemberOf<Editor> kMembers[4];
+};
+
+inline constexpr automation::MemberOf<Editor> Editor::kMembers[] = {
+    {"Initialize", nullptr, nullptr,
+     [](Editor& self, const automation::Arguments& arguments) {
+       self.initialized.push_back(arguments[0].AsObject().Text("Name") + " " + arguments[1].AsText() + " " +
+                                  arguments[2].AsText());
+       return automation::Value();
+     }},
+    {"IsChanged", [](Editor& self, const automation::Arguments&) { return automation::Value(self.changed); }},
+    {"WriteValue", nullptr, nullptr,
+     [](Editor& self, const automation::Arguments&) {
+       ++self.writes;
+       if (self.accepts) self.changed = false;
+       return automation::Value(self.accepts);
+     }},
+    {"Finish", nullptr, nullptr,
+     [](Editor& self, const automation::Arguments&) {
+       self.finished = true;
+       return automation::Value();
+     }},
 };
 
 }  // namespace tests

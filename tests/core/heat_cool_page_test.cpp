@@ -12,7 +12,6 @@ constexpr const char* kMaximumRule =
 constexpr const char* kMinimumRule =
     "WriteValue/Heating and cooling: The Minimum Discharge Air Setpoint must be higher than the Alarm Low "
     "Limit.";
-constexpr const char* kApplied = "Apply/Main: The configuration settings were applied successfully";
 constexpr const char* kNotApplied = "Apply/Main: The configuration settings were not applied";
 
 using Log = std::vector<std::string>;
@@ -21,18 +20,7 @@ using Edits = std::vector<std::pair<std::string, std::string>>;
 struct HeatCoolTest : tests::ToolTest {
   std::string Page(const std::string& control) { return "fHeatCool." + control; }
   std::string Setpoint(int i) { return Page("txtSetPoint(" + std::to_string(i) + ")"); }
-  bool Enabled(const std::string& name) {
-    const auto group = Main().Pages().FindPage("fHeatCool")->Group(name);
-    EXPECT_FALSE(group.empty()) << name;
-    for (const ui::Control* control : group) {
-      if (!control->Usable()) return false;
-    }
-    return true;
-  }
-  void Assign(int output, const char* function) {
-    const std::string list = "fControlOutput.cboOutput(" + std::to_string(output - 1) + ")";
-    EXPECT_TRUE(Find<ui::ListBox>(list).Choose(function)) << function;
-  }
+  std::string StoredSetpoints() { return Stored(tests::kAssigned, 3, "SCPTsetPnts#SI", 3); }
   /// What Apply logged.
   Log Apply() {
     const std::size_t before = Messages().size();
@@ -46,57 +34,41 @@ TEST_F(HeatCoolTest, BoxesAndOptionsAreSavedAndNothingElse) {
   OpenPage(tests::kAssigned, "fHeatCool");
   Main().Pages().FindPage("fHeatCool")->FillValue();
   EXPECT_EQ(Main().Flags().lastFilledPage, 3);
-  Assign(5, "REVERSING_VALVE");
-  const struct {
-    const char* box;
-    int number;
-    const char* format;
-    int precision;
-    const char* typed;
-  } cases[] = {
-      {"txtminHeatPeriod", 17, "UCPTminHeatPeriod", 0, "6"},
-      {"txtMaxDischHeat", 4, "SCPTmaxDischargeAirHeatingSetpoint#SI", 3, "41.5"},
-      {"txtMinDischCool", 5, "SCPTminDischargeAirCoolingSetpoint#SI", 3, " 14 "},
-      {"txtCoolOn", 18, "UCPTminCoolOnPeriod", 0, "181"},
-      {"txtCoolOFF", 19, "UCPTminCoolOffPeriod", 0, "301"},
-      {"txtMechCoolDelay", 20, "UCPTfree2MecDelay", 3, "12.5"},
-      {"txtfreeCoolDegree", 8, "UCPTfreeCoolSetpoint#SI", 3, "17.25"},
-      {"txtfreeCooling", 7, "SCPToutdoorAirEnthalpySetpoint#SI", 3, "61"},
-      {"txtMechCoolLL", 9, "UCPTmecCoolSetpoint#SI", 3, "11"},
-      {"txtChngeOverDelay", 21, "UCPTchngeOverDelay", 0, "20"},
-  };
-  base::Record setpoints(Stored(tests::kAssigned, 3, "SCPTsetPnts#SI", 3));
+  AssignOutput(5, "REVERSING_VALVE");
+  base::Record setpoints(StoredSetpoints());
   base::Record options(Stored(tests::kAssigned, 48, "UCPTobjectOptions", 0));
   for (int i = 0; i < 6; ++i) EXPECT_EQ(Text(Setpoint(i)), setpoints.Field(static_cast<std::size_t>(i)));
-  for (const auto& item : cases) {
-    EXPECT_EQ(Text(Page(item.box)), Stored(tests::kAssigned, item.number, item.format, item.precision))
-        << item.box;
-    Type(Page(item.box), item.typed);
-  }
+  const tests::BoxCase cases[] = {
+      {"txtminHeatPeriod", 17, "UCPTminHeatPeriod", 0, "6", "6"},
+      {"txtMaxDischHeat", 4, "SCPTmaxDischargeAirHeatingSetpoint#SI", 3, "41.5", "41.500"},
+      {"txtMinDischCool", 5, "SCPTminDischargeAirCoolingSetpoint#SI", 3, " 14 ", "14.000"},
+      {"txtCoolOn", 18, "UCPTminCoolOnPeriod", 0, "181", "181"},
+      {"txtCoolOFF", 19, "UCPTminCoolOffPeriod", 0, "301", "301"},
+      {"txtMechCoolDelay", 20, "UCPTfree2MecDelay", 3, "12.5", "12.500"},
+      {"txtfreeCoolDegree", 8, "UCPTfreeCoolSetpoint#SI", 3, "17.25", "17.250"},
+      {"txtfreeCooling", 7, "SCPToutdoorAirEnthalpySetpoint#SI", 3, "61", "61.000"},
+      {"txtMechCoolLL", 9, "UCPTmecCoolSetpoint#SI", 3, "11", "11.000"},
+      {"txtChngeOverDelay", 21, "UCPTchngeOverDelay", 0, "20", "20"},
+  };
+  TypeInto("fHeatCool", cases);
   Type(Setpoint(4), "18.5");
   EXPECT_TRUE(Find<ui::CheckBox>(Page("chkHeatStage")).Click());
   EXPECT_TRUE(Find<ui::CheckBox>(Page("chkMechAndEco")).Click());
   EXPECT_TRUE(Find<ui::OptionButton>(Page("OptionNormallyHeat")).Click());
   EXPECT_FALSE(Find<ui::OptionButton>(Page("OptionNormallyCool")).Selected());
-  EXPECT_EQ(Apply(), Log{kApplied});
-  const base::Numbers numbers;
-  for (const auto& item : cases) {
-    EXPECT_EQ(Stored(tests::kAssigned, item.number, item.format, item.precision),
-              numbers.Text(numbers.ToDouble(item.typed), item.precision))
-        << item.box;
-  }
+  ApplyAndCheck(cases);
   setpoints.Set(4, "18.500");
-  EXPECT_EQ(Stored(tests::kAssigned, 3, "SCPTsetPnts#SI", 3), setpoints.Join());
+  EXPECT_EQ(StoredSetpoints(), setpoints.Join());
   for (const std::size_t field : {57u, 32u, 50u}) options.Set(field, options.Field(field) == "1" ? "0" : "1");
   EXPECT_EQ(Stored(tests::kAssigned, 48, "UCPTobjectOptions", 0), options.Join());
 }
 
 TEST_F(HeatCoolTest, BeforeAPageIsSelectedNothingIsCheckedOrWritten) {
   Open(tests::kAssigned);
-  const std::string stored = Stored(tests::kAssigned, 3, "SCPTsetPnts#SI", 3);
+  const std::string stored = StoredSetpoints();
   Type(Setpoint(3), "30");
-  EXPECT_EQ(Apply(), Log{kApplied});
-  EXPECT_EQ(Stored(tests::kAssigned, 3, "SCPTsetPnts#SI", 3), stored);
+  EXPECT_EQ(Apply(), Log{tests::kApplied});
+  EXPECT_EQ(StoredSetpoints(), stored);
   ChoosePage("fPID");  // any page
   Type(Setpoint(3), "30");
   EXPECT_EQ(Apply(), (Log{kSetpointRule, kNotApplied}));
@@ -139,7 +111,7 @@ TEST_F(HeatCoolTest, RulesBetweenFieldsAndWithTheAlarms) {
     const Log log = tool.Messages();
     ASSERT_EQ(log.size(), refusals.size() + 1) << what;
     for (std::size_t i = 0; i < refusals.size(); ++i) EXPECT_EQ(log[i].find(refusals[i]), 0u) << log[i];
-    EXPECT_EQ(log.back(), refusals.empty() ? kApplied : kNotApplied) << what;
+    EXPECT_EQ(log.back(), refusals.empty() ? tests::kApplied : kNotApplied) << what;
     if (refusals.empty()) continue;
     EXPECT_EQ(tool.Stored(tests::kAssigned, 3, "SCPTsetPnts#SI", 3), stored) << what;
     for (const auto& [box, text] : edits) EXPECT_EQ(tool.Text(box), text) << what;
@@ -154,10 +126,10 @@ TEST_F(HeatCoolTest, AWarningAboutTheMaximumHoldsBackBothRulesUntilItsBoxIsEnter
   Type(Page("txtMaxDischHeat"), "35");
   Type(Page("txtMinDischCool"), "8");
   EXPECT_EQ(Apply(), (Log{kMaximumRule, kNotApplied}));
-  EXPECT_EQ(Apply(), (Log{kApplied})) << "neither rule; the alarms page takes equal values";
+  EXPECT_EQ(Apply(), (Log{tests::kApplied})) << "neither rule; the alarms page takes equal values";
   Find<ui::TextBox>(Page("txtMinDischCool")).Enter();
   Type(Page("txtMinDischCool"), "7.6");
-  EXPECT_EQ(Apply(), (Log{kApplied})) << "its own box does not bring the minimum back";
+  EXPECT_EQ(Apply(), (Log{tests::kApplied})) << "its own box does not bring the minimum back";
   Find<ui::TextBox>(Page("txtMaxDischHeat")).Enter();
   Type(Page("txtMaxDischHeat"), "30");
   for (int i = 0; i < 2; ++i) {
@@ -203,7 +175,7 @@ TEST_F(HeatCoolTest, ControlsFollowTheFunctionsWhetherChosenShownOrStored) {
       {{{6, "UNASSIGNED"}, {7, "FRESH_AIR_DAMPER_MOD"}}, false, false, false, false, false},
   };
   for (const auto& step : steps) {
-    for (const auto& [output, function] : step.choices) Assign(output, function);
+    for (const auto& [output, function] : step.choices) AssignOutput(output, function);
     const std::pair<bool, std::vector<const char*>> groups[] = {
         {step.heatStage, {"chkHeatStage"}},
         {step.coolTimes, {"txtCoolOn", "lblCoolOn", "lblSec(0)", "txtCoolOFF", "lblCoolOFF", "lblSec(1)"}},
@@ -213,7 +185,7 @@ TEST_F(HeatCoolTest, ControlsFollowTheFunctionsWhetherChosenShownOrStored) {
         {true, {"txtSetPoint", "txtMechCoolDelay", "chkMechAndEco", "txtMaxDischHeat", "txtMinDischCool"}}};
     const auto expect = [&](const char* when) {
       for (const auto& [enabled, names] : groups) {
-        for (const char* name : names) EXPECT_EQ(Enabled(name), enabled) << name << " " << when;
+        for (const char* name : names) EXPECT_EQ(AllUsable(Page(name)), enabled) << name << " " << when;
       }
     };
     expect("as soon as chosen");
@@ -224,7 +196,7 @@ TEST_F(HeatCoolTest, ControlsFollowTheFunctionsWhetherChosenShownOrStored) {
   }
   Find(Page("txtCoolOn")).SetText("181");
   Type(Page("txtChngeOverDelay"), "16");
-  EXPECT_EQ(Apply(), Log{kApplied});
+  EXPECT_EQ(Apply(), Log{tests::kApplied});
   EXPECT_EQ(Stored(tests::kUnassigned, 18, "UCPTminCoolOnPeriod", 0), "181") << "disabled, yet written";
 }
 
@@ -267,7 +239,7 @@ TEST_F(HeatCoolTest, UnitsGoToAndFroWithoutMovingAStoredValue) {
     // Makes both pages write everything in these units.
     Type(Page("txtChngeOverDelay"), std::to_string(20 + i));
     Type("fAlarm.txtAlarm(22)", std::to_string(70 + i));
-    EXPECT_EQ(Apply(), Log{kApplied});
+    EXPECT_EQ(Apply(), Log{tests::kApplied});
   }
   for (std::size_t i = 0; i < before.size(); ++i) {
     EXPECT_EQ(Stored(tests::kAssigned, properties[i].number, properties[i].type.c_str(), 9), before[i]);

@@ -120,6 +120,21 @@ TEST_F(InfoPages, AControlThatComplainsButWorksStays) {
   EXPECT_TRUE(Find("fAbout.ctlAbout").Visible());
 }
 
+TEST_F(InfoPages, AControlThatCannotBeMadeIsToldOnceAndTriedAgain) {
+  Open(tests::kAssigned);
+  const auto make = std::exchange(controls.make, nullptr);
+  for (const bool possible : {false, false, true}) {
+    if (possible) controls.make = make;
+    ChoosePage("fAbout");
+    EXPECT_EQ(Find("fAbout.lblFault").Visible(), !possible);
+    EXPECT_EQ(Find("fAbout.ctlAbout").Visible(), possible);
+    EXPECT_EQ(controls.alive.size(), possible ? 1u : 0u);
+    ChoosePage("fPID");
+  }
+  ASSERT_EQ(Messages().size(), 1u);
+  EXPECT_TRUE(Messages()[0].starts_with("Load/About: The control ")) << Messages()[0];
+}
+
 TEST_F(InfoPages, AMissingControlFailsTheLoadAndIsNamed) {
   controls.missing = {kManager};
   Open(tests::kAssigned);

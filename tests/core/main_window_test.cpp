@@ -16,7 +16,7 @@ TEST_F(ToolTest, ApplySavesRefillsAndStaysOpen) {
   Type(kBox, "12.3400");
   Click("cmdApply");
   EXPECT_EQ(Stored(tests::kAssigned, 30, "UCPTspaceTempPIDparam#SI", 4).substr(0, 8), "12.3400 ");
-  EXPECT_EQ(LastMessage(), "Apply/Main: The configuration settings were applied successfully");
+  EXPECT_EQ(LastMessage(), tests::kApplied);
   EXPECT_FALSE(Main().Pages().AnyPageChanged());
   EXPECT_TRUE(Main().Visible());
   EXPECT_EQ(loop.waitDepth, 0);
@@ -63,7 +63,7 @@ TEST_F(ToolTest, ARefusedValueCommitsNothingAndKeepsTheEdits) {
 
   Type("fPID.txtCO2Level(0)", "0.5");
   Click("cmdApply");
-  EXPECT_EQ(LastMessage(), "Apply/Main: The configuration settings were applied successfully");
+  EXPECT_EQ(LastMessage(), tests::kApplied);
   EXPECT_EQ(Text("fPID.txtPIDTempDisch(1)"), "1.2500");
 }
 

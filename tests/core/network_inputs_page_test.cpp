@@ -89,7 +89,7 @@ TEST_F(NetworkInputsTest, EveryBoxStoresTheHeartbeatOfItsVariable) {
   }
   Type("fNetworkInput.txtEmergCmd", "42");
   Click("cmdApply");
-  EXPECT_EQ(LastMessage(), "Apply/Main: The configuration settings were applied successfully");
+  EXPECT_EQ(LastMessage(), tests::kApplied);
   for (std::size_t i = 0; i < std::size(kVariables); ++i) {
     const std::string variable = kVariables[i];
     const std::string expected = std::to_string(100 + i) + ".5";

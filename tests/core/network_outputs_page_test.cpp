@@ -29,7 +29,7 @@ TEST_F(NetworkOutputsTest, EveryBoxStoresItsOwnProperty) {
   Type("fNetworkOutput.txtnciSndHrtBt", "300");
   Type("fNetworkOutput.txtnciMinSendTime", "0.7");
   Click("cmdApply");
-  EXPECT_EQ(LastMessage(), "Apply/Main: The configuration settings were applied successfully");
+  EXPECT_EQ(LastMessage(), tests::kApplied);
   for (std::size_t i = 0; i < 15; ++i) {
     EXPECT_EQ(StoredOf(kVariables[i], 1, "SCPTmaxSendTime"), std::to_string(200 + i) + ".0") << kVariables[i];
     if (i < 6) continue;

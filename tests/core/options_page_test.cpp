@@ -33,7 +33,7 @@ TEST_F(OptionsTest, EveryControlSavesItsOwnFieldAndNothingElse) {
   ToggleCheck("chkEnable");
   options.Set(51, "0");
   Click("cmdApply");
-  EXPECT_EQ(LastMessage(), "Apply/Main: The configuration settings were applied successfully");
+  EXPECT_EQ(LastMessage(), tests::kApplied);
   EXPECT_EQ(Options(tests::kAssigned), options.Join());
 }
 

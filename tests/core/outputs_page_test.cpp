@@ -21,6 +21,22 @@ std::string Refused(const OutputFunctions& functions, std::size_t index, const s
 }
 
 TEST(AssignmentRules, RefuseInTheirOrderWithTheirTexts) {
+  const auto first = [](const std::string& lower, const std::string& higher) {
+    return "You have to select the " + lower + " before selecting " + higher;
+  };
+  const auto still = [](const std::string& lower, const std::string& higher) {
+    return "You still have " + higher + " selected, " + lower + " must remain selected.";
+  };
+  const std::string noCooling = "You have to select COOLING before selecting REVERSING_VALVE";
+  const std::string lastCooling =
+      "You have REVERSING_VALVE selected you need to select at least one COOLING before selecting "
+      "REVERSING_VALVE";
+  const std::string damperOpen =
+      "You already select FRESH_AIR_DAMPER_OPEN or FRESH_AIR_DAMPER_CLOSE, FRESH_AIR_DAMPER_MOD cannot be "
+      "selected.";
+  const std::string damperMod =
+      "You already select FRESH_AIR_DAMPER_MOD, FRESH_AIR_DAMPER_OPEN or FRESH_AIR_DAMPER_CLOSE cannot be "
+      "selected.";
   const struct {
     OutputFunctions functions;
     std::size_t index;
@@ -29,64 +45,33 @@ TEST(AssignmentRules, RefuseInTheirOrderWithTheirTexts) {
   } cases[] = {
       // Stages go up one by one, in both families.
       {{}, 0, "HEATING_1", ""},
-      {{}, 0, "HEATING_2", "You have to select the HEATING_1 before selecting HEATING_2"},
+      {{}, 0, "HEATING_2", first("HEATING_1", "HEATING_2")},
       {{"HEATING_1"}, 1, "HEATING_2", ""},
-      {{"HEATING_1"}, 0, "HEATING_2", "You have to select the HEATING_1 before selecting HEATING_2"},
-      {{"COOLING_1", "COOLING_2"},
-       2,
-       "COOLING_4",
-       "You have to select the COOLING_3 before selecting COOLING_4"},
-      {{"HEATING_1"}, 1, "COOLING_2", "You have to select the COOLING_1 before selecting COOLING_2"},
+      {{"HEATING_1"}, 0, "HEATING_2", first("HEATING_1", "HEATING_2")},
+      {{"COOLING_1", "COOLING_2"}, 2, "COOLING_4", first("COOLING_3", "COOLING_4")},
+      {{"HEATING_1"}, 1, "COOLING_2", first("COOLING_1", "COOLING_2")},
       // ... and down one by one, whatever replaces them.
-      {{"HEATING_1", "HEATING_2"},
-       0,
-       "UNASSIGNED",
-       "You still have HEATING_2 selected, HEATING_1 must remain selected."},
+      {{"HEATING_1", "HEATING_2"}, 0, "UNASSIGNED", still("HEATING_1", "HEATING_2")},
       {{"HEATING_1", "HEATING_2"}, 1, "UNASSIGNED", ""},
-      {{"HEATING_1", "HEATING_2", "HEATING_3"},
-       0,
-       "FAN_ON_OFF",
-       "You still have HEATING_2 selected, HEATING_1 must remain selected."},
-      {{"COOLING_1", "", "COOLING_3"},
-       0,
-       "UNASSIGNED",
-       "You still have COOLING_3 selected, COOLING_1 must remain selected."},
-      {{"COOLING_1", "COOLING_2"},
-       0,
-       "HEATING_1",
-       "You still have COOLING_2 selected, COOLING_1 must remain selected."},
+      {{"HEATING_1", "HEATING_2", "HEATING_3"}, 0, "FAN_ON_OFF", still("HEATING_1", "HEATING_2")},
+      {{"COOLING_1", "", "COOLING_3"}, 0, "UNASSIGNED", still("COOLING_1", "COOLING_3")},
+      {{"COOLING_1", "COOLING_2"}, 0, "HEATING_1", still("COOLING_1", "COOLING_2")},
       // The same function twice.
       {{"FAN_ON_OFF"}, 1, "FAN_ON_OFF", kTwice},
       {{"HEATING_1", "HEATING_2"}, 2, "HEATING_2", kTwice},
       {{"UNASSIGNED"}, 1, "UNASSIGNED", ""},
       // The reversing valve stands on cooling.
-      {{}, 0, "REVERSING_VALVE", "You have to select COOLING before selecting REVERSING_VALVE"},
-      {{"COOLING_1"}, 0, "REVERSING_VALVE", "You have to select COOLING before selecting REVERSING_VALVE"},
+      {{}, 0, "REVERSING_VALVE", noCooling},
+      {{"COOLING_1"}, 0, "REVERSING_VALVE", noCooling},
       {{"COOLING_1"}, 1, "REVERSING_VALVE", ""},
       {{"COOLING_1", "REVERSING_VALVE"}, 2, "REVERSING_VALVE", kTwice},
-      {{"COOLING_1", "REVERSING_VALVE"},
-       0,
-       "UNASSIGNED",
-       "You have REVERSING_VALVE selected you need to select at least one COOLING before selecting "
-       "REVERSING_VALVE"},
-      {{"COOLING_1", "REVERSING_VALVE"},
-       0,
-       "HEATING_1",
-       "You have REVERSING_VALVE selected you need to select at least one COOLING before selecting "
-       "REVERSING_VALVE"},
+      {{"COOLING_1", "REVERSING_VALVE"}, 0, "UNASSIGNED", lastCooling},
+      {{"COOLING_1", "REVERSING_VALVE"}, 0, "HEATING_1", lastCooling},
       {{"COOLING_1", "REVERSING_VALVE"}, 1, "UNASSIGNED", ""},
       // Dampers exclude one another both ways.
-      {{"FRESH_AIR_DAMPER_OPEN"},
-       1,
-       "FRESH_AIR_DAMPER_MOD",
-       "You already select FRESH_AIR_DAMPER_OPEN or FRESH_AIR_DAMPER_CLOSE, FRESH_AIR_DAMPER_MOD cannot be "
-       "selected."},
+      {{"FRESH_AIR_DAMPER_OPEN"}, 1, "FRESH_AIR_DAMPER_MOD", damperOpen},
       {{"FRESH_AIR_DAMPER_OPEN"}, 0, "FRESH_AIR_DAMPER_MOD", ""},
-      {{"FRESH_AIR_DAMPER_MOD"},
-       1,
-       "FRESH_AIR_DAMPER_CLOSE",
-       "You already select FRESH_AIR_DAMPER_MOD, FRESH_AIR_DAMPER_OPEN or FRESH_AIR_DAMPER_CLOSE cannot be "
-       "selected."},
+      {{"FRESH_AIR_DAMPER_MOD"}, 1, "FRESH_AIR_DAMPER_CLOSE", damperMod},
       {{"FRESH_AIR_DAMPER_CLOSE"}, 1, "FRESH_AIR_DAMPER_OPEN", ""},
       // A function that the tool does not know follows the ordinary rules.
       {{"SOMETHING_NEW"}, 1, "SOMETHING_NEW", kTwice},
@@ -178,7 +163,7 @@ TEST_F(OutputsTest, FunctionsAreSavedAndReadBack) {
   EXPECT_TRUE(Choose(3, "REVERSING_VALVE"));  // refused: the cooling it stands on would go
   EXPECT_TRUE(Choose(4, "REVERSING_VALVE"));
   Click("cmdApply");
-  EXPECT_EQ(LastMessage(), "Apply/Main: The configuration settings were applied successfully");
+  EXPECT_EQ(LastMessage(), tests::kApplied);
   EXPECT_EQ(StoredFunction(3), "COOLING_1");
   EXPECT_EQ(StoredFunction(4), "REVERSING_VALVE");
   EXPECT_EQ(Function(4), "REVERSING_VALVE");
@@ -268,7 +253,11 @@ TEST_F(OutputsTest, TheActuatorDialogWritesThroughItsControl) {
 
   const auto editor = std::make_shared<tests::Editor>();
   ui::Form* dialog = nullptr;
-  controls.make = [&](const std::string&, const auto&) { return automation::Object(editor); };
+  std::function<void(const std::string&)> complain;
+  controls.make = [&](const std::string&, const auto& onFailed) {
+    complain = onFailed;
+    return automation::Object(editor);
+  };
   const auto click = [&](const char* name) { return dynamic_cast<ui::Button*>(dialog->Find(name))->Click(); };
   controls.onCreate = [&](ui::ControlSite& site) { dialog = &site.GetForm(); };
   loop.whileOpen = [&] {
@@ -279,6 +268,8 @@ TEST_F(OutputsTest, TheActuatorDialogWritesThroughItsControl) {
     click("cmdOK");
     EXPECT_EQ(prompts.asked.back().text, "An error as occured while writing the value in the database");
     EXPECT_EQ(prompts.asked.back().icon, ui::Icon::kInformation);
+    complain("No such range.");
+    EXPECT_EQ(LastMessage(), "WriteValue/Actuator Configuration: No such range.");
     editor->accepts = true;
     click("cmdApply");
     EXPECT_EQ(editor->writes, 2);
@@ -309,7 +300,7 @@ TEST(NewerDevice, KeepsAFunctionThatTheToolDoesNotKnow) {
   const std::string over = stored(4, 4, "SNVT_switch");
   EXPECT_TRUE(tool.Find<ui::ListBox>("fControlOutput.cboOutput(4)").Choose("FAN_SPEED_MOD"));
   tool.Click("cmdApply");
-  EXPECT_EQ(tool.LastMessage(), "Apply/Main: The configuration settings were applied successfully");
+  EXPECT_EQ(tool.LastMessage(), tests::kApplied);
   EXPECT_EQ(stored(5, 3, "UCPTroofTopOutputType"), "FAN_SPEED_MOD");
   EXPECT_EQ(stored(4, 3, "UCPTroofTopOutputType"), "SOLAR_PUMP");
   EXPECT_EQ(stored(4, 4, "SNVT_switch"), over);

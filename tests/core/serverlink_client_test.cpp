@@ -1,5 +1,8 @@
 #include <gmock/gmock.h>
 
+#include <filesystem>
+#include <fstream>
+
 #include "link.h"
 
 namespace {
@@ -39,6 +42,19 @@ TEST_F(ClientTest, GreetsAndTakesTheAnswerApart) {
   EXPECT_THAT(traced, testing::IsSupersetOf({"Connection in", "Transaction in 7018", "Connection out normal",
                                              "Rx=7019", "Transaction out normal 7019",
                                              "Sending response argument 3"}));
+}
+
+TEST(Trace, AppendsLinesWithTheirTimeToItsFile) {
+  const auto path = std::filesystem::path(testing::TempDir()) / "link.trace";
+  std::filesystem::remove(path);
+  for (const int number : {7018, 7019}) serverlink::TraceToFile(path.string())("Rx=", number);
+  std::vector<std::string> lines;
+  std::ifstream file(path);
+  for (std::string line; std::getline(file, line);) lines.push_back(line);
+  const std::string time = "....-..-.. ..:..:..\\.... ";
+  EXPECT_THAT(lines, testing::ElementsAre(testing::MatchesRegex(time + "Rx=7018"),
+                                          testing::MatchesRegex(time + "Rx=7019")));
+  EXPECT_FALSE(serverlink::TraceToFile(testing::TempDir() + "nowhere/link.trace").On());
 }
 
 TEST_F(ClientTest, RequestsCarryTypeTextAndArgument) {

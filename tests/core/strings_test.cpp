@@ -16,17 +16,19 @@ class Section : public automation::LocalClass<Section> {
   std::map<std::string, std::string> texts;
   int asked = 0;
 
-  static constexpr automation::MemberOf<Section> kMembers[] = {
-      {"Count",
-       [](Section& self, const Arguments&) { return Value(static_cast<std::int32_t>(self.texts.size())); }},
-      {"Item",
-       [](Section& self, const Arguments& arguments) {
-         ++self.asked;
-         const auto found = self.texts.find(arguments[0].AsText());
-         if (found == self.texts.end()) throw automation::Error(automation::kBadIndex, "no such text");
-         return Value(found->second);
-       }},
-  };
+  static const automation::MemberOf<Section> kMembers[2];
+};
+
+constexpr automation::MemberOf<Section> Section::kMembers[] = {
+    {"Count",
+     [](Section& self, const Arguments&) { return Value(static_cast<std::int32_t>(self.texts.size())); }},
+    {"Item",
+     [](Section& self, const Arguments& arguments) {
+       ++self.asked;
+       const auto found = self.texts.find(arguments[0].AsText());
+       if (found == self.texts.end()) throw automation::Error(automation::kBadIndex, "no such text");
+       return Value(found->second);
+     }},
 };
 
 class Component : public automation::LocalClass<Component> {
@@ -35,16 +37,18 @@ class Component : public automation::LocalClass<Component> {
   double lastChange = 1;
   int loads = 0;
 
-  static constexpr automation::MemberOf<Component> kMembers[] = {
-      {"LastChange", [](Component& self, const Arguments&) { return Value(self.lastChange); }},
-      {"Font", [](Component&, const Arguments&) { return Value("Tahoma"); }},
-      {"Section", nullptr, nullptr,
-       [](Component& self, const Arguments& arguments) {
-         EXPECT_EQ(arguments[0].AsText(), "RoofTopConfiguration");
-         ++self.loads;
-         return Value(automation::Object(self.section));
-       }},
-  };
+  static const automation::MemberOf<Component> kMembers[3];
+};
+
+constexpr automation::MemberOf<Component> Component::kMembers[] = {
+    {"LastChange", [](Component& self, const Arguments&) { return Value(self.lastChange); }},
+    {"Font", [](Component&, const Arguments&) { return Value("Tahoma"); }},
+    {"Section", nullptr, nullptr,
+     [](Component& self, const Arguments& arguments) {
+       EXPECT_EQ(arguments[0].AsText(), "RoofTopConfiguration");
+       ++self.loads;
+       return Value(automation::Object(self.section));
+     }},
 };
 
 struct StringsTest : testing::Test {

@@ -9,6 +9,9 @@
 
 namespace tests {
 
+/// What a save says that went well.
+constexpr const char* kApplied = "Apply/Main: The configuration settings were applied successfully";
+
 /// A box that shows one property of the rooftop object, what is typed into it, and what is stored then.
 struct BoxCase {
   const char* box;
@@ -30,7 +33,7 @@ struct ToolTest : testing::Test, Tool {
   }
   void ApplyAndCheck(std::span<const BoxCase> cases) {
     Click("cmdApply");
-    EXPECT_EQ(LastMessage(), "Apply/Main: The configuration settings were applied successfully");
+    EXPECT_EQ(LastMessage(), kApplied);
     for (const BoxCase& item : cases) {
       EXPECT_EQ(Stored(kAssigned, item.number, item.format, item.precision), item.stored) << item.box;
     }

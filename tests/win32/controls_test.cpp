@@ -4,6 +4,7 @@
 // After the one above, which brings windows.h.
 #include <commctrl.h>
 
+#include <bit>
 #include <memory>
 
 #include "platform/win32/apartment.h"
@@ -30,7 +31,7 @@ HRESULT CallLibrary(const char* entry) {
   const HMODULE library = LoadLibraryW(file.c_str());
   if (!library) return HRESULT_FROM_WIN32(GetLastError());
   using Entry = HRESULT(STDMETHODCALLTYPE*)();
-  const auto call = reinterpret_cast<Entry>(reinterpret_cast<void*>(GetProcAddress(library, entry)));
+  const auto call = std::bit_cast<Entry>(GetProcAddress(library, entry));
   return call ? call() : E_NOTIMPL;
 }
 

@@ -94,8 +94,7 @@ TEST_F(UiDialogs, TheSaveDialogProposesAndAnswersAName) {
   });
   const auto chosen = dialog.AskSaveFile(request);
   EXPECT_EQ(offered, "PlugIn.log");
-  ASSERT_TRUE(chosen.has_value());
-  EXPECT_EQ(*chosen, win32::Utf8(folder) + "Überblick.log");
+  EXPECT_EQ(chosen, win32::Utf8(folder) + "Überblick.log");
 
   WhenDialogOpens([](HWND window) { PostMessageW(window, WM_COMMAND, IDCANCEL, 0); });
   EXPECT_EQ(dialog.AskSaveFile(request), std::nullopt);

@@ -39,13 +39,13 @@ class Dialog : public ui::Window {
     list.SetSelection({0});
     defaultButton = &ok;
     cancelButton = &cancel;
-    ok.onClick = [this] { events.push_back("ok"); };
-    cancel.onClick = [this] { events.push_back("cancel"); };
+    ok.onClick = [this] { events.emplace_back("ok"); };
+    cancel.onClick = [this] { events.emplace_back("cancel"); };
     list.onSelect = [this](std::size_t place) { events.push_back("row " + std::to_string(place)); };
-    first.onFocus = [this] { events.push_back("enter first"); };
-    second.onFocus = [this] { events.push_back("enter second"); };
+    first.onFocus = [this] { events.emplace_back("enter first"); };
+    second.onFocus = [this] { events.emplace_back("enter second"); };
     first.onLeave = [this] {
-      events.push_back("leave first");
+      events.emplace_back("leave first");
       return first.Text() != "x";
     };
     area.Embed(page);
@@ -91,7 +91,7 @@ TEST_F(UiFocus, AnAcceptedEntryIsLeftBeforeTheNextOneIsEntered) {
 TEST_F(UiFocus, ARefusedEntryGetsTheFocusBackAndIsSelected) {
   win32::MessagePrompts prompts(toolkit_);
   dialog_.first.onLeave = [&] {
-    dialog_.events.push_back("leave first");
+    dialog_.events.emplace_back("leave first");
     prompts.Ask({"Invalid value for this field", "Dialog", ui::Buttons::kOk, ui::Icon::kInformation});
     return false;
   };

@@ -140,8 +140,8 @@ TEST_F(UiListView, ColumnsFitTheirLongestCell) {
 TEST_F(UiListView, TheMenuKeyOpensThePopup) {
   Open(true);
   std::vector<std::string> ran;
-  log_->list.popup = {{"Clear", [&] { ran.push_back("clear"); }, {}},
-                      {"Save", [&] { ran.push_back("save"); }, {}}};
+  log_->list.popup = {{"Clear", [&] { ran.emplace_back("clear"); }, {}},
+                      {"Save", [&] { ran.emplace_back("save"); }, {}}};
   SetFocus(View());
   loop_.Post([&] {
     for (const WPARAM key : {VK_DOWN, VK_DOWN, VK_RETURN}) {

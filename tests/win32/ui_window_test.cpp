@@ -198,7 +198,7 @@ TEST_F(UiWindow, ADialogStandsOverItsBusyWindowAndGivesWayToIt) {
 
 TEST_F(UiWindow, MenuKeysAndEntriesRunTheirCommands) {
   std::vector<std::string> ran;
-  const auto run = [&](const char* what) { return [&ran, what] { ran.push_back(what); }; };
+  const auto run = [&](const char* what) { return [&ran, what] { ran.emplace_back(what); }; };
   sheet_.menu = {
       {"&File",
        {},

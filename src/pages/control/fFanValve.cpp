@@ -59,7 +59,7 @@ void fFanValve::BuildLayout() {
 }
 
 void fFanValve::InitStrings() {
-  const std::pair<ui::Control*, const char*> captions[] = {
+  SetCaptions({
       {&fraValve, "Valves"},
       {&lblHeat, "Heating"},
       {&lblCool, "Cooling"},
@@ -84,8 +84,7 @@ void fFanValve::InitStrings() {
       {&optState[0], "Normally open"},
       {&optState[1], "Normally closed"},
       {&chkFan, "Always ON in occupied mode"},
-  };
-  for (const auto& [control, caption] : captions) control->SetText(Translate(caption));
+  });
 }
 
 void fFanValve::Fill() {

@@ -82,7 +82,7 @@ void fGeneral::BuildLayout() {
 }
 
 void fGeneral::InitStrings() {
-  const std::pair<ui::Control*, const char*> captions[] = {
+  SetCaptions({
       {&fraBypass, "Bypass"},
       {&lblBypassTime, "Bypass Time"},
       {&lblBypassUnit, "min"},
@@ -116,8 +116,7 @@ void fGeneral::InitStrings() {
       {&fraEmergency, "Emergency contact action"},
       {&optEmergency[0], "Purge"},
       {&optEmergency[1], "Shutdown"},
-  };
-  for (const auto& [control, caption] : captions) control->SetText(Translate(caption));
+  });
 }
 
 void fGeneral::SetUnitLabels() {

@@ -104,7 +104,7 @@ void fHeatCool::BuildLayout() {
 }
 
 void fHeatCool::InitStrings() {
-  const std::pair<ui::Control*, const char*> captions[] = {
+  SetCaptions({
       {&fraSetPoint, "Setpoints"},
       {&lblHeating, "Heating"},
       {&lblCooling, "Cooling"},
@@ -130,8 +130,7 @@ void fHeatCool::InitStrings() {
       {&FrameRversingValve, "Reversing valve"},
       {&OptionNormallyCool, "Normally cool"},
       {&OptionNormallyHeat, "Normally heat"},
-  };
-  for (const auto& [control, caption] : captions) control->SetText(Translate(caption));
+  });
   for (std::size_t i = 0; i < lblSetPoint.Size(); ++i) {
     lblSetPoint[i].SetText(Translate(kPeriodCaptions[i % kPeriods]));
   }

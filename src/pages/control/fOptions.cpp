@@ -114,7 +114,7 @@ void fOptions::BuildLayout() {
 }
 
 void fOptions::InitStrings() {
-  const std::pair<ui::Control*, const char*> captions[] = {
+  SetCaptions({
       {&fraOptimum, "Optimum Start"},
       {&chkOptimum[0], "Enable optimum start for cooling"},
       {&chkOptimum[1], "Enable optimum start for heating"},
@@ -144,8 +144,7 @@ void fOptions::InitStrings() {
       {&lblUnit, "%"},
       {&fraFrost, "Frost Protection"},
       {&chkFrost, "Enable"},
-  };
-  for (const auto& [control, caption] : captions) control->SetText(Translate(caption));
+  });
   SetTexts(lblAtUnit, Translate("%"));
 }
 

@@ -44,8 +44,7 @@ struct NoCaseLess {
   using is_transparent = void;
   static char Lower(char c) { return c >= 'A' && c <= 'Z' ? static_cast<char>(c - 'A' + 'a') : c; }
   bool operator()(std::string_view left, std::string_view right) const {
-    return std::lexicographical_compare(left.begin(), left.end(), right.begin(), right.end(),
-                                        [](char a, char b) { return Lower(a) < Lower(b); });
+    return std::ranges::lexicographical_compare(left, right, {}, Lower, Lower);
   }
 };
 
@@ -137,17 +136,17 @@ class ComTarget : public automation::Target {
     if (known == class_->ids.end()) {
       const DISPID id = LookUp(member);
       class_->ids.emplace(member, id);
-      return *Try(access, member, id, parameters, true);
+      return Make(access, member, id, parameters);
     }
     const DISPID id = known->second;
-    if (auto value = Try(access, member, id, parameters, false)) return std::move(*value);
+    if (auto value = Try(access, member, id, parameters)) return std::move(*value);
     const DISPID fresh = LookUp(member);
     if (fresh != id) {
       // Not an object of the class that it was taken for: from now on it has ids of its own.
       class_ = std::make_shared<ObjectClass>(class_->path);
       class_->ids.emplace(member, fresh);
     }
-    return *Try(access, member, fresh, parameters, true);
+    return Make(access, member, fresh, parameters);
   }
 
  private:
@@ -165,9 +164,14 @@ class ComTarget : public automation::Target {
     return id;
   }
 
-  /// Nothing when the object does not know the id and `last` is false.
-  std::optional<Value> Try(Access access, std::string_view member, DISPID id, Parameters& parameters,
-                           bool last) const {
+  Value Make(Access access, std::string_view member, DISPID id, Parameters& parameters) const {
+    auto value = Try(access, member, id, parameters);
+    if (!value) Fail(member, DISP_E_MEMBERNOTFOUND);
+    return std::move(*value);
+  }
+
+  /// Nothing when the object does not know the id.
+  std::optional<Value> Try(Access access, std::string_view member, DISPID id, Parameters& parameters) const {
     const WORD flags = parameters.Flags(access);
     DISPPARAMS raw = parameters.For(flags);
     Variant result;
@@ -176,7 +180,7 @@ class ComTarget : public automation::Target {
     const HRESULT status =
         dispatch_->Invoke(id, GUID{}, LOCALE_USER_DEFAULT, flags, &raw,
                           access == Access::kPut ? nullptr : result.Put(), &exception, &argument);
-    if (status == DISP_E_MEMBERNOTFOUND && !last) return {};
+    if (status == DISP_E_MEMBERNOTFOUND) return {};
     if (status == DISP_E_EXCEPTION) Rethrow(member, exception);
     if (status == DISP_E_TYPEMISMATCH || status == DISP_E_PARAMNOTFOUND) {
       const UINT place = argument < raw.cArgs ? raw.cArgs - argument : 0;

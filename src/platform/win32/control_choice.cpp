@@ -79,8 +79,8 @@ class NativeListBox : public NativeControl {
       const std::wstring text = Wide(item);
       SendMessageW(Window(), CB_ADDSTRING, 0, reinterpret_cast<LPARAM>(text.c_str()));
     }
-    SendMessageW(Window(), CB_SETDROPPEDWIDTH, static_cast<WPARAM>(Longest() + Metrics().Scale(kListPadding)),
-                 0);
+    const int width = Longest() + Metrics().Scale(kListPadding);
+    SendMessageW(Window(), CB_SETDROPPEDWIDTH, static_cast<WPARAM>(width), 0);
   }
 
   std::vector<std::string> shown_;

@@ -4,6 +4,7 @@
 #include <commctrl.h>
 #include <ole2.h>
 
+#include <bit>
 #include <utility>
 
 #include <fmt/format.h>
@@ -41,7 +42,7 @@ struct Container {
  private:
   template <class Function>
   static void Find(HMODULE library, const char* name, Function& function) {
-    function = reinterpret_cast<Function>(reinterpret_cast<void*>(GetProcAddress(library, name)));
+    function = std::bit_cast<Function>(GetProcAddress(library, name));
   }
 
   bool ready_ = false;

@@ -1,5 +1,7 @@
 #include "platform/win32/help_viewer.h"
 
+#include <bit>
+
 #include "platform/win32/files.h"
 #include "platform/win32/utf.h"
 
@@ -18,8 +20,7 @@ HtmlHelpViewer::~HtmlHelpViewer() {
 shell::HelpOutcome HtmlHelpViewer::Show(const std::string& target, unsigned command, int topic) {
   if (!FileExists(target.substr(0, target.rfind('>')))) return shell::HelpOutcome::kNoFile;
   if (!library_) library_ = Owner<HMODULE, FreeLoadedLibrary>(LoadLibraryW(L"hhctrl.ocx"));
-  if (library_ && !entry_)
-    entry_ = reinterpret_cast<Entry>(reinterpret_cast<void*>(GetProcAddress(library_.Get(), "HtmlHelpW")));
+  if (library_ && !entry_) entry_ = std::bit_cast<Entry>(GetProcAddress(library_.Get(), "HtmlHelpW"));
   const bool opened =
       entry_ && entry_(nullptr, Wide(target).c_str(), command, static_cast<DWORD_PTR>(topic)) != nullptr;
   return opened ? shell::HelpOutcome::kOpened : shell::HelpOutcome::kNoViewer;

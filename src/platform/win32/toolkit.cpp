@@ -4,6 +4,7 @@
 #include <commctrl.h>
 
 #include <algorithm>
+#include <ranges>
 
 #include "platform/win32/ui_context.h"
 #include "platform/win32/utf.h"
@@ -30,8 +31,9 @@ void LoadDisplay() {
 
 NativeWindow* UiContext::FrontWindow() const {
   const auto visible = [](const NativeWindow* window) { return IsWindowVisible(window->Window()) != FALSE; };
-  const auto found = std::find_if(windows.rbegin(), windows.rend(), visible);
-  return found == windows.rend() ? nullptr : *found;
+  const auto fromFront = std::views::reverse(windows);
+  const auto found = std::ranges::find_if(fromFront, visible);
+  return found == fromFront.end() ? nullptr : *found;
 }
 
 NativeToolkit::NativeToolkit(MessageLoop& loop) : loop_(loop) {

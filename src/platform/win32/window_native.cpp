@@ -4,6 +4,7 @@
 #include <shellapi.h>
 
 #include <algorithm>
+#include <ranges>
 
 #include "base/error.h"
 #include "platform/win32/system_error.h"
@@ -260,11 +261,11 @@ void NativeWindow::SetVisible(bool visible) {
 // The system would activate another program when the tool's next window is busy.
 void NativeWindow::PassActivationOn() const {
   if (GetForegroundWindow() != Window()) return;
-  const auto next =
-      std::find_if(context_.windows.rbegin(), context_.windows.rend(), [this](const NativeWindow* other) {
-        return other != this && IsWindowVisible(other->Window()) && !IsIconic(other->Window());
-      });
-  if (next != context_.windows.rend()) SetForegroundWindow((*next)->Window());
+  const auto fromFront = std::views::reverse(context_.windows);
+  const auto next = std::ranges::find_if(fromFront, [this](const NativeWindow* other) {
+    return other != this && IsWindowVisible(other->Window()) && !IsIconic(other->Window());
+  });
+  if (next != fromFront.end()) SetForegroundWindow((*next)->Window());
 }
 
 void NativeWindow::SetAcceptsInput(bool /*accepts*/) { UpdateEnabled(); }
