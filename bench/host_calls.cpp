@@ -1,31 +1,41 @@
 #include "host_calls.h"
 
+#include <algorithm>
+
 #include "tests/core/tool.h"
 
 namespace bench {
 
-std::vector<std::pair<std::string, std::uint64_t>> CountHostCalls() {
+using simulator::CallTrace;
+using simulator::TracedCall;
+
+CallTrace TraceHostCalls() {
+  CallTrace trace;
+  simulator::CallRecorder recorder(trace);
   tests::Tool tool;
-  std::vector<std::pair<std::string, std::uint64_t>> counts;
-  std::uint64_t before = 0;
-  const auto count = [&](const char* operation) {
-    const std::uint64_t total = tool.building.Faults().Total();
-    counts.emplace_back(operation, total - before);
-    before = total;
+  tool.throughHost = [&](std::string_view programId, const automation::Object& object) {
+    return recorder.Created(programId, object);
   };
-  tool.Open(tests::kPressure);
-  count("SendCommand: join, load template, tree, pages");
-  tool.Main().Pages().FindPage("fPID")->FillValue();
-  count("fill the PID page");
+  const auto begin = [&](const char* operation) { trace.operations.push_back({operation, {}}); };
+  begin("load");
+  tool.Open(tests::kAssigned);
+  begin("refresh");
   tool.Click("cmdRefresh");
-  count("refresh");
-  tool.Find<ui::TextBox>("fPID.txtPIDTemp(0)").Type("3.5");
-  count("type into a box");
+  begin("edit");
+  tool.ChoosePage("fPID");
+  tool.Type("fPID.txtPIDTemp(0)", "3.5");
+  begin("apply");
   tool.Click("cmdApply");
-  count("apply (save and refresh)");
+  begin("units");
   tool.Find<ui::OptionButton>("optUnit(1)").Click();
-  count("change the unit system");
-  return counts;
+  CallTrace done = trace;  // what follows is the end of the tool
+  return done;
+}
+
+std::size_t CountCalls(const CallTrace::Operation& operation) {
+  return static_cast<std::size_t>(std::ranges::count_if(operation.calls, [](const TracedCall& call) {
+    return call.kind != TracedCall::Kind::kCreate && call.kind != TracedCall::Kind::kRelease;
+  }));
 }
 
 }  // namespace bench

@@ -1,13 +1,15 @@
-// Counts the calls that each operation of the tool makes to the host.
+// The calls that each operation of the tool makes to the host: counted, and written down for those who make
+// them again without the tool.
 #pragma once
 
-#include <cstdint>
-#include <string>
-#include <utility>
-#include <vector>
+#include "simulator/call_trace.h"
 
 namespace bench {
 
-std::vector<std::pair<std::string, std::uint64_t>> CountHostCalls();
+/// Loading the window and what an installer does then, over a new virtual building.
+simulator::CallTrace TraceHostCalls();
+
+/// How many calls an operation makes; releases of objects do not count.
+std::size_t CountCalls(const simulator::CallTrace::Operation& operation);
 
 }  // namespace bench

@@ -3,10 +3,12 @@
 #include <benchmark/benchmark.h>
 
 #include <cstdio>
+#include <fstream>
 #include <map>
 #include <string>
 #include <vector>
 
+#include "growth.h"
 #include "host_calls.h"
 #include "link_bench.h"
 
@@ -35,6 +37,10 @@ struct Ratio {
   double limit;
 };
 
+// Made again under Wine to measure what the calls cost alone; see bench/load.sim.
+constexpr const char* kTraceFile = "build/bench/calls.json";
+constexpr const char* kTwentyUnits = "build/bench/units";
+
 constexpr Ratio kRatios[] = {
     {"change one of 64 fields / plain string_view and memchr", "RecordChange", "PlainRecord", 1.0},
 };
@@ -61,9 +67,13 @@ int main() {
     over += value > ratio.limit;
   }
   over += bench::PrintLink();
+  over += bench::PrintGrowth();
+  bench::WriteBuilding(kTwentyUnits, 20);
   std::printf("\n%-58s %10s\n", "host calls, all pages", "calls");
-  for (const auto& [operation, calls] : bench::CountHostCalls()) {
-    std::printf("%-58s %10llu\n", operation.c_str(), static_cast<unsigned long long>(calls));
+  const simulator::CallTrace trace = bench::TraceHostCalls();
+  for (const auto& operation : trace.operations) {
+    std::printf("%-58s %10zu\n", operation.name.c_str(), bench::CountCalls(operation));
   }
+  std::ofstream(kTraceFile) << trace.ToJson();
   return over == 0 ? 0 : 1;
 }

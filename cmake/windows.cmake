@@ -10,7 +10,7 @@ tarn_glob(interfaces resources/*.idl simulator/win32/*.idl)
 compile_idl(tarn_win32 ${interfaces})
 
 # All programs ask the same of the system; only the name differs.
-foreach(name QVRKvTARNCfg SimHost)
+foreach(name QVRKvTARNCfg SimHost EmptyWindow)
   configure_file(resources/program.manifest.in generated/${name}.manifest @ONLY)
 endforeach()
 
@@ -59,6 +59,10 @@ if(TARGET win32_tests)
   target_compile_definitions(win32_tests PRIVATE SIM_DATA_DIR="data")
   add_dependencies(win32_tests SimControls)
 endif()
+
+tarn_glob(emptyWindowSources bench/win32/*.cpp)
+tarn_windows_program(EmptyWindow ${emptyWindowSources})
+tarn_resources(EmptyWindow bench/win32)
 
 # What a user needs, without the tests.
 add_custom_target(programs DEPENDS sim_data)

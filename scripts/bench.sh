@@ -5,15 +5,24 @@ set -u
 cd "$(dirname "$0")/.." || exit
 . scripts/common.sh
 begin "Measure speed and size"
-scripts/setup.sh && build release tarn_bench && build win64 programs || finish 1
+scripts/setup.sh && build release tarn_bench && build win64 programs EmptyWindow || finish 1
 status=0
 # On one core, and before everything else that runs on it where that is allowed.
 alone=(taskset -c 0)
 chrt -f 1 true 2>/dev/null && alone=(chrt -f 1 "${alone[@]}")
+mkdir -p build/bench
 "${alone[@]}" build/release/tarn_bench "$@" || status=1
 say ""
-scripts/e2e.sh bench/load.sim || status=1
-grep 'host calls of' build/log/e2e-load.sim.log
+# table SCRIPT WARM: runs a script and prints the medians of what it measured, without the first WARM values of each.
+table() {
+  scripts/e2e.sh "bench/$1.sim" || status=1
+  tr -d '\r' <"build/log/e2e-$1.sim.log" | sed -n 's/^MEASURED //p' | awk -v warm="$2" -f bench/table.awk || status=1
+}
+say "The tool under Wine, in milliseconds, against the same calls made by a process that does nothing else"
+say "(memory: in megabytes, against an empty window of the same toolkit)"
+table load 1
+say "The last five of twenty tools on twenty controllers"
+BUILDING=build/bench/units table windows 15
 say "$(stat -c '%s bytes  %n' build/win64/QVRKvTARNCfg.exe) (limit 4194304)"
 [ "$(stat -c %s build/win64/QVRKvTARNCfg.exe)" -le 4194304 ] || status=1
 finish $status

@@ -103,9 +103,13 @@ simulator::DeviceInfo Host::Device(std::string_view name) const {
   throw base::Error("The building has no device \"" + std::string(name) + "\".");
 }
 
-Tool& Host::StartTool() {
+void Host::BeFound() {
   if (!server_) Serve([] {});
   RegisterHost(Classes());
+}
+
+Tool& Host::StartTool() {
+  BeFound();
   RegisterTool();
   RegisterControls();
   ProvideTemplates(*building_, std::filesystem::absolute(options_.dataFolder / "LonWorks"));

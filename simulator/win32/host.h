@@ -40,8 +40,10 @@ class Host {
   /// The device of that name. Throws base::Error.
   simulator::DeviceInfo Device(std::string_view name) const;
 
-  /// Begins to serve if that was not done, registers what is missing and starts a tool, which becomes the
-  /// current one. Throws base::Error, automation::Error.
+  /// Begins to serve and registers its own classes, as far as that was not done. Throws base::Error.
+  void BeFound();
+  /// As BeFound; then registers what is missing of the tool and starts one, which becomes the current one.
+  /// Throws base::Error, automation::Error.
   Tool& StartTool();
   /// Tells the current tool all it must know to configure the device.
   void PrepareTool(const simulator::DeviceInfo& device);

@@ -24,6 +24,10 @@ void ShowHost(Stage& stage, Words) {
   stage.OnHost([show = stage.showHostWindow](Host&) { show(true); });
 }
 
+void Serve(Stage& stage, Words) {
+  stage.OnHost([](Host& host) { host.BeFound(); });
+}
+
 void StartTool(Stage& stage, Words) {
   stage.Give([](Host& host) { host.StartTool(); });
   stage.order->Wait(stage.patience.limit);
@@ -169,6 +173,10 @@ void SetPatience(Stage& stage, Words words) {
   stage.patience.limit = std::chrono::seconds(WholeNumber(words[0]));
 }
 
+void LimitClients(Stage& stage, Words words) {
+  stage.OnHost([most = WholeNumber(words[0])](Host& host) { host.GetBuilding().Limits().clients = most; });
+}
+
 // [LEFT]
 void WaitProcessEnd(Stage& stage, Words words) {
   const auto left = words.empty() ? std::size_t{0} : static_cast<std::size_t>(WholeNumber(words[0]));
@@ -181,6 +189,7 @@ void WaitProcessEnd(Stage& stage, Words words) {
 constexpr Command kCommands[] = {
     {"host show", "", 0, 0, ShowHost},
     {"configure", "DEVICE", 1, 1, Configure},
+    {"serve", "", 0, 0, Serve},
     {"start-tool", "", 0, 0, StartTool},
     {"prepare", "DEVICE", 1, 1, Prepare},
     {"send", "COMMAND CLASS KEY", 3, 3, Send},
@@ -197,12 +206,15 @@ constexpr Command kCommands[] = {
     {"other-host suspend", "", 0, 0, SuspendOtherHost},
     {"other-host resume", "", 0, 0, ResumeOtherHost},
     {"other-host end", "[killed]", 0, 1, WaitOtherHost},
+    {"clients", "MOST", 1, 1, LimitClients},
     {"reopen", "", 0, 0, ReopenStore},
     {"patience", "SECONDS", 1, 1, SetPatience},
     {"replay", "TRACE RESULTS", 2, 2, ReplayCalls},
-    {"measure load", "RESULTS", 1, 1, MeasureLoad},
+    {"measure load", "NAME RESULTS", 2, 2, MeasureLoad},
     {"measure start", "", 0, 0, MeasureStart},
     {"measure end", "OPERATION RESULTS", 2, 2, MeasureEnd},
+    {"measure memory", "PROGRAM", 1, 1, MeasureMemory},
+    {"measure page", "NAME CAPTION CONTROL", 3, 3, MeasurePage},
     {"wait process-end", "[LEFT]", 0, 1, WaitProcessEnd},
 };
 

@@ -10,13 +10,19 @@ namespace simhost {
 /// operation of it took.
 void ReplayCalls(Stage& stage, Words words);
 
-/// RESULTS: the time from SendCommand to the window of a tool that was prepared and not yet brought up.
-/// Throws base::Error when it is over 1.25 times the time of the calls alone plus 150 ms.
+/// NAME RESULTS: the time from SendCommand to the window of a tool that was prepared and not yet brought up,
+/// against the calls alone.
 void MeasureLoad(Stage& stage, Words words);
 
 /// From here on calls count for the next MeasureEnd.
 void MeasureStart(Stage& stage, Words words);
 /// OPERATION RESULTS: the time from the operation's first call to its last one, against the calls alone.
 void MeasureEnd(Stage& stage, Words words);
+
+/// PROGRAM: the most memory that the tool has held so far, against a program that opens an empty window.
+void MeasureMemory(Stage& stage, Words words);
+/// NAME CAPTION CONTROL: the time from the click on a page's row until that control of the page is on the
+/// screen.
+void MeasurePage(Stage& stage, Words words);
 
 }  // namespace simhost

@@ -31,12 +31,6 @@ UINT NumberOf(std::span<const NamedNumber> table, std::string_view name, const c
   throw base::Error("there is no " + std::string(what) + " \"" + std::string(name) + "\"");
 }
 
-void PostClickAt(HWND window, POINT point) {
-  const LPARAM place = MAKELPARAM(point.x, point.y);
-  PostMessageW(window, WM_LBUTTONDOWN, MK_LBUTTON, place);
-  PostMessageW(window, WM_LBUTTONUP, 0, place);
-}
-
 void PostKey(HWND window, UINT key) {
   PostMessageW(window, WM_KEYDOWN, key, 1);
   PostMessageW(window, WM_KEYUP, key, static_cast<LPARAM>(0xC0000001));
@@ -53,13 +47,19 @@ void RequireUsable(HWND window, const Patience& patience) {
 // Puts the keyboard into `control`, as a click does.
 void TakeFocus(HWND control, const Patience& patience) {
   if (FocusOf(control) == control) return;
-  PostClickAt(control, {3, 3});
+  ClickAt(control, {3, 3});
   patience.Until([&]() -> std::string {
     return FocusOf(control) == control ? "" : "\"" + NameOf(control) + "\" did not take the keyboard";
   });
 }
 
 }  // namespace
+
+void ClickAt(HWND window, POINT point) {
+  const LPARAM place = MAKELPARAM(point.x, point.y);
+  PostMessageW(window, WM_LBUTTONDOWN, MK_LBUTTON, place);
+  PostMessageW(window, WM_LBUTTONUP, 0, place);
+}
 
 // Whether the click was handled shows nowhere from outside. So a second message follows it that sets the
 // button's pressed look, which can be asked for; when it shows, the click before it has been taken.
@@ -86,7 +86,7 @@ void ClickRow(HWND list, std::string_view text, const Patience& patience) {
     row = rows.FindRow(text);
     return row >= 0 ? "" : "the list has no row \"" + std::string(text) + "\"";
   });
-  PostClickAt(list, rows.PointOn(row));
+  ClickAt(list, rows.PointOn(row));
   patience.Until([&]() -> std::string { return rows.Selected(row) ? "" : "the row was not selected"; });
 }
 

@@ -15,6 +15,9 @@ namespace simhost::person {
 /// A button, check box or option button. A question that the click brings up ends the wait.
 void Click(HWND button, const Patience& patience);
 
+/// A point of a window, in its own coordinates; returns at once.
+void ClickAt(HWND window, POINT point);
+
 /// The row of a list view with a cell of that text.
 void ClickRow(HWND list, std::string_view text, const Patience& patience);
 

@@ -149,6 +149,7 @@ void fMain::InitStrings() {
 
 void fMain::ReInitializeStrings() {
   InitStrings();
+  const Strings::Hold hold(strings_);
   logger_.InitStrings();
   ProgressObject.InitStrings();
   pages_.ReInitializeStrings();
@@ -211,6 +212,7 @@ void fMain::ProcessLonMarkObjectCommand(const automation::Object& network, std::
 
 void fMain::Load() {
   Command("Load", [this] {
+    const Strings::Hold hold(strings_);  // loaded when this window was made
     try {
       ProgressObject.ShowFLoading(strings_.GetStrings("Loading..."), strings_.GetStrings("Getting CP values"),
                                   0);

@@ -50,6 +50,7 @@ std::string ReplacePlaceholders(std::string_view text, const std::vector<std::st
 Strings::Strings(std::function<automation::Object()> component) : createComponent_(std::move(component)) {}
 
 void Strings::ReloadStrings() {
+  if (holds_ > 0) return;
   try {
     if (!std::exchange(asked_, true)) component_ = createComponent_();
     if (!component_) return;

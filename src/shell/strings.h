@@ -24,6 +24,18 @@ class Strings {
   /// once.
   explicit Strings(std::function<automation::Object()> component);
 
+  /// While one lives, the table counts as young enough: for whoever sets the texts of many windows at once.
+  class Hold {
+   public:
+    explicit Hold(Strings& strings) : strings_(strings) { ++strings_.holds_; }
+    Hold(const Hold&) = delete;
+    Hold& operator=(const Hold&) = delete;
+    ~Hold() { --strings_.holds_; }
+
+   private:
+    Strings& strings_;
+  };
+
   /// Runs each time that another table was loaded.
   std::function<void()> onLoaded;
 
@@ -58,6 +70,7 @@ class Strings {
   std::function<automation::Object()> createComponent_;
   automation::Object component_;
   bool asked_ = false;
+  int holds_ = 0;
   std::string font_;
   double loadTime_ =
       0;  // the platform's date: days since 30 December 1899, local time; 0 before the first load

@@ -39,7 +39,10 @@ struct Tool : StandIns {
   }
 
   automation::Object Create(std::string_view programId) {
-    if (programId == "MVPlugInLib.ObjectServer") return throughHost(building.ObjectServer());
+    return throughHost(programId, CreateInHost(programId));
+  }
+  automation::Object CreateInHost(std::string_view programId) const {
+    if (programId == "MVPlugInLib.ObjectServer") return building.ObjectServer();
     if (programId == "MVPlugInLib.Registration") return building.Registration();
     if (programId == "MVLanguage.Language") return building.Language();
     throw automation::Error(0x80040154, "\"" + std::string(programId) + "\" is not registered.");
@@ -136,9 +139,9 @@ struct Tool : StandIns {
     property.Put("Value", text);
   }
 
-  /// Stands between the tool and the host's objects where a test sets it.
-  std::function<automation::Object(const automation::Object&)> throughHost =
-      [](const automation::Object& server) { return server; };
+  /// Stands between the tool and the host's objects, by the program id of the first of them, where it is set.
+  std::function<automation::Object(std::string_view, const automation::Object&)> throughHost =
+      [](std::string_view, const automation::Object& object) { return object; };
   simulator::Building building;
   std::span<const shell::PageEntry> table;
   automation::Bytes templateContent;

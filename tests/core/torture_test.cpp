@@ -6,6 +6,7 @@
 #include <optional>
 
 #include "faulty_host.h"
+#include "hosting/host_contract.h"
 #include "tool_test.h"
 
 namespace {
@@ -61,8 +62,8 @@ constexpr int kAllPagesStep = 120;  // times the step when all pages are there
 struct TroubledTool : tests::Tool {
   TroubledTool(const simulator::Building& existing, std::span<const shell::PageEntry> pageTable)
       : Tool(existing, pageTable) {
-    throughHost = [this](const automation::Object& server) {
-      return tests::FaultyTarget::Wrap(plan, server);
+    throughHost = [this](std::string_view programId, const automation::Object& object) {
+      return programId == host::kObjectServerId ? tests::FaultyTarget::Wrap(plan, object) : object;
     };
   }
 

@@ -1,0 +1,47 @@
+# Makes the table of `make bench` from lines "WHAT MEASURED AGAINST CALLS": medians and their limits. The variable
+# `warm` is how many values of each are left out at first. Exits with 1 when a limit is missed.
+function median(list, count,    i, j, kept) {
+  for (i = 2; i <= count; i++)
+    for (j = i; j > 1 && list[j] < list[j - 1]; j--) {
+      kept = list[j]
+      list[j] = list[j - 1]
+      list[j - 1] = kept
+    }
+  return list[int((count + 1) / 2)]
+}
+
+# Loading may cost a quarter more than its calls and a moment for the windows; a page comes at once.
+function limit(what, against) {
+  if (what == "load") return 1.25 * against + 150
+  if (what ~ /^page/) return 100
+  return 2.5 * against
+}
+
+++seen[$1] > warm {
+  if (!($1 in count)) order[++kinds] = $1
+  n = ++count[$1]
+  time[$1, n] = $2
+  alone[$1, n] = $3
+  ratio[$1, n] = $3 > 0 ? $2 / $3 : 0
+  calls[$1] = $4
+}
+
+END {
+  printf "%-12s %6s %10s %10s %8s %10s\n", "medians", "calls", "measured", "against", "ratio", "limit"
+  for (k = 1; k <= kinds; k++) {
+    what = order[k]
+    n = count[what]
+    for (i = 1; i <= n; i++) {
+      a[i] = time[what, i]
+      b[i] = alone[what, i]
+      c[i] = ratio[what, i]
+    }
+    measured = median(a, n)
+    most = limit(what, median(b, n))
+    missed = measured > most
+    printf "%-12s %6d %10.1f %10.1f %8.2f %10.1f%s\n", what, calls[what], measured, median(b, n), median(c, n), most,
+      missed ? "  OVER" : ""
+    over += missed
+  }
+  exit over > 0
+}
