@@ -103,7 +103,6 @@ int ServeHost() {
                            [&loop] { loop.Quit(); });
   apartment.WatchPending({.overdue =
                               [&program](auto member, auto elapsed) {
-                                // Only the objects of a host that hangs would keep this process.
                                 if (program.Ending()) win32::EndProcess();
                                 return program.CallOverdue(member, elapsed);
                               },
@@ -111,7 +110,10 @@ int ServeHost() {
   const win32::ClientWatch watch(apartment, [&program] { program.HostLetGo(); });
   const win32::ComServer server(Classes([&program] { return std::make_shared<hosting::PlugInApi>(program); }),
                                 {true, kTypeLibrary, [&program] { program.HostLetGo(); }});
-  return loop.Run();
+  const int exitCode = loop.Run();
+  // Nothing is left but to let go of the host's objects, and a host that hangs must not hold that up.
+  apartment.WatchPending({.overdue = [](auto, auto) -> bool { win32::EndProcess(); }, .over = [] {}});
+  return exitCode;
 }
 
 int RunCommand(const std::string& commandTail) {

@@ -51,21 +51,22 @@ void WaitWindow::InitStrings(const Strings& strings) {
 }
 
 bool WaitWindow::Overdue(std::string_view member, std::chrono::milliseconds elapsed) {
-  if (givenUp_) return true;
-  if (elapsed < next_) return false;
+  if (!givenUp_ && elapsed >= next_) Ask(member, elapsed);
+  if (GetWindowPeer()) GetWindowPeer()->HandleInput();
+  return givenUp_;
+}
+
+void WaitWindow::Ask(std::string_view member, std::chrono::milliseconds elapsed) {
   elapsed_ = elapsed;
   const auto seconds = std::chrono::duration_cast<std::chrono::seconds>(elapsed).count();
   lblMessage.SetText(ReplacePlaceholders(silent_, {std::string(member), std::to_string(seconds)}));
-  if (!Visible()) {
-    if (toolkit_ && !GetWindowPeer()) toolkit_->Realize(*this);
-    lblQuestion.SetVisible(true);
-    cmdWait.SetEnabled(true);
-    cmdCancel.SetEnabled(true);
-    Show();
-    BringToFront();
-  }
-  if (GetWindowPeer()) GetWindowPeer()->HandleInput();
-  return givenUp_;
+  if (Visible()) return;
+  if (toolkit_ && !GetWindowPeer()) toolkit_->Realize(*this);
+  lblQuestion.SetVisible(true);
+  cmdWait.SetEnabled(true);
+  cmdCancel.SetEnabled(true);
+  Show();
+  BringToFront();
 }
 
 void WaitWindow::Over() {

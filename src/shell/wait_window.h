@@ -28,6 +28,8 @@ class WaitWindow : public ui::Window {
   void Over();
 
  private:
+  void Ask(std::string_view member, std::chrono::milliseconds elapsed);
+
   ui::Toolkit* toolkit_;
   std::string silent_;
   std::string canceled_;

@@ -25,7 +25,8 @@ class ComApartment {
   /// system gives it (Wine gives this process' id instead). Must not throw.
   void WatchIncoming(std::function<void(DWORD callerThread)> observer);
 
-  /// Puts calls of this thread that are not answered to `handlers` from now on. Throws base::Error.
+  /// Puts calls of this thread that are not answered to `handlers` from now on; not while one is pending.
+  /// Throws base::Error.
   void WatchPending(CallWatch::Handlers handlers);
 
  private:

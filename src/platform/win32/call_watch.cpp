@@ -1,6 +1,7 @@
 #include "platform/win32/call_watch.h"
 
 #include <algorithm>
+#include <exception>
 #include <utility>
 
 #include "base/error.h"
@@ -17,6 +18,16 @@ thread_local CallWatch* ownWatch = nullptr;
 bool Due(ULONGLONG start) {
   const std::chrono::milliseconds elapsed(GetTickCount64() - start);
   return elapsed >= std::min(CallWatch::kPatience, CallWatch::kGivenUpPatience);
+}
+
+// A fault of the one who is asked must not reach COM: the call is then waited for, as without a watch.
+template <class Work>
+void Guarded(Work work) noexcept {
+  try {
+    work();
+  } catch (const std::exception& error) {
+    OutputDebugStringW(Wide(error.what()).c_str());
+  }
 }
 
 }  // namespace
@@ -38,7 +49,9 @@ CallWatch::CallWatch(Handlers handlers) : handlers_(std::move(handlers)) {
   ownWatch = this;
 }
 
-CallWatch::~CallWatch() { ownWatch = nullptr; }
+CallWatch::~CallWatch() {
+  if (ownWatch == this) ownWatch = nullptr;
+}
 
 void CallWatch::Begin(PendingCall& call) {
   call.start_ = GetTickCount64();
@@ -53,7 +66,7 @@ void CallWatch::End(PendingCall& call) {
   innermost_ = call.outer_;
   since_ = innermost_ ? innermost_->start_ : 0;
   givenUp_ = call.givenUp_;
-  if (std::exchange(asked_, false)) handlers_.over();
+  if (std::exchange(asked_, false)) Guarded([this] { handlers_.over(); });
 }
 
 bool CallWatch::GivesUp() {
@@ -64,9 +77,9 @@ bool CallWatch::GivesUp() {
   if (!call || asking_) return false;
   const std::chrono::milliseconds elapsed(GetTickCount64() - call->start_);
   if (elapsed < (givenUp_ ? kGivenUpPatience : kPatience)) return false;
-  if (givenUp_ || call->givenUp_) return call->givenUp_ = true;
+  if (givenUp_) return call->givenUp_ = true;
   asked_ = asking_ = true;
-  call->givenUp_ = handlers_.overdue(call->member_, elapsed);
+  Guarded([&] { call->givenUp_ |= handlers_.overdue(call->member_, elapsed); });
   asking_ = false;
   return call->givenUp_;
 }

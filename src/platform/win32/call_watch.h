@@ -42,7 +42,7 @@ class CallWatch {
   /// What is done about an unanswered call. Both run on the thread that makes the calls.
   struct Handlers {
     /// Asked five times a second about a call that has been pending for `elapsed`, at least kPatience, until
-    /// the answer is yes, which gives it up.
+    /// it ends; the first yes gives it up.
     std::function<bool(std::string_view member, std::chrono::milliseconds elapsed)> overdue;
     /// The call that was asked about has ended.
     std::function<void()> over;
