@@ -14,7 +14,6 @@ namespace {
 using tests::Failure;
 
 constexpr const char* kDevice = tests::kAssigned;
-constexpr const char* kApplied = "Apply/Main: The configuration settings were applied successfully";
 
 /// What is typed on a page, in one of two states; the device holds either of them afterwards.
 struct Edit {
@@ -133,7 +132,7 @@ class Torture : public testing::TestWithParam<int> {
     for (const int state : {1, 0}) {
       tool->Put(state);
       tool->Click("cmdApply");
-      ASSERT_EQ(tool->LastMessage(), kApplied);
+      ASSERT_EQ(tool->LastMessage(), tests::kApplied);
       states[state] = Device();
       held = state;
     }
@@ -204,7 +203,7 @@ class Torture : public testing::TestWithParam<int> {
   void SaveAgain() {
     tool->Click("cmdApply");
     held = 1 - held;
-    Check(tool->LastMessage() == kApplied, "the window does not save any more");
+    Check(tool->LastMessage() == tests::kApplied, "the window does not save any more");
     Check(Device() == states[held], "the next save is not whole");
     Check(tool->plan.open == 0 && tool->plan.surplus == 0, "a transaction was not ended once");
   }
