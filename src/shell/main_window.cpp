@@ -392,6 +392,7 @@ void fMain::ChooseUnits() {
 
 void fMain::Activated() {
   if (std::exchange(activated_, true)) return;
+  LeaveTopmost();  // where whoever brought it up may have put it
   if (tag_ == kRefuseToStart) Close();
 }
 

@@ -87,4 +87,8 @@ void Window::BringToFront() {
   if (windowPeer_) windowPeer_->BringToFront();
 }
 
+void Window::LeaveTopmost() {
+  if (windowPeer_) windowPeer_->LeaveTopmost();
+}
+
 }  // namespace ui

@@ -84,6 +84,8 @@ class WindowPeer {
   virtual Bounds GetBounds() const = 0;
   /// Restores a minimised window and brings it to the foreground.
   virtual void BringToFront() = 0;
+  /// Takes the window out of the band of those that stay in front of all others; it stays where it is.
+  virtual void LeaveTopmost() = 0;
   /// Handles what waits for this window alone and returns at once; it works while a call to another process
   /// holds up the loop.
   virtual void HandleInput() = 0;
@@ -145,6 +147,7 @@ class Window : public Form {
   void Resize(int width, int height);
   Bounds GetBounds() const;
   void BringToFront();
+  void LeaveTopmost();
 
   WindowPeer* GetWindowPeer() const { return windowPeer_; }
   void SetWindowPeer(WindowPeer* peer) { windowPeer_ = peer; }

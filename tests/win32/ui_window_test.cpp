@@ -160,13 +160,18 @@ TEST_F(UiWindow, StatesGoBothWays) {
   toolkit_.Discard(fixed);
 }
 
-TEST_F(UiWindow, ActivationIsToldAndMayCloseTheWindow) {
+TEST_F(UiWindow, ActivationIsToldAndMayMoveOrCloseTheWindow) {
   int activations = 0;
+  const auto topmost = [this] { return (GetWindowLongPtrW(Frame(), GWL_EXSTYLE) & WS_EX_TOPMOST) != 0; };
   sheet_.onActivate = [&] {
     ++activations;
+    EXPECT_TRUE(topmost());
+    sheet_.LeaveTopmost();
+    EXPECT_FALSE(topmost());
     sheet_.Hide();
   };
   toolkit_.Realize(sheet_);
+  SetWindowPos(Frame(), HWND_TOPMOST, 0, 0, 0, 0, SWP_NOMOVE | SWP_NOSIZE | SWP_NOACTIVATE);
   sheet_.Show();
   EXPECT_EQ(activations, 0) << "never from inside Show";
   EXPECT_TRUE(RunUntil([&] { return activations == 1 && !IsWindowVisible(Frame()); }));

@@ -1,8 +1,5 @@
 #include "platform/win32/control_native.h"
 
-// After windows.h, which it needs.
-#include <commctrl.h>
-
 #include <utility>
 
 #include "base/error.h"
@@ -13,14 +10,6 @@
 #include "platform/win32/window_native.h"
 
 namespace win32 {
-namespace {
-
-void SetWindowBit(HWND window, LONG_PTR bit, bool on) {
-  const LONG_PTR style = GetWindowLongPtrW(window, GWL_STYLE);
-  SetWindowLongPtrW(window, GWL_STYLE, on ? style | bit : style & ~bit);
-}
-
-}  // namespace
 
 UiContext& NativeControl::Context() const { return form_.Context(); }
 
@@ -37,18 +26,19 @@ std::wstring NativeControl::ShownText() const {
 
 void NativeControl::Create(int id, bool startsGroup) {
   const Style style = GetStyle();
-  const DWORD state =
-      (control_.VisibleInFrame() ? WS_VISIBLE : 0) | (control_.EnabledInFrame() ? 0 : WS_DISABLED);
+  const DWORD state = (control_.VisibleInFrame() ? WS_VISIBLE : 0) |
+                      (control_.EnabledInFrame() ? 0 : WS_DISABLED) | (startsGroup ? WS_GROUP : 0);
   window_ = CreateWindowExW(style.extendedStyle, style.windowClass, Caption().c_str(),
                             WS_CHILD | style.style | state, 0, 0, 0, 0, form_.Window(),
                             reinterpret_cast<HMENU>(static_cast<INT_PTR>(id)), ThisModule(), nullptr);
   const std::string name = control_.GetForm().Name() + "." + control_.Name();
   if (!window_) throw base::Error("The control " + name + " could not be created: " + LastErrorText());
-  SetWindowBit(window_, WS_GROUP, startsGroup);
   SendMessageW(window_, WM_SETFONT, reinterpret_cast<WPARAM>(TextFont()), FALSE);
   name_.emplace(window_, name);
   Context().controls[window_] = this;
-  SetWindowSubclass(window_, &Subclass, 0, reinterpret_cast<DWORD_PTR>(this));
+  SetWindowLongPtrW(window_, GWLP_USERDATA, reinterpret_cast<LONG_PTR>(this));
+  native_ = reinterpret_cast<WNDPROC>(
+      SetWindowLongPtrW(window_, GWLP_WNDPROC, reinterpret_cast<LONG_PTR>(&Procedure)));
   Created();
   Mirror(ui::Aspect::kContent);
   if (!control_.Tip().empty()) form_.ShowTip(*this);
@@ -59,7 +49,7 @@ void NativeControl::Disconnect() {
   if (!window_) return;
   name_.reset();
   Context().controls.erase(window_);
-  RemoveWindowSubclass(window_, &Subclass, 0);
+  SetWindowLongPtrW(window_, GWLP_WNDPROC, reinterpret_cast<LONG_PTR>(native_));
   window_ = nullptr;
 }
 
@@ -115,16 +105,16 @@ void NativeControl::Act(const std::function<void()>& work) {
   if (form->Alive()) Mirror(ui::Aspect::kContent);
 }
 
-LRESULT CALLBACK NativeControl::Subclass(HWND window, UINT message, WPARAM wParam, LPARAM lParam, UINT_PTR,
-                                         DWORD_PTR self) {
-  auto& control = *reinterpret_cast<NativeControl*>(self);
+LRESULT CALLBACK NativeControl::Procedure(HWND window, UINT message, WPARAM wParam, LPARAM lParam) {
+  auto& control = *reinterpret_cast<NativeControl*>(GetWindowLongPtrW(window, GWLP_USERDATA));
+  const WNDPROC native = control.native_;
   if (message == WM_SETFOCUS || message == WM_KILLFOCUS) control.form_.Top().Focus().Moved();
   if (message == WM_NCDESTROY) {
     control.Disconnect();
   } else if (const auto answer = control.Filter(message, wParam, lParam)) {
     return *answer;
   }
-  return DefSubclassProc(window, message, wParam, lParam);
+  return CallWindowProcW(native, window, message, wParam, lParam);
 }
 
 }  // namespace win32

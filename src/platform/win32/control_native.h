@@ -77,8 +77,7 @@ class NativeControl {
 
  private:
   void MirrorText();
-  static LRESULT CALLBACK Subclass(HWND window, UINT message, WPARAM wParam, LPARAM lParam, UINT_PTR id,
-                                   DWORD_PTR self);
+  static LRESULT CALLBACK Procedure(HWND window, UINT message, WPARAM wParam, LPARAM lParam);
   virtual std::optional<LRESULT> Filter(UINT /*message*/, WPARAM /*wParam*/, LPARAM /*lParam*/) { return {}; }
 
   NativeForm& form_;
@@ -86,6 +85,8 @@ class NativeControl {
   ui::Size measured_;
   ui::Rect placed_;
   HWND window_ = nullptr;  // destroyed with its parent
+  // A subclass of the common controls looks itself up at every message; this one is alone and need not.
+  WNDPROC native_ = nullptr;
   std::optional<WindowName> name_;
 };
 

@@ -3,6 +3,8 @@
 // After windows.h, which it needs.
 #include <shellapi.h>
 
+#include "platform/win32/process.h"
+
 namespace win32 {
 namespace {
 
@@ -54,6 +56,18 @@ Pictures::Pictures()
     buttons_[i] = EmptyList(width_, height_);
     ImageList_AddIcon(buttons_[i].Get(), icons[i].Get());
   }
+}
+
+const Pictures::WindowIcons& Pictures::Window(const std::string& file) {
+  if (file.empty()) return Window(ProgramPath());
+  const auto [entry, added] = windowIcons_.try_emplace(file);
+  WindowIcons& icons = entry->second;
+  HICON large = nullptr;
+  HICON small = nullptr;
+  const UINT found = added ? ExtractIconExW(Wide(file).c_str(), 0, &large, &small, 1) : 0;
+  // Where there is no such file the handles mean nothing.
+  if (found != 0 && found != UINT_MAX) icons = {IconHandle(large), IconHandle(small)};
+  return icons.large || file == ProgramPath() ? icons : Window(ProgramPath());
 }
 
 int Pictures::LevelPlace(int level) {

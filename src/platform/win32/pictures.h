@@ -1,5 +1,5 @@
-// The small pictures of lists and buttons, made of the system's own icons in the size that the screen asks
-// for.
+// The icons of windows, and the small pictures of lists and buttons, made of the system's own icons in the size
+// that the screen asks for.
 #pragma once
 
 #include <windows.h>
@@ -7,6 +7,8 @@
 #include <commctrl.h>
 
 #include <array>
+#include <map>
+#include <string>
 
 #include "platform/win32/handle.h"
 
@@ -24,7 +26,15 @@ using IconHandle = Owner<HICON, DestroyIconHandle>;
 
 class Pictures {
  public:
+  struct WindowIcons {
+    IconHandle large;
+    IconHandle small;
+  };
+
   Pictures();
+
+  /// The icons in a file, read once; those of this program where the file has none.
+  const WindowIcons& Window(const std::string& file);
 
   /// Icons of message levels, for list views.
   HIMAGELIST Levels() const { return levels_.Get(); }
@@ -39,6 +49,7 @@ class Pictures {
   int Width() const { return width_; }
 
  private:
+  std::map<std::string, WindowIcons> windowIcons_;  // by file
   int width_;
   int height_;
   ImageList levels_;

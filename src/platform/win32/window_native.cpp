@@ -1,8 +1,5 @@
 #include "platform/win32/window_native.h"
 
-// After windows.h, which it needs.
-#include <shellapi.h>
-
 #include <algorithm>
 #include <ranges>
 
@@ -19,17 +16,6 @@ constexpr int kFirstControl = 100;
 
 constexpr int kShowCommands[] = {SW_SHOW, SW_SHOWMINIMIZED, SW_SHOWMAXIMIZED};  // of ui::WindowState
 constexpr int kStateCommands[] = {SW_RESTORE, SW_MINIMIZE, SW_MAXIMIZE};
-
-std::wstring ProgramFile() {
-  std::wstring name(MAX_PATH, L'\0');
-  DWORD length = GetModuleFileNameW(nullptr, name.data(), static_cast<DWORD>(name.size()));
-  while (length == name.size()) {
-    name.resize(2 * name.size());
-    length = GetModuleFileNameW(nullptr, name.data(), static_cast<DWORD>(name.size()));
-  }
-  name.resize(length);
-  return name;
-}
 
 }  // namespace
 
@@ -211,21 +197,9 @@ void NativeWindow::UpdateMenu() {
 }
 
 void NativeWindow::SetIcons() {
-  HICON large = nullptr;
-  HICON small = nullptr;
-  // Where there is no such file the handles are not set.
-  const auto extract = [&large, &small](const std::wstring& file) {
-    const UINT found = ExtractIconExW(file.c_str(), 0, &large, &small, 1);
-    return found != 0 && found != UINT_MAX;
-  };
-  if (data_->iconFile.empty() || !extract(Wide(data_->iconFile))) {
-    large = small = nullptr;
-    extract(ProgramFile());
-  }
-  largeIcon_ = IconHandle(large);
-  smallIcon_ = IconHandle(small);
-  SendMessageW(Window(), WM_SETICON, ICON_BIG, reinterpret_cast<LPARAM>(large));
-  SendMessageW(Window(), WM_SETICON, ICON_SMALL, reinterpret_cast<LPARAM>(small));
+  const auto& [large, small] = context_.pictures.Window(data_->iconFile);
+  SendMessageW(Window(), WM_SETICON, ICON_BIG, reinterpret_cast<LPARAM>(large.Get()));
+  SendMessageW(Window(), WM_SETICON, ICON_SMALL, reinterpret_cast<LPARAM>(small.Get()));
 }
 
 void NativeWindow::SetTitle(const std::string& title) {
@@ -298,6 +272,10 @@ ui::Bounds NativeWindow::GetBounds() const {
 void NativeWindow::BringToFront() {
   if (IsIconic(Window())) ShowWindow(Window(), SW_RESTORE);
   SetForegroundWindow(Window());
+}
+
+void NativeWindow::LeaveTopmost() {
+  SetWindowPos(Window(), HWND_NOTOPMOST, 0, 0, 0, 0, SWP_NOMOVE | SWP_NOSIZE | SWP_NOACTIVATE);
 }
 
 }  // namespace win32

@@ -57,6 +57,7 @@ class NativeWindow : public ui::WindowPeer, public std::enable_shared_from_this<
   void Resize(int width, int height) override;
   ui::Bounds GetBounds() const override;
   void BringToFront() override;
+  void LeaveTopmost() override;
   void HandleInput() override { context_.loop.TurnFor(Window()); }
   std::int32_t Handle() const override { return HandleToLong(Window()); }
 
@@ -95,8 +96,6 @@ class NativeWindow : public ui::WindowPeer, public std::enable_shared_from_this<
   WindowHandle window_;
   std::shared_ptr<NativeForm> form_;
   std::optional<NativeMenu> menu_;
-  Owner<HICON, DestroyIconHandle> smallIcon_;
-  Owner<HICON, DestroyIconHandle> largeIcon_;
   std::optional<ui::Size> leastSize_;
   bool placed_ = false;  // by code or by a person: no longer centred when shown
   bool arrangeQueued_ = false;
