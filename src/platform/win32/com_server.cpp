@@ -10,8 +10,52 @@
 
 namespace win32 {
 
+namespace {
+
+// An interface of an object that callers in other processes could ask for, kept ready for as long as this
+// lives.
+//
+// Wine ends its service for an interface with the last object that offers it here, and then waits for calls
+// of the interface that are still returning. It can miss their end and wait for ever: the caller hangs with
+// it. With one of each kept there is no last one.
+class KeptInterface {
+ public:
+  KeptInterface(IUnknown* object, const IID& id) {
+    if (FAILED(CreateStreamOnHGlobal(nullptr, TRUE, stream_.Put()))) return;
+    if (FAILED(CoMarshalInterface(stream_.Get(), id, object, MSHCTX_LOCAL, nullptr, MSHLFLAGS_TABLESTRONG)))
+      stream_.Reset();
+  }
+  KeptInterface(KeptInterface&&) = default;
+  KeptInterface& operator=(KeptInterface&&) = delete;
+  ~KeptInterface() {
+    if (!stream_ || FAILED(stream_->Seek({}, STREAM_SEEK_SET, nullptr))) return;
+    CoReleaseMarshalData(stream_.Get());
+  }
+
+ private:
+  ComPtr<IStream> stream_;
+};
+
+/// What callers see of this process is of these interfaces. Nobody calls this one.
+class NoObject : public ComClass<IDispatch, IClassFactory> {
+  HRESULT STDMETHODCALLTYPE GetTypeInfoCount(UINT*) override { return E_NOTIMPL; }
+  HRESULT STDMETHODCALLTYPE GetTypeInfo(UINT, LCID, ITypeInfo**) override { return E_NOTIMPL; }
+  HRESULT STDMETHODCALLTYPE GetIDsOfNames(REFIID, LPOLESTR*, UINT, LCID, DISPID*) override {
+    return E_NOTIMPL;
+  }
+  HRESULT STDMETHODCALLTYPE Invoke(DISPID, REFIID, LCID, WORD, DISPPARAMS*, VARIANT*, EXCEPINFO*,
+                                   UINT*) override {
+    return E_NOTIMPL;
+  }
+  HRESULT STDMETHODCALLTYPE CreateInstance(IUnknown*, REFIID, void**) override { return E_NOTIMPL; }
+  HRESULT STDMETHODCALLTYPE LockServer(BOOL) override { return S_OK; }
+};
+
+}  // namespace
+
 struct ComServer::State {
   std::vector<Owner<DWORD, RevokeClassObject>> registrations;
+  std::vector<KeptInterface> kept;
   bool singleUse = true;
   std::function<void()> onLastRelease;
   int outstanding = 0;
@@ -84,6 +128,10 @@ ComServer::ComServer(const std::vector<ServerClass>& classes, Options options)
     : state_(std::make_shared<State>()) {
   state_->onLastRelease = std::move(options.onLastRelease);
   state_->singleUse = options.singleUse;
+  const ComPtr<IDispatch> standIn(new NoObject);
+  for (const IID& id : {__uuidof(IDispatch), __uuidof(IClassFactory)}) {
+    state_->kept.emplace_back(standIn.Get(), id);
+  }
   for (const ServerClass& served : classes) {
     const ComPtr<IClassFactory> factory(new Factory(served, options.typeLibrary, state_));
     Owner<DWORD, RevokeClassObject> registration;
@@ -100,6 +148,7 @@ ComServer::ComServer(const std::vector<ServerClass>& classes, Options options)
 
 ComServer::~ComServer() {
   state_->registrations.clear();
+  state_->kept.clear();
   state_->onLastRelease = nullptr;
   DisconnectCallers();
 }

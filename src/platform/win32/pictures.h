@@ -1,5 +1,5 @@
-// The icons of windows, and the small pictures of lists and buttons, made of the system's own icons in the size
-// that the screen asks for.
+// The icons of windows, and the small pictures of lists and buttons, made of the system's own icons in the
+// size that the screen asks for.
 #pragma once
 
 #include <windows.h>
