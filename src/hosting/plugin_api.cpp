@@ -2,6 +2,7 @@
 
 #include "automation/error.h"
 #include "base/error.h"
+#include "base/text.h"
 #include "hosting/device_template.h"
 #include "hosting/host_contract.h"
 
@@ -122,22 +123,28 @@ auto PlugInApi::Try(std::string_view failure, const std::vector<std::string>& ar
 
 void PlugInApi::SendCommand() {
   const shell::fMain* window = program_.Window();
-  if (window && window->Busy())
+  if (comingUp_ || (window && window->Busy()))
     Raise("The configuration tool is busy. Please try again when it has finished.");
   program_.TakeBack();
   if (RaiseOpenWindow() || RaiseOtherProcess()) return;
+  // The host may call again while it still has a call of this one to answer.
+  comingUp_ = true;
+  const struct Done {
+    bool& comingUp;
+    ~Done() { comingUp = false; }
+  } done{comingUp_};
   BringUp();
 }
 
-bool PlugInApi::RaiseOpenWindow() const {
+bool PlugInApi::RaiseOpenWindow() {
   shell::fMain* window = program_.Window();
   if (!window) return false;
   if (window->Ending()) Raise("The configuration tool is closing. Please try again.");
-  if (openDevice_ != deviceName_) {
+  if (openWindow_ != WindowName()) {
     Raise("The configuration window is open on %s%. Please close it before another device is configured.",
           {openDevice_});
   }
-  window->Show();
+  SetVisible(true);
   window->BringToFront();
   return true;
 }
@@ -145,9 +152,8 @@ bool PlugInApi::RaiseOpenWindow() const {
 bool PlugInApi::RaiseOtherProcess() const {
   const auto found = program_.RaisePublished(WindowName());
   if (found == CWindowAgent::Found::kNoAnswer) {
-    Raise(program_.GetStrings().FormatStrings(
-        "The configuration window is open on %s% already, but does not answer. Please close it first.",
-        {deviceName_}));
+    Raise("The configuration window is open on %s% already, but does not answer. Please close it first.",
+          {deviceName_});
   }
   return found == CWindowAgent::Found::kRaised;
 }
@@ -161,6 +167,7 @@ std::string PlugInApi::WindowName() const {
 }
 
 void PlugInApi::BringUp() {
+  program_.GetStrings().ReloadStrings();  // the question about a silent host may come before any window
   const Object server = Try("DRFs catalog could not be refreshed, exiting application", {}, [&] {
     const Object object = program_.GetPlatform().createObject(host::kObjectServerId);
     RequireYes(object.Call(host::kRefreshCatalog, "QVR"));
@@ -176,16 +183,22 @@ void PlugInApi::BringUp() {
   const std::string blockName = BlockName(device, lmoIndex);
   shell::fMain& window = program_.MakeWindow();
   openDevice_ = deviceName_;
+  openWindow_ = WindowName();
   window.ObjectServer = server;
   window.ProcessLonMarkObjectCommand(network, blockName);
-  program_.PublishWindow(WindowName());
+  program_.PublishWindow(openWindow_);
+  if (!window.Ending()) ApplyMinimized();
 }
 
 void PlugInApi::CheckServerVersion() const {
   const std::string& required = program_.GetSettings().requiredServerVersion;
   const std::string server = ovxServerVersion_;
   constexpr std::string_view kDifferent = "OVX server version %s1% not equal to required version %s2%.X";
-  const auto [version, revision] = Try(kDifferent, {server, required}, [&] { return SplitVersion(server); });
+  const auto [version, revision] = Try(kDifferent, {server, required}, [&] {
+    auto numbers = base::Split(base::Trim(server), ".");
+    if (numbers.size() > 2) numbers.resize(2);  // what follows the revision does not matter
+    return SplitVersion(base::Join(numbers, "."));
+  });
   const auto [requiredVersion, requiredRevision] = SplitVersion(required);
   if (version != requiredVersion) Raise(kDifferent, {server, required});
   if (revision < requiredRevision) {
@@ -249,7 +262,14 @@ void PlugInApi::SetVisible(bool visible) {
   if (!window || window->Ending()) return;
   if (!visible) return window->Hide();
   window->Show();
-  if (std::exchange(minimizeWhenShown_, false)) window->SetState(ui::WindowState::kMinimized);
+  ApplyMinimized();
+}
+
+void PlugInApi::ApplyMinimized() {
+  const auto minimize = std::exchange(minimizeWhenShown_, std::nullopt);
+  shell::fMain& window = *program_.Window();
+  if (!minimize || *minimize == (window.State() == ui::WindowState::kMinimized)) return;
+  window.SetState(*minimize ? ui::WindowState::kMinimized : ui::WindowState::kNormal);
 }
 
 void PlugInApi::SetMinimized(bool minimized) {

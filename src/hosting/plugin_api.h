@@ -7,6 +7,7 @@
 #include <chrono>
 #include <functional>
 #include <memory>
+#include <optional>
 #include <string>
 
 #include "automation/local_object.h"
@@ -103,7 +104,7 @@ class PlugInApi : public automation::LocalClass<PlugInApi> {
   void LoadTemplate(const automation::Object& device, int lmoIndex) const;
   std::string BlockName(const automation::Object& device, int lmoIndex) const;
   /// True when the window is open already; the same device is brought to the front, another one refused.
-  bool RaiseOpenWindow() const;
+  bool RaiseOpenWindow();
   /// True when another process has its window open on the device; it is brought to the front.
   bool RaiseOtherProcess() const;
   /// The network and where its server is; for messages and for the published name.
@@ -111,6 +112,8 @@ class PlugInApi : public automation::LocalClass<PlugInApi> {
   std::string WindowName() const;
 
   void SetVisible(bool visible);
+  /// Does what was asked for while the window was hidden.
+  void ApplyMinimized();
   void SetMinimized(bool minimized);
   void MoveTo(int left, int top);
   ui::Bounds Bounds() const;
@@ -128,7 +131,9 @@ class PlugInApi : public automation::LocalClass<PlugInApi> {
   std::string lmoIndex_;
   std::string code_;
   std::string openDevice_;  // what the window was opened on
-  bool minimizeWhenShown_ = false;
+  std::string openWindow_;  // its published name
+  bool comingUp_ = false;
+  std::optional<bool> minimizeWhenShown_;
 };
 
 }  // namespace hosting

@@ -154,7 +154,7 @@ void fMessage::Refresh() {
 std::string fMessage::LogText() const {
   std::string text;
   for (const auto& row : ListView1.Rows()) {
-    text += surroundings_.translate(IconName(row.icon));
+    text += IconName(row.icon);
     for (const std::string& cell : row.cells) text += "\t" + cell;
     text += "\r\n";
   }

@@ -51,6 +51,7 @@ bool PageBase::WriteValue() {
 void PageBase::RefreshPage() {
   const ui::WaitPointer pointer(context_.platform.loop);
   if (changed_) FillValue();
+  PageShown();
 }
 
 void PageBase::SetCaptions(std::initializer_list<std::pair<ui::Control*, std::string_view>> captions) const {

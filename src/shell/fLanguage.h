@@ -27,7 +27,7 @@ class fLanguage final : public ISubForm {
   /// Asks, then sets the chosen language. No when the user thought better of it, or the component refused.
   bool WriteValue() override;
   void RefreshPage() override { FillValue(); }
-  bool IsChanged() override { return cboLanguage.SelectedText() != current_; }
+  bool IsChanged() override { return cboLanguage.Selected() >= 0 && cboLanguage.SelectedText() != current_; }
   void EndWriteValue() override {}
   int HelpIndex() override;
 

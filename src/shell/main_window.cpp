@@ -145,13 +145,13 @@ void fMain::InitStrings() {
        {},
        {{strings_.GetStrings("&Contents") + "\tF1", [this] { cmdHelp.Click(); }, {}}}},
   };
+  logger_.InitStrings();
+  ProgressObject.InitStrings();
 }
 
 void fMain::ReInitializeStrings() {
   InitStrings();
   const Strings::Hold hold(strings_);
-  logger_.InitStrings();
-  ProgressObject.InitStrings();
   pages_.ReInitializeStrings();
   std::vector<ui::ListView::Row> rows;
   for (std::size_t i = 0; i < pages_.Count(); ++i) {
@@ -285,7 +285,7 @@ void fMain::WriteLocation() {
   locationChanged_ = false;
 }
 
-SaveResult fMain::Save(std::string_view routine, std::string_view success) {
+SaveResult fMain::Save(std::string_view routine) {
   SaveResult result = pages_.SaveAllPages(context_, network_, ProgressObject);
   std::string reason;
   if (result == SaveResult::kUnknown) {
@@ -299,19 +299,14 @@ SaveResult fMain::Save(std::string_view routine, std::string_view success) {
       reason.clear();
     }
   }
-  const struct {
-    std::string_view text;
-    int level;
-  } notices[] = {
-      {success, logger::kInformation},
-      {"The configuration settings were not applied", logger::kError},
-      {"It is not known whether the configuration settings were applied. Refresh to see what the device "
-       "holds; that "
-       "drops the values typed here.",
-       logger::kError},
-  };
-  const auto& notice = notices[static_cast<std::size_t>(result)];
-  AddMessage(strings_.GetStrings(notice.text) + reason, routine, kLocation, notice.level);
+  if (result == SaveResult::kCommitted) return result;
+  const std::string fault = result == SaveResult::kUnknown
+                                ? strings_.GetStrings(
+                                      "It is not known whether the configuration settings were applied. "
+                                      "Refresh to see what the device "
+                                      "holds; that drops the values typed here.")
+                                : strings_.GetStrings("The configuration settings were not applied");
+  AddMessage(fault + reason, routine, kLocation, logger::kError);
   return result;
 }
 
@@ -323,9 +318,10 @@ bool fMain::CommitEdit() {
 void fMain::Ok() {
   if (!CommitEdit()) return;
   WriteLocation();
-  if (pages_.AnyPageChanged() &&
-      Save("OK", "The configuration setting were applied successfully") != SaveResult::kCommitted) {
-    return;
+  if (pages_.AnyPageChanged()) {
+    if (Save("OK") != SaveResult::kCommitted) return;
+    AddMessage(strings_.GetStrings("The configuration setting were applied successfully"), "OK", kLocation,
+               logger::kInformation);
   }
   Hide();
   EndPlugIn();
@@ -335,8 +331,10 @@ void fMain::Apply() {
   if (!CommitEdit()) return;
   WriteLocation();
   if (!pages_.AnyPageChanged()) return;
-  if (Save("Apply", "The configuration settings were applied successfully") != SaveResult::kCommitted) return;
+  if (Save("Apply") != SaveResult::kCommitted) return;
   Refresh("Apply");
+  AddMessage(strings_.GetStrings("The configuration settings were applied successfully"), "Apply", kLocation,
+             logger::kInformation);
 }
 
 bool fMain::Refresh(std::string_view routine) {

@@ -76,7 +76,7 @@ class fMain : public ui::Window, private MessageSink, private PageWork {
   bool CommitEdit();
   void Ok();
   void Apply();
-  SaveResult Save(std::string_view routine, std::string_view success);
+  SaveResult Save(std::string_view routine);
   void WriteLocation();
   /// Answers whether the pages show what the device holds now; otherwise they are as before.
   bool Refresh(std::string_view routine);

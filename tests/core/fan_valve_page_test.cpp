@@ -59,8 +59,12 @@ TEST_F(FanValveTest, ControlsFollowTheChosenFunctionsBeforeTheyAreSaved) {
 }
 
 TEST_F(FanValveTest, TheInputStateIsForAFanStateByCurrent) {
+  tests::Tool other;
+  other.Open(tests::kUnassigned);
+  EXPECT_FALSE(other.AllUsable("fFanValve.txtThresHold"));
   Open(tests::kPressure);  // input 2 is FAN_STATE with a linear sensor
   EXPECT_TRUE(Enabled("optState"));
+  EXPECT_TRUE(Enabled("txtThresHold"));
   AssignInput(2, "UNUSED");
   EXPECT_FALSE(Enabled("optState"));
   EXPECT_FALSE(Enabled("txtThresHold"));

@@ -62,6 +62,13 @@ TEST_F(ToolTest, PidLoopsAreUsableByAssignedFunction) {
   }
 }
 
+TEST_F(ToolTest, PidHumidityIsForADehumidifierToo) {
+  OpenPage(tests::kUnassigned, "fHardwareOutput");
+  AssignOutput(1, "DEHUMIDIFIER_ON_OFF");
+  ChoosePage("fPID");
+  EXPECT_TRUE(Find<ui::TextBox>("fPID.txtHumidity(0)").Enabled());
+}
+
 TEST_F(ToolTest, PidUnitsFollowTheUnitSystem) {
   Open(tests::kPressure);
   EXPECT_EQ(Text("fPID.lblUnit(5)"), "% / °C");

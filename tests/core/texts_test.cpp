@@ -111,6 +111,9 @@ const std::set<std::string> kAsTheyStand = {"Invalid value for this field",
                                             "The change over minimum demand msut be between 0 and 100%",
                                             "QVR KV-TARN Configuration",
                                             "Refuse to start",
+                                            "Information",  // the levels in a file
+                                            "Exclamation",
+                                            "Error",
                                             "%s",
                                             ""};
 
@@ -150,7 +153,10 @@ std::set<std::string> ShownTexts(const fs::path& file) {
 
 // What the tool says to hosts when it is registered is not among them: it is stored once for all users.
 std::set<std::string> ShownTexts() {
-  std::set<std::string> texts = ShownTexts(fs::path(SOURCE_DIR) / "hosting/plugin_api.cpp");
+  std::set<std::string> texts;
+  for (const char* file : {"plugin_api.cpp", "window_agent.cpp"}) {
+    texts.merge(ShownTexts(fs::path(SOURCE_DIR) / "hosting" / file));
+  }
   for (const char* room : {"pages", "shell", "logger"}) {
     for (const auto& file : fs::recursive_directory_iterator(fs::path(SOURCE_DIR) / room)) {
       if (file.path().extension() == ".cpp") texts.merge(ShownTexts(file.path()));

@@ -87,4 +87,12 @@ std::vector<std::string> ControlPage::AssignedFunctions() {
   return functions;
 }
 
+std::vector<std::string> ControlPage::SelectedFunctions() const {
+  std::vector<std::string> functions;
+  for (std::size_t i = 0; i < shell::DeviceObjects::kOutputs; ++i) {
+    functions.push_back(Context().selections.GetSelectedOutputType(i));
+  }
+  return functions;
+}
+
 }  // namespace pages

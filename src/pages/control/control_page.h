@@ -67,6 +67,8 @@ class ControlPage : public PageBase {
 
   /// Field 0 of the function that is stored for each control output, for outputs 1 to 7, in upper case.
   std::vector<std::string> AssignedFunctions();
+  /// The functions chosen for them at this moment, also before they are saved.
+  std::vector<std::string> SelectedFunctions() const;
 
  private:
   const automation::Object& Property(int number) { return Context().device.RoofTopProperties[number]; }

@@ -141,12 +141,15 @@ bool fFanValve::Assigned(std::string_view function) const {
 
 // A contact has its sense in the sensor dialog; only a fan state by current is interpreted here.
 bool fFanValve::FanStateByCurrent() const {
-  const int input = Context().selections.GetInputTypeSelectedIndex("FAN_STATE");
-  if (input < 0) return false;
-  return NamingProperty("Input " + std::to_string(input + 1), [&] {
-    auto& properties = Context().device.InputProperties[static_cast<std::size_t>(input) + 1];
-    return base::Upper(properties[kSensorTypeProperty].Text(host::kValue)) != "DIGITAL";
-  });
+  for (std::size_t i = 0; i < shell::DeviceObjects::kInputs; ++i) {
+    if (Context().selections.GetSelectedInputType(i) != "FAN_STATE") continue;
+    const bool contact = NamingProperty("Input " + std::to_string(i + 1), [&] {
+      auto& properties = Context().device.InputProperties[i + 1];
+      return base::Upper(properties[kSensorTypeProperty].Text(host::kValue)) == "DIGITAL";
+    });
+    if (!contact) return true;
+  }
+  return false;
 }
 
 void fFanValve::CheckIfFrameEnable() {
@@ -162,7 +165,7 @@ void fFanValve::CheckIfFrameEnable() {
     EnableAll(heat, txtMinHeatValue, lblHeatPercent, lblHeatPosition);
     fraPosition.SetEnabled(heat || cool);
     EnableAll(Assigned("FAN_SPEED_MOD"), lblSpeed, txtFanSpeed, lblSpeedUnit);
-    EnableAll(FanStateByCurrent(), fraState, optState);
+    EnableAll(FanStateByCurrent(), fraState, optState, txtThresHold, lblThresold, lblUnit);
   });
 }
 

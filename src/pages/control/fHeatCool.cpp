@@ -61,11 +61,7 @@ fHeatCool::fHeatCool(const shell::PageContext& context, int helpTopic)
 void fHeatCool::WatchSupply(ui::TextBox& box, bool& warned) {
   Watch(box);
   box.onFocus = [&warned] { warned = false; };
-  box.onLeave = [check = box.onLeave, &warned] {
-    if (warned) return true;
-    warned = !check();
-    return !warned;
-  };
+  box.onLeave = [check = box.onLeave, &warned] { return warned || check(); };
 }
 
 void fHeatCool::BuildLayout() {
@@ -170,13 +166,7 @@ void fHeatCool::Fill() {
   WhenRead([this, functions = AssignedFunctions()] { EnableUsable(functions); });
 }
 
-void fHeatCool::PageShown() {
-  std::vector<std::string> functions;
-  for (std::size_t i = 0; i < shell::DeviceObjects::kOutputs; ++i) {
-    functions.push_back(Context().selections.GetSelectedOutputType(i));
-  }
-  EnableUsable(functions);
-}
+void fHeatCool::PageShown() { EnableUsable(SelectedFunctions()); }
 
 void fHeatCool::EnableUsable(const std::vector<std::string>& functions) {
   const auto assigned = [&functions](std::string_view name) {

@@ -212,9 +212,10 @@ void fOptions::EnableGroups() {
 std::string fOptions::ValueVerification() {
   if (!txtHeatCool.Enabled()) return {};
   const base::Numbers& numbers = Context().settings.numbers;
-  const int cycle = numbers.ToInt16(txtHeatCool.Text());
+  const int cycle = NamingProperty(kExtraConfig.type, [&] { return numbers.ToInt16(txtHeatCool.Text()); });
   if (const ui::Control* changeover = FindControl("fHeatCool", "txtChngeOverDelay")) {
-    const int delay = numbers.ToInt16(changeover->Text());
+    const int delay =
+        NamingProperty("UCPTchngeOverDelay", [&] { return numbers.ToInt16(changeover->Text()); });
     if (cycle < 2 * delay) {
       return Translate(
           "The Heating/cooling cycle time cannot be less than 2 times the Heat/Cool change over delay");
@@ -275,7 +276,6 @@ void fOptions::WriteOptions() {
           "The Optimum Start algorithm was updated and options were adjusted accordingly. See User Guide for "
           "more details."),
       "WriteValue", Location(), logger::kInformation);
-  algorithmUpdate_ = false;
 }
 
 }  // namespace pages

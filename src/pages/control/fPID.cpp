@@ -1,7 +1,6 @@
 #include "pages/control/fPID.h"
 
 #include "base/text.h"
-#include "pages/io/dependencies.h"
 
 namespace pages {
 namespace {
@@ -105,7 +104,7 @@ void fPID::Fill() {
   WhenRead([this, functions = AssignedFunctions()] { EnableUsableLoops(functions); });
 }
 
-void fPID::PageShown() { EnableDependentControls(Context(), *this); }
+void fPID::PageShown() { EnableUsableLoops(SelectedFunctions()); }
 
 void fPID::EnableUsableLoops(const std::vector<std::string>& functions) {
   bool freshAir = false;

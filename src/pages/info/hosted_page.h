@@ -15,7 +15,8 @@ class HostedPage : public shell::ISubForm {
  public:
   ~HostedPage() override;
 
-  void ReInitializeStrings() final {}
+  /// The control takes its texts when it is created, which is when the page is shown next.
+  void ReInitializeStrings() final { Remove(); }
   bool ReadValue() final { return true; }
   void ShowValue() final {}
   bool WriteValue() final { return true; }

@@ -54,9 +54,6 @@ const DependentGroup kGroups[] = {
     {"fGeneral", kHumidifier | kHumidifierOnOff, {"fraHumid", "txtHumidity"}},
     {"fGeneral", kHumidifierOnOff, {"txtHumidityMin", "lblHumidityMin", "lblHumidityMinUnit"}},
     {"fGeneral", kEmergencyContact, {"fraEmergency", "optEmergency"}},
-    {"fPID", kHumidifier, {"txtHumidity", "lblHumid"}},
-    {"fPID", kFreshAirDamper, {"txtCO2Level", "lblCo"}},
-    {"fPID", kBypassDamper | kFanSpeed, {"txtPressure", "lblPress", "lblPressure", "lblPressD"}},
 };
 
 template <class Table>
