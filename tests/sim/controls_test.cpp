@@ -94,15 +94,11 @@ TEST_F(Controls, SensorTypesFollowTheChoiceList) {
 TEST_F(Controls, EverySensorStoresItsOwnSettings) {
   const struct {
     int input;
-    std::string choice;
-    std::string caption;
-    std::string section;
-    std::string name;
+    std::string choice, caption, section, name;
     int box;
     std::string entered;
     int property;
-    std::string format;
-    std::string stored;
+    std::string format, stored;
   } cases[] = {
       {4, "2", "Linear", "ctlSensorLinear", "LINEAR", 3, "5000", 4, "UCPTsensorScale",
        "0.00 10.00 0.00 5000.00"},
@@ -154,8 +150,7 @@ TEST_F(Controls, OnlyWhatChangedIsWritten) {
 
 TEST_F(Controls, ARefusedValueIsToldAndKept) {
   const struct {
-    std::string entered;
-    std::string told;
+    std::string entered, told;
   } cases[] = {{"11", "10"}, {"", "number"}, {"1 0", "blank"}, {"warm", "warm"}};
   for (const auto& [entered, told] : cases) {
     SCOPED_TRACE(entered);
