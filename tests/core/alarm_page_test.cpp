@@ -23,19 +23,18 @@ struct Record {
   int number;
   const char* format;
 };
-constexpr Record kRecords[] = {
-    {35, "UCPTspaceTempAlarm#SI"},      {36, "UCPTreturnTempAlarm#SI"},
-    {37, "UCPTmixAirTempAlarm#SI"},     {38, "UCPTsupplyTempAlarm#SI"},
-    {39, "UCPTsupplyPressureAlarm#SI"}, {40, "UCPTductPressureAlarm#SI"},
-    {41, "UCPThumidityAlarm"},          {42, "UCPTCO2Alarm"},
-    {43, "UCPTauxiliaryAlarm"},         {44, "UCPTfanAlarmTime"},
-};
+constexpr Record kRecords[] = {{35, "UCPTspaceTempAlarm#SI"},      {36, "UCPTreturnTempAlarm#SI"},
+                               {37, "UCPTmixAirTempAlarm#SI"},     {38, "UCPTsupplyTempAlarm#SI"},
+                               {39, "UCPTsupplyPressureAlarm#SI"}, {40, "UCPTductPressureAlarm#SI"},
+                               {41, "UCPThumidityAlarm"},          {42, "UCPTCO2Alarm"},
+                               {43, "UCPTauxiliaryAlarm"},         {44, "UCPTfanAlarmTime"}};
 
 // All fields of all records in the order of the boxes.
-std::vector<std::string> StoredFields(tests::Tool& tool) {
+std::vector<std::string> StoredFields(tests::Tool& tool, const char* units = "#SI") {
   std::vector<std::string> fields;
-  for (const auto& [number, format] : kRecords) {
-    const base::Record record(tool.Stored(tests::kAssigned, number, format, 3));
+  for (const auto& [number, metric] : kRecords) {
+    const std::string format = base::ReplaceAll(metric, "#SI", units);
+    const base::Record record(tool.Stored(tests::kAssigned, number, format.c_str(), 3));
     for (std::size_t i = 0; i < record.Count(); ++i) fields.emplace_back(record.Field(i));
   }
   return fields;
@@ -88,14 +87,14 @@ TEST_F(ToolTest, AlarmBoxesFollowTheRecordsAndOnlyWhatWasTypedIsChanged) {
   const base::Numbers numbers;
   for (const auto& [number, text] : typed) fields[number] = numbers.Text(numbers.ToDouble(text), 3);
   EXPECT_EQ(StoredFields(*this), fields);
+  Find<ui::OptionButton>("optUnit(1)").Click();
+  fields = StoredFields(*this, "#US");
+  for (std::size_t i = 0; i < fields.size(); ++i) EXPECT_EQ(Text(Box(i)), fields[i]) << i;
 }
 
 TEST_F(ToolTest, AlarmLimitsAreHeldAgainstTheSupplySetpoints) {
   const struct {
-    const char* low;
-    const char* high;
-    const char* minimum;
-    const char* maximum;
+    std::string low, high, minimum, maximum;
     Log refusals;
   } cases[] = {
       // Compared as whole numbers, halves to the even one; equal ones pass here.

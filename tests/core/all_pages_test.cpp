@@ -93,15 +93,18 @@ TEST_F(AllPages, OnePageThatRefusesKeepsAllBackUntilItIsCorrected) {
   ChangeOneFieldOnEachPage();
   const std::string limit = Text("fAlarm.txtAlarm(8)");
   Type("fAlarm.txtAlarm(8)", "30");  // above the supply setpoint, so two pages refuse
-  building.Faults().StartCounting();
-  Click("cmdApply");
-  EXPECT_EQ(RoofTop(), before);
-  EXPECT_EQ(LastMessage(), "Apply/Main: The configuration settings were not applied");
-  EXPECT_EQ(building.Faults().Count("Network.CancelTransaction"), 1u);
-  EXPECT_EQ(building.Faults().Count("Network.CommitTransaction"), 0u);
-  for (const std::string& name : ValuePages())
-    EXPECT_TRUE(Main().Pages().FindPage(name)->IsChanged()) << name;
-  building.Faults().Clear();
+  for (const char* button : {"cmdApply", "cmdOK"}) {
+    building.Faults().StartCounting();
+    Click(button);
+    EXPECT_EQ(RoofTop(), before);
+    EXPECT_TRUE(LastMessage().ends_with("/Main: The configuration settings were not applied"))
+        << LastMessage();
+    EXPECT_TRUE(Main().Visible());
+    EXPECT_EQ(building.Faults().Count("Network.CancelTransaction"), 1u);
+    EXPECT_EQ(building.Faults().Count("Network.CommitTransaction"), 0u);
+    for (const std::string& name : ValuePages())
+      EXPECT_TRUE(Main().Pages().FindPage(name)->IsChanged()) << name;
+  }
 
   Type("fAlarm.txtAlarm(8)", limit);
   Click("cmdApply");
@@ -110,7 +113,15 @@ TEST_F(AllPages, OnePageThatRefusesKeepsAllBackUntilItIsCorrected) {
 }
 
 TEST_F(AllPages, SwitchingUnitsToAndFroMovesNoValueAlsoWhenSaved) {
-  Open(kDevice);
+  OpenPage(kDevice, "fHeatCool");
+  for (const char* boxes : {"fHeatCool.txtSetPoint", "fAlarm.txtAlarm", "fPID.txtPIDTemp"}) {
+    for (int i = 0; i < 6; ++i) {
+      const std::string box = std::string(boxes) + "(" + std::to_string(i) + ")";
+      Type(box, base::ReplaceAll(Text(box), ".000", ".123"));
+    }
+  }
+  Click("cmdApply");
+  ASSERT_EQ(LastMessage(), tests::kApplied);
   const auto stored = RoofTop();
   std::map<std::string, std::string> shown;
   for (int turn = 0; turn < 10; ++turn) {
@@ -131,6 +142,22 @@ TEST_F(AllPages, SwitchingUnitsToAndFroMovesNoValueAlsoWhenSaved) {
     }
   }
   EXPECT_EQ(RoofTop(), stored);
+}
+
+TEST_F(AllPages, UnitsStandInTheCaptions) {
+  const std::tuple<const char*, const char*, const char*> captions[] = {
+      {"fHeatCool.lblUnits(9)", "°C", "°F"},         {"fHeatCool.lblBtu", "KJ/kg", "BTU/lb"},
+      {"fPID.lblUnit(5)", "% / °C", "% / °F"},       {"fPID.lblDeadBandUnit(1)", "°C", "°F"},
+      {"fPID.lblPressure(2)", "% / Pa", "%/ \" WC"}, {"fPID.lblPressD", "Pa", "\" WC"},
+      {"fAlarm.lblCelsius(5)", "°C", "°F"},          {"fAlarm.lblUnitP(2)", "Pa", "\" WC"},
+      {"fGeneral.lblAirUnit", "°C", "°F"},           {"fGeneral.lblPressUnit(0)", "Pa", "\" WC"},
+      {"fOptions.lblMaxOffsetUnit", "°C", "°F"},     {"fNetworkOutput.lblDeltaUnit(0)", "°C", "°F"},
+      {"fNetworkOutput.lblDeltaUnit(1)", "%", "%"}};
+  Open(kDevice);
+  for (const bool imperial : {false, true}) {
+    if (imperial) Find<ui::OptionButton>("optUnit(1)").Click();
+    for (const auto& [label, metric, us] : captions) EXPECT_EQ(Text(label), imperial ? us : metric) << label;
+  }
 }
 
 TEST(PageSaves, CallTheHostForWhatThePageNeedsAndNothingElse) {
