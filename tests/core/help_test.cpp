@@ -50,30 +50,23 @@ TEST(Help, CaptionsAreReadAsAPersonReadsThem) {
   CaptionForm form;
   const struct {
     ui::Control& control;
-    const char* frame;
-    const char* name;
-    const char* unit;
-  } cases[] = {
-      {form.box[0], "Valves", "Drive time, Heating", "sec"},
-      {form.button, "Valves", "Drive time, Set...", ""},  // what stands below a heading is a value
-      {form.check, "Valves", "Always on", ""},
-      {form.box[1], "", "Low", ""},
-      {form.box[2], "", "High", ""},
-      {form.box[3], "", "Low", "sec"},
-      {form.box[4], "", "High", "sec"},
-  };
+    const char* expected;  // frame/caption/unit
+  } cases[] = {{form.box[0], "Valves/Drive time, Heating/sec"},
+               {form.button, "Valves/Drive time, Set.../"},  // what stands below a heading is a value
+               {form.check, "Valves/Always on/"},
+               {form.box[1], "/Low/"},
+               {form.box[2], "/High/"},
+               {form.box[3], "/Low/sec"},
+               {form.box[4], "/High/sec"}};
   for (const auto& test : cases) {
     const help::Caption caption = help::CaptionOf(form, test.control);
-    EXPECT_EQ(caption.frame, test.frame) << test.control.Name();
-    EXPECT_EQ(caption.name, test.name) << test.control.Name();
-    EXPECT_EQ(caption.unit, test.unit) << test.control.Name();
+    EXPECT_EQ(caption.frame + "/" + caption.name + "/" + caption.unit, test.expected) << test.control.Name();
   }
 }
 
 TEST(Help, ABrokenTopicIsRefusedWithItsLine) {
   const struct {
-    const char* content;
-    const char* fault;
+    std::string content, fault;
   } cases[] = {
       {"number: 4\n\ntext", "10-a.html, line 2: it has no title"},
       {"title: A\ncolour: red\n\n", "line 2: \"colour: red\" is no property"},
@@ -100,8 +93,7 @@ const std::vector<help::Field> kFields = {
 
 TEST(Help, AFieldThatChangedOnThePageIsNoticed) {
   const struct {
-    const char* notes;
-    const char* fault;
+    std::string notes, fault;
   } cases[] = {
       {"[txtX(0)]\na\n[txtY]\nb\n", "nothing explains txtX(1)"},
       {"[txtX]\na\n", "nothing explains txtY"},
@@ -111,16 +103,13 @@ TEST(Help, AFieldThatChangedOnThePageIsNoticed) {
   for (const auto& test : cases) {
     const auto topic = Topic("a.html", 7, std::string("page: fA\n\n{fields}\n") + test.notes + "{end}\n");
     EXPECT_THAT(FaultOf([&] {
-                  help::MakeManual({topic}, kFields, {{7, "fA"}});
+                  static_cast<void>(help::MakeManual({topic}, kFields, {{7, "fA"}}));
                 }),
-                HasSubstr(test.fault))
-        << test.notes;
+                HasSubstr(test.fault));
   }
-}
-
-TEST(Help, FieldsThatAcceptTheSameShareARow) {
-  const auto topic = Topic("a.html", 7, "page: fA\n\n{fields}\n[txtX]\nfirst\n[txtY]\nsecond\n{end}\n");
-  const std::string table = help::FieldTable(topic, kFields);
+  // Fields that accept the same share a row.
+  const std::string table = help::FieldTable(
+      Topic("a.html", 7, "page: fA\n\n{fields}\n[txtX]\nfirst\n[txtY]\nsecond\n{end}\n"), kFields);
   EXPECT_THAT(table, HasSubstr("<small>Frame</small><br>X 1<br>X &lt;2&gt;</td><td>0 to 9 %</td>"));
   EXPECT_THAT(table, HasSubstr("0 to 9 Pa<br>0 to 1 &quot; WC"));
 }
