@@ -23,44 +23,22 @@ std::string FaultOf(const std::function<void()>& action) {
   return "";
 }
 
-struct CaptionForm : ui::Form {
-  CaptionForm() : Form("fTest") {
-    using ui::Empty, ui::Item, ui::Line;
-    const auto grid = ui::Grid(4, {Empty(), Item(heat), Item(sensor), Empty(),  //
-                                   Item(drive), Line({Item(box[0]), Item(unit)}), Item(kind), Item(button)});
-    const auto pairs = ui::Grid(4, {Item(low), Item(box[1]), Item(high), Item(box[2])});
-    const auto line = Line({Item(low), Item(box[3]), Item(unit), Item(high), Item(box[4]), Item(unit)});
-    SetLayout(ui::Stack({ui::Box(frame, ui::Stack({grid, Item(check)})), pairs, line}));
-    const std::pair<ui::Control*, const char*> texts[] = {
-        {&frame, "Val&ves"}, {&heat, "Heating"},   {&sensor, "Sensor"}, {&drive, "&Drive time"},
-        {&kind, "LINEAR"},   {&unit, "sec"},       {&low, "Low"},       {&high, "High"},
-        {&button, "Set..."}, {&check, "Always on"}};
-    for (const auto& [control, text] : texts) control->SetText(text);
-  }
-
-  ui::Frame frame{*this, "frame"};
-  ui::Label heat{*this, "heat"}, sensor{*this, "sensor"}, drive{*this, "drive"}, kind{*this, "kind"};
-  ui::Label unit{*this, "unit"}, low{*this, "low"}, high{*this, "high"};
-  ui::TextBoxArray<5> box{*this, "box"};
-  ui::Button button{*this, "button"};
-  ui::CheckBox check{*this, "check"};
-};
-
-TEST(Help, CaptionsAreReadAsAPersonReadsThem) {
-  CaptionForm form;
-  const struct {
-    ui::Control& control;
-    const char* expected;  // frame/caption/unit
-  } cases[] = {{form.box[0], "Valves/Drive time, Heating/sec"},
-               {form.button, "Valves/Drive time, Set.../"},  // what stands below a heading is a value
-               {form.check, "Valves/Always on/"},
-               {form.box[1], "/Low/"},
-               {form.box[2], "/High/"},
-               {form.box[3], "/Low/sec"},
-               {form.box[4], "/High/sec"}};
-  for (const auto& test : cases) {
-    const help::Caption caption = help::CaptionOf(form, test.control);
-    EXPECT_EQ(caption.frame + "/" + caption.name + "/" + caption.unit, test.expected) << test.control.Name();
+TEST_F(ToolTest, CaptionsAreReadAsAPersonReadsThem) {
+  const std::tuple<const char*, const char*, const char*> cases[] = {
+      {"fFanValve", "txtHeat", "Valves/Drive time for floating valves, Heating/sec"},
+      {"fFanValve", "txtFanPeriod", "Fan/ON/OFF period/min"},
+      {"fHeatCool", "txtSetPoint(5)", "Setpoints/Unoccupied, Heating/°C"},
+      {"fHeatCool", "chkMechAndEco", "Economizer/Use mechanical cooling together with the economizer/"},
+      {"fGeneral", "optTemp(1)", "Temperature control/Return air temperature/"},
+      {"fAlarm", "txtAlarm(14)", "Alarm/Duct pressure, High limit/Pa"},
+      {"fControlOutput", "txtValue(0)", "Outputs/Output 1, Override value/%"},
+      {"fControlOutput", "cmdConfigure(0)",
+       "Outputs/Output 1, Configure.../"}};  // what stands below is a value
+  Open(tests::kAssigned);
+  for (const auto& [name, control, expected] : cases) {
+    const shell::ISubForm& page = *Main().Pages().FindPage(name);
+    const auto [frame, caption, unit] = help::CaptionOf(page, *page.Find(control));
+    EXPECT_EQ(frame + "/" + caption + "/" + unit, expected);
   }
 }
 
