@@ -5,37 +5,12 @@ namespace {
 
 struct OptionsTest : tests::ToolTest {
   std::string Extra(const char* device) { return Stored(device, 52, "UCPTextraConfig", 1); }
-  std::string Options(const char* device) { return Stored(device, 48, "UCPTobjectOptions", 0); }
   bool Enabled(const std::string& name) { return AllUsable("fOptions." + name); }
   bool Leave(const char* box) { return Find<ui::TextBox>("fOptions." + std::string(box)).Leave(); }
   void ToggleCheck(const char* box) {
     EXPECT_TRUE(Find<ui::CheckBox>("fOptions." + std::string(box)).Click()) << box;
   }
 };
-
-TEST_F(OptionsTest, EveryControlSavesItsOwnFieldAndNothingElse) {
-  Open(tests::kAssigned);
-  Unlock("fOptions");
-  base::Record options(Options(tests::kAssigned));
-  const std::pair<const char*, std::size_t> checks[] = {{"chkAlternate", 34},  {"chkTerminal", 48},
-                                                        {"chkOptimum(1)", 59}, {"chkOptimum(2)", 60},
-                                                        {"chkFrost", 62},      {"chkAlternate", 34}};
-  for (const auto& [box, field] : checks) {
-    ToggleCheck(box);
-    options.Set(field, options.Field(field) == "1" ? "0" : "1");
-  }
-  for (const auto& [group, field] : {std::pair{"optTerminal", 33u}, std::pair{"optAverage", 52u}}) {
-    const bool first = options.Field(field) == "1";
-    Unlock("fOptions");
-    EXPECT_TRUE(Find<ui::OptionButton>("fOptions." + std::string(group) + (first ? "(0)" : "(1)")).Click());
-    options.Set(field, first ? "0" : "1");
-  }
-  ToggleCheck("chkEnable");
-  options.Set(51, "0");
-  Click("cmdApply");
-  EXPECT_EQ(LastMessage(), tests::kApplied);
-  EXPECT_EQ(Options(tests::kAssigned), options.Join());
-}
 
 TEST_F(OptionsTest, BoxesShowAndSaveTheirPropertiesInImperialUnits) {
   registry.values["SOFTWARE\\LonWorks\\Plugins|Measure"] = "1";
@@ -114,21 +89,6 @@ TEST_F(OptionsTest, TheChangeoverDemandIsStoredDoubledAndRounded) {
       EXPECT_EQ(prompts.asked.back().text, *text ? refusal : "Invalid value for this field");
     }
   }
-}
-
-TEST_F(OptionsTest, AnOldAlgorithmMarkerIsAdjustedWithTheNextSaveAndToldOnce) {
-  const std::string notice =
-      "WriteValue/Options: The Optimum Start algorithm was updated and options were adjusted accordingly. "
-      "See User "
-      "Guide for more details.";
-  Open(tests::kPressure);
-  EXPECT_TRUE(Main().Pages().FindPage("fOptions")->IsChanged());
-  Click("cmdApply");
-  EXPECT_EQ(base::Record(Options(tests::kPressure)).Field(58), "0");
-  EXPECT_FALSE(Main().Pages().FindPage("fOptions")->IsChanged());
-  ToggleCheck("chkFrost");
-  Click("cmdApply");
-  EXPECT_EQ(std::ranges::count(Messages(), notice), 1);
 }
 
 TEST_F(OptionsTest, GroupsFollowTheirCheckBoxes) {

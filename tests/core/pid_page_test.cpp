@@ -36,53 +36,30 @@ TEST_F(ToolTest, PidBoxesShowAndSaveTheFieldsOfTheirLoops) {
     }
     expected.push_back(record.Join());  // the pressure's has a seventh field, which stays
   }
-  base::Record options(Stored(tests::kPressure, 48, "UCPTobjectOptions", 0));
-  options.Set(61, options.Field(61) == "1" ? "0" : "1");
-  Main().Pages().FindPage("fGeneral")->EndWriteValue();  // old markers are not this page's matter
-  Main().Pages().FindPage("fOptions")->EndWriteValue();
-  Find<ui::CheckBox>("fPID.chkPID").Click();
   Click("cmdApply");
   EXPECT_EQ(LastMessage(), tests::kApplied);
   for (std::size_t i = 0; i < expected.size(); ++i) {
     EXPECT_EQ(Stored(tests::kPressure, loops[i].number, loops[i].format, loops[i].precision), expected[i]);
   }
-  EXPECT_EQ(Stored(tests::kPressure, 48, "UCPTobjectOptions", 0), options.Join());
   Find<ui::OptionButton>("optUnit(1)").Click();
   const std::string pressure = Text("fPID.txtPressure(1)");
   EXPECT_EQ(pressure.size() - pressure.find('.'), 6u) << "five decimals in imperial units: " << pressure;
 }
 
-TEST_F(ToolTest, PidLoopsAreUsableByFunctionAsSoonAsChosenAndWhenReadAgain) {
-  const struct {
-    int output;
-    const char* function;
-    bool co2, humidity, pressure;
-  } steps[] = {{7, "UNASSIGNED", false, false, false},
-               {7, "BYPASS_DAMPER_MOD", false, false, true},
-               {6, "FRESH_AIR_DAMPER_MOD", true, false, true},
-               {5, "HUMIDIFIER_ON_OFF", true, true, true},
-               {7, "UNASSIGNED", true, true, false}};
+TEST_F(ToolTest, PidLoopsAreUsableByAssignedFunction) {
+  const tests::Groups groups = {{"temperature", "txtPIDTemp txtPIDTempDisch"},
+                                {"CO2", "txtCO2Level lblCo"},
+                                {"humidity", "txtHumidity lblHumid"},
+                                {"pressure", "txtPressure lblPress lblPressure lblPressD"}};
+  using enum tests::Connector;
+  const tests::FunctionStep steps[] = {
+      {{}, "temperature"},
+      {{{kOutput, 7, "BYPASS_DAMPER_MOD"}}, "temperature, pressure"},
+      {{{kOutput, 6, "FRESH_AIR_DAMPER_MOD"}}, "temperature, CO2, pressure"},
+      {{{kOutput, 5, "HUMIDIFIER_ON_OFF"}}, "temperature, CO2, humidity, pressure"},
+      {{{kOutput, 7, "UNASSIGNED"}}, "temperature, CO2, humidity"}};
   Open(tests::kUnassigned);
-  const auto check = [this](const auto& step) {
-    const std::pair<const char*, bool> groups[] = {
-        {"txtPIDTemp", true},           {"txtPIDTempDisch", true},
-        {"txtCO2Level", step.co2},      {"lblCo", step.co2},
-        {"txtHumidity", step.humidity}, {"lblHumid", step.humidity},
-        {"txtPressure", step.pressure}, {"lblPress", step.pressure},
-        {"lblPressure", step.pressure}, {"lblPressD", step.pressure}};
-    for (const auto& [name, enabled] : groups) {
-      const auto group = Main().Pages().FindPage("fPID")->Group(name);
-      ASSERT_FALSE(group.empty()) << name;
-      for (const ui::Control* control : group)
-        EXPECT_EQ(control->Enabled(), enabled) << step.function << name;
-    }
-  };
-  for (const auto& step : steps) {
-    AssignOutput(step.output, step.function);
-    check(step);
-  }
-  Click("cmdApply");
-  check(steps[4]);
+  CheckSteps("fPID", groups, steps);
 }
 
 TEST_F(ToolTest, PidRefreshDropsEditsOnlyWhenThereAreSome) {
