@@ -1,6 +1,5 @@
 #include "simulator/faults.h"
 
-#include <thread>
 #include <utility>
 
 #include "base/error.h"
@@ -25,15 +24,7 @@ void Faults::Fail(Fault fault) {
   armed_ = active_ = true;
 }
 
-void Faults::Delay(std::chrono::microseconds delay) {
-  delay_ = delay;
-  active_ = true;
-}
-
-void Faults::Clear() {
-  counting_ = armed_ = active_ = false;
-  delay_ = {};
-}
+void Faults::Clear() { counting_ = armed_ = active_ = false; }
 
 void Faults::Slow(std::string_view className, std::string_view member) {
   if (counting_) {
@@ -41,7 +32,6 @@ void Faults::Slow(std::string_view className, std::string_view member) {
     if (counts_.empty()) first_ = last_;
     ++counts_[std::string(className) + "." + std::string(member)];
   }
-  if (delay_.count() > 0) std::this_thread::sleep_for(delay_);
   if (armed_ && !fault_.loseAnswer && Matches(className, member) && Due()) {
     Happen();
   }

@@ -1,7 +1,6 @@
-// Counts the calls that reach the objects of one building and, when a test asks for it, makes calls fail,
-// come late or lose their answer. One Faults is shared by all objects of a building; every object reports to
-// it before a call. A member is written "Class.Member", for example "Property.Value" or
-// "Network.CommitTransaction".
+// Counts the calls that reach the objects of one building and, when a test asks for it, makes calls fail or
+// lose their answer. One Faults is shared by all objects of a building; every object reports to it before a
+// call. A member is written "Class.Member", for example "Property.Value" or "Network.CommitTransaction".
 #pragma once
 
 #include <chrono>
@@ -41,9 +40,7 @@ class Faults {
 
   /// Sets the one fault; it replaces an earlier one. Throws base::Error when `fault.call` is 0.
   void Fail(Fault fault);
-  /// Every call waits so long before it is carried out; zero switches it off.
-  void Delay(std::chrono::microseconds delay);
-  /// No fault, no delay, no counting by member.
+  /// No fault, no counting by member.
   void Clear();
 
   /// Called by the objects. Before throws the fault when its call has come; After does so for a lost answer.
@@ -68,7 +65,6 @@ class Faults {
   bool armed_ = false;
   Fault fault_;
   std::uint64_t seen_ = 0;
-  std::chrono::microseconds delay_{0};
 };
 
 }  // namespace simulator

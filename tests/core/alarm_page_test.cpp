@@ -1,6 +1,7 @@
 #include <algorithm>
 
 #include "base/record.h"
+#include "help/generator/captions.h"
 #include "newer_building.h"
 #include "tool_test.h"
 
@@ -23,44 +24,26 @@ struct Record {
   int number;
   const char* format;
 };
-constexpr Record kRecords[] = {
-    {35, "UCPTspaceTempAlarm#SI"},      {36, "UCPTreturnTempAlarm#SI"},
-    {37, "UCPTmixAirTempAlarm#SI"},     {38, "UCPTsupplyTempAlarm#SI"},
-    {39, "UCPTsupplyPressureAlarm#SI"}, {40, "UCPTductPressureAlarm#SI"},
-    {41, "UCPThumidityAlarm"},          {42, "UCPTCO2Alarm"},
-    {43, "UCPTauxiliaryAlarm"},         {44, "UCPTfanAlarmTime"},
-};
+constexpr Record kRecords[] = {{35, "UCPTspaceTempAlarm#SI"},      {36, "UCPTreturnTempAlarm#SI"},
+                               {37, "UCPTmixAirTempAlarm#SI"},     {38, "UCPTsupplyTempAlarm#SI"},
+                               {39, "UCPTsupplyPressureAlarm#SI"}, {40, "UCPTductPressureAlarm#SI"},
+                               {41, "UCPThumidityAlarm"},          {42, "UCPTCO2Alarm"},
+                               {43, "UCPTauxiliaryAlarm"},         {44, "UCPTfanAlarmTime"}};
 
 // All fields of all records in the order of the boxes.
-std::vector<std::string> StoredFields(tests::Tool& tool) {
+std::vector<std::string> StoredFields(tests::Tool& tool, const char* units = "#SI") {
   std::vector<std::string> fields;
-  for (const auto& [number, format] : kRecords) {
-    const base::Record record(tool.Stored(tests::kAssigned, number, format, 3));
+  for (const auto& [number, metric] : kRecords) {
+    const std::string format = base::ReplaceAll(metric, "#SI", units);
+    const base::Record record(tool.Stored(tests::kAssigned, number, format.c_str(), 3));
     for (std::size_t i = 0; i < record.Count(); ++i) fields.emplace_back(record.Field(i));
   }
   return fields;
 }
 
-const ui::Node* FindGrid(const ui::Node& node) {
-  if (node.type == ui::Node::Type::kGrid) return &node;
-  for (const ui::Node& child : node.children) {
-    if (const ui::Node* grid = FindGrid(child)) return grid;
-  }
-  return nullptr;
-}
-
-// The captions of the row and the column that a box stands under ("Supply temp/Low limit").
+// The captions of the row and the column that a box stands under.
 std::string PlaceOf(tests::Tool& tool, const std::string& box) {
-  const ui::Node* grid = FindGrid(tool.Main().Pages().FindPage("fAlarm")->GetLayout());
-  const auto& cells = grid->children;
-  for (std::size_t i = 0; i < cells.size(); ++i) {
-    const auto placed = ui::PlacedControls(cells[i]);
-    if (std::ranges::find(placed, &tool.Find(box)) == placed.end()) continue;
-    const std::size_t column = i % grid->columns;
-    const ui::Control* heading = cells[column].control;
-    return cells[i - column].control->Text() + "/" + (heading ? heading->Text() : "");
-  }
-  return "nowhere";
+  return help::CaptionOf(*tool.Main().Pages().FindPage("fAlarm"), tool.Find(box)).name;
 }
 
 TEST_F(ToolTest, AlarmBoxesFollowTheRecordsAndOnlyWhatWasTypedIsChanged) {
@@ -75,10 +58,10 @@ TEST_F(ToolTest, AlarmBoxesFollowTheRecordsAndOnlyWhatWasTypedIsChanged) {
     EXPECT_EQ(boxes[i]->Text(), i < fields.size() ? fields[i] : "") << i;
   }
   const std::pair<std::size_t, const char*> places[] = {
-      {0, "Space temp/Offset"},           {2, "Return temp/Low limit"},
-      {8, "Supply temp/Low limit"},       {9, "Supply temp/High limit"},
-      {11, "Supply pressure/High limit"}, {13, "Duct pressure/Low limit"},
-      {19, "Space CO2 level/High limit"}, {22, "Fan alarm/Delay"}};
+      {0, "Space temp, Offset"},           {2, "Return temp, Low limit"},
+      {8, "Supply temp, Low limit"},       {9, "Supply temp, High limit"},
+      {11, "Supply pressure, High limit"}, {13, "Duct pressure, Low limit"},
+      {19, "Space CO2 level, High limit"}, {22, "Fan alarm, Delay"}};
   for (const auto& [number, place] : places) EXPECT_EQ(PlaceOf(*this, Box(number)), place) << number;
 
   const std::pair<std::size_t, const char*> typed[] = {{0, "2.5"}, {9, "54.321"}, {16, " 21 "}, {22, "61"}};
@@ -88,14 +71,14 @@ TEST_F(ToolTest, AlarmBoxesFollowTheRecordsAndOnlyWhatWasTypedIsChanged) {
   const base::Numbers numbers;
   for (const auto& [number, text] : typed) fields[number] = numbers.Text(numbers.ToDouble(text), 3);
   EXPECT_EQ(StoredFields(*this), fields);
+  Find<ui::OptionButton>("optUnit(1)").Click();
+  fields = StoredFields(*this, "#US");
+  for (std::size_t i = 0; i < fields.size(); ++i) EXPECT_EQ(Text(Box(i)), fields[i]) << i;
 }
 
 TEST_F(ToolTest, AlarmLimitsAreHeldAgainstTheSupplySetpoints) {
   const struct {
-    const char* low;
-    const char* high;
-    const char* minimum;
-    const char* maximum;
+    std::string low, high, minimum, maximum;
     Log refusals;
   } cases[] = {
       // Compared as whole numbers, halves to the even one; equal ones pass here.
@@ -144,9 +127,9 @@ TEST(NewerAlarms, AFurtherFieldShiftsTheBoxesAndTheRulesWithThem) {
   auto fields = StoredFields(tool);
   ASSERT_EQ(fields.size(), 24u);
   for (std::size_t i = 0; i < fields.size(); ++i) EXPECT_EQ(tool.Text(Box(i)), fields[i]) << i;
-  EXPECT_EQ(PlaceOf(tool, Box(2)), "Space temp/") << "behind the fields that are known";
-  EXPECT_EQ(PlaceOf(tool, Box(9)), "Supply temp/Low limit");
-  EXPECT_EQ(PlaceOf(tool, Box(23)), "Fan alarm/Delay");
+  EXPECT_EQ(PlaceOf(tool, Box(2)), "Space temp") << "behind the fields that are known";
+  EXPECT_EQ(PlaceOf(tool, Box(9)), "Supply temp, Low limit");
+  EXPECT_EQ(PlaceOf(tool, Box(23)), "Fan alarm, Delay");
 
   tool.Type(Box(2), "8");
   EXPECT_FALSE(tool.Main().Pages().FindPage("fAlarm")->WriteValue());

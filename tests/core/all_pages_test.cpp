@@ -93,15 +93,18 @@ TEST_F(AllPages, OnePageThatRefusesKeepsAllBackUntilItIsCorrected) {
   ChangeOneFieldOnEachPage();
   const std::string limit = Text("fAlarm.txtAlarm(8)");
   Type("fAlarm.txtAlarm(8)", "30");  // above the supply setpoint, so two pages refuse
-  building.Faults().StartCounting();
-  Click("cmdApply");
-  EXPECT_EQ(RoofTop(), before);
-  EXPECT_EQ(LastMessage(), "Apply/Main: The configuration settings were not applied");
-  EXPECT_EQ(building.Faults().Count("Network.CancelTransaction"), 1u);
-  EXPECT_EQ(building.Faults().Count("Network.CommitTransaction"), 0u);
-  for (const std::string& name : ValuePages())
-    EXPECT_TRUE(Main().Pages().FindPage(name)->IsChanged()) << name;
-  building.Faults().Clear();
+  for (const char* button : {"cmdApply", "cmdOK"}) {
+    building.Faults().StartCounting();
+    Click(button);
+    EXPECT_EQ(RoofTop(), before);
+    EXPECT_TRUE(LastMessage().ends_with("/Main: The configuration settings were not applied"))
+        << LastMessage();
+    EXPECT_TRUE(Main().Visible());
+    EXPECT_EQ(building.Faults().Count("Network.CancelTransaction"), 1u);
+    EXPECT_EQ(building.Faults().Count("Network.CommitTransaction"), 0u);
+    for (const std::string& name : ValuePages())
+      EXPECT_TRUE(Main().Pages().FindPage(name)->IsChanged()) << name;
+  }
 
   Type("fAlarm.txtAlarm(8)", limit);
   Click("cmdApply");
@@ -110,7 +113,15 @@ TEST_F(AllPages, OnePageThatRefusesKeepsAllBackUntilItIsCorrected) {
 }
 
 TEST_F(AllPages, SwitchingUnitsToAndFroMovesNoValueAlsoWhenSaved) {
-  Open(kDevice);
+  OpenPage(kDevice, "fHeatCool");
+  for (const char* boxes : {"fHeatCool.txtSetPoint", "fAlarm.txtAlarm", "fPID.txtPIDTemp"}) {
+    for (int i = 0; i < 6; ++i) {
+      const std::string box = std::string(boxes) + "(" + std::to_string(i) + ")";
+      Type(box, base::ReplaceAll(Text(box), ".000", ".123"));
+    }
+  }
+  Click("cmdApply");
+  ASSERT_EQ(LastMessage(), tests::kApplied);
   const auto stored = RoofTop();
   std::map<std::string, std::string> shown;
   for (int turn = 0; turn < 10; ++turn) {
@@ -131,6 +142,94 @@ TEST_F(AllPages, SwitchingUnitsToAndFroMovesNoValueAlsoWhenSaved) {
     }
   }
   EXPECT_EQ(RoofTop(), stored);
+}
+
+// One after the other, so that no two of them can have changed places.
+TEST_F(AllPages, EveryOptionHasItsOwnFieldOfTheSharedRecord) {
+  const struct {
+    std::size_t field;
+    std::string page, option;
+    std::string back = option;  // where another control takes it back
+  } cases[] = {{32, "fHeatCool", "chkMechAndEco"},
+               {33, "fOptions", "optTerminal(1)", "optTerminal(0)"},
+               {34, "fOptions", "chkAlternate"},
+               {48, "fOptions", "chkTerminal"},
+               {49, "fGeneral", "optEcono(1)", "optEcono(0)"},
+               {51, "fOptions", "chkEnable"},
+               {52, "fOptions", "optAverage(1)", "optAverage(0)"},
+               {53, "fFanValve", "optState(1)", "optState(0)"},
+               {54, "fGeneral", "optEmergency(1)", "optEmergency(0)"},
+               {56, "fGeneral", "optTemp(1)", "optTemp(0)"},
+               {57, "fHeatCool", "chkHeatStage"},
+               {59, "fOptions", "chkOptimum(1)"},
+               {60, "fOptions", "chkOptimum(2)"},
+               {61, "fPID", "chkPID"},
+               {62, "fOptions", "chkFrost"},
+               {63, "fFanValve", "chkFan"},
+               {50, "fHeatCool", "OptionNormallyHeat", "OptionNormallyCool"}};
+  OpenPage(kDevice, "fHeatCool");
+  for (const auto& [field, page, option, back] : cases) {
+    for (int turn = 0; turn < 2; ++turn) {
+      base::Record expected(Stored(kDevice, 48, "UCPTobjectOptions", 0));
+      const bool on = expected.Field(field) == "1";
+      Unlock(page);
+      auto& control = Find(page + "." + (on ? back : option));
+      auto* choice = dynamic_cast<ui::OptionButton*>(&control);
+      EXPECT_TRUE(choice ? choice->Click() : dynamic_cast<ui::CheckBox&>(control).Click()) << control.Name();
+      Click("cmdApply");
+      expected.Set(field, on ? "0" : "1");
+      EXPECT_EQ(Stored(kDevice, 48, "UCPTobjectOptions", 0), expected.Join()) << control.Name();
+    }
+  }
+}
+
+TEST_F(AllPages, OldMarkersAreAdjustedWithTheNextSaveAndToldOnce) {
+  const struct {
+    std::string page, box;
+    std::vector<std::size_t> fields;
+    std::string notice;
+  } cases[] = {
+      {"fGeneral",
+       "txtBypassTime",
+       {55, 50},  // and the reversing valve goes back to normally cool
+       "WriteValue/General: The Fresh Air flow was set to damper position. See User Guide for more details."},
+      {"fOptions",
+       "txtInput",
+       {58},
+       "WriteValue/Options: The Optimum Start algorithm was updated and options were adjusted accordingly. "
+       "See User Guide for more details."}};
+  Open(tests::kPressure);
+  const auto options = [this] { return base::Record(Stored(tests::kPressure, 48, "UCPTobjectOptions", 0)); };
+  for (const auto& item : cases) {
+    EXPECT_TRUE(Main().Pages().FindPage(item.page)->IsChanged());
+    for (const std::size_t field : item.fields) EXPECT_EQ(options().Field(field), "1") << field;
+  }
+  for (int save = 0; save < 2; ++save) {
+    Click("cmdApply");
+    for (const auto& item : cases) {
+      EXPECT_FALSE(Main().Pages().FindPage(item.page)->IsChanged());
+      for (const std::size_t field : item.fields) EXPECT_EQ(options().Field(field), "0") << field;
+      EXPECT_EQ(std::ranges::count(Messages(), item.notice), 1);
+      Unlock(item.page);
+      Type(item.page + "." + item.box, "61");
+    }
+  }
+}
+
+TEST_F(AllPages, UnitsStandInTheCaptions) {
+  const std::tuple<const char*, const char*, const char*> captions[] = {
+      {"fHeatCool.lblUnits(9)", "°C", "°F"},         {"fHeatCool.lblBtu", "KJ/kg", "BTU/lb"},
+      {"fPID.lblUnit(5)", "% / °C", "% / °F"},       {"fPID.lblDeadBandUnit(1)", "°C", "°F"},
+      {"fPID.lblPressure(2)", "% / Pa", "%/ \" WC"}, {"fPID.lblPressD", "Pa", "\" WC"},
+      {"fAlarm.lblCelsius(5)", "°C", "°F"},          {"fAlarm.lblUnitP(2)", "Pa", "\" WC"},
+      {"fGeneral.lblAirUnit", "°C", "°F"},           {"fGeneral.lblPressUnit(0)", "Pa", "\" WC"},
+      {"fOptions.lblMaxOffsetUnit", "°C", "°F"},     {"fNetworkOutput.lblDeltaUnit(0)", "°C", "°F"},
+      {"fNetworkOutput.lblDeltaUnit(1)", "%", "%"}};
+  Open(kDevice);
+  for (const bool imperial : {false, true}) {
+    if (imperial) Find<ui::OptionButton>("optUnit(1)").Click();
+    for (const auto& [label, metric, us] : captions) EXPECT_EQ(Text(label), imperial ? us : metric) << label;
+  }
 }
 
 TEST(PageSaves, CallTheHostForWhatThePageNeedsAndNothingElse) {

@@ -42,27 +42,16 @@ TEST(Numbers, FollowTheUsersNotation) {
     char decimal;
     const char* text;
     std::optional<double> value;
-  } cases[] = {
-      {'.', "12", 12.0},
-      {'.', " -1.5 ", -1.5},
-      {'.', "+.5", 0.5},
-      {'.', "1e3", 1000.0},
-      {'.', "1.5E-2", 0.015},
-      {'.', "5.", 5.0},
-      {'.', "", std::nullopt},
-      {'.', "   ", std::nullopt},
-      {'.', "1,5", std::nullopt},
-      {'.', "abc", std::nullopt},
-      {'.', "1 2", std::nullopt},
-      {'.', "inf", std::nullopt},
-      {'.', "nan", std::nullopt},
-      {'.', "0x10", std::nullopt},
-      {'.', "+-1", std::nullopt},
-      {'.', "1e999", std::nullopt},
-      {',', "1,5", 1.5},
-      {',', "1.5", std::nullopt},
-      {',', "1,5,2", std::nullopt},
-  };
+  } cases[] = {{'.', "12", 12.0},           {'.', " -1.5 ", -1.5},
+               {'.', "+.5", 0.5},           {'.', "1e3", 1000.0},
+               {'.', "1.5E-2", 0.015},      {'.', "5.", 5.0},
+               {'.', "", std::nullopt},     {'.', "   ", std::nullopt},
+               {'.', "1,5", std::nullopt},  {'.', "abc", std::nullopt},
+               {'.', "1 2", std::nullopt},  {'.', "inf", std::nullopt},
+               {'.', "nan", std::nullopt},  {'.', "0x10", std::nullopt},
+               {'.', "+-1", std::nullopt},  {'.', "1e999", std::nullopt},
+               {',', "1,5", 1.5},           {',', "1.5", std::nullopt},
+               {',', "1,5,2", std::nullopt}};
   for (const auto& item : cases) EXPECT_EQ(Numbers(item.decimal).Parse(item.text), item.value) << item.text;
 }
 

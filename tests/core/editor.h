@@ -5,6 +5,7 @@
 #include <vector>
 
 #include "automation/local_object.h"
+#include "stand_ins.h"
 
 namespace tests {
 
@@ -38,6 +39,25 @@ inline constexpr automation::MemberOf<Editor> Editor::kMembers[] = {
        self.finished = true;
        return automation::Value();
      }},
+};
+
+/// Lets every dialog of the tool hold `editor`; `act` is what the person does while it is open.
+struct EditorDialog {
+  EditorDialog(StandIns& around, std::function<void(EditorDialog&)> act) {
+    around.controls.make = [this](const std::string&, const auto& onFailed) {
+      complain = onFailed;
+      return automation::Object(editor);
+    };
+    around.controls.onCreate = [this](ui::ControlSite& site) { form_ = &site.GetForm(); };
+    around.loop.whileOpen = [this, act = std::move(act)] { act(*this); };
+  }
+  void Click(const char* button) { dynamic_cast<ui::Button&>(*form_->Find(button)).Click(); }
+
+  std::shared_ptr<Editor> editor = std::make_shared<Editor>();
+  std::function<void(const std::string&)> complain;
+
+ private:
+  ui::Form* form_ = nullptr;
 };
 
 }  // namespace tests

@@ -1,4 +1,3 @@
-#include "base/record.h"
 #include "tool_test.h"
 
 namespace {
@@ -7,7 +6,7 @@ struct FanValveTest : tests::ToolTest {
   bool Enabled(const std::string& name) { return AllUsable("fFanValve." + name); }
 };
 
-TEST_F(FanValveTest, BoxesAndOptionsAreSavedAndNothingElse) {
+TEST_F(FanValveTest, BoxesAreShownAndSaved) {
   Open(tests::kAssigned);
   const tests::BoxCase cases[] = {
       {"txtHeat", 23, "UCPTheatValveDriveTime", 1, "61.5", "61.5"},
@@ -19,43 +18,27 @@ TEST_F(FanValveTest, BoxesAndOptionsAreSavedAndNothingElse) {
       {"txtThresHold", 29, "UCPTfanCurrentThreshold", 1, "1.5", "1.5"},
   };
   Unlock("fFanValve");  // a disabled box is written all the same
-  base::Record options(Stored(tests::kAssigned, 48, "UCPTobjectOptions", 0));
   TypeInto("fFanValve", cases);
-  Find<ui::CheckBox>("fFanValve.chkFan").Click();
-  Find<ui::OptionButton>("fFanValve.optState(0)").Click();
   ApplyAndCheck(cases);
-  options.Set(63, options.Field(63) == "1" ? "0" : "1");
-  options.Set(53, "0");
-  EXPECT_EQ(Stored(tests::kAssigned, 48, "UCPTobjectOptions", 0), options.Join());
 }
 
 TEST_F(FanValveTest, ControlsFollowTheChosenFunctionsBeforeTheyAreSaved) {
   Open(tests::kUnassigned);
-  const struct {
-    int output;
-    const char* function;
-    bool heatTime, coolTime, heatMinimum, coolMinimum, fanSpeed;
-  } steps[] = {
-      {1, "UNASSIGNED", false, false, false, false, false},
-      {1, "HEAT_VALVE_CLOSE", true, false, true, false, false},  // one half of the pair is enough
-      {1, "HEAT_COOL_VALVE_OPEN", true, true, true, true, false},
-      {1, "UNASSIGNED", false, false, false, false, false},
-      {7, "COOL_VALVE_OPEN", false, false, false, false, false},  // output 7 is not looked at
-      {7, "HEAT_COOL_VALVE_MOD", false, false, true, true, false},
-      {7, "COOLING_VALVE_MOD", false, false, false, true, false},
-      {6, "FAN_SPEED_MOD", false, false, false, true, true},
-  };
-  for (const auto& step : steps) {
-    AssignOutput(step.output, step.function);
-    ChoosePage("fFanValve");  // the page decides again when it comes into view
-    const std::pair<const char*, bool> expected[] = {
-        {"txtHeat", step.heatTime},         {"lblHeatSec", step.heatTime},
-        {"txtCool", step.coolTime},         {"txtMinHeatValue", step.heatMinimum},
-        {"txtCoolValue", step.coolMinimum}, {"fraPosition", step.heatMinimum || step.coolMinimum},
-        {"txtFanSpeed", step.fanSpeed}};
-    for (const auto& [name, enabled] : expected)
-      EXPECT_EQ(Enabled(name), enabled) << step.function << " " << name;
-  }
+  const tests::Groups groups = {{"heat time", "txtHeat lblHeatSec"}, {"cool time", "txtCool"},
+                                {"heat minimum", "txtMinHeatValue"}, {"cool minimum", "txtCoolValue"},
+                                {"positions", "fraPosition"},        {"fan speed", "txtFanSpeed"}};
+  using enum tests::Connector;
+  const tests::FunctionStep steps[] = {
+      {{{kOutput, 1, "UNASSIGNED"}}, ""},
+      {{{kOutput, 1, "HEAT_VALVE_CLOSE"}},
+       "heat time, heat minimum, positions"},  // half of the pair is enough
+      {{{kOutput, 1, "HEAT_COOL_VALVE_OPEN"}}, "heat time, cool time, heat minimum, cool minimum, positions"},
+      {{{kOutput, 1, "UNASSIGNED"}}, ""},
+      {{{kOutput, 7, "COOL_VALVE_OPEN"}}, ""},  // output 7 is not looked at
+      {{{kOutput, 7, "HEAT_COOL_VALVE_MOD"}}, "heat minimum, cool minimum, positions"},
+      {{{kOutput, 7, "COOLING_VALVE_MOD"}}, "cool minimum, positions"},
+      {{{kOutput, 6, "FAN_SPEED_MOD"}}, "cool minimum, positions, fan speed"}};
+  CheckSteps("fFanValve", groups, steps);
 }
 
 TEST_F(FanValveTest, TheInputStateIsForAFanStateByCurrent) {

@@ -3,10 +3,7 @@
 
 namespace {
 
-struct GeneralTest : tests::ToolTest {
-  std::string Options(const char* device) { return Stored(device, 48, "UCPTobjectOptions", 0); }
-  bool Enabled(const std::string& name) { return AllUsable("fGeneral." + name); }
-};
+using GeneralTest = tests::ToolTest;
 
 TEST_F(GeneralTest, BoxesShowAndSaveTheirPropertiesInImperialUnits) {
   const tests::BoxCase cases[] = {
@@ -23,43 +20,10 @@ TEST_F(GeneralTest, BoxesShowAndSaveTheirPropertiesInImperialUnits) {
   registry.values["SOFTWARE\\LonWorks\\Plugins|Measure"] = "1";
   Open(tests::kAssigned);
   Unlock("fGeneral");
-  EXPECT_EQ(Text("fGeneral.lblAirUnit"), "°F");
-  EXPECT_EQ(Text("fGeneral.lblPressUnit(0)"), "\" WC");
   TypeInto("fGeneral", cases);
   Type("fGeneral.txtOutdoorMax", "85");
   ApplyAndCheck(cases);
   EXPECT_EQ(Stored(tests::kAssigned, 52, "UCPTextraConfig", 1), "60 60 85.0 120 0");
-}
-
-TEST_F(GeneralTest, SavesItsOptionsAndTakesTheReversingValveBackToNormallyCool) {
-  Open(tests::kPressure);
-  base::Record expected(Options(tests::kPressure));
-  ASSERT_EQ(expected.Field(50), "1");
-  Main().Pages().FindPage("fOptions")->EndWriteValue();  // its own old marker is not this page's matter
-  Unlock("fGeneral");
-  for (const char* option : {"optEmergency(1)", "optTemp(1)", "optEcono(0)"}) {
-    EXPECT_TRUE(Find<ui::OptionButton>("fGeneral." + std::string(option)).Click()) << option;
-  }
-  Click("cmdApply");
-  expected.Set(50, "0");
-  expected.Set(54, "1");
-  expected.Set(55, "0");
-  expected.Set(56, "1");
-  expected.Set(49, "0");
-  EXPECT_EQ(Options(tests::kPressure), expected.Join());
-}
-
-TEST_F(GeneralTest, AnOldFreshAirMarkerIsAdjustedWithTheNextSaveAndToldOnce) {
-  const std::string notice =
-      "WriteValue/General: The Fresh Air flow was set to damper position. See User Guide for more details.";
-  Open(tests::kPressure);
-  EXPECT_TRUE(Main().Pages().FindPage("fGeneral")->IsChanged());
-  Click("cmdApply");
-  EXPECT_EQ(base::Record(Options(tests::kPressure)).Field(55), "0");
-  EXPECT_FALSE(Main().Pages().FindPage("fGeneral")->IsChanged());
-  Type("fGeneral.txtBypassTime", "61");
-  Click("cmdApply");
-  EXPECT_EQ(std::ranges::count(Messages(), notice), 1);
 }
 
 TEST_F(GeneralTest, DamperPositionsMustBeInOrderWhileThereIsADamper) {
@@ -69,9 +33,7 @@ TEST_F(GeneralTest, DamperPositionsMustBeInOrderWhileThereIsADamper) {
       "damper "
       "position.";
   const struct {
-    const char* minimum;
-    const char* maximum;
-    std::string fault;
+    std::string minimum, maximum, fault;
   } cases[] = {{"20", "20", ""},
                {"21", "20", order},
                {"20.5", "20.4", order},
@@ -99,28 +61,22 @@ TEST_F(GeneralTest, DamperPositionsMustBeInOrderWhileThereIsADamper) {
   EXPECT_EQ(Stored(tests::kAssigned, 27, "UCPTminOutdoorAir", 1), "21.0");
 }
 
-TEST_F(GeneralTest, GroupsFollowTheChosenFunctionsAtOnce) {
+TEST_F(GeneralTest, GroupsFollowTheChosenFunctions) {
+  const tests::Groups groups = {
+      {"damper", "txtOutdoor"},           {"pressure", "txtDuctPressure"},
+      {"humidity off", "txtHumidityMin"}, {"emergency", "optEmergency"},
+      {"temperature", "optTemp"},         {"free cooling", "fraMix fraCo2 fraEcono"},
+      {"humidity", "txtHumidity"},        {"bypass", "txtBypassTime"}};
+  using enum tests::Connector;
+  const tests::FunctionStep steps[] = {
+      {{}, "bypass"},
+      {{{kOutput, 1, "FRESH_AIR_DAMPER_MOD"}}, "damper, free cooling, bypass"},
+      {{{kOutput, 2, "BYPASS_DAMPER_MOD"}}, "damper, pressure, free cooling, bypass"},
+      {{{kOutput, 3, "HUMIDIFIER_ON_OFF"}}, "damper, pressure, humidity off, free cooling, humidity, bypass"},
+      {{{kInput, 4, "EMERGENCY_CONTACT"}, {kInput, 5, "RETURN_TEMP"}},
+       "damper, pressure, humidity off, emergency, temperature, free cooling, humidity, bypass"}};
   Open(tests::kUnassigned);
-  const struct {
-    bool output;
-    int number;
-    const char* function;
-    const char* group;
-  } cases[] = {
-      {true, 1, "FRESH_AIR_DAMPER_MOD", "txtOutdoor"},
-      {true, 2, "BYPASS_DAMPER_MOD", "txtDuctPressure"},
-      {true, 3, "HUMIDIFIER_ON_OFF", "txtHumidityMin"},
-      {false, 4, "EMERGENCY_CONTACT", "optEmergency"},
-      {false, 5, "RETURN_TEMP", "optTemp"},
-  };
-  EXPECT_TRUE(Enabled("txtBypassTime"));
-  for (const auto& item : cases) {
-    EXPECT_FALSE(Enabled(item.group)) << item.function;
-    item.output ? AssignOutput(item.number, item.function) : AssignInput(item.number, item.function);
-    EXPECT_TRUE(Enabled(item.group)) << item.function;
-  }
-  for (const char* group : {"fraMix", "fraCo2", "fraEcono", "txtHumidity"})
-    EXPECT_TRUE(Enabled(group)) << group;
+  CheckSteps("fGeneral", groups, steps);
 }
 
 }  // namespace

@@ -30,13 +30,11 @@ struct HeatCoolTest : tests::ToolTest {
   }
 };
 
-TEST_F(HeatCoolTest, BoxesAndOptionsAreSavedAndNothingElse) {
+TEST_F(HeatCoolTest, BoxesAreShownAndSavedAndFollowTheUnits) {
   OpenPage(tests::kAssigned, "fHeatCool");
   Main().Pages().FindPage("fHeatCool")->FillValue();
   EXPECT_EQ(Main().Flags().lastFilledPage, 3);
-  AssignOutput(5, "REVERSING_VALVE");
   base::Record setpoints(StoredSetpoints());
-  base::Record options(Stored(tests::kAssigned, 48, "UCPTobjectOptions", 0));
   for (int i = 0; i < 6; ++i) EXPECT_EQ(Text(Setpoint(i)), setpoints.Field(static_cast<std::size_t>(i)));
   const tests::BoxCase cases[] = {
       {"txtminHeatPeriod", 17, "UCPTminHeatPeriod", 0, "6", "6"},
@@ -52,15 +50,16 @@ TEST_F(HeatCoolTest, BoxesAndOptionsAreSavedAndNothingElse) {
   };
   TypeInto("fHeatCool", cases);
   Type(Setpoint(4), "18.5");
-  EXPECT_TRUE(Find<ui::CheckBox>(Page("chkHeatStage")).Click());
-  EXPECT_TRUE(Find<ui::CheckBox>(Page("chkMechAndEco")).Click());
-  EXPECT_TRUE(Find<ui::OptionButton>(Page("OptionNormallyHeat")).Click());
-  EXPECT_FALSE(Find<ui::OptionButton>(Page("OptionNormallyCool")).Selected());
   ApplyAndCheck(cases);
   setpoints.Set(4, "18.500");
   EXPECT_EQ(StoredSetpoints(), setpoints.Join());
-  for (const std::size_t field : {57u, 32u, 50u}) options.Set(field, options.Field(field) == "1" ? "0" : "1");
-  EXPECT_EQ(Stored(tests::kAssigned, 48, "UCPTobjectOptions", 0), options.Join());
+
+  Find<ui::OptionButton>("optUnit(1)").Click();
+  EXPECT_EQ(Text(Setpoint(4)), base::Record(Stored(tests::kAssigned, 3, "SCPTsetPnts#US", 3)).Field(4));
+  for (const tests::BoxCase& item : cases) {
+    const std::string format = base::ReplaceAll(item.format, "#SI", "#US");
+    EXPECT_EQ(Text(Page(item.box)), Stored(tests::kAssigned, item.number, format.c_str(), item.precision));
+  }
 }
 
 TEST_F(HeatCoolTest, BeforeAPageIsSelectedNothingIsCheckedOrWritten) {
@@ -155,90 +154,29 @@ TEST_F(HeatCoolTest, ASupplyBoxIsRefusedEachTimeAndStillHeldToItsRule) {
 
 TEST_F(HeatCoolTest, ControlsFollowTheFunctionsWhetherChosenShownOrStored) {
   Open(tests::kUnassigned);
-  const struct {
-    std::vector<std::pair<int, const char*>> choices;
-    bool heatStage, coolTimes, mechanical, heatPeriod, reversing;
-  } steps[] = {
-      {{}, false, false, false, false, false},
-      {{{1, "HEATING_1"}}, false, false, false, true, false},
-      {{{2, "HEATING_MOD"}}, true, false, false, true, false},
-      {{{1, "HEAT_VALVE_OPEN"}, {3, "HEAT_VALVE_CLOSE"}}, false, false, false, false, false},
-      {{{7, "HEAT_COOL_VALVE_MOD"}}, false, false, true, false, false},
-      {{{7, "COOLING_VALVE_MOD"}}, false, false, true, false, false},
-      {{{7, "COOLING_1"}}, false, true, true, false, false},
-      {{{6, "REVERSING_VALVE"}}, false, true, true, false, true},
-      {{{6, "UNASSIGNED"}, {7, "FRESH_AIR_DAMPER_MOD"}}, false, false, false, false, false},
-  };
-  for (const auto& step : steps) {
-    for (const auto& [output, function] : step.choices) AssignOutput(output, function);
-    const std::pair<bool, std::vector<const char*>> groups[] = {
-        {step.heatStage, {"chkHeatStage"}},
-        {step.coolTimes, {"txtCoolOn", "lblCoolOn", "lblSec(0)", "txtCoolOFF", "lblCoolOFF", "lblSec(1)"}},
-        {step.mechanical, {"txtMechCoolLL", "lblMechCool", "lblUnits(9)", "fraMech"}},
-        {step.heatPeriod, {"txtminHeatPeriod", "lblHeat", "lblHeatUnit"}},
-        {step.reversing, {"FrameRversingValve", "OptionNormallyCool", "OptionNormallyHeat"}},
-        {true, {"txtSetPoint", "txtMechCoolDelay", "chkMechAndEco", "txtMaxDischHeat", "txtMinDischCool"}}};
-    const auto expect = [&](const char* when) {
-      for (const auto& [enabled, names] : groups) {
-        for (const char* name : names) EXPECT_EQ(AllUsable(Page(name)), enabled) << name << " " << when;
-      }
-    };
-    expect("as soon as chosen");
-    ChoosePage("fHeatCool");
-    expect("when shown");
-    Click("cmdApply");
-    expect("when read again");
-  }
+  const tests::Groups groups = {
+      {"stage", "chkHeatStage"},
+      {"cooling", "txtCoolOn lblCoolOn lblSec(0) txtCoolOFF lblCoolOFF lblSec(1)"},
+      {"mechanical", "txtMechCoolLL lblMechCool lblUnits(9) fraMech"},
+      {"heating", "txtminHeatPeriod lblHeat lblHeatUnit"},
+      {"reversing", "FrameRversingValve OptionNormallyCool OptionNormallyHeat"},
+      {"others", "txtSetPoint txtMechCoolDelay chkMechAndEco txtMaxDischHeat txtMinDischCool"}};
+  using enum tests::Connector;
+  const tests::FunctionStep steps[] = {
+      {{}, "others"},
+      {{{kOutput, 1, "HEATING_1"}}, "heating, others"},
+      {{{kOutput, 2, "HEATING_MOD"}}, "stage, heating, others"},
+      {{{kOutput, 1, "HEAT_VALVE_OPEN"}, {kOutput, 3, "HEAT_VALVE_CLOSE"}}, "others"},
+      {{{kOutput, 7, "HEAT_COOL_VALVE_MOD"}}, "mechanical, others"},
+      {{{kOutput, 7, "COOLING_VALVE_MOD"}}, "mechanical, others"},
+      {{{kOutput, 7, "COOLING_1"}}, "cooling, mechanical, others"},
+      {{{kOutput, 6, "REVERSING_VALVE"}}, "cooling, mechanical, reversing, others"},
+      {{{kOutput, 6, "UNASSIGNED"}, {kOutput, 7, "FRESH_AIR_DAMPER_MOD"}}, "others"}};
+  CheckSteps("fHeatCool", groups, steps);
   Find(Page("txtCoolOn")).SetText("181");
   Type(Page("txtChngeOverDelay"), "16");
   EXPECT_EQ(Apply(), Log{tests::kApplied});
   EXPECT_EQ(Stored(tests::kUnassigned, 18, "UCPTminCoolOnPeriod", 0), "181") << "disabled, yet written";
-}
-
-TEST_F(HeatCoolTest, UnitsGoToAndFroWithoutMovingAStoredValue) {
-  OpenPage(tests::kAssigned, "fHeatCool");
-  // Each property with the box of its first field.
-  const struct {
-    int number;
-    std::string type;
-    std::string box;
-  } properties[] = {{3, "SCPTsetPnts", Setpoint(0)},
-                    {4, "SCPTmaxDischargeAirHeatingSetpoint", Page("txtMaxDischHeat")},
-                    {5, "SCPTminDischargeAirCoolingSetpoint", Page("txtMinDischCool")},
-                    {7, "SCPToutdoorAirEnthalpySetpoint", Page("txtfreeCooling")},
-                    {8, "UCPTfreeCoolSetpoint", Page("txtfreeCoolDegree")},
-                    {9, "UCPTmecCoolSetpoint", Page("txtMechCoolLL")},
-                    {35, "UCPTspaceTempAlarm", "fAlarm.txtAlarm(0)"},
-                    {36, "UCPTreturnTempAlarm", "fAlarm.txtAlarm(2)"},
-                    {37, "UCPTmixAirTempAlarm", "fAlarm.txtAlarm(5)"},
-                    {38, "UCPTsupplyTempAlarm", "fAlarm.txtAlarm(8)"},
-                    {39, "UCPTsupplyPressureAlarm", "fAlarm.txtAlarm(11)"},
-                    {40, "UCPTductPressureAlarm", "fAlarm.txtAlarm(13)"}};
-  for (const auto& item : properties) Type(item.box, base::ReplaceAll(Text(item.box), ".000", ".123"));
-  Click("cmdApply");
-  Log before;
-  for (const auto& item : properties) {
-    before.push_back(Stored(tests::kAssigned, item.number, item.type.c_str(), 9));
-  }
-  for (int i = 0; i < 10; ++i) {
-    const bool imperial = i % 2 == 0;
-    Find<ui::OptionButton>(imperial ? "optUnit(1)" : "optUnit(0)").Click();
-    EXPECT_EQ(Text(Page("lblUnits(9)")), imperial ? "°F" : "°C");
-    EXPECT_EQ(Text(Page("lblBtu")), imperial ? "BTU/lb" : "KJ/kg");
-    EXPECT_EQ(Text("fAlarm.lblCelsius(5)"), imperial ? "°F" : "°C");
-    EXPECT_EQ(Text("fAlarm.lblUnitP(2)"), imperial ? "\" WC" : "Pa");
-    for (const auto& [number, type, box] : properties) {
-      const std::string format = type + (imperial ? "#US" : "#SI");
-      EXPECT_EQ(Text(box), base::Record(Stored(tests::kAssigned, number, format.c_str(), 3)).Field(0));
-    }
-    // Makes both pages write everything in these units.
-    Type(Page("txtChngeOverDelay"), std::to_string(20 + i));
-    Type("fAlarm.txtAlarm(22)", std::to_string(70 + i));
-    EXPECT_EQ(Apply(), Log{tests::kApplied});
-  }
-  for (std::size_t i = 0; i < before.size(); ++i) {
-    EXPECT_EQ(Stored(tests::kAssigned, properties[i].number, properties[i].type.c_str(), 9), before[i]);
-  }
 }
 
 }  // namespace

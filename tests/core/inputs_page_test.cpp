@@ -7,7 +7,7 @@ struct InputsTest : tests::ToolTest {
   std::string Input(const char* name, int number) {
     return "fHardwareInput." + std::string(name) + "(" + std::to_string(number - 1) + ")";
   }
-  bool Choose(int number, const char* function) {
+  bool Choose(int number, std::string_view function) {
     return Find<ui::ListBox>(Input("cboInput", number)).Choose(function);
   }
   std::string Function(int number) { return Find<ui::ListBox>(Input("cboInput", number)).SelectedText(); }
@@ -39,8 +39,7 @@ TEST_F(InputsTest, DefaultsAreOfferedForFiveFunctionsOnly) {
     const char* sensor;  // empty: no question
     int property;
     const char* format;
-    const char* value;
-    const char* variable;
+    std::string value, variable;
   } cases[] = {
       {"SPACE_TEMP", "STD_THERMISTOR", 6, "UCPTthermistorOffset#SI", "0.00", "SNVT_temp_p"},
       {"SPACE_ENTHALPY", "LINEAR", 4, "UCPTsensorScale", "0.00 10.00 0.00 100.00", "SNVT_enthalpy"},
@@ -92,13 +91,10 @@ TEST_F(InputsTest, TheSensorDialogGetsTheChoicesOfTheFunction) {
   Click(Input("cmdConfigure", 5));
   EXPECT_NE(LastMessage().find("\"MVConfigSensor.ctlSensorNV\" is not registered"), std::string::npos);
 
-  const auto editor = std::make_shared<tests::Editor>();
-  ui::Form* dialog = nullptr;
-  controls.make = [&](const std::string&, const auto&) { return automation::Object(editor); };
-  controls.onCreate = [&](ui::ControlSite& site) { dialog = &site.GetForm(); };
-  loop.whileOpen = [&] { dynamic_cast<ui::Button*>(dialog->Find("cmdCancel"))->Click(); };
+  const tests::EditorDialog dialog(*this, [](tests::EditorDialog& open) { open.Click("cmdCancel"); });
   Click(Input("cmdConfigure", 5));
-  EXPECT_EQ(editor->initialized, (std::vector<std::string>{"RTU-2 South wing 5 5", "RTU-2 South wing 5 5"}));
+  EXPECT_EQ(dialog.editor->initialized,
+            (std::vector<std::string>{"RTU-2 South wing 5 5", "RTU-2 South wing 5 5"}));
   EXPECT_EQ(LastMessage(), "Configure/Sensor Input: Configuring sensor input was canceled.");
   EXPECT_TRUE(controls.alive.empty());
 }

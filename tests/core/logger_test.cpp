@@ -21,12 +21,19 @@ struct LoggerTest : testing::Test, tests::StandIns {
   }
   const std::vector<ui::ListView::Row>& Rows() { return Find<ui::ListView>("ListView1").Rows(); }
 
-  logger::fMessage logger{{registry, locale, loop, fileDialog, nullptr, "Software\\Key", "C:\\Tool",
-                           [](std::string_view text) { return std::string(text); }}};
+  logger::fMessage Make(std::function<std::string(std::string_view)> translate) {
+    return logger::fMessage{
+        {registry, locale, loop, fileDialog, nullptr, "Software\\Key", "C:\\Tool", std::move(translate)}};
+  }
+  static std::string English(std::string_view text) { return std::string(text); }
+
+  logger::fMessage logger = Make(English);
   std::vector<int> events;
 };
 
-TEST_F(LoggerTest, MakesARowOfEveryLine) {
+TEST_F(LoggerTest, MakesARowOfEveryLineThatSaysSomething) {
+  for (const char* text : {"", "  \t ", "\r\n"}) logger.AddMessage(text, "r", "l", 64);
+  EXPECT_TRUE(Rows().empty() && events.empty() && !logger.Visible());
   logger.AddMessage(" first\tpart \r\nsecond\n\nthird ", "WriteValue", "Alarm", 16);
   ASSERT_EQ(Rows().size(), 3u);
   EXPECT_EQ(Rows()[0].cells,
@@ -35,13 +42,6 @@ TEST_F(LoggerTest, MakesARowOfEveryLine) {
   EXPECT_EQ(Rows()[2].cells[2], "third");
   EXPECT_EQ(Rows()[2].key, "3Key");
   EXPECT_EQ(events, std::vector<int>{16});
-}
-
-TEST_F(LoggerTest, IgnoresEmptyMessages) {
-  for (const char* text : {"", "  \t ", "\r\n"}) logger.AddMessage(text, "r", "l", 64);
-  EXPECT_TRUE(Rows().empty());
-  EXPECT_TRUE(events.empty());
-  EXPECT_FALSE(logger.Visible());
 }
 
 TEST_F(LoggerTest, ShowsItselfUnlessTheUserDoesNotWantIt) {
@@ -54,8 +54,7 @@ TEST_F(LoggerTest, ShowsItselfUnlessTheUserDoesNotWantIt) {
   EXPECT_EQ(registry.values["Software\\Key|IsShowLogAutomatically"], "0");
   logger.AddMessage("b", "r", "l", 64);
   EXPECT_FALSE(logger.Visible());
-  const logger::fMessage next{{registry, locale, loop, fileDialog, nullptr, "Software\\Key", "C:\\Tool",
-                               [](std::string_view text) { return std::string(text); }}};
+  const logger::fMessage next = Make(English);
   EXPECT_TRUE(dynamic_cast<ui::CheckBox*>(next.Find("Check1"))->Checked()) << "the choice is kept";
 }
 
@@ -85,9 +84,8 @@ TEST_F(LoggerTest, SavesSixFieldsARow) {
 
 TEST_F(LoggerTest, KeepsTheRowsWhenSavingFailsOrIsCancelled) {
   logger.AddMessage("a", "r", "l", 64);
-  for (const std::optional<std::string>& answer :
-       {std::optional<std::string>(), std::optional<std::string>("/no/such/folder/x.log")}) {
-    fileDialog.answer = answer;
+  for (const char* answer : {"", "/no/such/folder/x.log"}) {
+    if (*answer) fileDialog.answer = answer;
     Find<ui::Button>("BtnCmd(1)").Click();
     EXPECT_EQ(Rows().size(), 1u);
   }
@@ -125,13 +123,11 @@ TEST_F(LoggerTest, ShowsNewRowsAtTheirFullWidth) {
   EXPECT_EQ(shown(), std::pair(2, 1)) << "what a person reads stays in view";
 }
 
-TEST(Logger, ItsTitleKeepsTheBlankInAnyLanguage) {
-  tests::StandIns around;
-  logger::fMessage logger{{around.registry, around.locale, around.loop, around.fileDialog, nullptr, "Key",
-                           "C:\\Tool",
-                           [](std::string_view text) { return "<" + std::string(base::Trim(text)) + ">"; }}};
-  logger.SetFormTitle("KV-TARN Configuration");
-  EXPECT_EQ(logger.Title(), "KV-TARN Configuration -  <Message Logger>");
+TEST_F(LoggerTest, ItsTitleKeepsTheBlankInAnyLanguage) {
+  logger::fMessage other =
+      Make([](std::string_view text) { return "<" + std::string(base::Trim(text)) + ">"; });
+  other.SetFormTitle("KV-TARN Configuration");
+  EXPECT_EQ(other.Title(), "KV-TARN Configuration -  <Message Logger>");
 }
 
 }  // namespace

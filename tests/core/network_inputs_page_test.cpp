@@ -45,12 +45,11 @@ struct NetworkInputsTest : Windows, tests::ToolTest {
     Click("fNetworkInput.cmdChangeType");
   }
   void Choose(const char* variable, const char* type, const char* button = "cmdOK") {
-    InDialog(
-        [&] {
-          EXPECT_TRUE(ChooseRow("lvwVariable", variable));
-          EXPECT_TRUE(ChooseRow("lvwType", type)) << variable << " " << type;
-        },
-        button);
+    const auto choose = [&] {
+      EXPECT_TRUE(ChooseRow("lvwVariable", variable) && ChooseRow("lvwType", type))
+          << variable << " " << type;
+    };
+    InDialog(choose, button);
   }
   template <class T>
   T& In(const char* control) {
@@ -66,15 +65,13 @@ struct NetworkInputsTest : Windows, tests::ToolTest {
     return In<ui::ListView>(list).Choose(
         static_cast<std::size_t>(std::ranges::find(rows, text) - rows.begin()));
   }
-  /// The flag and, where that page is there, the controls that hang on it.
+  /// The flag, and with it the controls that hang on it.
   bool OptimumStart() {
     const bool standard = Main().Device().OccupancyIsStandard;
-    if (const shell::ISubForm* options = Main().Pages().FindPage("fOptions")) {
-      for (const char* name :
-           {"txtStartTime", "fraOptimum", "lblStartTime", "lblUnitStartTime", "chkOptimum"}) {
-        for (const ui::Control* control : options->Group(name))
-          EXPECT_EQ(control->Enabled(), standard) << name;
-      }
+    for (const char* name :
+         {"txtStartTime", "fraOptimum", "lblStartTime", "lblUnitStartTime", "chkOptimum"}) {
+      for (const ui::Control* control : Main().Pages().FindPage("fOptions")->Group(name))
+        EXPECT_EQ(control->Enabled(), standard) << name;
     }
     return standard;
   }
@@ -134,14 +131,13 @@ TEST_F(NetworkInputsTest, ANewTypeIsFollowedAtOnceAndReachesTheDeviceWithTheSave
 
   Choose("nviOccCmd", "SNVT_occupancy");
   EXPECT_TRUE(OptimumStart());
+  Click("cmdRefresh");
+  EXPECT_FALSE(OptimumStart()) << "a refresh drops what was not saved";
+  EXPECT_EQ(Text(Indexed("lblType", 0)), "SNVT_tod_event");
+  Choose("nviOccCmd", "SNVT_occupancy");
   Click("cmdApply");
   EXPECT_EQ(TypeInDevice("nviOccCmd"), "SNVT_occupancy");
   EXPECT_TRUE(OptimumStart());
-
-  Choose("nviOccCmd", "SNVT_tod_event");
-  Click("cmdRefresh");
-  EXPECT_TRUE(OptimumStart()) << "a refresh drops what was not saved";
-  EXPECT_EQ(Text(Indexed("lblType", 0)), "SNVT_occupancy");
 }
 
 TEST_F(NetworkInputsTest, BackToTheTypeInTheDeviceKeepsItsScope) {

@@ -5,7 +5,6 @@ namespace {
 
 struct OptionsTest : tests::ToolTest {
   std::string Extra(const char* device) { return Stored(device, 52, "UCPTextraConfig", 1); }
-  std::string Options(const char* device) { return Stored(device, 48, "UCPTobjectOptions", 0); }
   bool Enabled(const std::string& name) { return AllUsable("fOptions." + name); }
   bool Leave(const char* box) { return Find<ui::TextBox>("fOptions." + std::string(box)).Leave(); }
   void ToggleCheck(const char* box) {
@@ -13,36 +12,11 @@ struct OptionsTest : tests::ToolTest {
   }
 };
 
-TEST_F(OptionsTest, EveryControlSavesItsOwnFieldAndNothingElse) {
-  Open(tests::kAssigned);
-  Unlock("fOptions");
-  base::Record options(Options(tests::kAssigned));
-  const std::pair<const char*, std::size_t> checks[] = {{"chkAlternate", 34},  {"chkTerminal", 48},
-                                                        {"chkOptimum(1)", 59}, {"chkOptimum(2)", 60},
-                                                        {"chkFrost", 62},      {"chkAlternate", 34}};
-  for (const auto& [box, field] : checks) {
-    ToggleCheck(box);
-    options.Set(field, options.Field(field) == "1" ? "0" : "1");
-  }
-  for (const auto& [group, field] : {std::pair{"optTerminal", 33u}, std::pair{"optAverage", 52u}}) {
-    const bool first = options.Field(field) == "1";
-    Unlock("fOptions");
-    EXPECT_TRUE(Find<ui::OptionButton>("fOptions." + std::string(group) + (first ? "(0)" : "(1)")).Click());
-    options.Set(field, first ? "0" : "1");
-  }
-  ToggleCheck("chkEnable");
-  options.Set(51, "0");
-  Click("cmdApply");
-  EXPECT_EQ(LastMessage(), tests::kApplied);
-  EXPECT_EQ(Options(tests::kAssigned), options.Join());
-}
-
 TEST_F(OptionsTest, BoxesShowAndSaveTheirPropertiesInImperialUnits) {
   registry.values["SOFTWARE\\LonWorks\\Plugins|Measure"] = "1";
   Open(tests::kAssigned);
   Unlock("fOptions");
   EXPECT_EQ(Text("fOptions.txtMaxOffset"), "3.60");  // 2 K
-  EXPECT_EQ(Text("fOptions.lblMaxOffsetUnit"), "°F");
   const std::pair<const char*, const char*> typed[] = {
       {"txtStartTime", "200"}, {"txtMaxOffset", "1.8"}, {"txtInput", "120.5"}, {"txtAt(0)", "10"},
       {"txtAt(1)", "20"},      {"txtAt(2)", "30"},      {"txtAt(3)", "40.5"}};
@@ -62,9 +36,7 @@ TEST_F(OptionsTest, TheCycleTimeFollowsTheChangeoverDelayAndItsOwnRange) {
   const std::string range =
       "The Heating/cooling cycle time must be higher or equal to 10 and lower or equal to 120";
   const struct {
-    const char* delay;
-    const char* cycle;
-    std::string fault;
+    std::string delay, cycle, fault;
   } cases[] = {{"30", "59", twice}, {"30", "60", ""},    {"2", "9", range},
                {"2", "10", ""},     {"2", "121", range}, {"2", "120", ""}};
   Open(tests::kAssigned);
@@ -117,21 +89,6 @@ TEST_F(OptionsTest, TheChangeoverDemandIsStoredDoubledAndRounded) {
       EXPECT_EQ(prompts.asked.back().text, *text ? refusal : "Invalid value for this field");
     }
   }
-}
-
-TEST_F(OptionsTest, AnOldAlgorithmMarkerIsAdjustedWithTheNextSaveAndToldOnce) {
-  const std::string notice =
-      "WriteValue/Options: The Optimum Start algorithm was updated and options were adjusted accordingly. "
-      "See User "
-      "Guide for more details.";
-  Open(tests::kPressure);
-  EXPECT_TRUE(Main().Pages().FindPage("fOptions")->IsChanged());
-  Click("cmdApply");
-  EXPECT_EQ(base::Record(Options(tests::kPressure)).Field(58), "0");
-  EXPECT_FALSE(Main().Pages().FindPage("fOptions")->IsChanged());
-  ToggleCheck("chkFrost");
-  Click("cmdApply");
-  EXPECT_EQ(std::ranges::count(Messages(), notice), 1);
 }
 
 TEST_F(OptionsTest, GroupsFollowTheirCheckBoxes) {

@@ -41,6 +41,11 @@ struct Reassembly : testing::Test {
   void Arrive(std::size_t from, std::size_t to) {
     receiver.DataArrival(std::span(stream).subspan(from, to - from));
   }
+  /// With one byte changed.
+  void Arrive(std::size_t from, std::size_t to, std::size_t place, std::uint8_t byte) {
+    stream[place] = byte;
+    Arrive(from, to);
+  }
 
   std::string Fault(const std::function<void()>& work) {
     try {
@@ -126,34 +131,12 @@ TEST_F(Reassembly, WhatCannotBeTheAnswerIsRefusedInWords) {
   const struct {
     const char* text;
     std::function<void()> arrive;
-  } cases[] = {
-      {"23 bytes where a header of 24", [&] { Arrive(0, 23); }},
-      {"announced an answer of 2147483648 bytes",
-       [&] {
-         stream[12] = 0x80;
-         Arrive(0, 24);
-       }},
-      {"answered transaction 7019 where 7018",
-       [&] {
-         stream[7] = 0x6B;
-         Arrive(0, 24);
-       }},
-      {"no request waits",
-       [&] {
-         Arrive(0, 24);
-         Arrive(0, 1);
-       }},
-      {"no request waits",
-       [&] {
-         stream.push_back(1);
-         Arrive(0, 25);
-       }},
-      {"no request waits",
-       [&] {
-         table.At(7018)->State = serverlink::kBuilding;
-         Arrive(0, 24);
-       }},
-  };
+  } cases[] = {{"23 bytes where a header of 24", [&] { Arrive(0, 23); }},
+               {"announced an answer of 2147483648 bytes", [&] { Arrive(0, 24, 12, 0x80); }},
+               {"answered transaction 7019 where 7018", [&] { Arrive(0, 24, 7, 0x6B); }},
+               {"no request waits", [&] { Arrive(0, 24), Arrive(0, 1); }},
+               {"no request waits", [&] { stream.push_back(1), Arrive(0, 25); }},
+               {"no request waits", [&] { table.At(7018)->State = serverlink::kBuilding, Arrive(0, 24); }}};
   for (const auto& item : cases) {
     Expect({0});
     EXPECT_THAT(Fault(item.arrive), testing::HasSubstr(item.text));

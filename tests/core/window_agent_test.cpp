@@ -33,15 +33,12 @@ TEST_F(WindowAgent, ANewSectionTakesThePlaceOfTheOpenOne) {
   EXPECT_TRUE(agent.OpenAndMapPaged(8, ".se\\co/nd."));
   EXPECT_EQ(memory.OpenNames(), Texts{"second"});
   EXPECT_EQ(agent.MappingName(), "second");
-  EXPECT_NE(agent.ViewAddress(), nullptr);
-  EXPECT_NE(agent.MappingHandle(), 0u);
+  EXPECT_TRUE(agent.ViewAddress() && agent.MappingHandle());
 
   EXPECT_TRUE(agent.UnMapFile());
   EXPECT_EQ(agent.MappingName(), "");
-  EXPECT_EQ(agent.ViewAddress(), nullptr);
-  EXPECT_EQ(agent.MappingHandle(), 0u);
-  EXPECT_TRUE(memory.OpenNames().empty());
-  EXPECT_TRUE(errors.empty());
+  EXPECT_FALSE(agent.ViewAddress() || agent.MappingHandle());
+  EXPECT_TRUE(memory.OpenNames().empty() && errors.empty());
 }
 
 TEST_F(WindowAgent, RefusalsOfTheSystemAreToldByTheErrorEvent) {
@@ -66,10 +63,8 @@ TEST_F(WindowAgent, EachModeShowsTheWindowInItsWay) {
   ASSERT_EQ(agent.RaisePublished("name"), Found::kRaised);  // from now on it keeps that handle
   const struct {
     std::int16_t mode;
-    bool maximise;
-    bool answer;
-    const char* shown;
-    const char* window;
+    bool maximise, answer;
+    std::string shown, window;
   } cases[] = {{1, false, true, "show 5 ", "8"},   {1, true, true, "show 3 ", "8"},
                {2, false, true, "show 9 ", "8"},   {2, true, true, "show 3 ", "8"},
                {3, false, false, "show 9 ", "31"}, {3, true, false, "show 3 ", "31"}};

@@ -33,24 +33,9 @@ TEST(SimObjects, StatesAreKeptAndFollowTheTransaction) {
             "There is no object \"HardwareInput7\".");
 }
 
-TEST(SimObjects, RefuseInWords) {
-  Building building(Options());
-  const Client client(building);
-  const automation::Object output = client.LonMark("HardwareOutput1");
-  output.Put("State", "DISABLED");
-  EXPECT_EQ(RefusalOf([&] { output.Call("Test"); }),
-            "HardwareOutput1 is disabled; enable it before the test.");
-  EXPECT_EQ(RefusalOf([&] { output.Put("State", "off"); }),
-            "There is no state \"off\"; the states are ENABLED and DISABLED.");
-  EXPECT_EQ(RefusalOf([&] { client.LonMark("NodeObject").Put("State", "DISABLED"); }),
-            "NodeObject cannot be disabled: the other objects are reached through it.");
-}
-
 TEST(SimObjects, TheSelfTestFindsAFunctionWithoutASensor) {
   const struct {
-    const char* function;
-    const char* sensor;
-    const char* result;
+    std::string function, sensor, result;
   } cases[] = {{"SPACE_TEMP", "STD_THERMISTOR", "PASSED"},
                {"SPACE_TEMP", "DISCONNECTED", "FAILED: no sensor for SPACE_TEMP"},
                {"UNUSED", "DISCONNECTED", "PASSED"}};

@@ -41,12 +41,9 @@ TEST(SimTemplate, DamageAnywhereIsNoticed) {
 }
 
 TEST(SimTemplate, RefusalsSayWhatIsWrong) {
-  struct Case {
-    const char* from;
-    const char* to;
-    const char* words;
-  };
-  const Case kCases[] = {
+  const struct {
+    std::string from, to, words;
+  } cases[] = {
       {"8000AB0C12340001", "8000AB0C12340002", "is for program 8000AB0C12340002 version 3.1, not"},
       {"\"version\": \"3.1\"", "\"version\": \"3.2\"", "version 3.2, not"},
       {"\"objects\": [", "\"objects\": {", "parse error"},
@@ -64,7 +61,7 @@ TEST(SimTemplate, RefusalsSayWhatIsWrong) {
   Building building(Options());
   const Client client(building);
   const std::string json = simulator::UnpackTemplate(building.TemplateBytes());
-  for (const Case& c : kCases) {
+  for (const auto& c : cases) {
     const std::string changed = base::ReplaceAll(json, c.from, c.to);
     ASSERT_NE(changed, json) << c.from;
     const std::string reason = Load(building, client, simulator::PackTemplate(changed));
@@ -103,10 +100,6 @@ TEST(SimTemplate, ValuesThatWereStoredOutliveALoadAndMustFitIt) {
   EXPECT_NE(
       Load(building, client, simulator::PackTemplate(other)).find("RoofTopObject.12 does not fit its type"),
       std::string::npos);
-}
-
-TEST(SimTemplate, FileNameIsMadeOfProgramAndVersion) {
-  EXPECT_EQ(simulator::TemplateFileName("8000ab0c12340001", "3.1"), "8000AB0C12340001_3_1.bin");
 }
 
 }  // namespace

@@ -37,7 +37,7 @@ std::shared_ptr<Box> MakeBox(const Value& content) {
 
 }  // namespace
 
-const automation::MemberOf<Box> Box::kMembers[9] = {
+const automation::MemberOf<Box> Box::kMembers[8] = {
     {"Content", [](Box& box, const Arguments&) { return box.content; },
      [](Box& box, const Value& value) { box.content = value; }, nullptr},
     {"Fixed", [](Box&, const Arguments&) { return Value(7); }, nullptr, nullptr},
@@ -53,7 +53,6 @@ const automation::MemberOf<Box> Box::kMembers[9] = {
      nullptr},
     {"Reach", nullptr, nullptr, Reach},
     {"Wait", nullptr, nullptr, Wait},
-    {"Calls", [](Box& box, const Arguments&) { return Value(++box.calls); }, nullptr, nullptr},
 };
 
 ForeignObject::ForeignObject(win32::ComPtr<IDispatch> inner, Counts& counts, DISPID shift)
@@ -75,7 +74,6 @@ HRESULT ForeignObject::GetIDsOfNames(REFIID id, LPOLESTR* names, UINT count, LCI
 
 HRESULT ForeignObject::Invoke(DISPID id, REFIID iid, LCID locale, WORD flags, DISPPARAMS* parameters,
                               VARIANT* result, EXCEPINFO* exception, UINT* argument) {
-  ++counts_.invocations;
   const HRESULT status =
       inner_->Invoke(id - shift_, iid, locale, flags, parameters, result, exception, argument);
   if (SUCCEEDED(status) && result && result->vt == VT_DISPATCH && result->pdispVal) {

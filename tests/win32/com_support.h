@@ -17,10 +17,9 @@ using automation::Value;
 
 class Box : public automation::LocalClass<Box> {
  public:
-  static const automation::MemberOf<Box> kMembers[9];
+  static const automation::MemberOf<Box> kMembers[8];
 
   Value content;
-  int calls = 0;
 };
 
 /// Passes everything on to another IDispatch and counts; objects that come back are shown in the same way.
@@ -29,7 +28,6 @@ class ForeignObject : public win32::ComClass<IDispatch> {
  public:
   struct Counts {
     int lookUps = 0;
-    int invocations = 0;
   };
 
   ForeignObject(win32::ComPtr<IDispatch> inner, Counts& counts, DISPID shift = 0);

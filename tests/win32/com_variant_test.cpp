@@ -1,5 +1,7 @@
 #include <gtest/gtest.h>
 
+#include <cstring>
+
 #include "automation/error.h"
 #include "com_support.h"
 #include "platform/win32/local_dispatch.h"
@@ -24,23 +26,21 @@ bool Same(const Value& left, const Value& right) {
 
 TEST(Variant, GoesOutAndComesBackUnchanged) {
   const std::string nul("a\0b", 3);
-  const Value values[] = {
-      {},
-      true,
-      false,
-      0,
-      std::numeric_limits<std::int32_t>::min(),
-      0.1,
-      -1e300,
-      "",
-      "72.5 °F",
-      "\xF0\x9F\x8C\xA1 outside the basic plane",
-      nul,
-      Bytes{},
-      Bytes{0, 1, 127, 128, 255},
-      automation::Object(),
-      automation::Object(std::make_shared<com_test::Box>()),
-  };
+  const Value values[] = {{},
+                          true,
+                          false,
+                          0,
+                          std::numeric_limits<std::int32_t>::min(),
+                          0.1,
+                          -1e300,
+                          "",
+                          "72.5 °F",
+                          "\xF0\x9F\x8C\xA1 outside the basic plane",
+                          nul,
+                          Bytes{},
+                          Bytes{0, 1, 127, 128, 255},
+                          automation::Object(),
+                          automation::Object(std::make_shared<com_test::Box>())};
   for (const Value& value : values) {
     const Variant variant = ToVariant(value);
     EXPECT_TRUE(Same(ToValue(variant.Get()), value))
@@ -48,111 +48,48 @@ TEST(Variant, GoesOutAndComesBackUnchanged) {
   }
 }
 
-// What other programs may send; each is set by hand into a plain variant.
+// What other programs may send: the type and, at the common start of all members, the value.
+template <class T>
+VARIANT Plain(int type, T value) {
+  VARIANT plain;
+  VariantInit(&plain);
+  plain.vt = static_cast<VARTYPE>(type);
+  std::memcpy(&plain.llVal, &value, sizeof value);
+  return plain;
+}
+
 TEST(Variant, UnderstandsWhatOthersSend) {
-  const struct {
+  struct {
     const char* what;
-    std::function<void(VARIANT&)> fill;
+    VARIANT plain;
     Value expected;
   } cases[] = {
-      {"null", [](VARIANT& v) { v.vt = VT_NULL; }, {}},
-      {"missing argument",
-       [](VARIANT& v) {
-         v.vt = VT_ERROR;
-         v.scode = DISP_E_PARAMNOTFOUND;
-       },
-       {}},
-      {"any non-zero boolean",
-       [](VARIANT& v) {
-         v.vt = VT_BOOL;
-         v.boolVal = 1;
-       },
-       true},
-      {"signed byte",
-       [](VARIANT& v) {
-         v.vt = VT_I1;
-         v.cVal = static_cast<CHAR>(-1);
-       },
-       -1},
-      {"byte",
-       [](VARIANT& v) {
-         v.vt = VT_UI1;
-         v.bVal = 200;
-       },
-       200},
-      {"16 bits",
-       [](VARIANT& v) {
-         v.vt = VT_I2;
-         v.iVal = -32768;
-       },
-       -32768},
-      {"large unsigned",
-       [](VARIANT& v) {
-         v.vt = VT_UI4;
-         v.ulVal = 4000000000u;
-       },
-       4e9},
-      {"64 bits",
-       [](VARIANT& v) {
-         v.vt = VT_I8;
-         v.llVal = -5;
-       },
-       -5},
-      {"single",
-       [](VARIANT& v) {
-         v.vt = VT_R4;
-         v.fltVal = 2.5F;
-       },
-       2.5},
-      {"date",
-       [](VARIANT& v) {
-         v.vt = VT_DATE;
-         v.date = 36526.5;
-       },
-       36526.5},
-      {"currency",
-       [](VARIANT& v) {
-         v.vt = VT_CY;
-         v.cyVal.int64 = 12345;
-       },
-       1.2345},
-      {"null text",
-       [](VARIANT& v) {
-         v.vt = VT_BSTR;
-         v.bstrVal = nullptr;
-       },
-       ""},
-      {"no byte array",
-       [](VARIANT& v) {
-         v.vt = VT_ARRAY | VT_UI1;
-         v.parray = nullptr;
-       },
-       Bytes{}},
+      {"null", Plain(VT_NULL, 0), {}},
+      {"missing argument", Plain(VT_ERROR, DISP_E_PARAMNOTFOUND), {}},
+      {"any non-zero boolean", Plain(VT_BOOL, VARIANT_BOOL{1}), true},
+      {"signed byte", Plain(VT_I1, static_cast<signed char>(-1)), -1},
+      {"byte", Plain(VT_UI1, BYTE{200}), 200},
+      {"16 bits", Plain(VT_I2, SHORT{-32768}), -32768},
+      {"large unsigned", Plain(VT_UI4, 4000000000u), 4e9},
+      {"64 bits", Plain(VT_I8, LONGLONG{-5}), -5},
+      {"single", Plain(VT_R4, 2.5F), 2.5},
+      {"date", Plain(VT_DATE, 36526.5), 36526.5},
+      {"currency", Plain(VT_CY, LONGLONG{12345}), 1.2345},
+      {"null text", Plain(VT_BSTR, BSTR{nullptr}), ""},
+      {"no byte array", Plain(VT_ARRAY | VT_UI1, static_cast<SAFEARRAY*>(nullptr)), Bytes{}},
   };
-  for (const auto& test : cases) {
-    VARIANT plain;
-    VariantInit(&plain);
-    test.fill(plain);
-    EXPECT_TRUE(Same(ToValue(plain), test.expected)) << test.what;
-    VARIANT reference;
-    VariantInit(&reference);
-    reference.vt = VT_BYREF | VT_VARIANT;
-    reference.pvarVal = &plain;
-    EXPECT_TRUE(Same(ToValue(reference), test.expected)) << test.what << " by reference";
+  for (auto& test : cases) {
+    EXPECT_TRUE(Same(ToValue(test.plain), test.expected)) << test.what;
+    EXPECT_TRUE(Same(ToValue(Plain(VT_BYREF | VT_VARIANT, &test.plain)), test.expected))
+        << test.what << " by reference";
   }
 }
 
 TEST(Variant, FollowsTypedReferences) {
   BSTR text = SysAllocString(L"by reference");
   short number = 12;
-  VARIANT variant;
-  VariantInit(&variant);
-  variant.vt = VT_BYREF | VT_BSTR;
-  variant.pbstrVal = &text;
-  EXPECT_EQ(ToValue(variant).AsText(), "by reference");
-  variant.vt = VT_BYREF | VT_I2;
-  variant.piVal = &number;
-  EXPECT_EQ(ToValue(variant).AsWhole(), 12);
+  EXPECT_EQ(ToValue(Plain(VT_BYREF | VT_BSTR, &text)).AsText(), "by reference");
+  EXPECT_EQ(ToValue(Plain(VT_BYREF | VT_I2, &number)).AsWhole(), 12);
   EXPECT_STREQ(text, L"by reference");
   SysFreeString(text);
 }
@@ -178,12 +115,8 @@ TEST(Variant, ArraysOfScriptsAreBytesWhenTheyFit) {
 }
 
 TEST(Variant, RefusesWhatItDoesNotUnderstand) {
-  VARIANT variant;
-  VariantInit(&variant);
-  variant.vt = VT_ERROR;
-  variant.scode = E_FAIL;
   try {
-    ToValue(variant);
+    ToValue(Plain(VT_ERROR, E_FAIL));
     FAIL() << "an error code is no value";
   } catch (const automation::Error& error) {
     EXPECT_EQ(error.Code(), automation::kTypeMismatch);

@@ -231,28 +231,19 @@ TEST_F(UiWindow, MenuKeysAndEntriesRunTheirCommands) {
 }
 
 TEST(UiMenu, AcceleratorsAreReadFromCaptions) {
-  const struct {
-    const wchar_t* caption;
-    WORD key;
-    int modifiers;
-  } cases[] = {
+  const std::tuple<const wchar_t*, WORD, int> cases[] = {
       {L"&Save\tCtrl+S", 'S', FCONTROL},
       {L"Help\tF1", VK_F1, 0},
       {L"Last\tShift+F24", VK_F24, FSHIFT},
       {L"All\tCtrl+Shift+Alt+7", '7', FCONTROL | FSHIFT | FALT},
-      {L"Delete\tDel", VK_DELETE, 0},
-      {L"no key", 0, 0},
-      {L"wrong\tF25", 0, 0},
-      {L"wrong\tCtrl+", 0, 0},
-      {L"wrong\tHyper+S", 0, 0},
-      {L"wrong\tFx", 0, 0},
-  };
-  for (const auto& test : cases) {
-    const ACCEL accelerator = win32::ParseAccelerator(test.caption);
-    EXPECT_EQ(accelerator.key, test.key) << win32::Utf8(test.caption);
-    if (test.key) {
-      EXPECT_EQ(accelerator.fVirt, test.modifiers | FVIRTKEY) << win32::Utf8(test.caption);
-    }
+      {L"Delete\tDel", VK_DELETE, 0}};
+  for (const auto& [caption, key, modifiers] : cases) {
+    const ACCEL accelerator = win32::ParseAccelerator(caption);
+    EXPECT_EQ(accelerator.key, key) << win32::Utf8(caption);
+    EXPECT_EQ(accelerator.fVirt, modifiers | FVIRTKEY) << win32::Utf8(caption);
+  }
+  for (const wchar_t* none : {L"no key", L"wrong\tF25", L"wrong\tCtrl+", L"wrong\tHyper+S", L"wrong\tFx"}) {
+    EXPECT_EQ(win32::ParseAccelerator(none).key, 0) << win32::Utf8(none);
   }
 }
 
