@@ -237,7 +237,10 @@ void fControlOutput::Configure(std::size_t i) {
   dialog_->Index = static_cast<int>(i) + 1;
   dialog_->OutputSignal = SignalType(i);
   dialog_->Open();
-  if (!dialog_->NoChange) CheckHardware(i, SignalFor(i, previous_[i]));
+  if (dialog_->LeftAsItWas()) return;
+  const bool local = chkOutput[i].Checked();
+  CheckHardware(i, SignalFor(i, previous_[i]));
+  if (chkOutput[i].Checked() != local) MarkChanged();
 }
 
 }  // namespace pages

@@ -199,7 +199,7 @@ void fHardwareInput::Configure(std::size_t i) {
   dialog_->Choice = function ? function->choices : std::string_view();
   dialog_->InputChoice = previous_[i];
   dialog_->Open();
-  if (dialog_->NoChange) {
+  if (dialog_->LeftAsItWas()) {
     Context().messages.AddMessage(Translate("Configuring sensor input was canceled."), "Configure",
                                   "Sensor Input", logger::kInformation);
     return;
