@@ -39,7 +39,8 @@ ConfigDialog::~ConfigDialog() {
 }
 
 void ConfigDialog::InitStrings() {
-  const shell::Strings& strings = context_.strings;
+  shell::Strings& strings = context_.strings;
+  strings.ReloadStrings();
   SetTitle(strings.GetStrings(caption_));
   cmdOK.SetText(strings.GetStrings("&OK"));
   cmdApply.SetText(strings.GetStrings("Apply"));
