@@ -1,3 +1,6 @@
+#include <chrono>
+#include <thread>
+
 #include "editor.h"
 #include "tool_test.h"
 
@@ -92,6 +95,10 @@ TEST_F(InputsTest, CancelTakesTheChoiceBackAndAFailureIsTold) {
   prompts.answers = {ui::Answer::kCancel};
   Choose(1, "SETPOINT");
   EXPECT_EQ(Function(1), "UNUSED");
+  building.Faults().Fail({.member = "Property.Value"});
+  Choose(1, "FAN_STATE");
+  EXPECT_EQ(Function(1), "UNUSED") << "its sensor could not be read";
+  EXPECT_EQ(Main().Selections().GetSelectedInputType(0), "UNUSED");
   EXPECT_FALSE(Main().Pages().AnyPageChanged());
   prompts.answers = {ui::Answer::kYes};
   building.Faults().Fail({.member = "NetworkVariable.MvFormatType"});
@@ -139,6 +146,28 @@ TEST_F(InputsTest, AControlOfTheSensorDialogThatFailsDoesNotHideTheOther) {
     EXPECT_NE(LastMessage(), kCanceled) << member;
     EXPECT_EQ(Text(Input("lblSensor", 5)), "MULTI_LEVEL");
   }
+}
+
+TEST_F(InputsTest, NamesOfTheDeviceAreNotTranslated) {
+  building.Language().Put("Language", "French");
+  Open(device);
+  prompts.answers = {ui::Answer::kYes};
+  Choose(1, "SETPOINT");
+  EXPECT_NE(prompts.asked.back().text.find(" SETPOINT "), std::string::npos) << prompts.asked.back().text;
+  EXPECT_NE(LastMessage().find("SETPOINT"), std::string::npos) << LastMessage();
+  building.Faults().Fail({.member = "Property.Value"});
+  Choose(2, "FAN_STATE");
+  EXPECT_NE(LastMessage().find("Entrée 2: "), std::string::npos) << LastMessage();
+}
+
+TEST_F(InputsTest, TheSensorDialogFollowsALanguageChosenElsewhere) {
+  Open(tests::kPressure);
+  std::this_thread::sleep_for(std::chrono::seconds(1));  // the component counts in seconds
+  building.Language().Put("Language", "French");
+  InDialog(1, [this] {
+    EXPECT_EQ(dialog->Find("cmdCancel")->Text(), "Annuler");
+    ClickInDialog("cmdCancel");
+  });
 }
 
 TEST_F(InputsTest, TheSensorBehindAnInputIsShown) {

@@ -27,8 +27,6 @@ constexpr std::string_view kNoOverride = "0.0 -1";
 constexpr std::string_view kNoOverrideState = "-1";
 constexpr std::string_view kNoValue = "0.0";
 
-std::string OutputName(std::size_t i) { return "Output " + std::to_string(i + 1); }
-
 }  // namespace
 
 fControlOutput::fControlOutput(const shell::PageContext& context, int helpTopic)
@@ -73,13 +71,17 @@ void fControlOutput::InitStrings() {
   fraOutputs.SetText(Translate("Outputs"));
   for (std::size_t c = 0; c < lblColumn.Size(); ++c) lblColumn[c].SetText(Translate(kColumns[c]));
   for (std::size_t i = 0; i < kOutputCount; ++i) {
-    lblOutput[i].SetText(Translate("Output %s1%", {std::to_string(i + 1)}));
+    lblOutput[i].SetText(OutputName(i));
     lblVUnit[i].SetText("%");
     cmdConfigure[i].SetText(Translate("Configure..."));
     const int selected = cboONOFF[i].Selected();
     cboONOFF[i].SetItems({Translate("ON"), Translate("OFF")});
     cboONOFF[i].Select(selected);
   }
+}
+
+std::string fControlOutput::OutputName(std::size_t i) const {
+  return Translate("Output %s1%", {std::to_string(i + 1)});
 }
 
 const automation::Object& fControlOutput::Property(std::size_t i, int number) {
