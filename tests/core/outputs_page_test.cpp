@@ -291,6 +291,32 @@ TEST_F(OutputsTest, TheActuatorDialogWritesThroughItsControl) {
   EXPECT_TRUE(Main().Pages().AnyPageChanged()) << "the mark is stored with the page";
 }
 
+TEST_F(OutputsTest, AnOverrideIsOnOrOffByItsValue) {
+  Open(device);
+  for (const auto& [stored, shown] : {std::pair{"0.0 1", "OFF"}, {"100.0 0", "ON"}, {"0.5 1", "ON"}}) {
+    Main().Device().OutputProperties[3][4].Put("Value", stored);
+    Main().Pages().FindPage("fControlOutput")->FillValue();
+    EXPECT_EQ(Find<ui::ListBox>(Output("cboONOFF", 3)).SelectedText(), shown) << stored;
+    EXPECT_TRUE(Find<ui::CheckBox>(Output("chkOver", 3)).Checked()) << stored;
+  }
+}
+
+TEST_F(OutputsTest, TheFirstOverrideValueIsANumberOfTheUser) {
+  shell::Settings settings = program.GetSettings();
+  settings.numbers = base::Numbers(',');
+  hosting::Program other(platform, memory, desktop, description, settings, table, [] {});
+  const automation::Object otherApi(std::make_shared<hosting::PlugInApi>(other));
+  for (const char* name :
+       {"NetworkName", "NetworkIpAddress", "NetworkIpPort", "OvxServerVersion", "LmoIndex"})
+    otherApi.Put(name, api.Get(name));
+  otherApi.Put("DeviceName", tests::kUnassigned);
+  otherApi.Call("SendCommand", 0, 0, "");
+  const shell::ISubForm& page = *other.Window()->Pages().FindPage("fControlOutput");
+  EXPECT_EQ(page.Find("txtValue(6)")->Text(), "0.0");
+  EXPECT_TRUE(dynamic_cast<ui::ListBox&>(*page.Find("cboOutput(6)")).Choose("FAN_SPEED_MOD"));
+  EXPECT_EQ(page.Find("txtValue(6)")->Text(), "0,0");
+}
+
 TEST(NewerDevice, KeepsAFunctionThatTheToolDoesNotKnow) {
   // A controller that has an output function which this tool does not know.
   const tests::NewerBuilding newer(

@@ -25,7 +25,7 @@ enum OnOff { kOn = 0, kOff = 1 };
 
 constexpr std::string_view kNoOverride = "0.0 -1";
 constexpr std::string_view kNoOverrideState = "-1";
-constexpr std::string_view kNoValue = "0.0";
+constexpr std::string_view kNoValue = "0.0";  // shown so in every notation
 
 }  // namespace
 
@@ -109,7 +109,7 @@ void fControlOutput::FillOutput(std::size_t i) {
   const base::Record over(Property(i, kOverride).Text(host::kValue));
   const std::string value(over.Field(0));
   const bool permitted = over.Field(1) != kNoOverrideState;
-  const bool on = permitted && over.Field(1) != "0";
+  const bool on = value.find_first_of("123456789") != std::string::npos;  // not zero, in any notation
   const bool local = ReadName(i, kLocalHardware) == "TRUE";
   const std::string signal = SignalFor(i, function);
   WhenRead([=, this] {
@@ -145,11 +145,13 @@ void fControlOutput::ChooseFunction(std::size_t i) {
     return;
   }
   const std::string signal = SignalFor(i, next);
+  const bool assigned = GetOutputSignalClass(previous_[i]) != SignalClass::kNone;
+  const std::string value = assigned ? txtValue[i].Text() : Context().settings.numbers.Text(0, 1);
   cboOutput[i].SelectText(next);
   SetFunction(i, next);
   MarkChanged();
   if (next == kUnassigned) chkOver[i].SetChecked(false);
-  ShowOverride(i, txtValue[i].Text(), cboONOFF[i].Selected() == kOn);
+  ShowOverride(i, value, cboONOFF[i].Selected() == kOn);
   CheckHardware(i, signal);
   CheckOutputDependencies(Context());
 }
