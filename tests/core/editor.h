@@ -4,18 +4,24 @@
 #include <string>
 #include <vector>
 
+#include "automation/error.h"
 #include "automation/local_object.h"
 #include "stand_ins.h"
 
 namespace tests {
 
-/// Can be told to be changed and to refuse.
+/// Can be told to be changed, to refuse and to raise an error.
 struct Editor : automation::LocalClass<Editor> {
   std::vector<std::string> initialized;
   bool changed = false;
   bool accepts = true;
+  std::string raises;  // the member that fails
   int writes = 0;
   bool finished = false;
+
+  void Raise(const char* member) const {
+    if (raises == member) throw automation::Error(automation::kApplicationDefined, raises + " failed.");
+  }
 
   static const automation::MemberOf<Editor> kMembers[4];
 };
@@ -27,10 +33,15 @@ inline constexpr automation::MemberOf<Editor> Editor::kMembers[] = {
                                   arguments[2].AsText());
        return automation::Value();
      }},
-    {"IsChanged", [](Editor& self, const automation::Arguments&) { return automation::Value(self.changed); }},
+    {"IsChanged",
+     [](Editor& self, const automation::Arguments&) {
+       self.Raise("IsChanged");
+       return automation::Value(self.changed);
+     }},
     {"WriteValue", nullptr, nullptr,
      [](Editor& self, const automation::Arguments&) {
        ++self.writes;
+       self.Raise("WriteValue");
        if (self.accepts) self.changed = false;
        return automation::Value(self.accepts);
      }},

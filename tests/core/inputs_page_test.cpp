@@ -1,3 +1,6 @@
+#include <chrono>
+#include <thread>
+
 #include "editor.h"
 #include "tool_test.h"
 
@@ -15,8 +18,25 @@ struct InputsTest : tests::ToolTest {
     return building.StoredText(device, "HardwareInput" + std::to_string(number), property, format);
   }
 
+  /// Opens the sensor dialog of an input over two controls; `act` is what the person does in it.
+  void InDialog(int number, const std::function<void()>& act) {
+    for (auto* editor : {&variable, &hardware}) *editor = std::make_shared<tests::Editor>();
+    controls.make = [this](const std::string& name, const auto&) {
+      return automation::Object(name == "ctlSensorNV1" ? variable : hardware);
+    };
+    controls.onCreate = [this](ui::ControlSite& site) { dialog = &site.GetForm(); };
+    loop.whileOpen = act;
+    Click(Input("cmdConfigure", number));
+  }
+  void ClickInDialog(const char* button) { dynamic_cast<ui::Button&>(*dialog->Find(button)).Click(); }
+
   const char* device = tests::kUnassigned;
+  std::shared_ptr<tests::Editor> variable;
+  std::shared_ptr<tests::Editor> hardware;
+  ui::Form* dialog = nullptr;
 };
+
+constexpr const char* kCanceled = "Configure/Sensor Input: Configuring sensor input was canceled.";
 
 TEST_F(InputsTest, TheSameFunctionTwiceIsRefused) {
   Open(device);
@@ -74,6 +94,10 @@ TEST_F(InputsTest, CancelTakesTheChoiceBackAndAFailureIsTold) {
   prompts.answers = {ui::Answer::kCancel};
   Choose(1, "SETPOINT");
   EXPECT_EQ(Function(1), "UNUSED");
+  building.Faults().Fail({.member = "Property.Value"});
+  Choose(1, "FAN_STATE");
+  EXPECT_EQ(Function(1), "UNUSED") << "its sensor could not be read";
+  EXPECT_EQ(Main().Selections().GetSelectedInputType(0), "UNUSED");
   EXPECT_FALSE(Main().Pages().AnyPageChanged());
   prompts.answers = {ui::Answer::kYes};
   building.Faults().Fail({.member = "NetworkVariable.MvFormatType"});
@@ -91,12 +115,58 @@ TEST_F(InputsTest, TheSensorDialogGetsTheChoicesOfTheFunction) {
   Click(Input("cmdConfigure", 5));
   EXPECT_NE(LastMessage().find("\"MVConfigSensor.ctlSensorNV\" is not registered"), std::string::npos);
 
-  const tests::EditorDialog dialog(*this, [](tests::EditorDialog& open) { open.Click("cmdCancel"); });
-  Click(Input("cmdConfigure", 5));
-  EXPECT_EQ(dialog.editor->initialized,
-            (std::vector<std::string>{"RTU-2 South wing 5 5", "RTU-2 South wing 5 5"}));
-  EXPECT_EQ(LastMessage(), "Configure/Sensor Input: Configuring sensor input was canceled.");
+  InDialog(5, [this] {
+    ClickInDialog("cmdApply");
+    ClickInDialog("cmdCancel");
+  });
+  EXPECT_EQ(hardware->initialized, std::vector<std::string>{"RTU-2 South wing 5 5"});
+  EXPECT_EQ(variable->initialized, hardware->initialized);
+  EXPECT_EQ(hardware->writes, 0) << "nothing was changed";
+  EXPECT_EQ(LastMessage(), kCanceled);
   EXPECT_TRUE(controls.alive.empty());
+}
+
+TEST_F(InputsTest, AControlOfTheSensorDialogThatFailsDoesNotHideTheOther) {
+  Open(device);
+  Choose(5, "MODE_SELECTOR");
+  for (const char* member : {"IsChanged", "WriteValue"}) {
+    prompts.asked.clear();
+    InDialog(5, [&] {
+      variable->changed = hardware->changed = true;
+      variable->raises = member;
+      ClickInDialog("cmdOK");
+      EXPECT_EQ(prompts.asked.size(), 1u);
+      EXPECT_NE(LastMessage().find(std::string(member) + "/Sensor Configuration: "), std::string::npos)
+          << LastMessage();
+      EXPECT_EQ(hardware->writes, 1);
+      Main().Device().InputProperties[5][2].Put("Value", "MULTI_LEVEL");  // as the control has written
+      ClickInDialog("cmdCancel");
+    });
+    EXPECT_NE(LastMessage(), kCanceled) << member;
+    EXPECT_EQ(Text(Input("lblSensor", 5)), "MULTI_LEVEL");
+  }
+}
+
+TEST_F(InputsTest, NamesOfTheDeviceAreNotTranslated) {
+  building.Language().Put("Language", "French");
+  Open(device);
+  prompts.answers = {ui::Answer::kYes};
+  Choose(1, "SETPOINT");
+  EXPECT_NE(prompts.asked.back().text.find(" SETPOINT "), std::string::npos) << prompts.asked.back().text;
+  EXPECT_NE(LastMessage().find("SETPOINT"), std::string::npos) << LastMessage();
+  building.Faults().Fail({.member = "Property.Value"});
+  Choose(2, "FAN_STATE");
+  EXPECT_NE(LastMessage().find("Entrée 2: "), std::string::npos) << LastMessage();
+}
+
+TEST_F(InputsTest, TheSensorDialogFollowsALanguageChosenElsewhere) {
+  Open(tests::kPressure);
+  std::this_thread::sleep_for(std::chrono::seconds(1));  // the component counts in seconds
+  building.Language().Put("Language", "French");
+  InDialog(1, [this] {
+    EXPECT_EQ(dialog->Find("cmdCancel")->Text(), "Annuler");
+    ClickInDialog("cmdCancel");
+  });
 }
 
 TEST_F(InputsTest, TheSensorBehindAnInputIsShown) {

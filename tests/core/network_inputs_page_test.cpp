@@ -1,4 +1,6 @@
 #include <algorithm>
+#include <chrono>
+#include <thread>
 
 #include "base/record.h"
 #include "tool_test.h"
@@ -215,6 +217,13 @@ TEST_F(NetworkInputsTest, ATextThatIsNoNumberKeepsTheFocus) {
     ASSERT_EQ(prompts.asked.size(), 1u) << name;
     EXPECT_EQ(prompts.asked[0].text, "Invalid value for this field");
   }
+}
+
+TEST_F(NetworkInputsTest, TheDialogFollowsALanguageChosenElsewhere) {
+  Open(device);
+  std::this_thread::sleep_for(std::chrono::seconds(1));  // the component counts in seconds
+  building.Language().Put("Language", "French");
+  InDialog([this] { EXPECT_EQ(In<ui::Button>("cmdCancel").Text(), "Annuler"); }, "cmdCancel");
 }
 
 }  // namespace

@@ -236,7 +236,6 @@ TEST_F(OutputsTest, TheActuatorDialogWritesThroughItsControl) {
     tests::Editor& editor = *open.editor;
     EXPECT_EQ(editor.initialized, std::vector<std::string>{"RTU-1 North wing 7 PWM"});
     EXPECT_FALSE(Main().AcceptsInput());
-    editor.changed = true;
     editor.accepts = false;
     open.Click("cmdOK");
     EXPECT_EQ(prompts.asked.back().text, "An error as occured while writing the value in the database");
@@ -244,8 +243,8 @@ TEST_F(OutputsTest, TheActuatorDialogWritesThroughItsControl) {
     open.complain("No such range.");
     EXPECT_EQ(LastMessage(), "WriteValue/Actuator Configuration: No such range.");
     editor.accepts = true;
-    for (int i = 0; i < 2; ++i) open.Click("cmdApply");
-    EXPECT_EQ(editor.writes, 2) << "nothing has changed since the first Apply";
+    open.Click("cmdApply");
+    EXPECT_EQ(editor.writes, 2) << "whether or not it says that it was changed";
     EXPECT_FALSE(editor.finished);
     open.Click("cmdOK");
   });
@@ -253,6 +252,42 @@ TEST_F(OutputsTest, TheActuatorDialogWritesThroughItsControl) {
   EXPECT_TRUE(dialog.editor->finished);
   EXPECT_TRUE(controls.alive.empty());
   EXPECT_TRUE(Main().AcceptsInput());
+  EXPECT_FALSE(Main().Pages().AnyPageChanged());
+
+  loop.whileOpen = [&] {
+    Main().Device().OutputProperties[7][2].Put("Value", "DIGITAL");  // as the control has written
+    dialog.Click("cmdApply");
+    dialog.Click("cmdCancel");
+  };
+  Click(Output("cmdConfigure", 7));
+  EXPECT_FALSE(Find<ui::CheckBox>(Output("chkOutput", 7)).Checked());
+  EXPECT_TRUE(Main().Pages().AnyPageChanged()) << "the mark is stored with the page";
+}
+
+TEST_F(OutputsTest, AnOverrideIsOnOrOffByItsValue) {
+  Open(device);
+  for (const auto& [stored, shown] : {std::pair{"0.0 1", "OFF"}, {"100.0 0", "ON"}, {"0.5 1", "ON"}}) {
+    Main().Device().OutputProperties[3][4].Put("Value", stored);
+    Main().Pages().FindPage("fControlOutput")->FillValue();
+    EXPECT_EQ(Find<ui::ListBox>(Output("cboONOFF", 3)).SelectedText(), shown) << stored;
+    EXPECT_TRUE(Find<ui::CheckBox>(Output("chkOver", 3)).Checked()) << stored;
+  }
+}
+
+TEST_F(OutputsTest, TheFirstOverrideValueIsANumberOfTheUser) {
+  shell::Settings settings = program.GetSettings();
+  settings.numbers = base::Numbers(',');
+  hosting::Program other(platform, memory, desktop, description, settings, table, [] {});
+  const automation::Object otherApi(std::make_shared<hosting::PlugInApi>(other));
+  for (const char* name :
+       {"NetworkName", "NetworkIpAddress", "NetworkIpPort", "OvxServerVersion", "LmoIndex"})
+    otherApi.Put(name, api.Get(name));
+  otherApi.Put("DeviceName", tests::kUnassigned);
+  otherApi.Call("SendCommand", 0, 0, "");
+  const shell::ISubForm& page = *other.Window()->Pages().FindPage("fControlOutput");
+  EXPECT_EQ(page.Find("txtValue(6)")->Text(), "0.0");
+  EXPECT_TRUE(dynamic_cast<ui::ListBox&>(*page.Find("cboOutput(6)")).Choose("FAN_SPEED_MOD"));
+  EXPECT_EQ(page.Find("txtValue(6)")->Text(), "0,0");
 }
 
 TEST(NewerDevice, KeepsAFunctionThatTheToolDoesNotKnow) {

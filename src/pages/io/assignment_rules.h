@@ -28,7 +28,7 @@ struct OutputChange {
   bool OthersHold(std::string_view function) const;
 };
 
-/// Why a change is refused: a text for FormatStrings with its arguments, names that are not translated.
+/// Why a change is refused: a text for FormatStrings with its arguments.
 struct Refusal {
   std::string text;
   std::vector<std::string> arguments;

@@ -1,6 +1,5 @@
 #include "pages/io/config_dialog.h"
 
-#include <algorithm>
 #include <utility>
 
 #include "hosting/host_contract.h"
@@ -8,12 +7,12 @@
 
 namespace pages {
 
-ConfigDialog::ConfigDialog(std::string name, std::string caption, std::string failureText,
+ConfigDialog::ConfigDialog(std::string name, std::string caption, Writes writes,
                            std::span<const EditingControl> controls, const shell::PageContext& context)
     : Window(std::move(name)),
       context_(context),
       caption_(std::move(caption)),
-      failureText_(std::move(failureText)),
+      writes_(writes),
       descriptions_(controls) {
   std::vector<ui::Node> rows;
   for (const EditingControl& control : descriptions_) {
@@ -40,7 +39,8 @@ ConfigDialog::~ConfigDialog() {
 }
 
 void ConfigDialog::InitStrings() {
-  const shell::Strings& strings = context_.strings;
+  shell::Strings& strings = context_.strings;
+  strings.ReloadStrings();
   SetTitle(strings.GetStrings(caption_));
   cmdOK.SetText(strings.GetStrings("&OK"));
   cmdApply.SetText(strings.GetStrings("Apply"));
@@ -48,17 +48,20 @@ void ConfigDialog::InitStrings() {
   cmdHelp.SetText(strings.GetStrings("Help"));
 }
 
-void ConfigDialog::Guarded(const char* routine, const std::function<void()>& work) {
+bool ConfigDialog::Guarded(const char* routine, const std::function<void()>& work) {
   try {
     work();
+    return true;
   } catch (const std::exception& error) {
     context_.messages.AddMessage(shell::DescribeError(error), routine, caption_, logger::kError);
+    return false;
   }
 }
 
 void ConfigDialog::Open() {
   InitStrings();
   NoChange = false;
+  written_ = false;
   if (context_.platform.toolkit && !GetWindowPeer()) context_.platform.toolkit->Realize(*this);
   try {
     for (std::size_t i = 0; i < sites_.size(); ++i) {
@@ -76,17 +79,27 @@ void ConfigDialog::Open() {
 }
 
 bool ConfigDialog::Write() {
-  const bool changed = std::ranges::any_of(
-      editors_, [](const automation::Object& editor) { return editor.Get(host::kIsChanged).AsBool(); });
-  if (!changed) return true;
-  bool written = true;
-  for (const automation::Object& editor : editors_)
-    written = editor.Call(host::kWriteValue).AsBool() && written;
-  if (!written) {
-    context_.platform.prompts.Ask({context_.strings.GetStrings(failureText_), context_.settings.title,
-                                   ui::Buttons::kOk, ui::Icon::kInformation});
+  bool failed = false;
+  bool due = writes_ == Writes::kAlways;
+  if (!due) {
+    for (const automation::Object& editor : editors_) {
+      failed |= !Guarded("IsChanged", [&] { due |= editor.Get(host::kIsChanged).AsBool(); });
+    }
   }
-  return written;
+  if (due) {
+    for (const automation::Object& editor : editors_) {
+      bool written = false;
+      Guarded("WriteValue", [&] { written = editor.Call(host::kWriteValue).AsBool(); });
+      failed |= !written;
+      written_ |= written;
+    }
+  }
+  if (failed) {
+    context_.platform.prompts.Ask(
+        {context_.strings.GetStrings("An error as occured while writing the value in the database"),
+         context_.settings.title, ui::Buttons::kOk, ui::Icon::kInformation});
+  }
+  return !failed;
 }
 
 void ConfigDialog::Ok() {

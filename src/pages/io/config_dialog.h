@@ -28,14 +28,19 @@ class ConfigDialog : public ui::Window {
   int Index = 0;
   /// True after "Cancel".
   bool NoChange = false;
+  /// Cancelled with nothing written: what the pages show still holds.
+  bool LeftAsItWas() const { return NoChange && !written_; }
 
   /// Creates the controls and waits until the dialog is closed. Throws automation::Error naming a control
   /// that is not registered; the dialog is then not shown.
   void Open();
 
  protected:
-  ConfigDialog(std::string name, std::string caption, std::string failureText,
-               std::span<const EditingControl> controls, const shell::PageContext& context);
+  /// Whether the controls are told to write also when none of them says that it was changed.
+  enum class Writes { kAlways, kWhenChanged };
+
+  ConfigDialog(std::string name, std::string caption, Writes writes, std::span<const EditingControl> controls,
+               const shell::PageContext& context);
 
   /// What the controls get beside device and number: the choice list or the output's signal.
   virtual std::string ControlArgument() const = 0;
@@ -44,14 +49,16 @@ class ConfigDialog : public ui::Window {
  private:
   void InitStrings();
   void Ok();
-  /// Writes when a control was changed; no when a write failed, which has been told.
+  /// No when a control failed, which has been told. The others are asked nevertheless.
   bool Write();
   void End();
-  void Guarded(const char* routine, const std::function<void()>& work);
+  /// Runs `work` and answers yes; an error in it is logged, and the answer is no.
+  bool Guarded(const char* routine, const std::function<void()>& work);
 
   const shell::PageContext& context_;
   std::string caption_;
-  std::string failureText_;
+  Writes writes_;
+  bool written_ = false;  // a control has written since the dialog opened
   std::span<const EditingControl> descriptions_;
   std::vector<std::unique_ptr<ui::ControlSite>> sites_;
   std::vector<automation::Object> editors_;

@@ -32,7 +32,8 @@ fChangeType::~fChangeType() {
 }
 
 void fChangeType::InitStrings() {
-  const shell::Strings& strings = context_.strings;
+  shell::Strings& strings = context_.strings;
+  strings.ReloadStrings();
   SetTitle(strings.GetStrings("Change type"));
   lvwVariable.SetColumns({strings.GetStrings("Network variable")});
   lvwType.SetColumns({strings.GetStrings("Type")});
@@ -66,7 +67,8 @@ void fChangeType::ShowVariable(std::size_t place) {
   if (chosen != variable.allowed.end()) {
     lvwType.SetSelection({static_cast<std::size_t>(chosen - variable.allowed.begin())});
   }
-  lblPresent.SetText(context_.strings.FormatStrings("Type in the device: %s1%", {variable.present}));
+  lblPresent.SetText(shell::ReplacePlaceholders(context_.strings.GetStrings("Type in the device: %s1%"),
+                                                {variable.present}));
 }
 
 }  // namespace pages

@@ -10,7 +10,6 @@ constexpr EditingControl kControls[] = {
 }  // namespace
 
 fConfigActuator::fConfigActuator(const shell::PageContext& context)
-    : ConfigDialog("fConfigActuator", "Actuator Configuration",
-                   "An error as occured while writing the value in the database", kControls, context) {}
+    : ConfigDialog("fConfigActuator", "Actuator Configuration", Writes::kAlways, kControls, context) {}
 
 }  // namespace pages

@@ -11,7 +11,6 @@ constexpr EditingControl kControls[] = {
 }  // namespace
 
 fConfigSensor::fConfigSensor(const shell::PageContext& context)
-    : ConfigDialog("fConfigSensor", "Sensor Configuration",
-                   "An error as occured while writing the value in the database", kControls, context) {}
+    : ConfigDialog("fConfigSensor", "Sensor Configuration", Writes::kWhenChanged, kControls, context) {}
 
 }  // namespace pages

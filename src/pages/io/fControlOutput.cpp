@@ -25,9 +25,7 @@ enum OnOff { kOn = 0, kOff = 1 };
 
 constexpr std::string_view kNoOverride = "0.0 -1";
 constexpr std::string_view kNoOverrideState = "-1";
-constexpr std::string_view kNoValue = "0.0";
-
-std::string OutputName(std::size_t i) { return "Output " + std::to_string(i + 1); }
+constexpr std::string_view kNoValue = "0.0";  // shown so in every notation
 
 }  // namespace
 
@@ -73,13 +71,17 @@ void fControlOutput::InitStrings() {
   fraOutputs.SetText(Translate("Outputs"));
   for (std::size_t c = 0; c < lblColumn.Size(); ++c) lblColumn[c].SetText(Translate(kColumns[c]));
   for (std::size_t i = 0; i < kOutputCount; ++i) {
-    lblOutput[i].SetText(Translate("Output %s1%", {std::to_string(i + 1)}));
+    lblOutput[i].SetText(OutputName(i));
     lblVUnit[i].SetText("%");
     cmdConfigure[i].SetText(Translate("Configure..."));
     const int selected = cboONOFF[i].Selected();
     cboONOFF[i].SetItems({Translate("ON"), Translate("OFF")});
     cboONOFF[i].Select(selected);
   }
+}
+
+std::string fControlOutput::OutputName(std::size_t i) const {
+  return Translate("Output %s1%", {std::to_string(i + 1)});
 }
 
 const automation::Object& fControlOutput::Property(std::size_t i, int number) {
@@ -107,7 +109,7 @@ void fControlOutput::FillOutput(std::size_t i) {
   const base::Record over(Property(i, kOverride).Text(host::kValue));
   const std::string value(over.Field(0));
   const bool permitted = over.Field(1) != kNoOverrideState;
-  const bool on = permitted && over.Field(1) != "0";
+  const bool on = value.find_first_of("123456789") != std::string::npos;  // not zero, in any notation
   const bool local = ReadName(i, kLocalHardware) == "TRUE";
   const std::string signal = SignalFor(i, function);
   WhenRead([=, this] {
@@ -143,11 +145,13 @@ void fControlOutput::ChooseFunction(std::size_t i) {
     return;
   }
   const std::string signal = SignalFor(i, next);
+  const bool assigned = GetOutputSignalClass(previous_[i]) != SignalClass::kNone;
+  const std::string value = assigned ? txtValue[i].Text() : Context().settings.numbers.Text(0, 1);
   cboOutput[i].SelectText(next);
   SetFunction(i, next);
   MarkChanged();
   if (next == kUnassigned) chkOver[i].SetChecked(false);
-  ShowOverride(i, txtValue[i].Text(), cboONOFF[i].Selected() == kOn);
+  ShowOverride(i, value, cboONOFF[i].Selected() == kOn);
   CheckHardware(i, signal);
   CheckOutputDependencies(Context());
 }
@@ -237,7 +241,10 @@ void fControlOutput::Configure(std::size_t i) {
   dialog_->Index = static_cast<int>(i) + 1;
   dialog_->OutputSignal = SignalType(i);
   dialog_->Open();
-  if (!dialog_->NoChange) CheckHardware(i, SignalFor(i, previous_[i]));
+  if (dialog_->LeftAsItWas()) return;
+  const bool local = chkOutput[i].Checked();
+  CheckHardware(i, SignalFor(i, previous_[i]));
+  if (chkOutput[i].Checked() != local) MarkChanged();
 }
 
 }  // namespace pages

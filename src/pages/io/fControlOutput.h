@@ -23,6 +23,7 @@ class fControlOutput final : public PageBase {
   void BuildLayout();
   void ConnectHandlers(std::size_t i);
 
+  std::string OutputName(std::size_t i) const;
   const automation::Object& Property(std::size_t i, int number);
   void BindFormats();
   void FillOutput(std::size_t i);

@@ -17,8 +17,6 @@ constexpr std::string_view kFunctionFormat = "UCPTroofTopInputType";
 
 constexpr const char* kColumns[] = {"Sensor Input", "Usage", "Sensor"};
 
-std::string InputName(std::size_t i) { return "Input " + std::to_string(i + 1); }
-
 }  // namespace
 
 fHardwareInput::fHardwareInput(const shell::PageContext& context, int helpTopic)
@@ -49,10 +47,18 @@ void fHardwareInput::InitStrings() {
   fraInputs.SetText(Translate("Inputs"));
   for (std::size_t c = 0; c < lblColumn.Size(); ++c) lblColumn[c].SetText(Translate(kColumns[c]));
   for (std::size_t i = 0; i < kInputs; ++i) {
-    lblInput[i].SetText(Translate("Input %s1%", {std::to_string(i + 1)}));
+    lblInput[i].SetText(InputName(i));
     cmdConfigure[i].SetText(Translate("Configure..."));
     ShowSensor(i);
   }
+}
+
+std::string fHardwareInput::WithNames(std::string_view text, const std::vector<std::string>& names) const {
+  return shell::ReplacePlaceholders(Translate(text), names);
+}
+
+std::string fHardwareInput::InputName(std::size_t i) const {
+  return Translate("Input %s1%", {std::to_string(i + 1)});
 }
 
 const automation::Object& fHardwareInput::Property(std::size_t i, int number) {
@@ -77,7 +83,7 @@ void fHardwareInput::Fill() {
       });
     });
   }
-  WhenRead([this] { UpdateOtherPages(); });
+  WhenRead([this] { CheckOutputDependencies(Context()); });
 }
 
 void fHardwareInput::ShowFunction(std::size_t i, const std::string& function) {
@@ -113,35 +119,39 @@ void fHardwareInput::ShowSensor(std::size_t i) {
   lblSensor[i].SetText(
       !shown  ? std::string()
       : usual ? sensors_[i]
-              : Translate("%s1% (usually %s2%)", {sensors_[i], std::string(function->usualSensor)}));
+              : WithNames("%s1% (usually %s2%)", {sensors_[i], std::string(function->usualSensor)}));
 }
 
 void fHardwareInput::ChooseFunction(std::size_t i) {
   const std::string next = base::Upper(cboInput[i].SelectedText());
   if (next == previous_[i]) return;
+  cboInput[i].SelectText(previous_[i]);  // so it stays when it is refused, or the host fails
   if (next != kUnused && std::ranges::find(previous_, next) != previous_.end()) {
-    cboInput[i].SelectText(previous_[i]);
     Warn(Translate("This input is already selected, please select another one."));
     return;
   }
-  if (!OfferDefaults(i, next)) {
+  const std::string sensor = ReadSensorType(i);
+  cboInput[i].SelectText(next);
+  const ui::Answer defaults = OfferDefaults(next);
+  if (defaults == ui::Answer::kCancel) {
     cboInput[i].SelectText(previous_[i]);
     return;
   }
   SetFunction(i, next);
   MarkChanged();
+  ShowSensorType(i, sensor);
+  CheckOutputDependencies(Context());
+  if (defaults != ui::Answer::kYes) return;
+  ApplyDefaultValues(i, next);
   ShowSensorType(i, ReadSensorType(i));
-  UpdateOtherPages();
 }
 
-bool fHardwareInput::OfferDefaults(std::size_t i, const std::string& function) {
-  if (!DefaultsOf(function, Context().settings.numbers)) return true;
-  const ui::Answer answer = Context().platform.prompts.Ask(
-      {Translate("Do you want to set %s1% configuration properties to the default values ?", {function}) +
+ui::Answer fHardwareInput::OfferDefaults(const std::string& function) {
+  if (!DefaultsOf(function, Context().settings.numbers)) return ui::Answer::kNo;
+  return Context().platform.prompts.Ask(
+      {WithNames("Do you want to set %s1% configuration properties to the default values ?", {function}) +
            "\r\n" + Translate("If yes, this process takes a few secondes."),
        "QVR KV-TARN Configuration", ui::Buttons::kYesNoCancel, ui::Icon::kQuestion});
-  if (answer == ui::Answer::kYes) ApplyDefaultValues(i, function);
-  return answer != ui::Answer::kCancel;
 }
 
 void fHardwareInput::ApplyDefaultValues(std::size_t i, const std::string& function) {
@@ -162,20 +172,8 @@ void fHardwareInput::ApplyDefaultValues(std::size_t i, const std::string& functi
   const std::string_view text = applied
                                     ? "The default '%s1%' configuration settings were applied successfully"
                                     : "The default '%s1%' configuration settings were not applied";
-  Context().messages.AddMessage(Translate(text, {function}), kRoutine, Location(),
+  Context().messages.AddMessage(WithNames(text, {function}), kRoutine, Location(),
                                 applied ? logger::kInformation : logger::kError);
-}
-
-void fHardwareInput::UpdateOtherPages() {
-  CheckOutputDependencies(Context());
-  shell::ISubForm* page = Context().pages.FindPage("fFanValve");
-  if (!page) return;
-  const int fanState = Context().selections.GetInputTypeSelectedIndex("FAN_STATE");
-  // A contact is configured in the sensor dialog; a current sensor needs a threshold and a sense.
-  const bool current = fanState >= 0 && sensors_[static_cast<std::size_t>(fanState)] != "DIGITAL";
-  for (const char* name : {"optState", "txtThresHold", "lblThresold", "lblUnit"}) {
-    for (ui::Control* control : page->Group(name)) control->SetEnabled(current);
-  }
 }
 
 bool fHardwareInput::Write() {
@@ -199,13 +197,13 @@ void fHardwareInput::Configure(std::size_t i) {
   dialog_->Choice = function ? function->choices : std::string_view();
   dialog_->InputChoice = previous_[i];
   dialog_->Open();
-  if (dialog_->NoChange) {
+  if (dialog_->LeftAsItWas()) {
     Context().messages.AddMessage(Translate("Configuring sensor input was canceled."), "Configure",
                                   "Sensor Input", logger::kInformation);
     return;
   }
   ShowSensorType(i, ReadSensorType(i));
-  UpdateOtherPages();
+  CheckOutputDependencies(Context());
 }
 
 }  // namespace pages

@@ -21,20 +21,22 @@ class fHardwareInput final : public PageBase {
   bool Write() override;
   void BuildLayout();
 
+  std::string InputName(std::size_t i) const;
+  /// The translation of `text` with names of functions or sensors, which are shown as the device has them.
+  std::string WithNames(std::string_view text, const std::vector<std::string>& names) const;
   const automation::Object& Property(std::size_t i, int number);
   void BindFormats();
   void ShowFunction(std::size_t i, const std::string& function);
   void ChooseFunction(std::size_t i);
   /// Takes the function: the sensor dialog's choices, "Configure..." and the other pages follow.
   void SetFunction(std::size_t i, const std::string& function);
-  /// Asks whether to load the defaults of a function that has some; no when the choice itself is taken back.
-  bool OfferDefaults(std::size_t i, const std::string& function);
+  /// Asks whether to load the defaults of a function that has some; "Cancel" takes the choice itself back.
+  ui::Answer OfferDefaults(const std::string& function);
   void ApplyDefaultValues(std::size_t i, const std::string& function);
   std::string ReadSensorType(std::size_t i);
   /// Takes the sensor type and shows it.
   void ShowSensorType(std::size_t i, const std::string& sensor);
   void ShowSensor(std::size_t i);
-  void UpdateOtherPages();
   void Configure(std::size_t i);
 
   std::array<std::string, kInputs>
