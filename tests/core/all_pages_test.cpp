@@ -146,40 +146,29 @@ TEST_F(AllPages, SwitchingUnitsToAndFroMovesNoValueAlsoWhenSaved) {
 
 // One after the other, so that no two of them can have changed places.
 TEST_F(AllPages, EveryOptionHasItsOwnFieldOfTheSharedRecord) {
-  const struct {
-    std::size_t field;
-    std::string page, option;
-    std::string back = option;  // where another control takes it back
-  } cases[] = {{32, "fHeatCool", "chkMechAndEco"},
-               {33, "fOptions", "optTerminal(1)", "optTerminal(0)"},
-               {34, "fOptions", "chkAlternate"},
-               {48, "fOptions", "chkTerminal"},
-               {49, "fGeneral", "optEcono(1)", "optEcono(0)"},
-               {51, "fOptions", "chkEnable"},
-               {52, "fOptions", "optAverage(1)", "optAverage(0)"},
-               {53, "fFanValve", "optState(1)", "optState(0)"},
-               {54, "fGeneral", "optEmergency(1)", "optEmergency(0)"},
-               {56, "fGeneral", "optTemp(1)", "optTemp(0)"},
-               {57, "fHeatCool", "chkHeatStage"},
-               {59, "fOptions", "chkOptimum(1)"},
-               {60, "fOptions", "chkOptimum(2)"},
-               {61, "fPID", "chkPID"},
-               {62, "fOptions", "chkFrost"},
-               {63, "fFanValve", "chkFan"},
-               {50, "fHeatCool", "OptionNormallyHeat", "OptionNormallyCool"}};
+  const std::pair<std::string, std::size_t> options[] = {
+      {"fHeatCool.chkMechAndEco", 32},     {"fOptions.optTerminal", 33},
+      {"fOptions.chkAlternate", 34},       {"fOptions.chkTerminal", 48},
+      {"fGeneral.optEcono", 49},           {"fOptions.chkEnable", 51},
+      {"fOptions.optAverage", 52},         {"fFanValve.optState", 53},
+      {"fGeneral.optEmergency", 54},       {"fGeneral.optTemp", 56},
+      {"fHeatCool.chkHeatStage", 57},      {"fOptions.chkOptimum(1)", 59},
+      {"fOptions.chkOptimum(2)", 60},      {"fPID.chkPID", 61},
+      {"fOptions.chkFrost", 62},           {"fFanValve.chkFan", 63},
+      {"fHeatCool.OptionNormallyHeat", 50}};  // a save of the general page takes 50 back
   OpenPage(kDevice, "fHeatCool");
-  for (const auto& [field, page, option, back] : cases) {
-    for (int turn = 0; turn < 2; ++turn) {
-      base::Record expected(Stored(kDevice, 48, "UCPTobjectOptions", 0));
-      const bool on = expected.Field(field) == "1";
-      Unlock(page);
-      auto& control = Find(page + "." + (on ? back : option));
-      auto* choice = dynamic_cast<ui::OptionButton*>(&control);
-      EXPECT_TRUE(choice ? choice->Click() : dynamic_cast<ui::CheckBox&>(control).Click()) << control.Name();
-      Click("cmdApply");
-      expected.Set(field, on ? "0" : "1");
-      EXPECT_EQ(Stored(kDevice, 48, "UCPTobjectOptions", 0), expected.Join()) << control.Name();
-    }
+  for (const auto& [name, field] : options) {
+    base::Record expected(Stored(kDevice, 48, "UCPTobjectOptions", 0));
+    const bool on = expected.Field(field) == "1";
+    const auto point = name.find('.');
+    Unlock(name.substr(0, point));
+    const auto group = Main().Pages().FindPage(name.substr(0, point))->Group(name.substr(point + 1));
+    ui::Control& control = *group.at(group.size() == 2 && !on ? 1 : 0);  // the second of two options is 1
+    auto* option = dynamic_cast<ui::OptionButton*>(&control);
+    EXPECT_TRUE(option ? option->Click() : dynamic_cast<ui::CheckBox&>(control).Click()) << name;
+    Click("cmdApply");
+    expected.Set(field, on ? "0" : "1");
+    EXPECT_EQ(Stored(kDevice, 48, "UCPTobjectOptions", 0), expected.Join()) << name;
   }
 }
 

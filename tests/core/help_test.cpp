@@ -3,7 +3,7 @@
 
 #include <algorithm>
 
-#include "base/error.h"
+#include "fault_of.h"
 #include "help/generator/captions.h"
 #include "help/generator/manual.h"
 #include "help/generator/ranges.h"
@@ -12,16 +12,8 @@
 namespace {
 
 using testing::HasSubstr;
+using tests::FaultOf;
 using tests::ToolTest;
-
-std::string FaultOf(const std::function<void()>& action) {
-  try {
-    action();
-  } catch (const base::Error& error) {
-    return error.what();
-  }
-  return "";
-}
 
 TEST_F(ToolTest, CaptionsAreReadAsAPersonReadsThem) {
   const std::tuple<const char*, const char*, const char*> cases[] = {

@@ -206,6 +206,9 @@ TEST(Layout, GrowthGoesWhereItIsWanted) {
   EXPECT_EQ(window.Part(6).width, least.Part(6).width + 200);
   EXPECT_EQ(window.Part(6).height, least.Part(6).height + 100);
   EXPECT_EQ(window.Part(5).width, 150) << "a control that does not grow keeps its size";
+  const Arranged grid(GrowingSpan, {90, 30});
+  EXPECT_EQ(grid.Part(0).width, 10) << "a column that does not grow keeps its width";
+  EXPECT_EQ(grid.Part(4).left + grid.Part(4).width, grid.Width());
   EXPECT_EQ(window.Part(7).left, 0);
   EXPECT_EQ(window.Part(9).left + 75, window.Width()) << "the spring pushes the buttons to the right";
 }
@@ -222,12 +225,6 @@ TEST(Layout, ColumnsRunOnThroughAlignedGroups) {
   const Arranged groups(AlignedGroups, {50, 0});
   EXPECT_EQ(groups.Part(1).left, groups.Part(3).left);
   EXPECT_EQ(groups.Frame(0).width, groups.Frame(1).width);
-}
-
-TEST(Layout, OneColumnGrowsUnderASpanningCell) {
-  const Arranged grid(GrowingSpan, {90, 30});
-  EXPECT_EQ(grid.Part(0).width, 10);
-  EXPECT_EQ(grid.Part(4).left + grid.Part(4).width, grid.Width());
 }
 
 }  // namespace

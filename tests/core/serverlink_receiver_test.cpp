@@ -1,12 +1,13 @@
 #include <gmock/gmock.h>
 
-#include "base/error.h"
+#include "fault_of.h"
 #include "link.h"
 
 namespace {
 
 using serverlink::Bytes;
 using serverlink::CTransaction;
+using tests::FaultOf;
 
 /// A receiver with transactions that await their answers, and those answers as they come over the wire.
 struct Reassembly : testing::Test {
@@ -47,15 +48,6 @@ struct Reassembly : testing::Test {
     Arrive(from, to);
   }
 
-  std::string Fault(const std::function<void()>& work) {
-    try {
-      work();
-    } catch (const base::Error& error) {
-      return error.what();
-    }
-    return "";
-  }
-
   bool InsideHeader(std::size_t place) const {
     return std::ranges::any_of(starts,
                                [&](std::size_t start) { return place > start && place < start + 24; });
@@ -78,7 +70,7 @@ TEST_F(Reassembly, EverySplitInTwoGivesTheSameAnswersUnlessItCutsAHeader) {
     const std::size_t whole = stream.size();
     for (std::size_t cut = 0; cut <= whole; ++cut) {
       Expect(sizes);
-      const std::string fault = Fault([&] {
+      const std::string fault = FaultOf([&] {
         Arrive(0, cut);
         Arrive(cut, whole);
       });
@@ -139,7 +131,7 @@ TEST_F(Reassembly, WhatCannotBeTheAnswerIsRefusedInWords) {
                {"no request waits", [&] { table.At(7018)->State = serverlink::kBuilding, Arrive(0, 24); }}};
   for (const auto& item : cases) {
     Expect({0});
-    EXPECT_THAT(Fault(item.arrive), testing::HasSubstr(item.text));
+    EXPECT_THAT(FaultOf(item.arrive), testing::HasSubstr(item.text));
   }
 }
 

@@ -99,10 +99,10 @@ TEST(SimStore, TransactionsOfTwoDevicesDoNotTouchEachOther) {
   Building building(Options());
   const Client first(building, kFirstDevice);
   const Client second(building, kSecondDevice);
-  first.network.Call("BeginTransaction");
-  second.network.Call("BeginTransaction");
-  first.Property("RoofTopObject", 12).Put("Value", "1000");
-  second.Property("RoofTopObject", 12).Put("Value", "2000");
+  for (const auto& [client, limit] : {std::pair{&first, "1000"}, std::pair{&second, "2000"}}) {
+    client->network.Call("BeginTransaction");
+    client->Property("RoofTopObject", 12).Put("Value", limit);
+  }
   second.network.Call("CommitTransaction");
   first.network.Call("CancelTransaction");
   EXPECT_EQ(Co2Limit(building, kFirstDevice), "900");
@@ -128,8 +128,8 @@ TEST(SimStore, AnUnreadableStoreIsNamedAndKept) {
   for (const auto& [content, words] : kDamages) {
     std::ofstream(file, std::ios::binary) << content;
     const std::string sentence = RefusalOf([&] { Building building(Options(file)); });
-    EXPECT_NE(sentence.find(words), std::string::npos) << sentence;
-    EXPECT_NE(sentence.find("store.json"), std::string::npos) << sentence;
+    EXPECT_TRUE(sentence.find(words) != std::string::npos && sentence.find("store.json") != std::string::npos)
+        << sentence;
     EXPECT_EQ(Content(file), content);
   }
 }
