@@ -76,8 +76,10 @@ TEST(SimHost, ItemsAreFoundByNumberAndName) {
                                                              {-1, "-1; it has 52."},
                                                              {"UCPTnothing", "\"UCPTnothing\"."}};
   for (const auto& [wanted, end] : wrong) {
-    EXPECT_EQ(RefusalOf([&, item = wanted] { properties.Call("Item", item); }),
+    std::uint32_t code = 0;
+    EXPECT_EQ(RefusalOf([&, item = wanted] { properties.Call("Item", item); }, &code),
               "ConfigProperties of RoofTopObject has no item " + end);
+    EXPECT_EQ(code, automation::kBadIndex);
   }
 }
 
@@ -137,6 +139,8 @@ TEST(SimHost, MembersRefuseWhatTheyAreNotFor) {
   Building building(Options());
   const Client client(building);
   EXPECT_EQ(RefusalOf([&] { client.device.Put("Location", "x"); }), "\"Location\" cannot be written.");
+  EXPECT_EQ(RefusalOf([&] { building.Language().Put("Language", "Klingon"); }),
+            "There is no language \"Klingon\".");
   EXPECT_EQ(RefusalOf([&] { client.network.Call("Explode"); }), "Unknown member \"Explode\".");
   EXPECT_EQ(RefusalOf([&] { client.device.Call("AddLmo", 1, "", "t.bin"); }), "Argument 4 is missing.");
   EXPECT_EQ(client.Property("RoofTopObject", 12).Call("NAME").AsText(), "SCPTlimitCO2");
