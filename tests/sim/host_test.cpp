@@ -135,12 +135,28 @@ TEST(SimHost, PlugInsRegisterReplaceAndLeave) {
             "\"QVRKvTARNCfg.LNSPlugInAPI\" is not registered.");
 }
 
+TEST(SimHost, ALanguageIsChosenWithItsTime) {
+  Building building(Options());
+  const automation::Object language = building.Language();
+  EXPECT_EQ(RefusalOf([&] { language.Put("Language", "Klingon"); }), "There is no language \"Klingon\".");
+  language.Put("Language", "German");
+  EXPECT_GT(language.Get("LastChange").AsReal(), 45000.0);  // days since 1899: later than March 2023
+}
+
+TEST(SimHost, ACommitWhoseAnswerIsLostIsCarriedOut) {
+  Building building(Options());
+  const Client client(building);
+  building.Faults().Fail({.member = "Network.CommitTransaction", .loseAnswer = true, .text = "No answer."});
+  client.network.Call("BeginTransaction");
+  client.Property("RoofTopObject", 12).Put("Value", "1000");
+  EXPECT_EQ(RefusalOf([&] { client.network.Call("CommitTransaction"); }), "No answer.");
+  EXPECT_EQ(building.StoredText(kFirstDevice, "RoofTopObject", 12, "SCPTlimitCO2"), "1000");
+}
+
 TEST(SimHost, MembersRefuseWhatTheyAreNotFor) {
   Building building(Options());
   const Client client(building);
   EXPECT_EQ(RefusalOf([&] { client.device.Put("Location", "x"); }), "\"Location\" cannot be written.");
-  EXPECT_EQ(RefusalOf([&] { building.Language().Put("Language", "Klingon"); }),
-            "There is no language \"Klingon\".");
   EXPECT_EQ(RefusalOf([&] { client.network.Call("Explode"); }), "Unknown member \"Explode\".");
   EXPECT_EQ(RefusalOf([&] { client.device.Call("AddLmo", 1, "", "t.bin"); }), "Argument 4 is missing.");
   EXPECT_EQ(client.Property("RoofTopObject", 12).Call("NAME").AsText(), "SCPTlimitCO2");
