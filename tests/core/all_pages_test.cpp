@@ -144,18 +144,16 @@ TEST_F(AllPages, SwitchingUnitsToAndFroMovesNoValueAlsoWhenSaved) {
   EXPECT_EQ(RoofTop(), stored);
 }
 
-// One after the other, so that no two of them can have changed places.
+// One after the other, so that no two of them can have changed places; 50 last, as a save of the general page
+// takes it back.
 TEST_F(AllPages, EveryOptionHasItsOwnFieldOfTheSharedRecord) {
   const std::pair<std::string, std::size_t> options[] = {
-      {"fHeatCool.chkMechAndEco", 32},     {"fOptions.optTerminal", 33},
-      {"fOptions.chkAlternate", 34},       {"fOptions.chkTerminal", 48},
-      {"fGeneral.optEcono", 49},           {"fOptions.chkEnable", 51},
-      {"fOptions.optAverage", 52},         {"fFanValve.optState", 53},
-      {"fGeneral.optEmergency", 54},       {"fGeneral.optTemp", 56},
-      {"fHeatCool.chkHeatStage", 57},      {"fOptions.chkOptimum(1)", 59},
-      {"fOptions.chkOptimum(2)", 60},      {"fPID.chkPID", 61},
-      {"fOptions.chkFrost", 62},           {"fFanValve.chkFan", 63},
-      {"fHeatCool.OptionNormallyHeat", 50}};  // a save of the general page takes 50 back
+      {"fHeatCool.chkMechAndEco", 32}, {"fOptions.optTerminal", 33},   {"fOptions.chkAlternate", 34},
+      {"fGeneral.chkFreshAir", 35},    {"fOptions.chkTerminal", 48},   {"fGeneral.optEcono", 49},
+      {"fOptions.chkEnable", 51},      {"fOptions.optAverage", 52},    {"fFanValve.optState", 53},
+      {"fGeneral.optEmergency", 54},   {"fGeneral.optTemp", 56},       {"fHeatCool.chkHeatStage", 57},
+      {"fOptions.chkOptimum(1)", 59},  {"fOptions.chkOptimum(2)", 60}, {"fPID.chkPID", 61},
+      {"fOptions.chkFrost", 62},       {"fFanValve.chkFan", 63},       {"fHeatCool.OptionNormallyHeat", 50}};
   OpenPage(kDevice, "fHeatCool");
   for (const auto& [name, field] : options) {
     base::Record expected(Stored(kDevice, 48, "UCPTobjectOptions", 0));

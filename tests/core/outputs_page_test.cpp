@@ -57,13 +57,11 @@ TEST(AssignmentRules, RefuseInTheirOrderWithTheirTexts) {
       {{"COOLING_1", "COOLING_2"}, 0, "HEATING_1", still("COOLING_1", "COOLING_2")},
       // The same function twice.
       {{"FAN_ON_OFF"}, 1, "FAN_ON_OFF", kTwice},
-      {{"HEATING_1", "HEATING_2"}, 2, "HEATING_2", kTwice},
       {{"UNASSIGNED"}, 1, "UNASSIGNED", ""},
       // The reversing valve stands on cooling.
       {{}, 0, "REVERSING_VALVE", noCooling},
       {{"COOLING_1"}, 0, "REVERSING_VALVE", noCooling},
       {{"COOLING_1"}, 1, "REVERSING_VALVE", ""},
-      {{"COOLING_1", "REVERSING_VALVE"}, 2, "REVERSING_VALVE", kTwice},
       {{"COOLING_1", "REVERSING_VALVE"}, 0, "UNASSIGNED", lastCooling},
       {{"COOLING_1", "REVERSING_VALVE"}, 0, "HEATING_1", lastCooling},
       {{"COOLING_1", "REVERSING_VALVE"}, 1, "UNASSIGNED", ""},

@@ -54,12 +54,13 @@ struct Client {
   automation::Object device;
 };
 
-/// The sentence with which `action` was refused; a test failure when it was not.
+/// The sentence with which `action` was refused, and its error code; a test failure when it was not.
 template <class Action>
-std::string RefusalOf(Action action) {
+std::string RefusalOf(Action action, std::uint32_t* code = nullptr) {
   try {
     action();
   } catch (const std::exception& error) {
+    if (code) *code = dynamic_cast<const automation::Error&>(error).Code();
     return error.what();
   }
   ADD_FAILURE() << "was not refused";

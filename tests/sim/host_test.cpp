@@ -76,8 +76,10 @@ TEST(SimHost, ItemsAreFoundByNumberAndName) {
                                                              {-1, "-1; it has 52."},
                                                              {"UCPTnothing", "\"UCPTnothing\"."}};
   for (const auto& [wanted, end] : wrong) {
-    EXPECT_EQ(RefusalOf([&, item = wanted] { properties.Call("Item", item); }),
+    std::uint32_t code = 0;
+    EXPECT_EQ(RefusalOf([&, item = wanted] { properties.Call("Item", item); }, &code),
               "ConfigProperties of RoofTopObject has no item " + end);
+    EXPECT_EQ(code, automation::kBadIndex);
   }
 }
 
@@ -131,6 +133,24 @@ TEST(SimHost, PlugInsRegisterReplaceAndLeave) {
   EXPECT_TRUE(again.PlugIns().empty());
   EXPECT_EQ(RefusalOf([&] { registration.Call("Deregister", describe(registration, "1.0.1")); }),
             "\"QVRKvTARNCfg.LNSPlugInAPI\" is not registered.");
+}
+
+TEST(SimHost, ALanguageIsChosenWithItsTime) {
+  Building building(Options());
+  const automation::Object language = building.Language();
+  EXPECT_EQ(RefusalOf([&] { language.Put("Language", "Klingon"); }), "There is no language \"Klingon\".");
+  language.Put("Language", "German");
+  EXPECT_GT(language.Get("LastChange").AsReal(), 45000.0);  // days since 1899: later than March 2023
+}
+
+TEST(SimHost, ACommitWhoseAnswerIsLostIsCarriedOut) {
+  Building building(Options());
+  const Client client(building);
+  building.Faults().Fail({.member = "Network.CommitTransaction", .loseAnswer = true, .text = "No answer."});
+  client.network.Call("BeginTransaction");
+  client.Property("RoofTopObject", 12).Put("Value", "1000");
+  EXPECT_EQ(RefusalOf([&] { client.network.Call("CommitTransaction"); }), "No answer.");
+  EXPECT_EQ(building.StoredText(kFirstDevice, "RoofTopObject", 12, "SCPTlimitCO2"), "1000");
 }
 
 TEST(SimHost, MembersRefuseWhatTheyAreNotFor) {

@@ -20,6 +20,8 @@ TEST(SimObjects, StatesAreKeptAndFollowTheTransaction) {
     client.network.Call("CancelTransaction");
     EXPECT_EQ(input.Text("State"), "ENABLED");
 
+    EXPECT_EQ(RefusalOf([&] { input.Put("State", "off"); }),
+              "There is no state \"off\"; the states are ENABLED and DISABLED.");
     client.LonMark("HardwareOutput1").Call("Test");
     client.network.Call("BeginTransaction");
     input.Put("State", "DISABLED");

@@ -5,21 +5,17 @@
 #include "serverlink/asio_socket.h"
 #include "serverlink/fComm.h"
 #include "simulator/protocol/server.h"
-#include "ui/prompts.h"
+#include "tests/core/stand_ins.h"
 
 namespace {
 
 using namespace std::chrono_literals;
 
-struct NoPrompts : ui::Prompts {
-  ui::Answer Ask(const ui::Prompt&) override { return ui::Answer::kOk; }
-};
-
 TEST(LinkOnTheMessageLoop, WindowsLiveWhileATransactionWaits) {
   win32::MessageLoop loop([](const std::string& fault) { ADD_FAILURE() << fault; });
   simulator::ProtocolServer server;
   serverlink::AsioSocket socket;
-  NoPrompts prompts;
+  tests::ScriptedPrompts prompts;
   const shell::Strings strings([] { return automation::Object(); });
   serverlink::fComm comm({.socket = socket,
                           .loop = loop,

@@ -22,11 +22,9 @@ class Desk : public ui::Window {
     list.SetItems({"Off", "Heat", "Cool"});
     list.Select(0);
     button.SetText("Go");
-    text.onChange = [this] { ++changes; };
-    check.onClick = [this] { ++changes; };
-    list.onClick = [this] { ++changes; };
-    button.onClick = [this] { ++changes; };
-    for (std::size_t i = 0; i < option.Size(); ++i) option[i].onClick = [this] { ++changes; };
+    for (auto* handler : {&text.onChange, &check.onClick, &list.onClick, &button.onClick, &option[0].onClick,
+                          &option[1].onClick})
+      *handler = [this] { ++changes; };
     SetLayout(ui::Stack({
         ui::Line({ui::Item(caption), ui::Item(text), ui::Item(unit)}),
         ui::Box(group, ui::Stack({ui::Item(check),
