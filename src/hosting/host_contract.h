@@ -2,10 +2,10 @@
 // Whoever connects another host adapts this header and nothing else. All members are called late-bound, by
 // name.
 //
-//   object server   RefreshCatalog(makerPrefix) yes/no; Connect(networkName, ipAddress, port) network or
-//   nothing; Device network         OpenSession(networkName, remote, interfaceName, lmoIndex, programId)
-//   status; AppDevices;
-//                   BeginTransaction(), CommitTransaction(), CancelTransaction()
+//   object server   RefreshCatalog(makerPrefix) yes/no; Device
+//                   Connect(networkName, ipAddress, port) network or nothing
+//   network         OpenSession(networkName, remote, interfaceName, lmoIndex, programId) status
+//                   AppDevices; BeginTransaction(), CommitTransaction(), CancelTransaction()
 //   collection      Count; Item(number from 1, or name)
 //   device          Name (read, write); Location; interface -> ProgramId, Version; LonMarkObjects;
 //                   AddLmo(lmoIndex, programId, fileName, bytes) yes/no
@@ -13,8 +13,8 @@
 //   variable        Name; MvFormatType (read, write); AllowedTypes (separated by blanks); ConfigProperties
 //   property        Name; formatName (write); Precision (write); Value (read, write)
 //   registration    NewDescription(); Register(description); Deregister(description)
-//   description     the values of the plug-in; DeviceCommand, BlockCommand, DeviceType: records of more
-//   values language        Section(name); LastChange (date); Languages; Language (read, write); Font
+//   description     the values of the plug-in; records of more: DeviceCommand, BlockCommand, DeviceType
+//   language        Section(name); LastChange (date); Languages; Language (read, write); Font
 //   editing control Initialize(device, number, choices or signal); IsChanged; WriteValue() yes/no; Finish();
 //                   event Failed(text)
 //   object manager  Initialize(application text, network, object server); Finish(); event Failed(text)

@@ -39,17 +39,22 @@ void Receiver::DataArrival(std::span<const std::uint8_t> bytes) {
     return;
   }
   trace_("DataArrival in");
+  int further = 0;  // packets behind the first
   while (!bytes.empty()) {
     if (receiving_) {
       bytes = TakeArgument(bytes);
       TraceRest();
     } else {
       bytes = TakeHeader(Expected(), bytes);
+      if (!bytes.empty()) {
+        trace_("(1) More packets waiting in the buffer. Bytes to read: ", SignedSize(bytes));
+      }
     }
-    if (!bytes.empty()) {
-      trace_("*********  We have extra packet in the buffer. Bytes remaining: ", SignedSize(bytes));
-    }
+    if (bytes.empty()) break;
+    trace_("*********  We have extra packet in the buffer. Bytes remaining: ", SignedSize(bytes));
+    ++further;
   }
+  for (; further > 0; --further) trace_("*********  Ending recursive call, Rx=", rx_);
   trace_("DataArrival out normal ", rx_);
 }
 

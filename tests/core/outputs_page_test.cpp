@@ -264,7 +264,7 @@ TEST_F(OutputsTest, TheActuatorDialogWritesThroughItsControl) {
 
 TEST_F(OutputsTest, AnOverrideIsOnOrOffByItsValue) {
   Open(device);
-  for (const auto& [stored, shown] : {std::pair{"0.0 1", "OFF"}, {"100.0 0", "ON"}, {"0.5 1", "ON"}}) {
+  for (const auto& [stored, shown] : {std::pair{"0.0 1", "OFF"}, {"100.0 0", "OFF"}, {"0.5 1", "ON"}}) {
     Main().Device().OutputProperties[3][4].Put("Value", stored);
     Main().Pages().FindPage("fControlOutput")->FillValue();
     EXPECT_EQ(Find<ui::ListBox>(Output("cboONOFF", 3)).SelectedText(), shown) << stored;

@@ -109,7 +109,8 @@ void fControlOutput::FillOutput(std::size_t i) {
   const base::Record over(Property(i, kOverride).Text(host::kValue));
   const std::string value(over.Field(0));
   const bool permitted = over.Field(1) != kNoOverrideState;
-  const bool on = value.find_first_of("123456789") != std::string::npos;  // not zero, in any notation
+  // Off is a value of zero, in any notation, and any value in the state 0.
+  const bool on = value.find_first_of("123456789") != std::string::npos && over.Field(1) != "0";
   const bool local = ReadName(i, kLocalHardware) == "TRUE";
   const std::string signal = SignalFor(i, function);
   WhenRead([=, this] {
