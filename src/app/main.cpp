@@ -76,7 +76,10 @@ automation::Object CreateObject(std::string_view programId) {
 
 int ServeHost() {
   win32::ComApartment apartment;
-  win32::MessageLoop loop([](const std::string& fault) { win32::ReportFailure(kTitle, fault); });
+  hosting::Program* running = nullptr;
+  win32::MessageLoop loop([&running](const std::string& fault) {
+    if (!running || !running->Report(fault)) win32::ReportFailure(kTitle, fault);
+  });
   win32::NativeToolkit toolkit(loop);
   win32::MessagePrompts prompts(toolkit);
   win32::SaveDialog fileDialog(toolkit);
@@ -101,6 +104,7 @@ int ServeHost() {
   const auto settings = hosting::MakeSettings(Facts(registry, locale), description);
   hosting::Program program(platform, memory, desktop, description, settings, pages::PageTable(),
                            [&loop] { loop.Quit(); });
+  running = &program;
   apartment.WatchPending({.overdue =
                               [&program](auto member, auto elapsed) {
                                 if (program.Ending()) win32::EndProcess();
@@ -111,6 +115,7 @@ int ServeHost() {
   const win32::ComServer server(Classes([&program] { return std::make_shared<hosting::PlugInApi>(program); }),
                                 {true, kTypeLibrary, [&program] { program.HostLetGo(); }});
   const int exitCode = loop.Run();
+  running = nullptr;
   // Nothing is left but to let go of the host's objects, and a host that hangs must not hold that up.
   apartment.WatchPending({.overdue = [](auto, auto) -> bool { win32::EndProcess(); }, .over = [] {}});
   return exitCode;

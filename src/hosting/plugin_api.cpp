@@ -145,7 +145,7 @@ bool PlugInApi::RaiseOpenWindow() {
           {openDevice_});
   }
   SetVisible(true);
-  window->BringToFront();
+  program_.RaiseWindow();
   return true;
 }
 

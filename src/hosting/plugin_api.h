@@ -46,6 +46,12 @@ class Program {
   /// Another command came: this process is needed after all.
   void TakeBack() { endSoon_.Stop(); }
 
+  /// Brings the main window in front of other programs' windows.
+  void RaiseWindow();
+
+  /// Logs a fault of a handler that did not catch it; no when there is no window to log it in.
+  bool Report(const std::string& fault);
+
   /// The last automation object was released, or the host's process died: ends the program unless a window is
   /// visible.
   void HostLetGo();

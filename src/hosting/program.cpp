@@ -1,5 +1,6 @@
 #include "hosting/host_contract.h"
 #include "hosting/plugin_api.h"
+#include "logger/message_logger.h"
 
 namespace hosting {
 namespace {
@@ -49,6 +50,19 @@ CWindowAgent::Found Program::RaisePublished(const std::string& name) {
   const auto found = agent_.RaisePublished(name);
   if (found == CWindowAgent::Found::kRaised) endSoon_.Start();
   return found;
+}
+
+void Program::RaiseWindow() {
+  const ui::WindowPeer* native = window_->GetWindowPeer();
+  if (!native) return;
+  constexpr std::int16_t kRestored = 2;
+  agent_.ShowWindowByHandle(kRestored, native->Handle(), window_->State() == ui::WindowState::kMaximized);
+}
+
+bool Program::Report(const std::string& fault) {
+  if (!window_) return false;
+  window_->AddMessage(fault, "Report", "Main", logger::kError);
+  return true;
 }
 
 void Program::HostLetGo() {

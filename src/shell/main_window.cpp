@@ -183,21 +183,22 @@ void fMain::RunModal(ui::Window& dialog) {
   });
 }
 
-bool fMain::InTransaction(std::string_view routine, std::string_view location,
-                          const std::function<bool()>& work) {
-  bool committed = false;
+SaveResult fMain::InTransaction(std::string_view routine, std::string_view location,
+                                const std::function<bool()>& work) {
+  SaveResult result = SaveResult::kCancelled;
   Command(routine, [&] {
     const ui::WaitPointer pointer(platform_.loop);
     try {
       HostTransaction transaction(network_);
       if (!work()) return transaction.Cancel();
+      result = SaveResult::kUnknown;  // until the host has answered
       transaction.Commit();
-      committed = true;
+      result = SaveResult::kCommitted;
     } catch (const std::exception& error) {
       AddMessage(DescribeError(error), routine, location, logger::kError);
     }
   });
-  return committed;
+  return result;
 }
 
 void fMain::ProcessDeviceCommand(const automation::Object& network) {

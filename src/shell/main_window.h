@@ -61,8 +61,8 @@ class fMain : public ui::Window, private MessageSink, private PageWork {
 
  private:
   void RunModal(ui::Window& dialog) override;
-  bool InTransaction(std::string_view routine, std::string_view location,
-                     const std::function<bool()>& work) override;
+  SaveResult InTransaction(std::string_view routine, std::string_view location,
+                           const std::function<bool()>& work) override;
   void BuildLayout();
   void ConnectHandlers();
   /// Runs one command unless another is under way, and reports its failure.

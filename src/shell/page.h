@@ -75,6 +75,10 @@ class PageFinder {
   virtual ISubForm* FindPage(std::string_view pageClass) = 0;
 };
 
+/// The three ends of a save. Unknown: the commit was sent but its answer was lost, so the device may hold
+/// either.
+enum class SaveResult { kCommitted, kCancelled, kUnknown };
+
 /// Longer work of a page outside the whole-set operations. Nothing else is taken while it runs.
 class PageWork {
  public:
@@ -82,9 +86,9 @@ class PageWork {
   /// Shows a dialog of the page and waits until it is closed.
   virtual void RunModal(ui::Window& dialog) = 0;
   /// Runs `work` in a host transaction of its own: committed when it answers yes, cancelled otherwise and
-  /// when it throws. Answers whether it was committed; every fault is logged with the routine and location.
-  virtual bool InTransaction(std::string_view routine, std::string_view location,
-                             const std::function<bool()>& work) = 0;
+  /// when it throws. Every fault is logged with the routine and location.
+  virtual SaveResult InTransaction(std::string_view routine, std::string_view location,
+                                   const std::function<bool()>& work) = 0;
 };
 
 /// All that a page knows of its surroundings; everything outlives the page.

@@ -12,10 +12,6 @@
 
 namespace shell {
 
-/// The three ends of a save. Unknown: the commit was sent but its answer was lost, so the device may hold
-/// either.
-enum class SaveResult { kCommitted, kCancelled, kUnknown };
-
 /// What each control of a form shows, in the order of the form: text, mark or choice.
 using PageContent = std::vector<std::string>;
 PageContent ContentOf(const ui::Form& form);

@@ -107,6 +107,12 @@ TEST_F(InputsTest, CancelTakesTheChoiceBackAndAFailureIsTold) {
       "ApplyDefaultValues/Hardware Input: The default 'SETPOINT' configuration settings were not applied");
   EXPECT_EQ(Function(1), "SETPOINT") << "the function itself stays chosen";
   EXPECT_EQ(StoredInput(1, 2, "UCPTsensorType"), "DISCONNECTED") << "nothing of the defaults is left";
+  prompts.answers = {ui::Answer::kYes};
+  building.Faults().Fail({.member = "Network.CommitTransaction"});
+  Choose(2, "CO2_LEVEL");
+  EXPECT_EQ(LastMessage(),
+            "ApplyDefaultValues/Hardware Input: It is not known whether the default 'CO2_LEVEL' "
+            "configuration settings were applied.");
 }
 
 TEST_F(InputsTest, TheSensorDialogGetsTheChoicesOfTheFunction) {

@@ -156,7 +156,7 @@ ui::Answer fHardwareInput::OfferDefaults(const std::string& function) {
 
 void fHardwareInput::ApplyDefaultValues(std::size_t i, const std::string& function) {
   constexpr std::string_view kRoutine = "ApplyDefaultValues";
-  const bool applied = Context().work.InTransaction(kRoutine, Location(), [&] {
+  const shell::SaveResult result = Context().work.InTransaction(kRoutine, Location(), [&] {
     const auto defaults = DefaultsOf(function, Context().settings.numbers);
     for (const auto& [number, format, text] : defaults->properties) {
       NamingProperty(format, [&, number = number, format = format] {
@@ -169,9 +169,12 @@ void fHardwareInput::ApplyDefaultValues(std::size_t i, const std::string& functi
     variable.object.Put(host::kMvFormatType, defaults->variableType);
     return true;
   });
-  const std::string_view text = applied
-                                    ? "The default '%s1%' configuration settings were applied successfully"
-                                    : "The default '%s1%' configuration settings were not applied";
+  const bool applied = result == shell::SaveResult::kCommitted;
+  const std::string_view text =
+      applied ? "The default '%s1%' configuration settings were applied successfully"
+      : result == shell::SaveResult::kCancelled
+          ? "The default '%s1%' configuration settings were not applied"
+          : "It is not known whether the default '%s1%' configuration settings were applied.";
   Context().messages.AddMessage(WithNames(text, {function}), kRoutine, Location(),
                                 applied ? logger::kInformation : logger::kError);
 }
