@@ -3,6 +3,7 @@
 
 #include <algorithm>
 
+#include "base/text.h"
 #include "fault_of.h"
 #include "help/generator/captions.h"
 #include "help/generator/manual.h"
@@ -30,7 +31,7 @@ TEST_F(ToolTest, CaptionsAreReadAsAPersonReadsThem) {
   for (const auto& [name, control, expected] : cases) {
     const shell::ISubForm& page = *Main().Pages().FindPage(name);
     const auto [frame, caption, unit] = help::CaptionOf(page, *page.Find(control));
-    EXPECT_EQ(frame + "/" + caption + "/" + unit, expected);
+    EXPECT_EQ(base::Join({frame, caption, unit}, "/"), expected);
   }
 }
 

@@ -56,7 +56,7 @@ struct Client {
 
 /// The sentence with which `action` was refused, and its error code; a test failure when it was not.
 template <class Action>
-std::string RefusalOf(Action action, std::uint32_t* code = nullptr) {
+std::string RefusalOf(const Action& action, std::uint32_t* code = nullptr) {
   try {
     action();
   } catch (const std::exception& error) {

@@ -1,6 +1,7 @@
 #include <gtest/gtest.h>
 
 #include <cstring>
+#include <span>
 
 #include "automation/error.h"
 #include "com_support.h"
@@ -54,7 +55,8 @@ VARIANT Plain(int type, T value) {
   VARIANT plain;
   VariantInit(&plain);
   plain.vt = static_cast<VARTYPE>(type);
-  std::memcpy(&plain.llVal, &value, sizeof value);
+  const auto bytes = std::as_bytes(std::span(&value, 1));
+  std::memcpy(&plain.llVal, bytes.data(), bytes.size());
   return plain;
 }
 
