@@ -301,13 +301,12 @@ SaveResult fMain::Save(std::string_view routine) {
     }
   }
   if (result == SaveResult::kCommitted) return result;
-  const std::string fault = result == SaveResult::kUnknown
-                                ? strings_.GetStrings(
-                                      "It is not known whether the configuration settings were applied. "
-                                      "Refresh to see what the device "
-                                      "holds; that drops the values typed here.")
-                                : strings_.GetStrings("The configuration settings were not applied");
-  AddMessage(fault + reason, routine, kLocation, logger::kError);
+  const std::string_view fault =
+      result == SaveResult::kUnknown
+          ? "It is not known whether the configuration settings were applied. "
+            "Refresh to see what the device holds; that drops the values typed here."
+          : "The configuration settings were not applied";
+  AddMessage(strings_.GetStrings(fault) + reason, routine, kLocation, logger::kError);
   return result;
 }
 
