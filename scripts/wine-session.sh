@@ -22,9 +22,10 @@ export WINEDLLOVERRIDES='winemenubuilder.exe=d;mscoree,mshtml='
 scratch=$(mktemp -d)
 children=()
 
-# A call between two processes is three times faster when both, and the wineserver, share one CPU.
+# A call between two processes is three times faster when both, and the wineserver, share one CPU. The display may use all.
 mapfile -t cpus < <(taskset -pc $$ | sed 's/.*: //' | tr ',' '\n' |
   while IFS=- read -r first last; do seq "$first" "${last:-$first}"; done)
+all=$(IFS=,; echo "${cpus[*]}")
 taskset -pc "${cpus[$$ % ${#cpus[@]}]}" $$ >/dev/null
 
 end_wine() {
@@ -57,7 +58,7 @@ quietly() { "$@" </dev/null >/dev/null 2>&1 8>&- 9>&-; }
 bound() { exec setpriv --pdeathsig TERM "$@"; }
 
 start_display() {
-  bound Xvfb -displayfd 3 -screen 0 1280x1024x24 -nolisten tcp </dev/null >/dev/null 2>&1 3>"$scratch/display" 9>&- &
+  bound taskset -c "$all" Xvfb -displayfd 3 -screen 0 1280x1024x24 -nolisten tcp </dev/null >/dev/null 2>&1 3>"$scratch/display" 9>&- &
   children+=($!)
   for _ in {1..200}; do
     [ -s "$scratch/display" ] && break
@@ -66,7 +67,7 @@ start_display() {
   [ -s "$scratch/display" ] || fail 90 "Xvfb did not start"
   DISPLAY=:$(<"$scratch/display")
   export DISPLAY
-  bound openbox </dev/null >/dev/null 2>&1 9>&- &
+  bound taskset -c "$all" openbox </dev/null >/dev/null 2>&1 9>&- &
   children+=($!)
 }
 

@@ -7,10 +7,13 @@
 #include "simulator/win32/commands.h"
 #include "simulator/win32/console.h"
 #include "simulator/win32/measure.h"
+#include "simulator/win32/replay.h"
 #include "simulator/win32/tool_process.h"
 
 namespace simhost {
 namespace {
+
+constexpr DWORD kSlowAnswer = 4;  // milliseconds
 
 // A word in quotation marks is a text; True, False and digits without them are a boolean and a number.
 automation::Value Typed(const Word& word) {
@@ -118,7 +121,7 @@ void Print(Stage&, Words words) {
   WriteLine(line);
 }
 
-// Class.Member K [later] [lose] [die|suspend], or none
+// Class.Member K [later] [lose] [die|suspend|slow], or none
 void Fail(Stage& stage, Words words) {
   if (words[0].text == "none") return stage.OnHost([](Host& host) { host.GetBuilding().Faults().Clear(); });
   if (words.size() < 2) throw base::Error("expected the number of the call that is to fail");
@@ -135,8 +138,10 @@ void Fail(Stage& stage, Words words) {
       die = true;
     else if (word.text == "suspend")
       fault.instead = SuspendOwnProcess;
+    else if (word.text == "slow")
+      fault.instead = [] { Sleep(kSlowAnswer); };  // and then the call is carried out
     else if (!word.text.empty())
-      throw base::Error("expected later, lose, die or suspend, not \"" + word.text + "\"");
+      throw base::Error("expected later, lose, die, suspend or slow, not \"" + word.text + "\"");
   }
   if (die) fault.instead = [&host = stage.host] { host.Die(); };
   stage.OnHost([fault](Host& host) { host.GetBuilding().Faults().Fail(fault); });
@@ -201,16 +206,18 @@ constexpr Command kCommands[] = {
     {"state", "DEVICE OBJECT = ENABLED|DISABLED [test result]", 4, 4, ExpectState},
     {"remember", "NAME = value ... | state ... | text NAME | tool PROPERTY | \"text\"", 3, 11, Remember},
     {"print", "text ...", 1, 99, Print},
-    {"fail", "none | Class.Member|* K [later] [lose] [die|suspend]", 1, 5, Fail},
+    {"fail", "none | Class.Member|* K [later] [lose] [die|suspend|slow]", 1, 5, Fail},
     {"other-host start", "SCRIPT [NAME=text ...]", 1, 9, StartOtherHost},
     {"other-host suspend", "", 0, 0, SuspendOtherHost},
     {"other-host resume", "", 0, 0, ResumeOtherHost},
+    {"other-host command", "", 0, 0, CommandReplay},
     {"other-host end", "[killed]", 0, 1, WaitOtherHost},
     {"clients", "MOST", 1, 1, LimitClients},
     {"reopen", "", 0, 0, ReopenStore},
     {"patience", "SECONDS", 1, 1, SetPatience},
     {"replay", "TRACE RESULTS", 2, 2, ReplayCalls},
     {"measure load", "NAME RESULTS", 2, 2, MeasureLoad},
+    {"measure activation", "NAME", 1, 1, MeasureActivation},
     {"measure start", "", 0, 0, MeasureStart},
     {"measure end", "OPERATION RESULTS", 2, 2, MeasureEnd},
     {"measure memory", "PROGRAM", 1, 1, MeasureMemory},

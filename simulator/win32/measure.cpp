@@ -5,15 +5,12 @@
 
 #include <chrono>
 #include <fstream>
-#include <iterator>
 #include <nlohmann/json.hpp>
 
 // After windows.h, which it needs.
 #include <psapi.h>
 
 #include "base/error.h"
-#include "platform/win32/com_object.h"
-#include "simulator/call_trace.h"
 #include "simulator/win32/console.h"
 #include "simulator/win32/foreign.h"
 #include "simulator/win32/foreign_list.h"
@@ -31,15 +28,11 @@ double Milliseconds(Duration time) {
   return std::chrono::duration<double, std::milli>(time).count();
 }
 
-std::string ReadText(const std::string& file) {
-  std::ifstream stream(file, std::ios::binary);
-  if (!stream) throw base::Error("The file " + file + " cannot be read.");
-  return {std::istreambuf_iterator<char>(stream), {}};
-}
-
 /// Milliseconds that the calls of an operation take alone.
 double Bare(const std::string& operation, const std::string& results) {
-  return json::parse(ReadText(results)).at(operation).get<double>();
+  std::ifstream stream(results);
+  if (!stream) throw base::Error("The file " + results + " cannot be read.");
+  return json::parse(stream).at(operation).get<double>();
 }
 
 std::uint64_t Calls(Host& host) {
@@ -80,30 +73,19 @@ double PeakOfEmptyWindow(const Stage& stage, const std::string& program) {
 
 }  // namespace
 
-void ReplayCalls(Stage& stage, Words words) {
-  const auto trace = simulator::CallTrace::FromJson(ReadText(words[0].text));
-  const json results = stage.OnHost([trace](Host&) {
-    simulator::CallReplay replay([](const std::string& programId) { return win32::CreateObject(programId); });
-    json times;
-    for (const auto& operation : trace.operations) {
-      const auto start = Clock::now();
-      replay.Run(operation);
-      times[operation.name] = Milliseconds(Clock::now() - start);
-    }
-    return times;
-  });
-  std::ofstream(words[1].text) << results;
-}
-
 void MeasureLoad(Stage& stage, Words words) {
   const double bare = Bare("load", words[1].text);
   MeasureStart(stage, {});
   const auto [time, calls] = stage.OnHost([](Host& host) {
-    const auto start = Clock::now();
-    host.CurrentTool().Send(0, 0, "");
-    return std::pair(Milliseconds(Clock::now() - start), Calls(host));
+    const auto took = host.CurrentTool().Send(0, 0, "");
+    return std::pair(Milliseconds(took), Calls(host));
   });
   Tell(words[0].text, time, bare, calls);
+}
+
+void MeasureActivation(Stage& stage, Words words) {
+  Tell(words[0].text, stage.OnHost([](Host& host) { return Milliseconds(host.CurrentTool().ComingUp()); }), 0,
+       0);
 }
 
 void MeasureStart(Stage& stage, Words) {

@@ -1,18 +1,16 @@
-// The script commands that measure what the tool costs on top of its host's own calls. The same calls, made
-// again by a process that does nothing else, are the measure.
+// The script commands that measure what the tool costs on top of its host's own calls.
 #pragma once
 
 #include "simulator/win32/commands.h"
 
 namespace simhost {
 
-/// TRACE RESULTS: makes the calls of a trace against the host that is running, and writes how long each
-/// operation of it took.
-void ReplayCalls(Stage& stage, Words words);
-
 /// NAME RESULTS: the time from SendCommand to the window of a tool that was prepared and not yet brought up,
 /// against the calls alone.
 void MeasureLoad(Stage& stage, Words words);
+
+/// NAME: the time from the start of that tool's process to the end of its SendCommand.
+void MeasureActivation(Stage& stage, Words words);
 
 /// From here on calls count for the next MeasureEnd.
 void MeasureStart(Stage& stage, Words words);

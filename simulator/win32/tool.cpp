@@ -6,10 +6,18 @@
 #include "platform/win32/com_object.h"
 #include "simulator/win32/foreign.h"
 #include "simulator/win32/setup.h"
+#include "simulator/win32/tool_process.h"
 
 namespace simhost {
 
-Tool::Tool() : object_(win32::CreateObject(kToolProgramId)) {}
+// Each tool is a process of its own.
+Tool::Tool() {
+  const std::vector<DWORD> before = ToolProcesses();
+  object_ = win32::CreateObject(kToolProgramId);
+  for (const DWORD id : ToolProcesses()) {
+    if (std::ranges::find(before, id) == before.end()) process_ = id;
+  }
+}
 
 void Tool::Prepare(const simulator::Building& building, const simulator::DeviceInfo& device,
                    std::size_t lmoIndex) {
@@ -26,13 +34,18 @@ void Tool::Prepare(const simulator::Building& building, const simulator::DeviceI
   deviceName_ = device.name;
 }
 
-void Tool::Send(std::int32_t command, std::int32_t objectClass, const std::string& key) {
-  const std::vector<HWND> before = FindForms("fMain");
+Tool::Clock::duration Tool::Send(std::int32_t command, std::int32_t objectClass, const std::string& key) {
+  const auto start = Clock::now();
   object_.Call("SendCommand", command, objectClass, key);
+  const auto end = Clock::now();
+  comingUp_ = end - start_;
   for (HWND window : FindForms("fMain")) {
-    if (std::ranges::find(before, window) == before.end()) window_ = window;
+    DWORD process = 0;
+    GetWindowThreadProcessId(window, &process);
+    if (process == process_) window_ = window;
   }
   if (!object_.Get("Visible").AsBool()) object_.Put("Visible", true);
+  return end - start;
 }
 
 void Tool::Put(const std::string& property, const automation::Value& value) {

@@ -4,6 +4,7 @@
 
 #include <windows.h>
 
+#include <chrono>
 #include <cstdint>
 #include <string>
 
@@ -23,8 +24,12 @@ class Tool {
                std::size_t lmoIndex);
 
   /// The host's order to come up. Returns when the tool has loaded everything, or brought the window that it
-  /// has open on the device already in another process to the front.
-  void Send(std::int32_t command, std::int32_t objectClass, const std::string& key);
+  /// has open on the device already in another process to the front. Answers how long that took.
+  std::chrono::steady_clock::duration Send(std::int32_t command, std::int32_t objectClass,
+                                           const std::string& key);
+
+  /// From the start of the tool's process to the end of its last Send.
+  std::chrono::steady_clock::duration ComingUp() const { return comingUp_; }
 
   void Put(const std::string& property, const automation::Value& value);
   automation::Value Get(const std::string& property) const { return object_.Get(property); }
@@ -40,7 +45,12 @@ class Tool {
   bool Closed() const;
 
  private:
+  using Clock = std::chrono::steady_clock;
+
+  Clock::time_point start_ = Clock::now();
+  Clock::duration comingUp_{};
   automation::Object object_;
+  DWORD process_ = 0;
   std::string deviceName_;
   HWND window_ = nullptr;
   bool hiddenByHost_ = false;
