@@ -114,6 +114,7 @@ int ServeHost() {
   const win32::ClientWatch watch(apartment, [&program] { program.HostLetGo(); });
   const win32::ComServer server(Classes([&program] { return std::make_shared<hosting::PlugInApi>(program); }),
                                 {true, kTypeLibrary, [&program] { program.HostLetGo(); }});
+  loop.Post([&program] { program.Prepare(); });
   const int exitCode = loop.Run();
   running = nullptr;
   // Nothing is left but to let go of the host's objects, and a host that hangs must not hold that up.

@@ -35,6 +35,8 @@ class Program {
   /// The main window, or nothing before the first SendCommand that got so far.
   shell::fMain* Window() const { return window_.get(); }
   shell::fMain& MakeWindow();
+  /// Makes the main window ahead, while the host is still getting ready to command it.
+  void Prepare();
   /// Lets other processes find the main window under `name` until it closes; not one that failed to load.
   void PublishWindow(const std::string& name);
 
@@ -68,6 +70,8 @@ class Program {
   bool Ending() const { return window_ && window_->Ending(); }
 
  private:
+  std::unique_ptr<shell::fMain> NewWindow();
+
   const shell::Platform& platform_;
   PlugInDescription description_;
   shell::Settings settings_;
@@ -77,6 +81,7 @@ class Program {
   std::function<void()> quit_;
   CWindowAgent agent_;
   ui::Timer endSoon_;
+  std::unique_ptr<shell::fMain> prepared_;
   std::unique_ptr<shell::fMain> window_;
 };
 

@@ -30,8 +30,28 @@ Program::Program(const shell::Platform& platform, SharedMemory& memory, DesktopW
   };
 }
 
+std::unique_ptr<shell::fMain> Program::NewWindow() {
+  return std::make_unique<shell::fMain>(platform_, settings_, strings_, pageTable_, quit_);
+}
+
+void Program::Prepare() {
+  if (window_ || prepared_) return;
+  try {
+    const shell::Strings::Hold hold(strings_);
+    prepared_ = NewWindow();
+    prepared_->Prepare();
+  } catch (const std::exception&) {
+    prepared_.reset();  // the command tries again and tells the host
+  }
+}
+
 shell::fMain& Program::MakeWindow() {
-  window_ = std::make_unique<shell::fMain>(platform_, settings_, strings_, pageTable_, quit_);
+  window_ = std::exchange(prepared_, nullptr);
+  if (window_) {
+    window_->ReInitializeStrings();
+  } else {
+    window_ = NewWindow();
+  }
   window_->onEnding = [this] { agent_.Withdraw(); };
   return *window_;
 }
@@ -48,7 +68,10 @@ void Program::PublishWindow(const std::string& name) {
 
 CWindowAgent::Found Program::RaisePublished(const std::string& name) {
   const auto found = agent_.RaisePublished(name);
-  if (found == CWindowAgent::Found::kRaised) endSoon_.Start();
+  if (found == CWindowAgent::Found::kRaised) {
+    prepared_.reset();
+    endSoon_.Start();
+  }
   return found;
 }
 

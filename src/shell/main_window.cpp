@@ -49,7 +49,6 @@ fMain::fMain(const Platform& platform, const Settings& settings, Strings& string
   ConnectHandlers();
   InitStrings();
   BuildLayout();
-  RestoreUnitChoice();
 }
 
 fMain::~fMain() {
@@ -201,6 +200,16 @@ SaveResult fMain::InTransaction(std::string_view routine, std::string_view locat
   return result;
 }
 
+void fMain::CreatePages() {
+  pages_.CreatePages(context_, [this](ISubForm& page) { Picture1.Embed(page); });
+}
+
+void fMain::Prepare() {
+  CreatePages();
+  ReInitializeStrings();
+  MakeNative();
+}
+
 void fMain::ProcessDeviceCommand(const automation::Object& network) {
   network_ = network;
   Load();
@@ -215,29 +224,34 @@ void fMain::Load() {
   Command("Load", [this] {
     const Strings::Hold hold(strings_);  // loaded when this window was made
     try {
+      RestoreUnitChoice();
       ProgressObject.ShowFLoading(strings_.GetStrings("Loading..."), strings_.GetStrings("Getting CP values"),
                                   0);
       LoadDeviceObjects(ObjectServer, device_);
       NamingProperty("nviOccCmd", [this] { CheckIfOccupency(device_); });
       LoadLocation();
-      pages_.LoadAllPages(context_, network_, ProgressObject,
-                          [this](ISubForm& page) { Picture1.Embed(page); });
+      if (pages_.Count() == 0) CreatePages();
+      pages_.LoadAllPages(context_, network_, ProgressObject);
       lblCompany.SetText(settings_.manufacturerName);
       SetTitle(settings_.title + " - " + device_.Device.Text(host::kName) +
                (blockName_.empty() ? "" : " - " + blockName_));
       ReInitializeStrings();
     } catch (...) {
       tag_ = kRefuseToStart;
-      ProgressObject.Hide();
+      ProgressObject.HideFLoading();
       throw;
     }
   });
   if (!ending_) ShowWindow();
 }
 
-void fMain::ShowWindow() {
+void fMain::MakeNative() {
   if (platform_.toolkit && !GetWindowPeer()) platform_.toolkit->Realize(*this);
   RestorePlace(*this, platform_.registry, settings_);
+}
+
+void fMain::ShowWindow() {
+  MakeNative();
   Show();
 }
 

@@ -27,6 +27,10 @@ class fMain : public ui::Window, private MessageSink, private PageWork {
   automation::Object ObjectServer;  // the host's object-model root
   fLoading ProgressObject;
 
+  /// Makes the pages and the native window, hidden and without a value, ahead of the command that loads them.
+  /// Nothing of the host is asked, so all text is in English.
+  void Prepare();
+
   /// Load the device that the object server has opened and show the window. `network` carries the
   /// transactions. A failure is logged and the window closes itself on its first activation; nothing is
   /// thrown.
@@ -68,6 +72,8 @@ class fMain : public ui::Window, private MessageSink, private PageWork {
   /// Runs one command unless another is under way, and reports its failure.
   void Command(std::string_view routine, const std::function<void()>& work);
 
+  void CreatePages();
+  void MakeNative();
   void Load();
   void LoadLocation();
   void RestoreUnitChoice();

@@ -20,11 +20,18 @@ class ProgressShown {
   }
   ProgressShown(const ProgressShown&) = delete;
   ProgressShown& operator=(const ProgressShown&) = delete;
-  ~ProgressShown() { progress_.Hide(); }
+  ~ProgressShown() { progress_.HideFLoading(); }
 
  private:
   fLoading& progress_;
 };
+
+// A page reports its own faults; here they end the loading.
+void RequireLoaded(const PageContext& context, const PageEntry& entry) {
+  if (!context.flags.errorOccurred) return;
+  throw base::Error(
+      context.strings.FormatStrings("The page \"%s%\" could not be loaded.", {std::string(entry.title)}));
+}
 
 std::string ContentOf(const ui::Control& control) {
   switch (control.GetKind()) {
@@ -64,22 +71,25 @@ ISubForm* PageSet::FindPage(std::string_view pageClass) {
   return found == pages_.end() ? nullptr : found->get();
 }
 
-void PageSet::LoadAllPages(const PageContext& context, const Object& network, fLoading& progress,
-                           const std::function<void(ISubForm&)>& embed) {
+void PageSet::CreatePages(const PageContext& context, const std::function<void(ISubForm&)>& embed) {
+  context.flags.errorOccurred = false;
+  for (const PageEntry& entry : table_) {
+    ISubForm& page = *pages_.emplace_back(entry.create(context, entry.helpTopic));
+    filled_.push_back(ContentOf(page));
+    embed(page);
+    RequireLoaded(context, entry);
+  }
+}
+
+void PageSet::LoadAllPages(const PageContext& context, const Object& network, fLoading& progress) {
   const auto text = [&context](std::string_view english) { return context.strings.GetStrings(english); };
   const ProgressShown shown(progress, text("Loading..."), text("Now loading"), table_.size());
   HostTransaction transaction(network);
   context.flags.errorOccurred = false;
-  for (const PageEntry& entry : table_) {
-    progress.AdvanceProgressBar(text(entry.listCaption));
-    ISubForm& page = *pages_.emplace_back(entry.create(context, entry.helpTopic));
-    embed(page);
-    filled_.emplace_back();
-    if (Read(pages_.size() - 1)) Show(pages_.size() - 1);
-    if (context.flags.errorOccurred) {
-      throw base::Error(
-          context.strings.FormatStrings("The page \"%s%\" could not be loaded.", {std::string(entry.title)}));
-    }
+  for (std::size_t i = 0; i < pages_.size(); ++i) {
+    progress.AdvanceProgressBar(text(table_[i].listCaption));
+    if (Read(i)) Show(i);
+    RequireLoaded(context, table_[i]);
   }
   transaction.Commit();
 }

@@ -27,11 +27,13 @@ class PageSet : public PageFinder {
   const PageContent& Filled(std::size_t index) const { return filled_.at(index); }
   ISubForm* FindPage(std::string_view pageClass) override;
 
-  /// Creates every page of the table in order, lets `embed` put it into the main window, and fills it. Throws
-  /// when the host refuses a transaction or a page could not read its values; the transaction is ended in any
-  /// case.
-  void LoadAllPages(const PageContext& context, const automation::Object& network, fLoading& progress,
-                    const std::function<void(ISubForm&)>& embed);
+  /// Creates every page of the table in order, without a value, and lets `embed` put it into the main window.
+  /// Throws when a page cannot be used.
+  void CreatePages(const PageContext& context, const std::function<void(ISubForm&)>& embed);
+
+  /// Fills every page. Throws when the host refuses a transaction or a page could not read its values; the
+  /// transaction is ended in any case.
+  void LoadAllPages(const PageContext& context, const automation::Object& network, fLoading& progress);
 
   /// Asks every page to write, also after one said no, then commits when all said yes and cancels otherwise.
   /// A host that refuses to begin, cancel or commit is logged.

@@ -1,13 +1,24 @@
 #include "shell/progress_window.h"
 
 namespace shell {
+namespace {
+
+// Work that ends sooner needs no window, which would only flash up.
+constexpr auto kShowAfter = std::chrono::milliseconds(500);
+
+}  // namespace
 
 fLoading::fLoading(ui::Toolkit* toolkit, ui::EventLoop& loop, const Strings& strings)
-    : Window("fLoading"), toolkit_(toolkit), loop_(loop), strings_(strings) {
+    : Window("fLoading"), toolkit_(toolkit), loop_(loop), strings_(strings), tmrShow(loop, kShowAfter) {
   resizable = false;
   onQueryClose = [this] {
     canceled_ = true;
     return false;
+  };
+  tmrShow.onTick = [this] {
+    tmrShow.Stop();
+    if (toolkit_ && !GetWindowPeer()) toolkit_->Realize(*this);
+    Show();
   };
   SetLayout(ui::Stack({ui::GrowX(ui::Item(lblMessage)), ui::GrowX(ui::Item(ProgressBar1))}));
   InitStrings();
@@ -25,9 +36,13 @@ void fLoading::ShowFLoading(std::string_view title, std::string_view label, int 
   ProgressBar1.SetRange(count);
   SetTitle(title);
   lblMessage.SetText(label);
-  if (toolkit_ && !GetWindowPeer()) toolkit_->Realize(*this);
-  Show();
+  if (!Visible() && !tmrShow.Running()) tmrShow.Start();
   loop_.Turn();
+}
+
+void fLoading::HideFLoading() {
+  tmrShow.Stop();
+  Hide();
 }
 
 void fLoading::AdvanceProgressBar(std::string_view text) {

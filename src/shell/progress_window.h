@@ -18,8 +18,10 @@ class fLoading : public ui::Window {
   ~fLoading() override;
 
   void InitStrings();
-  /// Shows the window with an empty bar of `count` steps.
+  /// Prepares the window with an empty bar of `count` steps and shows it, unless the work ends within a
+  /// moment.
   void ShowFLoading(std::string_view title, std::string_view label, int count);
+  void HideFLoading();
   /// Shows the step label, a blank and `text`, and moves the bar one step on unless it is full.
   void AdvanceProgressBar(std::string_view text);
   /// True once the user has closed the window. Nobody consults it yet: a transaction is not left half done.
@@ -31,6 +33,7 @@ class fLoading : public ui::Window {
   const Strings& strings_;
   std::string label_;
   bool canceled_ = false;
+  ui::Timer tmrShow;
 
   ui::Label lblMessage{*this, "lblMessage"};
   ui::ProgressBar ProgressBar1{*this, "ProgressBar1"};

@@ -31,7 +31,8 @@ Votes ReadVotes(const PageContext& context, const PageSet& pages, fLoading& prog
   const PageContext apart{
       context.platform, context.settings, device,       context.strings, context.messages,    flags,
       reader,           selections,       context.work, context.network, context.objectServer};
-  reader.LoadAllPages(apart, context.network, progress, [](ISubForm&) {});
+  reader.CreatePages(apart, [](ISubForm&) {});
+  reader.LoadAllPages(apart, context.network, progress);
   Votes votes;
   for (std::size_t i = 0; i < pages.Count(); ++i) {
     Compare(context.settings.numbers, pages.Filled(i), ContentOf(pages.Page(i)), reader.Filled(i), votes);

@@ -226,6 +226,79 @@ TEST_F(ToolTest, AHostThatLetsGoInTheMiddleOfALoadEndsTheToolAfterwards) {
   EXPECT_TRUE(quit);
 }
 
+TEST_F(ToolTest, ProgressIsShownOfWorkThatLasts) {
+  std::vector<std::string> seen;
+  const auto look = [&] {
+    const shell::fLoading& window = Main().ProgressObject;
+    const auto& bar = *dynamic_cast<const ui::ProgressBar*>(window.Find("ProgressBar1"));
+    if (!window.Visible()) return;
+    seen.push_back(window.Title() + " " + window.Find("lblMessage")->Text() + " " +
+                   std::to_string(bar.Value()) + "/" + std::to_string(bar.Maximum()));
+  };
+  const auto lasting = [&] {
+    loop.Tick();
+    look();
+  };
+  loop.onTurn = lasting;
+  Open(tests::kAssigned);
+  ASSERT_EQ(seen.size(), 14u);
+  EXPECT_EQ(seen[0], "Loading... Getting CP values 0/0");
+  EXPECT_EQ(seen[1], "Loading... Now loading 0/12");
+  EXPECT_EQ(seen[2], "Loading... Now loading Inputs 1/12");
+  EXPECT_EQ(seen[13], "Loading... Now loading About 12/12");
+
+  for (const bool lasts : {false, true}) {
+    seen.clear();
+    loop.onTurn = lasts ? std::function<void()>(lasting) : look;
+    Click("cmdRefresh");
+    EXPECT_EQ(seen.size(), lasts ? 13u : 0u);
+    loop.Tick();
+    EXPECT_FALSE(Main().ProgressObject.Visible()) << "nor when the work is done";
+  }
+  EXPECT_EQ(seen.back(), "Refreshing configuration tool . . . Now refreshing About 12/12");
+  seen.clear();
+  Main().ProgressObject.ShowFLoading("Saving", "Now saving", 1);
+  for (const char* text : {"PID", "Alarm"}) Main().ProgressObject.AdvanceProgressBar(text);
+  EXPECT_EQ(seen.back(), "Saving Now saving Alarm 1/1") << "no further than its end";
+}
+
+TEST_F(ToolTest, AWindowMadeAheadComesUpAsOneThatIsMadeByTheCommand) {
+  // Every text, mark and choice of the pages, and every text of the main window.
+  const auto shown = [](tests::Tool& tool) {
+    std::vector<std::string> content;
+    for (const ui::Control* control : tool.Main().Controls()) content.push_back(control->Text());
+    for (std::size_t i = 0; i < tool.Main().Pages().Count(); ++i) {
+      for (const auto& text : shell::ContentOf(tool.Main().Pages().Page(i))) content.push_back(text);
+    }
+    return content;
+  };
+  tests::Tool late;
+  const auto calls = building.Faults().Total();
+  program.Prepare();
+  EXPECT_EQ(building.Faults().Total(), calls) << "nothing of the host is asked";
+  EXPECT_EQ(program.Window(), nullptr);
+  EXPECT_FALSE(api.Get("Visible").AsBool());
+  // What another tool may change before the command comes.
+  for (tests::Tool* tool : {static_cast<tests::Tool*>(this), &late}) {
+    tool->building.Language().Put("Language", "German");
+    tool->registry.values["SOFTWARE\\LonWorks\\Plugins|Measure"] = "1";
+    tool->api.Call("SendCommand", 0, 0, "");
+    EXPECT_TRUE(tool->Find<ui::OptionButton>("optUnit(1)").Selected());
+    EXPECT_FALSE(tool->Main().Pages().AnyPageChanged());
+  }
+  EXPECT_EQ(Text("cmdApply"), "Übernehmen");
+  EXPECT_EQ(shown(*this), shown(late));
+}
+
+TEST_F(ToolTest, AWindowThatCannotBeMadeAheadIsMadeByTheCommand) {
+  controls.missing = {"MVSingleObjectManager.ObjectManager"};
+  program.Prepare();
+  controls.missing.clear();
+  api.Call("SendCommand", 0, 0, "");
+  EXPECT_EQ(Main().Tag(), "");
+  EXPECT_TRUE(Messages().empty());
+}
+
 TEST_F(ToolTest, ErrorButtonTellsTheLevelAndAWarningBlinks) {
   Open(tests::kAssigned);
   auto& button = Find<ui::Button>("cmdErrorLog");

@@ -57,6 +57,7 @@ struct Tool : StandIns {
   }
 
   void Open(const std::string& device) {
+    program.Prepare();
     api.Put("DeviceName", device);
     api.Call("SendCommand", 0, 0, "");
   }

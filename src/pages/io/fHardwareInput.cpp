@@ -24,6 +24,7 @@ fHardwareInput::fHardwareInput(const shell::PageContext& context, int helpTopic)
   for (std::size_t i = 0; i < kInputs; ++i) {
     cboInput[i].onClick = [this, i] { Guarded("ChooseFunction", [this, i] { ChooseFunction(i); }); };
     cmdConfigure[i].onClick = [this, i] { Guarded("Configure", [this, i] { Configure(i); }); };
+    ShowFunction(i, {});  // long before the device has told its own
   }
   BuildLayout();
   ReInitializeStrings();

@@ -207,7 +207,10 @@ void NativeWindow::SetTitle(const std::string& title) {
   QueueArrange();
 }
 
+bool NativeWindow::Hidden() const { return !parent_ && !IsWindowVisible(Window()); }
+
 void NativeWindow::PrepareToShow() {
+  ArrangeQueued();
   UpdateMenu();
   if (!data_->resizable) {
     const NativeWindow* front = context_.FrontWindow();
@@ -254,6 +257,8 @@ void NativeWindow::SetState(ui::WindowState state) {
 
 void NativeWindow::Move(int left, int top) {
   placed_ = true;
+  const ui::Bounds now = GetBounds();
+  if (now.left == left && now.top == top) return;
   SetWindowPos(Window(), nullptr, left, top, 0, 0, SWP_NOSIZE | SWP_NOZORDER | SWP_NOACTIVATE);
 }
 

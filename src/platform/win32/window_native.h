@@ -83,6 +83,9 @@ class NativeWindow : public ui::WindowPeer, public std::enable_shared_from_this<
   /// Least outer size: shows everything, but no larger than the screen; page areas scroll instead.
   ui::Size LeastSize();
   ui::Size MeasureClient() const;
+  /// What happens in a hidden window is arranged once, when it is shown.
+  bool Hidden() const;
+  void ArrangeQueued();
   void ArrangeNow();
   void GrowToLeastSize(bool exactly);
   /// As near to `wanted` as the least size and the screen allow, and within the screen.

@@ -1,5 +1,6 @@
 // How large a NativeWindow is and where its controls stand.
 #include <algorithm>
+#include <utility>
 
 #include "platform/win32/control_page_area.h"
 #include "platform/win32/utf.h"
@@ -74,16 +75,18 @@ ui::Size NativeWindow::LeastSize() {
 
 void NativeWindow::QueueArrange() {
   leastSize_.reset();
-  if (arrangeQueued_) return;
-  arrangeQueued_ = true;
+  if (std::exchange(arrangeQueued_, true) || Hidden()) return;
   context_.loop.Post([weak = weak_from_this()] {
     const auto self = weak.lock();
-    if (!self || !self->Alive()) return;
-    self->arrangeQueued_ = false;
-    self->UpdateMenu();
-    self->GrowToLeastSize(false);
-    self->ArrangeNow();
+    if (self && self->Alive()) self->ArrangeQueued();
   });
+}
+
+void NativeWindow::ArrangeQueued() {
+  if (!std::exchange(arrangeQueued_, false)) return;
+  UpdateMenu();
+  GrowToLeastSize(false);
+  ArrangeNow();
 }
 
 void NativeWindow::ArrangeNow() {
