@@ -1,5 +1,6 @@
 // Windows and the loop: sizes, closing, states, menus and their keys, timers and posted work.
 #include <array>
+#include <set>
 
 #include "platform/win32/menu_native.h"
 #include "ui_support.h"
@@ -71,6 +72,37 @@ TEST_F(UiWindow, ALongerCaptionMakesRoomForItself) {
   EXPECT_LE(RectOf(Native(sheet_.caption)).right, RectOf(Native(sheet_.box)).left);
   EXPECT_LE(RectOf(Native(sheet_.box)).right, RectOf(Native(sheet_.unit)).left);
   EXPECT_LE(RectOf(Native(sheet_.unit)).right, Client().right);
+}
+
+TEST_F(UiWindow, AFrameThatGrowsLeavesNothingOfItsFormerBorder) {
+  struct Framed : ui::Window {
+    Framed() : Window("Framed") {
+      label.SetText("Short");
+      SetLayout(ui::Line({ui::Box(frame, ui::Stack({ui::Item(label)})), ui::GrowX(ui::Empty())}));
+    }
+    ui::Frame frame{*this, "frame"};
+    ui::Label label{*this, "label"};
+  } framed;
+  Show(framed);
+  framed.Resize(400, 200);  // so that the window itself need not grow
+  Settle();
+  HWND window = GetParent(Native(framed.frame));
+  RECT border = RectOf(Native(framed.frame));
+  MapWindowPoints(nullptr, window, reinterpret_cast<POINT*>(&border), 2);
+  // Along a line through the frame, below the label.
+  const auto colours = [&] {
+    Settle();
+    UpdateWindow(window);
+    const HDC screen = GetDC(window);
+    std::set<COLORREF> found;
+    for (int x = border.left + 4; x < border.right + 4; ++x)
+      found.insert(GetPixel(screen, x, border.bottom - 6));
+    ReleaseDC(window, screen);
+    return found.size();
+  };
+  EXPECT_GT(colours(), 1u) << "the border";
+  framed.label.SetText("A longer label");
+  EXPECT_EQ(colours(), 1u);
 }
 
 TEST_F(UiWindow, ADenserScreenMakesEverythingLarger) {

@@ -39,6 +39,14 @@ class NativeFrame : public NativeControl {
     return {caption.width + Metrics().X(kFrameCaption), caption.height};
   }
 
+  // Where its border was before, the window must paint its background anew.
+  bool Place(const ui::Rect& rect) override {
+    const bool moved = NativeControl::Place(rect);
+    const RECT area = {rect.left, rect.top, rect.left + rect.width, rect.top + rect.height};
+    if (moved) InvalidateRect(Form().Window(), &area, TRUE);
+    return moved;
+  }
+
  private:
   // Transparent: the window paints its background within the border.
   Style GetStyle() const override { return {L"BUTTON", BS_GROUPBOX, WS_EX_TRANSPARENT}; }
