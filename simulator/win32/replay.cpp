@@ -6,7 +6,6 @@
 #include <iterator>
 #include <memory>
 #include <nlohmann/json.hpp>
-#include <optional>
 #include <utility>
 
 #include "automation/local_object.h"
@@ -86,8 +85,8 @@ class Replay {
   }
 
   simulator::CallTrace trace_;
-  std::optional<simulator::CallReplay> calls_{
-      std::in_place, [](const std::string& programId) { return win32::CreateObject(programId); }};
+  std::unique_ptr<simulator::CallReplay> calls_ = std::make_unique<simulator::CallReplay>(
+      [](const std::string& programId) { return win32::CreateObject(programId); });
   std::size_t done_ = 0;
   json times_;
   std::unique_ptr<win32::ComServer> server_;
