@@ -9,7 +9,7 @@
 #include "base/numbers.h"
 #include "base/record.h"
 #include "fuzz/support/input.h"
-#include "shell/device_objects.h"
+#include "host/device_tree.h"
 #include "shell/strings.h"
 #include "simulator/catalogue.h"
 #include "simulator/value_text.h"
@@ -79,7 +79,7 @@ void Texts(std::string_view text) {
   } catch (const base::Error&) {
     // A placeholder that asks for more.
   }
-  shell::BareType(text);
+  host::BareType(text);
 }
 
 }  // namespace

@@ -5,7 +5,7 @@
 #include <filesystem>
 
 #include "base/record.h"
-#include "hosting/host_contract.h"
+#include "host/contract.h"
 #include "simulator/files.h"
 
 namespace help {

@@ -6,8 +6,6 @@
 
 #include "QVRKvTARNCfg.h"
 #include "base/text.h"
-#include "hosting/plugin_api.h"
-#include "hosting/startup.h"
 #include "pages/page_table.h"
 #include "platform/win32/apartment.h"
 #include "platform/win32/client_watch.h"
@@ -26,6 +24,8 @@
 #include "platform/win32/registry.h"
 #include "platform/win32/shared_memory.h"
 #include "platform/win32/toolkit.h"
+#include "plugin/plugin_api.h"
+#include "plugin/startup.h"
 #include "serverlink/transaction.h"
 
 namespace {
@@ -52,13 +52,13 @@ std::vector<win32::ServerClass> Classes(MakeObject makeApi = {}) {
            DIID__CTransaction}};
 }
 
-hosting::ProgramIdentity Identity() {
+plugin::ProgramIdentity Identity() {
   const win32::ProgramVersion version = win32::OwnVersion();
   return {version.product, version.company, version.major, version.minor, version.revision};
 }
 
-hosting::StartUpFacts Facts(base::Registry& registry, base::Locale& locale) {
-  hosting::StartUpFacts facts;
+plugin::StartUpFacts Facts(base::Registry& registry, base::Locale& locale) {
+  plugin::StartUpFacts facts;
   facts.identity = Identity();
   facts.applicationFolder = win32::ProgramFolder();
   facts.lonWorksFolder =
@@ -76,7 +76,7 @@ automation::Object CreateObject(std::string_view programId) {
 
 int ServeHost() {
   win32::ComApartment apartment;
-  hosting::Program* running = nullptr;
+  plugin::Program* running = nullptr;
   win32::MessageLoop loop([&running](const std::string& fault) {
     if (!running || !running->Report(fault)) win32::ReportFailure(kTitle, fault);
   });
@@ -100,10 +100,10 @@ int ServeHost() {
                                  .createObject = CreateObject,
                                  .readFile = win32::ReadWholeFile};
 
-  const auto description = hosting::BuildDescription(Identity());
-  const auto settings = hosting::MakeSettings(Facts(registry, locale), description);
-  hosting::Program program(platform, memory, desktop, description, settings, pages::PageTable(),
-                           [&loop] { loop.Quit(); });
+  const auto description = plugin::BuildDescription(Identity());
+  const auto settings = plugin::MakeSettings(Facts(registry, locale), description);
+  plugin::Program program(platform, memory, desktop, description, settings, pages::PageTable(),
+                          [&loop] { loop.Quit(); });
   running = &program;
   apartment.WatchPending({.overdue =
                               [&program](auto member, auto elapsed) {
@@ -112,7 +112,7 @@ int ServeHost() {
                               },
                           .over = [&program] { program.CallOver(); }});
   const win32::ClientWatch watch(apartment, [&program] { program.HostLetGo(); });
-  const win32::ComServer server(Classes([&program] { return std::make_shared<hosting::PlugInApi>(program); }),
+  const win32::ComServer server(Classes([&program] { return std::make_shared<plugin::PlugInApi>(program); }),
                                 {true, kTypeLibrary, [&program] { program.HostLetGo(); }});
   loop.Post([&program] { program.Prepare(); });
   const int exitCode = loop.Run();
@@ -130,7 +130,7 @@ int RunCommand(const std::string& commandTail) {
   } else if (word == "/unregserver") {
     win32::UnregisterServer(Classes(), kTypeLibrary);
   } else {
-    hosting::RunStandAlone(commandTail, hosting::BuildDescription(Identity()), CreateObject);
+    plugin::RunStandAlone(commandTail, plugin::BuildDescription(Identity()), CreateObject);
   }
   return 0;
 }

@@ -3,8 +3,8 @@
 #include <utility>
 
 #include "automation/error.h"
-#include "hosting/host_contract.h"
-#include "shell/host_transaction.h"
+#include "host/contract.h"
+#include "host/transaction.h"
 #include "shell/read_back.h"
 #include "shell/unit_choice.h"
 #include "shell/window_place.h"
@@ -188,7 +188,7 @@ SaveResult fMain::InTransaction(std::string_view routine, std::string_view locat
   Command(routine, [&] {
     const ui::WaitPointer pointer(platform_.loop);
     try {
-      HostTransaction transaction(network_);
+      host::Transaction transaction(network_);
       if (!work()) return transaction.Cancel();
       result = SaveResult::kUnknown;  // until the host has answered
       transaction.Commit();
@@ -227,8 +227,8 @@ void fMain::Load() {
       RestoreUnitChoice();
       ProgressObject.ShowFLoading(strings_.GetStrings("Loading..."), strings_.GetStrings("Getting CP values"),
                                   0);
-      LoadDeviceObjects(ObjectServer, device_);
-      NamingProperty("nviOccCmd", [this] { CheckIfOccupency(device_); });
+      host::LoadDeviceObjects(ObjectServer, device_);
+      NamingProperty("nviOccCmd", [this] { host::CheckIfOccupency(device_); });
       LoadLocation();
       if (pages_.Count() == 0) CreatePages();
       pages_.LoadAllPages(context_, network_, ProgressObject);

@@ -59,7 +59,7 @@ class fMain : public ui::Window, private MessageSink, private PageWork {
   PageSet& Pages() { return pages_; }
   fLanguage& LanguagePage() { return language_; }
   PageFlags& Flags() { return flags_; }
-  DeviceObjects& Device() { return device_; }
+  host::DeviceObjects& Device() { return device_; }
   /// The input and output functions chosen at this moment.
   SelectedTypes& Selections() { return selections_; }
 
@@ -103,7 +103,7 @@ class fMain : public ui::Window, private MessageSink, private PageWork {
   logger::fMessage logger_;
   automation::Object network_;
   std::string blockName_;
-  DeviceObjects device_;
+  host::DeviceObjects device_;
   PageFlags flags_;
   SelectedTypes selections_;
   PageContext context_;

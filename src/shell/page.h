@@ -10,7 +10,7 @@
 
 #include "automation/error.h"
 #include "base/error.h"
-#include "shell/device_objects.h"
+#include "host/device_tree.h"
 #include "shell/platform.h"
 #include "shell/selected_types.h"
 #include "shell/settings.h"
@@ -95,7 +95,7 @@ class PageWork {
 struct PageContext {
   const Platform& platform;
   const Settings& settings;
-  DeviceObjects& device;
+  host::DeviceObjects& device;
   Strings& strings;
   MessageSink& messages;
   PageFlags& flags;

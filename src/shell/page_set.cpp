@@ -3,8 +3,8 @@
 #include <algorithm>
 
 #include "base/error.h"
+#include "host/transaction.h"
 #include "logger/message_logger.h"
-#include "shell/host_transaction.h"
 
 namespace shell {
 namespace {
@@ -84,7 +84,7 @@ void PageSet::CreatePages(const PageContext& context, const std::function<void(I
 void PageSet::LoadAllPages(const PageContext& context, const Object& network, fLoading& progress) {
   const auto text = [&context](std::string_view english) { return context.strings.GetStrings(english); };
   const ProgressShown shown(progress, text("Loading..."), text("Now loading"), table_.size());
-  HostTransaction transaction(network);
+  host::Transaction transaction(network);
   context.flags.errorOccurred = false;
   for (std::size_t i = 0; i < pages_.size(); ++i) {
     progress.AdvanceProgressBar(text(table_[i].listCaption));
@@ -101,7 +101,7 @@ SaveResult PageSet::SaveAllPages(const PageContext& context, const Object& netwo
                             pages_.size());
   SaveResult result = SaveResult::kCancelled;
   try {
-    HostTransaction transaction(network);
+    host::Transaction transaction(network);
     bool allWritten = true;
     for (std::size_t i = 0; i < pages_.size(); ++i) {
       progress.AdvanceProgressBar(text(table_[i].listCaption));
@@ -137,7 +137,7 @@ bool PageSet::RefreshAllPages(const PageContext& context, const Object& network,
                             pages_.size());
   bool allRead = true;
   try {
-    HostTransaction transaction(network);
+    host::Transaction transaction(network);
     for (std::size_t i = 0; i < pages_.size(); ++i) {
       progress.AdvanceProgressBar(text(table_[i].listCaption));
       allRead = Read(i) && allRead;

@@ -24,7 +24,7 @@ void Compare(const base::Numbers& numbers, const PageContent& before, const Page
 }
 
 Votes ReadVotes(const PageContext& context, const PageSet& pages, fLoading& progress) {
-  DeviceObjects device = context.device;
+  host::DeviceObjects device = context.device;
   PageFlags flags;
   SelectedTypes selections;
   PageSet reader(pages.Table());

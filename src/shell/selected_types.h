@@ -7,7 +7,7 @@
 #include <string>
 #include <string_view>
 
-#include "shell/device_objects.h"
+#include "host/device_tree.h"
 
 namespace shell {
 
@@ -25,8 +25,8 @@ class SelectedTypes {
   int GetInputTypeSelectedIndex(std::string_view function) const;
 
  private:
-  std::array<std::string, DeviceObjects::kOutputs> outputs_;
-  std::array<std::string, DeviceObjects::kInputs> inputs_;
+  std::array<std::string, host::DeviceObjects::kOutputs> outputs_;
+  std::array<std::string, host::DeviceObjects::kInputs> inputs_;
 };
 
 }  // namespace shell

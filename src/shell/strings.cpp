@@ -8,7 +8,7 @@
 #include "automation/error.h"
 #include "base/error.h"
 #include "base/text.h"
-#include "hosting/host_contract.h"
+#include "host/contract.h"
 
 namespace shell {
 namespace {

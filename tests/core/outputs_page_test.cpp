@@ -275,8 +275,8 @@ TEST_F(OutputsTest, AnOverrideIsOnOrOffByItsValue) {
 TEST_F(OutputsTest, TheFirstOverrideValueIsANumberOfTheUser) {
   shell::Settings settings = program.GetSettings();
   settings.numbers = base::Numbers(',');
-  hosting::Program other(platform, memory, desktop, description, settings, table, [] {});
-  const automation::Object otherApi(std::make_shared<hosting::PlugInApi>(other));
+  plugin::Program other(platform, memory, desktop, description, settings, table, [] {});
+  const automation::Object otherApi(std::make_shared<plugin::PlugInApi>(other));
   for (const char* name :
        {"NetworkName", "NetworkIpAddress", "NetworkIpPort", "OvxServerVersion", "LmoIndex"})
     otherApi.Put(name, api.Get(name));

@@ -2,7 +2,7 @@
 
 #include <set>
 
-#include "hosting/device_template.h"
+#include "host/device_template.h"
 #include "tool_test.h"
 
 namespace {
@@ -180,12 +180,12 @@ TEST(LettingGo, EndsThePlugInUnlessItsWindowIsVisible) {
 }
 
 TEST(DeviceTemplate, RefusesIdentitiesThatAreNoFileNames) {
-  EXPECT_EQ(hosting::TemplateName("8000ab0c12340001", "3.1"), "8000AB0C12340001_3_1");
+  EXPECT_EQ(host::TemplateName("8000ab0c12340001", "3.1"), "8000AB0C12340001_3_1");
   for (const char* identity : {"", "..\\..\\x", "a/b", "a.b", "a b", "\xC3\xA9"}) {
-    EXPECT_THROW(hosting::TemplateName(identity, "3.1"), base::Error) << identity;
+    EXPECT_THROW(host::TemplateName(identity, "3.1"), base::Error) << identity;
   }
   for (const char* version : {"", "3", "3.", ".1", "3.x", "3.1.2", "-3.1"}) {
-    EXPECT_THROW(hosting::TemplateName("A", version), base::Error) << version;
+    EXPECT_THROW(host::TemplateName("A", version), base::Error) << version;
   }
 }
 
@@ -201,7 +201,7 @@ TEST_F(ToolTest, RegistersByTheFirstWordOfTheCommandLine) {
                {"/DeregPlugIn", 0},
                {"/regplugin /deregplugin", 1}};
   for (const auto& item : cases) {
-    hosting::RunStandAlone(item.commandLine, description, [this](std::string_view id) { return Create(id); });
+    plugin::RunStandAlone(item.commandLine, description, [this](std::string_view id) { return Create(id); });
     EXPECT_EQ(building.PlugIns().size(), item.registered) << item.commandLine;
   }
   EXPECT_EQ(building.PlugIns()[0].id, "QVRKvTARNCfg.LNSPlugInAPI");

@@ -11,7 +11,7 @@
 
 #include "automation/error.h"
 #include "base/error.h"
-#include "hosting/window_agent.h"
+#include "plugin/window_agent.h"
 #include "shell/platform.h"
 
 namespace tests {
@@ -142,9 +142,9 @@ class MadeControls : public ui::ControlHost {
 };
 
 /// Named memory as the system keeps it: a block lives while a section of it is open.
-class MemoryBlocks : public hosting::SharedMemory {
+class MemoryBlocks : public plugin::SharedMemory {
  public:
-  std::unique_ptr<hosting::SharedSection> Open(std::int32_t size, const std::string& name) override {
+  std::unique_ptr<plugin::SharedSection> Open(std::int32_t size, const std::string& name) override {
     auto block = blocks[name].lock();
     if (!block && opens) blocks[name] = block = std::make_shared<Block>(static_cast<std::size_t>(size));
     if (!block || block->size() < static_cast<std::size_t>(size)) return nullptr;
@@ -166,7 +166,7 @@ class MemoryBlocks : public hosting::SharedMemory {
   bool unmaps = true;
 
  private:
-  struct Section : hosting::SharedSection {
+  struct Section : plugin::SharedSection {
     Section(MemoryBlocks& theOwner, std::shared_ptr<Block> theBlock)
         : owner(theOwner), block(std::move(theBlock)) {}
     std::uintptr_t Handle() const override { return 1; }
@@ -182,12 +182,12 @@ class MemoryBlocks : public hosting::SharedMemory {
 };
 
 /// Windows that are nothing but a mark and a look, with what was done to them.
-class DesktopOfMarks : public hosting::DesktopWindows {
+class DesktopOfMarks : public plugin::DesktopWindows {
  public:
   void Mark(std::int32_t window, std::int32_t mark) override { marks[window] = mark; }
-  hosting::Sight Look(std::int32_t window, std::int32_t mark) override {
+  plugin::Sight Look(std::int32_t window, std::int32_t mark) override {
     const auto found = marks.find(window);
-    return found == marks.end() || found->second != mark ? hosting::Sight::kGone : sight;
+    return found == marks.end() || found->second != mark ? plugin::Sight::kGone : sight;
   }
   void Show(std::int32_t window, int command) override { Note("show " + std::to_string(command), window); }
   void SetTopmost(std::int32_t window, bool topmost) override {
@@ -196,7 +196,7 @@ class DesktopOfMarks : public hosting::DesktopWindows {
   void Activate(std::int32_t window) override { Note("activate", window); }
 
   std::map<std::int32_t, std::int32_t> marks;
-  hosting::Sight sight = hosting::Sight::kNormal;
+  plugin::Sight sight = plugin::Sight::kNormal;
   std::vector<std::string> acts;
 
  private:

@@ -2,7 +2,7 @@
 
 #include "automation/local_object.h"
 #include "base/error.h"
-#include "hosting/host_contract.h"
+#include "host/contract.h"
 #include "shell/strings.h"
 
 namespace {

@@ -155,7 +155,7 @@ std::set<std::string> ShownTexts(const fs::path& file) {
 std::set<std::string> ShownTexts() {
   std::set<std::string> texts;
   for (const char* file : {"plugin_api.cpp", "window_agent.cpp"}) {
-    texts.merge(ShownTexts(fs::path(SOURCE_DIR) / "hosting" / file));
+    texts.merge(ShownTexts(fs::path(SOURCE_DIR) / "plugin" / file));
   }
   for (const char* room : {"pages", "shell", "logger"}) {
     for (const auto& file : fs::recursive_directory_iterator(fs::path(SOURCE_DIR) / room)) {

@@ -5,9 +5,9 @@
 #include <memory>
 #include <string>
 
-#include "hosting/plugin_api.h"
-#include "hosting/startup.h"
 #include "pages/page_table.h"
+#include "plugin/plugin_api.h"
+#include "plugin/startup.h"
 #include "simulator/building.h"
 #include "stand_ins.h"
 
@@ -147,7 +147,7 @@ struct Tool : StandIns {
   std::span<const shell::PageEntry> table;
   automation::Bytes templateContent;
   std::vector<std::string> filesRead;
-  hosting::PlugInDescription description = hosting::BuildDescription({"Tool", "Veldran, Inc", 1, 2, 3});
+  plugin::PlugInDescription description = plugin::BuildDescription({"Tool", "Veldran, Inc", 1, 2, 3});
   bool quit = false;
   shell::Platform platform{nullptr,
                            prompts,
@@ -159,19 +159,19 @@ struct Tool : StandIns {
                            locale,
                            [this](std::string_view id) { return Create(id); },
                            [this](const std::string& path) { return ReadFile(path); }};
-  hosting::Program program{
-      platform, memory, desktop, description, hosting::MakeSettings(MakeFacts(), description), table, [this] {
+  plugin::Program program{
+      platform, memory, desktop, description, plugin::MakeSettings(MakeFacts(), description), table, [this] {
         quit = true;
       }};
-  automation::Object api{std::make_shared<hosting::PlugInApi>(program)};
+  automation::Object api{std::make_shared<plugin::PlugInApi>(program)};
 
  private:
   static void Usable(const std::string& name, bool done) {
     if (!done) throw base::Error(name + " cannot be used now");
   }
 
-  static hosting::StartUpFacts MakeFacts() {
-    hosting::StartUpFacts facts;
+  static plugin::StartUpFacts MakeFacts() {
+    plugin::StartUpFacts facts;
     facts.identity = {"Tool", "Veldran, Inc", 1, 2, 3};
     facts.applicationFolder = "C:\\Tool";
     facts.lonWorksFolder = "C:\\LonWorks";

@@ -6,7 +6,7 @@
 #include <memory>
 
 #include "faulty_host.h"
-#include "hosting/host_contract.h"
+#include "host/contract.h"
 #include "tool_test.h"
 
 namespace {

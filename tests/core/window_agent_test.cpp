@@ -1,4 +1,4 @@
-#include "hosting/window_agent.h"
+#include "plugin/window_agent.h"
 
 #include <chrono>
 #include <set>
@@ -7,8 +7,8 @@
 
 namespace {
 
-using hosting::CWindowAgent;
-using hosting::Sight;
+using plugin::CWindowAgent;
+using plugin::Sight;
 using tests::ToolTest;
 using Found = CWindowAgent::Found;
 
@@ -113,7 +113,7 @@ TEST_F(WindowAgent, OnlyAWindowThatIsStillTheOnePublishedIsRaised) {
 
 TEST_F(WindowAgent, DifferentDevicesHaveDifferentShortSectionNames) {
   const auto section = [&](const char* program, const std::string& network, const char* device) {
-    EXPECT_TRUE(agent.OpenAndMapPaged(4, hosting::PublishedName(program, network, device)));
+    EXPECT_TRUE(agent.OpenAndMapPaged(4, plugin::PublishedName(program, network, device)));
     return agent.MappingName();
   };
   std::string umlauts;
@@ -138,7 +138,7 @@ struct SecondProcess : ToolTest {
     return "done";
   }
 
-  const std::string kName = hosting::PublishedName(
+  const std::string kName = plugin::PublishedName(
       "KV-TARN Configuration",
       building.NetworkName() + " at " + building.IpAddress() + ":" + std::to_string(building.Port()),
       tests::kAssigned);

@@ -2,10 +2,10 @@
 
 #include "QVRKvTARNCfg.h"
 #include "base/text.h"
-#include "hosting/plugin_api.h"
 #include "platform/win32/apartment.h"
 #include "platform/win32/com_server.h"
 #include "platform/win32/local_dispatch.h"
+#include "plugin/plugin_api.h"
 #include "serverlink/transaction.h"
 #include "tests/core/stand_ins.h"
 
@@ -49,9 +49,9 @@ TEST(TypeLibrary, DescribesTheMembersOfBothClassesWithTheirIds) {
                                  {},
                                  {}};
   const shell::Settings settings;
-  hosting::Program program(platform, around.memory, around.desktop, hosting::BuildDescription({}), settings,
-                           {}, [] {});
-  CheckDescription(std::make_shared<hosting::PlugInApi>(program), DIID__OVXPlugInAPI);
+  plugin::Program program(platform, around.memory, around.desktop, plugin::BuildDescription({}), settings, {},
+                          [] {});
+  CheckDescription(std::make_shared<plugin::PlugInApi>(program), DIID__OVXPlugInAPI);
 }
 
 }  // namespace

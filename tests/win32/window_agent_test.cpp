@@ -1,4 +1,4 @@
-#include "hosting/window_agent.h"
+#include "plugin/window_agent.h"
 
 #include <windows.h>
 
@@ -10,7 +10,7 @@
 
 namespace {
 
-using Found = hosting::CWindowAgent::Found;
+using Found = plugin::CWindowAgent::Found;
 
 constexpr const char* kName = "KV-TARN test: 10.0.0.1\\RTU-1";
 constexpr const wchar_t* kPublished = L"TarnTestPublished";
@@ -23,7 +23,7 @@ struct WindowAgentTest : ui_test::UiTest {
 
   win32::PagedMemory memory_;
   win32::NativeDesktop desktop_;
-  hosting::CWindowAgent agent_{memory_, desktop_};
+  plugin::CWindowAgent agent_{memory_, desktop_};
   ui::Window window_{"fOpen"};
 };
 
@@ -80,7 +80,7 @@ TEST_F(WindowAgentTest, FindsAndRaisesTheWindowOfAnotherProcessUntilThatEnds) {
   EXPECT_FALSE(GetWindowLongPtrW(raised, GWL_EXSTYLE) & WS_EX_TOPMOST);
 
   // Somebody keeps the section, and with it what the process that dies has left in it.
-  hosting::CWindowAgent keeper(memory_, desktop_);
+  plugin::CWindowAgent keeper(memory_, desktop_);
   ASSERT_TRUE(keeper.OpenAndMapPaged(4, kName));
   EXPECT_EQ(*static_cast<std::int32_t*>(keeper.ViewAddress()), agent_.WindowHandle());
   second.Kill();
@@ -90,7 +90,7 @@ TEST_F(WindowAgentTest, FindsAndRaisesTheWindowOfAnotherProcessUntilThatEnds) {
   const std::int32_t mine = window_.GetWindowPeer()->Handle();
   *static_cast<std::int32_t*>(keeper.ViewAddress()) = mine;
   EXPECT_EQ(agent_.RaisePublished(kName), Found::kNoWindow);
-  hosting::CWindowAgent elsewhere(memory_, desktop_);
+  plugin::CWindowAgent elsewhere(memory_, desktop_);
   elsewhere.WindowHandleInMemory("another name", mine);
   EXPECT_EQ(agent_.RaisePublished(kName), Found::kNoWindow);
   elsewhere.Withdraw();
@@ -101,7 +101,7 @@ TEST_F(WindowAgentTest, TheSystemRefusesWhatCannotBe) {
   EXPECT_FALSE(agent_.OpenAndMapPaged(0, kName));
   EXPECT_FALSE(agent_.OpenAndMapPaged(-4, kName));
   ASSERT_TRUE(agent_.OpenAndMapPaged(4, kName));
-  hosting::CWindowAgent larger(memory_, desktop_);
+  plugin::CWindowAgent larger(memory_, desktop_);
   EXPECT_FALSE(larger.OpenAndMapPaged(1 << 20, kName)) << "the section there is smaller";
   const win32::Handle event(CreateEventW(nullptr, TRUE, FALSE, L"TarnTestTaken"));
   EXPECT_FALSE(larger.OpenAndMapPaged(4, "TarnTestTaken")) << "something else has the name";
@@ -111,7 +111,7 @@ TEST_F(WindowAgentTest, AMaximisedWindowStaysSo) {
   Show(window_);
   window_.SetState(ui::WindowState::kMaximized);
   agent_.WindowHandleInMemory(kName, window_.GetWindowPeer()->Handle());
-  hosting::CWindowAgent seeker(memory_, desktop_);
+  plugin::CWindowAgent seeker(memory_, desktop_);
   EXPECT_EQ(seeker.RaisePublished(kName), Found::kRaised);
   EXPECT_EQ(window_.State(), ui::WindowState::kMaximized);
 }

@@ -1,7 +1,7 @@
 #include "pages/control/control_page.h"
 
 #include "base/text.h"
-#include "hosting/host_contract.h"
+#include "host/contract.h"
 
 namespace pages {
 namespace {
@@ -79,7 +79,7 @@ std::vector<std::string> ControlPage::AssignedFunctions() {
   std::vector<std::string> functions;
   for (const std::string& name : Context().device.ControlOutputNames) {
     NamingProperty(name, [&] {
-      shell::NetworkVariable& output = Context().device.RoofTopVariables[name];
+      host::NetworkVariable& output = Context().device.RoofTopVariables[name];
       const std::string value = output.ConfigProperties()[kFunctionProperty].Text(host::kValue);
       functions.push_back(base::Upper(base::Record(value).Field(0)));
     });
@@ -89,7 +89,7 @@ std::vector<std::string> ControlPage::AssignedFunctions() {
 
 std::vector<std::string> ControlPage::SelectedFunctions() const {
   std::vector<std::string> functions;
-  for (std::size_t i = 0; i < shell::DeviceObjects::kOutputs; ++i) {
+  for (std::size_t i = 0; i < host::DeviceObjects::kOutputs; ++i) {
     functions.push_back(Context().selections.GetSelectedOutputType(i));
   }
   return functions;

@@ -3,7 +3,7 @@
 #include <algorithm>
 
 #include "base/text.h"
-#include "hosting/host_contract.h"
+#include "host/contract.h"
 
 namespace pages {
 namespace {
@@ -141,7 +141,7 @@ bool fFanValve::Assigned(std::string_view function) const {
 
 // A contact has its sense in the sensor dialog; only a fan state by current is interpreted here.
 bool fFanValve::FanStateByCurrent() const {
-  for (std::size_t i = 0; i < shell::DeviceObjects::kInputs; ++i) {
+  for (std::size_t i = 0; i < host::DeviceObjects::kInputs; ++i) {
     if (Context().selections.GetSelectedInputType(i) != "FAN_STATE") continue;
     const bool contact = NamingProperty("Input " + std::to_string(i + 1), [&] {
       auto& properties = Context().device.InputProperties[i + 1];

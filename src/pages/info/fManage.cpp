@@ -1,6 +1,6 @@
 #include "pages/info/fManage.h"
 
-#include "hosting/host_contract.h"
+#include "host/contract.h"
 
 namespace pages {
 

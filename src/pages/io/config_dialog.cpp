@@ -2,7 +2,7 @@
 
 #include <utility>
 
-#include "hosting/host_contract.h"
+#include "host/contract.h"
 #include "logger/message_logger.h"
 
 namespace pages {

@@ -67,12 +67,12 @@ unsigned FlagsOf(const Table& table, std::string_view function) {
 
 unsigned PresentFlags(const shell::SelectedTypes& selections) {
   unsigned flags = 0;
-  for (std::size_t i = 0; i < shell::DeviceObjects::kOutputs; ++i) {
+  for (std::size_t i = 0; i < host::DeviceObjects::kOutputs; ++i) {
     const std::string& function = selections.GetSelectedOutputType(i);
     flags |= FlagsOf(kOutputFlags, function);
     if (function.starts_with("HUMIDIFIER")) flags |= kHumidifier;  // a dehumidifier does not count here
   }
-  for (std::size_t i = 0; i < shell::DeviceObjects::kInputs; ++i) {
+  for (std::size_t i = 0; i < host::DeviceObjects::kInputs; ++i) {
     flags |= FlagsOf(kInputFlags, selections.GetSelectedInputType(i));
   }
   return flags;

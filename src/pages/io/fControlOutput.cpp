@@ -3,7 +3,7 @@
 #include <algorithm>
 
 #include "base/text.h"
-#include "hosting/host_contract.h"
+#include "host/contract.h"
 #include "pages/io/dependencies.h"
 #include "pages/io/output_functions.h"
 

@@ -3,7 +3,7 @@
 #include <algorithm>
 
 #include "base/text.h"
-#include "hosting/host_contract.h"
+#include "host/contract.h"
 #include "logger/message_logger.h"
 #include "pages/io/dependencies.h"
 #include "pages/io/input_functions.h"
@@ -165,7 +165,7 @@ void fHardwareInput::ApplyDefaultValues(std::size_t i, const std::string& functi
         Property(i, number).Put(host::kValue, text);
       });
     }
-    shell::NetworkVariable& variable =
+    host::NetworkVariable& variable =
         Context().device.InputVariables[i + 1]["nvoHwInput" + std::to_string(i + 1)];
     variable.object.Put(host::kMvFormatType, defaults->variableType);
     return true;

@@ -14,7 +14,7 @@ class fHardwareInput final : public PageBase {
   fHardwareInput(const shell::PageContext& context, int helpTopic);
 
  private:
-  static constexpr std::size_t kInputs = shell::DeviceObjects::kInputs;
+  static constexpr std::size_t kInputs = host::DeviceObjects::kInputs;
 
   void InitStrings() override;
   void Fill() override;

@@ -3,7 +3,7 @@
 #include <algorithm>
 
 #include "base/text.h"
-#include "hosting/host_contract.h"
+#include "host/contract.h"
 
 namespace pages {
 namespace {
@@ -173,7 +173,7 @@ void fNetworkInput::ReadTypes() {
   }
 }
 
-void fNetworkInput::ShowType(std::size_t i) { lblType[i].SetText(shell::BareType(TypeOf(i))); }
+void fNetworkInput::ShowType(std::size_t i) { lblType[i].SetText(host::BareType(TypeOf(i))); }
 
 const std::string& fNetworkInput::TypeOf(std::size_t i) const {
   return chosen_[i].empty() ? types_[i] : chosen_[i];
@@ -208,15 +208,15 @@ void fNetworkInput::ChangeTypes() {
 
 // Back to the type that the device has leaves its name there as it is, scope prefix included.
 void fNetworkInput::TakeType(std::size_t i, const std::string& type) {
-  if (shell::BareType(type) == shell::BareType(TypeOf(i))) return;
-  const bool back = shell::BareType(type) == shell::BareType(types_[i]);
+  if (host::BareType(type) == host::BareType(TypeOf(i))) return;
+  const bool back = host::BareType(type) == host::BareType(types_[i]);
   chosen_[i] = back ? std::string() : type;
   ShowType(i);
   MarkChanged();
 }
 
 void fNetworkInput::UpdateOptionsPage() {
-  shell::SetOccupancyType(Context().device, TypeOf(kOccCmd));
+  host::SetOccupancyType(Context().device, TypeOf(kOccCmd));
   const shell::ISubForm* page = Context().pages.FindPage("fOptions");
   if (!page) return;
   for (const char* name : kOccupancyControls) {

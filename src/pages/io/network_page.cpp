@@ -1,7 +1,7 @@
 #include "pages/io/network_page.h"
 
 #include "base/text.h"
-#include "hosting/host_contract.h"
+#include "host/contract.h"
 
 namespace pages {
 

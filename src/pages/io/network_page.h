@@ -29,7 +29,7 @@ class NetworkPage : public PageBase {
   void ReadFields(std::span<const Field> fields);
   void WriteFields(std::span<const Field> fields);
 
-  shell::NetworkVariable& Variable(std::string_view name) {
+  host::NetworkVariable& Variable(std::string_view name) {
     return Context().device.RoofTopVariables[std::string(name)];
   }
 

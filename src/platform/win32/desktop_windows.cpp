@@ -53,14 +53,14 @@ void NativeDesktop::Mark(std::int32_t window, std::int32_t mark) {
   }
 }
 
-hosting::Sight NativeDesktop::Look(std::int32_t window, std::int32_t mark) {
+plugin::Sight NativeDesktop::Look(std::int32_t window, std::int32_t mark) {
   HWND there = WindowOf(window);
-  if (GetPropW(there, kMarkProperty) != LongToHandle(mark)) return hosting::Sight::kGone;
+  if (GetPropW(there, kMarkProperty) != LongToHandle(mark)) return plugin::Sight::kGone;
   DWORD_PTR answer = 0;
   if (!SendMessageTimeoutW(there, WM_NULL, 0, 0, SMTO_ABORTIFHUNG, kAnswerTime, &answer)) {
-    return IsWindow(there) ? hosting::Sight::kSilent : hosting::Sight::kGone;
+    return IsWindow(there) ? plugin::Sight::kSilent : plugin::Sight::kGone;
   }
-  return IsZoomed(there) ? hosting::Sight::kMaximized : hosting::Sight::kNormal;
+  return IsZoomed(there) ? plugin::Sight::kMaximized : plugin::Sight::kNormal;
 }
 
 void NativeDesktop::Show(std::int32_t window, int command) { ShowWindow(WindowOf(window), command); }

@@ -2,14 +2,14 @@
 // window is a property of it, which ends with the window.
 #pragma once
 
-#include "hosting/desktop_windows.h"
+#include "plugin/desktop_windows.h"
 
 namespace win32 {
 
-class NativeDesktop : public hosting::DesktopWindows {
+class NativeDesktop : public plugin::DesktopWindows {
  public:
   void Mark(std::int32_t window, std::int32_t mark) override;
-  hosting::Sight Look(std::int32_t window, std::int32_t mark) override;
+  plugin::Sight Look(std::int32_t window, std::int32_t mark) override;
   void Show(std::int32_t window, int command) override;
   void SetTopmost(std::int32_t window, bool topmost) override;
   void Activate(std::int32_t window) override;

@@ -10,7 +10,7 @@ struct UnmapView {
 };
 using MappedView = Owner<void*, UnmapView>;
 
-class PagedSection : public hosting::SharedSection {
+class PagedSection : public plugin::SharedSection {
  public:
   PagedSection(win32::Handle section, MappedView view)
       : section_(std::move(section)), view_(std::move(view)) {}
@@ -36,7 +36,7 @@ std::size_t MappedBytes(void* view) {
 
 }  // namespace
 
-std::unique_ptr<hosting::SharedSection> PagedMemory::Open(std::int32_t size, const std::string& name) {
+std::unique_ptr<plugin::SharedSection> PagedMemory::Open(std::int32_t size, const std::string& name) {
   if (size <= 0) return nullptr;
   Handle section(CreateFileMappingW(INVALID_HANDLE_VALUE, nullptr, PAGE_READWRITE, 0,
                                     static_cast<DWORD>(size), Wide(name).c_str()));

@@ -1,13 +1,13 @@
 // Named sections of the paging file, seen by all programs of the user's session.
 #pragma once
 
-#include "hosting/shared_memory.h"
+#include "plugin/shared_memory.h"
 
 namespace win32 {
 
-class PagedMemory : public hosting::SharedMemory {
+class PagedMemory : public plugin::SharedMemory {
  public:
-  std::unique_ptr<hosting::SharedSection> Open(std::int32_t size, const std::string& name) override;
+  std::unique_ptr<plugin::SharedSection> Open(std::int32_t size, const std::string& name) override;
 };
 
 }  // namespace win32

@@ -10,7 +10,7 @@
 
 #include "automation/object.h"
 
-namespace shell {
+namespace host {
 
 /// The configuration properties of one object, reached by the device's fixed numbers from 1. Each property
 /// object is fetched from the host once.
@@ -94,4 +94,4 @@ void SetOccupancyType(DeviceObjects& tree, std::string_view type);
 /// Sets OccupancyIsStandard from the type that "nviOccCmd" has in the device.
 void CheckIfOccupency(DeviceObjects& tree);
 
-}  // namespace shell
+}  // namespace host

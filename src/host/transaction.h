@@ -6,40 +6,40 @@
 #include <string_view>
 
 #include "automation/object.h"
-#include "hosting/host_contract.h"
+#include "host/contract.h"
 
-namespace shell {
+namespace host {
 
-class HostTransaction {
+class Transaction {
  public:
   /// All operations throw automation::Error when the host refuses; the transaction then counts as ended. A
   /// host that refuses to begin may still hold a transaction that could not be ended while it was out of
   /// reach, so that one is cancelled and the host is asked once more.
-  explicit HostTransaction(const automation::Object& network) : network_(network) {
+  explicit Transaction(const automation::Object& network) : network_(network) {
     try {
-      network_.Call(host::kBeginTransaction);
+      network_.Call(kBeginTransaction);
     } catch (const std::exception&) {
       CancelQuietly();
       open_ = true;
-      network_.Call(host::kBeginTransaction);
+      network_.Call(kBeginTransaction);
     }
   }
-  HostTransaction(const HostTransaction&) = delete;
-  HostTransaction& operator=(const HostTransaction&) = delete;
-  ~HostTransaction() {
+  Transaction(const Transaction&) = delete;
+  Transaction& operator=(const Transaction&) = delete;
+  ~Transaction() {
     if (open_) CancelQuietly();
   }
 
   /// A host that refuses to commit may have the transaction still open, so it is cancelled then.
   void Commit() {
     try {
-      End(host::kCommitTransaction);
+      End(kCommitTransaction);
     } catch (const std::exception&) {
       CancelQuietly();
       throw;
     }
   }
-  void Cancel() { End(host::kCancelTransaction); }
+  void Cancel() { End(kCancelTransaction); }
 
  private:
   void End(std::string_view member) {
@@ -59,4 +59,4 @@ class HostTransaction {
   bool open_ = true;
 };
 
-}  // namespace shell
+}  // namespace host

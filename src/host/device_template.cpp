@@ -1,4 +1,4 @@
-#include "hosting/device_template.h"
+#include "host/device_template.h"
 
 #include <algorithm>
 #include <charconv>
@@ -6,7 +6,7 @@
 #include "base/error.h"
 #include "base/text.h"
 
-namespace hosting {
+namespace host {
 namespace {
 
 int WholeNumber(std::string_view text, std::string_view version) {
@@ -43,4 +43,4 @@ std::string TemplatePath(const std::string& commonFilesFolder, const std::string
   return commonFilesFolder + "\\Templates\\" + name + ".bin";
 }
 
-}  // namespace hosting
+}  // namespace host

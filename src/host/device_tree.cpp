@@ -1,16 +1,16 @@
-#include "shell/device_objects.h"
+#include "host/device_tree.h"
 
 #include "base/error.h"
 #include "base/text.h"
-#include "hosting/host_contract.h"
+#include "host/contract.h"
 
-namespace shell {
+namespace host {
 namespace {
 
 using automation::Object;
 
 PropertyCollection PropertiesOf(const Object& object) {
-  return PropertyCollection(object.Child(host::kConfigProperties));
+  return PropertyCollection(object.Child(kConfigProperties));
 }
 
 // Collects "name1" to "nameN" with their properties and variables; entry 0 of the tables stays empty.
@@ -19,7 +19,7 @@ void LoadHardware(const Object& lonMarkObjects, const std::string& name, std::ve
                   std::array<PropertyCollection, N>& properties,
                   std::array<VariableCollection, N>& variables) {
   for (std::size_t i = 1; i < N; ++i) {
-    objects.push_back(lonMarkObjects.Child(host::kItem, name + std::to_string(i)));
+    objects.push_back(lonMarkObjects.Child(kItem, name + std::to_string(i)));
   }
   for (std::size_t i = 1; i < N; ++i) {
     properties[i] = PropertiesOf(objects[i - 1]);
@@ -33,7 +33,7 @@ const Object& PropertyCollection::operator[](int number) {
   if (!collection_) throw base::Error("There are no configuration properties at entry 0.");
   const auto found = properties_.find(number);
   if (found != properties_.end()) return found->second;
-  return properties_.emplace(number, collection_.Child(host::kItem, number)).first->second;
+  return properties_.emplace(number, collection_.Child(kItem, number)).first->second;
 }
 
 PropertyCollection& NetworkVariable::ConfigProperties() {
@@ -47,19 +47,19 @@ PropertyCollection& NetworkVariable::ConfigProperties() {
 NetworkVariable& VariableCollection::operator[](const std::string& name) {
   const auto found = variables_.find(name);
   if (found != variables_.end()) return found->second;
-  if (!collection_) collection_ = owner_.Child(host::kNetworkVariables);
+  if (!collection_) collection_ = owner_.Child(kNetworkVariables);
   NetworkVariable variable;
-  variable.object = collection_.Child(host::kItem, name);
+  variable.object = collection_.Child(kItem, name);
   return variables_.emplace(name, std::move(variable)).first->second;
 }
 
 void LoadDeviceObjects(const Object& objectServer, DeviceObjects& tree) {
-  tree.Device = objectServer.Child(host::kDevice);
-  tree.LonMarkObjectsByName = tree.Device.Child(host::kLonMarkObjects);
-  tree.NodeObject = tree.LonMarkObjectsByName.Child(host::kItem, "NodeObject");
+  tree.Device = objectServer.Child(kDevice);
+  tree.LonMarkObjectsByName = tree.Device.Child(kLonMarkObjects);
+  tree.NodeObject = tree.LonMarkObjectsByName.Child(kItem, "NodeObject");
   tree.NodeProperties = PropertiesOf(tree.NodeObject);
   tree.NodeVariables = VariableCollection(tree.NodeObject);
-  tree.RoofTopObject = tree.LonMarkObjectsByName.Child(host::kItem, "RoofTopObject");
+  tree.RoofTopObject = tree.LonMarkObjectsByName.Child(kItem, "RoofTopObject");
   tree.RoofTopProperties = PropertiesOf(tree.RoofTopObject);
   tree.RoofTopVariables = VariableCollection(tree.RoofTopObject);
   LoadHardware(tree.LonMarkObjectsByName, "HardwareInput", tree.HardwareInputs, tree.InputProperties,
@@ -81,7 +81,7 @@ void SetOccupancyType(DeviceObjects& tree, std::string_view type) {
 }
 
 void CheckIfOccupency(DeviceObjects& tree) {
-  SetOccupancyType(tree, tree.RoofTopVariables["nviOccCmd"].object.Text(host::kMvFormatType));
+  SetOccupancyType(tree, tree.RoofTopVariables["nviOccCmd"].object.Text(kMvFormatType));
 }
 
-}  // namespace shell
+}  // namespace host

@@ -1,12 +1,12 @@
-#include "hosting/plugin_api.h"
+#include "plugin/plugin_api.h"
 
 #include "automation/error.h"
 #include "base/error.h"
 #include "base/text.h"
-#include "hosting/device_template.h"
-#include "hosting/host_contract.h"
+#include "host/contract.h"
+#include "host/device_template.h"
 
-namespace hosting {
+namespace plugin {
 
 using automation::Arguments;
 using automation::Object;
@@ -197,9 +197,9 @@ void PlugInApi::CheckServerVersion() const {
   const auto [version, revision] = Try(kDifferent, {server, required}, [&] {
     auto numbers = base::Split(base::Trim(server), ".");
     if (numbers.size() > 2) numbers.resize(2);  // what follows the revision does not matter
-    return SplitVersion(base::Join(numbers, "."));
+    return host::SplitVersion(base::Join(numbers, "."));
   });
-  const auto [requiredVersion, requiredRevision] = SplitVersion(required);
+  const auto [requiredVersion, requiredRevision] = host::SplitVersion(required);
   if (version != requiredVersion) Raise(kDifferent, {server, required});
   if (revision < requiredRevision) {
     Raise("OVX server revision %s1% lower than required minimum revision %s2%.X",
@@ -240,9 +240,9 @@ void PlugInApi::LoadTemplate(const Object& device, int lmoIndex) const {
   Try("Error loading device template for %s%", {deviceName_}, [&] {
     const Object identity = device.Child(host::kInterface);
     const std::string programId = identity.Text(host::kProgramId);
-    const std::string name = TemplateName(programId, identity.Text(host::kVersion));
+    const std::string name = host::TemplateName(programId, identity.Text(host::kVersion));
     const automation::Bytes content =
-        program_.GetPlatform().readFile(TemplatePath(program_.GetSettings().commonFilesFolder, name));
+        program_.GetPlatform().readFile(host::TemplatePath(program_.GetSettings().commonFilesFolder, name));
     RequireYes(device.Call(host::kAddLmo, lmoIndex, programId, name, content));
   });
 }
@@ -298,4 +298,4 @@ ui::Bounds PlugInApi::Bounds() const {
   return window ? window->GetBounds() : ui::Bounds{};
 }
 
-}  // namespace hosting
+}  // namespace plugin

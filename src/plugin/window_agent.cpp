@@ -1,4 +1,4 @@
-#include "hosting/window_agent.h"
+#include "plugin/window_agent.h"
 
 #include <fmt/format.h>
 
@@ -6,7 +6,7 @@
 #include <cstring>
 #include <thread>
 
-namespace hosting {
+namespace plugin {
 namespace {
 
 constexpr int kErrorNumber = 16;
@@ -138,4 +138,4 @@ bool CWindowAgent::ShowWindowByHandle(std::int16_t mode, std::int32_t handle, bo
   return mode != 3;
 }
 
-}  // namespace hosting
+}  // namespace plugin

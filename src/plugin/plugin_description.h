@@ -9,7 +9,7 @@
 
 #include "automation/object.h"
 
-namespace hosting {
+namespace plugin {
 
 /// The running program's own identity.
 struct ProgramIdentity {
@@ -44,4 +44,4 @@ PlugInDescription BuildDescription(const ProgramIdentity& identity);
 void RegisterPlugIn(const automation::Object& registration, const PlugInDescription& description);
 void DeregisterPlugIn(const automation::Object& registration, const PlugInDescription& description);
 
-}  // namespace hosting
+}  // namespace plugin

@@ -6,10 +6,10 @@
 #include <string>
 #include <string_view>
 
-#include "hosting/plugin_description.h"
+#include "plugin/plugin_description.h"
 #include "shell/settings.h"
 
-namespace hosting {
+namespace plugin {
 
 /// What the start-up helper must know of the running program and the machine.
 struct StartUpFacts {
@@ -32,4 +32,4 @@ shell::Settings MakeSettings(const StartUpFacts& facts, const PlugInDescription&
 void RunStandAlone(std::string_view commandLine, const PlugInDescription& description,
                    const std::function<automation::Object(std::string_view)>& createObject);
 
-}  // namespace hosting
+}  // namespace plugin

@@ -11,12 +11,12 @@
 #include <string>
 
 #include "automation/local_object.h"
-#include "hosting/plugin_description.h"
-#include "hosting/window_agent.h"
+#include "plugin/plugin_description.h"
+#include "plugin/window_agent.h"
 #include "shell/main_window.h"
 #include "shell/wait_window.h"
 
-namespace hosting {
+namespace plugin {
 
 /// What all automation objects of the process share: the settings and the one main window. Owned by the
 /// composition root, outlives every automation object.
@@ -147,4 +147,4 @@ class PlugInApi : public automation::LocalClass<PlugInApi> {
   std::optional<bool> minimizeWhenShown_;
 };
 
-}  // namespace hosting
+}  // namespace plugin

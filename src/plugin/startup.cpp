@@ -1,9 +1,9 @@
-#include "hosting/startup.h"
+#include "plugin/startup.h"
 
 #include "base/text.h"
-#include "hosting/host_contract.h"
+#include "host/contract.h"
 
-namespace hosting {
+namespace plugin {
 namespace {
 
 constexpr const char* kFamilyFolder = "\\Apps\\QVR KV\\OvxCommonFiles";
@@ -39,4 +39,4 @@ void RunStandAlone(std::string_view commandLine, const PlugInDescription& descri
   if (word == "/deregplugin") DeregisterPlugIn(createObject(host::kRegistrationId), description);
 }
 
-}  // namespace hosting
+}  // namespace plugin

@@ -5,7 +5,7 @@
 
 #include <cstdint>
 
-namespace hosting {
+namespace plugin {
 
 enum class Sight {
   kGone,    // no such window, or it is not the one that was marked: handles are used again
@@ -29,4 +29,4 @@ class DesktopWindows {
   virtual void Activate(std::int32_t window) = 0;
 };
 
-}  // namespace hosting
+}  // namespace plugin

@@ -5,7 +5,7 @@
 #include <string_view>
 #include <utility>
 
-namespace hosting {
+namespace host {
 
 /// A version text ("2.7") split at its point into version and revision. Throws base::Error unless both are
 /// whole numbers.
@@ -18,4 +18,4 @@ std::string TemplateName(std::string_view programId, std::string_view version);
 /// The full path of a template in the common-files folder.
 std::string TemplatePath(const std::string& commonFilesFolder, const std::string& name);
 
-}  // namespace hosting
+}  // namespace host

@@ -6,7 +6,7 @@
 #include <memory>
 #include <string>
 
-namespace hosting {
+namespace plugin {
 
 /// A section that is open and mapped; its end unmaps and closes it. The system forgets a section, and what is
 /// in it, when the last program has closed it or ended.
@@ -29,4 +29,4 @@ class SharedMemory {
   virtual std::unique_ptr<SharedSection> Open(std::int32_t size, const std::string& name) = 0;
 };
 
-}  // namespace hosting
+}  // namespace plugin

@@ -1,8 +1,8 @@
-#include "hosting/host_contract.h"
-#include "hosting/plugin_api.h"
+#include "host/contract.h"
 #include "logger/message_logger.h"
+#include "plugin/plugin_api.h"
 
-namespace hosting {
+namespace plugin {
 namespace {
 
 // For a host that keeps hold of a tool without a window; others let go at once. Longer than a host needs to
@@ -93,4 +93,4 @@ void Program::HostLetGo() {
   if (!window_->Visible() && !window_->Ending()) window_->EndPlugIn();
 }
 
-}  // namespace hosting
+}  // namespace plugin

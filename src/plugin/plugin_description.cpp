@@ -1,8 +1,8 @@
-#include "hosting/plugin_description.h"
+#include "plugin/plugin_description.h"
 
-#include "hosting/host_contract.h"
+#include "host/contract.h"
 
-namespace hosting {
+namespace plugin {
 namespace {
 
 constexpr std::int32_t kManufacturerId = 17;
@@ -83,4 +83,4 @@ void DeregisterPlugIn(const automation::Object& registration, const PlugInDescri
   registration.Call(host::kDeregister, Described(registration, description));
 }
 
-}  // namespace hosting
+}  // namespace plugin

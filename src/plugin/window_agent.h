@@ -11,10 +11,10 @@
 #include <string>
 #include <string_view>
 
-#include "hosting/desktop_windows.h"
-#include "hosting/shared_memory.h"
+#include "plugin/desktop_windows.h"
+#include "plugin/shared_memory.h"
 
-namespace hosting {
+namespace plugin {
 
 /// The name under which a tool publishes the window that it has open on a device. Readable at the front, and
 /// different for any two devices or networks, also when cleaning makes their readable parts the same.
@@ -75,4 +75,4 @@ class CWindowAgent {
   std::int32_t windowHandle_ = 0;
 };
 
-}  // namespace hosting
+}  // namespace plugin
