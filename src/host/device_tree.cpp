@@ -9,63 +9,79 @@ namespace {
 
 using automation::Object;
 
-PropertyCollection PropertiesOf(const Object& object) {
-  return PropertyCollection(object.Child(kConfigProperties));
+PropertyCollection PropertiesOf(const Object& object, const std::string& name, Journal& journal) {
+  return {object.Child(kConfigProperties), name, journal};
 }
 
 // Collects "name1" to "nameN" with their properties and variables; entry 0 of the tables stays empty.
 template <std::size_t N>
 void LoadHardware(const Object& lonMarkObjects, const std::string& name, std::vector<Object>& objects,
-                  std::array<PropertyCollection, N>& properties,
-                  std::array<VariableCollection, N>& variables) {
+                  std::array<PropertyCollection, N>& properties, std::array<VariableCollection, N>& variables,
+                  Journal& journal) {
   for (std::size_t i = 1; i < N; ++i) {
     objects.push_back(lonMarkObjects.Child(kItem, name + std::to_string(i)));
   }
   for (std::size_t i = 1; i < N; ++i) {
-    properties[i] = PropertiesOf(objects[i - 1]);
-    variables[i] = VariableCollection(objects[i - 1]);
+    properties[i] = PropertiesOf(objects[i - 1], name + std::to_string(i), journal);
+    variables[i] = VariableCollection(objects[i - 1], journal);
   }
 }
 
 }  // namespace
 
-const Object& PropertyCollection::operator[](int number) {
+Property& PropertyCollection::operator[](int number) {
   if (!collection_) throw base::Error("There are no configuration properties at entry 0.");
   const auto found = properties_.find(number);
   if (found != properties_.end()) return found->second;
-  return properties_.emplace(number, collection_.Child(kItem, number)).first->second;
+  Property property(collection_.Child(kItem, number), owner_, number, *journal_);
+  return properties_.emplace(number, std::move(property)).first->second;
 }
 
 PropertyCollection& NetworkVariable::ConfigProperties() {
-  if (!fetched_) {
-    properties_ = PropertiesOf(object);
-    fetched_ = true;
+  if (!properties_) properties_ = PropertiesOf(object_, name_, *journal_);
+  return *properties_;
+}
+
+std::string NetworkVariable::Type() const { return object_.Text(kMvFormatType); }
+
+std::vector<std::string> NetworkVariable::AllowedTypes() const {
+  std::vector<std::string> types = base::Split(object_.Text(kAllowedTypes), " ");
+  std::erase(types, "");
+  return types;
+}
+
+void NetworkVariable::ChangeType(std::string_view type, std::string_view control) {
+  if (journal_->IsOpen()) {
+    journal_->Note({.object = name_,
+                    .before = BareType(Type()),
+                    .text = BareType(type),
+                    .fields = {{0, std::string(control)}},
+                    .read = [object = object_](bool) { return BareType(object.Text(kMvFormatType)); }});
   }
-  return properties_;
+  object_.Put(kMvFormatType, type);
 }
 
 NetworkVariable& VariableCollection::operator[](const std::string& name) {
   const auto found = variables_.find(name);
   if (found != variables_.end()) return found->second;
   if (!collection_) collection_ = owner_.Child(kNetworkVariables);
-  NetworkVariable variable;
-  variable.object = collection_.Child(kItem, name);
+  NetworkVariable variable(collection_.Child(kItem, name), name, *journal_);
   return variables_.emplace(name, std::move(variable)).first->second;
 }
 
-void LoadDeviceObjects(const Object& objectServer, DeviceObjects& tree) {
+void LoadDeviceObjects(const Object& objectServer, DeviceObjects& tree, Journal& journal) {
   tree.Device = objectServer.Child(kDevice);
   tree.LonMarkObjectsByName = tree.Device.Child(kLonMarkObjects);
   tree.NodeObject = tree.LonMarkObjectsByName.Child(kItem, "NodeObject");
-  tree.NodeProperties = PropertiesOf(tree.NodeObject);
-  tree.NodeVariables = VariableCollection(tree.NodeObject);
+  tree.NodeProperties = PropertiesOf(tree.NodeObject, "NodeObject", journal);
+  tree.NodeVariables = VariableCollection(tree.NodeObject, journal);
   tree.RoofTopObject = tree.LonMarkObjectsByName.Child(kItem, "RoofTopObject");
-  tree.RoofTopProperties = PropertiesOf(tree.RoofTopObject);
-  tree.RoofTopVariables = VariableCollection(tree.RoofTopObject);
+  tree.RoofTopProperties = PropertiesOf(tree.RoofTopObject, "RoofTopObject", journal);
+  tree.RoofTopVariables = VariableCollection(tree.RoofTopObject, journal);
   LoadHardware(tree.LonMarkObjectsByName, "HardwareInput", tree.HardwareInputs, tree.InputProperties,
-               tree.InputVariables);
+               tree.InputVariables, journal);
   LoadHardware(tree.LonMarkObjectsByName, "HardwareOutput", tree.HardwareOutputs, tree.OutputProperties,
-               tree.OutputVariables);
+               tree.OutputVariables, journal);
   for (std::size_t k = 0; k < tree.ControlOutputNames.size(); ++k) {
     tree.ControlOutputNames[k] = "nvoCtrlOutput" + std::to_string(k + 1);
   }
@@ -81,7 +97,7 @@ void SetOccupancyType(DeviceObjects& tree, std::string_view type) {
 }
 
 void CheckIfOccupency(DeviceObjects& tree) {
-  SetOccupancyType(tree, tree.RoofTopVariables["nviOccCmd"].object.Text(kMvFormatType));
+  SetOccupancyType(tree, tree.RoofTopVariables["nviOccCmd"].Type());
 }
 
 }  // namespace host

@@ -4,11 +4,13 @@
 
 #include <array>
 #include <map>
+#include <optional>
 #include <string>
 #include <string_view>
 #include <vector>
 
 #include "automation/object.h"
+#include "host/property.h"
 
 namespace host {
 
@@ -17,26 +19,43 @@ namespace host {
 class PropertyCollection {
  public:
   PropertyCollection() = default;
-  explicit PropertyCollection(automation::Object collection) : collection_(std::move(collection)) {}
+  /// `owner` is the name of the LonMark object or variable.
+  PropertyCollection(automation::Object collection, std::string owner, Journal& journal)
+      : collection_(std::move(collection)), owner_(std::move(owner)), journal_(&journal) {}
 
   /// Throws automation::Error for a number that the object does not have, and base::Error for the entry 0 of
   /// the input and output tables, which is never filled.
-  const automation::Object& operator[](int number);
+  Property& operator[](int number);
 
  private:
   automation::Object collection_;
-  std::map<int, automation::Object> properties_;
+  std::string owner_;
+  Journal* journal_ = nullptr;
+  std::map<int, Property> properties_;
 };
 
 /// One network variable with its own configuration properties.
-struct NetworkVariable {
-  automation::Object object;
+class NetworkVariable {
+ public:
+  NetworkVariable(automation::Object object, std::string name, Journal& journal)
+      : object_(std::move(object)), name_(std::move(name)), journal_(&journal) {}
 
   PropertyCollection& ConfigProperties();
 
+  // All throw automation::Error when the host refuses.
+
+  /// Its type in the device, with a scope prefix where the host gives one.
+  std::string Type() const;
+  /// The types that it can be given, without scope prefixes; may be empty.
+  std::vector<std::string> AllowedTypes() const;
+  /// Gives it another type and notes that in the journal, while it is open. `control` is where it was chosen.
+  void ChangeType(std::string_view type, std::string_view control = {});
+
  private:
-  PropertyCollection properties_;
-  bool fetched_ = false;
+  automation::Object object_;
+  std::string name_;
+  Journal* journal_;
+  std::optional<PropertyCollection> properties_;
 };
 
 /// The network variables of one LonMark object, keyed by name. The host's own collection is keyed too, so
@@ -45,13 +64,15 @@ struct NetworkVariable {
 class VariableCollection {
  public:
   VariableCollection() = default;
-  explicit VariableCollection(automation::Object lonMarkObject) : owner_(std::move(lonMarkObject)) {}
+  VariableCollection(automation::Object lonMarkObject, Journal& journal)
+      : owner_(std::move(lonMarkObject)), journal_(&journal) {}
 
   /// Throws automation::Error for a name that the object does not have.
   NetworkVariable& operator[](const std::string& name);
 
  private:
   automation::Object owner_;
+  Journal* journal_ = nullptr;
   automation::Object collection_;
   std::map<std::string, NetworkVariable> variables_;
 };
@@ -81,9 +102,10 @@ struct DeviceObjects {
   bool OccupancyIsStandard = false;  // "nviOccCmd" is of type "SNVT_occupancy"
 };
 
-/// Fills the tree from the host's object server; the unit flag is left as it is. Throws automation::Error or
-/// base::Error when a host call fails or an object of the device template is missing.
-void LoadDeviceObjects(const automation::Object& objectServer, DeviceObjects& tree);
+/// Fills the tree from the host's object server; the unit flag is left as it is. What is written through the
+/// tree notes itself in `journal`, which outlives it. Throws automation::Error or base::Error when a host
+/// call fails or an object of the device template is missing.
+void LoadDeviceObjects(const automation::Object& objectServer, DeviceObjects& tree, Journal& journal);
 
 /// The name of a variable's type without a scope prefix before a ".".
 std::string BareType(std::string_view type);

@@ -1,62 +1,46 @@
 // One transaction of the host, ended exactly once: by Commit or Cancel, or by cancelling when it goes out of
-// scope.
+// scope. While it is open the journal notes what is written. A host may hold a transaction that is not ours
+// (the object manager's): it is cancelled only when this tool knows that it left one open.
 #pragma once
 
-#include <exception>
-#include <string_view>
-
 #include "automation/object.h"
-#include "host/contract.h"
+#include "host/journal.h"
 
 namespace host {
 
-class Transaction {
+/// The transactions on one network object, one after the other. Owned by whoever has the session.
+class Transactions {
  public:
-  /// All operations throw automation::Error when the host refuses; the transaction then counts as ended. A
-  /// host that refuses to begin may still hold a transaction that could not be ended while it was out of
-  /// reach, so that one is cancelled and the host is asked once more.
-  explicit Transaction(const automation::Object& network) : network_(network) {
-    try {
-      network_.Call(kBeginTransaction);
-    } catch (const std::exception&) {
-      CancelQuietly();
-      open_ = true;
-      network_.Call(kBeginTransaction);
-    }
-  }
-  Transaction(const Transaction&) = delete;
-  Transaction& operator=(const Transaction&) = delete;
-  ~Transaction() {
-    if (open_) CancelQuietly();
-  }
+  Transactions(const automation::Object& network, Journal& journal) : network_(network), journal_(journal) {}
 
-  /// A host that refuses to commit may have the transaction still open, so it is cancelled then.
-  void Commit() {
-    try {
-      End(kCommitTransaction);
-    } catch (const std::exception&) {
-      CancelQuietly();
-      throw;
-    }
-  }
-  void Cancel() { End(kCancelTransaction); }
+  Journal& GetJournal() const { return journal_; }
 
  private:
-  void End(std::string_view member) {
-    open_ = false;
-    network_.Call(member);
-  }
-
-  void CancelQuietly() {
-    try {
-      Cancel();
-    } catch (const std::exception&) {
-      // The fault that led here is the one to be told.
-    }
-  }
-
+  friend class Transaction;
   const automation::Object& network_;
-  bool open_ = true;
+  Journal& journal_;
+  bool leftOpen_ = false;  // the host did not say whether the last one has ended
+};
+
+class Transaction {
+ public:
+  /// All operations throw automation::Error when the host refuses; the transaction then counts as ended.
+  /// Where an earlier one may still be open, it is cancelled and the host asked once more.
+  explicit Transaction(Transactions& all);
+  Transaction(const Transaction&) = delete;
+  Transaction& operator=(const Transaction&) = delete;
+  ~Transaction();
+
+  /// A host that fails to commit may have the transaction still open, so it is cancelled then.
+  void Commit();
+  void Cancel();
+
+ private:
+  void Begin();
+  void CancelQuietly();
+
+  Transactions& all_;
+  bool open_ = false;
 };
 
 }  // namespace host

@@ -1,5 +1,6 @@
 #include "pages/page_base.h"
 
+#include "base/text.h"
 #include "logger/message_logger.h"
 #include "shell/field_check.h"
 
@@ -65,6 +66,10 @@ void PageBase::Warn(const std::string& text, ui::Icon icon) {
 void PageBase::RefuseWrite(const std::string& reason) {
   context_.flags.writeError = true;
   context_.messages.AddMessage(reason, "WriteValue", location_, logger::kError);
+}
+
+void PageBase::SetField(host::Edit& edit, std::size_t place, const ui::TextBox& box) const {
+  edit.Set(place, base::Trim(box.Text()), Source(box));
 }
 
 const ui::Control* PageBase::FindControl(std::string_view pageClass, std::string_view name) const {

@@ -67,6 +67,14 @@ class PageBase : public shell::ISubForm {
   /// A rule of the page failed in a write: logs why and sets the shared write-error flag.
   void RefuseWrite(const std::string& reason);
 
+  /// Where a value was typed or chosen, as the journal names it.
+  std::string Source(const ui::Control& control) const { return Name() + "." + control.Name(); }
+  /// Puts what a control holds into a field of a value that is being written.
+  void SetField(host::Edit& edit, std::size_t place, const ui::TextBox& box) const;
+  void SetField(host::Edit& edit, std::size_t place, bool flag, const ui::Control& control) const {
+    edit.Set(place, FlagText(flag), Source(control));
+  }
+
   /// A control of another page, for rules between pages; nothing when that page is not loaded.
   const ui::Control* FindControl(std::string_view pageClass, std::string_view name) const;
 

@@ -5,7 +5,7 @@
 #include "automation/error.h"
 #include "host/contract.h"
 #include "host/transaction.h"
-#include "shell/read_back.h"
+#include "shell/save_report.h"
 #include "shell/unit_choice.h"
 #include "shell/window_place.h"
 
@@ -37,8 +37,10 @@ fMain::fMain(const Platform& platform, const Settings& settings, Strings& string
       logger_({platform.registry, platform.locale, platform.loop, platform.fileDialog, platform.toolkit,
                settings.settingsKey, settings.applicationFolder,
                [&strings](std::string_view text) { return strings.GetStrings(text); }}),
-      context_{platform, settings,    device_, strings,  *this,       flags_,
-               pages_,   selections_, *this,   network_, ObjectServer},
+      journal_(settings.numbers),
+      transactions_(network_, journal_),
+      context_{platform, settings,    device_, strings,       *this,    flags_,
+               pages_,   selections_, *this,   transactions_, network_, ObjectServer},
       pages_(pageTable),
       language_(context_),
       tmrBlink(platform.loop, kBlinkInterval),
@@ -188,14 +190,18 @@ SaveResult fMain::InTransaction(std::string_view routine, std::string_view locat
   Command(routine, [&] {
     const ui::WaitPointer pointer(platform_.loop);
     try {
-      host::Transaction transaction(network_);
-      if (!work()) return transaction.Cancel();
-      result = SaveResult::kUnknown;  // until the host has answered
-      transaction.Commit();
-      result = SaveResult::kCommitted;
+      host::Transaction transaction(transactions_);
+      if (work()) {
+        result = SaveResult::kUnknown;  // until the host has answered
+        transaction.Commit();
+        result = SaveResult::kCommitted;
+      } else {
+        transaction.Cancel();
+      }
     } catch (const std::exception& error) {
       AddMessage(DescribeError(error), routine, location, logger::kError);
     }
+    result = ReportSave(context_, result, routine, location).result;
   });
   return result;
 }
@@ -227,11 +233,11 @@ void fMain::Load() {
       RestoreUnitChoice();
       ProgressObject.ShowFLoading(strings_.GetStrings("Loading..."), strings_.GetStrings("Getting CP values"),
                                   0);
-      host::LoadDeviceObjects(ObjectServer, device_);
+      host::LoadDeviceObjects(ObjectServer, device_, journal_);
       NamingProperty("nviOccCmd", [this] { host::CheckIfOccupency(device_); });
       LoadLocation();
       if (pages_.Count() == 0) CreatePages();
-      pages_.LoadAllPages(context_, network_, ProgressObject);
+      pages_.LoadAllPages(context_, ProgressObject);
       lblCompany.SetText(settings_.manufacturerName);
       SetTitle(settings_.title + " - " + device_.Device.Text(host::kName) +
                (blockName_.empty() ? "" : " - " + blockName_));
@@ -257,9 +263,9 @@ void fMain::ShowWindow() {
 
 void fMain::RefreshLocationString() {
   txtLocation.SetText(NamingProperty(kLocationFormat, [this] {
-    const automation::Object& property = device_.NodeProperties[kLocationProperty];
-    property.Put(host::kFormatName, kLocationFormat);
-    return property.Text(host::kValue);
+    host::Property& property = device_.NodeProperties[kLocationProperty];
+    property.Bind(kLocationFormat);
+    return property.Read();
   }));
   locationChanged_ = false;
 }
@@ -270,8 +276,7 @@ void fMain::LoadLocation() {
   const std::string location = device_.Device.Text(host::kLocation);
   txtLocation.SetText(location);
   try {
-    NamingProperty(kLocationFormat,
-                   [&] { device_.NodeProperties[kLocationProperty].Put(host::kValue, location); });
+    NamingProperty(kLocationFormat, [&] { device_.NodeProperties[kLocationProperty].WriteText(location); });
   } catch (const automation::Error& error) {
     // A text that the device does not take (too long, say) must not keep the installer out.
     AddMessage(DescribeError(error), "Load", kLocation, logger::kExclamation);
@@ -296,31 +301,23 @@ void fMain::ShowPage(std::size_t index) {
 void fMain::WriteLocation() {
   if (!locationChanged_) return;
   NamingProperty(kLocationFormat,
-                 [this] { device_.NodeProperties[kLocationProperty].Put(host::kValue, txtLocation.Text()); });
+                 [this] { device_.NodeProperties[kLocationProperty].WriteText(txtLocation.Text()); });
   locationChanged_ = false;
 }
 
 SaveResult fMain::Save(std::string_view routine) {
-  SaveResult result = pages_.SaveAllPages(context_, network_, ProgressObject);
-  std::string reason;
-  if (result == SaveResult::kUnknown) {
-    const ReadBack back = ReadSaveBack(context_, pages_, ProgressObject);
-    result = back.result;
-    reason = "\r\n" + back.reason;
-    if (result == SaveResult::kCommitted) pages_.EndWriteValue();
-    if (result != SaveResult::kUnknown) {
-      AddMessage(strings_.GetStrings("The host did not confirm the save; the device was read back."), routine,
-                 kLocation, logger::kExclamation);
-      reason.clear();
-    }
+  const SaveResult ended = pages_.SaveAllPages(context_, ProgressObject);
+  const auto [result, reason] = ReportSave(context_, ended, routine, kLocation);
+  if (result == SaveResult::kCommitted) {
+    if (ended != result) pages_.EndWriteValue();
+    return result;
   }
-  if (result == SaveResult::kCommitted) return result;
   const std::string_view fault =
       result == SaveResult::kUnknown
           ? "It is not known whether the configuration settings were applied. "
             "Refresh to see what the device holds; that drops the values typed here."
           : "The configuration settings were not applied";
-  AddMessage(strings_.GetStrings(fault) + reason, routine, kLocation, logger::kError);
+  AddMessage(strings_.GetStrings(fault) + "\r\n" + reason, routine, kLocation, logger::kError);
   return result;
 }
 
@@ -352,7 +349,7 @@ void fMain::Apply() {
 }
 
 bool fMain::Refresh(std::string_view routine) {
-  const bool read = pages_.RefreshAllPages(context_, network_, ProgressObject);
+  const bool read = pages_.RefreshAllPages(context_, ProgressObject);
   if (!read) {
     AddMessage(strings_.GetStrings(
                    "The values of the device could not be read again. The pages show what they did before."),

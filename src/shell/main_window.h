@@ -103,6 +103,8 @@ class fMain : public ui::Window, private MessageSink, private PageWork {
   logger::fMessage logger_;
   automation::Object network_;
   std::string blockName_;
+  host::Journal journal_;
+  host::Transactions transactions_;
   host::DeviceObjects device_;
   PageFlags flags_;
   SelectedTypes selections_;

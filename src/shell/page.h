@@ -11,6 +11,8 @@
 #include "automation/error.h"
 #include "base/error.h"
 #include "host/device_tree.h"
+#include "host/transaction.h"
+#include "host/verdict.h"
 #include "shell/platform.h"
 #include "shell/selected_types.h"
 #include "shell/settings.h"
@@ -75,9 +77,7 @@ class PageFinder {
   virtual ISubForm* FindPage(std::string_view pageClass) = 0;
 };
 
-/// The three ends of a save. Unknown: the commit was sent but its answer was lost, so the device may hold
-/// either.
-enum class SaveResult { kCommitted, kCancelled, kUnknown };
+using host::SaveResult;
 
 /// Longer work of a page outside the whole-set operations. Nothing else is taken while it runs.
 class PageWork {
@@ -86,7 +86,8 @@ class PageWork {
   /// Shows a dialog of the page and waits until it is closed.
   virtual void RunModal(ui::Window& dialog) = 0;
   /// Runs `work` in a host transaction of its own: committed when it answers yes, cancelled otherwise and
-  /// when it throws. Every fault is logged with the routine and location.
+  /// when it throws. Every fault is logged with the routine and location. What the device holds decides about
+  /// a commit whose answer was lost, and is told where it is not what was written.
   virtual SaveResult InTransaction(std::string_view routine, std::string_view location,
                                    const std::function<bool()>& work) = 0;
 };
@@ -102,6 +103,7 @@ struct PageContext {
   PageFinder& pages;
   SelectedTypes& selections;
   PageWork& work;
+  host::Transactions& transactions;
   // The host's own objects, for what works through the host by itself.
   const automation::Object& network;
   const automation::Object& objectServer;

@@ -9,8 +9,6 @@
 namespace shell {
 namespace {
 
-using automation::Object;
-
 // Shows the progress window for the life of the object.
 class ProgressShown {
  public:
@@ -33,33 +31,10 @@ void RequireLoaded(const PageContext& context, const PageEntry& entry) {
       context.strings.FormatStrings("The page \"%s%\" could not be loaded.", {std::string(entry.title)}));
 }
 
-std::string ContentOf(const ui::Control& control) {
-  switch (control.GetKind()) {
-    case ui::Kind::kLabel:
-    case ui::Kind::kTextBox:
-      return control.Text();
-    case ui::Kind::kCheckBox:
-      return static_cast<const ui::CheckBox&>(control).Checked() ? "1" : "0";
-    case ui::Kind::kOptionButton:
-      return static_cast<const ui::OptionButton&>(control).Selected() ? "1" : "0";
-    case ui::Kind::kListBox:
-      return std::to_string(static_cast<const ui::ListBox&>(control).Selected());  // the same in any language
-    default:
-      return {};
-  }
-}
-
 }  // namespace
-
-PageContent ContentOf(const ui::Form& form) {
-  PageContent content;
-  for (const ui::Control* control : form.Controls()) content.push_back(ContentOf(*control));
-  return content;
-}
 
 void PageSet::Show(std::size_t index) {
   if (table_[index].showsDeviceValues) pages_[index]->ShowValue();
-  filled_[index] = ContentOf(*pages_[index]);
 }
 
 bool PageSet::Read(std::size_t index) {
@@ -75,16 +50,15 @@ void PageSet::CreatePages(const PageContext& context, const std::function<void(I
   context.flags.errorOccurred = false;
   for (const PageEntry& entry : table_) {
     ISubForm& page = *pages_.emplace_back(entry.create(context, entry.helpTopic));
-    filled_.push_back(ContentOf(page));
     embed(page);
     RequireLoaded(context, entry);
   }
 }
 
-void PageSet::LoadAllPages(const PageContext& context, const Object& network, fLoading& progress) {
+void PageSet::LoadAllPages(const PageContext& context, fLoading& progress) {
   const auto text = [&context](std::string_view english) { return context.strings.GetStrings(english); };
   const ProgressShown shown(progress, text("Loading..."), text("Now loading"), table_.size());
-  host::Transaction transaction(network);
+  host::Transaction transaction(context.transactions);
   context.flags.errorOccurred = false;
   for (std::size_t i = 0; i < pages_.size(); ++i) {
     progress.AdvanceProgressBar(text(table_[i].listCaption));
@@ -94,14 +68,14 @@ void PageSet::LoadAllPages(const PageContext& context, const Object& network, fL
   transaction.Commit();
 }
 
-SaveResult PageSet::SaveAllPages(const PageContext& context, const Object& network, fLoading& progress) {
+SaveResult PageSet::SaveAllPages(const PageContext& context, fLoading& progress) {
   const ui::WaitPointer pointer(context.platform.loop);
   const auto text = [&context](std::string_view english) { return context.strings.GetStrings(english); };
   const ProgressShown shown(progress, text("Saving configuration tool data . . ."), text("Now saving"),
                             pages_.size());
   SaveResult result = SaveResult::kCancelled;
   try {
-    host::Transaction transaction(network);
+    host::Transaction transaction(context.transactions);
     bool allWritten = true;
     for (std::size_t i = 0; i < pages_.size(); ++i) {
       progress.AdvanceProgressBar(text(table_[i].listCaption));
@@ -125,19 +99,14 @@ void PageSet::EndWriteValue() {
   for (const auto& page : pages_) page->EndWriteValue();
 }
 
-void PageSet::Clear() {
-  pages_.clear();
-  filled_.clear();
-}
-
-bool PageSet::RefreshAllPages(const PageContext& context, const Object& network, fLoading& progress) {
+bool PageSet::RefreshAllPages(const PageContext& context, fLoading& progress) {
   const ui::WaitPointer pointer(context.platform.loop);
   const auto text = [&context](std::string_view english) { return context.strings.GetStrings(english); };
   const ProgressShown shown(progress, text("Refreshing configuration tool . . ."), text("Now refreshing"),
                             pages_.size());
   bool allRead = true;
   try {
-    host::Transaction transaction(network);
+    host::Transaction transaction(context.transactions);
     for (std::size_t i = 0; i < pages_.size(); ++i) {
       progress.AdvanceProgressBar(text(table_[i].listCaption));
       allRead = Read(i) && allRead;
@@ -160,14 +129,7 @@ bool PageSet::AnyPageChanged() const {
 }
 
 void PageSet::ReInitializeStrings() {
-  for (std::size_t i = 0; i < pages_.size(); ++i) {
-    pages_[i]->ReInitializeStrings();
-    // A label in another language is no other value.
-    const auto& controls = pages_[i]->Controls();
-    for (std::size_t c = 0; c < controls.size(); ++c) {
-      if (controls[c]->GetKind() == ui::Kind::kLabel) filled_[i][c] = ContentOf(*controls[c]);
-    }
-  }
+  for (const auto& page : pages_) page->ReInitializeStrings();
 }
 
 }  // namespace shell

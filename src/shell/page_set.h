@@ -12,10 +12,6 @@
 
 namespace shell {
 
-/// What each control of a form shows, in the order of the form: text, mark or choice.
-using PageContent = std::vector<std::string>;
-PageContent ContentOf(const ui::Form& form);
-
 class PageSet : public PageFinder {
  public:
   explicit PageSet(std::span<const PageEntry> table) : table_(table) {}
@@ -23,8 +19,6 @@ class PageSet : public PageFinder {
   std::span<const PageEntry> Table() const { return table_; }
   std::size_t Count() const { return pages_.size(); }
   ISubForm& Page(std::size_t index) const { return *pages_.at(index); }
-  /// What the page showed when it was last filled from the device.
-  const PageContent& Filled(std::size_t index) const { return filled_.at(index); }
   ISubForm* FindPage(std::string_view pageClass) override;
 
   /// Creates every page of the table in order, without a value, and lets `embed` put it into the main window.
@@ -33,21 +27,21 @@ class PageSet : public PageFinder {
 
   /// Fills every page. Throws when the host refuses a transaction or a page could not read its values; the
   /// transaction is ended in any case.
-  void LoadAllPages(const PageContext& context, const automation::Object& network, fLoading& progress);
+  void LoadAllPages(const PageContext& context, fLoading& progress);
 
   /// Asks every page to write, also after one said no, then commits when all said yes and cancels otherwise.
   /// A host that refuses to begin, cancel or commit is logged.
-  SaveResult SaveAllPages(const PageContext& context, const automation::Object& network, fLoading& progress);
+  SaveResult SaveAllPages(const PageContext& context, fLoading& progress);
 
   /// Lets every value page read its values again, and show them when all pages could, which drops unsaved
   /// edits. Answers whether they could: otherwise every page shows what it did before, and faults are logged.
-  bool RefreshAllPages(const PageContext& context, const automation::Object& network, fLoading& progress);
+  bool RefreshAllPages(const PageContext& context, fLoading& progress);
 
   bool AnyPageChanged() const;
   void ReInitializeStrings();
   /// Ends the save on every page after its commit.
   void EndWriteValue();
-  void Clear();
+  void Clear() { pages_.clear(); }
 
  private:
   bool Read(std::size_t index);
@@ -55,7 +49,6 @@ class PageSet : public PageFinder {
 
   std::span<const PageEntry> table_;
   std::vector<std::unique_ptr<ISubForm>> pages_;
-  std::vector<PageContent> filled_;
 };
 
 }  // namespace shell

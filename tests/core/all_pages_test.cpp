@@ -15,24 +15,27 @@ constexpr const char* kDevice = tests::kAssigned;
 struct PageSave {
   const char* page;
   void (*change)(tests::Tool& tool);
-  std::uint64_t formats;  // set before writing
-  std::uint64_t values;   // written, and read where a record is put together again
-  std::uint64_t objects;  // properties that filling the page did not need
+  std::uint64_t formats;     // set before writing
+  std::uint64_t precisions;  // set before reading what is there
+  std::uint64_t values;      // read, written, and those that were changed read again after the commit
+  std::uint64_t objects;     // properties that filling the page did not need
 };
 const PageSave kSaves[] = {
-    {"fHardwareInput", [](tests::Tool& tool) { tool.AssignInput(6, "OCC_CONTACT"); }, 6, 6, 0},
-    {"fControlOutput", [](tests::Tool& tool) { tool.AssignOutput(5, "DEHUMIDIFIER_ON_OFF"); }, 14, 28, 7},
+    {"fHardwareInput", [](tests::Tool& tool) { tool.AssignInput(6, "OCC_CONTACT"); }, 6, 0, 13, 0},
+    {"fControlOutput", [](tests::Tool& tool) { tool.AssignOutput(5, "DEHUMIDIFIER_ON_OFF"); }, 14, 0, 57, 7},
     {"fHeatCool", [](tests::Tool& tool) { tool.Find<ui::CheckBox>("fHeatCool.chkMechAndEco").Click(); }, 12,
-     13, 0},
-    {"fFanValve", [](tests::Tool& tool) { tool.Find<ui::CheckBox>("fFanValve.chkFan").Click(); }, 8, 9, 0},
-    {"fPID", [](tests::Tool& tool) { tool.Find<ui::CheckBox>("fPID.chkPID").Click(); }, 6, 12, 0},
-    {"fAlarm", [](tests::Tool& tool) { tool.Type("fAlarm.txtAlarm(0)", "4"); }, 10, 20, 0},
+     11, 25, 0},
+    {"fFanValve", [](tests::Tool& tool) { tool.Find<ui::CheckBox>("fFanValve.chkFan").Click(); }, 8, 7, 17,
+     0},
+    {"fPID", [](tests::Tool& tool) { tool.Find<ui::CheckBox>("fPID.chkPID").Click(); }, 6, 5, 13, 0},
+    {"fAlarm", [](tests::Tool& tool) { tool.Type("fAlarm.txtAlarm(0)", "4"); }, 10, 10, 21, 0},
     {"fGeneral", [](tests::Tool& tool) { tool.Find<ui::OptionButton>("fGeneral.optEcono(1)").Click(); }, 11,
-     13, 0},
-    {"fOptions", [](tests::Tool& tool) { tool.Find<ui::CheckBox>("fOptions.chkFrost").Click(); }, 6, 9, 0},
+     10, 23, 0},
+    {"fOptions", [](tests::Tool& tool) { tool.Find<ui::CheckBox>("fOptions.chkFrost").Click(); }, 6, 5, 13,
+     0},
     {"fNetworkInput", [](tests::Tool& tool) { tool.Find<ui::CheckBox>("fNetworkInput.chkInput(0)").Click(); },
-     24, 26, 0},
-    {"fNetworkOutput", [](tests::Tool& tool) { tool.Type("fNetworkOutput.txtNvo(0)", "30"); }, 5, 29, 0},
+     24, 24, 51, 0},
+    {"fNetworkOutput", [](tests::Tool& tool) { tool.Type("fNetworkOutput.txtNvo(0)", "30"); }, 5, 29, 59, 0},
 };
 
 struct AllPages : tests::ToolTest {
@@ -41,7 +44,7 @@ struct AllPages : tests::ToolTest {
     std::map<int, std::string> values;
     auto& properties = Main().Device().RoofTopProperties;
     for (int number = 1; number <= kRoofTopProperties; ++number) {
-      values[number] = Stored(kDevice, number, properties[number].Text("Name").c_str(), -1);
+      values[number] = Stored(kDevice, number, properties[number].Object().Text("Name").c_str(), -1);
     }
     return values;
   }
@@ -230,6 +233,7 @@ TEST(PageSaves, CallTheHostForWhatThePageNeedsAndNothingElse) {
                                                                   {"Network.CommitTransaction", 1},
                                                                   {"Property.Value", save.values},
                                                                   {"Property.formatName", save.formats}};
+    if (save.precisions > 0) expected["Property.Precision"] = save.precisions;
     if (save.objects > 0) expected["Collection.Item"] = save.objects;
     EXPECT_EQ(tool.building.Faults().Counts(), expected) << save.page;
   }

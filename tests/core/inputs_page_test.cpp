@@ -85,7 +85,7 @@ TEST_F(InputsTest, DefaultsAreOfferedForFiveFunctionsOnly) {
                                  "' configuration settings were applied successfully");
     EXPECT_EQ(StoredInput(3, 2, "UCPTsensorType"), item.sensor);
     EXPECT_EQ(StoredInput(3, item.property, item.format), item.value);
-    EXPECT_EQ(Main().Device().InputVariables[3]["nvoHwInput3"].object.Text("MvFormatType"), item.variable);
+    EXPECT_EQ(Main().Device().InputVariables[3]["nvoHwInput3"].Type(), item.variable);
   }
 }
 
@@ -107,12 +107,16 @@ TEST_F(InputsTest, CancelTakesTheChoiceBackAndAFailureIsTold) {
       "ApplyDefaultValues/Hardware Input: The default 'SETPOINT' configuration settings were not applied");
   EXPECT_EQ(Function(1), "SETPOINT") << "the function itself stays chosen";
   EXPECT_EQ(StoredInput(1, 2, "UCPTsensorType"), "DISCONNECTED") << "nothing of the defaults is left";
-  prompts.answers = {ui::Answer::kYes};
-  building.Faults().Fail({.member = "Network.CommitTransaction"});
-  Choose(2, "CO2_LEVEL");
-  EXPECT_EQ(LastMessage(),
-            "ApplyDefaultValues/Hardware Input: It is not known whether the default 'CO2_LEVEL' "
-            "configuration settings were applied.");
+  // The device tells what became of a commit without an answer.
+  for (const bool taken : {false, true}) {
+    prompts.answers = {ui::Answer::kYes};
+    building.Faults().Fail({.member = "Network.CommitTransaction", .loseAnswer = taken});
+    Choose(2 + taken, taken ? "SPACE_HUMIDITY" : "CO2_LEVEL");
+    EXPECT_EQ(StoredInput(2 + taken, 2, "UCPTsensorType") == "LINEAR", taken);
+    EXPECT_EQ(LastMessage(), std::string("ApplyDefaultValues/Hardware Input: The default '") +
+                                 (taken ? "SPACE_HUMIDITY' configuration settings were applied successfully"
+                                        : "CO2_LEVEL' configuration settings were not applied"));
+  }
 }
 
 TEST_F(InputsTest, TheSensorDialogGetsTheChoicesOfTheFunction) {
@@ -145,7 +149,8 @@ TEST_F(InputsTest, AControlOfTheSensorDialogThatFailsDoesNotHideTheOther) {
       EXPECT_NE(LastMessage().find(std::string(member) + "/Sensor Configuration: "), std::string::npos)
           << LastMessage();
       EXPECT_EQ(hardware->writes, 1);
-      Main().Device().InputProperties[5][2].Put("Value", "MULTI_LEVEL");  // as the control has written
+      Main().Device().InputProperties[5][2].Object().Put("Value",
+                                                         "MULTI_LEVEL");  // as the control has written
       ClickInDialog("cmdCancel");
     });
     EXPECT_NE(LastMessage(), kCanceled) << member;

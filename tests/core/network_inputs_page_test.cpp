@@ -34,9 +34,7 @@ struct NetworkInputsTest : Windows, tests::ToolTest {
   std::string StoredOf(const std::string& variable, int number, const char* format) {
     return building.StoredText(device, "RoofTopObject/" + variable, number, format);
   }
-  std::string TypeInDevice(const char* variable) {
-    return Main().Device().RoofTopVariables[variable].object.Text("MvFormatType");
-  }
+  std::string TypeInDevice(const char* variable) { return Main().Device().RoofTopVariables[variable].Type(); }
 
   /// Opens the dialog, does `act` in it and accepts it.
   void InDialog(const std::function<void()>& act) {
@@ -101,7 +99,7 @@ TEST_F(NetworkInputsTest, FlagsGoRoundAndThoseNotShownStay) {
   Open(device);
   std::string alternating = "1";
   for (int k = 1; k < 48; ++k) alternating += k % 3 ? " 0" : " 1";
-  Main().Device().RoofTopProperties[49].Put("Value", alternating);
+  Main().Device().RoofTopProperties[49].Object().Put("Value", alternating);
   const std::string options = Stored(device, 48, "UCPTobjectOptions", 0);
   Click("cmdRefresh");
   base::Record expected(alternating);

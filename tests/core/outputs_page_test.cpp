@@ -253,7 +253,7 @@ TEST_F(OutputsTest, TheActuatorDialogWritesThroughItsControl) {
   EXPECT_FALSE(Main().Pages().AnyPageChanged());
 
   loop.whileOpen = [&] {
-    Main().Device().OutputProperties[7][2].Put("Value", "DIGITAL");  // as the control has written
+    Main().Device().OutputProperties[7][2].Object().Put("Value", "DIGITAL");  // as the control has written
     dialog.Click("cmdApply");
     dialog.Click("cmdCancel");
   };
@@ -265,10 +265,58 @@ TEST_F(OutputsTest, TheActuatorDialogWritesThroughItsControl) {
 TEST_F(OutputsTest, AnOverrideIsOnOrOffByItsValue) {
   Open(device);
   for (const auto& [stored, shown] : {std::pair{"0.0 1", "OFF"}, {"100.0 0", "OFF"}, {"0.5 1", "ON"}}) {
-    Main().Device().OutputProperties[3][4].Put("Value", stored);
+    Main().Device().OutputProperties[3][4].Object().Put("Value", stored);
     Main().Pages().FindPage("fControlOutput")->FillValue();
     EXPECT_EQ(Find<ui::ListBox>(Output("cboONOFF", 3)).SelectedText(), shown) << stored;
     EXPECT_TRUE(Find<ui::CheckBox>(Output("chkOver", 3)).Checked()) << stored;
+  }
+}
+
+TEST_F(OutputsTest, AnOutputThatNobodyTouchedIsWrittenBackAsItWas) {
+  Open(device);
+  for (const auto& [number, property, text] :
+       {std::tuple(2, 4, "50.0 1"), std::tuple(7, 4, "35.0 0"), std::tuple(1, 5, "FALSE")}) {
+    Main().Device().OutputProperties[static_cast<std::size_t>(number)][property].Object().Put("Value", text);
+  }
+  const auto stored = [this] {
+    std::vector<std::string> texts;
+    for (int number : {1, 2, 7}) {
+      for (int property : {3, 4, 5, 6}) {
+        auto& outputs = Main().Device().OutputProperties[static_cast<std::size_t>(number)];
+        texts.push_back(outputs[property].Object().Text("Value"));
+      }
+    }
+    return texts;
+  };
+  Click("cmdRefresh");
+  EXPECT_TRUE(Find<ui::CheckBox>(Output("chkOutput", 1)).Checked()) << "by the hardware check";
+  const auto before = stored();
+  Choose(5, "DEHUMIDIFIER_ON_OFF");
+  Click("cmdApply");
+  EXPECT_EQ(LastMessage(), tests::kApplied);
+  EXPECT_EQ(stored(), before);
+  Find<ui::CheckBox>(Output("chkOver", 1)).Click();
+  Click("cmdApply");
+  EXPECT_EQ(StoredOutput(1, 6, "UCPTlocalHardwareFlag"), "1") << "now as the page shows it";
+}
+
+TEST_F(OutputsTest, AnOverrideKeepsItsMeaningWithAnotherKindOfFunction) {
+  Open(device);
+  Find<ui::CheckBox>(Output("chkOver", 1)).Click();
+  const struct {
+    const char* given;
+    const char* function;
+    const char* shown;
+  } steps[] = {{"ON", "FAN_SPEED_MOD", "100.0"},
+               {"0", "FAN_ON_OFF", "OFF"},
+               {"OFF", "FAN_SPEED_MOD", "0.0"},
+               {"35", "FAN_ON_OFF", "ON"}};
+  for (const auto& step : steps) {
+    auto& list = Find<ui::ListBox>(Output("cboONOFF", 1));
+    if (list.Visible() ? !list.Choose(step.given) : (Type(Output("txtValue", 1), step.given), false)) FAIL();
+    Choose(1, step.function);
+    EXPECT_EQ(list.Visible() ? list.SelectedText() : Text(Output("txtValue", 1)), step.shown)
+        << step.function;
   }
 }
 

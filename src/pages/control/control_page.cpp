@@ -7,7 +7,8 @@ namespace pages {
 namespace {
 
 // Read with its bare name by every page; the precision stays as the host has it.
-constexpr PropertyFormat kOptions = {48, "UCPTobjectOptions", Units::kNone, 0, 0};
+constexpr PropertyFormat kOptions = {48, "UCPTobjectOptions", Units::kNone, host::kHostPrecision,
+                                     host::kHostPrecision};
 
 // By units, metric and imperial.
 constexpr std::string_view kSuffixes[][2] = {{"", ""}, {"#SI", "#US"}, {"", "#DegF"}};
@@ -21,20 +22,23 @@ void ControlPage::BindFormats(std::span<const PropertyFormat> table) {
   for (const PropertyFormat& property : table) {
     std::string format(property.type);
     format += kSuffixes[static_cast<std::size_t>(property.units)][IsImperial()];
-    NamingProperty(property.type, [&] { Property(property.number).Put(host::kFormatName, format); });
+    NamingProperty(property.type, [&] { Property(property.number).Bind(format); });
   }
 }
 
 std::string ControlPage::ReadText(const PropertyFormat& property) {
-  return NamingProperty(property.type, [&] {
-    const automation::Object& object = Property(property.number);
-    object.Put(host::kPrecision, IsImperial() ? property.imperialPrecision : property.metricPrecision);
-    return object.Text(host::kValue);
-  });
+  return NamingProperty(property.type, [&] { return Property(property.number).Read(Precision(property)); });
 }
 
-void ControlPage::WriteText(const PropertyFormat& property, std::string_view text) {
-  NamingProperty(property.type, [&] { Property(property.number).Put(host::kValue, text); });
+void ControlPage::WriteFields(const PropertyFormat& property, const std::vector<const ui::TextBox*>& boxes) {
+  std::vector<std::string> texts, sources;
+  for (const ui::TextBox* box : boxes) {
+    texts.emplace_back(base::Trim(box->Text()));
+    sources.push_back(Source(*box));
+  }
+  NamingProperty(property.type, [&] {
+    Property(property.number).Write(property.type, Precision(property), texts, sources);
+  });
 }
 
 void ControlPage::ReadBoxes(const std::vector<PropertyBox>& boxes) {
@@ -42,31 +46,24 @@ void ControlPage::ReadBoxes(const std::vector<PropertyBox>& boxes) {
 }
 
 void ControlPage::WriteBoxes(const std::vector<PropertyBox>& boxes) {
-  for (const auto& [property, box] : boxes) WriteText(property, base::Trim(box.Text()));
+  for (const auto& [property, box] : boxes) WriteFields(property, {&box});
 }
 
 base::Record ControlPage::ReadRecord(const PropertyFormat& property) {
   return base::Record(ReadText(property), property.type);
 }
 
-void ControlPage::ChangeRecord(const PropertyFormat& property,
-                               const std::function<void(base::Record&)>& change) {
-  NamingProperty(property.type, [&] {
-    const automation::Object& object = Property(property.number);
-    base::Record record(object.Text(host::kValue), property.type);
-    change(record);
-    object.Put(host::kValue, record.Join());
-  });
+void ControlPage::ChangeRecord(const PropertyFormat& property, const Change& change) {
+  NamingProperty(property.type,
+                 [&] { Property(property.number).Change(property.type, Precision(property), change); });
 }
 
 base::Record ControlPage::ReadOptions() {
   BindFormats({&kOptions, 1});
-  return NamingProperty(kOptions.type, [this] {
-    return base::Record(Property(kOptions.number).Text(host::kValue), kOptions.type);
-  });
+  return ReadRecord(kOptions);
 }
 
-void ControlPage::ChangeOptions(const std::function<void(base::Record&)>& change) {
+void ControlPage::ChangeOptions(const Change& change) {
   BindFormats({&kOptions, 1});
   ChangeRecord(kOptions, change);
 }
@@ -80,7 +77,7 @@ std::vector<std::string> ControlPage::AssignedFunctions() {
   for (const std::string& name : Context().device.ControlOutputNames) {
     NamingProperty(name, [&] {
       host::NetworkVariable& output = Context().device.RoofTopVariables[name];
-      const std::string value = output.ConfigProperties()[kFunctionProperty].Text(host::kValue);
+      const std::string value = output.ConfigProperties()[kFunctionProperty].Read();
       functions.push_back(base::Upper(base::Record(value).Field(0)));
     });
   }

@@ -25,7 +25,7 @@ struct PropertyFormat {
   int number;
   std::string_view type;  // the format name without its unit suffix
   Units units;
-  int metricPrecision;  // decimals
+  int metricPrecision;  // decimals; kHostPrecision: as the host has them
   int imperialPrecision;
 };
 
@@ -44,18 +44,19 @@ class ControlPage : public PageBase {
   /// Reads the properties for their boxes, and writes the boxes to them, in the order given.
   void ReadBoxes(const std::vector<PropertyBox>& boxes);
   void WriteBoxes(const std::vector<PropertyBox>& boxes);
-  /// Sets the precision and reads the value; and writes a text as the whole value.
+  /// Sets the precision and reads the value; and writes boxes as the fields of one whole value.
   std::string ReadText(const PropertyFormat& property);
-  void WriteText(const PropertyFormat& property, std::string_view text);
+  void WriteFields(const PropertyFormat& property, const std::vector<const ui::TextBox*>& boxes);
   /// Sets the precision and reads the value as a record.
   base::Record ReadRecord(const PropertyFormat& property);
   /// Read-modify-write: `change` replaces fields of the present value, all others are written back as they
   /// were read.
-  void ChangeRecord(const PropertyFormat& property, const std::function<void(base::Record&)>& change);
+  using Change = std::function<void(host::Edit&)>;
+  void ChangeRecord(const PropertyFormat& property, const Change& change);
 
   /// The option record that several pages share; each touches only its own fields.
   base::Record ReadOptions();
-  void ChangeOptions(const std::function<void(base::Record&)>& change);
+  void ChangeOptions(const Change& change);
 
   /// The content of a box as a whole number, halves to the even one. Throws base::Error with the name of the
   /// property when it is none.
@@ -71,7 +72,11 @@ class ControlPage : public PageBase {
   std::vector<std::string> SelectedFunctions() const;
 
  private:
-  const automation::Object& Property(int number) { return Context().device.RoofTopProperties[number]; }
+  host::Property& Property(int number) { return Context().device.RoofTopProperties[number]; }
+  /// Decimals in the unit system in use.
+  int Precision(const PropertyFormat& property) const {
+    return IsImperial() ? property.imperialPrecision : property.metricPrecision;
+  }
 };
 
 template <std::size_t N>

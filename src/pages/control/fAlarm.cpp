@@ -168,8 +168,8 @@ bool fAlarm::Write() {
   BindFormats(kBindOrder);
   std::size_t next = 0;
   for (const Row& row : kRows) {
-    ChangeRecord(row.property, [this, &next](base::Record& record) {
-      for (std::size_t i = 0; i < record.Count(); ++i) record.Set(i, base::Trim(Box(next++).Text()));
+    ChangeRecord(row.property, [this, &next](host::Edit& record) {
+      for (std::size_t i = 0; i < record.Count(); ++i) SetField(record, i, Box(next++));
     });
   }
   return passed;

@@ -3,7 +3,6 @@
 #include <algorithm>
 
 #include "base/text.h"
-#include "host/contract.h"
 
 namespace pages {
 namespace {
@@ -117,9 +116,9 @@ bool fFanValve::Write() {
               {kFanPeriod, txtFanPeriod},
               {kFanSpeed, txtFanSpeed},
               {kThreshold, txtThresHold}});
-  ChangeOptions([this](base::Record& options) {
-    options.Set(kAlwaysOnOption, FlagText(chkFan.Checked()));
-    options.Set(kInputStateOption, FlagText(optState[1].Selected()));
+  ChangeOptions([this](host::Edit& options) {
+    SetField(options, kAlwaysOnOption, chkFan.Checked(), chkFan);
+    SetField(options, kInputStateOption, optState[1].Selected(), optState[0]);
   });
   return true;
 }
@@ -145,7 +144,7 @@ bool fFanValve::FanStateByCurrent() const {
     if (Context().selections.GetSelectedInputType(i) != "FAN_STATE") continue;
     const bool contact = NamingProperty("Input " + std::to_string(i + 1), [&] {
       auto& properties = Context().device.InputProperties[i + 1];
-      return base::Upper(properties[kSensorTypeProperty].Text(host::kValue)) == "DIGITAL";
+      return base::Upper(properties[kSensorTypeProperty].Read()) == "DIGITAL";
     });
     if (!contact) return true;
   }

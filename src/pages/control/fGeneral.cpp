@@ -173,29 +173,28 @@ bool fGeneral::Write() {
     Context().messages.AddMessage(fault, "WriteValue", Location(), logger::kError);
     return false;
   }
-  ChangeRecord(kExtraConfig, [this](base::Record& extra) {
-    extra.Set(kMaximumPositionField, base::Trim(txtOutdoorMax.Text()));
-  });
+  ChangeRecord(kExtraConfig,
+               [this](host::Edit& extra) { SetField(extra, kMaximumPositionField, txtOutdoorMax); });
   WriteBoxes({{kDamperDriveTime, txtFreshAir}});
   WriteOptions();
   return true;
 }
 
 void fGeneral::WriteOptions() {
-  ChangeOptions([this](base::Record& options) {
+  ChangeOptions([this](host::Edit& options) {
     // Belongs to the heating and cooling page; saving the general settings puts the valve back to normally
     // cool.
     options.Set(kReversingValveOption, "0");
-    options.Set(kEmergencyOption, FlagText(!optEmergency[0].Selected()));
+    SetField(options, kEmergencyOption, !optEmergency[0].Selected(), optEmergency[0]);
     if (freshAirUpdate_) {
       options.Set(kFreshAirMarker, "0");
       Context().messages.AddMessage(
           Translate("The Fresh Air flow was set to damper position. See User Guide for more details."),
           "WriteValue", Location(), logger::kInformation);
     }
-    options.Set(kTemperatureOption, FlagText(!optTemp[0].Selected()));
-    options.Set(kEconomizerOption, FlagText(!optEcono[0].Selected()));
-    options.Set(kFreshAirOption, FlagText(chkFreshAir.Checked()));
+    SetField(options, kTemperatureOption, !optTemp[0].Selected(), optTemp[0]);
+    SetField(options, kEconomizerOption, !optEcono[0].Selected(), optEcono[0]);
+    SetField(options, kFreshAirOption, chkFreshAir.Checked(), chkFreshAir);
   });
 }
 

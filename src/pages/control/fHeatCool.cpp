@@ -231,11 +231,9 @@ void fHeatCool::CheckSupplyLimits() {
 
 void fHeatCool::WriteProperties() {
   BindFormats(kBindOrder);
-  std::vector<std::string> setpoints;
-  for (std::size_t i = 0; i < txtSetPoint.Size(); ++i) {
-    setpoints.emplace_back(base::Trim(txtSetPoint[i].Text()));
-  }
-  WriteText(kSetpoints, base::Join(setpoints, " "));
+  std::vector<const ui::TextBox*> setpoints;
+  for (std::size_t i = 0; i < txtSetPoint.Size(); ++i) setpoints.push_back(&txtSetPoint[i]);
+  WriteFields(kSetpoints, setpoints);
   WriteBoxes({{kHeatPeriod, txtminHeatPeriod},
               {kMaxSupply, txtMaxDischHeat},
               {kMinSupply, txtMinDischCool},
@@ -246,10 +244,10 @@ void fHeatCool::WriteProperties() {
               {kEnthalpy, txtfreeCooling},
               {kMechCool, txtMechCoolLL},
               {kChangeover, txtChngeOverDelay}});
-  ChangeOptions([this](base::Record& options) {
-    options.Set(kHeatStageOption, FlagText(chkHeatStage.Checked()));
-    options.Set(kMechAndEcoOption, FlagText(chkMechAndEco.Checked()));
-    options.Set(kNormallyHeatOption, FlagText(OptionNormallyHeat.Selected()));
+  ChangeOptions([this](host::Edit& options) {
+    SetField(options, kHeatStageOption, chkHeatStage.Checked(), chkHeatStage);
+    SetField(options, kMechAndEcoOption, chkMechAndEco.Checked(), chkMechAndEco);
+    SetField(options, kNormallyHeatOption, OptionNormallyHeat.Selected(), OptionNormallyCool);
   });
 }
 

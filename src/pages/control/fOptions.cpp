@@ -2,7 +2,6 @@
 
 #include "base/error.h"
 #include "base/text.h"
-#include "host/contract.h"
 #include "logger/message_logger.h"
 
 namespace pages {
@@ -193,7 +192,7 @@ void fOptions::FillExtra() {
 void fOptions::CheckOptimumStart() {
   const bool standard = NamingProperty(kCommand, [this] {
     auto& command = Context().device.RoofTopVariables[std::string(kCommand)].ConfigProperties();
-    const base::Record type(command[kCommandTypeProperty].Text(host::kValue));
+    const base::Record type(command[kCommandTypeProperty].Read());
     return type.Field(kTypeIndexField) != kOccupancyIndex;
   });
   WhenRead([this, standard] {
@@ -237,8 +236,8 @@ bool fOptions::Write() {
   if (!IsChanged()) return true;
   BindFormats(kBindOrder);
   WriteBoxes({{kStartTime, txtStartTime}});
-  ChangeRecord(kWeights, [this](base::Record& weights) {
-    for (std::size_t i = 0; i < txtAt.Size(); ++i) weights.Set(i, base::Trim(txtAt[i].Text()));
+  ChangeRecord(kWeights, [this](host::Edit& weights) {
+    for (std::size_t i = 0; i < txtAt.Size(); ++i) SetField(weights, i, txtAt[i]);
   });
   WriteBoxes({{kMaxOffset, txtMaxOffset}, {kInputPeriod, txtInput}});
   WriteOptions();
@@ -248,27 +247,27 @@ bool fOptions::Write() {
     Context().flags.writeError = true;
     return false;
   }
-  ChangeRecord(kExtraConfig, [this](base::Record& extra) {
+  ChangeRecord(kExtraConfig, [this](host::Edit& extra) {
     const base::Numbers& numbers = Context().settings.numbers;
-    extra.Set(kCycleTimeField, base::Trim(txtHeatCool.Text()));
+    SetField(extra, kCycleTimeField, txtHeatCool);
     // Rounded before it is doubled, so a stored odd number does not survive a save.
-    extra.Set(kDemandField, std::to_string(numbers.ToInt16(txtChangeOver.Text()) * 2));
+    extra.Set(kDemandField, std::to_string(numbers.ToInt16(txtChangeOver.Text()) * 2), Source(txtChangeOver));
   });
   return true;
 }
 
 void fOptions::WriteOptions() {
-  ChangeOptions([this](base::Record& options) {
-    options.Set(kTerminalOption, FlagText(!optTerminal[0].Selected()));
-    options.Set(kAlternateOption, FlagText(chkAlternate.Checked()));
-    options.Set(kTerminalEnabledOption, FlagText(chkTerminal.Checked()));
+  ChangeOptions([this](host::Edit& options) {
+    SetField(options, kTerminalOption, !optTerminal[0].Selected(), optTerminal[0]);
+    SetField(options, kAlternateOption, chkAlternate.Checked(), chkAlternate);
+    SetField(options, kTerminalEnabledOption, chkTerminal.Checked(), chkTerminal);
     for (std::size_t i = 0; i < chkOptimum.Size(); ++i) {
-      options.Set(kOptimumOption[i], FlagText(chkOptimum[i].Checked()));
+      SetField(options, kOptimumOption[i], chkOptimum[i].Checked(), chkOptimum[i]);
     }
     if (algorithmUpdate_) options.Set(kAlgorithmMarker, "0");
-    options.Set(kAverageOption, FlagText(!optAverage[0].Selected()));
-    options.Set(kAveragingEnabledOption, FlagText(chkEnable.Checked()));
-    options.Set(kFrostOption, FlagText(chkFrost.Checked()));
+    SetField(options, kAverageOption, !optAverage[0].Selected(), optAverage[0]);
+    SetField(options, kAveragingEnabledOption, chkEnable.Checked(), chkEnable);
+    SetField(options, kFrostOption, chkFrost.Checked(), chkFrost);
   });
   if (!algorithmUpdate_) return;
   Context().messages.AddMessage(

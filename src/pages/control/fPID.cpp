@@ -126,12 +126,12 @@ bool fPID::Write() {
   Context().flags.writeError = false;
   BindFormats(kRecords);
   for (std::size_t loop = 0; loop < loops_.size(); ++loop) {
-    ChangeRecord(kRecords[loop], [&boxes = *loops_[loop]](base::Record& record) {
-      for (std::size_t i = 0; i < kFields; ++i) record.Set(i, base::Trim(boxes[i].Text()));
+    ChangeRecord(kRecords[loop], [this, &boxes = *loops_[loop]](host::Edit& record) {
+      for (std::size_t i = 0; i < kFields; ++i) SetField(record, i, boxes[i]);
     });
   }
   ChangeOptions(
-      [this](base::Record& options) { options.Set(kSupplyAirOnlyOption, FlagText(chkPID.Checked())); });
+      [this](host::Edit& options) { SetField(options, kSupplyAirOnlyOption, chkPID.Checked(), chkPID); });
   return true;
 }
 

@@ -3,7 +3,6 @@
 #include <algorithm>
 
 #include "base/text.h"
-#include "host/contract.h"
 #include "pages/io/dependencies.h"
 #include "pages/io/output_functions.h"
 
@@ -21,9 +20,10 @@ constexpr Format kFormats[] = {{kFunction, "UCPTroofTopOutputType"}, {kOverride,
 
 constexpr const char* kColumns[] = {"Control output", "Usage", "Use local hardware", "Permit override",
                                     "Override value"};
+constexpr std::string_view kLocalHardwareTip =
+    "Set by itself when the values are read: whether the hardware of the output can drive its function";
 enum OnOff { kOn = 0, kOff = 1 };
 
-constexpr std::string_view kNoOverride = "0.0 -1";
 constexpr std::string_view kNoOverrideState = "-1";
 constexpr std::string_view kNoValue = "0.0";  // shown so in every notation
 
@@ -39,15 +39,15 @@ fControlOutput::fControlOutput(const shell::PageContext& context, int helpTopic)
 void fControlOutput::ConnectHandlers(std::size_t i) {
   cboOutput[i].onClick = [this, i] { Guarded("ChooseFunction", [this, i] { ChooseFunction(i); }); };
   chkOutput[i].onClick = [this, i] {
-    MarkChanged();
+    Touch(i);
     cmdConfigure[i].SetEnabled(chkOutput[i].Checked());
   };
   chkOver[i].onClick = [this, i] {
-    MarkChanged();
+    Touch(i);
     EnableOverride(i);
   };
-  Watch(cboONOFF[i]);
   Watch(txtValue[i]);
+  txtValue[i].onChange = cboONOFF[i].onClick = [this, i] { Touch(i); };
   cmdConfigure[i].onClick = [this, i] { Guarded("Configure", [this, i] { Configure(i); }); };
 }
 
@@ -74,6 +74,7 @@ void fControlOutput::InitStrings() {
     lblOutput[i].SetText(OutputName(i));
     lblVUnit[i].SetText("%");
     cmdConfigure[i].SetText(Translate("Configure..."));
+    chkOutput[i].SetTip(Translate(kLocalHardwareTip));
     const int selected = cboONOFF[i].Selected();
     cboONOFF[i].SetItems({Translate("ON"), Translate("OFF")});
     cboONOFF[i].Select(selected);
@@ -84,14 +85,19 @@ std::string fControlOutput::OutputName(std::size_t i) const {
   return Translate("Output %s1%", {std::to_string(i + 1)});
 }
 
-const automation::Object& fControlOutput::Property(std::size_t i, int number) {
+void fControlOutput::Touch(std::size_t i) {
+  touched_[i] = true;
+  MarkChanged();
+}
+
+host::Property& fControlOutput::Property(std::size_t i, int number) {
   return Context().device.OutputProperties[i + 1][number];
 }
 
 void fControlOutput::BindFormats() {
   for (std::size_t i = 0; i < kOutputCount; ++i) {
     for (const auto& [number, type] : kFormats) {
-      NamingProperty(OutputName(i), [&] { Property(i, number).Put(host::kFormatName, type); });
+      NamingProperty(OutputName(i), [&] { Property(i, number).Bind(type); });
     }
   }
 }
@@ -105,8 +111,8 @@ void fControlOutput::Fill() {
 }
 
 void fControlOutput::FillOutput(std::size_t i) {
-  const std::string function = base::Upper(Property(i, kFunction).Text(host::kValue));
-  const base::Record over(Property(i, kOverride).Text(host::kValue));
+  const std::string function = base::Upper(Property(i, kFunction).Read());
+  const base::Record over(Property(i, kOverride).Read());
   const std::string value(over.Field(0));
   const bool permitted = over.Field(1) != kNoOverrideState;
   // Off is a value of zero, in any notation, and any value in the state 0.
@@ -114,6 +120,7 @@ void fControlOutput::FillOutput(std::size_t i) {
   const bool local = ReadName(i, kLocalHardware) == "TRUE";
   const std::string signal = SignalFor(i, function);
   WhenRead([=, this] {
+    touched_[i] = false;
     ShowFunction(i, function);
     SetFunction(i, function);
     chkOver[i].SetChecked(permitted);
@@ -146,20 +153,19 @@ void fControlOutput::ChooseFunction(std::size_t i) {
     return;
   }
   const std::string signal = SignalFor(i, next);
-  const bool assigned = GetOutputSignalClass(previous_[i]) != SignalClass::kNone;
-  const std::string value = assigned ? txtValue[i].Text() : Context().settings.numbers.Text(0, 1);
+  const SignalClass former = GetOutputSignalClass(previous_[i]);
   cboOutput[i].SelectText(next);
   SetFunction(i, next);
-  MarkChanged();
+  Touch(i);
   if (next == kUnassigned) chkOver[i].SetChecked(false);
-  ShowOverride(i, value, cboONOFF[i].Selected() == kOn);
+  ConvertOverride(i, former);
   CheckHardware(i, signal);
   CheckOutputDependencies(Context());
 }
 
 std::string fControlOutput::ReadName(std::size_t i, int number) {
   return NamingProperty(OutputName(i), [&] {
-    std::string name = base::Upper(Property(i, number).Text(host::kValue));
+    std::string name = base::Upper(Property(i, number).Read());
     // Taken for no hardware, it would be stored as that.
     if (name.empty()) throw base::Error(Translate("The host gave no value."));
     return name;
@@ -191,6 +197,18 @@ void fControlOutput::ShowOverride(std::size_t i, std::string_view value, bool on
   EnableOverride(i);
 }
 
+void fControlOutput::ConvertOverride(std::size_t i, SignalClass former) {
+  const base::Numbers& numbers = Context().settings.numbers;
+  std::string value = txtValue[i].Text();
+  bool on = former == SignalClass::kOnOff && cboONOFF[i].Selected() == kOn;
+  if (former == SignalClass::kModulating) {
+    on = numbers.Parse(value).value_or(0) != 0;
+  } else {
+    value = numbers.Text(on ? 100 : 0, 1);
+  }
+  ShowOverride(i, value, on);
+}
+
 void fControlOutput::EnableOverride(std::size_t i) {
   const bool assigned = GetOutputSignalClass(previous_[i]) != SignalClass::kNone;
   chkOver[i].SetEnabled(assigned);
@@ -198,13 +216,13 @@ void fControlOutput::EnableOverride(std::size_t i) {
   EnableAll(assigned && chkOver[i].Checked(), cboONOFF[i], txtValue[i], lblVUnit[i]);
 }
 
-std::string fControlOutput::OverrideText(std::size_t i) const {
+std::vector<std::string> fControlOutput::OverrideFields(std::size_t i) const {
   const SignalClass signalClass = GetOutputSignalClass(previous_[i]);
-  if (!chkOver[i].Checked() || signalClass == SignalClass::kNone) return std::string(kNoOverride);
-  if (signalClass == SignalClass::kModulating) {
-    return std::string(base::Trim(txtValue[i].Text())) + " 1";
-  }
-  return cboONOFF[i].Selected() == kOn ? "100.0 1" : "0.0 0";
+  if (!chkOver[i].Checked() || signalClass == SignalClass::kNone)
+    return {"0.0", std::string(kNoOverrideState)};
+  if (signalClass == SignalClass::kModulating) return {std::string(base::Trim(txtValue[i].Text())), "1"};
+  if (cboONOFF[i].Selected() == kOn) return {"100.0", "1"};
+  return {"0.0", "0"};
 }
 
 std::string fControlOutput::OpenCloseStageValidation() const {
@@ -228,13 +246,24 @@ bool fControlOutput::Write() {
 }
 
 void fControlOutput::WriteOutput(std::size_t i) {
+  const auto write = [this, i](int number, bool changed, const std::vector<std::string>& fields,
+                               const std::vector<std::string>& controls) {
+    host::Property& property = Property(i, number);
+    if (changed) return property.Write(OutputName(i), host::kHostPrecision, fields, controls);
+    property.Change(OutputName(i), host::kHostPrecision, [](host::Edit&) {});
+  };
+  const std::string& function = previous_[i];
+  const bool touched = touched_[i];
   const bool local = chkOutput[i].Checked();
-  if (!previous_[i].empty()) Property(i, kFunction).Put(host::kValue, previous_[i]);
-  Property(i, kLocalHardware).Put(host::kValue, local ? "TRUE" : "FALSE");
-  Property(i, kLocalHardwareFlag).Put(host::kValue, FlagText(local));
+  write(kFunction, touched && !function.empty(), {function}, {Source(cboOutput[i])});
+  write(kLocalHardware, touched, {local ? "TRUE" : "FALSE"}, {Source(chkOutput[i])});
+  write(kLocalHardwareFlag, touched, {std::string(FlagText(local))}, {Source(chkOutput[i])});
   // What the override of an unknown function means is unknown too: it stays as it is.
-  const bool known = previous_[i] == kUnassigned || GetOutputSignalClass(previous_[i]) != SignalClass::kNone;
-  if (known) Property(i, kOverride).Put(host::kValue, OverrideText(i));
+  const SignalClass signalClass = GetOutputSignalClass(function);
+  const ui::Control& value =
+      signalClass == SignalClass::kOnOff ? static_cast<const ui::Control&>(cboONOFF[i]) : txtValue[i];
+  write(kOverride, touched && (function == kUnassigned || signalClass != SignalClass::kNone),
+        OverrideFields(i), {Source(value), Source(chkOver[i])});
 }
 
 void fControlOutput::Configure(std::size_t i) {
@@ -245,7 +274,7 @@ void fControlOutput::Configure(std::size_t i) {
   if (dialog_->LeftAsItWas()) return;
   const bool local = chkOutput[i].Checked();
   CheckHardware(i, SignalFor(i, previous_[i]));
-  if (chkOutput[i].Checked() != local) MarkChanged();
+  if (chkOutput[i].Checked() != local) Touch(i);
 }
 
 }  // namespace pages

@@ -8,6 +8,7 @@
 #include "base/record.h"
 #include "pages/io/assignment_rules.h"
 #include "pages/io/fConfigActuator.h"
+#include "pages/io/output_functions.h"
 #include "pages/page_base.h"
 
 namespace pages {
@@ -24,7 +25,9 @@ class fControlOutput final : public PageBase {
   void ConnectHandlers(std::size_t i);
 
   std::string OutputName(std::size_t i) const;
-  const automation::Object& Property(std::size_t i, int number);
+  /// The user has done something about the output.
+  void Touch(std::size_t i);
+  host::Property& Property(std::size_t i, int number);
   void BindFormats();
   void FillOutput(std::size_t i);
   void ShowFunction(std::size_t i, const std::string& function);
@@ -38,8 +41,11 @@ class fControlOutput final : public PageBase {
   /// Whether the output's hardware, of this signal type, can drive its function.
   void CheckHardware(std::size_t i, std::string_view signal);
   void ShowOverride(std::size_t i, std::string_view value, bool on);
+  /// Shows the override that was there in the way of another function: ON is 100 %, and any value but 0 is
+  /// ON.
+  void ConvertOverride(std::size_t i, SignalClass former);
   void EnableOverride(std::size_t i);
-  std::string OverrideText(std::size_t i) const;
+  std::vector<std::string> OverrideFields(std::size_t i) const;
   void WriteOutput(std::size_t i);
   void Configure(std::size_t i);
   /// The lines that say which half of an open/close pair is missing, joined by line breaks; empty when all
@@ -47,6 +53,8 @@ class fControlOutput final : public PageBase {
   std::string OpenCloseStageValidation() const;
 
   OutputFunctions previous_;  // what each output held before the user's latest change, in upper case
+  // Outputs that the user did something about since they were read; all others are written back as they are.
+  std::array<bool, kOutputCount> touched_{};
 
   ui::Frame fraOutputs{*this, "fraOutputs"};
   ui::LabelArray<5> lblColumn{*this, "lblColumn"};

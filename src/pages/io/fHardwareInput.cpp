@@ -3,7 +3,6 @@
 #include <algorithm>
 
 #include "base/text.h"
-#include "host/contract.h"
 #include "logger/message_logger.h"
 #include "pages/io/dependencies.h"
 #include "pages/io/input_functions.h"
@@ -62,13 +61,13 @@ std::string fHardwareInput::InputName(std::size_t i) const {
   return Translate("Input %s1%", {std::to_string(i + 1)});
 }
 
-const automation::Object& fHardwareInput::Property(std::size_t i, int number) {
+host::Property& fHardwareInput::Property(std::size_t i, int number) {
   return Context().device.InputProperties[i + 1][number];
 }
 
 void fHardwareInput::BindFormats() {
   for (std::size_t i = 0; i < kInputs; ++i) {
-    NamingProperty(InputName(i), [&] { Property(i, kFunction).Put(host::kFormatName, kFunctionFormat); });
+    NamingProperty(InputName(i), [&] { Property(i, kFunction).Bind(kFunctionFormat); });
   }
 }
 
@@ -76,7 +75,7 @@ void fHardwareInput::Fill() {
   BindFormats();
   for (std::size_t i = 0; i < kInputs; ++i) {
     NamingProperty(InputName(i), [this, i] {
-      const std::string function = base::Upper(Property(i, kFunction).Text(host::kValue));
+      const std::string function = base::Upper(Property(i, kFunction).Read());
       WhenRead([this, i, function, sensor = ReadSensorType(i)] {
         ShowFunction(i, function);
         SetFunction(i, function);
@@ -103,8 +102,7 @@ void fHardwareInput::SetFunction(std::size_t i, const std::string& function) {
 }
 
 std::string fHardwareInput::ReadSensorType(std::size_t i) {
-  return NamingProperty(InputName(i),
-                        [&] { return base::Upper(Property(i, kSensorType).Text(host::kValue)); });
+  return NamingProperty(InputName(i), [&] { return base::Upper(Property(i, kSensorType).Read()); });
 }
 
 void fHardwareInput::ShowSensorType(std::size_t i, const std::string& sensor) {
@@ -161,13 +159,12 @@ void fHardwareInput::ApplyDefaultValues(std::size_t i, const std::string& functi
     const auto defaults = DefaultsOf(function, Context().settings.numbers);
     for (const auto& [number, format, text] : defaults->properties) {
       NamingProperty(format, [&, number = number, format = format] {
-        Property(i, number).Put(host::kFormatName, format);
-        Property(i, number).Put(host::kValue, text);
+        Property(i, number).Bind(format);
+        Property(i, number).Write(format, host::kHostPrecision, base::Split(text, " "));
       });
     }
-    host::NetworkVariable& variable =
-        Context().device.InputVariables[i + 1]["nvoHwInput" + std::to_string(i + 1)];
-    variable.object.Put(host::kMvFormatType, defaults->variableType);
+    Context().device.InputVariables[i + 1]["nvoHwInput" + std::to_string(i + 1)].ChangeType(
+        defaults->variableType);
     return true;
   });
   const bool applied = result == shell::SaveResult::kCommitted;
@@ -185,7 +182,10 @@ bool fHardwareInput::Write() {
   BindFormats();
   for (std::size_t i = 0; i < kInputs; ++i) {
     if (previous_[i].empty()) continue;
-    NamingProperty(InputName(i), [this, i] { Property(i, kFunction).Put(host::kValue, previous_[i]); });
+    NamingProperty(InputName(i), [this, i] {
+      Property(i, kFunction)
+          .Write(kFunctionFormat, host::kHostPrecision, {previous_[i]}, {Source(cboInput[i])});
+    });
   }
   return true;
 }

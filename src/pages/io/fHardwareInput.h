@@ -24,7 +24,7 @@ class fHardwareInput final : public PageBase {
   std::string InputName(std::size_t i) const;
   /// The translation of `text` with names of functions or sensors, which are shown as the device has them.
   std::string WithNames(std::string_view text, const std::vector<std::string>& names) const;
-  const automation::Object& Property(std::size_t i, int number);
+  host::Property& Property(std::size_t i, int number);
   void BindFormats();
   void ShowFunction(std::size_t i, const std::string& function);
   void ChooseFunction(std::size_t i);

@@ -3,7 +3,6 @@
 #include <algorithm>
 
 #include "base/text.h"
-#include "host/contract.h"
 
 namespace pages {
 namespace {
@@ -114,27 +113,20 @@ std::vector<NetworkPage::Field> fNetworkInput::Fields() {
     const int number = i == kEmergCmd ? kEmergencyReceiveTime : kReceiveTime;
     fields.push_back({txtnvi[i], kInputs[i].variable, number, "SCPTmaxRcvTime", 1});
   }
-  fields.push_back({txtEmergCmd, kInputs[kEmergCmd].variable, kEmergencyValue});
+  fields.push_back({txtEmergCmd, kInputs[kEmergCmd].variable, kEmergencyValue, {}, 1});
   return fields;
 }
 
-const automation::Object& fNetworkInput::Flags() {
-  return Context().device.RoofTopProperties[kFlagsProperty];
-}
-
-base::Record fNetworkInput::ReadFlags() {
-  Flags().Put(host::kFormatName, kFlagsFormat);
-  return base::Record(Flags().Text(host::kValue), kFlagsFormat);
-}
+host::Property& fNetworkInput::Flags() { return Context().device.RoofTopProperties[kFlagsProperty]; }
 
 void fNetworkInput::Fill() {
   ReadFields(Fields());
   // The option record of other pages is set up here too, though the flags are a property of their own.
-  NamingProperty(kOptionsFormat, [this] {
-    Context().device.RoofTopProperties[kOptionsProperty].Put(host::kFormatName, kOptionsFormat);
-  });
+  NamingProperty(kOptionsFormat,
+                 [this] { Context().device.RoofTopProperties[kOptionsProperty].Bind(kOptionsFormat); });
   NamingProperty(kFlagsFormat, [this] {
-    const base::Record flags = ReadFlags();
+    Flags().Bind(kFlagsFormat);
+    const base::Record flags(Flags().Read(), kFlagsFormat);
     for (std::size_t i = 0; i < kFlagCount; ++i) {
       WhenRead([&box = chkInput[i], set = flags.Field(i) == "1"] { box.SetChecked(set); });
     }
@@ -149,13 +141,14 @@ bool fNetworkInput::Write() {
   for (std::size_t i = 0; i < kVariableCount; ++i) {
     if (chosen_[i].empty()) continue;
     const char* name = kInputs[i].variable;
-    NamingProperty(name, [&] { Variable(name).object.Put(host::kMvFormatType, chosen_[i]); });
+    NamingProperty(name, [&] { Variable(name).ChangeType(chosen_[i], Source(lblType[i])); });
   }
   WriteFields(Fields());
   NamingProperty(kFlagsFormat, [this] {
-    base::Record flags = ReadFlags();
-    for (std::size_t i = 0; i < kFlagCount; ++i) flags.Set(i, FlagText(chkInput[i].Checked()));
-    Flags().Put(host::kValue, flags.Join());
+    Flags().Bind(kFlagsFormat);
+    Flags().Change(kFlagsFormat, host::kHostPrecision, [this](host::Edit& flags) {
+      for (std::size_t i = 0; i < kFlagCount; ++i) SetField(flags, i, chkInput[i].Checked(), chkInput[i]);
+    });
   });
   return true;
 }
@@ -164,7 +157,7 @@ void fNetworkInput::ReadTypes() {
   for (std::size_t i = 0; i < kVariableCount; ++i) {
     const char* name = kInputs[i].variable;
     NamingProperty(name, [&] {
-      WhenRead([this, i, type = Variable(name).object.Text(host::kMvFormatType)] {
+      WhenRead([this, i, type = Variable(name).Type()] {
         types_[i] = type;
         chosen_[i].clear();
         ShowType(i);
@@ -181,11 +174,7 @@ const std::string& fNetworkInput::TypeOf(std::size_t i) const {
 
 std::vector<std::string> fNetworkInput::AllowedTypes(std::size_t i) {
   const char* name = kInputs[i].variable;
-  return NamingProperty(name, [&] {
-    std::vector<std::string> types = base::Split(Variable(name).object.Text(host::kAllowedTypes), " ");
-    std::erase(types, "");
-    return types;
-  });
+  return NamingProperty(name, [&] { return Variable(name).AllowedTypes(); });
 }
 
 void fNetworkInput::ChangeTypes() {

@@ -6,7 +6,6 @@
 #include <memory>
 #include <vector>
 
-#include "base/record.h"
 #include "pages/io/fChangeType.h"
 #include "pages/io/network_page.h"
 
@@ -28,8 +27,7 @@ class fNetworkInput final : public NetworkPage {
   ui::Node GroupBox(std::size_t group);
 
   std::vector<Field> Fields();
-  const automation::Object& Flags();
-  base::Record ReadFlags();
+  host::Property& Flags();
   void ReadTypes();
   void ShowType(std::size_t i);
   /// The type that the variable has, or is going to have when the page is saved.

@@ -13,6 +13,8 @@ constexpr const char* kVariables[] = {
 enum VariableProperty { kHeartbeat = 1, kDelta = 2, kThrottle = 2 };
 enum NodeProperty { kMaxSendTime = 3, kMinSendTime = 4 };
 
+constexpr int kTimeDecimals = 1, kTemperatureDecimals = 2, kPercentDecimals = 3;
+
 }  // namespace
 
 fNetworkOutput::fNetworkOutput(const shell::PageContext& context, int helpTopic)
@@ -68,15 +70,17 @@ void fNetworkOutput::InitStrings() {
 std::vector<NetworkPage::Field> fNetworkOutput::Fields() {
   const char* temperature = IsImperial() ? "SCPTminDeltaTemp#US" : "SCPTminDeltaTemp#SI";
   std::vector<Field> fields;
-  for (std::size_t i = 0; i < kVariableCount; ++i) fields.push_back({txtNvo[i], kVariables[i], kHeartbeat});
+  for (std::size_t i = 0; i < kVariableCount; ++i)
+    fields.push_back({txtNvo[i], kVariables[i], kHeartbeat, {}, kTimeDecimals});
   for (std::size_t i = 0; i < kDeltaCount; ++i) {
-    fields.push_back({txtDelta[i], kVariables[i], kDelta, i == 0 ? temperature : "SNVT_lev_percent"});
+    fields.push_back({txtDelta[i], kVariables[i], kDelta, i == 0 ? temperature : "SNVT_lev_percent",
+                      i == 0 ? kTemperatureDecimals : kPercentDecimals});
   }
   for (std::size_t i = kFirstOutput; i < kVariableCount; ++i) {
-    fields.push_back({txtOutput[i - kFirstOutput], kVariables[i], kThrottle});
+    fields.push_back({txtOutput[i - kFirstOutput], kVariables[i], kThrottle, {}, kTimeDecimals});
   }
-  fields.push_back({txtnciSndHrtBt, {}, kMaxSendTime, "SCPTmaxSendTime"});
-  fields.push_back({txtnciMinSendTime, {}, kMinSendTime, "SCPTminSendTime"});
+  fields.push_back({txtnciSndHrtBt, {}, kMaxSendTime, "SCPTmaxSendTime", kTimeDecimals});
+  fields.push_back({txtnciMinSendTime, {}, kMinSendTime, "SCPTminSendTime", kTimeDecimals});
   return fields;
 }
 

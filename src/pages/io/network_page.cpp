@@ -1,7 +1,6 @@
 #include "pages/io/network_page.h"
 
 #include "base/text.h"
-#include "host/contract.h"
 
 namespace pages {
 
@@ -16,24 +15,24 @@ void NetworkPage::ForEach(std::span<const Field> fields, const Work& work) {
   }
 }
 
-void NetworkPage::BindFormats(std::span<const Field> fields, bool reading) {
-  ForEach(fields, [reading](const Field& field, const automation::Object& property) {
-    if (reading && field.precision != kHostPrecision) property.Put(host::kPrecision, field.precision);
-    if (!field.format.empty()) property.Put(host::kFormatName, field.format);
+void NetworkPage::BindFormats(std::span<const Field> fields) {
+  ForEach(fields, [](const Field& field, host::Property& property) {
+    if (!field.format.empty()) property.Bind(field.format);
   });
 }
 
 void NetworkPage::ReadFields(std::span<const Field> fields) {
-  BindFormats(fields, true);
-  ForEach(fields, [this](const Field& field, const automation::Object& property) {
-    ShowText(field.box, base::Trim(property.Text(host::kValue)));
+  BindFormats(fields);
+  ForEach(fields, [this](const Field& field, host::Property& property) {
+    ShowText(field.box, base::Trim(property.Read(field.precision)));
   });
 }
 
 void NetworkPage::WriteFields(std::span<const Field> fields) {
-  BindFormats(fields, false);
-  ForEach(fields, [](const Field& field, const automation::Object& property) {
-    property.Put(host::kValue, base::Trim(field.box.Text()));
+  BindFormats(fields);
+  ForEach(fields, [this](const Field& field, host::Property& property) {
+    const std::string name(field.variable.empty() ? field.format : field.variable);
+    property.Write(name, field.precision, {std::string(base::Trim(field.box.Text()))}, {Source(field.box)});
   });
 }
 

@@ -14,18 +14,15 @@ class NetworkPage : public PageBase {
  protected:
   using PageBase::PageBase;
 
-  static constexpr int kHostPrecision = -1;
-
   struct Field {
     ui::TextBox& box;
-    std::string_view variable;       // of the rooftop object; empty: the property belongs to the node
-    int number;                      // among the configuration properties of its owner
-    std::string_view format = {};    // empty: the host's own stays
-    int precision = kHostPrecision;  // decimals
+    std::string_view variable;  // of the rooftop object; empty: the property belongs to the node
+    int number;                 // among the configuration properties of its owner
+    std::string_view format;    // empty: the host's own stays
+    int precision;              // decimals
   };
 
-  /// Each sets the formats of all fields first; the decimals matter to reading alone. What the host refuses
-  /// is told with the variable's name.
+  /// Each sets the formats of all fields first. What the host refuses is told with the variable's name.
   void ReadFields(std::span<const Field> fields);
   void WriteFields(std::span<const Field> fields);
 
@@ -34,9 +31,9 @@ class NetworkPage : public PageBase {
   }
 
  private:
-  using Work = std::function<void(const Field& field, const automation::Object& property)>;
+  using Work = std::function<void(const Field& field, host::Property& property)>;
   void ForEach(std::span<const Field> fields, const Work& work);
-  void BindFormats(std::span<const Field> fields, bool reading);
+  void BindFormats(std::span<const Field> fields);
 };
 
 }  // namespace pages

@@ -1,0 +1,65 @@
+// The journal of a transaction: what was written, and what stood there before. What a device holds is decided
+// by it and never by what pages show: the verdict on a commit whose answer was lost, the check after each
+// commit and whatever is told of a save all read it. Each property and variable notes its own writes; one
+// owner (the main window) has the journal and outlives the device tree that writes into it.
+#pragma once
+
+#include <cstddef>
+#include <functional>
+#include <string>
+#include <string_view>
+#include <vector>
+
+#include "base/numbers.h"
+
+namespace host {
+
+/// Decimals in which values are read to be compared or to be put together again: the most that hosts give.
+inline constexpr int kHighPrecision = 9;
+
+/// A field of a value that was put in.
+struct WrittenField {
+  std::size_t place;    // of the record, counted from 0
+  std::string control;  // page class, point, control name; empty where no control shows it
+};
+
+/// One property, or the type of one variable, as a transaction writes it.
+struct Written {
+  std::string object = {};                // name of the LonMark object or variable
+  int number = 0;                         // of the property; 0: the variable's type
+  std::string type = {};                  // of the property, without unit suffix; may be empty
+  int shown = 0;                          // decimals that the page shows, or kHostPrecision
+  std::string before = {};                // the whole text read before the first write
+  std::string text = {};                  // the whole text written last
+  std::vector<WrittenField> fields = {};  // that were put in; none: the text is one field
+  std::function<std::string(bool bind)> read =
+      {};  // reads it again; with `bind`, in a format and precision set anew
+
+  std::string Name() const;
+};
+
+class Journal {
+ public:
+  explicit Journal(const base::Numbers& numbers) : numbers_(numbers) {}
+  Journal(const Journal&) = delete;
+  Journal& operator=(const Journal&) = delete;
+
+  /// Called by the transaction: from now on writes are noted, and nothing of an earlier transaction is left.
+  void Open();
+  /// Called by the transaction at its end. What was noted stays until the next one.
+  void Close() { open_ = false; }
+  bool IsOpen() const { return open_; }
+
+  /// Called by whoever writes. A further write of the same property keeps the text before the first one.
+  void Note(Written written);
+
+  const std::vector<Written>& Entries() const { return entries_; }
+  const base::Numbers& Numbers() const { return numbers_; }
+
+ private:
+  base::Numbers numbers_;
+  std::vector<Written> entries_;
+  bool open_ = false;
+};
+
+}  // namespace host

@@ -1,0 +1,94 @@
+#include "host/property.h"
+
+#include <cmath>
+
+#include "base/text.h"
+#include "host/contract.h"
+
+namespace host {
+namespace {
+
+// What a number read at high precision may differ by from the one it stands for.
+constexpr double kReadingError = 2e-9;
+
+std::string TypeOf(std::string_view format) { return std::string(format.substr(0, format.find('#'))); }
+
+}  // namespace
+
+std::optional<double> ParseEither(const base::Numbers& numbers, std::string_view text) {
+  const auto number = numbers.Parse(text);
+  return number ? number : base::Numbers().Parse(text);
+}
+
+void Edit::Set(std::size_t place, std::string_view text, std::string_view control) {
+  if (!Shows(record_.Field(place), text)) record_.Set(place, text);
+  fields_.push_back({place, std::string(control)});
+}
+
+bool Edit::Shows(std::string_view field, std::string_view text) const {
+  if (field == text) return true;
+  const auto present = ParseEither(numbers_, field);
+  const auto typed = ParseEither(numbers_, text);
+  if (!present || !typed) return !present && !typed && base::EqualsNoCase(field, text);
+  if (*present == *typed) return true;
+  if (shown_ == kHostPrecision) return false;
+  const double unit = std::pow(10.0, -shown_);
+  const double steps = *typed / unit;
+  // No finer than what is shown, and what the present number is rounded to.
+  return std::abs(steps - std::round(steps)) < 1e-6 &&
+         std::abs(*present - *typed) <= unit / 2 + kReadingError;
+}
+
+void Property::Bind(std::string_view format) {
+  object_.Put(kFormatName, format);
+  format_ = format;
+}
+
+std::string Property::Read(int precision) const {
+  if (precision != kHostPrecision) object_.Put(kPrecision, precision);
+  return object_.Text(kValue);
+}
+
+std::string Property::ReadPresent(int shown) const {
+  return Read(shown == kHostPrecision ? kHostPrecision : kHighPrecision);
+}
+
+void Property::Change(std::string_view name, int shown, const std::function<void(Edit&)>& change) {
+  const std::string present = ReadPresent(shown);
+  Edit edit(present, name, shown, journal_->Numbers());
+  change(edit);
+  Put(present, edit.Text(), shown, edit.Fields());
+}
+
+void Property::Write(std::string_view name, int shown, const std::vector<std::string>& texts,
+                     const std::vector<std::string>& controls) {
+  const auto control = [&controls](std::size_t i) {
+    return i < controls.size() ? controls[i] : std::string();
+  };
+  const std::string present = ReadPresent(shown);
+  Edit edit(present, name, shown, journal_->Numbers());
+  if (edit.Count() != texts.size()) return Put(present, base::Join(texts, " "), shown, {{0, control(0)}});
+  for (std::size_t i = 0; i < texts.size(); ++i) edit.Set(i, texts[i], control(i));
+  Put(present, edit.Text(), shown, edit.Fields());
+}
+
+void Property::WriteText(std::string_view text) {
+  if (!journal_->IsOpen()) return object_.Put(kValue, text);
+  Put(object_.Text(kValue), std::string(text), kHostPrecision, {});
+}
+
+void Property::Put(std::string_view present, std::string text, int shown, std::vector<WrittenField> fields) {
+  // Noted first: a write whose answer is lost may have been carried out.
+  if (journal_->IsOpen()) {
+    const int precision = shown == kHostPrecision ? kHostPrecision : kHighPrecision;
+    journal_->Note({owner_, number_, TypeOf(format_), shown, std::string(present), text, std::move(fields),
+                    [object = object_, format = format_, precision](bool bind) {
+                      if (bind && !format.empty()) object.Put(kFormatName, format);
+                      if (bind && precision != kHostPrecision) object.Put(kPrecision, precision);
+                      return object.Text(kValue);
+                    }});
+  }
+  object_.Put(kValue, text);
+}
+
+}  // namespace host

@@ -1,0 +1,50 @@
+#include "shell/save_report.h"
+
+#include "base/text.h"
+#include "logger/message_logger.h"
+
+namespace shell {
+namespace {
+
+std::string Lines(const PageContext& context, const std::vector<host::Difference>& differences) {
+  const std::string text = context.strings.GetStrings("%s1%: %s2% was written, the device holds %s3%");
+  std::vector<std::string> lines;
+  for (const host::Difference& field : differences) {
+    lines.push_back(ReplacePlaceholders(text, {field.name, field.written, field.held}));
+  }
+  return base::Join(lines, "\r\n");
+}
+
+SaveReport Settle(const PageContext& context, std::string_view routine, std::string_view location) {
+  const auto text = [&context](std::string_view english) { return context.strings.GetStrings(english); };
+  const host::Verdict verdict = host::JudgeLostCommit(context.transactions.GetJournal());
+  if (verdict.result == SaveResult::kUnknown) {
+    return {SaveResult::kUnknown, text("Some fields were changed in the device, and others were not.") +
+                                      "\r\n" + Lines(context, verdict.differences)};
+  }
+  context.messages.AddMessage(text("The host did not confirm the save; the device was read back."), routine,
+                              location, logger::kExclamation);
+  return {verdict.result, {}};
+}
+
+}  // namespace
+
+SaveReport ReportSave(const PageContext& context, SaveResult result, std::string_view routine,
+                      std::string_view location) {
+  if (result == SaveResult::kCancelled) return {result, {}};
+  try {
+    if (result == SaveResult::kUnknown) return Settle(context, routine, location);
+    const auto differences = host::HeldOtherwise(context.transactions.GetJournal());
+    context.messages.AddMessage(Lines(context, differences), routine, location, logger::kExclamation);
+    return {result, {}};
+  } catch (const std::exception& error) {
+    if (result == SaveResult::kUnknown) return {result, DescribeError(error)};
+    context.messages.AddMessage(
+        context.strings.GetStrings("What was saved could not be read back to check it.") + "\r\n" +
+            DescribeError(error),
+        routine, location, logger::kExclamation);
+    return {result, {}};
+  }
+}
+
+}  // namespace shell
