@@ -47,6 +47,7 @@ void fControlOutput::ConnectHandlers(std::size_t i) {
     EnableOverride(i);
   };
   Watch(cboONOFF[i]);
+  cboONOFF[i].SetTranslated(true);
   Watch(txtValue[i]);
   cmdConfigure[i].onClick = [this, i] { Guarded("Configure", [this, i] { Configure(i); }); };
 }

@@ -1,11 +1,11 @@
-#include "help/generator/captions.h"
+#include "fields/caption.h"
 
 #include <algorithm>
 #include <vector>
 
 #include "base/text.h"
 
-namespace help {
+namespace fields {
 namespace {
 
 using ui::Node;
@@ -21,9 +21,24 @@ bool Holds(const Node& node, const ui::Control& control) {
   return std::ranges::any_of(node.children, [&](const Node& child) { return Holds(child, control); });
 }
 
+// A value, or a button that acts on the values of its row.
 bool HoldsVisibleField(const Node& node) {
-  if (node.control && IsField(*node.control) && node.control->Visible()) return true;
+  if (node.control && (IsValue(*node.control) || node.control->GetKind() == ui::Kind::kButton) &&
+      node.control->Visible())
+    return true;
   return std::ranges::any_of(node.children, HoldsVisibleField);
+}
+
+std::size_t Frames(const Node& node) {
+  std::size_t count = node.type == Node::Type::kBox ? 1 : 0;
+  for (const Node& child : node.children) count += Frames(child);
+  return count;
+}
+
+void Append(std::string& text, std::string_view separator, std::string_view part) {
+  if (part.empty()) return;
+  if (!text.empty()) text += separator;
+  text += part;
 }
 
 struct Cell {
@@ -62,27 +77,19 @@ class Reader {
     }
   }
 
-  std::string Name() const {
-    std::string all;
-    for (const std::string& part : parts_) all += (all.empty() ? "" : ", ") + part;
-    return all;
-  }
-  const std::string& Unit() const { return unit_; }
+  Caption TakeCaption() { return std::move(caption_); }
 
  private:
-  void Add(const ui::Control* label) {
-    const std::string text = Plain(label->Text());
-    if (!text.empty()) parts_.push_back(text);
-  }
+  void AddToRow(const Node& label) { Append(caption_.row, ", ", Plain(label.control->Text())); }
 
   // A label right behind a text box is its unit, all others name what follows them.
   void ReadLine(const std::vector<Node>& items, std::size_t place) {
     std::size_t first = place;
     while (first > 0 && IsLabel(items[first - 1])) --first;
     if (first > 0 && first < place) ++first;
-    for (std::size_t i = first; i < place; ++i) Add(items[i].control);
+    for (std::size_t i = first; i < place; ++i) AddToRow(items[i]);
     if (items[place].control == &control_ && place + 1 < items.size() && IsLabel(items[place + 1]))
-      unit_ = Plain(items[place + 1].control->Text());
+      caption_.unit = Plain(items[place + 1].control->Text());
   }
 
   void ReadGrid(const Node& grid, std::size_t place) {
@@ -97,9 +104,10 @@ class Reader {
       end = first;
       while (end < place && IsLabel(*cells[end].node)) ++end;
     }
-    for (std::size_t i = first; i < end; ++i) Add(cells[i].node->control);
+    for (std::size_t i = first; i < end; ++i) AddToRow(*cells[i].node);
     for (const Cell& above : cells) {
-      if (above.Over(own) && IsLabel(*above.node) && IsHeading(cells, above.row)) Add(above.node->control);
+      if (above.Over(own) && IsLabel(*above.node) && IsHeading(cells, above.row))
+        Append(caption_.column, " ", Plain(above.node->control->Text()));
     }
   }
 
@@ -117,35 +125,71 @@ class Reader {
   }
 
   const ui::Control& control_;
-  std::vector<std::string> parts_;
-  std::string unit_;
+  Caption caption_;
 };
+
+Caption SurroundingsOf(const ui::Control& control) {
+  const Node& layout = control.GetForm().GetLayout();
+  Reader reader(control);
+  reader.Read(layout);
+  Caption caption = reader.TakeCaption();
+  if (const ui::Frame* frame = control.GetFrame()) {
+    caption.frame = Plain(frame->Text());
+    caption.loneFrame = Frames(layout) == 1;
+  }
+  return caption;
+}
+
+bool Repeats(const std::string& name, const std::string& frame) {
+  return base::Lower(name).find(base::Lower(frame)) != std::string::npos;
+}
 
 }  // namespace
 
-bool IsField(const ui::Control& control) {
+bool IsValue(const ui::Control& control) {
   switch (control.GetKind()) {
     case ui::Kind::kTextBox:
     case ui::Kind::kCheckBox:
     case ui::Kind::kOptionButton:
     case ui::Kind::kListBox:
-    case ui::Kind::kButton:
       return true;
     default:
       return false;
   }
 }
 
-Caption CaptionOf(const ui::Form& form, const ui::Control& control) {
-  Reader reader(control);
-  reader.Read(form.GetLayout());
-  Caption caption{"", reader.Name(), reader.Unit()};
-  const ui::Frame* frame = control.GetFrame();
-  if (frame) caption.frame = Plain(frame->Text());
-  const bool ownText = control.GetKind() != ui::Kind::kTextBox && control.GetKind() != ui::Kind::kListBox;
-  const std::string own = ownText ? Plain(control.Text()) : "";
-  if (!own.empty()) caption.name += (caption.name.empty() ? "" : ", ") + own;
+std::string OwnCaption(const ui::Control& control) {
+  switch (control.GetKind()) {
+    case ui::Kind::kCheckBox:
+    case ui::Kind::kOptionButton:
+    case ui::Kind::kButton:
+      return Plain(control.Text());
+    default:
+      return {};
+  }
+}
+
+Caption CaptionOf(const ui::Control& control) {
+  Caption caption = SurroundingsOf(control);
+  Append(caption.row.empty() ? caption.row : caption.column, ", ", OwnCaption(control));
   return caption;
 }
 
-}  // namespace help
+Caption CaptionOfGroup(const ui::OptionButton& first) { return SurroundingsOf(first); }
+
+std::string NameOf(const Caption& caption) {
+  std::string name = caption.row;
+  Append(name, ", ", caption.column);
+  return name;
+}
+
+std::string PathOf(const Caption& caption) {
+  const std::string name = NameOf(caption);
+  if (name.empty()) return caption.frame;
+  if (caption.loneFrame || Repeats(name, caption.frame)) return name;
+  std::string path = caption.frame;
+  Append(path, ", ", name);
+  return path;
+}
+
+}  // namespace fields
