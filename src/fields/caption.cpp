@@ -46,8 +46,11 @@ struct Cell {
   std::size_t row;
   std::size_t first;  // columns
   std::size_t last;
+  bool heading;  // a label in a row without fields
 
-  bool Over(const Cell& other) const { return row < other.row && first <= other.last && other.first <= last; }
+  bool Heads(const Cell& other) const {
+    return heading && row < other.row && first <= other.last && other.first <= last;
+  }
 };
 
 std::vector<Cell> CellsOf(const Node& grid) {
@@ -55,12 +58,15 @@ std::vector<Cell> CellsOf(const Node& grid) {
   std::size_t column = 0;
   std::size_t row = 0;
   for (const Node& child : grid.children) {
-    cells.push_back({&child, row, column, column + child.span - 1});
+    cells.push_back({&child, row, column, column + child.span - 1, false});
     column += child.span;
     if (column < grid.columns) continue;
     column = 0;
     ++row;
   }
+  std::vector<bool> fields(row + 1);
+  for (const Cell& cell : cells) fields[cell.row] = fields[cell.row] || HoldsVisibleField(*cell.node);
+  for (Cell& cell : cells) cell.heading = IsLabel(*cell.node) && !fields[cell.row];
   return cells;
 }
 
@@ -106,22 +112,14 @@ class Reader {
     }
     for (std::size_t i = first; i < end; ++i) AddToRow(*cells[i].node);
     for (const Cell& above : cells) {
-      if (above.Over(own) && IsLabel(*above.node) && IsHeading(cells, above.row))
-        Append(caption_.column, " ", Plain(above.node->control->Text()));
+      if (above.Heads(own)) Append(caption_.column, " ", Plain(above.node->control->Text()));
     }
   }
 
   // A label below a heading shows a value, but for the first of its row.
   static bool NamesRow(const std::vector<Cell>& cells, const Cell& cell) {
     if (!IsLabel(*cell.node) || cell.first == 0) return IsLabel(*cell.node);
-    return std::ranges::none_of(cells, [&](const Cell& above) {
-      return above.Over(cell) && IsLabel(*above.node) && IsHeading(cells, above.row);
-    });
-  }
-
-  static bool IsHeading(const std::vector<Cell>& cells, std::size_t row) {
-    return std::ranges::none_of(
-        cells, [row](const Cell& cell) { return cell.row == row && HoldsVisibleField(*cell.node); });
+    return std::ranges::none_of(cells, [&](const Cell& above) { return above.Heads(cell); });
   }
 
   const ui::Control& control_;
@@ -184,7 +182,7 @@ std::string NameOf(const Caption& caption) {
 }
 
 std::string PathOf(const Caption& caption) {
-  const std::string name = NameOf(caption);
+  std::string name = NameOf(caption);
   if (name.empty()) return caption.frame;
   if (caption.loneFrame || Repeats(name, caption.frame)) return name;
   std::string path = caption.frame;
