@@ -13,7 +13,12 @@ namespace {
 
 constexpr std::size_t kImperialButton = 1;
 
-std::string Accepts(const ui::Control& control, const Caption& caption, const Range* range) {
+// Buttons are explained too.
+bool IsExplained(const ui::Control& control) {
+  return fields::IsValue(control) || control.GetKind() == ui::Kind::kButton;
+}
+
+std::string Accepts(const ui::Control& control, const fields::Caption& caption, const Range* range) {
   switch (control.GetKind()) {
     case ui::Kind::kTextBox:
       if (!range) return "";
@@ -37,9 +42,10 @@ std::vector<Field> FieldsNow(tests::Tool& tool, const Ranges& ranges) {
     if (!pages.Table()[i].showsDeviceValues) continue;
     const ui::Form& page = pages.Page(i);
     for (const ui::Control* control : ui::PlacedControls(page.GetLayout())) {
-      if (!IsField(*control)) continue;
+      if (!IsExplained(*control)) continue;
       const auto range = ranges.find(page.Name() + "." + control->Name());
-      Field field{page.Name(), control->Name(), control->VisibleInFrame(), CaptionOf(page, *control), "", ""};
+      Field field{page.Name(), control->Name(), control->VisibleInFrame(), fields::CaptionOf(*control), "",
+                  ""};
       field.metric = Accepts(*control, field.caption, range == ranges.end() ? nullptr : &range->second);
       fields.push_back(std::move(field));
     }
@@ -72,10 +78,10 @@ void Check(const Topic& topic, const std::vector<Field>& fields) {
 
 std::string Lines(const std::string& text) { return base::ReplaceAll(Escape(text), "\n", "<br>"); }
 
-std::string CaptionCell(const Caption& caption) {
+std::string CaptionCell(const fields::Caption& caption) {
   std::string cell;
   if (!caption.frame.empty()) cell = fmt::format("<small>{}</small><br>", Escape(caption.frame));
-  return cell + Escape(caption.name);
+  return cell + Escape(fields::NameOf(caption));
 }
 
 std::string AcceptsCell(const Field& field) {
@@ -101,7 +107,7 @@ std::vector<Row> RowsOf(const Note& note, const std::string& page, const std::ve
   for (const Field* field : explained) {
     const std::string accepts = AcceptsCell(*field);
     if (!rows.empty() && rows.back().accepts == accepts && rows.back().frame == field->caption.frame) {
-      rows.back().captions += "<br>" + Escape(field->caption.name);
+      rows.back().captions += "<br>" + Escape(fields::NameOf(field->caption));
     } else {
       rows.push_back({CaptionCell(field->caption), accepts, field->caption.frame});
     }

@@ -6,7 +6,7 @@
 #include <string>
 #include <vector>
 
-#include "help/generator/captions.h"
+#include "fields/caption.h"
 #include "help/generator/topic.h"
 
 namespace help {
@@ -15,7 +15,7 @@ struct Field {
   std::string page;
   std::string control;
   bool visible = true;
-  Caption caption;
+  fields::Caption caption;
   std::string metric;    // what it accepts: a range, the choices of a list ...
   std::string imperial;  // the same in the other units
 };

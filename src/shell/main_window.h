@@ -9,6 +9,7 @@
 #include <string>
 #include <string_view>
 
+#include "fields/page_prompts.h"
 #include "logger/message_logger.h"
 #include "shell/fLanguage.h"
 #include "shell/page_set.h"
@@ -62,6 +63,8 @@ class fMain : public ui::Window, private MessageSink, private PageWork {
   host::DeviceObjects& Device() { return device_; }
   /// The input and output functions chosen at this moment.
   SelectedTypes& Selections() { return selections_; }
+  /// What stands between the pages and the person.
+  fields::PagePrompts& Prompts() { return pagePrompts_; }
 
  private:
   void RunModal(ui::Window& dialog) override;
@@ -97,6 +100,8 @@ class fMain : public ui::Window, private MessageSink, private PageWork {
   void ReleaseHost();
 
   const Platform& platform_;
+  fields::PagePrompts pagePrompts_;
+  Platform pagePlatform_;  // asks through them
   const Settings& settings_;
   Strings& strings_;
   std::function<void()> onEnd_;

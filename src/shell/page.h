@@ -7,9 +7,11 @@
 #include <span>
 #include <string>
 #include <string_view>
+#include <vector>
 
 #include "automation/error.h"
 #include "base/error.h"
+#include "fields/field.h"
 #include "host/device_tree.h"
 #include "host/transaction.h"
 #include "host/verdict.h"
@@ -51,6 +53,11 @@ class ISubForm : public ui::Form {
   /// For a page that follows choices on other pages: called each time it comes into view, and may be called
   /// after such a choice.
   virtual void PageShown() {}
+  /// The values that the page holds: by default those of the controls that it shows. To be asked again after
+  /// a fill, which may bring other boxes.
+  virtual std::vector<fields::Field> ListFields(const fields::Translate& translate) {
+    return fields::FieldsOf(*this, translate);
+  }
 };
 
 /// Flags that all pages share.

@@ -1,6 +1,7 @@
 #include "shell/page_set.h"
 
 #include <algorithm>
+#include <iterator>
 
 #include "base/error.h"
 #include "host/transaction.h"
@@ -29,6 +30,12 @@ void RequireLoaded(const PageContext& context, const PageEntry& entry) {
   if (!context.flags.errorOccurred) return;
   throw base::Error(
       context.strings.FormatStrings("The page \"%s%\" could not be loaded.", {std::string(entry.title)}));
+}
+
+fields::Translate TranslateBy(const Strings& strings) {
+  return [&strings](std::string_view text, const std::vector<std::string>& arguments) {
+    return strings.FormatStrings(text, arguments);
+  };
 }
 
 }  // namespace
@@ -126,6 +133,15 @@ bool PageSet::AnyPageChanged() const {
   bool changed = false;
   for (const auto& page : pages_) changed = page->IsChanged() || changed;  // every page is asked
   return changed;
+}
+
+fields::FieldList PageSet::Fields(const Strings& strings) const {
+  std::vector<fields::Field> all;
+  for (std::size_t i = 0; i < pages_.size(); ++i) {
+    if (table_[i].showsDeviceValues)
+      std::ranges::move(pages_[i]->ListFields(TranslateBy(strings)), std::back_inserter(all));
+  }
+  return fields::FieldList(std::move(all));
 }
 
 void PageSet::ReInitializeStrings() {

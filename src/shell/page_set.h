@@ -38,6 +38,9 @@ class PageSet : public PageFinder {
   bool RefreshAllPages(const PageContext& context, fLoading& progress);
 
   bool AnyPageChanged() const;
+  /// The fields of all value pages in the order of the table, each page's in tab order, as the pages stand
+  /// now.
+  fields::FieldList Fields(const Strings& strings) const;
   void ReInitializeStrings();
   /// Ends the save on every page after its commit.
   void EndWriteValue();

@@ -29,6 +29,11 @@ struct Platform {
   std::function<automation::Object(std::string_view)> createObject;
   /// The whole content of a file. Throws base::Error naming the file.
   std::function<automation::Bytes(const std::string&)> readFile;
+
+  /// The same platform, but `other` is asked.
+  Platform Asking(ui::Prompts& other) const {
+    return {toolkit, other, loop, fileDialog, help, controls, registry, locale, createObject, readFile};
+  }
 };
 
 }  // namespace shell

@@ -1,16 +1,30 @@
 #include "shell/save_report.h"
 
 #include "base/text.h"
+#include "fields/caption.h"
 #include "logger/message_logger.h"
 
 namespace shell {
 namespace {
 
+/// The caption of the field that was written, or the name of the property where no control shows it.
+std::string NameOf(const PageContext& context, const host::Difference& field) {
+  const auto point = field.control.find('.');
+  ISubForm* page =
+      point == std::string::npos ? nullptr : context.pages.FindPage(field.control.substr(0, point));
+  ui::Control* control = page ? page->Find(field.control.substr(point + 1)) : nullptr;
+  if (!control) return field.name;
+  const auto* option = dynamic_cast<const ui::OptionButton*>(control);
+  const std::string path =
+      fields::PathOf(option ? fields::CaptionOfGroup(*option) : fields::CaptionOf(*control));
+  return path.empty() ? field.name : path;
+}
+
 std::string Lines(const PageContext& context, const std::vector<host::Difference>& differences) {
   const std::string text = context.strings.GetStrings("%s1%: %s2% was written, the device holds %s3%");
   std::vector<std::string> lines;
   for (const host::Difference& field : differences) {
-    lines.push_back(ReplacePlaceholders(text, {field.name, field.written, field.held}));
+    lines.push_back(ReplacePlaceholders(text, {NameOf(context, field), field.written, field.held}));
   }
   return base::Join(lines, "\r\n");
 }

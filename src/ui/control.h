@@ -195,6 +195,10 @@ class ListBox : public Control {
   /// Place of the selected entry, or -1.
   int Selected() const { return selected_; }
   std::string SelectedText() const;
+  /// True where the entries are words of the tool, which change with the language; otherwise they are the
+  /// device's own names.
+  bool Translated() const { return translated_; }
+  void SetTranslated(bool translated) { translated_ = translated; }
   void Select(int place);
   /// Selects the entry with exactly this text; answers no and selects none when there is no such entry.
   bool SelectText(std::string_view text);
@@ -208,6 +212,7 @@ class ListBox : public Control {
 
   std::vector<std::string> items_;
   int selected_ = -1;
+  bool translated_ = false;
 };
 
 class Button : public Control {

@@ -1,7 +1,7 @@
 #include <algorithm>
 
 #include "base/record.h"
-#include "help/generator/captions.h"
+#include "fields/caption.h"
 #include "newer_building.h"
 #include "tool_test.h"
 
@@ -43,7 +43,7 @@ std::vector<std::string> StoredFields(tests::Tool& tool, const char* units = "#S
 
 // The captions of the row and the column that a box stands under.
 std::string PlaceOf(tests::Tool& tool, const std::string& box) {
-  return help::CaptionOf(*tool.Main().Pages().FindPage("fAlarm"), tool.Find(box)).name;
+  return NameOf(fields::CaptionOf(tool.Find(box)));
 }
 
 TEST_F(ToolTest, AlarmBoxesFollowTheRecordsAndOnlyWhatWasTypedIsChanged) {

@@ -166,7 +166,8 @@ TEST_F(SaveTruth, IsToldAfterRandomEditsAndEveryKindOfEnding) {
       }
     } else if (ending == Ending::kOtherClient) {
       EXPECT_EQ(text, "It is not known");
-      EXPECT_NE(testing::PrintToString(Messages()).find("UCPTspaceTempPIDparam: "), std::string::npos);
+      EXPECT_NE(testing::PrintToString(Messages()).find("Space Temperature, Proportional Gain: "),
+                std::string::npos);
     } else if (ending == Ending::kRoundedAndLost) {
       EXPECT_TRUE(text != "were not applied" || !changed) << before << "\n" << Device();
     } else {
@@ -218,7 +219,7 @@ TEST_F(SaveTruth, WhatTheDeviceHoldsOtherwiseIsNamed) {
   const auto messages = Messages();
   ASSERT_EQ(messages.size(), 2u);
   EXPECT_EQ(messages[0],
-            "Apply/Main: RoofTopObject, UCPTspaceTempPIDparam: 30.25 was written, the device holds 30.2");
+            "Apply/Main: Space Temperature, Proportional Gain: 30.25 was written, the device holds 30.2");
   EXPECT_EQ(messages[1], tests::kApplied);
 }
 

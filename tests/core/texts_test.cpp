@@ -157,7 +157,7 @@ std::set<std::string> ShownTexts() {
   for (const char* file : {"plugin_api.cpp", "window_agent.cpp"}) {
     texts.merge(ShownTexts(fs::path(SOURCE_DIR) / "plugin" / file));
   }
-  for (const char* room : {"pages", "shell", "logger"}) {
+  for (const char* room : {"pages", "shell", "logger", "fields"}) {
     for (const auto& file : fs::recursive_directory_iterator(fs::path(SOURCE_DIR) / room)) {
       if (file.path().extension() == ".cpp") texts.merge(ShownTexts(file.path()));
     }

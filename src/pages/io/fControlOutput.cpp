@@ -46,6 +46,7 @@ void fControlOutput::ConnectHandlers(std::size_t i) {
     Touch(i);
     EnableOverride(i);
   };
+  cboONOFF[i].SetTranslated(true);
   Watch(txtValue[i]);
   txtValue[i].onChange = cboONOFF[i].onClick = [this, i] { Touch(i); };
   cmdConfigure[i].onClick = [this, i] { Guarded("Configure", [this, i] { Configure(i); }); };

@@ -204,6 +204,42 @@ void fNetworkInput::TakeType(std::size_t i, const std::string& type) {
   MarkChanged();
 }
 
+std::vector<fields::Field> fNetworkInput::ListFields(const fields::Translate& translate) {
+  std::vector<fields::Field> fields = NetworkPage::ListFields(translate);
+  for (std::size_t i = 0; i < kVariableCount; ++i) fields.push_back(TypeField(i));
+  return fields;
+}
+
+fields::Field fNetworkInput::TypeField(std::size_t i) {
+  fields::Field field;
+  field.page = Name();
+  field.name = lblType[i].Name();
+  field.kind = fields::Kind::kEntry;
+  field.control = &lblType[i];
+  field.cursor = &txtnvi[i];  // the dialog opens with the variable whose row the keyboard is in
+  field.caption = [this, i] { return fields::CaptionOf(lblType[i]); };
+  field.content = [this, i] { return host::BareType(TypeOf(i)); };
+  field.shown = [](std::string_view type) { return std::string(type); };
+  field.take = [this, i](std::string_view type) { return ChooseType(i, std::string(type)); };
+  return field;
+}
+
+// The device is asked what it allows only when a type is to change.
+std::string fNetworkInput::ChooseType(std::size_t i, const std::string& type) {
+  if (type == host::BareType(TypeOf(i))) return {};
+  try {
+    const std::vector<std::string> allowed = AllowedTypes(i);
+    if (type != host::BareType(types_[i]) && std::ranges::find(allowed, type) == allowed.end()) {
+      return Translate("This device does not allow the type %s1% for %s2%.", {type, kInputs[i].variable});
+    }
+    TakeType(i, type);
+    UpdateOptionsPage();
+    return {};
+  } catch (const std::exception& error) {
+    return shell::DescribeError(error);
+  }
+}
+
 void fNetworkInput::UpdateOptionsPage() {
   host::SetOccupancyType(Context().device, TypeOf(kOccCmd));
   const shell::ISubForm* page = Context().pages.FindPage("fOptions");

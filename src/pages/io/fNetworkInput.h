@@ -15,6 +15,9 @@ class fNetworkInput final : public NetworkPage {
  public:
   fNetworkInput(const shell::PageContext& context, int helpTopic);
 
+  /// The types of the variables too, by the labels that show them.
+  std::vector<fields::Field> ListFields(const fields::Translate& translate) override;
+
  private:
   static constexpr std::size_t kVariableCount = 23;
   static constexpr std::size_t kFlagCount = 48;  // one "Persistent" per variable; the others are not shown
@@ -35,6 +38,9 @@ class fNetworkInput final : public NetworkPage {
   std::vector<std::string> AllowedTypes(std::size_t i);
   void ChangeTypes();
   void TakeType(std::size_t i, const std::string& type);
+  fields::Field TypeField(std::size_t i);
+  /// Takes the type by its name, as the dialog does. Answers why not, or nothing.
+  std::string ChooseType(std::size_t i, const std::string& type);
   void UpdateOptionsPage();
 
   std::array<std::string, kVariableCount> types_;   // in the device
