@@ -111,9 +111,10 @@ int ServeHost() {
                                 return program.CallOverdue(member, elapsed);
                               },
                           .over = [&program] { program.CallOver(); }});
-  const win32::ClientWatch watch(apartment, [&program] { program.HostLetGo(); });
+  const win32::ClientWatch watch(apartment, [&program] { program.ClientsGone(); });
   const win32::ComServer server(Classes([&program] { return std::make_shared<plugin::PlugInApi>(program); }),
-                                {true, kTypeLibrary, [&program] { program.HostLetGo(); }});
+                                {true, kTypeLibrary, [&program] { program.Released(); }});
+  program.outstanding = [&server] { return server.Outstanding(); };
   loop.Post([&program] { program.Prepare(); });
   const int exitCode = loop.Run();
   running = nullptr;
@@ -122,12 +123,17 @@ int ServeHost() {
   return exitCode;
 }
 
+/// The switches that every local server knows may begin with either sign, as the system itself writes them.
+bool IsSwitch(std::string_view word, std::string_view name) {
+  return (word.starts_with('/') || word.starts_with('-')) && base::EqualsNoCase(word.substr(1), name);
+}
+
 int RunCommand(const std::string& commandTail) {
-  const std::string word = base::Lower(base::Split(base::Trim(commandTail), " ").front());
+  const std::string word = base::Split(base::Trim(commandTail), " ").front();
   const win32::ComApartment apartment;
-  if (word == "/regserver") {
+  if (IsSwitch(word, "RegServer")) {
     win32::RegisterServer(Classes(), kTypeLibrary);
-  } else if (word == "/unregserver") {
+  } else if (IsSwitch(word, "UnregServer")) {
     win32::UnregisterServer(Classes(), kTypeLibrary);
   } else {
     plugin::RunStandAlone(commandTail, plugin::BuildDescription(Identity()), CreateObject);

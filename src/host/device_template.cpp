@@ -2,6 +2,8 @@
 
 #include <algorithm>
 #include <charconv>
+#include <optional>
+#include <vector>
 
 #include "base/error.h"
 #include "base/text.h"
@@ -9,11 +11,11 @@
 namespace host {
 namespace {
 
-int WholeNumber(std::string_view text, std::string_view version) {
+std::optional<int> WholeNumber(std::string_view text) {
   int number = 0;
   const auto [end, fault] = std::from_chars(text.data(), text.data() + text.size(), number);
-  if (fault == std::errc() && end == text.data() + text.size() && number >= 0) return number;
-  throw base::Error("\"" + std::string(version) + "\" is not a version of the form 2.7.");
+  const bool whole = fault == std::errc() && end == text.data() + text.size() && number >= 0;
+  return whole ? std::optional(number) : std::nullopt;
 }
 
 bool MayStandInFileName(char letter) {
@@ -24,10 +26,11 @@ bool MayStandInFileName(char letter) {
 }  // namespace
 
 std::pair<int, int> SplitVersion(std::string_view text) {
-  const auto point = text.find('.');
-  if (point == std::string_view::npos)
-    throw base::Error("\"" + std::string(text) + "\" is not a version of the form 2.7.");
-  return {WholeNumber(text.substr(0, point), text), WholeNumber(text.substr(point + 1), text)};
+  const std::vector<std::string> parts = base::Split(base::Trim(text), ".");
+  const auto version = WholeNumber(parts[0]);
+  const auto revision = parts.size() > 1 ? WholeNumber(parts[1]) : std::nullopt;
+  if (version && revision) return {*version, *revision};
+  throw base::Error("\"" + std::string(text) + "\" is not a version of the form 2.7.");
 }
 
 std::string TemplateName(std::string_view programId, std::string_view version) {

@@ -7,8 +7,8 @@
 
 namespace host {
 
-/// A version text ("2.7") split at its point into version and revision. Throws base::Error unless both are
-/// whole numbers.
+/// A version text ("2.7") split at its point into version and revision. Blanks around it and what follows a
+/// second point do not matter. Throws base::Error unless both are whole numbers.
 std::pair<int, int> SplitVersion(std::string_view text);
 
 /// The upper-case identity, "_", version, "_", revision. Throws base::Error when the identity is empty or

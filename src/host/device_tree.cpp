@@ -1,5 +1,6 @@
 #include "host/device_tree.h"
 
+#include "automation/error.h"
 #include "base/error.h"
 #include "base/text.h"
 #include "host/contract.h"
@@ -9,8 +10,24 @@ namespace {
 
 using automation::Object;
 
+// The object behind a member; a fault tells which object was asked for what.
+template <class... Key>
+Object Fetch(const Object& object, const std::string& name, std::string_view member, const Key&... key) {
+  try {
+    return object.Child(member, key...);
+  } catch (const automation::Error& error) {
+    std::string asked = name + "." + std::string(member);
+    ((asked += "(" + key + ")"), ...);
+    throw automation::Error(error.Code(), asked + ": " + error.Description(), error.Source());
+  }
+}
+
+Object FetchByName(const Object& lonMarkObjects, const std::string& name) {
+  return Fetch(lonMarkObjects, std::string(kLonMarkObjects), kItem, name);
+}
+
 PropertyCollection PropertiesOf(const Object& object, const std::string& name, Journal& journal) {
-  return {object.Child(kConfigProperties), name, journal};
+  return {Fetch(object, name, kConfigProperties), name, journal};
 }
 
 // Collects "name1" to "nameN" with their properties and variables; entry 0 of the tables stays empty.
@@ -19,7 +36,7 @@ void LoadHardware(const Object& lonMarkObjects, const std::string& name, std::ve
                   std::array<PropertyCollection, N>& properties, std::array<VariableCollection, N>& variables,
                   Journal& journal) {
   for (std::size_t i = 1; i < N; ++i) {
-    objects.push_back(lonMarkObjects.Child(kItem, name + std::to_string(i)));
+    objects.push_back(FetchByName(lonMarkObjects, name + std::to_string(i)));
   }
   for (std::size_t i = 1; i < N; ++i) {
     properties[i] = PropertiesOf(objects[i - 1], name + std::to_string(i), journal);
@@ -70,12 +87,12 @@ NetworkVariable& VariableCollection::operator[](const std::string& name) {
 }
 
 void LoadDeviceObjects(const Object& objectServer, DeviceObjects& tree, Journal& journal) {
-  tree.Device = objectServer.Child(kDevice);
-  tree.LonMarkObjectsByName = tree.Device.Child(kLonMarkObjects);
-  tree.NodeObject = tree.LonMarkObjectsByName.Child(kItem, "NodeObject");
+  tree.Device = Fetch(objectServer, "ObjectServer", kDevice);
+  tree.LonMarkObjectsByName = Fetch(tree.Device, std::string(kDevice), kLonMarkObjects);
+  tree.NodeObject = FetchByName(tree.LonMarkObjectsByName, "NodeObject");
   tree.NodeProperties = PropertiesOf(tree.NodeObject, "NodeObject", journal);
   tree.NodeVariables = VariableCollection(tree.NodeObject, journal);
-  tree.RoofTopObject = tree.LonMarkObjectsByName.Child(kItem, "RoofTopObject");
+  tree.RoofTopObject = FetchByName(tree.LonMarkObjectsByName, "RoofTopObject");
   tree.RoofTopProperties = PropertiesOf(tree.RoofTopObject, "RoofTopObject", journal);
   tree.RoofTopVariables = VariableCollection(tree.RoofTopObject, journal);
   LoadHardware(tree.LonMarkObjectsByName, "HardwareInput", tree.HardwareInputs, tree.InputProperties,

@@ -25,6 +25,9 @@ class DesktopWindows {
   virtual void Show(std::int32_t window, int command) = 0;
   /// Into the band above all normal windows, or out of it, without moving or sizing.
   virtual void SetTopmost(std::int32_t window, bool topmost) = 0;
+  /// Brings what the program of a window that is still hidden shows meanwhile to the front, and lets the
+  /// program bring the window itself there once it is ready.
+  virtual void RaiseLoading(std::int32_t window) = 0;
   /// Makes it the foreground window, on top, with the keyboard.
   virtual void Activate(std::int32_t window) = 0;
 };

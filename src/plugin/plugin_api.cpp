@@ -1,8 +1,9 @@
 #include "plugin/plugin_api.h"
 
+#include <exception>
+#include <utility>
+
 #include "automation/error.h"
-#include "base/error.h"
-#include "base/text.h"
 #include "host/contract.h"
 #include "host/device_template.h"
 
@@ -11,14 +12,6 @@ namespace plugin {
 using automation::Arguments;
 using automation::Object;
 using automation::Value;
-
-namespace {
-
-void RequireYes(const Value& answer) {
-  if (!answer.AsBool()) throw base::Error("The host refused.");
-}
-
-}  // namespace
 
 // The members in the order of the type library; a caller's member id is the place in the table plus 1.
 struct Members {
@@ -56,10 +49,10 @@ struct Members {
       [](PlugInApi& api, const Value& value) { api.remote_ = value.AsBool(); }};
   static constexpr Member kLeft = {
       "Left", [](PlugInApi& api, const Arguments&) { return Value(api.Bounds().left); },
-      [](PlugInApi& api, const Value& value) { api.MoveTo(value.AsWhole(), api.Bounds().top); }};
+      [](PlugInApi& api, const Value& value) { api.MoveTo(value.AsWhole(), {}); }};
   static constexpr Member kTop = {
       "Top", [](PlugInApi& api, const Arguments&) { return Value(api.Bounds().top); },
-      [](PlugInApi& api, const Value& value) { api.MoveTo(api.Bounds().left, value.AsWhole()); }};
+      [](PlugInApi& api, const Value& value) { api.MoveTo({}, value.AsWhole()); }};
   static constexpr Member kMinimized = {
       "Minimized",
       [](PlugInApi& api, const Arguments&) {
@@ -112,37 +105,32 @@ void PlugInApi::Raise(std::string_view text, const std::vector<std::string>& arg
                           program_.GetSettings().title);
 }
 
-template <class Step>
-auto PlugInApi::Try(std::string_view failure, const std::vector<std::string>& arguments, Step step) const {
-  try {
-    return step();
-  } catch (const std::exception&) {
-    Raise(failure, arguments);
-  }
-}
-
+// What the host gave as its reason is for the installer, not for the host.
 void PlugInApi::SendCommand() {
-  const shell::fMain* window = program_.Window();
-  if (comingUp_ || (window && window->Busy()))
-    Raise("The configuration tool is busy. Please try again when it has finished.");
-  program_.TakeBack();
+  if (program_.Busy()) Raise("The configuration tool is busy. Please try again when it has finished.");
+  program_.Needed();
   if (RaiseOpenWindow() || RaiseOtherProcess()) return;
   // The host may call again while it still has a call of this one to answer.
-  comingUp_ = true;
-  const struct Done {
-    bool& comingUp;
-    ~Done() { comingUp = false; }
-  } done{comingUp_};
-  BringUp();
+  const Program::ComingUp comingUp(program_, WindowName());
+  try {
+    BringUp();
+  } catch (const host::StepError& failed) {
+    try {
+      std::rethrow_if_nested(failed);
+    } catch (const std::exception& reason) {
+      program_.Note(shell::DescribeError(reason), "SendCommand");
+    }
+    Raise(failed.what(), failed.Arguments());
+  }
 }
 
 bool PlugInApi::RaiseOpenWindow() {
   shell::fMain* window = program_.Window();
-  if (!window) return false;
+  if (!window || window->Refused()) return false;
   if (window->Ending()) Raise("The configuration tool is closing. Please try again.");
-  if (openWindow_ != WindowName()) {
+  if (program_.OpenName() != WindowName()) {
     Raise("The configuration window is open on %s%. Please close it before another device is configured.",
-          {openDevice_});
+          {program_.OpenDevice()});
   }
   SetVisible(true);
   program_.RaiseWindow();
@@ -158,111 +146,88 @@ bool PlugInApi::RaiseOtherProcess() const {
   return found == CWindowAgent::Found::kRaised;
 }
 
-std::string PlugInApi::NetworkPlace() const {
-  return networkName_ + " at " + networkIpAddress_ + ":" + std::to_string(networkIpPort_);
+std::string PlugInApi::WindowName() const {
+  return PublishedName(program_.GetSettings().title, Request(0).NetworkPlace(), deviceName_);
 }
 
-std::string PlugInApi::WindowName() const {
-  return PublishedName(program_.GetSettings().title, NetworkPlace(), deviceName_);
+host::SessionRequest PlugInApi::Request(int lmoIndex) const {
+  return {.networkName = networkName_,
+          .ipAddress = networkIpAddress_,
+          .ipPort = networkIpPort_,
+          .remote = remote_,
+          .interfaceName = networkInterfaceName_,
+          .programId = developmentProgramId_,
+          .deviceName = deviceName_,
+          .lmoIndex = lmoIndex,
+          .commonFilesFolder = program_.GetSettings().commonFilesFolder,
+          .readFile = program_.GetPlatform().readFile};
 }
 
 void PlugInApi::BringUp() {
   program_.GetStrings().ReloadStrings();  // the question about a silent host may come before any window
-  const Object server = Try("DRFs catalog could not be refreshed, exiting application", {}, [&] {
-    const Object object = program_.GetPlatform().createObject(host::kObjectServerId);
-    RequireYes(object.Call(host::kRefreshCatalog, "QVR"));
+  Object server = host::Try("DRFs catalog could not be refreshed, exiting application", {}, [this] {
+    Object object = program_.GetPlatform().createObject(host::kObjectServerId);
+    host::RequireYes(object.Call(host::kRefreshCatalog, "QVR"));
     return object;
   });
   CheckServerVersion();
-  const int lmoIndex = Try("The functional block index \"%s%\" is not a whole number of 16 bits.",
-                           {lmoIndex_}, [&] { return program_.GetSettings().numbers.ToInt16(lmoIndex_); });
-  const Object network = JoinNetwork(server);
-  OpenSession(network, lmoIndex);
-  const Object device = FindDevice(network);
-  LoadTemplate(device, lmoIndex);
-  const std::string blockName = BlockName(device, lmoIndex);
-  shell::fMain& window = program_.MakeWindow();
-  openDevice_ = deviceName_;
-  openWindow_ = WindowName();
-  window.ObjectServer = server;
-  window.ProcessLonMarkObjectCommand(network, blockName);
-  program_.PublishWindow(openWindow_);
-  if (!window.Ending()) ApplyMinimized();
+  const int lmoIndex =
+      host::Try("The functional block index \"%s%\" is not a whole number of 16 bits.", {lmoIndex_},
+                [this] { return program_.GetSettings().numbers.ToInt16(lmoIndex_); });
+  OpenWindow(host::Session(std::move(server), Request(lmoIndex)));
+}
+
+void PlugInApi::OpenWindow(const host::Session& session) {
+  shell::fMain* window = nullptr;
+  try {
+    window = &program_.MakeWindow(deviceName_, WindowName());
+  } catch (const std::exception& fault) {
+    Raise("The configuration window could not be opened: %s%", {fault.what()});
+  }
+  window->ObjectServer = session.Server();
+  window->ProcessLonMarkObjectCommand(session.Network(), session.BlockName());
+  const ui::Bounds place = window->GetBounds();
+  const auto left = std::exchange(leftWhenOpened_, std::nullopt);
+  const auto top = std::exchange(topWhenOpened_, std::nullopt);
+  if (left || top) window->Move(left.value_or(place.left), top.value_or(place.top));
+  // A host that let go meanwhile let go of a hidden window.
+  if (std::exchange(visibleWhenOpened_, true) && program_.Held()) {
+    window->ShowWindow();
+    ApplyMinimized();
+  } else if (window->Refused()) {
+    window->Close();  // it would do so once it is shown
+  }
 }
 
 void PlugInApi::CheckServerVersion() const {
   const std::string& required = program_.GetSettings().requiredServerVersion;
-  const std::string server = ovxServerVersion_;
   constexpr std::string_view kDifferent = "OVX server version %s1% not equal to required version %s2%.X";
-  const auto [version, revision] = Try(kDifferent, {server, required}, [&] {
-    auto numbers = base::Split(base::Trim(server), ".");
-    if (numbers.size() > 2) numbers.resize(2);  // what follows the revision does not matter
-    return host::SplitVersion(base::Join(numbers, "."));
-  });
+  const std::vector<std::string> versions{ovxServerVersion_, required};
+  const auto [version, revision] =
+      host::Try(kDifferent, versions, [this] { return host::SplitVersion(ovxServerVersion_); });
   const auto [requiredVersion, requiredRevision] = host::SplitVersion(required);
-  if (version != requiredVersion) Raise(kDifferent, {server, required});
+  if (version != requiredVersion) throw host::StepError(kDifferent, versions);
   if (revision < requiredRevision) {
     Raise("OVX server revision %s1% lower than required minimum revision %s2%.X",
           {std::to_string(revision), required});
   }
 }
 
-Object PlugInApi::JoinNetwork(const Object& server) const {
-  return Try("Cannot connect to the network %s%", {NetworkPlace()}, [&] {
-    return automation::RequireObject(
-        server.Call(host::kConnect, networkName_, networkIpAddress_, networkIpPort_), host::kConnect);
-  });
-}
-
-void PlugInApi::OpenSession(const Object& network, int lmoIndex) const {
-  constexpr std::string_view kFailure = "Network error in first transaction with %s%";
-  const std::vector<std::string> address{networkIpAddress_};
-  const std::string status = Try(kFailure, address, [&] {
-    return network
-        .Call(host::kOpenSession, networkName_, remote_, networkInterfaceName_, lmoIndex,
-              developmentProgramId_)
-        .AsText();
-  });
-  if (status == host::kSessionMaxClients) Raise("Maximum number of plugins reached on %s%", address);
-  if (status == host::kSessionInstanceExists) Raise("Plugin instance already exists on %s%", address);
-  if (status != host::kSessionOk) Raise(kFailure, address);
-}
-
-Object PlugInApi::FindDevice(const Object& network) const {
-  return Try("Network error when getting device data with %s%", {deviceName_}, [&] {
-    const Object device = network.Child(host::kAppDevices).Child(host::kItem, deviceName_);
-    device.Put(host::kName, deviceName_);
-    return device;
-  });
-}
-
-void PlugInApi::LoadTemplate(const Object& device, int lmoIndex) const {
-  Try("Error loading device template for %s%", {deviceName_}, [&] {
-    const Object identity = device.Child(host::kInterface);
-    const std::string programId = identity.Text(host::kProgramId);
-    const std::string name = host::TemplateName(programId, identity.Text(host::kVersion));
-    const automation::Bytes content =
-        program_.GetPlatform().readFile(host::TemplatePath(program_.GetSettings().commonFilesFolder, name));
-    RequireYes(device.Call(host::kAddLmo, lmoIndex, programId, name, content));
-  });
-}
-
-std::string PlugInApi::BlockName(const Object& device, int lmoIndex) const {
-  return Try("The functional block with index %s1% was not found on %s2%", {lmoIndex_, deviceName_}, [&] {
-    const Object lonMarkObjects = device.Child(host::kLonMarkObjects);
-    const std::string name = lonMarkObjects.Child(host::kItem, lmoIndex + 1).Text(host::kName);
-    lonMarkObjects.Child(host::kItem, name);  // the block must answer to its name too
-    return name;
-  });
+shell::fMain* PlugInApi::OpenWindow() const {
+  shell::fMain* window = program_.Window();
+  return window && !window->Refused() && !window->Ending() ? window : nullptr;
 }
 
 void PlugInApi::SetVisible(bool visible) {
-  shell::fMain* window = program_.Window();
-  // One that has closed itself because loading failed stays closed; hosts ask for it after each start.
-  if (!window || window->Ending()) return;
-  if (!visible) return window->Hide();
-  window->Show();
-  ApplyMinimized();
+  shell::fMain* window = OpenWindow();
+  if (!window || program_.IsComingUp()) {
+    visibleWhenOpened_ = visible;
+  } else if (!visible) {
+    window->Hide();
+  } else {
+    window->Show();
+    ApplyMinimized();
+  }
 }
 
 void PlugInApi::ApplyMinimized() {
@@ -273,7 +238,9 @@ void PlugInApi::ApplyMinimized() {
 }
 
 void PlugInApi::SetMinimized(bool minimized) {
-  shell::fMain* window = program_.Window();
+  shell::fMain* window = OpenWindow();
+  minimizeWhenShown_.reset();
+  if (minimized == (window && window->State() == ui::WindowState::kMinimized)) return;
   if (window && window->Visible()) {
     window->SetState(minimized ? ui::WindowState::kMinimized : ui::WindowState::kNormal);
     return;
@@ -285,17 +252,22 @@ void PlugInApi::SetMinimized(bool minimized) {
       "The property will be applied the next time the plug-in is made visible");
 }
 
-void PlugInApi::MoveTo(int left, int top) {
-  shell::fMain* window = program_.Window();
-  if (!window) return;
+void PlugInApi::MoveTo(std::optional<int> left, std::optional<int> top) {
+  shell::fMain* window = OpenWindow();
+  if (!window) {
+    if (left) leftWhenOpened_ = left;
+    if (top) topWhenOpened_ = top;
+    return;
+  }
   if (window->State() != ui::WindowState::kNormal)
     Raise("Plug-in can't be moved or sized while minimized or maximized");
-  window->Move(left, top);
+  const ui::Bounds place = window->GetBounds();
+  window->Move(left.value_or(place.left), top.value_or(place.top));
 }
 
 ui::Bounds PlugInApi::Bounds() const {
-  const shell::fMain* window = program_.Window();
-  return window ? window->GetBounds() : ui::Bounds{};
+  if (const shell::fMain* window = OpenWindow()) return window->GetBounds();
+  return {.left = leftWhenOpened_.value_or(0), .top = topWhenOpened_.value_or(0)};
 }
 
 }  // namespace plugin

@@ -6,6 +6,8 @@
 #include <cstring>
 #include <thread>
 
+#include "base/text.h"
+
 namespace plugin {
 namespace {
 
@@ -35,19 +37,35 @@ std::string CleanName(std::string name) {
   return name;
 }
 
+using Phase = CWindowAgent::Phase;
+
 // Never 0, and positive, so that it is the same number as any kind of handle.
-std::int32_t MarkOf(const std::string& cleanName) {
-  return static_cast<std::int32_t>((CheckSum(cleanName) & 0x7fffffff) | 1);
+std::int32_t MarkOf(const std::string& cleanName, Phase phase) {
+  const std::uint64_t sum = CheckSum(phase == Phase::kLoading ? cleanName + "\nloading" : cleanName);
+  return static_cast<std::int32_t>((sum & 0x7fffffff) | 1);
+}
+
+// In small letters: those of ASCII, and those that Western European languages add (U+00C0 to U+00DE, which
+// UTF-8 writes as C3 80 to C3 9E, but for the multiplication sign among them).
+std::string SmallLetters(std::string_view text) {
+  std::string small = base::Lower(text);
+  for (std::size_t i = 1; i < small.size(); ++i) {
+    const auto byte = static_cast<unsigned char>(small[i]);
+    if (small[i - 1] == '\xC3' && byte >= 0x80 && byte <= 0x9E && byte != 0x97)
+      small[i] = static_cast<char>(byte + 0x20);
+  }
+  return small;
 }
 
 }  // namespace
 
 std::string PublishedName(const std::string& program, const std::string& network, const std::string& device) {
-  std::string readable = program + " " + network + " " + device;
+  std::string readable = SmallLetters(program + " " + network + " " + device);
   std::size_t size = std::min(readable.size(), kReadableSize);
   while (size < readable.size() && (readable[size] & 0xC0) == 0x80) --size;  // no half character
   readable.resize(size);
-  return fmt::format("{} {:016x}", readable, CheckSum(program + "\n" + network + "\n" + device));
+  return fmt::format("{} {:016x}", readable,
+                     CheckSum(SmallLetters(program + "\n" + network + "\n" + device)));
 }
 
 void CWindowAgent::Report(std::string_view routine, std::string_view message) const {
@@ -93,11 +111,15 @@ void CWindowAgent::GetBytes(std::int32_t offset, T& value) const {
   if (const void* place = At(offset, sizeof value)) std::memcpy(&value, place, sizeof value);
 }
 
-void CWindowAgent::WindowHandleInMemory(const std::string& name, std::int32_t handle) {
+void CWindowAgent::WindowHandleInMemory(const std::string& name, std::int32_t handle, Phase phase) {
   if (!OpenAndMapPaged(kHandleSize, name)) return Report("WindowHandleInMemory", "Failed to map file");
   windowHandle_ = handle;
-  windows_.Mark(handle, MarkOf(mappingName_));
+  windows_.Mark(handle, MarkOf(mappingName_, phase));
   PutBytes(0, handle);
+}
+
+void CWindowAgent::Loaded() {
+  if (section_) windows_.Mark(windowHandle_, MarkOf(mappingName_, Phase::kOpen));
 }
 
 void CWindowAgent::Withdraw() {
@@ -118,12 +140,22 @@ std::int32_t CWindowAgent::WindowHandleFromMemory(const std::string& name) {
 
 CWindowAgent::Found CWindowAgent::RaisePublished(const std::string& name) {
   const std::int32_t handle = WindowHandleFromMemory(name);
-  const Sight sight = handle == 0 ? Sight::kGone : windows_.Look(handle, MarkOf(CleanName(name)));
-  windowHandle_ = sight == Sight::kGone ? 0 : handle;
-  if (sight == Sight::kGone) return Found::kNoWindow;
-  if (sight == Sight::kSilent) return Found::kNoAnswer;
-  ShowWindowByHandle(3, 0, sight == Sight::kMaximized);
-  return Found::kRaised;
+  windowHandle_ = 0;
+  if (handle == 0) return Found::kNoWindow;
+  // A window that has loaded between two looks is seen by the second one.
+  for (const Phase phase : {Phase::kLoading, Phase::kOpen}) {
+    const Sight sight = windows_.Look(handle, MarkOf(CleanName(name), phase));
+    if (sight == Sight::kGone) continue;
+    windowHandle_ = handle;
+    if (sight == Sight::kSilent) return Found::kNoAnswer;
+    if (phase == Phase::kLoading) {
+      windows_.RaiseLoading(handle);
+    } else {
+      ShowWindowByHandle(3, 0, sight == Sight::kMaximized);
+    }
+    return Found::kRaised;
+  }
+  return Found::kNoWindow;
 }
 
 // None of the commands hides or minimises, so the window always comes to the front.

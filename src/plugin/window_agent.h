@@ -17,7 +17,8 @@
 namespace plugin {
 
 /// The name under which a tool publishes the window that it has open on a device. Readable at the front, and
-/// different for any two devices or networks, also when cleaning makes their readable parts the same.
+/// different for any two devices or networks, also when cleaning makes their readable parts the same. Hosts
+/// find a network or device in any case of its letters, so the name is the same in all of them.
 std::string PublishedName(const std::string& program, const std::string& network, const std::string& device);
 
 class CWindowAgent {
@@ -36,15 +37,19 @@ class CWindowAgent {
   /// Closes the section. False, after the error event, when the system refuses or none is open.
   bool UnMapFile();
 
+  /// A window that loads is hidden, and not to be shown by others.
+  enum class Phase { kOpen, kLoading };
   /// Publishes a window of this process under `name`, until Withdraw or the agent's end, which must come
   /// before the window's. A failure is told by the error event.
-  void WindowHandleInMemory(const std::string& name, std::int32_t handle);
+  void WindowHandleInMemory(const std::string& name, std::int32_t handle, Phase phase = Phase::kOpen);
+  /// The published window has loaded. Harmless when none is.
+  void Loaded();
   /// The published window is no longer there to be found. Harmless when none is.
   void Withdraw();
 
   enum class Found { kNoWindow, kRaised, kNoAnswer };
   /// Brings the window published under `name` to the front, also a minimised or hidden one, and keeps its
-  /// handle; a maximised one stays so.
+  /// handle; a maximised one stays so. Of one that still loads, what its program shows meanwhile.
   Found RaisePublished(const std::string& name);
 
   /// Shows a window and forces it in front of other programs' windows; takes a third of a second. Mode 1

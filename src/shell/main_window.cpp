@@ -18,8 +18,6 @@ constexpr int kLocationProperty = 2;  // of the node object
 constexpr std::string_view kLocationFormat = "SCPTlocation";
 constexpr auto kBlinkInterval = std::chrono::milliseconds(100);
 constexpr int kBlinkTime = 500;  // milliseconds
-// The host's call that closed the window must be able to return before the process ends.
-constexpr auto kQuitDelay = std::chrono::milliseconds(100);
 
 enum Picture { kNoMessage = 1, kErrorPicture = 2, kWarningPicture = 3 };
 enum UnitButton { kMetric = 0, kImperial = 1 };
@@ -27,7 +25,7 @@ enum UnitButton { kMetric = 0, kImperial = 1 };
 }  // namespace
 
 fMain::fMain(const Platform& platform, const Settings& settings, Strings& strings,
-             std::span<const PageEntry> pageTable, std::function<void()> onEnd)
+             std::span<const PageEntry> pageTable, Activity& activity, std::function<void()> onEnd)
     : Window("fMain"),
       ProgressObject(platform.toolkit, platform.loop, strings),
       platform_(platform),
@@ -35,6 +33,7 @@ fMain::fMain(const Platform& platform, const Settings& settings, Strings& string
       pagePlatform_(platform.Asking(pagePrompts_)),
       settings_(settings),
       strings_(strings),
+      activity_(activity),
       onEnd_(std::move(onEnd)),
       logger_({platform.registry, platform.locale, platform.loop, platform.fileDialog, platform.toolkit,
                settings.settingsKey, settings.applicationFolder,
@@ -45,8 +44,7 @@ fMain::fMain(const Platform& platform, const Settings& settings, Strings& string
                pages_,        selections_, *this,   transactions_, network_, ObjectServer},
       pages_(pageTable),
       language_(context_),
-      tmrBlink(platform.loop, kBlinkInterval),
-      TimerQuit(platform.loop, kQuitDelay) {
+      tmrBlink(platform.loop, kBlinkInterval) {
   iconFile = settings.iconFile;
   logger_.SetFormTitle(settings.title);
   logger_.SetFormIcon(settings.iconFile);
@@ -56,6 +54,7 @@ fMain::fMain(const Platform& platform, const Settings& settings, Strings& string
 }
 
 fMain::~fMain() {
+  ReleaseHost();
   if (platform_.toolkit) platform_.toolkit->Discard(*this);
 }
 
@@ -105,12 +104,6 @@ void fMain::ConnectHandlers() {
   logger_.AddMessageEvent = [this](int level) { LoggerReported(level); };
   logger_.ClearEvent = [this] { EndBlink(kNoMessage); };
   tmrBlink.onTick = [this] { Blink(); };
-  TimerQuit.onTick = [this] {
-    if (busy_) return;  // the host let go in the middle of a command, which still uses its objects
-    TimerQuit.Stop();
-    ReleaseHost();
-    onEnd_();
-  };
 }
 
 void fMain::InitStrings() {
@@ -166,15 +159,14 @@ void fMain::ReInitializeStrings() {
 }
 
 void fMain::Command(std::string_view routine, const std::function<void()>& work) {
-  if (busy_ || ending_) return;
-  busy_ = true;
+  if (activity_.Busy() || ending_ || Refused()) return;
+  const Activity::Scope running(activity_);
   SetAcceptsInput(false);
   try {
     work();
   } catch (const std::exception& error) {
     AddMessage(DescribeError(error), routine, kLocation, logger::kError);
   }
-  busy_ = false;
   if (!ending_) SetAcceptsInput(true);
 }
 
@@ -247,10 +239,10 @@ void fMain::Load() {
     } catch (...) {
       tag_ = kRefuseToStart;
       ProgressObject.HideFLoading();
+      ReleaseHost();  // only the log is still needed, and the device can be opened from elsewhere
       throw;
     }
   });
-  if (!ending_) ShowWindow();
 }
 
 void fMain::MakeNative() {
@@ -258,10 +250,7 @@ void fMain::MakeNative() {
   RestorePlace(*this, platform_.registry, settings_);
 }
 
-void fMain::ShowWindow() {
-  MakeNative();
-  Show();
-}
+void fMain::ShowWindow() { Show(); }
 
 void fMain::RefreshLocationString() {
   txtLocation.SetText(NamingProperty(kLocationFormat, [this] {
@@ -366,8 +355,9 @@ void fMain::Help() {
 }
 
 bool fMain::MayClose() {
-  if (busy_) return false;
-  if (ending_ || tag_ == kRefuseToStart || !(pages_.AnyPageChanged() || locationChanged_)) return true;
+  if (Refused()) return true;
+  if (activity_.Busy()) return false;
+  if (ending_ || !(pages_.AnyPageChanged() || locationChanged_)) return true;
   bool mayClose = false;
   Command("Cancel", [&] {
     mayClose = platform_.prompts.Ask(
@@ -379,7 +369,7 @@ bool fMain::MayClose() {
 }
 
 void fMain::ChooseLanguage() {
-  if (busy_ || ending_) return;
+  if (activity_.Busy() || ending_) return;
   if (language_.Open()) Command("Language", [this] { ReInitializeStrings(); });
 }
 
@@ -404,25 +394,25 @@ void fMain::ChooseUnits() {
 void fMain::Activated() {
   if (std::exchange(activated_, true)) return;
   LeaveTopmost();  // where whoever brought it up may have put it
-  if (tag_ == kRefuseToStart) Close();
+  if (Refused()) Close();
 }
 
 void fMain::EndPlugIn() {
   if (std::exchange(ending_, true)) return;
-  if (onEnding) onEnding();
-  if (tag_ == kRefuseToStart) {
+  if (Refused()) {
     // The reason stands in the logger only: it stays until the user has read it.
-    logger_.onClosed = [this] { TimerQuit.Start(); };
+    logger_.onClosed = [this] { onEnd_(); };
     logger_.ShowMe();
-    return;
+  } else {
+    KeepPlace(*this, platform_.registry, settings_);
+    logger_.Hide();
   }
-  KeepPlace(*this, platform_.registry, settings_);
-  logger_.Hide();
-  TimerQuit.Start();
+  onEnd_();
 }
 
 void fMain::ReleaseHost() {
   Picture1.Clear();
+  lvwConfig.SetRows({});
   pages_.Clear();
   device_ = {};
   ObjectServer = {};

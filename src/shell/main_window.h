@@ -11,6 +11,7 @@
 
 #include "fields/page_prompts.h"
 #include "logger/message_logger.h"
+#include "shell/activity.h"
 #include "shell/fLanguage.h"
 #include "shell/page_set.h"
 #include "shell/platform.h"
@@ -20,9 +21,11 @@ namespace shell {
 
 class fMain : public ui::Window, private MessageSink, private PageWork {
  public:
-  /// `onEnd` runs once, when the plug-in is to end; it may not destroy the window before it returns.
+  /// `activity` counts the commands here and everything else that must not be overtaken. `onEnd` runs when
+  /// the plug-in's end begins, and again when the log of a refused start has been read; it may not destroy
+  /// the window.
   fMain(const Platform& platform, const Settings& settings, Strings& strings,
-        std::span<const PageEntry> pageTable, std::function<void()> onEnd);
+        std::span<const PageEntry> pageTable, Activity& activity, std::function<void()> onEnd);
   ~fMain() override;
 
   automation::Object ObjectServer;  // the host's object-model root
@@ -31,20 +34,24 @@ class fMain : public ui::Window, private MessageSink, private PageWork {
   /// Makes the pages and the native window, hidden and without a value, ahead of the command that loads them.
   /// Nothing of the host is asked, so all text is in English.
   void Prepare();
+  /// Makes the native window, hidden, and puts it where it last was. Throws base::Error when the system
+  /// cannot.
+  void MakeNative();
 
-  /// Load the device that the object server has opened and show the window. `network` carries the
-  /// transactions. A failure is logged and the window closes itself on its first activation; nothing is
-  /// thrown.
+  /// Load the device that the object server has opened; the window is to be shown then. `network` carries the
+  /// transactions. A failure is logged, everything of the host is let go of, and the window closes itself on
+  /// its first activation; nothing is thrown.
   void ProcessDeviceCommand(const automation::Object& network);
   void ProcessLonMarkObjectCommand(const automation::Object& network, std::string_view blockName);
 
-  /// Releases everything of the host and asks for the end of the process. Harmless when called again.
+  /// The window is done with: no command is taken any more. What it holds of the host it lets go of with its
+  /// own end. Harmless when called again.
   void EndPlugIn();
   bool Ending() const { return ending_; }
-  /// Runs when the end begins.
-  std::function<void()> onEnding;
-  /// True while a load, save, refresh or question is under way; nothing else is taken meanwhile.
-  bool Busy() const { return busy_; }
+  /// Loading failed.
+  bool Refused() const { return !tag_.empty(); }
+  /// Ending, and the reason of a refused start has been read.
+  bool Closed() const { return ending_ && !(Refused() && logger_.Visible()); }
   /// "Refuse to start" when loading failed.
   const std::string& Tag() const { return tag_; }
 
@@ -76,7 +83,6 @@ class fMain : public ui::Window, private MessageSink, private PageWork {
   void Command(std::string_view routine, const std::function<void()>& work);
 
   void CreatePages();
-  void MakeNative();
   void Load();
   void LoadLocation();
   void RestoreUnitChoice();
@@ -104,6 +110,7 @@ class fMain : public ui::Window, private MessageSink, private PageWork {
   Platform pagePlatform_;  // asks through them
   const Settings& settings_;
   Strings& strings_;
+  Activity& activity_;
   std::function<void()> onEnd_;
   logger::fMessage logger_;
   automation::Object network_;
@@ -119,7 +126,6 @@ class fMain : public ui::Window, private MessageSink, private PageWork {
   std::size_t shownPage_ = 0;
   std::string tag_;
   bool activated_ = false;
-  bool busy_ = false;
   bool ending_ = false;
   bool locationChanged_ = false;
   int blinkCounter_ = 0;  // milliseconds
@@ -139,7 +145,6 @@ class fMain : public ui::Window, private MessageSink, private PageWork {
   ui::Button cmdCancel{*this, "cmdCancel"};
   ui::Button cmdApply{*this, "cmdApply"};
   ui::Timer tmrBlink;
-  ui::Timer TimerQuit;
 };
 
 }  // namespace shell

@@ -13,8 +13,8 @@ constexpr std::string_view kCancel = "Cancel";
 
 }  // namespace
 
-WaitWindow::WaitWindow(ui::Toolkit* toolkit)
-    : Window("WaitWindow"), toolkit_(toolkit), silent_(kSilent), canceled_(kCanceled) {
+WaitWindow::WaitWindow(ui::Toolkit* toolkit, Activity& activity)
+    : Window("WaitWindow"), toolkit_(toolkit), activity_(activity), silent_(kSilent), canceled_(kCanceled) {
   resizable = false;
   defaultButton = &cmdWait;
   SetTitle(kTitle);
@@ -58,6 +58,7 @@ bool WaitWindow::Overdue(std::string_view member, std::chrono::milliseconds elap
 
 void WaitWindow::Ask(std::string_view member, std::chrono::milliseconds elapsed) {
   elapsed_ = elapsed;
+  if (!waiting_) waiting_.emplace(activity_);
   const auto seconds = std::chrono::duration_cast<std::chrono::seconds>(elapsed).count();
   lblMessage.SetText(ReplacePlaceholders(silent_, {std::string(member), std::to_string(seconds)}));
   if (Visible()) return;
@@ -71,6 +72,7 @@ void WaitWindow::Ask(std::string_view member, std::chrono::milliseconds elapsed)
 
 void WaitWindow::Over() {
   Hide();
+  waiting_.reset();
   givenUp_ = false;
   next_ = {};
 }

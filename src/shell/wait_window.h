@@ -5,9 +5,11 @@
 #pragma once
 
 #include <chrono>
+#include <optional>
 #include <string>
 #include <string_view>
 
+#include "shell/activity.h"
 #include "shell/strings.h"
 #include "ui/form.h"
 
@@ -15,7 +17,7 @@ namespace shell {
 
 class WaitWindow : public ui::Window {
  public:
-  explicit WaitWindow(ui::Toolkit* toolkit);
+  WaitWindow(ui::Toolkit* toolkit, Activity& activity);
   ~WaitWindow() override;
 
   /// Asks the host for translations, so not while it is silent.
@@ -31,6 +33,8 @@ class WaitWindow : public ui::Window {
   void Ask(std::string_view member, std::chrono::milliseconds elapsed);
 
   ui::Toolkit* toolkit_;
+  Activity& activity_;
+  std::optional<Activity::Scope> waiting_;  // from the first question about a call to the call's end
   std::string silent_;
   std::string canceled_;
   std::chrono::milliseconds elapsed_{0};

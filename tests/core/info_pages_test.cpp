@@ -131,13 +131,16 @@ TEST_F(InfoPages, AMissingControlFailsTheLoadAndIsNamed) {
 }
 
 TEST_F(InfoPages, AtTheEndTheControlLetsGoOfTheHost) {
-  OpenPage(tests::kAssigned, "fManage");
-  Click("cmdOK");
-  EXPECT_FALSE(Main().Visible());
-  EXPECT_TRUE(prompts.asked.empty() && Messages().empty()) << "nothing was changed: not a word";
-  loop.Tick();
-  ASSERT_TRUE(quit);
-  EXPECT_TRUE(controls.alive.empty());
+  auto tool = std::make_unique<tests::Tool>(building);
+  tool->controls.make = controls.make;
+  tool->OpenPage(tests::kAssigned, "fManage");
+  tool->Click("cmdOK");
+  EXPECT_FALSE(tool->Main().Visible());
+  EXPECT_TRUE(tool->prompts.asked.empty() && tool->Messages().empty()) << "nothing was changed: not a word";
+  tool->loop.Tick();
+  ASSERT_TRUE(tool->quit);
+  tool.reset();
+  EXPECT_EQ(manager.use_count(), 1) << "nobody else holds it";
   const automation::Object server = building.ObjectServer();
   const automation::Object network =
       server.Call("Connect", building.NetworkName(), building.IpAddress(), building.Port()).AsObject();

@@ -215,7 +215,7 @@ TEST_F(ToolTest, TheWindowComesBackWhereItWas) {
 
 TEST_F(ToolTest, AHostThatLetsGoInTheMiddleOfALoadEndsTheToolAfterwards) {
   loop.onTurn = [this] {
-    program.HostLetGo();
+    program.ClientsGone();
     loop.Tick();
   };
   Open(tests::kAssigned);

@@ -24,7 +24,7 @@ struct Windows : ui::Toolkit {
 
 // The windows come first, because the tool lets go of them when it ends.
 struct NetworkInputsTest : Windows, tests::ToolTest {
-  NetworkInputsTest() { platform.toolkit = this; }
+  NetworkInputsTest() : ToolTest(this) {}
 
   static std::string Indexed(const char* name, std::size_t i) {
     return "fNetworkInput." + std::string(name) + "(" + std::to_string(i) + ")";

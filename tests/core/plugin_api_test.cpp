@@ -2,6 +2,7 @@
 
 #include <set>
 
+#include "fault_of.h"
 #include "host/device_template.h"
 #include "tool_test.h"
 
@@ -9,20 +10,8 @@ namespace {
 
 using tests::ToolTest;
 
-// The error that the host receives, as "code: description | source".
-template <class Work>
-std::string ErrorOf(Work work) {
-  try {
-    work();
-  } catch (const automation::Error& error) {
-    char code[16];
-    std::snprintf(code, sizeof code, "%X", static_cast<unsigned>(error.Code()));
-    return std::string(code) + ": " + error.Description() + " | " + error.Source();
-  }
-  return "no error";
-}
-
-std::string Raised(const std::string& text) { return "80040000: " + text + " | KV-TARN Configuration"; }
+using tests::ErrorOf;
+using tests::Raised;
 
 TEST_F(ToolTest, ReadOnlyPropertiesTellWhoThePlugInIsOthersComeBackAsWritten) {
   const std::pair<const char*, const char*> identity[] = {{"ManufacturerID", "17"},
@@ -165,17 +154,71 @@ TEST_F(ToolTest, WindowPropertiesFollowTheWindowsState) {
   EXPECT_FALSE(api.Get("Minimized").AsBool());
 }
 
-TEST(LettingGo, EndsThePlugInUnlessItsWindowIsVisible) {
-  for (const char* window : {"none", "hidden", "visible"}) {
+TEST_F(ToolTest, MinimizedIsRefusedOnlyWhereItWouldChangeAHiddenWindow) {
+  const std::string refused = Raised(
+      "Can not modify the minimzed property when invisble. "
+      "The property will be applied the next time the plug-in is made visible");
+  const auto minimize = [this](bool value) { return ErrorOf([&] { api.Put("Minimized", value); }); };
+  EXPECT_EQ(minimize(false), "no error") << "no window";
+  EXPECT_EQ(minimize(true), refused);
+  EXPECT_EQ(minimize(false), "no error") << "taken back";
+  EXPECT_EQ(minimize(true), refused);
+  Open(tests::kAssigned);
+  EXPECT_TRUE(api.Get("Minimized").AsBool()) << "holds for the window that came";
+  EXPECT_EQ(minimize(false), "no error");
+  EXPECT_EQ(minimize(false), "no error") << "visible";
+  api.Put("Visible", false);
+  EXPECT_EQ(minimize(false), "no error") << "hidden";
+}
+
+TEST_F(ToolTest, WhatIsAskedOfAWindowBeforeItComesHolds) {
+  registry.values[program.GetSettings().settingsKey + "|WindowPlace"] = "5 6 700 500";
+  api.Put("Left", 120);
+  api.Put("Visible", false);
+  EXPECT_EQ(api.Whole("Left"), 120);
+  EXPECT_FALSE(api.Get("Visible").AsBool());
+  Open(tests::kAssigned);
+  EXPECT_EQ(api.Whole("Left"), 120);
+  EXPECT_EQ(api.Whole("Top"), 6) << "as it was";
+  EXPECT_FALSE(Main().Visible());
+  api.Put("Visible", true);
+  EXPECT_TRUE(Main().Visible());
+
+  tests::Tool failing;
+  failing.api.Put("Visible", false);
+  failing.building.Faults().Fail({.member = "Property.Precision"});
+  failing.Open(tests::kAssigned);
+  EXPECT_TRUE(failing.Main().Ending() && failing.Main().Logger().Visible())
+      << "one that may not be seen closes itself at once";
+}
+
+TEST_F(ToolTest, TheReasonThatTheHostGaveStandsInTheLog) {
+  building.Faults().Fail({.member = "Device.AddLmo", .text = "The template is locked."});
+  EXPECT_EQ(ErrorOf([&] { api.Call("SendCommand", 0, 0, ""); }),
+            Raised("Error loading device template for RTU-1 North wing"));
+  building.Faults().Clear();
+  building.Limits().answer = "BUSY";
+  EXPECT_NE(ErrorOf([&] { api.Call("SendCommand", 0, 0, ""); }), "no error");
+  building.Limits().answer.clear();
+  Open(tests::kAssigned);
+  ASSERT_EQ(Messages().size(), 2u);
+  EXPECT_EQ(Messages()[0].find("SendCommand/OVXPlugInAPI: The template is locked."), 0u) << Messages()[0];
+  EXPECT_EQ(Messages()[1], "SendCommand/OVXPlugInAPI: The host answered \"BUSY\".");
+}
+
+TEST_F(ToolTest, AFaultInTheDeviceTreeNamesObjectAndMember) {
+  const std::tuple<const char*, std::uint64_t, const char*> cases[] = {
+      {"Device.LonMarkObjects", 2, "Device.LonMarkObjects: "},
+      {"LonMarkObject.ConfigProperties", 4, "HardwareInput2.ConfigProperties: "},
+      {"Collection.Item", 6, "LonMarkObjects.Item(HardwareInput2): "},
+  };
+  for (const auto& [member, call, named] : cases) {
     tests::Tool tool;
-    if (window != std::string("none")) tool.Open(tests::kAssigned);
-    if (window == std::string("hidden")) tool.api.Put("Visible", false);
-    tool.api = {};
-    tool.loop.Tick();
-    EXPECT_EQ(tool.quit, window != std::string("visible")) << window;
-    if (!tool.quit) tool.Main().Close();
-    tool.loop.Tick();
-    EXPECT_TRUE(tool.quit) << window;
+    tool.building.Faults().Fail({.member = member, .call = call, .text = "The line is dead."});
+    tool.Open(tests::kAssigned);
+    ASSERT_FALSE(tool.Messages().empty()) << member;
+    EXPECT_EQ(tool.Messages()[0].find(std::string("Load/Main: ") + named + "The line is dead."), 0u)
+        << tool.Messages()[0];
   }
 }
 
@@ -184,7 +227,10 @@ TEST(DeviceTemplate, RefusesIdentitiesThatAreNoFileNames) {
   for (const char* identity : {"", "..\\..\\x", "a/b", "a.b", "a b", "\xC3\xA9"}) {
     EXPECT_THROW(host::TemplateName(identity, "3.1"), base::Error) << identity;
   }
-  for (const char* version : {"", "3", "3.", ".1", "3.x", "3.1.2", "-3.1"}) {
+  for (const char* version : {" 3.1", "3.1.2", "3.1.x "}) {
+    EXPECT_EQ(host::TemplateName("A", version), "A_3_1") << version;
+  }
+  for (const char* version : {"", "3", "3.", ".1", "3.x", "-3.1", "3. 1"}) {
     EXPECT_THROW(host::TemplateName("A", version), base::Error) << version;
   }
 }

@@ -96,9 +96,11 @@ class ChosenFile : public ui::FileDialog {
  public:
   std::optional<std::string> AskSaveFile(const ui::SaveRequest& asked) override {
     request = asked;
+    if (whileAsked) whileAsked();
     return answer;
   }
 
+  std::function<void()> whileAsked;
   ui::SaveRequest request;
   std::optional<std::string> answer;
 };
@@ -193,6 +195,7 @@ class DesktopOfMarks : public plugin::DesktopWindows {
   void SetTopmost(std::int32_t window, bool topmost) override {
     Note(topmost ? "topmost" : "not topmost", window);
   }
+  void RaiseLoading(std::int32_t window) override { Note("raise what is shown for", window); }
   void Activate(std::int32_t window) override { Note("activate", window); }
 
   std::map<std::int32_t, std::int32_t> marks;

@@ -122,7 +122,7 @@ const std::set<std::string> kAsTheyStand = {"Invalid value for this field",
 /// sentence but errors without a translation and names of pages in messages.
 bool IsShown(const std::string& before, const std::string& text) {
   static const std::regex lookedUp(
-      R"((GetStrings|FormatStrings|[tT]ranslate|[tT]ext|Raise|Try)\($|\{&[\w\[\]()]+, $)");
+      R"((GetStrings|FormatStrings|[tT]ranslate|[tT]ext|Raise|Try|StepError)\($|\{&[\w\[\]()]+, $)");
   static const std::regex chosen(R"((return|[?:]) $)");
   static const std::regex word(R"([A-Z][a-z]+)");
   static const std::regex sentence(R"([a-zA-Z'.]+ [a-zA-Z&(]|%s)");
@@ -154,8 +154,8 @@ std::set<std::string> ShownTexts(const fs::path& file) {
 // What the tool says to hosts when it is registered is not among them: it is stored once for all users.
 std::set<std::string> ShownTexts() {
   std::set<std::string> texts;
-  for (const char* file : {"plugin_api.cpp", "window_agent.cpp"}) {
-    texts.merge(ShownTexts(fs::path(SOURCE_DIR) / "plugin" / file));
+  for (const char* file : {"plugin/plugin_api.cpp", "plugin/window_agent.cpp", "host/session.cpp"}) {
+    texts.merge(ShownTexts(fs::path(SOURCE_DIR) / file));
   }
   for (const char* room : {"pages", "shell", "logger", "fields"}) {
     for (const auto& file : fs::recursive_directory_iterator(fs::path(SOURCE_DIR) / room)) {

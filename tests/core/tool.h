@@ -19,11 +19,13 @@ constexpr const char* kPressure = "RTU-3 Laboratory";    // fan speed and bypass
 constexpr const char* kNoTemplate = "Cold store (old program)";
 
 struct Tool : StandIns {
-  explicit Tool(const simulator::BuildingOptions& options = Options()) : Tool(simulator::Building(options)) {}
+  explicit Tool(const simulator::BuildingOptions& options = Options(), ui::Toolkit* toolkit = nullptr)
+      : Tool(simulator::Building(options), pages::PageTable(), toolkit) {}
   /// A further tool in a building that exists, with all pages or some of them.
   explicit Tool(const simulator::Building& existing,
-                std::span<const shell::PageEntry> pageTable = pages::PageTable())
-      : building(existing), table(pageTable) {
+                std::span<const shell::PageEntry> pageTable = pages::PageTable(),
+                ui::Toolkit* toolkit = nullptr)
+      : building(existing), table(pageTable), screen(toolkit) {
     api.Put("NetworkName", building.NetworkName());
     api.Put("NetworkIpAddress", building.IpAddress());
     api.Put("NetworkIpPort", building.Port());
@@ -145,11 +147,12 @@ struct Tool : StandIns {
       [](std::string_view, const automation::Object& object) { return object; };
   simulator::Building building;
   std::span<const shell::PageEntry> table;
+  ui::Toolkit* screen;
   automation::Bytes templateContent;
   std::vector<std::string> filesRead;
   plugin::PlugInDescription description = plugin::BuildDescription({"Tool", "Veldran, Inc", 1, 2, 3});
   bool quit = false;
-  shell::Platform platform{nullptr,
+  shell::Platform platform{screen,
                            prompts,
                            loop,
                            fileDialog,

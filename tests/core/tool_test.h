@@ -35,6 +35,8 @@ struct FunctionStep {
 };
 
 struct ToolTest : testing::Test, Tool {
+  explicit ToolTest(ui::Toolkit* toolkit = nullptr) : Tool(Options(), toolkit) {}
+
   std::string Usable(const std::string& page, const Groups& groups) {
     std::string usable;
     for (const auto& [group, names] : groups) {

@@ -132,7 +132,7 @@ function testRegistration() {
   equal("class of the second program id", registered("QVRKvTARNCfg.OVXPlugInAPI\\CLSID"), id);
   var keys = ["CLSID\\" + id, "QVRKvTARNCfg.LNSPlugInAPI", "QVRKvTARNCfg.OVXPlugInAPI", "QVRKvTARNCfg.CTransaction", "TypeLib\\" + library + "\\1.0"];
 
-  equal("exit code of /UnregServer", shell.Run(server + " /UnregServer", 0, true), 0);
+  equal("exit code of -UnregServer", shell.Run(server + " -UnregServer", 0, true), 0);
   for (var i = 0; i < keys.length; i++) equal("key " + keys[i], registered(keys[i]), null);
   check("creating an unregistered tool", errorOf(function () { new ActiveXObject("QVRKvTARNCfg.LNSPlugInAPI"); }).number !== 0);
 

@@ -19,29 +19,45 @@ constexpr DWORD kPatience = 20'000;  // milliseconds
 win32::Handle Published() { return win32::Handle(CreateEventW(nullptr, TRUE, FALSE, kPublished)); }
 
 struct WindowAgentTest : ui_test::UiTest {
-  ~WindowAgentTest() override { toolkit_.Discard(window_); }
+  ~WindowAgentTest() override {
+    toolkit_.Discard(window_);
+    toolkit_.Discard(progress_);
+  }
+
+  void TellAndWait() {
+    SetEvent(Published().Get());
+    for (const ULONGLONG end = GetTickCount64() + kPatience; GetTickCount64() < end;) Settle();
+  }
 
   win32::PagedMemory memory_;
   win32::NativeDesktop desktop_;
   plugin::CWindowAgent agent_{memory_, desktop_};
   ui::Window window_{"fOpen"};
+  ui::Window progress_{"fProgress"};
 };
 
-// Runs in the second process only, which ends by force.
+// These run in the second process only, which ends by force.
 TEST_F(WindowAgentTest, DISABLED_PublishesAndWaits) {
   Show(window_);
   agent_.WindowHandleInMemory(kName, window_.GetWindowPeer()->Handle());
   window_.SetState(ui::WindowState::kMinimized);
   window_.Hide();
-  SetEvent(Published().Get());
-  for (const ULONGLONG end = GetTickCount64() + kPatience; GetTickCount64() < end;) Settle();
+  TellAndWait();
+}
+
+TEST_F(WindowAgentTest, DISABLED_LoadsAndWaits) {
+  toolkit_.Realize(window_);
+  agent_.WindowHandleInMemory(kName, window_.GetWindowPeer()->Handle(),
+                              plugin::CWindowAgent::Phase::kLoading);
+  Show(progress_);
+  TellAndWait();
 }
 
 class SecondProcess {
  public:
-  SecondProcess() {
+  explicit SecondProcess(const wchar_t* does) {
     std::wstring line = L"\"" + win32::Wide(win32::ProgramPath()) +
-                        L"\" --gtest_also_run_disabled_tests --gtest_filter=*.DISABLED_PublishesAndWaits";
+                        L"\" --gtest_also_run_disabled_tests --gtest_filter=*.DISABLED_" + does;
     STARTUPINFOW start = {};
     start.cb = sizeof start;
     PROCESS_INFORMATION made = {};
@@ -66,7 +82,7 @@ class SecondProcess {
 TEST_F(WindowAgentTest, FindsAndRaisesTheWindowOfAnotherProcessUntilThatEnds) {
   EXPECT_EQ(agent_.RaisePublished(kName), Found::kNoWindow);
   const win32::Handle published = Published();
-  SecondProcess second;
+  SecondProcess second(L"PublishesAndWaits");
   ASSERT_EQ(WaitForSingleObject(published.Get(), kPatience), WAIT_OBJECT_0);
   Show(window_);
 
@@ -95,6 +111,16 @@ TEST_F(WindowAgentTest, FindsAndRaisesTheWindowOfAnotherProcessUntilThatEnds) {
   EXPECT_EQ(agent_.RaisePublished(kName), Found::kNoWindow);
   elsewhere.Withdraw();
   EXPECT_EQ(agent_.RaisePublished("another name"), Found::kNoWindow);
+}
+
+TEST_F(WindowAgentTest, OfAWindowThatLoadsOnlyTheProgressIsRaised) {
+  const win32::Handle published = Published();
+  SecondProcess second(L"LoadsAndWaits");
+  ASSERT_EQ(WaitForSingleObject(published.Get(), kPatience), WAIT_OBJECT_0);
+  Show(window_);
+  ASSERT_EQ(agent_.RaisePublished(kName), Found::kRaised);
+  EXPECT_TRUE(RunUntil([] { return ui_test::NameOf(GetForegroundWindow()) == "fProgress"; }));
+  EXPECT_FALSE(IsWindowVisible(static_cast<HWND>(LongToHandle(agent_.WindowHandle()))));
 }
 
 TEST_F(WindowAgentTest, TheSystemRefusesWhatCannotBe) {

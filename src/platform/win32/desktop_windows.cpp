@@ -18,6 +18,12 @@ BOOL CALLBACK FindEnabledOver(HWND window, LPARAM found) {
   return FALSE;
 }
 
+BOOL CALLBACK FindVisible(HWND window, LPARAM found) {
+  if (!IsWindowVisible(window)) return TRUE;
+  *reinterpret_cast<HWND*>(found) = window;
+  return FALSE;
+}
+
 // The dialog that waits for its answer in front of a window, or the window itself.
 HWND EnabledOver(HWND window) {
   if (!IsWindowEnabled(window)) {
@@ -68,6 +74,16 @@ void NativeDesktop::Show(std::int32_t window, int command) { ShowWindow(WindowOf
 void NativeDesktop::SetTopmost(std::int32_t window, bool topmost) {
   SetWindowPos(WindowOf(window), topmost ? HWND_TOPMOST : HWND_NOTOPMOST, 0, 0, 0, 0,
                SWP_NOMOVE | SWP_NOSIZE);
+}
+
+// A program may bring a window to the front only with the leave of the one that the user works with.
+void NativeDesktop::RaiseLoading(std::int32_t window) {
+  DWORD process = 0;
+  const DWORD thread = GetWindowThreadProcessId(WindowOf(window), &process);
+  AllowSetForegroundWindow(process);
+  HWND shown = nullptr;
+  EnumThreadWindows(thread, FindVisible, reinterpret_cast<LPARAM>(&shown));
+  if (shown) Activate(HandleToLong(shown));
 }
 
 void NativeDesktop::Activate(std::int32_t window) {

@@ -12,6 +12,7 @@ class NativeDesktop : public plugin::DesktopWindows {
   plugin::Sight Look(std::int32_t window, std::int32_t mark) override;
   void Show(std::int32_t window, int command) override;
   void SetTopmost(std::int32_t window, bool topmost) override;
+  void RaiseLoading(std::int32_t window) override;
   void Activate(std::int32_t window) override;
 };
 
