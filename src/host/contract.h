@@ -6,7 +6,7 @@
 //                   Connect(networkName, ipAddress, port) network or nothing
 //   network         OpenSession(networkName, remote, interfaceName, lmoIndex, programId) status
 //                   AppDevices; BeginTransaction(), CommitTransaction(), CancelTransaction()
-//   collection      Count; Item(number from 1, or name)
+//   collection      Count; Item(number from 1, or name); kNoSuchItem tells that there is none
 //   device          Name (read, write); Location; interface -> ProgramId, Version; LonMarkObjects;
 //                   AddLmo(lmoIndex, programId, fileName, bytes) yes/no
 //   LonMark object  Name; ConfigProperties; NetworkVariables
@@ -22,6 +22,7 @@
 //                   for each library, cells separated by "|", the first line their titles
 #pragma once
 
+#include <cstdint>
 #include <string_view>
 
 namespace host {
@@ -48,6 +49,10 @@ inline constexpr std::string_view kCancelTransaction = "CancelTransaction";
 // Collections.
 inline constexpr std::string_view kCount = "Count";
 inline constexpr std::string_view kItem = "Item";
+// How Item says that there is no such one: DISP_E_BADINDEX, or the error 5 (unknown key) or 9 (number out of
+// range) that collections of the Visual Basic run-time are documented to raise. Any other failure, such as a
+// host that is busy, says nothing about the item.
+inline constexpr std::uint32_t kNoSuchItem[] = {0x8002000B, 0x800A0005, 0x800A0009};
 
 // Device, LonMark object, network variable, configuration property.
 inline constexpr std::string_view kName = "Name";

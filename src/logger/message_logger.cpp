@@ -20,6 +20,11 @@ constexpr const char* kProposedName = "\\PlugIn.log";
 constexpr unsigned kHideReadOnlyBox = 0x0004;
 constexpr unsigned kFileMustExist = 0x1000;
 
+// Room for every message of a session but one that goes wrong in a loop. The oldest go together, as moving
+// all others up takes time.
+constexpr std::size_t kMostRows = 50'000;
+constexpr std::size_t kRowsToCut = 5'000;
+
 // Rows that come together are shown and measured once.
 constexpr auto kRefreshDelay = std::chrono::milliseconds(50);
 constexpr auto kWidthDelay = std::chrono::milliseconds(100);
@@ -124,8 +129,10 @@ void fMessage::AddMessage(std::string_view message, std::string_view routine, st
                           int level) {
   Trapped([&] {
     if (!AddRows(message, routine, location, level)) return;
-    TimerRefresh.Start();
-    TimerWidthColumns.Start();
+    // Not anew, or messages that keep coming would never be shown.
+    for (ui::Timer* timer : {&TimerRefresh, &TimerWidthColumns}) {
+      if (!timer->Running()) timer->Start();
+    }
     if (!Check1.Checked()) ShowMe();
     if (AddMessageEvent) AddMessageEvent(level);
   });
@@ -142,8 +149,25 @@ bool fMessage::AddRows(std::string_view message, std::string_view routine, std::
     ListView1.AddRow(
         {number + "Key", {number, date, line, OneLine(routine), OneLine(location)}, ShownLevel(level)});
     added = true;
+    if (ListView1.Rows().size() > kMostRows) CutOldest(date);
   }
   return added;
+}
+
+// The line that says so takes the place and the number of the last row that went.
+void fMessage::CutOldest(const std::string& date) {
+  const auto& all = ListView1.Rows();
+  std::vector<ui::ListView::Row> kept(all.begin() + kRowsToCut, all.end());
+  kept.front().cells = {kept.front().cells.front(), date,
+                        surroundings_.translate("Older messages were removed: the log keeps at most 50000."),
+                        "", ""};
+  kept.front().icon = kExclamation;
+  std::vector<std::size_t> selection;
+  for (const std::size_t place : ListView1.Selection()) {
+    if (place > kRowsToCut) selection.push_back(place - kRowsToCut);
+  }
+  ListView1.SetRows(std::move(kept));
+  ListView1.SetSelection(std::move(selection));
 }
 
 // A person who has selected rows is reading them.

@@ -42,7 +42,8 @@ class fMessage : public ui::Window {
   std::function<void()> ClearEvent;
 
   /// One row for each non-empty line of `message`; a message of blanks and tabs alone adds nothing. Shows the
-  /// window unless the user has ticked "Don't show information automatically".
+  /// window unless the user has ticked "Don't show information automatically". Of more than 50,000 rows the
+  /// oldest go.
   void AddMessage(std::string_view message, std::string_view routine, std::string_view location, int level);
 
   void SetFormTitle(std::string_view title);
@@ -56,6 +57,8 @@ class fMessage : public ui::Window {
 
  private:
   bool AddRows(std::string_view message, std::string_view routine, std::string_view location, int level);
+  /// Lets the oldest rows go, and says so in their place.
+  void CutOldest(const std::string& date);
   /// Brings the newest row into view.
   void Refresh();
   void Save();

@@ -3,6 +3,7 @@
 #include <utility>
 
 #include "automation/error.h"
+#include "base/text.h"
 #include "host/contract.h"
 #include "host/transaction.h"
 #include "shell/save_report.h"
@@ -130,19 +131,25 @@ void fMain::InitStrings() {
   menu = {
       {strings_.GetStrings("&File"),
        {},
-       {{strings_.GetStrings("&Apply") + "\tCtrl+S", [this] { cmdApply.Click(); }, {}},
+       {WithKey(strings_.GetStrings("&Apply"), "Ctrl+S", [this] { cmdApply.Click(); }),
         {strings_.GetStrings("&Close"), [this] { Close(); }, {}}}},
       {strings_.GetStrings("&View"),
        {},
-       {{strings_.GetStrings("&Refresh") + "\tF5", [this] { cmdRefresh.Click(); }, {}},
+       {WithKey(strings_.GetStrings("&Refresh"), "F5", [this] { cmdRefresh.Click(); }),
         {strings_.GetStrings("&Message Logger"), [this] { cmdErrorLog.Click(); }, {}},
         {strings_.GetStrings("&Language") + "...", [this] { ChooseLanguage(); }, {}}}},
       {strings_.GetStrings("&Help"),
        {},
-       {{strings_.GetStrings("&Contents") + "\tF1", [this] { cmdHelp.Click(); }, {}}}},
+       {WithKey(strings_.GetStrings("&Contents"), "F1", [this] { cmdHelp.Click(); })}},
   };
   logger_.InitStrings();
   ProgressObject.InitStrings();
+}
+
+ui::MenuItem fMain::WithKey(const std::string& caption, const std::string& key,
+                            std::function<void()> onClick) const {
+  const std::string shown = base::ReplaceAll(key, "Ctrl", strings_.GetStrings("Ctrl"));
+  return {caption + "\t" + shown, std::move(onClick), {}, key};
 }
 
 void fMain::ReInitializeStrings() {

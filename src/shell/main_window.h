@@ -74,6 +74,9 @@ class fMain : public ui::Window, private MessageSink, private PageWork {
   fields::PagePrompts& Prompts() { return pagePrompts_; }
 
  private:
+  /// An entry of the menu with the key that does the same, shown as the user's language writes it.
+  ui::MenuItem WithKey(const std::string& caption, const std::string& key,
+                       std::function<void()> onClick) const;
   void RunModal(ui::Window& dialog) override;
   SaveResult InTransaction(std::string_view routine, std::string_view location,
                            const std::function<bool()>& work) override;

@@ -1,8 +1,11 @@
 #include "shell/strings.h"
 
+#include <algorithm>
 #include <charconv>
 #include <chrono>
 #include <ctime>
+#include <iterator>
+#include <system_error>
 #include <utility>
 
 #include "automation/error.h"
@@ -34,13 +37,16 @@ std::string ReplacePlaceholders(std::string_view text, const std::vector<std::st
   for (std::size_t k = 1; k < pieces.size(); ++k) {
     std::string_view piece = pieces[k];
     std::size_t number = k;
-    const char* end = std::from_chars(piece.data(), piece.data() + piece.size(), number).ptr;
-    piece.remove_prefix(static_cast<std::size_t>(end - piece.data()));
-    if (piece.starts_with('%')) piece.remove_prefix(1);
-    if (number < 1 || number > arguments.size()) {
-      throw base::Error("\"" + std::string(text) + "\" asks for argument " + std::to_string(number) + " of " +
+    const auto [end, error] = std::from_chars(piece.data(), piece.data() + piece.size(), number);
+    const auto digits = static_cast<std::size_t>(end - piece.data());
+    // A number too large for any type is not read at all.
+    if (error == std::errc::result_out_of_range || number < 1 || number > arguments.size()) {
+      const std::string asked = digits > 0 ? std::string(piece.substr(0, digits)) : std::to_string(k);
+      throw base::Error("\"" + std::string(text) + "\" asks for argument " + asked + " of " +
                         std::to_string(arguments.size()) + ".");
     }
+    piece.remove_prefix(digits);
+    if (piece.starts_with('%')) piece.remove_prefix(1);
     result += arguments[number - 1];
     result += piece;
   }
@@ -64,10 +70,11 @@ void Strings::ReloadStrings() {
 void Strings::Load() {
   const automation::Object section = component_.Call(host::kSection, kSectionName).AsObject();
   const bool filled = section && section.Whole(host::kCount) > 0;
+  // All or nothing: a component that fails half-way is asked anew.
+  font_ = component_.Text(host::kFont);
   section_ = filled ? section : automation::Object();
   table_.clear();
   loadTime_ = DateNow();
-  font_ = component_.Text(host::kFont);
   if (onLoaded) onLoaded();
 }
 
@@ -98,17 +105,25 @@ void Strings::SetLanguage(std::string_view language) {
 std::string Strings::GetStrings(std::string_view text) const {
   if (!section_) return std::string(text);
   const std::string key = base::Upper(base::Trim(text));
-  if (const auto found = table_.find(key); found != table_.end()) {
-    return found->second.empty() ? std::string(text) : found->second;
+  auto found = table_.find(key);
+  if (found == table_.end()) {
+    try {
+      found = table_.emplace(key, LookUp(key)).first;
+    } catch (const automation::Error&) {
+      return std::string(text);  // The host is busy or gone for now; the next one to ask tries again.
+    }
   }
-  std::string translation;
+  return found->second.value_or(std::string(text));
+}
+
+std::optional<std::string> Strings::LookUp(const std::string& key) const {
   try {
-    translation = section_.Get(host::kItem, key).AsText();
-  } catch (const automation::Error&) {
-    // A missing key: remembered as empty, so that it is asked for only once.
+    const automation::Value translation = section_.Get(host::kItem, key);
+    return translation.IsEmpty() ? std::nullopt : std::optional(translation.AsText());
+  } catch (const automation::Error& error) {
+    if (std::ranges::find(host::kNoSuchItem, error.Code()) == std::end(host::kNoSuchItem)) throw;
+    return std::nullopt;
   }
-  table_.emplace(key, translation);
-  return translation.empty() ? std::string(text) : translation;
 }
 
 std::string Strings::FormatStrings(std::string_view text, const std::vector<std::string>& arguments) const {

@@ -5,6 +5,7 @@
 
 #include <functional>
 #include <map>
+#include <optional>
 #include <string>
 #include <string_view>
 #include <vector>
@@ -54,7 +55,8 @@ class Strings {
   const std::string& Font() const { return font_; }
 
   /// The translation of `text`, found without regard to case and surrounding blanks; without one `text`
-  /// itself, exactly as given. Never fails.
+  /// itself, exactly as given. Never fails: a component that cannot be asked now counts as one without the
+  /// text, and is asked again the next time.
   std::string GetStrings(std::string_view text) const;
 
   /// The translation of `text` with its placeholders replaced by the translations of `arguments`. Throws
@@ -66,6 +68,9 @@ class Strings {
   /// The component. Throws automation::Error when there is none.
   automation::Object& Component();
   void Load();
+  /// The entry of the table, or nothing when there is none. Throws automation::Error when the component
+  /// cannot be asked now.
+  std::optional<std::string> LookUp(const std::string& key) const;
 
   std::function<automation::Object()> createComponent_;
   automation::Object component_;
@@ -74,8 +79,9 @@ class Strings {
   std::string font_;
   double loadTime_ =
       0;  // the platform's date: days since 30 December 1899, local time; 0 before the first load
-  automation::Object section_;                                     // nothing when the table is empty
-  mutable std::map<std::string, std::string, std::less<>> table_;  // the entries asked for so far
+  automation::Object section_;  // nothing when the table is empty
+  /// The entries asked for so far; nothing is a key that the table does not have.
+  mutable std::map<std::string, std::optional<std::string>, std::less<>> table_;
 };
 
 }  // namespace shell

@@ -230,11 +230,14 @@ class Button : public Control {
   int picture_ = 0;
 };
 
-/// A menu entry; one with entries of its own is a submenu, one with an empty caption a separator.
+/// A menu entry; one with entries of its own is a submenu, one with an empty caption a separator. `caption`
+/// shows the name of the key in the user's language behind a tab; `key` is the key itself, in a menu bar:
+/// "Ctrl+S", "F5".
 struct MenuItem {
   std::string caption;
   std::function<void()> onClick;
   std::vector<MenuItem> items;
+  std::string key = {};
 };
 
 class ListView : public Control {

@@ -7,15 +7,16 @@
 namespace ui {
 
 struct SaveRequest {
-  std::string filter;  // caption and pattern pairs, all separated by "|"
-  std::string proposedName;
-  unsigned flags = 0;  // the platform's OFN_ flags
+  std::string filter;        // caption and pattern pairs, all separated by "|"
+  std::string proposedName;  // its folder only where the person may write there
+  unsigned flags = 0;        // the platform's OFN_ flags
 };
 
 class FileDialog {
  public:
   virtual ~FileDialog() = default;
-  /// The chosen file's full name, or nothing when the person cancelled.
+  /// The full name of a file that can be written, or nothing when the person cancelled. What cannot be
+  /// written is told here.
   virtual std::optional<std::string> AskSaveFile(const SaveRequest& request) = 0;
 };
 

@@ -50,6 +50,8 @@ TEST_F(LanguageTest, TextsWithValuesFollowAndKeepThem) {
   ChangeTo("German");
   EXPECT_EQ(Text("fHardwareInput.lblSensor(3)"), "LINEAR (üblich: STD_THERMISTOR)");
   EXPECT_EQ(Find<ui::ListBox>("fControlOutput.cboONOFF(2)").SelectedText(), "AUS");
+  const ui::MenuItem& apply = Main().menu.at(0).items.at(0);
+  EXPECT_EQ(apply.caption + ", " + apply.key, "Ü&bernehmen\tStrg+S, Ctrl+S");
   Click("cmdApply");
   EXPECT_EQ(LastMessage(), "Apply/Main: Die Einstellungen wurden übernommen");
   EXPECT_EQ(building.StoredText(tests::kAssigned, "HardwareOutput3", 4, "SNVT_switch"), "0.0 0");

@@ -108,6 +108,27 @@ TEST_F(LoggerTest, ClearsSelectedRowsOrAll) {
   EXPECT_EQ(Rows()[0].cells[0], "4") << "numbers run on after clearing";
 }
 
+TEST_F(LoggerTest, CutsTheOldestRowsAndSaysSo) {
+  logger.AddMessage("selected, soon cut", "r", "l", 64);
+  std::string lines;
+  for (int i = 2; i <= 50'000; ++i) lines += std::to_string(i) + "\n";
+  logger.AddMessage(lines, "r", "l", 16);
+  auto& list = Find<ui::ListView>("ListView1");
+  list.SetSelection({0, 40'000});
+  ASSERT_EQ(Rows().size(), 50'000u);
+  logger.AddMessage("one more", "r", "l", 64);
+  ASSERT_LT(Rows().size(), 50'000u);
+  EXPECT_NE(Rows().front().cells[2].find("Older messages were removed"), std::string::npos);
+  EXPECT_EQ(Rows().front().icon, 48);
+  for (std::size_t row = 1; row + 1 < Rows().size(); ++row) {
+    ASSERT_EQ(Rows()[row].cells[2], Rows()[row].cells[0]);
+    ASSERT_EQ(std::stoi(Rows()[row].cells[0]), std::stoi(Rows()[row - 1].cells[0]) + 1);
+  }
+  EXPECT_EQ(Rows().back().cells[2], "one more");
+  ASSERT_EQ(list.Selection().size(), 1u);
+  EXPECT_EQ(Rows()[list.Selection()[0]].cells[2], "40001") << "what a person reads stays selected";
+}
+
 TEST_F(LoggerTest, ShowsNewRowsAtTheirFullWidth) {
   auto& list = Find<ui::ListView>("ListView1");
   const auto shown = [&list] { return std::pair(list.Fits(), list.Scrolls()); };

@@ -16,23 +16,34 @@ struct Component : automation::LocalClass<Component>, std::enable_shared_from_th
   int asked = 0;
   double lastChange = 1;
   int loads = 0;
+  std::uint32_t failure = 0;  // of every look-up, the font's too
 
-  static const automation::MemberOf<Component> kMembers[5];
+  void Fail() const {
+    if (failure) throw automation::Error(failure, "not now");
+  }
+
+  static const automation::MemberOf<Component> kMembers[6];
 };
 
 constexpr automation::MemberOf<Component> Component::kMembers[] = {
     {"LastChange", [](Component& self, const Arguments&) { return Value(self.lastChange); }},
-    {"Font", [](Component&, const Arguments&) { return Value("Tahoma"); }},
+    {"Font",
+     [](Component& self, const Arguments&) {
+       self.Fail();
+       return Value("Tahoma");
+     }},
     {"Section", nullptr, nullptr,
      [](Component& self, const Arguments& arguments) {
        EXPECT_EQ(arguments[0].AsText(), "RoofTopConfiguration");
        ++self.loads;
        return Value(automation::Object(self.shared_from_this()));
      }},
+    {"Language", nullptr, [](Component&, const Value&) {}},
     {"Count",
      [](Component& self, const Arguments&) { return Value(static_cast<std::int32_t>(self.texts.size())); }},
     {"Item", [](Component& self, const Arguments& arguments) {
        ++self.asked;
+       self.Fail();
        const auto found = self.texts.find(arguments[0].AsText());
        if (found == self.texts.end()) throw automation::Error(automation::kBadIndex, "no such text");
        return Value(found->second);
@@ -59,6 +70,34 @@ TEST_F(StringsTest, FindsTextsWithoutRegardToCaseAndBlanksAndAsksOnce) {
     EXPECT_EQ(strings.GetStrings(" Not there "), " Not there ");
   }
   EXPECT_EQ(component->asked, 2) << "each text once";
+}
+
+TEST_F(StringsTest, RemembersAsMissingOnlyWhatTheTableLacks) {
+  component->texts["NOTHING"] = "";
+  strings.ReloadStrings();
+  EXPECT_EQ(strings.GetStrings("Nothing"), "") << "an empty translation is one";
+  const struct {
+    std::uint32_t failure;
+    bool missing;
+  } cases[] = {{0x8002000B, true},    // bad index
+               {0x800A0005, true},    // unknown key of a Collection
+               {0x8001010A, false},   // busy: retry later
+               {0x800706BA, false}};  // the server is unavailable
+  for (const auto& item : cases) {
+    strings.SetLanguage("");
+    component->failure = item.failure;
+    EXPECT_EQ(strings.GetStrings(" alarm"), " alarm");
+    component->failure = 0;
+    EXPECT_EQ(strings.GetStrings("Alarm"), item.missing ? "Alarm" : "Alarme") << std::hex << item.failure;
+  }
+}
+
+TEST_F(StringsTest, ALoadThatFailedHalfWayIsTriedAgain) {
+  component->failure = 0x8001010A;
+  strings.ReloadStrings();
+  component->failure = 0;
+  strings.ReloadStrings();
+  EXPECT_EQ(strings.GetStrings("Alarm") + strings.Font(), "AlarmeTahoma");
 }
 
 TEST_F(StringsTest, LoadsAgainOnlyAfterAChangeOfLanguage) {
@@ -89,8 +128,9 @@ TEST_F(StringsTest, ReplacesPlaceholdersInAnyOrder) {
   };
   for (const auto& item : cases)
     EXPECT_EQ(strings.FormatStrings(item.text, item.arguments), item.result) << item.text;
-  EXPECT_THROW(strings.FormatStrings("%s3%", {"a", "b"}), base::Error);
-  EXPECT_THROW(strings.FormatStrings("%s0%", {"a"}), base::Error);
+  for (const char* unknown : {"%s3%", "%s0%", "%s99999999999%", "%s99999999999999999999%", "%s %s %s"}) {
+    EXPECT_THROW(strings.FormatStrings(unknown, {"a", "b"}), base::Error) << unknown;
+  }
 }
 
 TEST(StringsWithoutComponent, SpeakEnglish) {

@@ -138,6 +138,143 @@ TEST_F(UiControls, ARefusedChoiceIsTakenBackOnTheScreen) {
   EXPECT_FALSE(Marked(desk_.check));
 }
 
+TEST_F(UiControls, KeysInAListChooseOnceWhenThePersonIsDone) {
+  desk_.cancelButton = &desk_.button;  // not to be pressed by an escape that is the list's
+  std::vector<std::string> chosen;
+  // A rule refuses "Heat", which stands in the way of "Cool".
+  desk_.list.onClick = [&] {
+    chosen.push_back(desk_.list.SelectedText());
+    if (desk_.list.SelectedText() == "Heat") desk_.list.Select(0);
+  };
+  using Texts = std::vector<std::string>;
+  const struct {
+    const char* what;
+    std::vector<WORD> keys;
+    Texts chosen;
+    int shown;
+  } cases[] = {
+      {"open, given up", {VK_F4, VK_DOWN, VK_DOWN, VK_ESCAPE}, {}, 0},
+      {"open, given up by going on", {VK_F4, VK_DOWN, VK_DOWN, VK_TAB}, {}, 0},
+      {"open, chosen", {VK_F4, VK_DOWN, VK_DOWN, VK_RETURN}, {"Cool"}, 2},
+      {"open, chosen, refused", {VK_F4, VK_DOWN, VK_RETURN}, {"Heat"}, 0},
+      {"closed, still there", {VK_DOWN, VK_DOWN}, {}, 2},
+      {"closed, left", {VK_DOWN, VK_DOWN, VK_TAB}, {"Cool"}, 2},
+      {"closed, left, refused", {VK_DOWN, VK_TAB}, {"Heat"}, 0},
+      {"closed, there and back", {VK_DOWN, VK_DOWN, VK_HOME, VK_TAB}, {}, 0},
+      {"closed, given up", {VK_DOWN, VK_DOWN, VK_ESCAPE, VK_TAB}, {}, 0},
+      {"closed, then opened and given up", {VK_END, VK_F4, VK_ESCAPE, VK_TAB}, {}, 0},
+      {"closed, then opened and chosen", {VK_END, VK_F4, VK_RETURN, VK_TAB}, {"Cool"}, 2},
+  };
+  for (const auto& item : cases) {
+    desk_.list.Select(0);
+    MoveFocus(desk_.list);
+    chosen.clear();
+    desk_.changes = 0;
+    for (const WORD key : item.keys) Press(key);
+    EXPECT_EQ(chosen, item.chosen) << item.what;
+    EXPECT_EQ(Chosen(), item.shown) << item.what;
+    EXPECT_EQ(desk_.changes, 0) << item.what;
+    desk_.list.Select(0);
+    MoveFocus(desk_.text);
+  }
+}
+
+TEST_F(UiControls, WhatMovesInAnOpenListIsNoChoiceYet) {
+  MoveFocus(desk_.list);
+  for (const auto& [key, changes] : {std::pair<WORD, int>{VK_ESCAPE, 0}, {VK_RETURN, 1}}) {
+    Press(VK_F4);
+    ChooseEntry(Native(desk_.list), 2);
+    EXPECT_EQ(desk_.changes, 0);
+    Press(key);
+    EXPECT_EQ(desk_.changes, changes);
+    EXPECT_EQ(Chosen(), 2 * changes);
+  }
+}
+
+TEST_F(UiControls, WhatAListShowsIsTakenBeforeAnythingElseHappens) {
+  std::string order;
+  desk_.list.onClick = [&] {
+    order += "choose " + desk_.list.SelectedText();
+    if (desk_.list.SelectedText() == "Heat") desk_.list.Select(0);
+  };
+  const auto note = [&order](const char* what) { return [&order, what] { order += what; }; };
+  desk_.button.onClick = note(", press");
+  desk_.defaultButton = &desk_.button;
+  desk_.menu = {{"&Refresh\tF5", note(", refresh"), {}, "F5"}};
+  toolkit_.Discard(desk_);
+  toolkit_.Realize(desk_);
+  desk_.Show();
+  const HWND window = toolkit_.HandleOf(desk_);
+  const struct {
+    WORD entry;
+    std::function<void()> goOn;
+    const char* order;
+  } cases[] = {
+      {VK_END, [&] { Press(VK_RETURN); }, "choose Cool, press"},
+      {VK_END, [&] { Press(VK_F5); }, "choose Cool, refresh"},
+      {VK_END, [&] { Click(Native(desk_.button)); }, "choose Cool, press"},
+      {VK_END, [&] { SendMessageW(window, WM_CLOSE, 0, 0); }, "choose Cool"},
+      {VK_DOWN, [&] { Press(VK_F5); }, "choose Heat"},  // refused: the person thinks again
+      {VK_DOWN, [&] { SendMessageW(window, WM_CLOSE, 0, 0); }, "choose Heat"},
+  };
+  for (const auto& item : cases) {
+    desk_.list.Select(0);
+    desk_.Show();
+    desk_.BringToFront();
+    Settle();
+    MoveFocus(desk_.list);
+    Press(item.entry);
+    order.clear();
+    item.goOn();
+    Settle();
+    EXPECT_EQ(order, item.order);
+  }
+  EXPECT_TRUE(desk_.Visible()) << "the window stays when what it shows was refused on closing";
+}
+
+TEST_F(UiControls, AListInAForeignWindowDoesNotWait) {
+  ui::Window outer("fOuter");
+  Show(outer);
+  toolkit_.Discard(desk_);
+  toolkit_.RealizeInside(desk_, toolkit_.HandleOf(outer));
+  Settle();
+  MoveFocus(desk_.list);
+  Press(VK_END);
+  EXPECT_EQ(desk_.list.SelectedText(), "Cool");
+  EXPECT_EQ(desk_.changes, 1);
+  toolkit_.Discard(desk_);
+  toolkit_.Discard(outer);
+}
+
+TEST_F(UiControls, TheWheelOverAClosedListIsPassedOn) {
+  MoveFocus(desk_.list);
+  const auto turn = [&] {
+    SendMessageW(Native(desk_.list), WM_MOUSEWHEEL, MAKEWPARAM(0, -WHEEL_DELTA), 0);
+    Settle();
+    return Chosen();
+  };
+  EXPECT_EQ(turn(), 0);
+  MoveFocus(desk_.text);
+  EXPECT_EQ(desk_.changes, 0);
+}
+
+TEST_F(UiControls, AListFollowsTheDensityOfTheScreen) {
+  const auto height = [this](WPARAM part) {
+    return static_cast<int>(SendMessageW(Native(desk_.list), CB_GETITEMHEIGHT, part, 0));
+  };
+  const int field = height(static_cast<WPARAM>(-1));
+  const int entry = height(0);
+  RECT rect = RectOf(toolkit_.HandleOf(desk_));
+  SendMessageW(toolkit_.HandleOf(desk_), WM_DPICHANGED, MAKEWPARAM(192, 192),
+               reinterpret_cast<LPARAM>(&rect));
+  Settle();
+  EXPECT_GT(height(static_cast<WPARAM>(-1)), field * 3 / 2);
+  EXPECT_GT(height(0), entry * 3 / 2);
+  const RECT list = RectOf(Native(desk_.list));
+  const RECT box = RectOf(Native(desk_.text));
+  EXPECT_NEAR(list.bottom - list.top, box.bottom - box.top, 2);
+}
+
 TEST_F(UiControls, ArrowKeysStayWithinTheOptions) {
   MoveFocus(desk_.option[1]);
   EXPECT_EQ(desk_.changes, 0) << "the focus alone is no click";

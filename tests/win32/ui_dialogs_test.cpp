@@ -1,5 +1,6 @@
 // The system's own dialogs: message boxes, the dialog for saving a file, and help.
 #include "platform/win32/file_dialog.h"
+#include "platform/win32/handle.h"
 #include "platform/win32/help_viewer.h"
 #include "platform/win32/process.h"
 #include "platform/win32/prompts.h"
@@ -20,6 +21,13 @@ class UiDialogs : public UiTest {
     Show(window_);
   }
   ~UiDialogs() override { toolkit_.Discard(window_); }
+
+  void WhenAnotherDialogOpens(HWND before, const std::function<void(HWND)>& act) {
+    loop_.Post([=, this] {
+      if (IsWindowVisible(before)) return WhenAnotherDialogOpens(before, act);
+      WhenDialogOpens(act);
+    });
+  }
 
   ui::Window window_{"fTool"};
   ui::TextBox box_{window_, "box"};
@@ -98,6 +106,47 @@ TEST_F(UiDialogs, TheSaveDialogProposesAndAnswersAName) {
 
   WhenDialogOpens([](HWND window) { PostMessageW(window, WM_COMMAND, IDCANCEL, 0); });
   EXPECT_EQ(dialog.AskSaveFile(request), std::nullopt);
+}
+
+TEST_F(UiDialogs, TheSaveDialogLeavesNoFolderOrFileThatCannotBeWritten) {
+  win32::SaveDialog dialog(toolkit_);
+  const auto type = [this](const char* name) {
+    WhenDialogOpens([name](HWND window) {
+      SetTextOf(GetDlgItem(window, kNameBox), name);
+      PostMessageW(window, WM_COMMAND, IDOK, 0);
+    });
+  };
+  // What may not be written in is left for the documents; a new name is taken in spite of "must exist".
+  constexpr unsigned kFileMustExist = 0x1000;
+  type("first");
+  const auto first = dialog.AskSaveFile(
+      {"Log files (*.log)|*.log", "C:\\no such folder\\PlugIn.log", kHideReadOnly | kFileMustExist});
+  ASSERT_TRUE(first);
+  EXPECT_NE(first->find("Documents\\first.log"), std::string::npos) << *first;
+  EXPECT_EQ(GetFileAttributesW(win32::Wide(*first).c_str()), INVALID_FILE_ATTRIBUTES)
+      << "nothing is left behind";
+
+  // Another program has the file to itself.
+  const win32::Handle other(CreateFileW(win32::Wide(*first).c_str(), GENERIC_WRITE, 0, nullptr, CREATE_NEW,
+                                        FILE_FLAG_DELETE_ON_CLOSE, nullptr));
+  std::string told;
+  int dialogs = 0;
+  const std::function<void(HWND)> act = [&](HWND window) {
+    if (const HWND name = GetDlgItem(window, kNameBox)) {
+      SetTextOf(name, ++dialogs == 1 ? "first.log" : "second.log");
+    } else {
+      for (HWND text = nullptr; (text = FindWindowExW(window, text, L"Static", nullptr));)
+        told += TextOf(text);
+    }
+    PostMessageW(window, WM_COMMAND, IDOK, 0);
+    if (dialogs < 2) WhenAnotherDialogOpens(window, act);
+  };
+  WhenDialogOpens(act);
+  const auto second = dialog.AskSaveFile({"Log files (*.log)|*.log", *first, kHideReadOnly});
+  ASSERT_TRUE(second);
+  EXPECT_NE(second->find("second.log"), std::string::npos);
+  EXPECT_NE(told.find(*first + "\n"), std::string::npos) << told;
+  EXPECT_NE(told.find("(32)"), std::string::npos) << told;
 }
 
 TEST_F(UiDialogs, HelpSaysWhatIsMissing) {

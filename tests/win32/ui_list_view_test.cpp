@@ -3,7 +3,9 @@
 // After windows.h, which it needs.
 #include <commctrl.h>
 
+#include "logger/message_logger.h"
 #include "platform/win32/utf.h"
+#include "tests/core/stand_ins.h"
 
 namespace ui_test {
 namespace {
@@ -81,13 +83,17 @@ TEST_F(UiListView, RowsShowTheirCellsAndLevels) {
 
   Send(LVM_ENSUREVISIBLE, 4, FALSE);
   log_->Add(16, "added °");
+  Settle();
   EXPECT_EQ(Send(LVM_GETITEMCOUNT), 6);
   EXPECT_EQ(Cell(5, 1), "added °");
   for (int i = 0; i < 100; ++i) log_->Add(64, "more");
+  Settle();
   EXPECT_LT(Send(LVM_GETTOPINDEX), 50);
   log_->list.ScrollToEnd();
+  Settle();
   EXPECT_GE(Send(LVM_GETTOPINDEX) + Send(LVM_GETCOUNTPERPAGE), 106);
   log_->list.SetRows({{"k", {"only"}, 64}});
+  Settle();
   EXPECT_EQ(Send(LVM_GETITEMCOUNT), 1);
   EXPECT_EQ(Cell(0, 0), "only");
   EXPECT_EQ(Cell(0, 1), "") << "a row may have fewer cells than columns";
@@ -126,12 +132,15 @@ TEST_F(UiListView, ColumnsFitTheirLongestCell) {
   Open(true);
   const LRESULT before = Send(LVM_GETCOLUMNWIDTH, 0);
   log_->list.SetRows({{"k", {"a first cell that is much longer than its title", "short"}, 0}});
+  Settle();
   EXPECT_EQ(Send(LVM_GETCOLUMNWIDTH, 0), before);
   log_->list.FitColumns();
+  Settle();
   EXPECT_GE(Send(LVM_GETCOLUMNWIDTH, 0),
             Send(LVM_GETSTRINGWIDTHW, 0,
                  reinterpret_cast<LPARAM>(L"a first cell that is much longer than its title")));
   log_->list.SetColumns({"One", "Two", "Three"});
+  Settle();
   EXPECT_EQ(SendMessageW(reinterpret_cast<HWND>(Send(LVM_GETHEADER)), HDM_GETITEMCOUNT, 0, 0), 3);
 }
 
@@ -148,6 +157,78 @@ TEST_F(UiListView, TheMenuKeyOpensThePopup) {
   });
   SendMessageW(View(), WM_CONTEXTMENU, reinterpret_cast<WPARAM>(View()), -1);
   EXPECT_EQ(ran, std::vector<std::string>{"save"});
+}
+
+TEST_F(UiListView, ALetterGoesToTheNextRowThatBeginsSo) {
+  Open(false);
+  std::vector<ui::ListView::Row> rows;
+  for (const char* name : {"Alarm", "Inputs", "Fan", "information", "PID"}) rows.push_back({name, {name}, 0});
+  log_->list.SetRows(rows);
+  Settle();
+  SetFocus(View());
+  std::vector<std::size_t> visited;
+  log_->list.onSelect = [&](std::size_t place) { visited.push_back(place); };
+  for (const char letter : {'i', 'i', 'i', 'p'}) {
+    PostMessageW(View(), WM_CHAR, static_cast<WPARAM>(letter), 1);
+    Settle();
+    Sleep(600);  // sooner, and the next one is the second letter of a word
+  }
+  EXPECT_EQ(visited, (std::vector<std::size_t>{1, 3, 1, 4}));
+}
+
+TEST_F(UiListView, ALongCellIsShownToItsEnd) {
+  Open(false);
+  const std::string blank(300, ' ');
+  log_->list.SetRows({{"1", {"1", blank + "HHHH"}, 0}, {"2", {"2", blank + "    "}, 0}});
+  log_->list.FitColumns();
+  Settle();
+  Send(LVM_SCROLL, 100'000, 0);
+  UpdateWindow(View());
+  // Whether something stands at the right end of the row.
+  const auto inked = [&](int row) {
+    RECT cell = {LVIR_LABEL, 1, 0, 0};
+    Send(LVM_GETSUBITEMRECT, static_cast<WPARAM>(row), reinterpret_cast<LPARAM>(&cell));
+    const HDC context = GetDC(View());
+    int count = 0;
+    for (int x = cell.right - 60; x < cell.right; ++x) {
+      count += GetPixel(context, x, (cell.top + cell.bottom) / 2) == GetSysColor(COLOR_WINDOWTEXT);
+    }
+    ReleaseDC(View(), context);
+    return count;
+  };
+  EXPECT_GT(inked(0), 0);
+  EXPECT_EQ(inked(1), 0);
+}
+
+// Milliseconds of the processor that this program has used: others may be running.
+ULONGLONG TimeUsed() {
+  FILETIME times[4];
+  GetProcessTimes(GetCurrentProcess(), &times[0], &times[1], &times[2], &times[3]);
+  const auto ticks = [](const FILETIME& time) {
+    return (ULONGLONG{time.dwHighDateTime} << 32) + time.dwLowDateTime;
+  };
+  return (ticks(times[2]) + ticks(times[3])) / 10'000;
+}
+
+TEST_F(UiListView, AFloodOfMessagesLeavesTheWindowUsable) {
+  tests::StandIns platform;
+  logger::fMessage logger({platform.registry, platform.locale, loop_, platform.fileDialog, &toolkit_,
+                           "Software\\Key", "C:\\", [](std::string_view text) { return std::string(text); }});
+  constexpr int kMessages = 10'000;
+  const ULONGLONG before = TimeUsed();
+  for (int i = 1; i <= kMessages; ++i) {
+    logger.AddMessage("The property " + std::to_string(i) + " could not be read.", "FillValue", "PID", 16);
+    if (i % 100 == 0) loop_.Turn();
+  }
+  auto& list = dynamic_cast<ui::ListView&>(*logger.Find("ListView1"));
+  ASSERT_TRUE(RunUntil([&] { return list.Fits() > 0 && list.Scrolls() > 0; }));
+  Settle();
+  EXPECT_LT(TimeUsed() - before, 2000u);
+  const HWND view = Native(list);
+  EXPECT_EQ(SendMessageW(view, LVM_GETITEMCOUNT, 0, 0), kMessages);
+  SetFocus(view);
+  Press(VK_END);
+  EXPECT_EQ(list.Selection(), std::vector<std::size_t>{kMessages - 1});
 }
 
 }  // namespace

@@ -239,8 +239,8 @@ TEST_F(UiWindow, MenuKeysAndEntriesRunTheirCommands) {
   sheet_.menu = {
       {"&File",
        {},
-       {{"&Apply\tF2", run("apply"), {}}, {"", {}, {}}, {"&More", {}, {{"Deep", run("deep"), {}}}}}},
-      {"&Refresh\tF5", run("refresh"), {}}};
+       {{"&Apply\tF2", run("apply"), {}, "F2"}, {"", {}, {}}, {"&More", {}, {{"Deep", run("deep"), {}}}}}},
+      {"&Refresh\tF5", run("refresh"), {}, "F5"}};
   Show(sheet_);
   MoveFocus(sheet_.box);
   Press(VK_F5);
@@ -251,7 +251,7 @@ TEST_F(UiWindow, MenuKeysAndEntriesRunTheirCommands) {
   EXPECT_EQ(ran, (std::vector<std::string>{"refresh", "apply", "deep"}));
 
   ran.clear();
-  sheet_.menu = {{"&Aktualisieren\tF6", run("refresh"), {}}};
+  sheet_.menu = {{"&Aktualisieren\tF6", run("refresh"), {}, "F6"}};
   sheet_.caption.SetText("Kurz");
   Settle();
   EXPECT_EQ(GetMenuItemCount(GetMenu(Frame())), 1) << "new captions come with the next arrangement";
@@ -262,20 +262,16 @@ TEST_F(UiWindow, MenuKeysAndEntriesRunTheirCommands) {
   EXPECT_EQ(ran, std::vector<std::string>{"refresh"});
 }
 
-TEST(UiMenu, AcceleratorsAreReadFromCaptions) {
-  const std::tuple<const wchar_t*, WORD, int> cases[] = {
-      {L"&Save\tCtrl+S", 'S', FCONTROL},
-      {L"Help\tF1", VK_F1, 0},
-      {L"Last\tShift+F24", VK_F24, FSHIFT},
-      {L"All\tCtrl+Shift+Alt+7", '7', FCONTROL | FSHIFT | FALT},
-      {L"Delete\tDel", VK_DELETE, 0}};
-  for (const auto& [caption, key, modifiers] : cases) {
-    const ACCEL accelerator = win32::ParseAccelerator(caption);
-    EXPECT_EQ(accelerator.key, key) << win32::Utf8(caption);
-    EXPECT_EQ(accelerator.fVirt, modifiers | FVIRTKEY) << win32::Utf8(caption);
+TEST(UiMenu, KeysAreReadFromTheirNames) {
+  const std::tuple<const char*, WORD, int> cases[] = {
+      {"Ctrl+S", 'S', FCONTROL}, {"F1", VK_F1, 0}, {"Ctrl+F24", VK_F24, FCONTROL}, {"7", '7', 0}};
+  for (const auto& [name, key, modifiers] : cases) {
+    const ACCEL accelerator = win32::ParseAccelerator(name);
+    EXPECT_EQ(accelerator.key, key) << name;
+    EXPECT_EQ(accelerator.fVirt, modifiers | FVIRTKEY) << name;
   }
-  for (const wchar_t* none : {L"no key", L"wrong\tF25", L"wrong\tCtrl+", L"wrong\tHyper+S", L"wrong\tFx"}) {
-    EXPECT_EQ(win32::ParseAccelerator(none).key, 0) << win32::Utf8(none);
+  for (const char* none : {"", "FF", "F25", "F1x", "Ctrl+", "Strg+S", "Fx"}) {
+    EXPECT_EQ(win32::ParseAccelerator(none).key, 0) << none;
   }
 }
 

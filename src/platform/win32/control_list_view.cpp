@@ -1,10 +1,12 @@
-// List views: a table whose rows stay in the description; the native control asks for what it shows, so that
-// a row is added without touching the others.
+// List views: a table whose rows stay in the description; the native control asks for what it shows. What
+// changes in one turn of the loop is mirrored together when the turn is done, and nothing that is done for a
+// new row looks at the others: a log may get many rows at once.
 #include <algorithm>
-#include <array>
+#include <utility>
 
 #include "platform/win32/control_kinds.h"
 #include "platform/win32/form_native.h"
+#include "platform/win32/list_cells.h"
 #include "platform/win32/menu_native.h"
 #include "platform/win32/utf.h"
 #include "platform/win32/window_native.h"
@@ -27,6 +29,7 @@ class NativeListView : public NativeControl {
   ui::Size Measure() const override;
   bool Place(const ui::Rect& rect) override;
   void Mirror(ui::Aspect aspect) override;
+  void FontChanged() override;
   LRESULT Notify(NMHDR& header) override;
   void ContextMenu(std::optional<POINT> place) override;
 
@@ -38,16 +41,20 @@ class NativeListView : public NativeControl {
     return SendMessageW(Window(), message, wParam, lParam);
   }
 
+  void QueueMirror();
+  void MirrorContent();
   void MirrorColumns();
   void MirrorRows();
+  void ShowPictures();
   void MirrorSelection();
   void FitColumns();
   void ScrollToEnd();
   int ColumnWidth(std::size_t column) const;
+  int Widest(std::size_t column) const;
   bool HasPictures() const;
-  void FillWidth();
+  bool SetWidth(std::size_t column, int width);
+  bool FillWidth();
   std::vector<std::size_t> NativeSelection() const;
-  void GiveCell(LVITEMW& item) const;
   void QueueSelection();
   void TakeSelection();
 
@@ -56,9 +63,15 @@ class NativeListView : public NativeControl {
   int fits_ = 0;
   int scrolls_ = 0;
   bool mirroring_ = false;
+  bool mirrorQueued_ = false;
   bool selectionQueued_ = false;
-  mutable std::array<std::wstring, 4> cells_;  // lent to the native control, which may ask for more meanwhile
-  mutable std::size_t nextCell_ = 0;
+  bool selectionTouched_ = false;  // not by code
+  std::vector<std::size_t> shownSelection_;
+  // Pixels of the longest cell of each column, among the rows measured so far.
+  mutable std::vector<int> widest_;
+  mutable std::size_t measuredRows_ = 0;
+  mutable int measuredGeneration_ = 0;
+  ListCells cells_{List(), Metrics()};
 };
 
 NativeControl::Style NativeListView::GetStyle() const {
@@ -71,6 +84,7 @@ NativeControl::Style NativeListView::GetStyle() const {
 void NativeListView::Created() {
   const DWORD look = LVS_EX_FULLROWSELECT | LVS_EX_DOUBLEBUFFER | LVS_EX_LABELTIP;
   Send(LVM_SETEXTENDEDLISTVIEWSTYLE, look, static_cast<LPARAM>(look));
+  MirrorContent();
 }
 
 ui::Size NativeListView::Measure() const {
@@ -87,16 +101,34 @@ bool NativeListView::Place(const ui::Rect& rect) {
 }
 
 void NativeListView::Mirror(ui::Aspect aspect) {
-  if (aspect == ui::Aspect::kContent) {
-    mirroring_ = true;
-    if (shownColumns_ != List().Columns()) MirrorColumns();
-    MirrorRows();
-    MirrorSelection();
-    if (fits_ != List().Fits()) FitColumns();
-    if (scrolls_ != List().Scrolls()) ScrollToEnd();
-    mirroring_ = false;
-  }
+  if (aspect == ui::Aspect::kContent) return QueueMirror();
   if (aspect != ui::Aspect::kText) NativeControl::Mirror(aspect);
+}
+
+void NativeListView::QueueMirror() {
+  if (std::exchange(mirrorQueued_, true)) return;
+  Context().loop.Post([this, weak = Form().weak_from_this()] {
+    const auto form = weak.lock();
+    if (!form || !form->Alive()) return;
+    mirrorQueued_ = false;
+    MirrorContent();
+  });
+}
+
+void NativeListView::MirrorContent() {
+  mirroring_ = true;
+  if (shownColumns_ != List().Columns()) MirrorColumns();
+  MirrorRows();
+  MirrorSelection();
+  if (fits_ != List().Fits()) FitColumns();
+  if (scrolls_ != List().Scrolls()) ScrollToEnd();
+  mirroring_ = false;
+}
+
+void NativeListView::FontChanged() {
+  widest_.clear();
+  NativeControl::FontChanged();
+  if (Window()) FitColumns();
 }
 
 void NativeListView::MirrorColumns() {
@@ -118,20 +150,28 @@ void NativeListView::MirrorRows() {
   const bool replaced = shownGeneration_ != List().Generation();
   if (!replaced && Send(LVM_GETITEMCOUNT) == count) return;
   shownGeneration_ = List().Generation();
-  // The icons only where a row has one: the list would leave room for them everywhere.
+  ShowPictures();
+  Send(LVM_SETITEMCOUNT, static_cast<WPARAM>(count), replaced ? 0 : LVSICF_NOINVALIDATEALL | LVSICF_NOSCROLL);
+  if (!replaced) return;
+  selectionTouched_ = true;
+  InvalidateRect(Window(), nullptr, FALSE);
+}
+
+// The icons only where a row has one: the list would leave room for them everywhere.
+void NativeListView::ShowPictures() {
   const Pictures& pictures = Context().pictures;
   const HIMAGELIST wanted = HasPictures() ? pictures.Levels() : pictures.Spacer();
   if (reinterpret_cast<HIMAGELIST>(Send(LVM_GETIMAGELIST, LVSIL_SMALL)) != wanted) {
     Send(LVM_SETIMAGELIST, LVSIL_SMALL, reinterpret_cast<LPARAM>(wanted));
   }
-  Send(LVM_SETITEMCOUNT, static_cast<WPARAM>(count), replaced ? 0 : LVSICF_NOINVALIDATEALL | LVSICF_NOSCROLL);
-  if (replaced) InvalidateRect(Window(), nullptr, FALSE);
 }
 
 void NativeListView::MirrorSelection() {
-  const std::vector<std::size_t> wanted = List().Selection();
-  const std::vector<std::size_t> shown = NativeSelection();
-  if (wanted == shown) return;
+  if (selectionQueued_) return;  // the person's own is taken first
+  const std::vector<std::size_t>& wanted = List().Selection();
+  if (!std::exchange(selectionTouched_, false) && wanted == shownSelection_) return;
+  shownSelection_ = wanted;
+  if (wanted == NativeSelection()) return;
   LVITEMW item = {};
   item.stateMask = LVIS_SELECTED | LVIS_FOCUSED;
   Send(LVM_SETITEMSTATE, static_cast<WPARAM>(-1), reinterpret_cast<LPARAM>(&item));
@@ -142,10 +182,18 @@ void NativeListView::MirrorSelection() {
 
 void NativeListView::FitColumns() {
   fits_ = List().Fits();
-  for (std::size_t i = 0; i < shownColumns_.size(); ++i) Send(LVM_SETCOLUMNWIDTH, i, ColumnWidth(i));
-  FillWidth();
+  bool changed = false;
+  for (std::size_t i = 0; i + 1 < shownColumns_.size(); ++i) changed |= SetWidth(i, ColumnWidth(i));
+  changed |= FillWidth();
   // A cell that was cut off would keep its dots.
-  InvalidateRect(Window(), nullptr, TRUE);
+  if (changed) InvalidateRect(Window(), nullptr, TRUE);
+}
+
+// Setting a width paints everything anew, also the one that the column has.
+bool NativeListView::SetWidth(std::size_t column, int width) {
+  if (Send(LVM_GETCOLUMNWIDTH, column) == width) return false;
+  Send(LVM_SETCOLUMNWIDTH, column, width);
+  return true;
 }
 
 void NativeListView::ScrollToEnd() {
@@ -154,33 +202,52 @@ void NativeListView::ScrollToEnd() {
 }
 
 int NativeListView::ColumnWidth(std::size_t column) const {
-  int width = column < List().Columns().size() ? Metrics().Width(Wide(List().Columns()[column])) : 0;
-  for (const ui::ListView::Row& row : List().Rows()) {
-    if (column < row.cells.size()) width = std::max(width, Metrics().Width(Wide(row.cells[column])));
-  }
-  return width + Metrics().Scale(kCellPadding) +
+  const int title = column < List().Columns().size() ? Metrics().Width(Wide(List().Columns()[column])) : 0;
+  return std::max(title, Widest(column)) + Metrics().Scale(kCellPadding) +
          (column == 0 && HasPictures() ? Context().pictures.Width() : 0);
+}
+
+int NativeListView::Widest(std::size_t column) const {
+  const auto& rows = List().Rows();
+  const std::size_t columns = std::max<std::size_t>(List().Columns().size(), 1);
+  if (widest_.size() != columns || measuredGeneration_ != List().Generation()) {
+    widest_.assign(columns, 0);
+    measuredRows_ = 0;
+    measuredGeneration_ = List().Generation();
+  }
+  for (; measuredRows_ < rows.size(); ++measuredRows_) {
+    const auto& cells = rows[measuredRows_].cells;
+    const auto* before = measuredRows_ > 0 ? &rows[measuredRows_ - 1].cells : nullptr;
+    for (std::size_t i = 0; i < std::min(cells.size(), widest_.size()); ++i) {
+      // The routine, the location and the date of messages that come together are the same.
+      if (before && i < before->size() && (*before)[i] == cells[i]) continue;
+      widest_[i] = std::max(widest_[i], Metrics().Width(Wide(cells[i])));
+    }
+  }
+  return column < widest_.size() ? widest_[column] : 0;
 }
 
 bool NativeListView::HasPictures() const {
   return std::ranges::any_of(List().Rows(), [](const ui::ListView::Row& row) { return row.icon != 0; });
 }
 
-// The last column takes the width that the others leave.
-void NativeListView::FillWidth() {
-  if (shownColumns_.empty()) return;
+// The last column takes the width that the others leave, at least its own.
+bool NativeListView::FillWidth() {
+  if (shownColumns_.empty()) return false;
   RECT client = {};
   GetClientRect(Window(), &client);
   const std::size_t last = shownColumns_.size() - 1;
   int left = client.right;
   for (std::size_t i = 0; i < last; ++i) left -= static_cast<int>(Send(LVM_GETCOLUMNWIDTH, i));
-  if (left >= ColumnWidth(last)) Send(LVM_SETCOLUMNWIDTH, last, left);
+  return SetWidth(last, std::max(left, ColumnWidth(last)));
 }
 
 std::vector<std::size_t> NativeListView::NativeSelection() const {
   std::vector<std::size_t> places;
-  for (LRESULT i = Send(LVM_GETNEXTITEM, static_cast<WPARAM>(-1), LVNI_SELECTED); i >= 0;
-       i = Send(LVM_GETNEXTITEM, static_cast<WPARAM>(i), LVNI_SELECTED)) {
+  const auto count = static_cast<std::size_t>(Send(LVM_GETSELECTEDCOUNT));
+  for (LRESULT i = -1; places.size() < count;) {
+    i = Send(LVM_GETNEXTITEM, static_cast<WPARAM>(i), LVNI_SELECTED);
+    if (i < 0) break;
     places.push_back(static_cast<std::size_t>(i));
   }
   return places;
@@ -189,38 +256,28 @@ std::vector<std::size_t> NativeListView::NativeSelection() const {
 LRESULT NativeListView::Notify(NMHDR& header) {
   switch (header.code) {
     case LVN_GETDISPINFOW:
-      GiveCell(reinterpret_cast<NMLVDISPINFOW&>(header).item);
-      break;
+      cells_.Give(reinterpret_cast<NMLVDISPINFOW&>(header).item);
+      return 0;
+    case LVN_ODFINDITEMW:
+      return cells_.Find(reinterpret_cast<const NMLVFINDITEMW&>(header));
+    case NM_CUSTOMDRAW:
+      return cells_.Draw(reinterpret_cast<const NMLVCUSTOMDRAW&>(header));
     case LVN_ITEMCHANGED:
     case LVN_ODSTATECHANGED:
     case NM_CLICK:
     case NM_RCLICK:
       if (!mirroring_) QueueSelection();
-      break;
+      return 0;
     default:
-      break;
+      return 0;
   }
-  return 0;
-}
-
-void NativeListView::GiveCell(LVITEMW& item) const {
-  const auto& rows = List().Rows();
-  if (item.iItem < 0 || static_cast<std::size_t>(item.iItem) >= rows.size()) return;
-  const ui::ListView::Row& row = rows[static_cast<std::size_t>(item.iItem)];
-  const auto column = static_cast<std::size_t>(item.iSubItem);
-  if (item.mask & LVIF_TEXT) {
-    std::wstring& cell = cells_[nextCell_++ % cells_.size()];
-    cell = column < row.cells.size() ? Wide(row.cells[column]) : std::wstring();
-    item.pszText = cell.data();
-  }
-  if (item.mask & LVIF_IMAGE) item.iImage = column == 0 ? Pictures::LevelPlace(row.icon) : -1;
 }
 
 // Not from inside the notification: the check of a text box that was just left comes first, and a selection
 // of many rows tells each one.
 void NativeListView::QueueSelection() {
-  if (selectionQueued_) return;
-  selectionQueued_ = true;
+  selectionTouched_ = true;
+  if (std::exchange(selectionQueued_, true)) return;
   const int refusals = Form().Top().Focus().Refusals();
   Context().loop.Post([this, refusals, weak = Form().weak_from_this()] {
     const auto form = weak.lock();

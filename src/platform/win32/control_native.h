@@ -47,6 +47,9 @@ class NativeControl {
   /// Brings the focus here; a text box selects its content.
   virtual void TakeFocus();
 
+  /// Takes what the focus keeper was told to await; no when it was refused.
+  virtual bool Take() { return true; }
+
   /// Notifications of the native control to its parent.
   virtual void Command(UINT /*code*/) {}
   virtual LRESULT Notify(NMHDR& /*header*/) { return 0; }
@@ -72,6 +75,10 @@ class NativeControl {
   /// Runs what a person did, after the leave check of the text box left before; a refused check drops it. The
   /// native control shows the description again afterwards.
   void Act(const std::function<void()>& work);
+  /// What the native control does with a message by itself.
+  LRESULT Native(UINT message, WPARAM wParam, LPARAM lParam) const {
+    return CallWindowProcW(native_, window_, message, wParam, lParam);
+  }
   UiContext& Context() const;
   const FontMetrics& Metrics() const { return Context().font; }
 

@@ -52,13 +52,27 @@ void FocusKeeper::Moved() {
     if (!window) return;
     queued_ = false;
     if (!window->Alive()) return;
-    if (!Settle() || !window->Alive()) return;
+    const NativeControl* focused = Focused();
+    const bool goesOn = focused && focused != awaited_;
+    if (!(goesOn ? Settle() : SettleFocus()) || !window->Alive()) return;
     Reveal();
     MarkDefaultButton();
   });
 }
 
-bool FocusKeeper::Settle() {
+bool FocusKeeper::Settle() { return SettleFocus() && TakeAwaited(); }
+
+bool FocusKeeper::TakeAwaited() {
+  if (!awaited_ || settling_ || !window_.Alive() || !window_.TakesInput()) return true;
+  NativeControl* control = std::exchange(awaited_, nullptr);
+  settling_ = true;
+  const bool accepted = control->Take();
+  settling_ = false;
+  if (!accepted) ++refusals_;
+  return accepted;
+}
+
+bool FocusKeeper::SettleFocus() {
   if (settling_ || !window_.Alive() || !window_.TakesInput()) return true;
   NativeControl* focused = Focused();
   if (!focused || focused == entered_ || window_.IsCancelButton(focused->Control())) return true;
@@ -77,6 +91,7 @@ bool FocusKeeper::Leave(NativeControl& box) {
   settling_ = false;
   if (accepted) return true;
   ++refusals_;
+  if (awaited_) std::exchange(awaited_, nullptr)->Mirror(ui::Aspect::kContent);
   if (form->Alive()) entered_ = &box;
   return false;
 }
@@ -91,6 +106,7 @@ void FocusKeeper::Enter() {
 
 void FocusKeeper::Forget(const NativeForm& form) {
   if (entered_ && &entered_->Form() == &form) entered_ = nullptr;
+  if (awaited_ && &awaited_->Form() == &form) awaited_ = nullptr;
 }
 
 void FocusKeeper::Reveal() const {

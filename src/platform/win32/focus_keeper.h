@@ -21,9 +21,16 @@ class FocusKeeper {
   void Give(HWND control);
   /// The focus moved within or out of the window: the check follows when the present call is done.
   void Moved();
-  /// Runs the leave check of a text box that was left for another control; no when it was refused.
+  /// Before anything else happens in the window: runs the leave check of a text box that was left for another
+  /// control, and takes what awaits being taken; no when either was refused.
   bool Settle();
-  /// How many leave checks were refused so far.
+  /// `control` shows what a person has in mind there; it is taken when the person goes on. None: nothing
+  /// awaits being taken.
+  void Await(NativeControl* control) { awaited_ = control; }
+  bool Awaits(const NativeControl& control) const { return awaited_ == &control; }
+  /// Takes what awaits being taken; no when it was refused.
+  bool TakeAwaited();
+  /// How often either was refused so far.
   int Refusals() const { return refusals_; }
   /// `form` goes away with its controls.
   void Forget(const NativeForm& form);
@@ -33,6 +40,7 @@ class FocusKeeper {
 
  private:
   NativeControl* Focused() const;
+  bool SettleFocus();
   bool Leave(NativeControl& box);
   void Enter();
   void Reveal() const;
@@ -44,6 +52,7 @@ class FocusKeeper {
   bool settling_ = false;
   HWND saved_ = nullptr;
   NativeControl* entered_ = nullptr;  // the text box that a person is in
+  NativeControl* awaited_ = nullptr;
   int refusals_ = 0;
 };
 

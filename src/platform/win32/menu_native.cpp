@@ -1,42 +1,22 @@
 #include "platform/win32/menu_native.h"
 
-#include <algorithm>
-#include <span>
-#include <string_view>
+#include <charconv>
 
 #include "platform/win32/utf.h"
 
 namespace win32 {
 namespace {
 
-struct NamedKey {
-  std::wstring_view name;
-  WORD key;
-};
+constexpr std::string_view kControl = "Ctrl+";
 
-constexpr NamedKey kKeys[] = {
-    {L"Del", VK_DELETE},   {L"Ins", VK_INSERT}, {L"Home", VK_HOME},
-    {L"End", VK_END},      {L"PgUp", VK_PRIOR}, {L"PgDn", VK_NEXT},
-    {L"Enter", VK_RETURN}, {L"Esc", VK_ESCAPE}, {L"Space", VK_SPACE},
-};
-constexpr NamedKey kModifiers[] = {{L"Ctrl", FCONTROL}, {L"Shift", FSHIFT}, {L"Alt", FALT}};
-
-const NamedKey* FindKey(std::span<const NamedKey> keys, std::wstring_view name) {
-  const auto found = std::ranges::find(keys, name, &NamedKey::name);
-  return found == keys.end() ? nullptr : &*found;
-}
-
-WORD KeyOf(std::wstring_view name) {
-  if (const NamedKey* known = FindKey(kKeys, name)) return known->key;
+WORD KeyOf(std::string_view name) {
   const bool plain =
-      name.size() == 1 && ((name[0] >= L'A' && name[0] <= L'Z') || (name[0] >= L'0' && name[0] <= L'9'));
+      name.size() == 1 && ((name[0] >= 'A' && name[0] <= 'Z') || (name[0] >= '0' && name[0] <= '9'));
   if (plain) return static_cast<WORD>(name[0]);
-  if (name.size() < 2 || name.size() > 3 || name[0] != L'F') return 0;
   int number = 0;
-  for (const wchar_t digit : name.substr(1)) {
-    if (digit < L'0' || digit > L'9') return 0;
-    number = number * 10 + (digit - L'0');
-  }
+  const char* last = name.data() + name.size();
+  const bool function = name.size() > 1 && name[0] == 'F';
+  if (!function || std::from_chars(name.data() + 1, last, number).ptr != last) return 0;
   return number >= 1 && number <= 24 ? static_cast<WORD>(VK_F1 + number - 1) : WORD{0};
 }
 
@@ -49,20 +29,12 @@ std::string Captions(const std::vector<ui::MenuItem>& items) {
 
 }  // namespace
 
-ACCEL ParseAccelerator(std::wstring_view caption) {
+ACCEL ParseAccelerator(std::string_view key) {
+  const bool control = key.starts_with(kControl);
+  if (control) key.remove_prefix(kControl.size());
   ACCEL accelerator = {};
-  const auto tab = caption.find(L'\t');
-  if (tab == std::wstring_view::npos) return accelerator;
-  BYTE flags = FVIRTKEY;
-  std::wstring_view rest = caption.substr(tab + 1);
-  for (auto plus = rest.find(L'+'); plus != std::wstring_view::npos; plus = rest.find(L'+')) {
-    const NamedKey* modifier = FindKey(kModifiers, rest.substr(0, plus));
-    if (!modifier) return accelerator;
-    flags = static_cast<BYTE>(flags | modifier->key);
-    rest.remove_prefix(plus + 1);
-  }
-  accelerator.key = KeyOf(rest);
-  accelerator.fVirt = flags;
+  accelerator.fVirt = static_cast<BYTE>(FVIRTKEY | (control ? FCONTROL : 0));
+  accelerator.key = KeyOf(key);
   return accelerator;
 }
 
@@ -91,7 +63,7 @@ void NativeMenu::Append(HMENU menu, const std::vector<ui::MenuItem>& items) {
     const int id = kFirst + static_cast<int>(handlers_.size());
     handlers_[id] = item.onClick;
     AppendMenuW(menu, MF_STRING, static_cast<UINT_PTR>(id), caption.c_str());
-    ACCEL accelerator = ParseAccelerator(caption);
+    ACCEL accelerator = ParseAccelerator(item.key);
     accelerator.cmd = static_cast<WORD>(id);
     if (accelerator.key) keys_.push_back(accelerator);
   }

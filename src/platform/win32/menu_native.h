@@ -1,5 +1,5 @@
-// Native menus made of menu descriptions: the bar of a window with its accelerator keys ("&Refresh\tF5" makes
-// F5 work), and pop-up menus. Entries are known by numbers from kFirst on.
+// Native menus made of menu descriptions: the bar of a window with its accelerator keys, and pop-up menus.
+// Entries are known by numbers from kFirst on.
 #pragma once
 
 #include <windows.h>
@@ -7,6 +7,7 @@
 #include <functional>
 #include <map>
 #include <string>
+#include <string_view>
 #include <vector>
 
 #include "platform/win32/handle.h"
@@ -21,9 +22,8 @@ struct DestroyAcceleratorTableHandle {
   void operator()(HACCEL table) const { DestroyAcceleratorTable(table); }
 };
 
-/// The key that a caption names after its tab: "Ctrl+S", "F5", "Shift+Del". Nothing (key 0) where it names
-/// none.
-ACCEL ParseAccelerator(std::wstring_view caption);
+/// "S" or "7" with or without "Ctrl+", or "F1" to "F24". Nothing (key 0) for any other name.
+ACCEL ParseAccelerator(std::string_view key);
 
 class NativeMenu {
  public:

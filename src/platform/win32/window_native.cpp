@@ -174,7 +174,7 @@ void NativeWindow::Sized(WPARAM how) {
 }
 
 void NativeWindow::CloseAsked() {
-  if (!TakesInput()) return;
+  if (!TakesInput() || !focus_.TakeAwaited() || !Alive()) return;
   closing_ = true;
   context_.loop.Guard([this] { data_->Close(); });
   closing_ = false;

@@ -35,6 +35,9 @@ class NativeWindow : public ui::WindowPeer, public std::enable_shared_from_this<
   NativeForm& Form() const { return *form_; }
   FocusKeeper& Focus() { return focus_; }
 
+  /// Whether it stands in a window of somebody else, whose keys and clicks it does not see.
+  bool Inside() const { return parent_ != nullptr; }
+
   /// Number of a control as the dialog keys know it: the default and the cancel button have fixed ones.
   int IdOf(const ui::Control& control) const;
   bool IsCancelButton(const ui::Control& control) const { return &control == data_->cancelButton; }
