@@ -26,8 +26,9 @@ class Contest {
 
   /// Nanoseconds, median of the rounds.
   double Median(const std::string& name, double Times::*clock) const;
-  /// How many times as fast as the fastest of `others`, median of the rounds.
-  double Speed(const std::string& name, const std::vector<std::string>& others, double Times::*clock) const;
+  /// How many times as fast the fastest of `names` is as the fastest of `others`, median of the rounds.
+  double Speed(const std::vector<std::string>& names, const std::vector<std::string>& others,
+               double Times::*clock) const;
 
  private:
   struct Entry {

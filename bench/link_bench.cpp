@@ -17,7 +17,9 @@
 #include "serverlink/asio_loop.h"
 #include "serverlink/asio_socket.h"
 #include "serverlink/fComm.h"
+#include "shell/strings.h"
 #include "simulator/protocol/frame.h"
+#include "tests/core/byte_socket.h"
 #include "tests/core/stand_ins.h"
 
 namespace {
@@ -37,9 +39,11 @@ struct Client {
   serverlink::AsioSocket socket;
   serverlink::AsioLoop loop;
   tests::ScriptedPrompts prompts;
-  shell::Strings strings{[] { return automation::Object(); }};
-  serverlink::fComm comm{
-      {.socket = socket, .loop = loop, .prompts = prompts, .strings = strings, .title = "bench"}};
+  serverlink::fComm comm{{.socket = socket,
+                          .loop = loop,
+                          .prompts = prompts,
+                          .text = shell::ReplacePlaceholders,
+                          .title = "bench"}};
 
   Client() { comm.ovpConnect("127.0.0.1", bench::ProtocolPeer().Port(), "", 0); }
 };
@@ -86,10 +90,10 @@ void AddExchanges(Contest& contest) {
   });
 }
 
-/// One large answer by reads of at most `most` bytes.
+/// One large answer by reads of at most `most` bytes, in memory that all of these share.
 void AddRawRead(Contest& contest, const std::string& name, std::size_t most, int flags) {
-  contest.Add(name, [raw = std::make_shared<Raw>(kHeader, kLargeCommand),
-                     answer = Bytes(kHeader + bench::kLargeAnswer), most, flags]() mutable {
+  static Bytes answer(kHeader + bench::kLargeAnswer);
+  contest.Add(name, [raw = std::make_shared<Raw>(kHeader, kLargeCommand), most, flags] {
     bench::SendAll(raw->Socket(), raw->request.data(), kHeader);
     for (std::size_t count = 0; count < answer.size();) {
       const ssize_t more =
@@ -100,14 +104,22 @@ void AddRawRead(Contest& contest, const std::string& name, std::size_t most, int
   });
 }
 
+/// Of several connections now and then one is twice as slow as the others, whoever reads it; what counts is
+/// the fastest of three on either side.
+const std::vector<std::string> kLargeLinks = {"link large 1", "link large 2", "link large 3"};
+const std::vector<std::string> kLargeRaws = {"raw large", "raw large, waiting for all",
+                                             "raw large, 64 KiB at a time"};
+
 void AddLargeAnswers(Contest& contest) {
-  AddRawRead(contest, "raw large", 2 << 20, 0);
-  AddRawRead(contest, "raw large, waiting for all", 2 << 20, MSG_WAITALL);
-  AddRawRead(contest, "raw large, 64 KiB at a time", 1 << 16, 0);
-  contest.Add("link large", [client = std::make_shared<Client>()] {
-    client->comm.ovpTransaction(kLargeCommand, 0, std::nullopt, "");
-    Must(client->comm.ovpGetRspArgVal().size() == bench::kLargeAnswer);
-  });
+  AddRawRead(contest, kLargeRaws[0], 2 << 20, 0);
+  AddRawRead(contest, kLargeRaws[1], 2 << 20, MSG_WAITALL);
+  AddRawRead(contest, kLargeRaws[2], 1 << 16, 0);
+  for (const std::string& name : kLargeLinks) {
+    contest.Add(name, [client = std::make_shared<Client>()] {
+      client->comm.ovpTransaction(kLargeCommand, 0, std::nullopt, "");
+      Must(client->comm.ovpGetRspArgVal().size() == bench::kLargeAnswer);
+    });
+  }
 }
 
 /// Answers of 1 KiB as they come in chunks of at most `most` bytes; a header is never cut.
@@ -136,10 +148,11 @@ struct Stream {
 
 /// A receiver with a request open for every answer of a stream.
 struct Reassembly {
-  shell::Strings strings{[] { return automation::Object(); }};
+  serverlink::Texts text = shell::ReplacePlaceholders;
   serverlink::Trace trace;
   serverlink::TransactionTable table;
-  serverlink::Receiver receiver{table, strings, trace};
+  tests::ByteSocket socket;
+  serverlink::Receiver receiver{socket, table, text, trace};
 
   void Open() {
     receiver.Restart(serverlink::kBeforeFirst);
@@ -159,18 +172,26 @@ void AddReassembly(Contest& contest, std::size_t most) {
   contest.Add(
       "reassemble " + size,
       [stream, reassembly] {
-        for (const auto chunk : stream->chunks) reassembly->receiver.DataArrival(chunk);
+        for (const auto chunk : stream->chunks) {
+          reassembly->socket.Arrive(chunk);
+          reassembly->receiver.DataArrival();
+        }
       },
       [reassembly] { reassembly->Open(); });
 
+  // The plainest code that reads the same connection: every chunk into a buffer, and from there to its
+  // answer.
   const auto answers = std::make_shared<std::vector<Bytes>>();
   contest.Add(
       "collect " + size,
-      [stream, answers] {
+      [stream, answers, socket = tests::ByteSocket(), buffer = Bytes(4096)]() mutable {
+        serverlink::Socket& connection = socket;
         std::size_t place = 0;
         for (const auto chunk : stream->chunks) {
+          socket.Arrive(chunk);
+          const auto count = static_cast<std::ptrdiff_t>(connection.GetData(buffer));
           Bytes& answer = (*answers)[place / kKilobyte];
-          answer.insert(answer.end(), chunk.begin(), chunk.end());
+          answer.insert(answer.end(), buffer.begin(), buffer.begin() + count);
           place += chunk.size();
         }
       },
@@ -182,37 +203,27 @@ void AddReassembly(Contest& contest, std::size_t most) {
 
 struct Promise {
   const char* what;
-  const char* measured;
-  std::vector<std::string> against;  // the fastest of these
+  std::vector<std::string> measured;  // the fastest of these
+  std::vector<std::string> against;   // and of these
   double bench::Times::*clock;
   double least;  // how many times as fast it must be
 };
 
+constexpr auto kReal = &bench::Times::real;
+
 const Promise kPromises[] = {
-    {"24-byte frames / raw blocking exchange", "link 24", {"raw 24"}, &bench::Times::real, 0.93},
-    {"1 KiB frames / raw blocking exchange", "link 1024", {"raw 1024"}, &bench::Times::real, 0.93},
-    {"24-byte frames / libmodbus, 23 bytes", "link 24", {"modbus"}, &bench::Times::real, 1.3},
-    {"the same, processor time", "link 24", {"modbus"}, &bench::Times::cpu, 1 / 0.75},
-    {"answer of 1 MiB / best raw read",
-     "link large",
-     {"raw large", "raw large, waiting for all", "raw large, 64 KiB at a time"},
-     &bench::Times::real,
-     0.8},
-    {"32 answers of 1 KiB in chunks of 1,460 / copying",
-     "reassemble 1460",
+    {"24-byte frames / raw blocking exchange", {"link 24"}, {"raw 24"}, kReal, 0.95},
+    {"1 KiB frames / raw blocking exchange", {"link 1024"}, {"raw 1024"}, kReal, 0.95},
+    {"24-byte frames / libmodbus, 23 bytes", {"link 24"}, {"modbus"}, kReal, 1.3},
+    {"the same, processor time", {"link 24"}, {"modbus"}, &bench::Times::cpu, 1 / 0.75},
+    {"answer of 1 MiB / best raw read", kLargeLinks, kLargeRaws, kReal, 0.8},
+    {"1 KiB answers in chunks of 1,460 / reading and copying",
+     {"reassemble 1460"},
      {"collect 1460"},
-     &bench::Times::real,
+     kReal,
      0.8},
-    {"32 answers of 1 KiB in chunks of 7 / copying",
-     "reassemble 7",
-     {"collect 7"},
-     &bench::Times::real,
-     0.45},
-    {"32 answers of 1 KiB in chunks of 1 / copying",
-     "reassemble 1",
-     {"collect 1"},
-     &bench::Times::real,
-     0.45},
+    {"1 KiB answers in chunks of 7 / reading and copying", {"reassemble 7"}, {"collect 7"}, kReal, 0.45},
+    {"1 KiB answers in chunks of 1 / reading and copying", {"reassemble 1"}, {"collect 1"}, kReal, 0.45},
 };
 
 }  // namespace
@@ -231,7 +242,7 @@ int PrintLink() {
   for (const Promise& promise : kPromises) {
     const double speed = contest.Speed(promise.measured, promise.against, promise.clock);
     std::printf("%-58s %7.0f ns %8.2f %8.2f%s\n", promise.what,
-                contest.Median(promise.measured, promise.clock), speed, promise.least,
+                contest.Median(promise.measured.front(), promise.clock), speed, promise.least,
                 speed < promise.least ? "  MISSED" : "");
     missed += speed < promise.least;
   }

@@ -9,7 +9,9 @@
 
 #include "automation/error.h"
 #include "fuzz/support/input.h"
+#include "shell/strings.h"
 #include "simulator/protocol/frame.h"
+#include "tests/core/byte_socket.h"
 
 namespace {
 
@@ -21,10 +23,10 @@ struct Clock {
   std::chrono::steady_clock::time_point now{1h};
 };
 
-/// Delivers what a server is to send, piece by piece, and keeps what the client sends.
-class MemorySocket : public serverlink::Socket {
+/// Lets what a server is to send arrive piece by piece, and hands out what the client sends.
+class ScriptedSocket : public tests::ByteSocket {
  public:
-  explicit MemorySocket(Clock& clock) : clock_(clock) {}
+  explicit ScriptedSocket(Clock& clock) : clock_(clock) {}
 
   enum class End { kNone, kClose, kError };
   struct Script {
@@ -39,6 +41,7 @@ class MemorySocket : public serverlink::Socket {
     connecting_ = true;
   }
   void Close() override {
+    ByteSocket::Close();
     connecting_ = connected_ = false;
     script_ = {};
   }
@@ -48,23 +51,20 @@ class MemorySocket : public serverlink::Socket {
     for (auto& piece : more.pieces) script_.pieces.push_back(std::move(piece));
     script_.end = more.end;
   }
-  std::size_t GetData(std::span<std::uint8_t> space) override {
-    Bytes& piece = script_.pieces.front();
-    const std::size_t count = std::min(space.size(), piece.size());
-    std::copy_n(piece.begin(), count, space.begin());
-    piece.erase(piece.begin(), piece.begin() + static_cast<std::ptrdiff_t>(count));
-    if (piece.empty()) script_.pieces.pop_front();
-    return count;
-  }
   void Wait(std::chrono::milliseconds longest) override {
     if (std::exchange(connecting_, false)) {
       connected_ = true;
     } else if (connected_ && !script_.pieces.empty()) {
+      piece_ = std::move(script_.pieces.front());
+      script_.pieces.pop_front();
+      Arrive(piece_);
       onDataArrival();
+      std::uint8_t more;
+      fuzz::Check(GetData({&more, 1}) == 0, "everything that is there is read");
     } else if (connected_ && script_.end != End::kNone) {
       const End end = script_.end;
       Close();
-      end == End::kClose ? onClose() : onError("the server broke the connection");
+      end == End::kClose ? onClose() : onError("The server broke the connection.", 104);
     } else {
       clock_.now += longest;
     }
@@ -73,6 +73,7 @@ class MemorySocket : public serverlink::Socket {
  private:
   Clock& clock_;
   Script script_;
+  Bytes piece_;  // that has arrived
   bool connecting_ = false;
   bool connected_ = false;
 };
@@ -101,8 +102,25 @@ struct CountedPrompts : ui::Prompts {
   ui::Answer Ask(const ui::Prompt&) override { return ++asked, ui::Answer::kOk; }
 };
 
-/// How the server takes a request. Only the first makes the call succeed; after the last nobody knows.
-enum Behaviour { kWhole, kSilent, kClosing, kBreaking, kOutOfStep, kShortHeader, kSurplus, kAnything };
+/// How the server takes a request.
+enum Behaviour {
+  kWhole,
+  kSilent,  // after a part of the answer
+  kClosing,
+  kBreaking,
+  kOutOfStep,
+  kShortHeader,
+  kSurplus,  // in the same piece as the end of the answer or in later ones
+  kAnything,
+  kLate,  // the whole answer, but just before the next one
+};
+
+/// What is known of the connection after a call.
+enum class Trust {
+  kInStep,  // connected and greeted; every request was answered, or will be before the next one
+  kEnded,   // or will be as soon as the client looks
+  kUnknown,
+};
 
 class Machine {
  public:
@@ -139,7 +157,8 @@ class Machine {
       case 0:
         return Connect();
       case 1:
-        trusted_ = false;
+        trust_ = Trust::kEnded;
+        opened_ = false;
         return comm_.ovpClose();
       case 2:
         return SetArgument();
@@ -152,6 +171,8 @@ class Machine {
 
   void Connect() {
     headerLength_ = simulator::kGreetingHeader;
+    late_.clear();
+    lateHeaders_.clear();
     Plan("Ok");
     const bool succeeded = Succeeds([&] { comm_.ovpConnect("host", 2540, "hello", 3); });
     fuzz::Check(sent_ && sent_->sequence >= 7018 && sent_->sequence <= 8086, "the greeting was sent");
@@ -160,6 +181,7 @@ class Machine {
     opened_ = false;
     headerLength_ = simulator::kFullHeader;
     Judge(succeeded);
+    if (!succeeded) trust_ = Trust::kEnded;
   }
 
   void SetArgument() {
@@ -170,7 +192,7 @@ class Machine {
 
   /// A number that was opened but never sent is used again.
   void Open(bool succeeded) {
-    fuzz::Check(succeeded || !trusted_, "a transaction can be opened");
+    fuzz::Check(succeeded || trust_ != Trust::kInStep, "a transaction can be opened");
     if (!opened_) number_ = number_ == 8086 ? 7018 : number_ + 1;
     opened_ = true;
   }
@@ -183,20 +205,23 @@ class Machine {
     Plan("");
     const auto type = withArgument ? std::optional<std::int16_t>(5) : std::nullopt;
     const bool succeeded = Succeeds([&] { comm_.ovpTransaction(1, 2, type, ""); });
-    if (!trusted_) return;
+    if (trust_ == Trust::kEnded) fuzz::Check(!succeeded, "a connection that ended answers nothing");
+    if (trust_ != Trust::kInStep) return;
     fuzz::Check(sent_.has_value() == opened_, "it is sent just when there is one");
     if (!opened_) return fuzz::Check(!succeeded, "there was nothing to be sent");
     opened_ = false;
     fuzz::Check(sent_->sequence == number_ && sent_->argument == argument_, "the request is as it was put");
     fuzz::Check(comm_.TransactionOn(), "a transaction is recent");
     Judge(succeeded);
-    if (trusted_) CheckAnswer();
+    if (succeeded && behaviour_ != kAnything) CheckAnswer();
   }
 
   void Judge(bool succeeded) {
-    fuzz::Check(behaviour_ == kAnything || succeeded == (behaviour_ == kWhole),
+    fuzz::Check(behaviour_ == kAnything || succeeded == (behaviour_ == kWhole || behaviour_ == kSurplus),
                 "a call ends as its answer was");
-    trusted_ = behaviour_ == kWhole;
+    trust_ = behaviour_ == kWhole || behaviour_ == kLate        ? Trust::kInStep
+             : behaviour_ == kSilent || behaviour_ == kAnything ? Trust::kUnknown
+                                                                : Trust::kEnded;
   }
 
   void CheckAnswer() {
@@ -207,43 +232,58 @@ class Machine {
 
   void Plan(std::string_view answer) {
     sent_.reset();
-    behaviour_ = static_cast<Behaviour>(input_.Number(kAnything));
+    behaviour_ = static_cast<Behaviour>(input_.Number(kLate));
+    if (lateHeaders_.size() > 20 && behaviour_ == kLate) behaviour_ = kWhole;
     answer_.assign(answer.begin(), answer.end());
-    // Bytes behind an answer that takes more than one read are found only later.
-    if (answer.empty()) answer_.resize(input_.Number(behaviour_ == kSurplus ? 4000 : 20'000), 0x33);
+    if (answer.empty()) answer_.resize(input_.Number(20'000), 0x33);
   }
 
-  MemorySocket::Script Serve(const Bytes& request) {
+  ScriptedSocket::Script Serve(const Bytes& request) {
     const auto header = simulator::ReadHeader(std::span(request).first(headerLength_));
     fuzz::Check(header && header->argumentLength == request.size() - headerLength_,
                 "the request is well formed");
     sent_ = header->fields;
     sent_->argument.assign(request.begin() + static_cast<std::ptrdiff_t>(headerLength_), request.end());
+    const Bytes answer = Answer();
+    std::vector<std::size_t> headers = std::exchange(lateHeaders_, {});
+    headers.push_back(late_.size());
+    late_.insert(late_.end(), answer.begin(), answer.end());
+    if (behaviour_ == kLate) {
+      lateHeaders_ = std::move(headers);
+      return {};
+    }
+    using End = ScriptedSocket::End;
+    return {Cut(std::exchange(late_, {}), headers), behaviour_ == kClosing    ? End::kClose
+                                                    : behaviour_ == kBreaking ? End::kError
+                                                                              : End::kNone};
+  }
+
+  Bytes Answer() {
     simulator::Frame frame{1, sent_->sequence, 0, 9, answer_};
     if (behaviour_ == kOutOfStep) ++frame.sequence;
     Bytes bytes = simulator::WriteFrame(frame, headerLength_);
     if (behaviour_ == kSilent || behaviour_ == kClosing || behaviour_ == kBreaking)
       bytes.resize(input_.Number(bytes.size() - 1));
     if (behaviour_ == kShortHeader) bytes.resize(1 + input_.Number(headerLength_ - 2));
-    if (behaviour_ == kSurplus) bytes.push_back(0);
+    if (behaviour_ == kSurplus) bytes.resize(bytes.size() + 1 + input_.Number(100));
     if (behaviour_ == kAnything) {
       const auto any = input_.Bytes(input_.Number(100));
       bytes.assign(any.begin(), any.end());
     }
-    using End = MemorySocket::End;
-    return {Cut(bytes), behaviour_ == kClosing    ? End::kClose
-                        : behaviour_ == kBreaking ? End::kError
-                                                  : End::kNone};
+    return bytes;
   }
 
-  /// In pieces of which none cuts the header, or parts what is behind an answer from it.
-  std::deque<Bytes> Cut(const Bytes& bytes) {
+  /// In pieces of which none ends inside of a header.
+  std::deque<Bytes> Cut(const Bytes& bytes, const std::vector<std::size_t>& headers) {
     std::deque<Bytes> pieces;
-    for (auto rest = std::span(bytes); !rest.empty();) {
-      const std::size_t wanted = input_.Number(5000) + (pieces.empty() ? headerLength_ : 1);
-      const auto piece = rest.first(behaviour_ == kSurplus ? rest.size() : std::min(rest.size(), wanted));
-      pieces.emplace_back(piece.begin(), piece.end());
-      rest = rest.subspan(piece.size());
+    for (std::size_t start = 0, end; start < bytes.size(); start = end) {
+      end = std::min(start + 1 + input_.Number(5000), bytes.size());
+      for (const std::size_t header : headers) {
+        if (end > header && end < header + headerLength_)
+          end = std::min(header + headerLength_, bytes.size());
+      }
+      pieces.emplace_back(bytes.begin() + static_cast<std::ptrdiff_t>(start),
+                          bytes.begin() + static_cast<std::ptrdiff_t>(end));
     }
     return pieces;
   }
@@ -251,27 +291,28 @@ class Machine {
   fuzz::Input& input_;
   int turns_ = 0;
   Clock clock_;
-  MemorySocket socket_{clock_};
+  ScriptedSocket socket_{clock_};
   Loop loop_;
   CountedPrompts prompts_;
-  shell::Strings strings_{[] { return automation::Object(); }};
   serverlink::fComm comm_{{.socket = socket_,
                            .loop = loop_,
                            .prompts = prompts_,
-                           .strings = strings_,
+                           .text = shell::ReplacePlaceholders,
                            .title = "title",
                            .now = [this] { return clock_.now; }}};
 
   // What the model knows.
   int number_ = 7017;
   bool opened_ = false;
-  bool trusted_ = false;  // connected, greeted, and every request so far was answered
+  Trust trust_ = Trust::kEnded;
   Bytes argument_;
   // How the server takes the next request, and that request.
   std::size_t headerLength_ = simulator::kGreetingHeader;
   Behaviour behaviour_ = kWhole;
   Bytes answer_;
   std::optional<simulator::Frame> sent_;
+  Bytes late_;                            // answers that go out with the next one
+  std::vector<std::size_t> lateHeaders_;  // where they begin
 };
 
 }  // namespace

@@ -1,4 +1,5 @@
-// Reassembly of answers from any bytes in any pieces, against a model that looks at one byte after the other.
+// Reassembly of answers from any bytes in any pieces, some of them given up on the way, against a model that
+// looks at one byte after the other.
 #include "serverlink/receiver.h"
 
 #include <vector>
@@ -6,6 +7,7 @@
 #include "base/error.h"
 #include "fuzz/support/input.h"
 #include "shell/strings.h"
+#include "tests/core/byte_socket.h"
 
 namespace {
 
@@ -29,6 +31,9 @@ class Model {
     }
   }
 
+  /// The answer that is due, if there is one more.
+  std::size_t Due() const { return next_; }
+
   std::vector<Bytes> arguments;
   std::vector<bool> complete;
   bool fault = false;
@@ -38,7 +43,7 @@ class Model {
     const std::size_t number = std::size_t{header[6]} << 8 | header[7];
     left_ = std::size_t{header[12]} << 24 | std::size_t{header[13]} << 16 | std::size_t{header[14]} << 8 |
             header[15];
-    fault = number != 7018 + next_ || left_ >= std::size_t{1} << 31;
+    fault = number != 7018 + next_ || left_ > 64 << 20;
     if (!fault && left_ == 0) complete[next_++] = true;
   }
   void Argument(std::uint8_t byte) {
@@ -52,9 +57,10 @@ class Model {
 
 struct Reassembly {
   serverlink::TransactionTable table;
-  shell::Strings strings{[] { return automation::Object(); }};
+  serverlink::Texts text = shell::ReplacePlaceholders;
   serverlink::Trace trace;
-  serverlink::Receiver receiver{table, strings, trace};
+  tests::ByteSocket socket;
+  serverlink::Receiver receiver{socket, table, text, trace};
 
   explicit Reassembly(std::size_t open) {
     receiver.SetMode(serverlink::HeaderMode::kAuthenticated);
@@ -68,23 +74,34 @@ struct Reassembly {
     return table.At(static_cast<std::int16_t>(7018 + i));
   }
 
-  /// By either of the two ways in which bytes come; false when they were refused.
-  bool Piece(std::span<const std::uint8_t> piece, bool inPlace) {
+  /// As the client does it.
+  void GiveUp(std::size_t i) {
+    At(i)->IsGivenUp = true;
+    Bytes().swap(At(i)->RspArgument);
+  }
+
+  /// False when it was refused.
+  bool Piece(std::span<const std::uint8_t> piece) {
     try {
-      while (inPlace && !piece.empty() && !receiver.ArgumentSpace().empty()) {
-        const auto space = receiver.ArgumentSpace();
-        const std::size_t count = std::min(space.size(), piece.size());
-        std::copy_n(piece.begin(), count, space.begin());
-        receiver.ArgumentArrived(count);
-        piece = piece.subspan(count);
-      }
-      receiver.DataArrival(piece);
+      socket.Arrive(piece);
+      receiver.DataArrival();
       return true;
     } catch (const base::Error&) {
       return false;
     }
   }
 };
+
+void CheckOne(const serverlink::CTransaction& transaction, const Bytes& argument, bool complete) {
+  const auto received = static_cast<std::size_t>(transaction.ReceivedBytesArg);
+  fuzz::Check((transaction.State == serverlink::kComplete) == complete, "the same answers are complete");
+  fuzz::Check(received == argument.size(), "as many bytes were counted");
+  const Bytes& kept = transaction.RspArgument;
+  if (transaction.IsGivenUp) return fuzz::Check(kept.capacity() == 0, "nothing is kept for nobody");
+  fuzz::Check(std::equal(argument.begin(), argument.end(), kept.begin()), "they are the same bytes");
+  fuzz::Check(kept.capacity() <= 4096 + 2 * received, "memory follows what has arrived");
+  fuzz::Check(!complete || kept.size() == received, "nothing lies behind a whole answer");
+}
 
 }  // namespace
 
@@ -94,23 +111,11 @@ extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t* data, std::size_t size
   Model model(open);
   Reassembly reassembly(open);
   while (!input.Empty() && !model.fault) {
-    const bool inPlace = input.Byte() % 2 == 0;
+    if (input.Byte() % 2 == 1 && model.Due() < open) reassembly.GiveUp(model.Due());
     const auto piece = input.Bytes(input.Number(9000));
     model.Piece(piece);
-    fuzz::Check(reassembly.Piece(piece, inPlace) == !model.fault, "the same bytes are refused");
+    fuzz::Check(reassembly.Piece(piece) == !model.fault, "the same bytes are refused");
   }
-  for (std::size_t i = 0; i < open; ++i) {
-    const auto& transaction = *reassembly.At(i);
-    const auto received = static_cast<std::size_t>(transaction.ReceivedBytesArg);
-    fuzz::Check((transaction.State == serverlink::kComplete) == model.complete[i],
-                "the same answers are complete");
-    fuzz::Check(received == model.arguments[i].size(), "as many bytes were counted");
-    fuzz::Check(
-        std::equal(model.arguments[i].begin(), model.arguments[i].end(), transaction.RspArgument.begin()),
-        "they are the same bytes");
-    fuzz::Check(transaction.RspArgument.capacity() <= 4096 + 2 * received, "memory follows what has arrived");
-    fuzz::Check(!model.complete[i] || transaction.RspArgument.size() == received,
-                "nothing lies behind a whole answer");
-  }
+  for (std::size_t i = 0; i < open; ++i) CheckOne(*reassembly.At(i), model.arguments[i], model.complete[i]);
   return 0;
 }

@@ -18,8 +18,9 @@ std::string Usage() {
          simulator::ModeNames() +
          "\n"
          "  --answer TEXT       answer to the greeting (Ok)\n"
-         "  --piece BYTES       pieces of the chunked mode, surplus of the surplus mode (7)\n"
-         "  --pause MS          between the pieces of the chunked mode (0)\n"
+         "  --piece BYTES       pieces of the chunked mode, surplus of the surplus mode,\n"
+         "                      requests that the late mode lets pile up (7)\n"
+         "  --pause MS          between the pieces of the chunked mode, before the surplus (0)\n"
          "  --offset BYTES      of an answer, after which silence or end begins (0)\n"
          "  --answer-size BYTES argument of every answer, instead of what was sent\n"
          "  --address ADDRESS   where to listen (127.0.0.1)\n";
@@ -33,11 +34,11 @@ struct Service {
 
 Service Read(int count, char** words) {
   const tools::Arguments arguments(
-      count, words,
-      {"--mode", "--answer", "--piece", "--pause", "--offset", "--answer-size", "--address"});
+      count, words, {"--mode", "--answer", "--piece", "--pause", "--offset", "--answer-size", "--address"});
   if (arguments.Words().size() != 1) throw base::Error("A port is needed.");
   Service service;
-  service.port = static_cast<std::uint16_t>(tools::Arguments::Whole("The port", arguments.Words()[0], 0, 65535));
+  service.port =
+      static_cast<std::uint16_t>(tools::Arguments::Whole("The port", arguments.Words()[0], 0, 65535));
   service.address = arguments.Text("--address", "127.0.0.1");
   auto& options = service.options;
   const std::string mode = arguments.Text("--mode", "echo");

@@ -10,6 +10,7 @@
 #include "serverlink/asio_loop.h"
 #include "serverlink/asio_socket.h"
 #include "serverlink/fComm.h"
+#include "shell/strings.h"
 #include "tools/arguments.h"
 
 namespace {
@@ -29,7 +30,8 @@ constexpr const char* kUsage =
     "  --timeout SECONDS   how long an answer may take (60)\n"
     "\n"
     "Ends with 0 when every transaction was answered, 1 when one was not, 2 when the command line is wrong.\n"
-    "The environment variable KVTARN_LINK_TRACE names a file that takes a trace.\n";
+    "The environment variable KVTARN_LINK_TRACE names a file that takes a trace; of 8 MiB it becomes "
+    "<file>.old.\n";
 
 struct Request {
   std::string host;
@@ -96,11 +98,10 @@ void Run(const Request& request) {
   serverlink::AsioSocket socket;
   serverlink::AsioLoop loop;
   ConsolePrompts prompts;
-  const shell::Strings strings([] { return automation::Object(); });
   serverlink::fComm comm({.socket = socket,
                           .loop = loop,
                           .prompts = prompts,
-                          .strings = strings,
+                          .text = shell::ReplacePlaceholders,
                           .title = "ovxping",
                           .trace = serverlink::TraceFromEnvironment()});
   comm.NetworkIpAddress = request.host;

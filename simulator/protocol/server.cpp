@@ -23,6 +23,7 @@ constexpr std::pair<std::string_view, ServerMode> kModes[] = {
     {"chunked", ServerMode::kChunked},
     {"out-of-step", ServerMode::kOutOfStep},
     {"surplus", ServerMode::kSurplus},
+    {"late", ServerMode::kLate},
     {"silent", ServerMode::kSilent},
     {"closing", ServerMode::kClosing},
     {"resetting", ServerMode::kResetting},
@@ -122,6 +123,8 @@ asio::awaitable<void> ProtocolServer::Impl::Accept() {
 asio::awaitable<void> ProtocolServer::Impl::Serve(tcp::socket socket) {
   try {
     std::size_t headerLength = kGreetingHeader;
+    Bytes late;
+    std::size_t requests = 0;  // whose answers are late
     for (;;) {
       Frame frame;
       const bool understood = co_await ReadRequest(socket, headerLength, frame);
@@ -134,7 +137,11 @@ asio::awaitable<void> ProtocolServer::Impl::Serve(tcp::socket socket) {
         frame.argument.assign(*options.answerBytes, 0x5A);
       }
       if (options.mode == ServerMode::kOutOfStep) ++frame.sequence;
-      const bool goesOn = co_await Answer(socket, WriteFrame(frame, headerLength), headerLength, options);
+      const Bytes answer = WriteFrame(frame, headerLength);
+      late.insert(late.end(), answer.begin(), answer.end());
+      if (options.mode == ServerMode::kLate && ++requests < options.piece) continue;
+      requests = 0;
+      const bool goesOn = co_await Answer(socket, std::exchange(late, {}), headerLength, options);
       if (!goesOn) co_return;
       headerLength = kFullHeader;
     }
@@ -151,8 +158,9 @@ asio::awaitable<bool> ProtocolServer::Impl::ReadRequest(tcp::socket& socket, std
   const auto header = ReadHeader(std::span(bytes).first(headerLength));
   if (!header || header->argumentLength > kLongestArgument) co_return false;
   request = header->fields;
-  request.argument.resize(header->argumentLength);
-  co_await asio::async_read(socket, asio::buffer(request.argument), asio::use_awaitable);
+  // The memory grows with what comes, not with what was announced.
+  co_await asio::async_read(socket, asio::dynamic_buffer(request.argument, header->argumentLength),
+                            asio::transfer_exactly(header->argumentLength), asio::use_awaitable);
   co_return true;
 }
 
@@ -170,6 +178,11 @@ asio::awaitable<bool> ProtocolServer::Impl::Answer(tcp::socket& socket, Bytes an
       co_await SendInPieces(socket, std::move(answer), headerLength, options);
       co_return true;
     case ServerMode::kSurplus:
+      if (options.pause.count() > 0) {
+        co_await asio::async_write(socket, asio::buffer(answer), asio::use_awaitable);
+        answer.clear();
+        co_await asio::steady_timer(io_, options.pause).async_wait(asio::use_awaitable);
+      }
       answer.insert(answer.end(), options.piece, 0);
       break;
     case ServerMode::kSilent:

@@ -18,7 +18,8 @@ enum class ServerMode {
   kEcho,       // the request comes back as it was sent
   kChunked,    // the same in pieces: the header, then `piece` bytes at a time, `pause` between them
   kOutOfStep,  // an answer under another sequence number
-  kSurplus,    // an answer and `piece` bytes more
+  kSurplus,    // an answer and, after `pause`, `piece` bytes more
+  kLate,       // no answer before `piece` requests have come, then those to all of them in one piece
   kSilent,     // only the first `offset` bytes of the answer, then nothing
   kClosing,    // the same, then the connection is closed
   kResetting,  // the same, then the connection is broken

@@ -48,28 +48,28 @@ bool MeansLater(const asio::error_code& error) {
 }
 
 /// The same words on every system; other failures go by their number.
-std::string Words(const asio::error_code& error) {
+const char* Words(const asio::error_code& error) {
   static const struct {
     asio::error_code code;
     const char* words;
   } kWords[] = {
-      {asio::error::connection_refused, "the connection was refused"},
-      {asio::error::connection_reset, "the server broke the connection"},
-      {asio::error::connection_aborted, "the connection was broken on this side"},
-      {asio::error::broken_pipe, "the server broke the connection"},
-      {asio::error::timed_out, "there was no answer"},
-      {asio::error::host_unreachable, "there is no way to this address"},
-      {asio::error::network_unreachable, "there is no way to this network"},
-      {asio::error::network_down, "the network is down"},
-      {asio::error::host_not_found, "there is no host of this name"},
-      {asio::error::host_not_found_try_again, "the name of the host could not be looked up"},
-      {asio::error::no_data, "there is no host of this name"},
-      {asio::error::service_not_found, "there is no host of this name"},
+      {asio::error::connection_refused, "The connection was refused."},
+      {asio::error::connection_reset, "The server broke the connection."},
+      {asio::error::connection_aborted, "The connection was broken on this side."},
+      {asio::error::broken_pipe, "The server broke the connection."},
+      {asio::error::timed_out, "There was no answer."},
+      {asio::error::host_unreachable, "There is no way to this address."},
+      {asio::error::network_unreachable, "There is no way to this network."},
+      {asio::error::network_down, "The network is down."},
+      {asio::error::host_not_found, "There is no host of this name."},
+      {asio::error::host_not_found_try_again, "The name of the host could not be looked up."},
+      {asio::error::no_data, "There is no host of this name."},
+      {asio::error::service_not_found, "There is no host of this name."},
   };
   for (const auto& entry : kWords) {
     if (entry.code == error) return entry.words;
   }
-  return "system error " + std::to_string(error.value());
+  return "The system reports error %s1%.";
 }
 
 }  // namespace
@@ -77,18 +77,29 @@ std::string Words(const asio::error_code& error) {
 void AsioSocket::Connect(const std::string& host, std::uint16_t port) {
   Close();
   state_ = State::kConnecting;
-  const int attempt = ++attempt_;
-  resolver_.async_resolve(
-      host, std::to_string(port),
-      [this, attempt](const asio::error_code& error, const tcp::resolver::results_type& found) {
-        if (attempt != attempt_) return;
-        if (error) return Fail(error);
-        asio::async_connect(socket_, found,
-                            [this, attempt](const asio::error_code& failure, const tcp::endpoint&) {
-                              if (attempt != attempt_) return;
-                              failure ? Fail(failure) : Opened();
-                            });
-      });
+  try {
+    lookUp_ = LookUp(ask_, host, port);
+  } catch (const std::system_error& error) {
+    Fail(error.code());
+  }
+}
+
+void AsioSocket::WaitForConnection(std::chrono::milliseconds longest) {
+  if (!lookUp_.valid()) {
+    io_.restart();
+    io_.run_one_for(longest);
+  } else if (lookUp_.wait_for(longest) == std::future_status::ready) {
+    Reach(lookUp_.get());
+  }
+}
+
+void AsioSocket::Reach(const Addresses& found) {
+  if (found.error) return Fail(found.error);
+  asio::async_connect(socket_, found.endpoints,
+                      [this, attempt = attempt_](const asio::error_code& error, const tcp::endpoint&) {
+                        if (attempt != attempt_) return;
+                        error ? Fail(error) : Opened();
+                      });
 }
 
 void AsioSocket::Opened() {
@@ -103,11 +114,15 @@ void AsioSocket::Opened() {
 
 void AsioSocket::Close() {
   ++attempt_;
-  resolver_.cancel();
+  lookUp_ = {};
   asio::error_code ignored;
   socket_.close(ignored);
   state_ = State::kClosed;
-  unsent_.clear();
+  DropUnsent();
+}
+
+void AsioSocket::DropUnsent() {
+  std::vector<std::uint8_t>().swap(unsent_);
   sent_ = 0;
 }
 
@@ -120,9 +135,7 @@ void AsioSocket::SendData(std::span<const std::uint8_t> bytes) {
 
 void AsioSocket::Flush() {
   sent_ += Send(std::span(unsent_).subspan(sent_));
-  if (sent_ < unsent_.size()) return;
-  unsent_.clear();
-  sent_ = 0;
+  if (sent_ == unsent_.size()) DropUnsent();
 }
 
 /// As much as the connection accepts now.
@@ -138,7 +151,7 @@ std::size_t AsioSocket::Send(std::span<const std::uint8_t> bytes) {
 std::size_t AsioSocket::GetData(std::span<std::uint8_t> space) {
   if (!Connected()) return 0;
   const auto count = ::recv(socket_.native_handle(), reinterpret_cast<char*>(space.data()),
-                            Length(space.size()), readWaits_ ? 0 : kWithoutWaiting);
+                            Length(space.size()), std::exchange(readWaits_, false) ? 0 : kWithoutWaiting);
   if (count > 0) return static_cast<std::size_t>(count);
   if (count < 0) {
     const auto error = LastError();
@@ -156,14 +169,11 @@ std::size_t AsioSocket::GetData(std::span<std::uint8_t> space) {
 
 void AsioSocket::Wait(std::chrono::milliseconds longest) {
   if (state_ == State::kClosed) return;
-  if (state_ == State::kConnecting) {
-    io_.restart();
-    io_.run_one_for(longest);
-    return;
-  }
-  readWaits_ = kReadsMayWait && unsent_.empty() && longest.count() > 0;
-  if (readWaits_) {
-    if (std::exchange(patience_, longest) != longest) SetPatience(socket_.native_handle(), longest);
+  if (state_ == State::kConnecting) return WaitForConnection(longest);
+  if (kReadsMayWait && unsent_.empty()) {
+    readWaits_ = longest.count() > 0;
+    if (readWaits_ && std::exchange(patience_, longest) != longest)
+      SetPatience(socket_.native_handle(), longest);
     onDataArrival();
     readWaits_ = false;
     return;
@@ -181,7 +191,7 @@ void AsioSocket::Wait(std::chrono::milliseconds longest) {
 
 void AsioSocket::Fail(const asio::error_code& error) {
   Close();
-  onError(Words(error));
+  onError(Words(error), error.value());
 }
 
 }  // namespace serverlink

@@ -25,12 +25,12 @@ constexpr int kTextTypeOffset = 100;
 
 fComm::fComm(Surroundings surroundings)
     : given_(std::move(surroundings)),
-      receiver_(table_, given_.strings, given_.trace),
+      receiver_(given_.socket, table_, given_.text, given_.trace),
       TimerTransaction(given_.loop, kTick),
       PollError(given_.loop, kTick) {
   given_.socket.onDataArrival = [this] { OnDataArrival(); };
   given_.socket.onClose = [this] { OnClose(); };
-  given_.socket.onError = [this](const std::string& why) { OnError(why); };
+  given_.socket.onError = [this](const std::string& why, int number) { OnError(why, number); };
   TimerTransaction.onTick = [this] { OnTimerTransaction(); };
   PollError.onTick = [this] { OnPollError(); };
 }
@@ -68,8 +68,8 @@ CTransaction& fComm::Open() {
   if (place && !opened_ && place->State != kIdle && place->State != kComplete) {
     given_.trace("Transaction buffer overflow");
     given_.trace("m_seqNumber=", m_seqNumber);
-    throw base::Error(given_.strings.FormatStrings(
-        "Transaction %s1% has never been answered; please connect again.", {std::to_string(m_seqNumber)}));
+    throw base::Error(given_.text("Transaction %s1% has never been answered; please connect again.",
+                                  {std::to_string(m_seqNumber)}));
   }
   place = NewRecord();
   place->SeqNumber = m_seqNumber;
@@ -94,16 +94,17 @@ void fComm::Transact(std::int16_t command, std::int16_t parameter, std::int16_t 
   try {
     if (!opened_) {
       given_.trace("Transaction non traitée");
-      throw base::Error(given_.strings.GetStrings("No argument was set for the transaction."));
+      throw base::Error(given_.text("No argument was set for the transaction.", {}));
     }
-    if (!given_.socket.Connected()) throw base::Error(NotConnected());
+    const Time start = given_.now();
+    CheckReady(start);
     CTransaction& transaction = *table_.At(m_seqNumber);
     BuildRequest(transaction, command, parameter, argumentType, text);
-    const Time start = given_.now();
     opened_ = false;
     transaction.State = kSent;
     SwitchTransactionOn();
     given_.socket.SendData(request_);
+    if (request_.capacity() > kLargestKept) Bytes().swap(request_);
     Await(transaction, start);
     Finish(transaction);
   } catch (...) {
@@ -138,25 +139,45 @@ void fComm::BuildRequest(CTransaction& transaction, std::int16_t command, std::i
   request_.insert(request_.end(), sent.begin(), sent.end());
 }
 
-void fComm::Await(const CTransaction& transaction, Time start) {
-  const Time end = start + std::chrono::seconds(timeout_);
-  const auto waits = [&] { return transaction.State != kComplete && transaction.State != kIdle; };
-  for (Time now = start; waits() && now < end; now = given_.now()) {
-    PassTime(start, now, end);
-    if (!waits()) break;
-  }
+/// A request goes out when the one before has gone and nothing has come that nobody asked for; the connection
+/// is asked for that when there was time for it.
+void fComm::CheckReady(Time now) {
+  if (given_.socket.Sending() || now - lastTurn_ >= kRound) given_.socket.Wait(0ms);
+  if (!given_.socket.Connected()) throw base::Error(NotConnected());
+  if (given_.socket.Sending())
+    throw base::Error(given_.text("The request before this one has not been sent yet.", {}));
+}
+
+void fComm::Await(CTransaction& transaction, Time start) {
+  WaitUntil([&] { return transaction.State == kComplete || transaction.State == kIdle; }, start,
+            start + std::chrono::seconds(timeout_));
   if (transaction.State == kComplete) return;
+  GiveUp(transaction);
   if (!failure_.empty()) throw base::Error(failure_);
   given_.trace("Erreur timeout de transaction");
   const std::string seconds = std::to_string(timeout_);
-  if (transaction.State == kReceiving) {
-    throw base::Error(given_.strings.FormatStrings(
-        "The server has not finished its answer within %s1% seconds; %s2% of %s3% bytes have come.",
-        {seconds, std::to_string(transaction.ReceivedBytesArg),
-         std::to_string(ReadField(transaction, Field::kArgumentLength))}));
-  }
+  if (transaction.State != kReceiving)
+    throw base::Error(given_.text("The server has not answered within %s1% s.", {seconds}));
   throw base::Error(
-      given_.strings.FormatStrings("The server has not answered within %s1% seconds.", {seconds}));
+      given_.text("The server has not finished its answer within %s1% s; %s2% of %s3% bytes have come.",
+                  {seconds, std::to_string(transaction.ReceivedBytesArg),
+                   std::to_string(ReadField(transaction, Field::kArgumentLength))}));
+}
+
+/// Its answer may still come; it is then counted, so that the next one is found behind it, but not kept.
+void fComm::GiveUp(CTransaction& transaction) {
+  transaction.IsGivenUp = true;
+  Bytes().swap(transaction.SndArgument);
+  Bytes().swap(transaction.RspArgument);
+}
+
+/// The last round begins when the time is over: what lies in the socket counts, also when one turn of the
+/// message loop lasted longer than that.
+void fComm::WaitUntil(const std::function<bool()>& done, Time start, Time end) {
+  for (Time now = start;; now = given_.now()) {
+    PassTime(start, now, end);
+    if (done() || now >= end) return;
+  }
 }
 
 /// One round of waiting. The message loop takes part in every round, but when answers come faster than a
@@ -168,7 +189,7 @@ void fComm::PassTime(Time start, Time now, Time end) {
   }
   const auto round = now - start < kBriskTime ? kRound : kLaterRound;
   const auto left = std::chrono::ceil<std::chrono::milliseconds>(end - now);
-  if (left > 0ms) given_.socket.Wait(std::min(left, round));
+  given_.socket.Wait(std::clamp<std::chrono::milliseconds>(left, 0ms, round));
 }
 
 /// The one before goes: only the last complete answer can be asked for.
@@ -177,7 +198,7 @@ void fComm::Finish(CTransaction& transaction) {
     auto previous = std::exchange(table_.At(lastCompleted_), nullptr);
     if (previous.use_count() == 1) {
       receiver_.Recycle(std::move(previous->RspArgument));
-      spare_ = std::move(previous);
+      if (previous->SndArgument.capacity() <= kLargestKept) spare_ = std::move(previous);
     }
   }
   lastCompleted_ = transaction.SeqNumber;
@@ -196,7 +217,7 @@ void fComm::setTransactionTimeoutFromBufferSize(std::int32_t size) {
 
 const CTransaction& fComm::LastCompleted() const {
   if (lastCompleted_ != kBeforeFirst) return *table_.At(lastCompleted_);
-  throw base::Error(given_.strings.GetStrings("No transaction has been completed."));
+  throw base::Error(given_.text("No transaction has been completed.", {}));
 }
 
 std::int16_t fComm::Short(Field field) const {

@@ -6,7 +6,6 @@
 // happened and the application's title as the source.
 #pragma once
 
-#include <array>
 #include <chrono>
 #include <functional>
 #include <optional>
@@ -23,7 +22,7 @@ struct Surroundings {
   Socket& socket;
   ui::EventLoop& loop;
   ui::Prompts& prompts;
-  const shell::Strings& strings;
+  Texts text;
   std::string title;
   Trace trace = {};
   /// From UTF-8 to the system's 8-bit code page.
@@ -45,13 +44,17 @@ class fComm {
   /// Whatever the connection before left unfinished is dropped.
   bool ovpConnect(const std::string& host, std::int32_t port, const std::string& greeting,
                   std::int16_t greetingType);
+  /// Closes and lets go of everything that was not sent yet; the last complete answer stays.
   void ovpClose();
 
   /// Opens the next transaction with these bytes to be sent.
   void ovpSetArgument(const Bytes& argument);
   /// Sends a transaction and waits for its answer: without `argumentType` a new one with no argument, with it
   /// the one that ovpSetArgument opened. A `text` goes before the argument, behind its length in bytes (at
-  /// most 32767), and adds 100 to the type. Numbers below 0 do not fit on the wire and are refused.
+  /// most 32767), and adds 100 to the type. Numbers below 0 do not fit on the wire and are refused, and so is
+  /// a request while the one before has not gone out; a refused one can be repeated. An answer of more than
+  /// kLongestAnswer bytes ends the connection; so does what the server sends without being asked, also behind
+  /// a complete answer, which stands.
   bool ovpTransaction(std::int16_t command, std::int16_t parameter, std::optional<std::int16_t> argumentType,
                       const std::string& text);
 
@@ -89,6 +92,7 @@ class fComm {
 
   template <class Work>
   decltype(auto) Raising(Work work) const;
+  [[noreturn]] void Raise(const std::string& why) const;
 
   void Connect(const std::string& host, std::int32_t port);
   void Greet(const std::string& greeting, std::int16_t greetingType);
@@ -100,13 +104,16 @@ class fComm {
   std::shared_ptr<CTransaction> NewRecord();
   void BuildRequest(CTransaction& transaction, std::int16_t command, std::int16_t parameter,
                     std::int16_t argumentType, const std::string& text);
-  void Await(const CTransaction& transaction, Time start);
+  void CheckReady(Time now);
+  void Await(CTransaction& transaction, Time start);
+  void WaitUntil(const std::function<bool()>& done, Time start, Time end);
   void PassTime(Time start, Time now, Time end);
   void Finish(CTransaction& transaction);
+  static void GiveUp(CTransaction& transaction);
 
   void OnDataArrival();
   void OnClose();
-  void OnError(const std::string& why);
+  void OnError(const std::string& why, int number);
   void Abandon(const std::string& why);
   void EndConnection(const std::string& why);
   std::string NotConnected() const;
@@ -125,14 +132,13 @@ class fComm {
   std::int16_t m_seqNumber = kBeforeFirst;
   std::int16_t lastCompleted_ = kBeforeFirst;
   std::shared_ptr<CTransaction> spare_;     // a record that nobody needs any more, for the next transaction
-  Bytes request_;                           // header and argument on their way
+  Bytes request_;                           // header and argument of the last one
   bool opened_ = false;                     // the last one was not sent yet
   std::int16_t timeout_ = kDefaultTimeout;  // seconds
   bool busy_ = false;
   bool connecting_ = false;
-  std::string failure_;  // why the connection ended by itself, in words
+  std::string failure_;  // why the connection ended, a sentence
   Time lastTurn_ = {};
-  std::array<std::uint8_t, 4096> arrived_;
 
   bool transactionOn_ = false;
   int ticks_ = 0;

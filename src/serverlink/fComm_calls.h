@@ -12,8 +12,7 @@ namespace serverlink {
 class fComm::Busy {
  public:
   explicit Busy(fComm& comm) : comm_(comm) {
-    if (comm.busy_)
-      throw base::Error(comm.given_.strings.GetStrings("Another request still waits for its answer."));
+    if (comm.busy_) throw base::Error(comm.given_.text("Another request still waits for its answer.", {}));
     comm.busy_ = true;
   }
   Busy(const Busy&) = delete;
@@ -30,11 +29,12 @@ decltype(auto) fComm::Raising(Work work) const {
   try {
     return work();
   } catch (const base::Error& error) {
-    throw automation::Error(automation::kApplicationDefined, error.what(), given_.title);
+    Raise(error.what());
+  } catch (const Overflow& overflow) {
+    Raise(given_.text("Overflow: %s1% does not fit into %s2% bytes.",
+                      {std::to_string(overflow.value), std::to_string(overflow.bytes)}));
   } catch (const std::bad_alloc&) {
-    throw automation::Error(automation::kApplicationDefined,
-                            given_.strings.GetStrings("There is not enough memory for the transaction."),
-                            given_.title);
+    Raise(given_.text("There is not enough memory for the transaction.", {}));
   }
 }
 

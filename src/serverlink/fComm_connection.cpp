@@ -1,6 +1,7 @@
 // The client's connection: how it begins and ends, and what happens while nobody calls: events of the socket
 // and ticks of the timers.
 #include <algorithm>
+#include <utility>
 
 #include "serverlink/fComm.h"
 #include "serverlink/fComm_calls.h"
@@ -47,26 +48,22 @@ bool fComm::ovpConnect(const std::string& host, std::int32_t port, const std::st
 
 void fComm::Connect(const std::string& host, std::int32_t port) {
   Forget();
-  if (host.empty()) throw base::Error(given_.strings.GetStrings("No host was given."));
+  if (host.empty()) throw base::Error(given_.text("No host was given.", {}));
   if (port < 1 || port > 65535) {
-    throw base::Error(
-        given_.strings.FormatStrings("The port %s1% is not between 1 and 65535.", {std::to_string(port)}));
+    throw base::Error(given_.text("The port %s1% is not between 1 and 65535.", {std::to_string(port)}));
   }
   connecting_ = true;
   given_.socket.Connect(host, static_cast<std::uint16_t>(port));
   PollError.Start();
   const Time start = given_.now();
-  const Time end = start + kConnectTime;
-  for (Time now = start; !given_.socket.Connected() && failure_.empty() && now < end; now = given_.now()) {
-    PassTime(start, now, end);
-  }
+  WaitUntil([this] { return given_.socket.Connected() || !failure_.empty(); }, start, start + kConnectTime);
   connecting_ = false;
   if (given_.socket.Connected()) return;
   given_.trace("Erreur timeout de connection");
-  const std::string why =
-      failure_.empty() ? given_.strings.GetStrings("it did not answer within 30 seconds") : failure_;
-  throw base::Error(given_.strings.FormatStrings("The server %s1% could not be reached at port %s2%: %s3%.",
-                                                 {host, std::to_string(port), why}));
+  if (failure_.empty())
+    failure_ = given_.text("There was no answer within %s1% s.", {std::to_string(kConnectTime.count())});
+  throw base::Error(given_.text("The server %s1% could not be reached at port %s2%. %s3%",
+                                {host, std::to_string(port), failure_}));
 }
 
 void fComm::Greet(const std::string& greeting, std::int16_t greetingType) {
@@ -81,8 +78,7 @@ void fComm::Greet(const std::string& greeting, std::int16_t greetingType) {
   const Bytes& answer = LastCompleted().RspArgument;
   if (std::string_view(reinterpret_cast<const char*>(answer.data()), answer.size()) != "Ok") {
     given_.trace("Erreur authentification");
-    throw base::Error(given_.strings.FormatStrings("The server refused the greeting; it answered \"%s1%\".",
-                                                   {Shown(answer)}));
+    throw base::Error(given_.text("The server refused the greeting; it answered \"%s1%\".", {Shown(answer)}));
   }
   mode_ = HeaderMode::kAuthenticated;
   receiver_.SetMode(mode_);
@@ -102,26 +98,24 @@ void fComm::Forget() {
 
 void fComm::ovpClose() {
   given_.socket.Close();
-  EndConnection(given_.strings.GetStrings("The connection was closed."));
+  EndConnection(given_.text("The connection was closed.", {}));
+  if (std::exchange(opened_, false)) table_.At(m_seqNumber) = nullptr;
+  Bytes().swap(request_);
+}
+
+[[noreturn]] void fComm::Raise(const std::string& why) const {
+  throw automation::Error(automation::kApplicationDefined, why, given_.title);
 }
 
 // --- events ---------------------------------------------------------------------------------------
 
 void fComm::OnDataArrival() {
   try {
-    const auto rest = receiver_.ArgumentSpace();
-    const auto space = rest.empty() ? std::span<std::uint8_t>(arrived_) : rest;
-    const std::size_t count = given_.socket.GetData(space);
-    if (count == 0) return;
-    if (rest.empty()) {
-      receiver_.DataArrival(space.first(count));
-    } else {
-      receiver_.ArgumentArrived(count);
-    }
+    receiver_.DataArrival();
   } catch (const base::Error& error) {
     Abandon(error.what());
   } catch (const std::bad_alloc&) {
-    Abandon(given_.strings.GetStrings("There is not enough memory for the answer of the server."));
+    Abandon(given_.text("There is not enough memory for the answer of the server.", {}));
   }
 }
 
@@ -132,24 +126,26 @@ void fComm::Abandon(const std::string& why) {
   EndConnection(why);
 }
 
-void fComm::OnClose() { EndConnection(given_.strings.GetStrings("The server closed the connection.")); }
+void fComm::OnClose() { EndConnection(given_.text("The server closed the connection.", {})); }
 
-void fComm::OnError(const std::string& why) {
-  if (connecting_) return EndConnection(why);
+void fComm::OnError(const std::string& why, int number) {
+  const std::string sentence = given_.text(why, {std::to_string(number)});
+  if (connecting_) return EndConnection(sentence);
   error_ = true;
-  EndConnection(given_.strings.FormatStrings("The connection to the server failed: %s1%.", {why}));
+  EndConnection(given_.text("The connection to the server failed. %s1%", {sentence}));
 }
 
-/// Whoever waits ends at once.
+/// Whoever waits ends at once; an answer that is complete stands.
 void fComm::EndConnection(const std::string& why) {
   failure_ = why;
   if (m_seqNumber == kBeforeFirst) return;
-  if (const auto& current = table_.At(m_seqNumber)) current->State = kIdle;
+  const auto& current = table_.At(m_seqNumber);
+  if (current && current->State != kComplete) current->State = kIdle;
 }
 
 std::string fComm::NotConnected() const {
-  if (failure_.empty()) return given_.strings.GetStrings("There is no connection to the server.");
-  return given_.strings.FormatStrings("There is no connection to the server any more. %s1%", {failure_});
+  if (failure_.empty()) return given_.text("There is no connection to the server.", {});
+  return given_.text("There is no connection to the server any more. %s1%", {failure_});
 }
 
 void fComm::SwitchTransactionOn() {
@@ -174,8 +170,7 @@ void fComm::OnPollError() {
   if (!error_ || errorReported_) return;
   errorReported_ = true;  // before the box, whose message loop lets this timer tick
   given_.prompts.Ask(
-      {given_.strings.FormatStrings("Connection lost with host %s%, you should restart this plugin",
-                                    {NetworkIpAddress}),
+      {given_.text("Connection lost with host %s%, you should restart this plugin", {NetworkIpAddress}),
        given_.title, ui::Buttons::kOk, ui::Icon::kError});
   connectionLost_ = true;
 }

@@ -1,8 +1,6 @@
 #include "serverlink/receiver.h"
 
 #include <algorithm>
-#include <cstring>
-#include <limits>
 #include <utility>
 
 #include "base/error.h"
@@ -10,9 +8,7 @@
 namespace serverlink {
 namespace {
 
-constexpr std::size_t kSpaceAhead = 4096;       // bytes
-constexpr std::size_t kLargestSpare = 4 << 20;  // bytes
-constexpr std::int64_t kLongestArgument = std::numeric_limits<std::int32_t>::max();
+constexpr std::size_t kSpaceAhead = 4096;  // bytes
 
 std::int64_t SignedSize(std::span<const std::uint8_t> bytes) {
   return static_cast<std::int64_t>(bytes.size());
@@ -28,34 +24,62 @@ void Receiver::Restart(std::int16_t lastNumber) {
   rx_ = lastNumber;
   advance_ = true;
   receiving_ = nullptr;
+  kept_ = 0;
   mode_ = HeaderMode::kGreeting;
 }
 
-void Receiver::DataArrival(std::span<const std::uint8_t> bytes) {
-  if (IsMiddlePiece(bytes.size()) && !trace_.On()) {
-    // Many small pieces must not cost much more than copying them.
-    std::memcpy(receiving_->RspArgument.data() + Received(*receiving_), bytes.data(), bytes.size());
-    receiving_->ReceivedBytesArg += static_cast<std::int32_t>(bytes.size());
-    return;
-  }
+void Receiver::DataArrival() {
   trace_("DataArrival in");
+  for (bool more = true; more;) {
+    const bool inPlace = ReadsInPlace();
+    const auto space = inPlace ? ArgumentSpace() : std::span(arrived_).subspan(kept_);
+    const std::size_t count = socket_.GetData(space);
+    more = count == space.size();  // else the connection is empty now
+    if (count == 0) break;
+    if (inPlace) {
+      Count(count);
+      TraceRest();
+    } else {
+      TakeArrived(count);
+    }
+  }
+  if (kept_ > 0) RefuseCutHeader();
+  trace_("DataArrival out normal ", rx_);
+}
+
+/// A long rest, or one that there is space for; a short one is better read together with what is behind it.
+bool Receiver::ReadsInPlace() const {
+  if (!receiving_ || receiving_->IsGivenUp) return false;
+  return receiving_->RspArgument.size() > Received(*receiving_) || Rest() >= arrived_.size();
+}
+
+/// What lies in arrived_: answers, one behind the other. The beginning of a header waits for its rest, which
+/// the next read brings.
+void Receiver::TakeArrived(std::size_t count) {
+  std::span<const std::uint8_t> bytes = std::span(arrived_).first(std::exchange(kept_, 0) + count);
   int further = 0;  // packets behind the first
   while (!bytes.empty()) {
     if (receiving_) {
       bytes = TakeArgument(bytes);
       TraceRest();
+      // It comes in small pieces; from now on each is read straight to its place.
+      if (receiving_ && !receiving_->IsGivenUp) Grow(*receiving_);
     } else {
-      bytes = TakeHeader(Expected(), bytes);
-      if (!bytes.empty()) {
-        trace_("(1) More packets waiting in the buffer. Bytes to read: ", SignedSize(bytes));
+      CTransaction& transaction = Expected();
+      if (bytes.size() < HeaderLength(mode_)) {
+        kept_ = bytes.size();
+        std::ranges::copy(bytes, arrived_.begin());
+        break;
       }
+      bytes = TakeHeader(transaction, bytes);
+      if (!bytes.empty())
+        trace_("(1) More packets waiting in the buffer. Bytes to read: ", SignedSize(bytes));
     }
     if (bytes.empty()) break;
     trace_("*********  We have extra packet in the buffer. Bytes remaining: ", SignedSize(bytes));
     ++further;
   }
   for (; further > 0; --further) trace_("*********  Ending recursive call, Rx=", rx_);
-  trace_("DataArrival out normal ", rx_);
 }
 
 /// The transaction that the next header belongs to.
@@ -70,22 +94,16 @@ CTransaction& Receiver::Expected() {
   CTransaction* transaction = rx_ > kBeforeFirst ? table_.At(rx_).get() : nullptr;
   if (transaction && transaction->State == kSent) return *transaction;
   trace_("Erreur données non attendues");
-  throw base::Error(strings_.GetStrings("The server sent data that no request waits for."));
+  throw base::Error(text_("The server sent data that no request waits for.", {}));
 }
 
 std::span<const std::uint8_t> Receiver::TakeHeader(CTransaction& transaction,
                                                    std::span<const std::uint8_t> bytes) {
   const std::size_t header = HeaderLength(mode_);
-  if (bytes.size() < header) {
-    trace_("Erreur header too small");
-    throw base::Error(
-        strings_.FormatStrings("The server sent %s1% bytes where a header of %s2% bytes was due.",
-                               {std::to_string(bytes.size()), std::to_string(header)}));
-  }
   transaction.RspHeader.assign(bytes.begin(), bytes.begin() + static_cast<std::ptrdiff_t>(header));
   const std::int64_t length = ReadField(bytes, mode_, Field::kArgumentLength);
   const std::int64_t number = ReadField(bytes, mode_, Field::kSequence);
-  if (number != rx_ || length > kLongestArgument) RefuseHeader(number, length);
+  if (number != rx_ || length > kLongestAnswer) RefuseHeader(number, length);
   bytes = bytes.subspan(header);
   argumentLength_ = static_cast<std::size_t>(length);
   transaction.State = kReceiving;
@@ -94,27 +112,36 @@ std::span<const std::uint8_t> Receiver::TakeHeader(CTransaction& transaction,
     Complete(transaction);
     return bytes;
   }
-  const std::size_t count = std::min(argumentLength_, bytes.size());
-  StoreFirst(transaction, bytes.first(count));
   receiving_ = &transaction;
-  Count(count);
+  if (!transaction.IsGivenUp && spare_.capacity() > 0) {
+    // Memory that an earlier answer filled is not cleared, which would take as long as reading.
+    transaction.RspArgument.swap(spare_);
+    transaction.RspArgument.resize(std::min(transaction.RspArgument.size(), argumentLength_));
+  }
+  bytes = TakeArgument(bytes);
   if (receiving_) trace_("Not all data has been read for packet ", rx_);
+  return bytes;
+}
+
+std::span<const std::uint8_t> Receiver::TakeArgument(std::span<const std::uint8_t> bytes) {
+  const std::size_t count = std::min(Rest(), bytes.size());
+  if (!receiving_->IsGivenUp) Store(receiving_->RspArgument, bytes.first(count));
+  Count(count);
   return bytes.subspan(count);
 }
 
-/// What came with the header. Memory that an earlier answer filled is used again; it is not cleared, which
-/// would take as long as reading.
-void Receiver::StoreFirst(CTransaction& transaction, std::span<const std::uint8_t> bytes) {
-  Bytes& argument = transaction.RspArgument;
-  if (spare_.capacity() > 0) argument.swap(spare_);
-  if (argument.size() > bytes.size()) {
-    argument.resize(std::min(argument.size(), argumentLength_));
-    std::ranges::copy(bytes, argument.begin());
-  } else {
-    argument.reserve(SpaceFor(bytes.size()));
-    argument.assign(bytes.begin(), bytes.end());
+void Receiver::Store(Bytes& argument, std::span<const std::uint8_t> bytes) const {
+  const std::size_t received = Received(*receiving_);
+  if (bytes.size() <= argument.size() - received) {
+    std::ranges::copy(bytes, argument.begin() + static_cast<std::ptrdiff_t>(received));
+    return;
   }
+  argument.resize(received);
+  argument.reserve(SpaceFor(received + bytes.size()));
+  argument.insert(argument.end(), bytes.begin(), bytes.end());
 }
+
+std::size_t Receiver::Rest() const { return argumentLength_ - Received(*receiving_); }
 
 /// Bytes that an argument may take up when so many of them have arrived.
 std::size_t Receiver::SpaceFor(std::size_t received) const {
@@ -124,40 +151,20 @@ std::size_t Receiver::SpaceFor(std::size_t received) const {
 void Receiver::RefuseHeader(std::int64_t number, std::int64_t length) const {
   if (number != rx_) {
     trace_("Received out-of-synch packet. Rx=", rx_);
-    throw base::Error(strings_.FormatStrings("The server answered transaction %s1% where %s2% was due.",
-                                             {std::to_string(number), std::to_string(rx_)}));
+    throw base::Error(text_("The server answered transaction %s1% where %s2% was due.",
+                            {std::to_string(number), std::to_string(rx_)}));
   }
-  throw base::Error(strings_.FormatStrings("The server announced an answer of %s1% bytes, which is too long.",
-                                           {std::to_string(length)}));
+  throw base::Error(text_("The server announced an answer of %s1% bytes; at most %s2% are taken.",
+                          {std::to_string(length), std::to_string(kLongestAnswer)}));
 }
 
-std::span<const std::uint8_t> Receiver::TakeArgument(std::span<const std::uint8_t> bytes) {
-  Bytes& argument = receiving_->RspArgument;
-  const std::size_t rest = argumentLength_ - Received(*receiving_);
-  if (bytes.size() >= rest && Received(*receiving_) == argument.size()) {
-    // What completes it is put behind it, without clearing space first.
-    argument.reserve(argumentLength_);
-    argument.insert(argument.end(), bytes.begin(), bytes.begin() + static_cast<std::ptrdiff_t>(rest));
-    Count(rest);
-    return bytes.subspan(rest);
-  }
-  while (receiving_ && !bytes.empty()) {
-    const auto space = ArgumentSpace();
-    const std::size_t count = std::min(space.size(), bytes.size());
-    std::copy_n(bytes.begin(), count, space.begin());
-    Count(count);
-    bytes = bytes.subspan(count);
-  }
-  return bytes;
-}
-
-/// True when so many bytes neither complete the argument nor need more space.
-bool Receiver::IsMiddlePiece(std::size_t count) const {
-  return receiving_ && count < receiving_->RspArgument.size() - Received(*receiving_);
+void Receiver::RefuseCutHeader() const {
+  trace_("Erreur header too small");
+  throw base::Error(text_("Only %s1% of the %s2% bytes of a header came in one piece.",
+                          {std::to_string(kept_), std::to_string(HeaderLength(mode_))}));
 }
 
 std::span<std::uint8_t> Receiver::ArgumentSpace() {
-  if (!receiving_) return {};
   if (Received(*receiving_) == receiving_->RspArgument.size()) Grow(*receiving_);
   return std::span(receiving_->RspArgument).subspan(Received(*receiving_));
 }
@@ -169,15 +176,11 @@ void Receiver::Grow(CTransaction& transaction) const {
 }
 
 void Receiver::Recycle(Bytes memory) {
-  if (memory.capacity() <= kLargestSpare) spare_ = std::move(memory);
-}
-
-void Receiver::ArgumentArrived(std::size_t count) {
-  Count(count);
-  TraceRest();
+  if (memory.capacity() <= kLargestKept) spare_ = std::move(memory);
 }
 
 void Receiver::TraceRest() const {
+  if (!trace_.On()) return;
   trace_("Finishing reading Rx=", rx_);
   if (receiving_) trace_("After second read, not all data has been read for packet ", rx_);
 }

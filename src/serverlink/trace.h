@@ -30,8 +30,10 @@ class Trace {
   Sink sink_;
 };
 
-/// Appends to the file, each line with the UTC time; off when the file cannot be written.
-Trace TraceToFile(const std::string& path);
+/// Appends to the file, each line with the UTC time; off when the file cannot be written. A file of `limit`
+/// bytes is renamed to <path>.old, in place of the one before, and a new one begun, so that the last steps
+/// are never lost and twice the limit is never exceeded.
+Trace TraceToFile(const std::string& path, std::int64_t limit = 8 << 20);
 
 /// To the file that the environment variable KVTARN_LINK_TRACE names; off when there is no such variable.
 Trace TraceFromEnvironment();

@@ -30,6 +30,9 @@ class CTransaction : public automation::LocalClass<CTransaction> {
   Bytes RspArgument;  // while it arrives it may be longer than what has arrived
   Bytes RspHeader;
   Bytes SndArgument;
+  /// Nobody waits for the answer any more, so its bytes are not kept. For the client alone: no member by
+  /// name.
+  bool IsGivenUp = false;
 
   /// Outside of the array a read gives 0 and a write does nothing. That is deliberate: callers rely on sizes
   /// that they computed themselves.

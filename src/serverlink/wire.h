@@ -7,6 +7,7 @@
 #include <cstddef>
 #include <cstdint>
 #include <span>
+#include <utility>
 
 #include "serverlink/transaction.h"
 
@@ -37,17 +38,28 @@ constexpr std::size_t Width(HeaderMode mode, Field field) {
   return IsLength(field) && mode == HeaderMode::kAuthenticated ? 4 : 2;
 }
 
-/// Throws base::Error.
-[[noreturn]] void RaiseOverflow(std::int64_t value, std::size_t bytes);
+/// An argument of an answer that is longer is refused by its header: no answer of the server comes near it,
+/// and the tool's memory must not follow what a broken header says. The server takes requests of the same
+/// length.
+inline constexpr std::int64_t kLongestAnswer = 64 << 20;  // bytes
 
-/// Writes `value` into all of `where`. Throws base::Error (overflow) when it is negative or does not fit.
+/// Memory of a transaction that is kept for the next one; larger pieces are given back to the system.
+inline constexpr std::size_t kLargestKept = 4 << 20;  // bytes
+
+/// A number that does not fit on the wire. The client puts it into words.
+struct Overflow {
+  std::int64_t value;
+  std::size_t bytes;
+};
+
+/// Writes `value` into all of `where`. Throws Overflow when it is negative or does not fit.
 inline void WriteNumber(std::span<std::uint8_t> where, std::int64_t value) {
   std::int64_t rest = value;
   for (std::size_t i = where.size(); i > 0; --i) {
     where[i - 1] = static_cast<std::uint8_t>(rest & 0xFF);
     rest >>= 8;
   }
-  if (rest != 0) RaiseOverflow(value, where.size());  // a negative number leaves -1
+  if (rest != 0) throw Overflow{value, where.size()};  // a negative number leaves -1
 }
 
 /// Writes one field of a header that lies at the front of `frame`; throws as WriteNumber.
@@ -77,8 +89,11 @@ inline std::int64_t ReadField(const CTransaction& transaction, Field field) {
   return ReadField(padded, isShort ? HeaderMode::kGreeting : HeaderMode::kAuthenticated, field);
 }
 
-/// A number of 16 bits that was reckoned with more; throws base::Error (overflow).
-std::int16_t ToShort(std::int64_t value);
+/// A number of 16 bits that was reckoned with more; throws Overflow.
+inline std::int16_t ToShort(std::int64_t value) {
+  if (!std::in_range<std::int16_t>(value)) throw Overflow{value, 2};
+  return static_cast<std::int16_t>(value);
+}
 
 /// Sequence numbers run from 7018 to 8086 and start over; 7017 only ever stands before the first one. The
 /// server relies on these bounds.

@@ -2,26 +2,34 @@
 // than time does, so that a time-out of whole seconds takes milliseconds.
 #pragma once
 
+#include <thread>
+
 #include "serverlink/asio_socket.h"
 #include "serverlink/fComm.h"
+#include "shell/strings.h"
 #include "simulator/protocol/server.h"
 #include "stand_ins.h"
 
 namespace tests {
 
+/// Looks one name up for longer than anybody waits.
+inline serverlink::Addresses SlowName(const std::string& host, std::uint16_t port) {
+  if (host == "slow.test") std::this_thread::sleep_for(std::chrono::minutes(1));
+  return serverlink::AskSystem(host, port);
+}
+
 struct Link {
   simulator::ProtocolServer server;
-  serverlink::AsioSocket socket;
+  serverlink::AsioSocket socket{SlowName};
   ManualLoop loop;
   ScriptedPrompts prompts;
-  shell::Strings strings{[] { return automation::Object(); }};
   int clockSpeed = 1;
   std::vector<std::string> traced;
   serverlink::fComm comm{
       {.socket = socket,
        .loop = loop,
        .prompts = prompts,
-       .strings = strings,
+       .text = shell::ReplacePlaceholders,
        .title = "KV-TARN Configuration",
        .trace = serverlink::Trace([this](std::string_view line) { traced.emplace_back(line); }),
        .now = [this] { return Now(); }}};

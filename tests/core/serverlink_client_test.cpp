@@ -2,6 +2,7 @@
 
 #include <filesystem>
 #include <fstream>
+#include <sstream>
 
 #include "link.h"
 
@@ -57,6 +58,21 @@ TEST(Trace, AppendsLinesWithTheirTimeToItsFile) {
   EXPECT_FALSE(serverlink::TraceToFile(testing::TempDir() + "nowhere/link.trace").On());
 }
 
+TEST(Trace, KeepsTheLastLinesWithinTwiceItsLimit) {
+  const std::string path = testing::TempDir() + "limited.trace";
+  const auto old = path + ".old";
+  for (const auto& file : {path, old}) std::filesystem::remove(file);
+  for (int i = 0; i < 300; ++i) serverlink::TraceToFile(path, 1'000)("Rx=", i);
+  const auto trace = serverlink::TraceToFile(path, 1'000);
+  for (int i = 300; i < 600; ++i) trace("Rx=", i);
+  std::stringstream kept;
+  for (const auto& file : {old, path}) {
+    EXPECT_LE(std::filesystem::file_size(file), 1'000u);
+    kept << std::ifstream(file).rdbuf();
+  }
+  EXPECT_THAT(kept.str(), testing::AllOf(HasSubstr("Rx=585"), HasSubstr("Rx=599")));
+}
+
 TEST_F(ClientTest, RequestsCarryTypeTextAndArgument) {
   Connect();
   server.TakeRequests();
@@ -109,14 +125,12 @@ TEST_F(ClientTest, EveryBadAnswerIsAnErrorThatSaysWhatHappened) {
     const char* text;
   } cases[] = {
       {{.greetingAnswer = "ok"}, "refused the greeting; it answered \"ok\""},
-      {{.mode = ServerMode::kSilent, .spoilsGreeting = true}, "has not answered within 1 seconds"},
+      {{.mode = ServerMode::kSilent, .spoilsGreeting = true}, "has not answered within 1 s."},
       {{.mode = ServerMode::kClosing, .spoilsGreeting = true, .offset = 13}, "closed the connection"},
       {{.mode = ServerMode::kGarbage, .spoilsGreeting = true}, "answered transaction"},
-      {{.mode = ServerMode::kSilent, .offset = 23}, "23 bytes where a header of 24 bytes was due"},
-      {{.mode = ServerMode::kSilent, .offset = 30}, "within 1 seconds; 6 of 10 bytes have come"},
+      {{.mode = ServerMode::kSilent, .offset = 23}, "Only 23 of the 24 bytes of a header"},
+      {{.mode = ServerMode::kSilent, .offset = 30}, "within 1 s; 6 of 10 bytes have come"},
       {{.mode = ServerMode::kOutOfStep}, "answered transaction"},
-      {{.mode = ServerMode::kSurplus, .piece = 1}, "no request waits"},
-      {{.mode = ServerMode::kSurplus, .piece = 100}, "no request waits"},
       {{.mode = ServerMode::kGarbage}, "answered transaction"},
       {{.mode = ServerMode::kClosing}, "closed the connection"},
       {{.mode = ServerMode::kResetting}, "server broke the connection"},
@@ -139,11 +153,83 @@ TEST_F(ClientTest, AServerThatIsNotThereIsToldAtOnce) {
   EXPECT_THAT(Refusal([&] { comm.ovpConnect("127.0.0.1", 65'536, "", 0); }),
               HasSubstr("between 1 and 65535"));
   const std::int32_t port = simulator::ProtocolServer().Port();  // gone again
-  EXPECT_THAT(Refusal([&] { comm.ovpConnect("127.0.0.1", port, "", 0); }), HasSubstr("was refused"));
+  EXPECT_EQ(Refusal([&] { comm.ovpConnect("127.0.0.1", port, "", 0); }),
+            "The server 127.0.0.1 could not be reached at port " + std::to_string(port) +
+                ". The connection was refused.");
+  EXPECT_EQ(Refusal([&] { Echo({1}); }),
+            "There is no connection to the server any more. The connection was refused.");
   clockSpeed = 300;
   EXPECT_THAT(Refusal([&] { comm.ovpConnect("192.0.2.1", 9, "", 0); }),
               HasSubstr("192.0.2.1 could not be reached"));
   EXPECT_TRUE(Connect());
+}
+
+TEST_F(ClientTest, ANameThatIsLookedUpForLongHoldsNobodyUp) {
+  clockSpeed = 300;
+  const auto took = Took([&] {
+    EXPECT_THAT(Refusal([&] { comm.ovpConnect("slow.test", 9, "", 0); }),
+                HasSubstr("port 9. There was no answer within 30 s."));
+    clockSpeed = 1;
+    EXPECT_TRUE(comm.ovpConnect("localhost", server.Port(), "hello", 3));
+    serverlink::AsioSocket(tests::SlowName).Connect("slow.test", 9);  // nor does its end wait
+  });
+  EXPECT_LT(took, 20s);
+}
+
+TEST_F(ClientTest, AnAnswerWithMoreBehindItStandsAndThenTheConnectionEnds) {
+  for (const std::size_t size : {0, 10, 4'072, 5'000, 100'000}) {
+    for (const std::size_t surplus : {1, 23, 24, 9'000}) {
+      for (const auto pause : {0ms, 1ms}) {
+        server.Set({.mode = ServerMode::kSurplus, .piece = surplus, .pause = pause});
+        Connect();
+        ASSERT_EQ(Echo(Pattern(size)), Pattern(size)) << size << '+' << surplus;
+        const std::string refusal = Refusal([&] { Echo({1}); });
+        ASSERT_NE(refusal, "") << size << '+' << surplus;
+        if (pause == 0ms) {
+          ASSERT_THAT(refusal, HasSubstr("any more. The server sent data that no request waits for."));
+        }
+        ASSERT_FALSE(socket.Connected());
+        ASSERT_EQ(comm.ovpGetRspArgVal(), Pattern(size));
+      }
+    }
+  }
+}
+
+TEST_F(ClientTest, AnAnswerThatLiesInTheSocketCountsHoweverLongTheMessageLoopTakes) {
+  Connect();
+  comm.setTransactionTimeout(1);
+  clockSpeed = 100;
+  loop.onTurn = [] { std::this_thread::sleep_for(30ms); };
+  for (const std::size_t size : {1, 20'000}) EXPECT_EQ(Echo(Pattern(size)), Pattern(size));
+}
+
+TEST_F(ClientTest, WhatNobodyWaitsForTakesNoMemory) {
+  clockSpeed = 100;
+  Connect();
+  comm.setTransactionTimeout(1);
+  server.Set({.mode = ServerMode::kLate, .piece = 4});
+  const Bytes large = Pattern(1'000'000);
+  for (int i = 0; i < 3; ++i) EXPECT_THAT(Refusal([&] { Echo(large); }), HasSubstr("not answered"));
+  comm.setTransactionTimeoutDefault();
+  EXPECT_EQ(Echo({1}), Bytes{1});
+  for (const char* key : {"7019", "7020", "7021"}) {
+    const auto late = comm.Transaction(key);
+    EXPECT_EQ(late->ReceivedBytesArg, 1'000'000);
+    EXPECT_EQ(late->SndArgument.capacity() + late->RspArgument.capacity(), 0u);
+  }
+}
+
+TEST_F(ClientTest, OneRequestIsOnItsWayAtMostAndClosingLetsGoOfIt) {
+  clockSpeed = 100;
+  Connect();
+  comm.setTransactionTimeout(1);
+  server.Set({.mode = ServerMode::kChunked, .pause = 10s});  // reads no further request meanwhile
+  Refusal([&] { Echo({1, 2}); });
+  EXPECT_THAT(Refusal([&] { Echo(Bytes(16 << 20)); }), HasSubstr("has not answered"));
+  for (int i = 0; i < 2; ++i) EXPECT_THAT(Refusal([&] { Echo({1}); }), HasSubstr("has not been sent yet"));
+  comm.ovpClose();
+  EXPECT_FALSE(socket.Sending());
+  EXPECT_EQ(Refusal([&] { comm.ovpTransaction(1, 1, 5, ""); }), "No argument was set for the transaction.");
 }
 
 TEST_F(ClientTest, EndsAtEveryByteOfAnAnswerLeaveAClientThatConnectsAgain) {
@@ -260,7 +346,7 @@ TEST_F(ClientTest, TheTimeOutFollowsTheSizeOfTheBuffer) {
   for (const auto& [size, seconds] : cases) {
     comm.setTransactionTimeoutFromBufferSize(size);
     EXPECT_THAT(Refusal([&] { comm.ovpTransaction(1, 1, std::nullopt, ""); }),
-                HasSubstr("within " + std::string(seconds) + " seconds"));
+                HasSubstr("within " + std::string(seconds) + " s."));
   }
   EXPECT_THAT(Refusal([&] { comm.setTransactionTimeoutFromBufferSize(16'379'000); }), HasSubstr("Overflow"));
 }

@@ -1,5 +1,6 @@
 #include <gmock/gmock.h>
 
+#include "byte_socket.h"
 #include "fault_of.h"
 #include "link.h"
 
@@ -12,9 +13,10 @@ using tests::FaultOf;
 /// A receiver with transactions that await their answers, and those answers as they come over the wire.
 struct Reassembly : testing::Test {
   serverlink::TransactionTable table;
-  shell::Strings strings{[] { return automation::Object(); }};
+  serverlink::Texts text = shell::ReplacePlaceholders;
   serverlink::Trace trace;
-  serverlink::Receiver receiver{table, strings, trace};
+  tests::ByteSocket socket;
+  serverlink::Receiver receiver{socket, table, text, trace};
   std::vector<Bytes> arguments;
   Bytes stream;
   std::vector<std::size_t> starts;  // of the answers in the stream
@@ -39,14 +41,18 @@ struct Reassembly : testing::Test {
     }
   }
 
-  void Arrive(std::size_t from, std::size_t to) {
-    receiver.DataArrival(std::span(stream).subspan(from, to - from));
+  void Arrive(std::span<const std::uint8_t> bytes) {
+    socket.Arrive(bytes);
+    receiver.DataArrival();
   }
+  void Arrive(std::size_t from, std::size_t to) { Arrive(std::span(stream).subspan(from, to - from)); }
   /// With one byte changed.
   void Arrive(std::size_t from, std::size_t to, std::size_t place, std::uint8_t byte) {
     stream[place] = byte;
     Arrive(from, to);
   }
+
+  CTransaction& At(std::size_t place) { return *table.At(static_cast<std::int16_t>(7'018 + place)); }
 
   bool InsideHeader(std::size_t place) const {
     return std::ranges::any_of(starts,
@@ -80,6 +86,22 @@ TEST_F(Reassembly, EverySplitInTwoGivesTheSameAnswersUnlessItCutsAHeader) {
   }
 }
 
+TEST_F(Reassembly, AnswersThatComeTogetherAreTakenWhereverTheReadsCutTheirHeaders) {
+  std::vector<std::vector<std::size_t>> together = {std::vector<std::size_t>(150, 10)};
+  for (std::size_t size = 4'040; size < 4'080; ++size) together.push_back({size, 5, 9'000, 0, 3});
+  for (const auto& sizes : together) {
+    for (const bool givenUp : {false, true}) {
+      Expect(sizes);
+      for (std::size_t i = 0; i + 1 < sizes.size(); ++i) At(i).IsGivenUp = givenUp;
+      Arrive(stream);
+      for (std::size_t i = 0; i < sizes.size(); ++i) {
+        ASSERT_EQ(At(i).State, serverlink::kComplete) << sizes[0];
+        ASSERT_EQ(At(i).RspArgument, At(i).IsGivenUp ? Bytes() : arguments[i]) << sizes[0];
+      }
+    }
+  }
+}
+
 TEST_F(Reassembly, TheLastOfThreePiecesCompletes) {
   Expect({1'000});
   const std::size_t cuts[] = {0, 24, 524, 1'024};
@@ -102,8 +124,7 @@ TEST_F(Reassembly, TheNumberAfter8086Is7018) {
 
 TEST_F(Reassembly, MemoryGrowsWithWhatHasArrivedNotWithWhatIsAnnounced) {
   Expect({0});
-  const Bytes longest = {0x7F, 0xFF, 0xFF, 0xFF};
-  std::ranges::copy(longest, stream.begin() + 12);
+  stream[12] = 0x04;  // 64 MiB, the longest that is taken
   const auto bounded = [&] {
     const CTransaction& transaction = *table.At(7018);
     return transaction.RspArgument.capacity() <=
@@ -113,7 +134,7 @@ TEST_F(Reassembly, MemoryGrowsWithWhatHasArrivedNotWithWhatIsAnnounced) {
   EXPECT_TRUE(bounded());
   const Bytes piece(1'460);
   for (int i = 0; i < 1'000; ++i) {
-    receiver.DataArrival(piece);
+    Arrive(piece);
     ASSERT_TRUE(bounded()) << i;
   }
   EXPECT_EQ(table.At(7018)->ReceivedBytesArg, 1'460'000);
@@ -123,8 +144,10 @@ TEST_F(Reassembly, WhatCannotBeTheAnswerIsRefusedInWords) {
   const struct {
     const char* text;
     std::function<void()> arrive;
-  } cases[] = {{"23 bytes where a header of 24", [&] { Arrive(0, 23); }},
-               {"announced an answer of 2147483648 bytes", [&] { Arrive(0, 24, 12, 0x80); }},
+  } cases[] = {{"Only 23 of the 24 bytes of a header", [&] { Arrive(0, 23); }},
+               {"announced an answer of 67108865 bytes", [&] { stream[12] = 4, Arrive(0, 24, 15, 1); }},
+               {"announced an answer of 4294967295 bytes",
+                [&] { std::fill_n(stream.begin() + 12, 4, 0xFF), Arrive(0, 24); }},
                {"answered transaction 7019 where 7018", [&] { Arrive(0, 24, 7, 0x6B); }},
                {"no request waits", [&] { Arrive(0, 24), Arrive(0, 1); }},
                {"no request waits", [&] { stream.push_back(1), Arrive(0, 25); }},

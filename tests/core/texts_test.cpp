@@ -122,11 +122,11 @@ const std::set<std::string> kAsTheyStand = {"Invalid value for this field",
 /// sentence but errors without a translation and names of pages in messages.
 bool IsShown(const std::string& before, const std::string& text) {
   static const std::regex lookedUp(
-      R"((GetStrings|FormatStrings|[tT]ranslate|[tT]ext|Raise|Try|StepError)\($|\{&[\w\[\]()]+, $)");
+      R"((GetStrings|FormatStrings|[tT]ranslate|[tT]ext_?|Raise|Try|StepError)\($|\{&[\w\[\]()]+, $)");
   static const std::regex chosen(R"((return|[?:]) $)");
   static const std::regex word(R"([A-Z][a-z]+)");
   static const std::regex sentence(R"([a-zA-Z'.]+ [a-zA-Z&(]|%s)");
-  static const std::regex spoken(R"(Error\(|Refuse\(|Page(Base)?\()");
+  static const std::regex spoken(R"(Error\(|Refuse\(|Page(Base)?\(|trace_?\()");
   if (kAsTheyStand.contains(text)) return false;
   if (std::regex_search(before, lookedUp)) return true;
   if (std::regex_match(text, word) && std::regex_search(before, chosen)) return true;
@@ -157,7 +157,7 @@ std::set<std::string> ShownTexts() {
   for (const char* file : {"plugin/plugin_api.cpp", "plugin/window_agent.cpp", "host/session.cpp"}) {
     texts.merge(ShownTexts(fs::path(SOURCE_DIR) / file));
   }
-  for (const char* room : {"pages", "shell", "logger", "fields"}) {
+  for (const char* room : {"pages", "shell", "logger", "fields", "serverlink"}) {
     for (const auto& file : fs::recursive_directory_iterator(fs::path(SOURCE_DIR) / room)) {
       if (file.path().extension() == ".cpp") texts.merge(ShownTexts(file.path()));
     }

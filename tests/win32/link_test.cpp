@@ -4,6 +4,7 @@
 #include "platform/win32/utf.h"
 #include "serverlink/asio_socket.h"
 #include "serverlink/fComm.h"
+#include "shell/strings.h"
 #include "simulator/protocol/server.h"
 #include "tests/core/stand_ins.h"
 
@@ -16,11 +17,10 @@ TEST(LinkOnTheMessageLoop, WindowsLiveWhileATransactionWaits) {
   simulator::ProtocolServer server;
   serverlink::AsioSocket socket;
   tests::ScriptedPrompts prompts;
-  const shell::Strings strings([] { return automation::Object(); });
   serverlink::fComm comm({.socket = socket,
                           .loop = loop,
                           .prompts = prompts,
-                          .strings = strings,
+                          .text = shell::ReplacePlaceholders,
                           .title = "Title",
                           .toCodePage = win32::CodePageText});
   ASSERT_TRUE(comm.ovpConnect("127.0.0.1", server.Port(), "hello", 3));
