@@ -5,6 +5,7 @@
 #include "base/error.h"
 #include "platform/win32/com_class.h"
 #include "platform/win32/local_dispatch.h"
+#include "platform/win32/message_window.h"
 #include "platform/win32/process.h"
 #include "platform/win32/system_error.h"
 
@@ -62,7 +63,7 @@ struct ComServer::State {
 
   void Add() { ++outstanding; }
   void Drop() {
-    if (--outstanding == 0 && onLastRelease) onLastRelease();
+    if (--outstanding == 0 && onLastRelease) Guarded(onLastRelease);
   }
 };
 
