@@ -52,7 +52,8 @@ std::optional<std::string> SaveDialog::AskSaveFile(const ui::SaveRequest& reques
   dialog.nMaxFile = static_cast<DWORD>(name.size());
   dialog.lpstrInitialDir = hasFolder ? folder.c_str() : nullptr;
   dialog.lpstrDefExt = extension.empty() ? nullptr : extension.c_str();
-  dialog.Flags = request.flags | kStyle;
+  // A new name is as good as one that is there; the flag belongs to dialogs for opening a file.
+  dialog.Flags = (request.flags & ~static_cast<DWORD>(OFN_FILEMUSTEXIST)) | kStyle;
   if (GetSaveFileNameW(&dialog)) return Utf8(name.data());
   if (const DWORD fault = CommDlgExtendedError()) {
     throw base::Error("The dialog for saving a file could not be shown (" + std::to_string(fault) + ")");
