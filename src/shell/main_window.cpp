@@ -97,6 +97,11 @@ void fMain::ConnectHandlers() {
   cancelButton = &cmdCancel;
   onQueryClose = [this] { return MayClose(); };
   onClosed = [this] { EndPlugIn(); };
+  onQueryEnd = [this] { return WhyNotEnd(); };
+  onSessionEnd = [this] {
+    sessionEnds_ = true;
+    EndPlugIn();
+  };
   onActivate = [this] { Activated(); };
   logger_.AddMessageEvent = [this](int level) { LoggerReported(level); };
   logger_.ClearEvent = [this] { EndBlink(kNoMessage); };
@@ -189,7 +194,7 @@ SaveResult fMain::InTransaction(std::string_view routine, std::string_view locat
     const ui::WaitPointer pointer(platform_.loop);
     try {
       host::Transaction transaction(network_);
-      if (!work()) return transaction.Cancel();
+      if (!work() || sessionEnds_) return transaction.Cancel();
       result = SaveResult::kUnknown;  // until the host has answered
       transaction.Commit();
       result = SaveResult::kCommitted;
@@ -253,6 +258,7 @@ void fMain::MakeNative() {
 void fMain::ShowWindow() {
   MakeNative();
   Show();
+  BringToFront();
 }
 
 void fMain::RefreshLocationString() {
@@ -366,9 +372,21 @@ void fMain::Help() {
   ShowHelp(platform_, settings_, strings_, topic);
 }
 
+bool fMain::Unsaved() {
+  if (ending_ || tag_ == kRefuseToStart) return false;
+  return pages_.AnyPageChanged() || locationChanged_;
+}
+
+std::string fMain::WhyNotEnd() {
+  if (busy_) {
+    return strings_.GetStrings("The configuration tool is busy. Please try again when it has finished.");
+  }
+  return Unsaved() ? strings_.GetStrings("All unsaved changes will be lost.") : std::string();
+}
+
 bool fMain::MayClose() {
   if (busy_) return false;
-  if (ending_ || tag_ == kRefuseToStart || !(pages_.AnyPageChanged() || locationChanged_)) return true;
+  if (!Unsaved()) return true;
   bool mayClose = false;
   Command("Cancel", [&] {
     mayClose = platform_.prompts.Ask(

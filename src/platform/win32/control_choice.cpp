@@ -45,7 +45,7 @@ class NativeListBox : public NativeControl {
   void Command(UINT code) override {
     if (code != CBN_SELCHANGE) return;
     const auto place = static_cast<int>(SendMessageW(Window(), CB_GETCURSEL, 0, 0));
-    Act([&] { List().Choose(place); });
+    Act([this, place] { List().Choose(place); });
   }
 
  private:
@@ -96,8 +96,13 @@ class NativeProgressBar : public NativeControl {
 
   void Mirror(ui::Aspect aspect) override {
     if (aspect == ui::Aspect::kContent) {
-      SendMessageW(Window(), PBM_SETRANGE32, 0, std::max(Bar().Maximum(), 1));
+      // The bar of the visual styles creeps up to a larger value, long after the work, and goes back to a
+      // smaller one at once.
+      const int most = std::max(Bar().Maximum(), 1);
+      SendMessageW(Window(), PBM_SETRANGE32, 0, most + 1);
+      SendMessageW(Window(), PBM_SETPOS, static_cast<WPARAM>(Bar().Value() + 1), 0);
       SendMessageW(Window(), PBM_SETPOS, static_cast<WPARAM>(Bar().Value()), 0);
+      SendMessageW(Window(), PBM_SETRANGE32, 0, most);
     }
     NativeControl::Mirror(aspect);
   }

@@ -119,7 +119,7 @@ void NativeListView::MirrorRows() {
   if (!replaced && Send(LVM_GETITEMCOUNT) == count) return;
   shownGeneration_ = List().Generation();
   // The icons only where a row has one: the list would leave room for them everywhere.
-  const Pictures& pictures = Context().pictures;
+  const Pictures& pictures = Images();
   const HIMAGELIST wanted = HasPictures() ? pictures.Levels() : pictures.Spacer();
   if (reinterpret_cast<HIMAGELIST>(Send(LVM_GETIMAGELIST, LVSIL_SMALL)) != wanted) {
     Send(LVM_SETIMAGELIST, LVSIL_SMALL, reinterpret_cast<LPARAM>(wanted));
@@ -158,8 +158,7 @@ int NativeListView::ColumnWidth(std::size_t column) const {
   for (const ui::ListView::Row& row : List().Rows()) {
     if (column < row.cells.size()) width = std::max(width, Metrics().Width(Wide(row.cells[column])));
   }
-  return width + Metrics().Scale(kCellPadding) +
-         (column == 0 && HasPictures() ? Context().pictures.Width() : 0);
+  return width + Metrics().Scale(kCellPadding) + (column == 0 && HasPictures() ? Images().Width() : 0);
 }
 
 bool NativeListView::HasPictures() const {
