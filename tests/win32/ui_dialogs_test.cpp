@@ -93,6 +93,10 @@ TEST_F(UiDialogs, TheOwnerIsEnabledWhenItsBoxGoes) {
   for (const bool busy : {false, true}) {
     SCOPED_TRACE(busy);
     window_.SetAcceptsInput(!busy);
+    {
+      const win32::NativeToolkit::Modal box(toolkit_);
+      EXPECT_TRUE(IsWindowEnabled(box.Owner())) << "the system enables again only what it disabled itself";
+    }
     bool enabled = false;
     WhenDialogOpens([&](HWND dialog) {
       EXPECT_EQ(GetWindow(dialog, GW_OWNER), toolkit_.HandleOf(window_));

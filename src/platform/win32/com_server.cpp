@@ -13,6 +13,7 @@ namespace win32 {
 
 namespace {
 
+// --- for Wine alone ---
 // An interface of an object that callers in other processes could ask for, kept ready for as long as this
 // lives.
 //
@@ -51,12 +52,13 @@ class NoObject : public ComClass<IDispatch, IClassFactory> {
   HRESULT STDMETHODCALLTYPE CreateInstance(IUnknown*, REFIID, void**) override { return E_NOTIMPL; }
   HRESULT STDMETHODCALLTYPE LockServer(BOOL) override { return S_OK; }
 };
+// ---
 
 }  // namespace
 
 struct ComServer::State {
   std::vector<Owner<DWORD, RevokeClassObject>> registrations;
-  std::vector<KeptInterface> kept;
+  std::vector<KeptInterface> kept;  // for Wine alone
   bool singleUse = true;
   std::function<void()> onLastRelease;
   int outstanding = 0;
