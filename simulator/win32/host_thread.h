@@ -14,7 +14,7 @@
 #include <utility>
 
 #include "base/error.h"
-#include "platform/win32/window_class.h"
+#include "platform/win32/message_window.h"
 
 namespace simhost {
 
@@ -41,10 +41,9 @@ class HostThread {
   }
 
  private:
-  static LRESULT CALLBACK WindowProcedure(HWND window, UINT message, WPARAM wParam, LPARAM lParam);
   void WorkOff();
 
-  win32::WindowHandle window_;
+  win32::MessageWindow window_;
   std::mutex mutex_;
   std::queue<std::function<void()>> work_;
 };

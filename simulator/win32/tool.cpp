@@ -1,5 +1,8 @@
 #include "simulator/win32/tool.h"
 
+// After windows.h, which it needs.
+#include <objbase.h>
+
 #include <algorithm>
 
 #include "base/text.h"
@@ -35,6 +38,9 @@ void Tool::Prepare(const simulator::Building& building, const simulator::DeviceI
 }
 
 Tool::Clock::duration Tool::Send(std::int32_t command, std::int32_t objectClass, const std::string& key) {
+  // The tool's own process has no right to put its window in front; this one, where the user has just
+  // clicked, can give it.
+  CoAllowSetForegroundWindow(win32::ComObjectOf(object_).Get(), nullptr);
   const auto start = Clock::now();
   object_.Call("SendCommand", command, objectClass, key);
   const auto end = Clock::now();

@@ -20,6 +20,8 @@
 //   object manager  Initialize(application text, network, object server); Finish(); event Failed(text)
 //   about control   Initialize(product, version, maker, licences); Finish(); licences: a table with one line
 //                   for each library, cells separated by "|", the first line their titles
+//
+// A host that can, calls the system's CoAllowSetForegroundWindow on the tool's object before SendCommand.
 #pragma once
 
 #include <cstdint>

@@ -101,6 +101,11 @@ void fMain::ConnectHandlers() {
   cancelButton = &cmdCancel;
   onQueryClose = [this] { return MayClose(); };
   onClosed = [this] { EndPlugIn(); };
+  onQueryEnd = [this] { return WhyNotEnd(); };
+  onSessionEnd = [this] {
+    sessionEnds_ = true;
+    EndPlugIn();
+  };
   onActivate = [this] { Activated(); };
   logger_.AddMessageEvent = [this](int level) { LoggerReported(level); };
   logger_.ClearEvent = [this] { EndBlink(kNoMessage); };
@@ -192,7 +197,7 @@ SaveResult fMain::InTransaction(std::string_view routine, std::string_view locat
     const ui::WaitPointer pointer(platform_.loop);
     try {
       host::Transaction transaction(transactions_);
-      if (work()) {
+      if (work() && !sessionEnds_) {
         result = SaveResult::kUnknown;  // until the host has answered
         transaction.Commit();
         result = SaveResult::kCommitted;
@@ -257,7 +262,10 @@ void fMain::MakeNative() {
   RestorePlace(*this, platform_.registry, settings_);
 }
 
-void fMain::ShowWindow() { Show(); }
+void fMain::ShowWindow() {
+  Show();
+  BringToFront();
+}
 
 void fMain::RefreshLocationString() {
   txtLocation.SetText(NamingProperty(kLocationFormat, [this] {
@@ -361,10 +369,22 @@ void fMain::Help() {
   ShowHelp(platform_, settings_, strings_, topic);
 }
 
+bool fMain::Unsaved() {
+  if (ending_ || Refused()) return false;
+  return pages_.AnyPageChanged() || locationChanged_;
+}
+
+std::string fMain::WhyNotEnd() {
+  if (activity_.Busy()) {
+    return strings_.GetStrings("The configuration tool is busy. Please try again when it has finished.");
+  }
+  return Unsaved() ? strings_.GetStrings("All unsaved changes will be lost.") : std::string();
+}
+
 bool fMain::MayClose() {
   if (Refused()) return true;
   if (activity_.Busy()) return false;
-  if (ending_ || !(pages_.AnyPageChanged() || locationChanged_)) return true;
+  if (!Unsaved()) return true;
   bool mayClose = false;
   Command("Cancel", [&] {
     mayClose = platform_.prompts.Ask(

@@ -99,6 +99,9 @@ class fMain : public ui::Window, private MessageSink, private PageWork {
   /// Answers whether the pages show what the device holds now; otherwise they are as before.
   bool Refresh(std::string_view routine);
   void Help();
+  bool Unsaved();
+  /// What keeps the session from ending, in words; empty when nothing does.
+  std::string WhyNotEnd();
   bool MayClose();
   void ChooseUnits();
   void ChooseLanguage();
@@ -130,6 +133,7 @@ class fMain : public ui::Window, private MessageSink, private PageWork {
   std::string tag_;
   bool activated_ = false;
   bool ending_ = false;
+  bool sessionEnds_ = false;
   bool locationChanged_ = false;
   int blinkCounter_ = 0;  // milliseconds
 

@@ -38,6 +38,12 @@ void Control::SetTip(std::string_view tip) {
   Changed(Aspect::kTip);
 }
 
+void Control::SetAccessibleName(std::string_view name) {
+  if (accessibleName_ == name) return;
+  accessibleName_ = name;
+  Changed(Aspect::kName);
+}
+
 void Control::Focus() {
   form_.SetFocused(this);
   if (Peer* peer = form_.GetPeer()) peer->TakeFocus(*this);

@@ -34,9 +34,9 @@ enum class Kind {
   kControlSite,
 };
 
-/// What changed about a control: caption or typed text, enabled, visible, tip, or its content (checked,
-/// entries, selection, rows, progress, picture, hosted page).
-enum class Aspect { kText, kEnabled, kVisible, kTip, kContent };
+/// What changed about a control: caption or typed text, enabled, visible, tip, accessible name, or its
+/// content (checked, entries, selection, rows, progress, picture, hosted page).
+enum class Aspect { kText, kEnabled, kVisible, kTip, kName, kContent };
 
 /// The native side of the controls of one form; implemented by a renderer, absent in tests.
 class Peer {
@@ -67,6 +67,10 @@ class Control {
   void SetVisible(bool visible);
   const std::string& Tip() const { return tip_; }
   void SetTip(std::string_view tip);
+  /// What a screen reader calls the control ("Space Temperature, Proportional Gain, % / °C"); empty: the
+  /// native control's own name, its caption or the label before it.
+  const std::string& AccessibleName() const { return accessibleName_; }
+  void SetAccessibleName(std::string_view name);
 
   /// Moves the keyboard focus here.
   void Focus();
@@ -91,6 +95,7 @@ class Control {
   std::string name_;
   std::string text_;
   std::string tip_;
+  std::string accessibleName_;
   Frame* frame_ = nullptr;
   bool enabled_ = true;
   bool visible_ = true;

@@ -82,7 +82,8 @@ class WindowPeer {
   virtual void Move(int left, int top) = 0;
   virtual void Resize(int width, int height) = 0;
   virtual Bounds GetBounds() const = 0;
-  /// Restores a minimised window and brings it to the foreground.
+  /// Restores a minimised window and brings it before those of other programs, for a moment in the band of
+  /// the topmost ones: a program that another one has started may not put itself in front otherwise.
   virtual void BringToFront() = 0;
   /// Takes the window out of the band of those that stay in front of all others; it stays where it is.
   virtual void LeaveTopmost() = 0;
@@ -116,6 +117,11 @@ class Window : public Form {
   std::function<bool()> onQueryClose;
   /// Runs after the window has been hidden by Close.
   std::function<void()> onClosed;
+  /// Asked when the user's session is about to end: why it should not end now, in words that the system
+  /// shows; empty when it may. Asks nobody and changes nothing. Nothing set means that it may.
+  std::function<std::string()> onQueryEnd;
+  /// Runs when the session ends in any case: what is to be kept is kept here, and nothing is asked any more.
+  std::function<void()> onSessionEnd;
   /// Runs each time the window becomes the active one.
   std::function<void()> onActivate;
   std::vector<MenuItem> menu;

@@ -83,6 +83,27 @@ TEST_F(ToolTest, ClosingWithChangesAsksAndOnlyYesCloses) {
   EXPECT_FALSE(Main().Visible());
 }
 
+TEST_F(ToolTest, ASessionThatEndsIsToldWhatWouldBeLost) {
+  Open(tests::kAssigned);
+  EXPECT_EQ(Main().onQueryEnd(), "");
+  const std::string before = Stored(tests::kAssigned, 30, "UCPTspaceTempPIDparam#SI", 4);
+  Type(kBox, "3");
+  EXPECT_EQ(Main().onQueryEnd(), "All unsaved changes will be lost.");
+  std::string busy;
+  loop.onTurn = [&] {
+    busy = Main().onQueryEnd();
+    Main().onSessionEnd();
+    EXPECT_TRUE(registry.values.contains(program.GetSettings().settingsKey + "|WindowPlace"));
+  };
+  Click("cmdApply");
+  EXPECT_EQ(busy, "The configuration tool is busy. Please try again when it has finished.");
+  EXPECT_EQ(Stored(tests::kAssigned, 30, "UCPTspaceTempPIDparam#SI", 4), before)
+      << "cancelled, not half written";
+  EXPECT_TRUE(prompts.asked.empty());
+  loop.Tick();
+  EXPECT_TRUE(quit);
+}
+
 TEST_F(ToolTest, CommandsNeverNest) {
   Open(tests::kAssigned);
   Type(kBox, "3");

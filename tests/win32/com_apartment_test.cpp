@@ -89,6 +89,23 @@ TEST_F(AcrossApartments, ACallThatIsNotAnsweredCanBeGivenUp) {
   EXPECT_EQ(asked.size(), count);
 }
 
+TEST_F(AcrossApartments, ASilentHostIsNoticedWithoutTheCallFilterToo) {
+  int asked = 0;
+  int over = 0;
+  apartment.WatchPending({[&](std::string_view, std::chrono::milliseconds) {
+                            ++asked;
+                            return false;
+                          },
+                          [&] { ++over; }});
+  win32::ComPtr<IMessageFilter> filter;
+  CoRegisterMessageFilter(nullptr, filter.Put());
+  object.Call("Wait", 6'000);
+  win32::ComPtr<IMessageFilter> none;
+  CoRegisterMessageFilter(filter.Get(), none.Put());
+  EXPECT_GE(asked, 2);
+  EXPECT_EQ(over, 1);
+}
+
 TEST_F(AcrossApartments, ABusyCalleeIsAskedAgainForTenSeconds) {
   win32::ComPtr<IMessageFilter> filter;
   CoRegisterMessageFilter(nullptr, filter.Put());

@@ -6,12 +6,14 @@
 #include "platform/win32/prompts.h"
 #include "platform/win32/utf.h"
 #include "ui_support.h"
+// After windows.h, which it needs.
+#include <commctrl.h>
 
 namespace ui_test {
 namespace {
 
-constexpr unsigned kHideReadOnly = 4;
-constexpr int kNameBox = 0x47C;  // the edit of the file dialog's combo box
+constexpr unsigned kAskedFor = 0x1004;  // no box for "read only", and a file that is there
+constexpr int kNameBox = 0x47C;         // the edit of the file dialog's combo box
 
 class UiDialogs : public UiTest {
  protected:
@@ -86,13 +88,50 @@ TEST_F(UiDialogs, AQuestionOfABusyWindowLeavesItBusy) {
   EXPECT_EQ(Focused(), "fTool.box");
 }
 
+LRESULT CALLBACK LookAtTheEnd(HWND dialog, UINT message, WPARAM wParam, LPARAM lParam, UINT_PTR,
+                              DWORD_PTR enabled) {
+  if (message == WM_DESTROY)
+    *reinterpret_cast<bool*>(enabled) = IsWindowEnabled(GetWindow(dialog, GW_OWNER)) != FALSE;
+  return DefSubclassProc(dialog, message, wParam, lParam);
+}
+
+// Else the system would bring another program to the front.
+TEST_F(UiDialogs, TheOwnerIsEnabledWhenItsBoxGoes) {
+  win32::MessagePrompts prompts(toolkit_);
+  for (const bool busy : {false, true}) {
+    SCOPED_TRACE(busy);
+    window_.SetAcceptsInput(!busy);
+    {
+      const win32::NativeToolkit::Modal box(toolkit_);
+      EXPECT_TRUE(IsWindowEnabled(box.Owner())) << "the system enables again only what it disabled itself";
+    }
+    bool enabled = false;
+    WhenDialogOpens([&](HWND dialog) {
+      EXPECT_EQ(GetWindow(dialog, GW_OWNER), toolkit_.HandleOf(window_));
+      EXPECT_FALSE(IsWindowEnabled(toolkit_.HandleOf(window_)));
+      window_.SetAcceptsInput(!busy);
+      EXPECT_FALSE(IsWindowEnabled(toolkit_.HandleOf(window_))) << "its own business while the box is open";
+      {
+        const win32::NativeToolkit::Modal second(toolkit_);
+        EXPECT_EQ(second.Owner(), dialog) << "a second box stands over the first one";
+      }
+      SetWindowSubclass(dialog, LookAtTheEnd, 1, reinterpret_cast<DWORD_PTR>(&enabled));
+      PostMessageW(dialog, WM_COMMAND, IDOK, 0);
+    });
+    prompts.Ask({"Done", "Tool", ui::Buttons::kOk, ui::Icon::kNone});
+    EXPECT_TRUE(enabled);
+    EXPECT_EQ(GetActiveWindow(), toolkit_.HandleOf(window_));
+    EXPECT_EQ(IsWindowEnabled(toolkit_.HandleOf(window_)) != FALSE, !busy);
+  }
+  window_.SetAcceptsInput(true);
+}
+
 TEST_F(UiDialogs, TheSaveDialogProposesAndAnswersAName) {
   win32::SaveDialog dialog(toolkit_);
   wchar_t folder[MAX_PATH] = {};
   GetTempPathW(MAX_PATH, folder);
   const std::string proposed = win32::Utf8(folder) + "PlugIn.log";
-  const ui::SaveRequest request = {"Log files (*.log)|*.log|Text files (*.txt)|*.txt", proposed,
-                                   kHideReadOnly};
+  const ui::SaveRequest request = {"Log files (*.log)|*.log|Text files (*.txt)|*.txt", proposed, kAskedFor};
 
   std::string offered;
   WhenDialogOpens([&](HWND window) {

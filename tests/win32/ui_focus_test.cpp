@@ -1,4 +1,6 @@
 // The way of the keyboard focus: leave checks, tab order, dialog keys, and the focus coming back.
+#include <thread>
+
 #include "platform/win32/prompts.h"
 #include "ui_support.h"
 // After windows.h, which it needs.
@@ -150,6 +152,31 @@ TEST_F(UiFocus, CancellingAndOtherWindowsAskForNoBetterEntry) {
   MoveFocus(dialog_.second);
   EXPECT_EQ(dialog_.TakeEvents(), Events{"leave first"}) << "the check is only put off";
   toolkit_.Discard(other);
+}
+
+// COM refuses calls to other processes while another program waits in SendMessage.
+TEST_F(UiFocus, WhatAnotherProgramSendsIsDoneOnceItNoLongerWaits) {
+  const auto note = [this](const char* what) {
+    const bool waits = (InSendMessageEx(nullptr) & (ISMEX_SEND | ISMEX_REPLIED)) == ISMEX_SEND;
+    dialog_.events.push_back(std::string(what) + (waits ? " inside" : ""));
+  };
+  dialog_.ok.onClick = [&] { note("ok"); };
+  dialog_.cancel.onClick = [&] { note("cancel"); };
+  dialog_.option[0].onClick = [&] { note("option"); };
+  dialog_.onQueryClose = [&] {
+    note("close");
+    return false;
+  };
+  const std::vector<std::pair<HWND, UINT>> sent = {{Native(dialog_.option[0]), BM_CLICK},
+                                                   {Native(dialog_.ok), BM_CLICK},
+                                                   {Native(dialog_.cancel), BM_CLICK},
+                                                   {toolkit_.HandleOf(dialog_), WM_CLOSE}};
+  std::jthread other([&sent] {
+    for (const auto& [window, message] : sent) SendMessageW(window, message, 0, 0);
+  });
+  EXPECT_TRUE(RunUntil([&] { return dialog_.events.size() >= 5; }));
+  EXPECT_EQ(dialog_.TakeEvents(), (Events{"leave first", "option", "ok", "cancel", "close"}));
+  EXPECT_TRUE(dialog_.option[0].Selected());
 }
 
 TEST_F(UiFocus, TabGoesThroughTheLayoutInItsOrder) {

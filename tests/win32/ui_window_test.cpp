@@ -3,7 +3,10 @@
 #include <set>
 
 #include "platform/win32/menu_native.h"
+#include "platform/win32/window_name.h"
 #include "ui_support.h"
+// After windows.h, which it needs.
+#include <commctrl.h>
 
 namespace ui_test {
 namespace {
@@ -24,6 +27,14 @@ class Sheet : public ui::Window {
   ui::Label unit{*this, "unit"};
   ui::Button button{*this, "button"};
 };
+
+template <UINT watched>
+LRESULT CALLBACK Count(HWND window, UINT message, WPARAM wParam, LPARAM lParam, UINT_PTR, DWORD_PTR count) {
+  if (message == watched) ++*reinterpret_cast<int*>(count);
+  return DefSubclassProc(window, message, wParam, lParam);
+}
+constexpr SUBCLASSPROC CountColours = Count<WM_SYSCOLORCHANGE>;
+constexpr SUBCLASSPROC CountDestroyed = Count<WM_NCDESTROY>;
 
 class UiWindow : public UiTest {
  protected:
@@ -47,10 +58,15 @@ TEST_F(UiWindow, AWindowKnowsItsControlsByName) {
   const std::string name =
       "f" + std::to_string(GetCurrentProcessId()) + "x" + std::to_string(GetTickCount64());
   ui::Window other(name);
-  toolkit_.Realize(other);
-  EXPECT_NE(GlobalFindAtomW(win32::Wide(name).c_str()), 0);
+  const auto known = [&] { return GlobalFindAtomW(win32::Wide(name).c_str()) != 0; };
+  for (const bool abrupt : {false, true}) {
+    toolkit_.Realize(other);
+    EXPECT_TRUE(known());
+    if (abrupt) win32::WindowName::GiveAllBack();
+    if (!abrupt) toolkit_.Discard(other);
+    EXPECT_FALSE(known()) << "no name is left behind";
+  }
   toolkit_.Discard(other);
-  EXPECT_EQ(GlobalFindAtomW(win32::Wide(name).c_str()), 0) << "no name is left behind";
 }
 
 TEST_F(UiWindow, AMissingIconFileGivesNoStrangeIcon) {
@@ -124,6 +140,99 @@ TEST_F(UiWindow, ADenserScreenMakesEverythingLarger) {
   move(dpi, window);
   EXPECT_TRUE(EqualRect(&window, std::array{RectOf(Frame())}.data()));
   EXPECT_TRUE(EqualRect(&box, std::array{RectOf(Native(sheet_.box))}.data()));
+}
+
+TEST_F(UiWindow, EachWindowHasTheDensityOfItsOwnScreen) {
+  struct Dialog : ui::Window {
+    explicit Dialog(const char* name) : Window(name) {
+      resizable = false;
+      SetLayout(ui::Item(box));
+    }
+    ui::TextBox box{*this, "box"};
+  } dialog("fDialog"), later("fLater");
+  const auto width = [](HWND window) { return RectOf(window).right - RectOf(window).left; };
+  Show(sheet_);
+  Show(dialog);
+  HWND frame = toolkit_.HandleOf(dialog);
+  const LONG wide = width(frame);
+  const LONG box = width(Native(dialog.box));
+  const LONG others = width(Native(sheet_.box));
+  const int dpi = 2 * static_cast<int>(GetDpiForWindow(frame));
+  // As when it was put over a window on a screen of that density: its size is doubled already.
+  const RECT proposed = {20, 30, 20 + 4 * wide, 300};
+  SendMessageW(frame, WM_DPICHANGED, MAKEWPARAM(dpi, dpi), reinterpret_cast<LPARAM>(&proposed));
+  Settle();
+  EXPECT_NEAR(width(Native(dialog.box)), 2 * box, 8);
+  EXPECT_LE(width(frame), 2 * wide);
+  EXPECT_EQ(RectOf(frame).left, 20);
+  EXPECT_EQ(width(Native(sheet_.box)), others);
+  Show(later);
+  EXPECT_EQ(width(Native(later.box)), box);
+  for (ui::Window* window : {&dialog, &later}) toolkit_.Discard(*window);
+}
+
+TEST_F(UiWindow, FontsAndColoursOfTheSystemAreTakenUp) {
+  Show(sheet_);
+  const RECT before = RectOf(Native(sheet_.box));
+  NONCLIENTMETRICSW metrics = {};
+  metrics.cbSize = sizeof metrics;
+  SystemParametersInfoW(SPI_GETNONCLIENTMETRICS, sizeof metrics, &metrics, 0);
+  const auto use = [&](LONG height) {
+    metrics.lfMessageFont.lfHeight = height;
+    SystemParametersInfoW(SPI_SETNONCLIENTMETRICS, sizeof metrics, &metrics,
+                          SPIF_UPDATEINIFILE | SPIF_SENDCHANGE);
+    Settle();
+  };
+  const LONG height = metrics.lfMessageFont.lfHeight;
+  use(2 * height);
+  const RECT larger = RectOf(Native(sheet_.box));
+  use(height);
+  EXPECT_GT(larger.bottom - larger.top, before.bottom - before.top + 5);
+  EXPECT_GT(larger.right - larger.left, before.right - before.left + 20);
+  EXPECT_TRUE(EqualRect(&before, std::array{RectOf(Native(sheet_.box))}.data()));
+
+  int told = 0;
+  SetWindowSubclass(Native(sheet_.box), CountColours, 1, reinterpret_cast<DWORD_PTR>(&told));
+  SendMessageW(Frame(), WM_SYSCOLORCHANGE, 0, 0);
+  EXPECT_EQ(told, 1) << "the common controls hear it from their window";
+  RemoveWindowSubclass(Native(sheet_.box), CountColours, 1);
+}
+
+// As a tip or an assistive program does, which then relies on hearing of the control's end.
+TEST_F(UiWindow, WhoStandsBeforeAControlIsNotCutOff) {
+  Show(sheet_);
+  int destroyed = 0;
+  SetWindowSubclass(Native(sheet_.box), CountDestroyed, 1, reinterpret_cast<DWORD_PTR>(&destroyed));
+  toolkit_.Discard(sheet_);
+  EXPECT_EQ(destroyed, 1);
+}
+
+TEST_F(UiWindow, AWindowComesToTheFrontThroughTheTopmostBand) {
+  const auto topmost = [this] { return (GetWindowLongPtrW(Frame(), GWL_EXSTYLE) & WS_EX_TOPMOST) != 0; };
+  Show(sheet_);
+  ui::Window other("fOther");
+  Show(other);
+  EXPECT_FALSE(topmost());
+  sheet_.BringToFront();
+  EXPECT_TRUE(topmost());
+  EXPECT_TRUE(RunUntil([&] { return !topmost(); }));
+  EXPECT_EQ(GetActiveWindow(), Frame());
+  toolkit_.Discard(other);
+}
+
+TEST_F(UiWindow, TheSessionEndsUnlessTheWindowSaysWhyNot) {
+  std::string reason = "Values are being written.";
+  int ended = 0;
+  sheet_.onQueryEnd = [&] { return reason; };
+  sheet_.onSessionEnd = [&] { ++ended; };
+  Show(sheet_);
+  EXPECT_FALSE(SendMessageW(Frame(), WM_QUERYENDSESSION, 0, 0));
+  SendMessageW(Frame(), WM_ENDSESSION, FALSE, 0);
+  EXPECT_EQ(ended, 0);
+  reason.clear();
+  EXPECT_TRUE(SendMessageW(Frame(), WM_QUERYENDSESSION, 0, 0));
+  SendMessageW(Frame(), WM_ENDSESSION, TRUE, 0);
+  EXPECT_EQ(ended, 1);
 }
 
 TEST_F(UiWindow, SizesStayBetweenTheLeastAndTheScreen) {
@@ -260,6 +369,20 @@ TEST_F(UiWindow, MenuKeysAndEntriesRunTheirCommands) {
   sheet_.SetAcceptsInput(false);
   SendMessageW(Frame(), WM_COMMAND, GetMenuItemID(GetMenu(Frame()), 0), 0);
   EXPECT_EQ(ran, std::vector<std::string>{"refresh"});
+}
+
+TEST_F(UiWindow, AnOpenMenuIsNotReplaced) {
+  sheet_.menu = {{"&File", {}, {{"&Apply", [] {}, {}}}}};
+  Show(sheet_);
+  const HMENU shown = GetMenu(Frame());
+  SendMessageW(Frame(), WM_ENTERMENULOOP, FALSE, 0);
+  sheet_.menu = {{"&Datei", {}, {{"&Anwenden", [] {}, {}}}}};
+  SendMessageW(Frame(), WM_INITMENU, reinterpret_cast<WPARAM>(shown), 0);
+  sheet_.SetTitle("Blatt");
+  Settle();
+  EXPECT_EQ(GetMenu(Frame()), shown);
+  SendMessageW(Frame(), WM_EXITMENULOOP, FALSE, 0);
+  EXPECT_NE(GetMenu(Frame()), shown);
 }
 
 TEST(UiMenu, KeysAreReadFromTheirNames) {

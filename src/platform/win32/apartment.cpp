@@ -14,7 +14,7 @@ class CallFilter : public ComClass<IMessageFilter> {
   CallWatch* watch = nullptr;
 
   DWORD STDMETHODCALLTYPE HandleInComingCall(DWORD, HTASK caller, DWORD, LPINTERFACEINFO) override {
-    if (onIncoming) onIncoming(static_cast<DWORD>(reinterpret_cast<ULONG_PTR>(caller)));
+    if (onIncoming) Guarded([&] { onIncoming(static_cast<DWORD>(reinterpret_cast<ULONG_PTR>(caller))); });
     return SERVERCALL_ISHANDLED;
   }
 

@@ -22,7 +22,7 @@ class ComApartment {
   ComApartment& operator=(const ComApartment&) = delete;
 
   /// Runs at the start of each call that comes in from outside, with the id of the calling thread as the
-  /// system gives it (Wine gives this process' id instead). Must not throw.
+  /// system gives it (Wine gives this process' id instead). What it throws goes to the debugger's output.
   void WatchIncoming(std::function<void(DWORD callerThread)> observer);
 
   /// Puts calls of this thread that are not answered to `handlers` from now on; not while one is pending.

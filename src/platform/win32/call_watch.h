@@ -1,6 +1,10 @@
 // Watches the calls of one thread to other processes. A call that is not answered for some seconds is put to
 // somebody who can give it up; until then the thread waits as COM makes it wait. The apartment owns the watch
 // and passes it what COM's call filter hears; late-bound objects announce their calls to it.
+//
+// The watch is reminded in two ways, of which either is enough: by a posted message, for which COM asks the
+// call filter, and by a sent one, which the system hands to a thread whenever that looks for messages, as COM
+// does while it waits for an answer.
 #pragma once
 
 #include <atomic>
@@ -12,7 +16,7 @@
 #include <string_view>
 #include <thread>
 
-#include "platform/win32/window_class.h"
+#include "platform/win32/message_window.h"
 
 namespace win32 {
 
@@ -32,7 +36,7 @@ class PendingCall {
 
   CallWatch* watch_;  // of this thread; nothing when its calls are not watched
   std::string_view member_;
-  ULONGLONG start_ = 0;  // milliseconds since the system's start
+  ULONGLONG start_ = 0;  // milliseconds that the system was awake
   PendingCall* outer_ = nullptr;
   bool givenUp_ = false;
 };
@@ -41,8 +45,8 @@ class CallWatch {
  public:
   /// What is done about an unanswered call. Both run on the thread that makes the calls.
   struct Handlers {
-    /// Asked five times a second about a call that has been pending for `elapsed`, at least kPatience, until
-    /// it ends; the first yes gives it up.
+    /// Asked some times a second about a call that has been pending for `elapsed`, at least kPatience and
+    /// without the time that the computer was asleep, until it ends; the first yes gives it up.
     std::function<bool(std::string_view member, std::chrono::milliseconds elapsed)> overdue;
     /// The call that was asked about has ended.
     std::function<void()> over;
@@ -58,8 +62,7 @@ class CallWatch {
   CallWatch& operator=(const CallWatch&) = delete;
   ~CallWatch();
 
-  /// Called by the call filter on each message that arrives while a call is pending; yes cancels the call.
-  /// (On Wine a cancelled call fails as it should, but only once the other process answers or ends.)
+  /// Called while a call is pending, by the call filter on each message that arrives; yes cancels the call.
   bool GivesUp();
 
  private:
@@ -67,9 +70,10 @@ class CallWatch {
   void Begin(PendingCall& call);
   void End(PendingCall& call);
   void Remind(const std::stop_token& stop);
+  bool Receive(UINT message);
 
   Handlers handlers_;
-  WindowHandle window_;
+  MessageWindow window_;
   PendingCall* innermost_ = nullptr;
   bool givenUp_ = false;
   bool asked_ = false;

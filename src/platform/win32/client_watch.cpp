@@ -6,11 +6,48 @@
 // Needs windows.h before it.
 #include <tlhelp32.h>
 
+#include "platform/win32/message_window.h"
+
 namespace win32 {
 namespace {
 
 constexpr UINT kProcessEnded = WM_APP;
-constexpr const wchar_t* kWindowClass = L"TarnClientWatch";
+
+DWORD ProcessOfThread(DWORD threadId) {
+  const Handle thread(OpenThread(THREAD_QUERY_LIMITED_INFORMATION, FALSE, threadId));
+  return thread ? GetProcessIdOfThread(thread.Get()) : 0;
+}
+
+struct EndWait {
+  void operator()(HANDLE wait) const { UnregisterWaitEx(wait, INVALID_HANDLE_VALUE); }
+};
+
+/// Posts kProcessEnded to a window when the process has ended.
+class WatchedProcess {
+ public:
+  WatchedProcess(const MessageWindow& window, DWORD id, Handle process)
+      : window_(window), id_(id), process_(std::move(process)) {
+    RegisterWaitForSingleObject(wait_.Put(), process_.Get(), &WatchedProcess::OnEnd, this, INFINITE,
+                                WT_EXECUTEONLYONCE);
+  }
+  WatchedProcess(const WatchedProcess&) = delete;
+  WatchedProcess& operator=(const WatchedProcess&) = delete;
+
+ private:
+  static void CALLBACK OnEnd(void* self, BOOLEAN) {
+    const auto* watched = static_cast<WatchedProcess*>(self);
+    watched->window_.Post(kProcessEnded, watched->id_);
+  }
+
+  const MessageWindow& window_;
+  DWORD id_;
+  Handle process_;
+  Owner<HANDLE, EndWait> wait_;  // ended before the process handle is closed
+};
+
+// --- for Wine alone
+// ----------------------------------------------------------------------------------------- There the client
+// itself starts the server, and calls do not tell who makes them.
 
 DWORD ParentProcess() {
   const Handle snapshot(CreateToolhelp32Snapshot(TH32CS_SNAPPROCESS, 0));
@@ -24,58 +61,25 @@ DWORD ParentProcess() {
   return 0;
 }
 
-DWORD ProcessOfThread(DWORD threadId) {
-  const Handle thread(OpenThread(THREAD_QUERY_LIMITED_INFORMATION, FALSE, threadId));
-  return thread ? GetProcessIdOfThread(thread.Get()) : 0;
-}
-
-struct EndWait {
-  void operator()(HANDLE wait) const { UnregisterWaitEx(wait, INVALID_HANDLE_VALUE); }
-};
-struct CloseWindow {
-  void operator()(HWND window) const { DestroyWindow(window); }
-};
-
-/// Posts kProcessEnded to a window when the process has ended.
-class WatchedProcess {
- public:
-  WatchedProcess(HWND window, DWORD id, Handle process)
-      : window_(window), id_(id), process_(std::move(process)) {
-    RegisterWaitForSingleObject(wait_.Put(), process_.Get(), &WatchedProcess::OnEnd, this, INFINITE,
-                                WT_EXECUTEONLYONCE);
-  }
-  WatchedProcess(const WatchedProcess&) = delete;
-  WatchedProcess& operator=(const WatchedProcess&) = delete;
-
- private:
-  static void CALLBACK OnEnd(void* self, BOOLEAN) {
-    const auto* watched = static_cast<WatchedProcess*>(self);
-    PostMessageW(watched->window_, kProcessEnded, watched->id_, 0);
-  }
-
-  HWND window_;
-  DWORD id_;
-  Handle process_;
-  Owner<HANDLE, EndWait> wait_;  // ended before the process handle is closed
-};
+// ------------------------------------------------------------------------------------------------------------
 
 }  // namespace
 
 class ClientWatch::Impl {
  public:
-  explicit Impl(std::function<void()> onAllGone) : onAllGone_(std::move(onAllGone)), window_(MakeWindow()) {
-    parent_ = ParentProcess();
-    if (!Watch(parent_)) parent_ = 0;
+  explicit Impl(std::function<void()> onAllGone)
+      : onAllGone_(std::move(onAllGone)), window_([this](UINT message, WPARAM id, LPARAM) {
+          if (message == kProcessEnded) OnEnded(static_cast<DWORD>(id));
+          return message == kProcessEnded;
+        }) {
+    WatchParent();
   }
 
   void NoteCaller(DWORD threadId) {
     if (!seenThreads_.insert(threadId).second) return;
     const DWORD process = ProcessOfThread(threadId);
     if (process == 0 || process == GetCurrentProcessId()) return;
-    if (Watch(process) && parent_ != process) {
-      watched_.erase(parent_);
-      parent_ = 0;
-    }
+    if (Watch(process)) ForgetParent(process);
   }
 
  private:
@@ -85,11 +89,11 @@ class ClientWatch::Impl {
     if (watched_.contains(id)) return true;
     Handle process(OpenProcess(SYNCHRONIZE, FALSE, id));
     if (process) {
-      watched_.try_emplace(id, window_.Get(), id, std::move(process));
+      watched_.try_emplace(id, window_, id, std::move(process));
       return true;
     }
     // It ended before it could be watched.
-    if (GetLastError() == ERROR_INVALID_PARAMETER) PostMessageW(window_.Get(), kProcessEnded, id, 0);
+    if (GetLastError() == ERROR_INVALID_PARAMETER) window_.Post(kProcessEnded, id);
     return false;
   }
 
@@ -99,30 +103,24 @@ class ClientWatch::Impl {
     if (watched_.empty()) onAllGone_();
   }
 
-  static LRESULT CALLBACK WindowProc(HWND window, UINT message, WPARAM first, LPARAM second) {
-    auto* self = reinterpret_cast<Impl*>(GetWindowLongPtrW(window, GWLP_USERDATA));
-    if (message != kProcessEnded || !self) return DefWindowProcW(window, message, first, second);
-    self->OnEnded(static_cast<DWORD>(first));
-    return 0;
+  // --- for Wine alone, see ParentProcess ---
+  void WatchParent() {
+    parent_ = ParentProcess();
+    if (!Watch(parent_)) parent_ = 0;
   }
-
-  HWND MakeWindow() {
-    WNDCLASSW windowClass = {};
-    windowClass.lpfnWndProc = &Impl::WindowProc;
-    windowClass.hInstance = GetModuleHandleW(nullptr);
-    windowClass.lpszClassName = kWindowClass;
-    RegisterClassW(&windowClass);
-    const HWND window = CreateWindowExW(0, kWindowClass, L"", 0, 0, 0, 0, 0, HWND_MESSAGE, nullptr,
-                                        windowClass.hInstance, nullptr);
-    SetWindowLongPtrW(window, GWLP_USERDATA, reinterpret_cast<LONG_PTR>(this));
-    return window;
+  /// `client` is known from its calls.
+  void ForgetParent(DWORD client) {
+    if (parent_ == client) return;
+    watched_.erase(parent_);
+    parent_ = 0;
   }
+  DWORD parent_ = 0;
+  // ---
 
   std::function<void()> onAllGone_;
-  Owner<HWND, CloseWindow> window_;
+  MessageWindow window_;
   std::map<DWORD, WatchedProcess> watched_;
   std::set<DWORD> seenThreads_;
-  DWORD parent_ = 0;
 };
 
 ClientWatch::ClientWatch(ComApartment& apartment, std::function<void()> onAllGone)

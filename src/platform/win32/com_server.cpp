@@ -5,6 +5,7 @@
 #include "base/error.h"
 #include "platform/win32/com_class.h"
 #include "platform/win32/local_dispatch.h"
+#include "platform/win32/message_window.h"
 #include "platform/win32/process.h"
 #include "platform/win32/system_error.h"
 
@@ -12,6 +13,7 @@ namespace win32 {
 
 namespace {
 
+// --- for Wine alone ---
 // An interface of an object that callers in other processes could ask for, kept ready for as long as this
 // lives.
 //
@@ -50,19 +52,20 @@ class NoObject : public ComClass<IDispatch, IClassFactory> {
   HRESULT STDMETHODCALLTYPE CreateInstance(IUnknown*, REFIID, void**) override { return E_NOTIMPL; }
   HRESULT STDMETHODCALLTYPE LockServer(BOOL) override { return S_OK; }
 };
+// ---
 
 }  // namespace
 
 struct ComServer::State {
   std::vector<Owner<DWORD, RevokeClassObject>> registrations;
-  std::vector<KeptInterface> kept;
+  std::vector<KeptInterface> kept;  // for Wine alone
   bool singleUse = true;
   std::function<void()> onLastRelease;
   int outstanding = 0;
 
   void Add() { ++outstanding; }
   void Drop() {
-    if (--outstanding == 0 && onLastRelease) onLastRelease();
+    if (--outstanding == 0 && onLastRelease) Guarded(onLastRelease);
   }
 };
 

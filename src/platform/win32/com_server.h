@@ -38,8 +38,8 @@ class ComServer {
     bool singleUse = true;
     /// Number of the executable's TYPELIB resource; 0 for none.
     int typeLibrary = 0;
-    /// Runs on this thread each time that the last created object was released and no lock is held. Must not
-    /// throw.
+    /// Runs on this thread each time that the last created object was released and no lock is held. What it
+    /// throws goes to the debugger's output.
     std::function<void()> onLastRelease;
   };
 

@@ -79,7 +79,7 @@ class NativeButton : public NativeControl {
 
   ui::Size Measure() const override {
     const int text = Metrics().Caption(Caption(), TextFont(), Metrics().X(kLongestLine)).width;
-    const int picture = Button().Picture() ? Context().pictures.Width() + Metrics().Scale(kPictureGap) : 0;
+    const int picture = Button().Picture() ? Images().Width() + Metrics().Scale(kPictureGap) : 0;
     return {std::max(Metrics().X(kButtonWidth), text + picture + Metrics().X(kButtonPadding)),
             Metrics().Y(kButtonHeight)};
   }
@@ -89,13 +89,23 @@ class NativeButton : public NativeControl {
     NativeControl::Mirror(aspect);
   }
 
+  void FontChanged() override {
+    shownPicture_ = 0;
+    if (Window()) ShowPicture();
+    NativeControl::FontChanged();
+  }
+
   void Command(UINT code) override {
     if (!IsClick(code)) return;
     const auto click = [this] { Button().Click(); };
     // Cancelling never asks for a better entry first.
     if (!Form().Top().IsCancelButton(Control())) return Act(click);
-    const auto top = Form().Top().shared_from_this();
-    Context().loop.Guard(click);
+    Context().loop.RunOutsideSend([click, weak = Form().weak_from_this()] {
+      const auto form = weak.lock();
+      if (!form || !form->Alive()) return;
+      const auto top = form->Top().shared_from_this();
+      click();
+    });
   }
 
  private:
@@ -110,7 +120,7 @@ class NativeButton : public NativeControl {
     if (shownPicture_ == Button().Picture()) return;
     shownPicture_ = Button().Picture();
     BUTTON_IMAGELIST picture = {};
-    picture.himl = Context().pictures.Button(shownPicture_);
+    picture.himl = Images().Button(shownPicture_);
     const int gap = Metrics().Scale(kPictureGap);
     picture.margin = {gap, 0, 0, 0};
     picture.uAlign = Caption().empty() ? BUTTON_IMAGELIST_ALIGN_CENTER : BUTTON_IMAGELIST_ALIGN_LEFT;

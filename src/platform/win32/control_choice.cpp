@@ -213,8 +213,13 @@ class NativeProgressBar : public NativeControl {
 
   void Mirror(ui::Aspect aspect) override {
     if (aspect == ui::Aspect::kContent) {
-      SendMessageW(Window(), PBM_SETRANGE32, 0, std::max(Bar().Maximum(), 1));
+      // The bar of the visual styles creeps up to a larger value, long after the work, and goes back to a
+      // smaller one at once.
+      const int most = std::max(Bar().Maximum(), 1);
+      SendMessageW(Window(), PBM_SETRANGE32, 0, most + 1);
+      SendMessageW(Window(), PBM_SETPOS, static_cast<WPARAM>(Bar().Value() + 1), 0);
       SendMessageW(Window(), PBM_SETPOS, static_cast<WPARAM>(Bar().Value()), 0);
+      SendMessageW(Window(), PBM_SETRANGE32, 0, most);
     }
     NativeControl::Mirror(aspect);
   }

@@ -74,11 +74,17 @@ const Container& GetContainer(const std::string& programId) {
   return container;
 }
 
-/// A control window that has no steps of its own is one step.
-void JoinTabOrder(const ComPtr<IUnknown>& control) {
+/// A control window that has no steps of its own is one step; the container is one for a control without a
+/// window.
+void JoinTabOrder(const ComPtr<IUnknown>& control, HWND container) {
   const auto place = control.As<IOleInPlaceObject>();
   HWND window = nullptr;
-  if (!place || FAILED(place->GetWindow(&window)) || !window) return;
+  if (!place) return;
+  if (FAILED(place->GetWindow(&window)) || !window || window == container) {
+    const LONG_PTR style = GetWindowLongPtrW(container, GWL_EXSTYLE);
+    SetWindowLongPtrW(container, GWL_EXSTYLE, style & ~static_cast<LONG_PTR>(WS_EX_CONTROLPARENT));
+    window = container;
+  }
   if (GetWindowLongPtrW(window, GWL_EXSTYLE) & WS_EX_CONTROLPARENT) return;
   SetWindowLongPtrW(window, GWL_STYLE, GetWindowLongPtrW(window, GWL_STYLE) | WS_TABSTOP);
 }
@@ -125,7 +131,7 @@ automation::Object ActiveXHost::Create(ui::ControlSite& site, const std::string&
   Require(programId, container.control(window.Get(), control.Put()));
   const auto dispatch = control.As<IDispatch>();
   if (!dispatch) Fail(programId, E_NOINTERFACE);
-  JoinTabOrder(control);
+  JoinTabOrder(control, window.Get());
 
   auto hosted = std::make_unique<Hosted>();
   hosted->host = this;
@@ -150,7 +156,8 @@ void ActiveXHost::Destroy(ui::ControlSite& site) {
 bool ActiveXHost::Translate(MSG& message) {
   if (message.message < WM_KEYFIRST || message.message > WM_KEYLAST) return false;
   for (const auto& [window, hosted] : hosted_) {
-    if (!hosted->keys || !IsChild(window, message.hwnd)) continue;
+    // A control without a window of its own has the container's.
+    if (!hosted->keys || (message.hwnd != window && !IsChild(window, message.hwnd))) continue;
     if (!IsWindowEnabled(GetAncestor(window, GA_ROOT))) return false;
     // The control may be destroyed by what the key does.
     const auto keys = ComPtr<IOleInPlaceActiveObject>::Share(hosted->keys.Get());

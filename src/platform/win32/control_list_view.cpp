@@ -159,7 +159,7 @@ void NativeListView::MirrorRows() {
 
 // The icons only where a row has one: the list would leave room for them everywhere.
 void NativeListView::ShowPictures() {
-  const Pictures& pictures = Context().pictures;
+  const Pictures& pictures = Images();
   const HIMAGELIST wanted = HasPictures() ? pictures.Levels() : pictures.Spacer();
   if (reinterpret_cast<HIMAGELIST>(Send(LVM_GETIMAGELIST, LVSIL_SMALL)) != wanted) {
     Send(LVM_SETIMAGELIST, LVSIL_SMALL, reinterpret_cast<LPARAM>(wanted));
@@ -204,7 +204,7 @@ void NativeListView::ScrollToEnd() {
 int NativeListView::ColumnWidth(std::size_t column) const {
   const int title = column < List().Columns().size() ? Metrics().Width(Wide(List().Columns()[column])) : 0;
   return std::max(title, Widest(column)) + Metrics().Scale(kCellPadding) +
-         (column == 0 && HasPictures() ? Context().pictures.Width() : 0);
+         (column == 0 && HasPictures() ? Images().Width() : 0);
 }
 
 int NativeListView::Widest(std::size_t column) const {

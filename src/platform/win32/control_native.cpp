@@ -13,6 +13,10 @@ namespace win32 {
 
 UiContext& NativeControl::Context() const { return form_.Context(); }
 
+const FontMetrics& NativeControl::Metrics() const { return form_.Top().GetLook().font; }
+
+const Pictures& NativeControl::Images() const { return form_.Top().GetLook().pictures; }
+
 HFONT NativeControl::TextFont() const { return Metrics().Text(); }
 
 std::wstring NativeControl::Caption() const { return Wide(control_.Text()); }
@@ -42,14 +46,17 @@ void NativeControl::Create(int id, bool startsGroup) {
   Created();
   Mirror(ui::Aspect::kContent);
   if (!control_.Tip().empty()) form_.ShowTip(*this);
+  MirrorName();
   MeasuredAnew();
 }
 
 void NativeControl::Disconnect() {
   if (!window_) return;
   name_.reset();
+  Context().accessibleNames.Set(window_, {});
   Context().controls.erase(window_);
-  SetWindowLongPtrW(window_, GWLP_WNDPROC, reinterpret_cast<LONG_PTR>(native_));
+  // Somebody may have put a procedure before this one, and would be cut off if this one were taken out.
+  SetWindowLongPtrW(window_, GWLP_USERDATA, 0);
   window_ = nullptr;
 }
 
@@ -67,6 +74,8 @@ void NativeControl::Mirror(ui::Aspect aspect) {
       return;
     case ui::Aspect::kTip:
       return form_.ShowTip(*this);
+    case ui::Aspect::kName:
+      return MirrorName();
     case ui::Aspect::kContent:
       return;
   }
@@ -76,6 +85,8 @@ void NativeControl::MirrorText() {
   const std::wstring caption = Caption();
   if (ShownText() != caption) SetWindowTextW(window_, caption.c_str());
 }
+
+void NativeControl::MirrorName() { Context().accessibleNames.Set(window_, Wide(control_.AccessibleName())); }
 
 bool NativeControl::MeasuredAnew() {
   const ui::Size before = std::exchange(measured_, Measure());
@@ -99,22 +110,29 @@ bool NativeControl::Place(const ui::Rect& rect) {
 void NativeControl::TakeFocus() { form_.Top().Focus().Give(window_); }
 
 void NativeControl::Act(const std::function<void()>& work) {
-  const auto top = form_.Top().shared_from_this();
-  const auto form = form_.shared_from_this();
-  if (top->Focus().Settle() && form->Alive()) Context().loop.Guard(work);
-  if (form->Alive()) Mirror(ui::Aspect::kContent);
+  Context().loop.RunOutsideSend([this, work, weak = form_.weak_from_this()] {
+    const auto form = weak.lock();
+    if (!form || !form->Alive()) return;
+    const auto top = form->Top().shared_from_this();
+    if (top->Focus().Settle() && form->Alive()) Context().loop.Guard(work);
+    if (form->Alive()) Mirror(ui::Aspect::kContent);
+  });
 }
 
 LRESULT CALLBACK NativeControl::Procedure(HWND window, UINT message, WPARAM wParam, LPARAM lParam) {
-  auto& control = *reinterpret_cast<NativeControl*>(GetWindowLongPtrW(window, GWLP_USERDATA));
-  const WNDPROC native = control.native_;
-  if (message == WM_SETFOCUS || message == WM_KILLFOCUS) control.form_.Top().Focus().Moved();
-  if (message == WM_NCDESTROY) {
-    control.Disconnect();
-  } else if (const auto answer = control.Filter(message, wParam, lParam)) {
-    return *answer;
-  }
-  return CallWindowProcW(native, window, message, wParam, lParam);
+  auto* control = reinterpret_cast<NativeControl*>(GetWindowLongPtrW(window, GWLP_USERDATA));
+  const WNDPROC native =
+      control ? control->native_ : reinterpret_cast<WNDPROC>(GetClassLongPtrW(window, GCLP_WNDPROC));
+  std::optional<LRESULT> answer;
+  if (control) control->Context().loop.Guard([&] { answer = control->Receive(message, wParam, lParam); });
+  return answer ? *answer : CallWindowProcW(native, window, message, wParam, lParam);
+}
+
+std::optional<LRESULT> NativeControl::Receive(UINT message, WPARAM wParam, LPARAM lParam) {
+  if (message == WM_SETFOCUS || message == WM_KILLFOCUS) form_.Top().Focus().Moved();
+  if (message != WM_NCDESTROY) return Filter(message, wParam, lParam);
+  Disconnect();
+  return std::nullopt;
 }
 
 }  // namespace win32

@@ -73,18 +73,25 @@ class NativeControl {
   std::wstring ShownText() const;
 
   /// Runs what a person did, after the leave check of the text box left before; a refused check drops it. The
-  /// native control shows the description again afterwards.
+  /// native control shows the description again afterwards. `work` may run later, from the loop, so it
+  /// captures by value.
   void Act(const std::function<void()>& work);
   /// What the native control does with a message by itself.
   LRESULT Native(UINT message, WPARAM wParam, LPARAM lParam) const {
     return CallWindowProcW(native_, window_, message, wParam, lParam);
   }
   UiContext& Context() const;
-  const FontMetrics& Metrics() const { return Context().font; }
+  const FontMetrics& Metrics() const;
+  /// In the size for the screen that the window stands on.
+  const Pictures& Images() const;
 
  private:
   void MirrorText();
+  void MirrorName();
+  /// Stands before the native procedure. A subclass of the common controls would look itself up at every
+  /// message.
   static LRESULT CALLBACK Procedure(HWND window, UINT message, WPARAM wParam, LPARAM lParam);
+  std::optional<LRESULT> Receive(UINT message, WPARAM wParam, LPARAM lParam);
   virtual std::optional<LRESULT> Filter(UINT /*message*/, WPARAM /*wParam*/, LPARAM /*lParam*/) { return {}; }
 
   NativeForm& form_;
@@ -92,7 +99,6 @@ class NativeControl {
   ui::Size measured_;
   ui::Rect placed_;
   HWND window_ = nullptr;  // destroyed with its parent
-  // A subclass of the common controls looks itself up at every message; this one is alone and need not.
   WNDPROC native_ = nullptr;
   std::optional<WindowName> name_;
 };

@@ -20,10 +20,11 @@ constexpr int kRevealMargin = 8;  // dialog units left free around what is scrol
 constexpr int kWheelStep = 24;    // dialog units of a wheel notch or a click on the arrow
 
 LRESULT CALLBACK PageProcedure(HWND window, UINT message, WPARAM wParam, LPARAM lParam) {
+  std::optional<LRESULT> answer;
   if (auto* context = reinterpret_cast<UiContext*>(GetWindowLongPtrW(window, GWLP_USERDATA))) {
-    if (const auto answer = DispatchToControl(*context, message, wParam, lParam)) return *answer;
+    context->loop.Guard([&] { answer = DispatchToControl(*context, message, wParam, lParam); });
   }
-  return DefWindowProcW(window, message, wParam, lParam);
+  return answer ? *answer : DefWindowProcW(window, message, wParam, lParam);
 }
 
 }  // namespace
@@ -103,10 +104,8 @@ void NativePageArea::DropPage(Page& page) {
 void NativePageArea::ShowPage() {
   if (shown_ == Area().Shown()) return;
   shown_ = Area().Shown();
-  const Page* before = nullptr;
-  for (const Page& page : pages_) {
-    if (IsWindowVisible(page.window.Get()) && page.data != shown_) before = &page;
-  }
+  // Asked before anything is hidden: with its window the focus goes to whatever the system chooses.
+  const bool focused = IsChild(Window(), GetFocus());
   if (Page* page = Shown()) {
     page->form->CreateControls();
     ScrollTo(SB_HORZ, 0);
@@ -119,7 +118,8 @@ void NativePageArea::ShowPage() {
     if (page.data != shown_) ShowWindow(page.window.Get(), SW_HIDE);
   }
   // A hidden window would keep the keys to itself.
-  if (before && IsChild(before->window.Get(), GetFocus())) {
+  const Page* now = Shown();
+  if (focused && !(now && IsChild(now->window.Get(), GetFocus()))) {
     SetFocus(GetNextDlgTabItem(Form().Top().Window(), nullptr, FALSE));
   }
 }

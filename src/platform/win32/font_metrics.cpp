@@ -7,10 +7,12 @@ namespace {
 
 constexpr std::wstring_view kAlphabet = L"ABCDEFGHIJKLMNOPQRSTUVWXYZabcdefghijklmnopqrstuvwxyz";
 
-LOGFONTW SystemFont() {
+// In the size for a screen of that density.
+LOGFONTW SystemFont(int dpi) {
   NONCLIENTMETRICSW metrics = {};
   metrics.cbSize = sizeof metrics;
-  if (SystemParametersInfoW(SPI_GETNONCLIENTMETRICS, sizeof metrics, &metrics, 0))
+  if (SystemParametersInfoForDpi(SPI_GETNONCLIENTMETRICS, sizeof metrics, &metrics, 0,
+                                 static_cast<UINT>(dpi)))
     return metrics.lfMessageFont;
   LOGFONTW font = {};
   GetObjectW(GetStockObject(DEFAULT_GUI_FONT), sizeof font, &font);
@@ -19,38 +21,23 @@ LOGFONTW SystemFont() {
 
 }  // namespace
 
-FontMetrics::FontMetrics()
-    : screen_(CreateCompatibleDC(nullptr)),
-      face_(SystemFont().lfFaceName),
-      systemDpi_(GetDeviceCaps(screen_.Get(), LOGPIXELSY)),
-      dpi_(systemDpi_) {
-  MeasureText();
+FontMetrics::FontMetrics(const std::wstring& face, int dpi)
+    : screen_(CreateCompatibleDC(nullptr)), dpi_(dpi) {
+  Renew(face);
 }
 
-bool FontMetrics::UseDensity(int dpi) {
-  if (dpi <= 0 || dpi == dpi_) return false;
-  dpi_ = dpi;
-  MeasureText();
-  return true;
-}
-
-bool FontMetrics::UseFace(const std::wstring& face) {
-  const std::wstring wanted = face.empty() ? SystemFont().lfFaceName : face.substr(0, LF_FACESIZE - 1);
-  if (wanted == face_) return false;
-  face_ = wanted;
-  MeasureText();
-  return true;
-}
-
-void FontMetrics::MeasureText() {
-  LOGFONTW description = SystemFont();
-  description.lfHeight = MulDiv(description.lfHeight, dpi_, systemDpi_);
-  face_.copy(description.lfFaceName, LF_FACESIZE - 1);
-  description.lfFaceName[face_.size()] = 0;
+bool FontMetrics::Renew(const std::wstring& face) {
+  LOGFONTW wanted = SystemFont(dpi_);
+  if (!face.empty()) lstrcpynW(wanted.lfFaceName, face.c_str(), LF_FACESIZE);
+  if (text_ && wanted.lfHeight == description_.lfHeight && wanted.lfWeight == description_.lfWeight &&
+      lstrcmpiW(wanted.lfFaceName, description_.lfFaceName) == 0) {
+    return false;
+  }
+  description_ = wanted;
   SelectObject(screen_.Get(), GetStockObject(DEFAULT_GUI_FONT));  // a selected font could not be released
-  text_ = Font(CreateFontIndirectW(&description));
-  description.lfHeight = MulDiv(description.lfHeight, 3, 2);
-  heading_ = Font(CreateFontIndirectW(&description));
+  text_ = Font(CreateFontIndirectW(&wanted));
+  wanted.lfHeight = MulDiv(wanted.lfHeight, 3, 2);
+  heading_ = Font(CreateFontIndirectW(&wanted));
 
   SelectObject(screen_.Get(), Text());
   TEXTMETRICW metrics = {};
@@ -59,6 +46,7 @@ void FontMetrics::MeasureText() {
   // The platform's own definition of the dialog unit; tmAveCharWidth is another number.
   const auto letters = static_cast<int>(kAlphabet.size());
   characterWidth_ = (Width(std::wstring(kAlphabet)) + letters / 2) / letters;
+  return true;
 }
 
 ui::Size FontMetrics::Caption(const std::wstring& text, HFONT font, int wrapWidth) const {

@@ -1,6 +1,6 @@
 // The fonts of dialogs, the system's or those of the language in use, and the measures that follow from them:
-// text extents, dialog units and lengths scaled to the screen's density. One for all windows of the tool,
-// which take the density of the screen that one of them came to last.
+// text extents, dialog units and lengths scaled to the screen's density. One for each density of screen that
+// a window of the tool stood on.
 #pragma once
 
 #include <windows.h>
@@ -22,12 +22,11 @@ using Font = Owner<HGDIOBJ, DeleteGdiObject>;
 
 class FontMetrics {
  public:
-  FontMetrics();
+  /// For screens of `dpi` dots per inch, in the type face `face` (empty: the system's own).
+  FontMetrics(const std::wstring& face, int dpi);
 
-  /// Takes the type face `face` (empty: the system's own) in the system's size; no when it is in use already.
-  bool UseFace(const std::wstring& face);
-  /// Measures for a screen of so many dots per inch; no when that is in use already.
-  bool UseDensity(int dpi);
+  /// Takes the type face `face` in the system's present size and weight; no when they are in use already.
+  bool Renew(const std::wstring& face);
 
   HFONT Text() const { return static_cast<HFONT>(text_.Get()); }
   HFONT Heading() const { return static_cast<HFONT>(heading_.Get()); }
@@ -51,14 +50,11 @@ class FontMetrics {
   int Width(const std::wstring& text) const;
 
  private:
-  void MeasureText();
-
   Owner<HDC, DeleteDeviceContext> screen_;
-  std::wstring face_;
+  int dpi_;
+  LOGFONTW description_ = {};
   Font text_;
   Font heading_;
-  int systemDpi_;  // that of the sizes that the system tells
-  int dpi_;
   int characterWidth_ = 0;
   int lineHeight_ = 0;
 };

@@ -58,6 +58,8 @@ void NativeForm::Detach() {
   form_ = nullptr;
   name_.reset();
   byControl_.clear();
+  // While the controls are there: it takes back what it put before their procedures.
+  tips_.Reset();
   for (const auto& control : controls_) control->Disconnect();
 }
 
@@ -86,7 +88,12 @@ void NativeForm::QueueArrange() {
   top_.QueueArrange();
 }
 
+int NativeForm::X(int units) const { return top_.GetLook().font.X(units); }
+
+int NativeForm::Y(int units) const { return top_.GetLook().font.Y(units); }
+
 void NativeForm::FontChanged() {
+  if (tips_) SetTipWidth();
   for (const auto& control : controls_) control->FontChanged();
   QueueArrange();
 }
@@ -108,12 +115,16 @@ void NativeForm::TakeFocus(ui::Control& control) {
   if (native && created_) native->TakeFocus();
 }
 
+void NativeForm::SetTipWidth() const {
+  SendMessageW(tips_.Get(), TTM_SETMAXTIPWIDTH, 0, top_.GetLook().font.Scale(kTipWidth));
+}
+
 void NativeForm::ShowTip(const NativeControl& control) {
   if (!tips_) {
-    tips_ = CreateWindowExW(WS_EX_TOPMOST, TOOLTIPS_CLASSW, L"", WS_POPUP | TTS_ALWAYSTIP | TTS_NOPREFIX,
-                            CW_USEDEFAULT, CW_USEDEFAULT, CW_USEDEFAULT, CW_USEDEFAULT, window_, nullptr,
-                            ThisModule(), nullptr);
-    SendMessageW(tips_, TTM_SETMAXTIPWIDTH, 0, context_.font.Scale(kTipWidth));
+    tips_ = WindowHandle(CreateWindowExW(
+        WS_EX_TOPMOST, TOOLTIPS_CLASSW, L"", WS_POPUP | TTS_ALWAYSTIP | TTS_NOPREFIX, CW_USEDEFAULT,
+        CW_USEDEFAULT, CW_USEDEFAULT, CW_USEDEFAULT, window_, nullptr, ThisModule(), nullptr));
+    SetTipWidth();
   }
   std::wstring text = Wide(control.Control().Tip());
   TTTOOLINFOW tool = {};
@@ -122,8 +133,8 @@ void NativeForm::ShowTip(const NativeControl& control) {
   tool.hwnd = window_;
   tool.uId = reinterpret_cast<UINT_PTR>(control.Window());
   tool.lpszText = text.data();
-  SendMessageW(tips_, TTM_DELTOOLW, 0, reinterpret_cast<LPARAM>(&tool));
-  if (!text.empty()) SendMessageW(tips_, TTM_ADDTOOLW, 0, reinterpret_cast<LPARAM>(&tool));
+  SendMessageW(tips_.Get(), TTM_DELTOOLW, 0, reinterpret_cast<LPARAM>(&tool));
+  if (!text.empty()) SendMessageW(tips_.Get(), TTM_ADDTOOLW, 0, reinterpret_cast<LPARAM>(&tool));
 }
 
 std::optional<LRESULT> DispatchToControl(UiContext& context, UINT message, WPARAM wParam, LPARAM lParam) {

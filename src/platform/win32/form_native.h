@@ -11,6 +11,7 @@
 #include <vector>
 
 #include "platform/win32/control_native.h"
+#include "platform/win32/window_class.h"
 #include "ui/form.h"
 
 namespace win32 {
@@ -53,10 +54,12 @@ class NativeForm : public ui::Peer, public ui::Metrics, public std::enable_share
   void Changed(ui::Control& control, ui::Aspect aspect) override;
   void TakeFocus(ui::Control& control) override;
   ui::Size Measure(const ui::Control& control) const override;
-  int X(int units) const override { return context_.font.X(units); }
-  int Y(int units) const override { return context_.font.Y(units); }
+  int X(int units) const override;
+  int Y(int units) const override;
 
  private:
+  void SetTipWidth() const;
+
   UiContext& context_;
   NativeWindow& top_;
   ui::Form* form_;
@@ -65,7 +68,7 @@ class NativeForm : public ui::Peer, public ui::Metrics, public std::enable_share
   std::vector<std::unique_ptr<NativeControl>> controls_;  // in the order of the layout
   std::unordered_map<const ui::Control*, NativeControl*> byControl_;
   bool created_ = false;
-  HWND tips_ = nullptr;  // owned by window_
+  WindowHandle tips_;
   mutable std::optional<ui::Size> minimum_;
 };
 

@@ -13,14 +13,18 @@ constexpr UINT kCloseAll = 18;  // HH_CLOSE_ALL
 }  // namespace
 
 HtmlHelpViewer::~HtmlHelpViewer() {
-  // A help window that outlives the library would run freed code.
   if (entry_) entry_(nullptr, nullptr, kCloseAll, 0);
+}
+
+// The library is never freed: its windows have a thread of their own, which may still run its code.
+HtmlHelpViewer::Entry HtmlHelpViewer::Load() {
+  const HMODULE library = LoadLibraryExW(L"hhctrl.ocx", nullptr, LOAD_LIBRARY_SEARCH_SYSTEM32);
+  return library ? std::bit_cast<Entry>(GetProcAddress(library, "HtmlHelpW")) : nullptr;
 }
 
 shell::HelpOutcome HtmlHelpViewer::Show(const std::string& target, unsigned command, int topic) {
   if (!FileExists(target.substr(0, target.rfind('>')))) return shell::HelpOutcome::kNoFile;
-  if (!library_) library_ = Owner<HMODULE, FreeLoadedLibrary>(LoadLibraryW(L"hhctrl.ocx"));
-  if (library_ && !entry_) entry_ = std::bit_cast<Entry>(GetProcAddress(library_.Get(), "HtmlHelpW"));
+  if (!entry_) entry_ = Load();
   const bool opened =
       entry_ && entry_(nullptr, Wide(target).c_str(), command, static_cast<DWORD_PTR>(topic)) != nullptr;
   return opened ? shell::HelpOutcome::kOpened : shell::HelpOutcome::kNoViewer;

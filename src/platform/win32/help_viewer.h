@@ -3,14 +3,9 @@
 
 #include <windows.h>
 
-#include "platform/win32/handle.h"
 #include "shell/help.h"
 
 namespace win32 {
-
-struct FreeLoadedLibrary {
-  void operator()(HMODULE library) const { FreeLibrary(library); }
-};
 
 class HtmlHelpViewer : public shell::HelpViewer {
  public:
@@ -25,7 +20,8 @@ class HtmlHelpViewer : public shell::HelpViewer {
  private:
   using Entry = HWND(WINAPI*)(HWND, LPCWSTR, UINT, DWORD_PTR);
 
-  Owner<HMODULE, FreeLoadedLibrary> library_;
+  static Entry Load();
+
   Entry entry_ = nullptr;
 };
 

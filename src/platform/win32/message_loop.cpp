@@ -4,32 +4,32 @@
 #include <exception>
 #include <utility>
 
-#include "base/error.h"
-#include "platform/win32/system_error.h"
-
 namespace win32 {
 namespace {
 
-constexpr const wchar_t* kClass = L"TarnMessageLoop";
 constexpr UINT kPosted = WM_APP;
 constexpr ULONGLONG kLongestTurn = 200;  // milliseconds
+constexpr DWORD kPause = 10;             // milliseconds after a failure
 
 }  // namespace
 
-MessageLoop::MessageLoop(FaultSink onFault) : onFault_(std::move(onFault)) {
-  RegisterWindowClass(kClass, &Procedure);
-  window_ = WindowHandle(
-      CreateWindowExW(0, kClass, L"", 0, 0, 0, 0, 0, HWND_MESSAGE, nullptr, ThisModule(), nullptr));
-  if (!window_) throw base::Error("The message loop could not be set up: " + LastErrorText());
-  SetWindowLongPtrW(window_.Get(), GWLP_USERDATA, reinterpret_cast<LONG_PTR>(this));
-}
-
-MessageLoop::~MessageLoop() = default;
+MessageLoop::MessageLoop(FaultSink onFault)
+    : onFault_(std::move(onFault)),
+      window_([this](UINT message, WPARAM wParam, LPARAM) { return Receive(message, wParam); }) {}
 
 int MessageLoop::Run() {
   MSG message;
-  while (GetMessageW(&message, nullptr, 0, 0) > 0) Handle(message);
+  while (Next(message)) Handle(message);
   return static_cast<int>(message.wParam);
+}
+
+// GetMessage answers 0 for the end and -1 for a failure, in which the message means nothing.
+bool MessageLoop::Next(MSG& message) {
+  for (;;) {
+    const BOOL got = GetMessageW(&message, nullptr, 0, 0);
+    if (got >= 0) return got != 0;
+    Sleep(kPause);
+  }
 }
 
 // Work that posts itself anew and busy timers must not keep the caller here.
@@ -50,7 +50,7 @@ void MessageLoop::TurnFor(HWND window) {
 void MessageLoop::RunUntil(const std::function<bool()>& done) {
   MSG message;
   while (!quitting_ && !done()) {
-    if (GetMessageW(&message, nullptr, 0, 0) <= 0) return KeepQuit(message);
+    if (!Next(message)) return KeepQuit(message);
     Handle(message);
   }
 }
@@ -70,7 +70,12 @@ void MessageLoop::Handle(MSG& message) {
 
 void MessageLoop::Post(std::function<void()> work) {
   posted_.push_back(std::move(work));
-  PostMessageW(window_.Get(), kPosted, 0, 0);
+  window_.Post(kPosted);
+}
+
+void MessageLoop::RunOutsideSend(const std::function<void()>& work) {
+  const bool senderWaits = (InSendMessageEx(nullptr) & (ISMEX_SEND | ISMEX_REPLIED)) == ISMEX_SEND;
+  senderWaits ? Post(work) : Guard(work);
 }
 
 void MessageLoop::Quit() {
@@ -130,22 +135,19 @@ void MessageLoop::RunPosted() {
   }
 }
 
-LRESULT CALLBACK MessageLoop::Procedure(HWND window, UINT message, WPARAM wParam, LPARAM lParam) {
-  auto* loop = reinterpret_cast<MessageLoop*>(GetWindowLongPtrW(window, GWLP_USERDATA));
-  if (loop && message == kPosted) {
-    loop->RunPosted();
-    return 0;
+bool MessageLoop::Receive(UINT message, WPARAM wParam) {
+  if (message == kPosted) {
+    RunPosted();
+    return true;
   }
-  if (loop && message == WM_TIMER) {
-    const auto timer = loop->timers_.find(wParam);
-    if (timer != loop->timers_.end() && timer->second->onTick) {
-      // A copy: the handler may stop or destroy its timer.
-      const auto tick = timer->second->onTick;
-      loop->Guard(tick);
-    }
-    return 0;
+  if (message != WM_TIMER) return false;
+  const auto timer = timers_.find(wParam);
+  if (timer != timers_.end() && timer->second->onTick) {
+    // A copy: the handler may stop or destroy its timer.
+    const auto tick = timer->second->onTick;
+    Guard(tick);
   }
-  return DefWindowProcW(window, message, wParam, lParam);
+  return true;
 }
 
 }  // namespace win32

@@ -12,7 +12,7 @@
 #include <string>
 #include <vector>
 
-#include "platform/win32/window_class.h"
+#include "platform/win32/message_window.h"
 #include "ui/event_loop.h"
 
 namespace win32 {
@@ -31,7 +31,6 @@ class MessageLoop : public ui::EventLoop {
  public:
   /// `onFault` takes what posted work, timers and the handlers of controls let out. Throws base::Error.
   explicit MessageLoop(FaultSink onFault);
-  ~MessageLoop() override;
 
   /// Handles messages until Quit; answers the program's exit code.
   int Run();
@@ -39,6 +38,10 @@ class MessageLoop : public ui::EventLoop {
   /// Handles what is waiting for `window` and its controls alone.
   void TurnFor(HWND window);
   void Post(std::function<void()> work) override;
+  /// Runs `work` now, or from the loop while another thread waits in SendMessage for the present message: COM
+  /// lets nobody call another process then (RPC_E_CANTCALLOUT_ININPUTSYNCCALL). So do assistive and test
+  /// programs click.
+  void RunOutsideSend(const std::function<void()>& work);
   void RunUntil(const std::function<bool()>& done) override;
   void Quit() override;
   void SetWaiting(bool waiting) override;
@@ -58,13 +61,15 @@ class MessageLoop : public ui::EventLoop {
  private:
   void Start(ui::Timer& timer) override;
   void Stop(ui::Timer& timer) override;
+  /// Waits for the next message; no at the end of the loop.
+  static bool Next(MSG& message);
   void Handle(MSG& message);
   void KeepQuit(const MSG& message);
+  bool Receive(UINT message, WPARAM wParam);
   void RunPosted();
-  static LRESULT CALLBACK Procedure(HWND window, UINT message, WPARAM wParam, LPARAM lParam);
 
   FaultSink onFault_;
-  WindowHandle window_;
+  MessageWindow window_;
   std::deque<std::function<void()>> posted_;
   std::map<UINT_PTR, ui::Timer*> timers_;
   UINT_PTR lastTimer_ = 0;

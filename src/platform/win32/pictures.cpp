@@ -2,6 +2,7 @@
 
 // After windows.h, which it needs.
 #include <shellapi.h>
+#include <shlobj.h>
 
 #include "platform/win32/process.h"
 
@@ -41,9 +42,10 @@ ImageList EmptyList(int width, int height) {
 
 }  // namespace
 
-Pictures::Pictures()
-    : width_(GetSystemMetrics(SM_CXSMICON)),
-      height_(GetSystemMetrics(SM_CYSMICON)),
+Pictures::Pictures(int dpi)
+    : dpi_(dpi),
+      width_(System(SM_CXSMICON)),
+      height_(System(SM_CYSMICON)),
       levels_(EmptyList(width_, height_)),
       spacer_(EmptyList(1, height_)) {
   for (const Level& level : kLevels) {
@@ -64,9 +66,10 @@ const Pictures::WindowIcons& Pictures::Window(const std::string& file) {
   WindowIcons& icons = entry->second;
   HICON large = nullptr;
   HICON small = nullptr;
-  const UINT found = added ? ExtractIconExW(Wide(file).c_str(), 0, &large, &small, 1) : 0;
+  const auto sizes = static_cast<UINT>(MAKELONG(System(SM_CXICON), width_));
+  const bool found = added && SHDefExtractIconW(Wide(file).c_str(), 0, 0, &large, &small, sizes) == S_OK;
   // Where there is no such file the handles mean nothing.
-  if (found != 0 && found != UINT_MAX) icons = {IconHandle(large), IconHandle(small)};
+  if (found) icons = {IconHandle(large), IconHandle(small)};
   return icons.large || file == ProgramPath() ? icons : Window(ProgramPath());
 }
 

@@ -1,5 +1,5 @@
 // The icons of windows, and the small pictures of lists and buttons, made of the system's own icons in the
-// size that the screen asks for.
+// size that a screen asks for. One for each density of screen that a window of the tool stood on.
 #pragma once
 
 #include <windows.h>
@@ -31,7 +31,8 @@ class Pictures {
     IconHandle small;
   };
 
-  Pictures();
+  /// For screens of `dpi` dots per inch.
+  explicit Pictures(int dpi);
 
   /// The icons in a file, read once; those of this program where the file has none.
   const WindowIcons& Window(const std::string& file);
@@ -49,7 +50,10 @@ class Pictures {
   int Width() const { return width_; }
 
  private:
+  int System(int metric) const { return GetSystemMetricsForDpi(metric, static_cast<UINT>(dpi_)); }
+
   std::map<std::string, WindowIcons> windowIcons_;  // by file
+  int dpi_;
   int width_;
   int height_;
   ImageList levels_;

@@ -7,6 +7,7 @@
 #include "base/text.h"
 #include "platform/win32/utf.h"
 #include "platform/win32/window_class.h"
+#include "platform/win32/window_name.h"
 
 namespace win32 {
 namespace {
@@ -71,7 +72,8 @@ std::string OwnText(int resource) {
 }
 
 void LimitLibraryFolders() {
-  SetDefaultDllDirectories(LOAD_LIBRARY_SEARCH_SYSTEM32 | LOAD_LIBRARY_SEARCH_APPLICATION_DIR);
+  // The empty text takes the current folder out of the search and changes nothing else of it.
+  SetDllDirectoryW(L"");
 }
 
 std::string CommandTail() {
@@ -88,6 +90,7 @@ bool StartedByActivation(const std::string& commandTail) {
 }
 
 void EndProcess() {
+  WindowName::GiveAllBack();
   TerminateProcess(GetCurrentProcess(), 0);
   for (;;) Sleep(INFINITE);
 }

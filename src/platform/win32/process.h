@@ -25,8 +25,9 @@ ProgramVersion OwnVersion();
 /// The executable's data resource of this number as a text; empty when it has none.
 std::string OwnText(int resource);
 
-/// From now on libraries are only taken from the system's folder and the program's own, never from the folder
-/// that the user happens to work in or from the search path. To be called first of all.
+/// From now on no library is taken from the folder that the user happens to work in. To be called first of
+/// all. The search path stays: libraries of other makers' controls may lie there. What the tool itself loads
+/// it names with its folder.
 void LimitLibraryFolders();
 
 /// What was written behind the program's name.

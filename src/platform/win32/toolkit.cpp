@@ -5,6 +5,7 @@
 
 #include <algorithm>
 #include <ranges>
+#include <utility>
 
 #include "platform/win32/ui_context.h"
 #include "platform/win32/utf.h"
@@ -36,6 +37,20 @@ NativeWindow* UiContext::FrontWindow() const {
   return found == fromFront.end() ? nullptr : *found;
 }
 
+Look& UiContext::LookFor(int dpi) { return looks.try_emplace(dpi, face, dpi).first->second; }
+
+void UiContext::RenewFonts() {
+  bool changed = false;
+  for (auto& [dpi, look] : looks) changed = look.font.Renew(face) || changed;
+  if (!changed) return;
+  for (const NativeWindow* window : windows) window->Form().FontChanged();
+}
+
+void UiContext::UpdateEnabled() {
+  const auto all = windows;  // in another order when one of them comes to the front meanwhile
+  for (NativeWindow* window : all) window->UpdateEnabled();
+}
+
 NativeToolkit::NativeToolkit(MessageLoop& loop) : loop_(loop) {
   LoadControlClasses();
   LoadDisplay();
@@ -65,8 +80,8 @@ void NativeToolkit::Discard(ui::Window& window) {
 }
 
 void NativeToolkit::UseFont(const std::string& face) {
-  if (!context_->font.UseFace(Wide(face))) return;
-  for (const auto& [data, window] : windows_) window->Form().FontChanged();
+  context_->face = Wide(face);
+  context_->RenewFonts();
 }
 
 HWND NativeToolkit::HandleOf(const ui::Form& form) const {
@@ -96,19 +111,24 @@ bool NativeToolkit::Translate(MSG& message) {
   return std::ranges::any_of(windows, [&](NativeWindow* window) { return window->Translate(message); });
 }
 
-NativeToolkit::Modal::Modal(NativeToolkit& toolkit) : toolkit_(toolkit), owner_(toolkit.FrontWindow()) {
-  Count(1);
+NativeToolkit::Modal::Modal(NativeToolkit& toolkit)
+    : context_(*toolkit.context_),
+      owner_(context_.FrontWindow()),
+      before_(std::exchange(context_.modalOwner, owner_)) {
+  ++context_.modalDepth;
+  if (owner_ && owner_ != before_) EnableWindow(owner_->Window(), TRUE);
+  context_.UpdateEnabled();
 }
 
 NativeToolkit::Modal::~Modal() {
-  Count(-1);
-  // The system passes over an owner that was not enabled when the dialog ended.
-  if (owner_ && IsWindow(owner_) && GetActiveWindow() != owner_) SetForegroundWindow(owner_);
+  --context_.modalDepth;
+  context_.modalOwner = before_;
+  context_.UpdateEnabled();
 }
 
-void NativeToolkit::Modal::Count(int step) {
-  toolkit_.context_->modalDepth += step;
-  for (const auto& [data, window] : toolkit_.windows_) window->UpdateEnabled();
+HWND NativeToolkit::Modal::Owner() const {
+  if (!owner_) return nullptr;
+  return owner_ == before_ ? GetLastActivePopup(owner_->Window()) : owner_->Window();
 }
 
 }  // namespace win32

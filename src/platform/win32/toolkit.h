@@ -37,7 +37,10 @@ class NativeToolkit : public ui::Toolkit, private MessageFilter {
   /// null when none is visible.
   HWND FrontWindow() const;
 
-  /// Keeps all windows of the tool from taking input while a system dialog is open, and gives the focus back.
+  /// Keeps all windows of the tool from taking input while a system dialog is open. Its owner is left to the
+  /// system, which enables it just before the dialog goes away: with an owner that is disabled at that moment
+  /// the system would bring another program to the front. So a busy owner is enabled while the dialog is
+  /// open.
   class Modal {
    public:
     explicit Modal(NativeToolkit& toolkit);
@@ -45,13 +48,13 @@ class NativeToolkit : public ui::Toolkit, private MessageFilter {
     Modal& operator=(const Modal&) = delete;
     ~Modal();
 
-    HWND Owner() const { return owner_; }
+    /// What the dialog belongs over: a window of the tool, or the dialog that is open over it already.
+    HWND Owner() const;
 
    private:
-    void Count(int step);
-
-    NativeToolkit& toolkit_;
-    HWND owner_;
+    UiContext& context_;
+    NativeWindow* owner_;
+    NativeWindow* before_;
   };
 
  private:

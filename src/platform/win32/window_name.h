@@ -18,6 +18,10 @@ class WindowName {
   WindowName& operator=(const WindowName&) = delete;
   ~WindowName();
 
+  /// For a process that ends without its farewells: the marks are texts of the whole session, which would
+  /// keep them until the user logs off.
+  static void GiveAllBack();
+
  private:
   HWND window_;
   ATOM atom_;

@@ -30,6 +30,8 @@ void NativeWindow::Create() {
   if (!window_) {
     throw base::Error("The window " + data_->Name() + " could not be created: " + LastErrorText());
   }
+  // No message tells the density of a window's first screen.
+  look_ = &context_.LookFor(static_cast<int>(GetDpiForWindow(Window())));
   form_ = std::make_shared<NativeForm>(context_, *this, *data_, Window());
   form_->CreateControls();
   SetWindowLongPtrW(Window(), GWLP_USERDATA, reinterpret_cast<LONG_PTR>(this));
@@ -47,6 +49,7 @@ void NativeWindow::Detach() {
   if (!data_) return;
   data_->SetWindowPeer(nullptr);
   std::erase(context_.windows, this);
+  if (context_.modalOwner == this) context_.modalOwner = nullptr;
   if (window_) SetWindowLongPtrW(Window(), GWLP_USERDATA, 0);
   // The system destroys the windows that stand over this one with it.
   for (const NativeWindow* other : context_.windows) {
@@ -77,11 +80,12 @@ bool NativeWindow::Translate(MSG& message) {
 
 LRESULT CALLBACK NativeWindow::Procedure(HWND window, UINT message, WPARAM wParam, LPARAM lParam) {
   auto* self = reinterpret_cast<NativeWindow*>(GetWindowLongPtrW(window, GWLP_USERDATA));
+  std::optional<LRESULT> answer;
   if (self) {
     const auto keep = self->shared_from_this();
-    if (const auto answer = self->Handle(message, wParam, lParam)) return *answer;
+    self->context_.loop.Guard([&] { answer = self->Handle(message, wParam, lParam); });
   }
-  return DefWindowProcW(window, message, wParam, lParam);
+  return answer ? *answer : DefWindowProcW(window, message, wParam, lParam);
 }
 
 std::optional<LRESULT> NativeWindow::Handle(UINT message, WPARAM wParam, LPARAM lParam) {
@@ -114,39 +118,58 @@ std::optional<LRESULT> NativeWindow::Handle(UINT message, WPARAM wParam, LPARAM 
     case WM_SETFOCUS:
       focus_.Restore();
       return 0;
-    case WM_INITMENU:
-      UpdateMenu();
+    case WM_ENTERMENULOOP:
+    case WM_EXITMENULOOP:
+      InMenu(message == WM_ENTERMENULOOP);
       return std::nullopt;
     case WM_SETCURSOR:
       return context_.loop.ShowPointer() ? std::optional<LRESULT>(TRUE) : std::nullopt;
     case WM_DPICHANGED:
       DensityChanged(LOWORD(wParam), *reinterpret_cast<const RECT*>(lParam));
       return 0;
+    case WM_DPICHANGED_AFTERPARENT:  // inside a window of somebody else
+      if (parent_) UseDensity(static_cast<int>(GetDpiForWindow(Window())));
+      return 0;
     case WM_SETTINGCHANGE:
+    case WM_SYSCOLORCHANGE:
+      PassOn(message, wParam, lParam);
+      context_.RenewFonts();
+      [[fallthrough]];
     case WM_DISPLAYCHANGE:
       QueueArrange();
       return std::nullopt;
+    case WM_TIMER:  // the only one that it has
+      LeaveTopmost();
+      return 0;
+    case WM_QUERYENDSESSION:
+      return SessionMayEnd();
+    case WM_ENDSESSION:
+      SessionEnds(wParam != FALSE);
+      return 0;
     case WM_CLOSE:
-      CloseAsked();
+      context_.loop.RunOutsideSend([weak = weak_from_this()] {
+        const auto self = weak.lock();
+        if (self && self->Alive()) self->CloseAsked();
+      });
       return 0;
     default:
       return std::nullopt;
   }
 }
 
-// The system proposes the same place and size in the new density.
-void NativeWindow::DensityChanged(int dpi, const RECT& proposed) {
-  if (context_.font.UseDensity(dpi)) {
-    for (const NativeWindow* window : context_.windows) window->form_->FontChanged();
-  }
-  SetWindowPos(Window(), nullptr, proposed.left, proposed.top, proposed.right - proposed.left,
-               proposed.bottom - proposed.top, SWP_NOZORDER | SWP_NOACTIVATE);
+// A menu that is open must not be replaced by another one.
+void NativeWindow::InMenu(bool inside) {
+  inMenu_ = inside;
+  if (!inside) UpdateMenu();
 }
 
 void NativeWindow::Command(WPARAM wParam) {
   const auto handler = menu_ ? menu_->Find(LOWORD(wParam)) : nullptr;
-  if (!handler || !TakesInput() || !focus_.Settle()) return;
-  context_.loop.Guard(handler);
+  if (!handler) return;
+  context_.loop.RunOutsideSend([handler, weak = weak_from_this()] {
+    const auto self = weak.lock();
+    if (self && self->Alive() && self->TakesInput() && self->focus_.Settle()) handler();
+  });
 }
 
 void NativeWindow::Activated(bool active) {
@@ -181,6 +204,7 @@ void NativeWindow::CloseAsked() {
 }
 
 void NativeWindow::UpdateEnabled() {
+  if (context_.modalOwner == this) return;
   const bool enable = context_.modalDepth == 0 && data_->AcceptsInput();
   if (enable == (IsWindowEnabled(Window()) != FALSE)) return;
   if (!enable) focus_.Save();
@@ -189,6 +213,7 @@ void NativeWindow::UpdateEnabled() {
 }
 
 void NativeWindow::UpdateMenu() {
+  if (inMenu_) return;
   if (data_->menu.empty() ? !menu_ : menu_ && menu_->Shows(data_->menu)) return;
   std::optional<NativeMenu> old = std::move(menu_);
   menu_.reset();
@@ -197,7 +222,7 @@ void NativeWindow::UpdateMenu() {
 }
 
 void NativeWindow::SetIcons() {
-  const auto& [large, small] = context_.pictures.Window(data_->iconFile);
+  const auto& [large, small] = look_->pictures.Window(data_->iconFile);
   SendMessageW(Window(), WM_SETICON, ICON_BIG, reinterpret_cast<LPARAM>(large.Get()));
   SendMessageW(Window(), WM_SETICON, ICON_SMALL, reinterpret_cast<LPARAM>(small.Get()));
 }
@@ -217,11 +242,16 @@ void NativeWindow::PrepareToShow() {
     const HWND owner = front && front != this ? front->Window() : nullptr;
     SetWindowLongPtrW(Window(), GWLP_HWNDPARENT, reinterpret_cast<LONG_PTR>(owner));
   }
-  GrowToLeastSize(!data_->resizable);
   RECT now = {};
   GetWindowRect(Window(), &now);
   // A remembered place may lie on a screen that is gone.
-  if (!placed_ || !MonitorFromRect(&now, MONITOR_DEFAULTTONULL)) Centre();
+  const bool centred = !placed_ || !MonitorFromRect(&now, MONITOR_DEFAULTTONULL);
+  // First on the screen where it will stand, then in the density of that one.
+  if (centred) Centre();
+  UseDensity(static_cast<int>(GetDpiForWindow(Window())));
+  ArrangeQueued();
+  GrowToLeastSize(!data_->resizable);
+  if (centred) Centre();
 }
 
 void NativeWindow::SetVisible(bool visible) {
@@ -235,17 +265,10 @@ void NativeWindow::SetVisible(bool visible) {
   ShowWindow(Window(), kShowCommands[static_cast<int>(data_->State())]);
 }
 
-// The system would activate another program when the tool's next window is busy.
-void NativeWindow::PassActivationOn() const {
-  if (GetForegroundWindow() != Window()) return;
-  const auto fromFront = std::views::reverse(context_.windows);
-  const auto next = std::ranges::find_if(fromFront, [this](const NativeWindow* other) {
-    return other != this && IsWindowVisible(other->Window()) && !IsIconic(other->Window());
-  });
-  if (next != fromFront.end()) SetForegroundWindow((*next)->Window());
+void NativeWindow::SetAcceptsInput(bool accepts) {
+  UpdateEnabled();
+  if (accepts) UpdateMenu();  // with what the command has changed of it
 }
-
-void NativeWindow::SetAcceptsInput(bool /*accepts*/) { UpdateEnabled(); }
 
 void NativeWindow::SetState(ui::WindowState state) {
   if (state == ui::WindowState::kMaximized && !data_->resizable) {
@@ -260,27 +283,6 @@ void NativeWindow::Move(int left, int top) {
   const ui::Bounds now = GetBounds();
   if (now.left == left && now.top == top) return;
   SetWindowPos(Window(), nullptr, left, top, 0, 0, SWP_NOSIZE | SWP_NOZORDER | SWP_NOACTIVATE);
-}
-
-ui::Bounds NativeWindow::GetBounds() const {
-  RECT rect = {};
-  GetWindowRect(Window(), &rect);
-  if (IsIconic(Window())) {
-    WINDOWPLACEMENT placement = {};
-    placement.length = sizeof placement;
-    GetWindowPlacement(Window(), &placement);
-    rect = placement.rcNormalPosition;
-  }
-  return {rect.left, rect.top, rect.right - rect.left, rect.bottom - rect.top};
-}
-
-void NativeWindow::BringToFront() {
-  if (IsIconic(Window())) ShowWindow(Window(), SW_RESTORE);
-  SetForegroundWindow(Window());
-}
-
-void NativeWindow::LeaveTopmost() {
-  SetWindowPos(Window(), HWND_NOTOPMOST, 0, 0, 0, 0, SWP_NOMOVE | SWP_NOSIZE | SWP_NOACTIVATE);
 }
 
 }  // namespace win32

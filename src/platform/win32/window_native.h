@@ -32,6 +32,8 @@ class NativeWindow : public ui::WindowPeer, public std::enable_shared_from_this<
   bool Active() const { return GetActiveWindow() == GetAncestor(Window(), GA_ROOT); }
 
   HWND Window() const { return window_.Get(); }
+  /// Fonts and pictures for the screen that the window stands on. Only once it was created.
+  Look& GetLook() const { return *look_; }
   NativeForm& Form() const { return *form_; }
   FocusKeeper& Focus() { return focus_; }
 
@@ -69,9 +71,15 @@ class NativeWindow : public ui::WindowPeer, public std::enable_shared_from_this<
   std::optional<LRESULT> Handle(UINT message, WPARAM wParam, LPARAM lParam);
   void Command(WPARAM wParam);
   void Activated(bool active);
+  void UseDensity(int dpi);
   void DensityChanged(int dpi, const RECT& proposed);
+  void PassOn(UINT message, WPARAM wParam, LPARAM lParam) const;
+  LRESULT SessionMayEnd();
+  void SessionEnds(bool ends);
+  void InMenu(bool inside);
   void Sized(WPARAM how);
   void CloseAsked();
+  void SetTopmost(bool topmost);
   void UpdateMenu();
   void SetIcons();
   void PrepareToShow();
@@ -100,12 +108,14 @@ class NativeWindow : public ui::WindowPeer, public std::enable_shared_from_this<
   HWND parent_;
   FocusKeeper focus_;
   WindowHandle window_;
+  Look* look_ = nullptr;
   std::shared_ptr<NativeForm> form_;
   std::optional<NativeMenu> menu_;
   std::optional<ui::Size> leastSize_;
   bool placed_ = false;  // by code or by a person: no longer centred when shown
   bool arrangeQueued_ = false;
   bool closing_ = false;
+  bool inMenu_ = false;
 };
 
 }  // namespace win32

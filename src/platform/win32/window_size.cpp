@@ -14,6 +14,17 @@ constexpr int kTitleExtra = 70;      // dialog units beside the title: icon and 
 constexpr int kLeastAreaWidth = 60;  // dialog units of a page area on the smallest screen
 constexpr int kLeastAreaHeight = 40;
 
+// A window's normal place as the system keeps it is counted from the corner of the screen's work area, behind
+// task bars at the left or top ("WINDOWPLACEMENT", remarks).
+RECT OnScreen(RECT inWorkArea) {
+  MONITORINFO screen = {};
+  screen.cbSize = sizeof screen;
+  GetMonitorInfoW(MonitorFromRect(&inWorkArea, MONITOR_DEFAULTTONEAREST), &screen);
+  OffsetRect(&inWorkArea, screen.rcWork.left - screen.rcMonitor.left,
+             screen.rcWork.top - screen.rcMonitor.top);
+  return inWorkArea;
+}
+
 }  // namespace
 
 RECT NativeWindow::WorkArea() const {
@@ -45,7 +56,7 @@ ui::Size NativeWindow::MeasureClient() const {
   form_->Unmeasure();
   const ui::Size content = form_->Minimum();
   // A title is cut like any other text when the window is too narrow for it.
-  const int title = parent_ ? 0 : context_.font.Width(Wide(data_->Title())) + form_->X(kTitleExtra);
+  const int title = parent_ ? 0 : look_->font.Width(Wide(data_->Title())) + form_->X(kTitleExtra);
   const ui::Size margin = Margin();
   return {std::max(content.width + 2 * margin.width, title), content.height + 2 * margin.height};
 }
@@ -122,6 +133,18 @@ void NativeWindow::SetOuterSize(const ui::Size& wanted) {
   const int left = std::max<int>(work.left, std::min<int>(now.left, work.right - width));
   const int top = std::max<int>(work.top, std::min<int>(now.top, work.bottom - height));
   SetWindowPos(Window(), nullptr, left, top, width, height, SWP_NOZORDER | SWP_NOACTIVATE);
+}
+
+ui::Bounds NativeWindow::GetBounds() const {
+  RECT rect = {};
+  GetWindowRect(Window(), &rect);
+  if (IsIconic(Window())) {
+    WINDOWPLACEMENT placement = {};
+    placement.length = sizeof placement;
+    GetWindowPlacement(Window(), &placement);
+    rect = OnScreen(placement.rcNormalPosition);
+  }
+  return {rect.left, rect.top, rect.right - rect.left, rect.bottom - rect.top};
 }
 
 void NativeWindow::Resize(int width, int height) {

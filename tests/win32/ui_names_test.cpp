@@ -1,0 +1,119 @@
+// The names of controls for screen readers. Wine has no service for them, so a recorder stands in its place;
+// the service itself is on the list for a real machine.
+#include <map>
+
+#include "platform/win32/apartment.h"
+#include "platform/win32/com_class.h"
+#include "ui_support.h"
+// After windows.h, which it needs.
+#include <oleacc.h>
+
+// The compiler's header does not have the number.
+__CRT_UUID_DECL(IAccPropServices, 0x6e26e776, 0x04f0, 0x495d, 0x80, 0xe4, 0x33, 0x30, 0x35, 0x2e, 0x31, 0x69)
+
+namespace ui_test {
+namespace {
+
+constexpr CLSID kServices = {0xb5f8350b, 0x0548, 0x48b1, {0xa6, 0xee, 0x88, 0xbd, 0x00, 0xb4, 0xa5, 0xe7}};
+constexpr MSAAPROPID kName = {0x608d3df8, 0x8128, 0x4aa7, {0xa4, 0x28, 0xf5, 0x5e, 0x49, 0x26, 0x72, 0x91}};
+
+using Names = std::map<HWND, std::string>;
+
+class Recorder : public win32::ComClass<IAccPropServices> {
+ public:
+  explicit Recorder(Names& names) : names_(names) {}
+
+  HRESULT WINAPI SetHwndPropStr(HWND window, DWORD object, DWORD child, MSAAPROPID property,
+                                LPCWSTR text) override {
+    EXPECT_EQ(static_cast<LONG>(object), OBJID_CLIENT);
+    EXPECT_EQ(child, DWORD{CHILDID_SELF});
+    EXPECT_EQ(property, kName);
+    names_[window] = win32::Utf8(text);
+    return S_OK;
+  }
+  HRESULT WINAPI ClearHwndProps(HWND window, DWORD, DWORD, const MSAAPROPID* properties, int count) override {
+    EXPECT_EQ(count, 1);
+    EXPECT_EQ(*properties, kName);
+    EXPECT_TRUE(IsWindow(window)) << "while the window is there";
+    names_.erase(window);
+    return S_OK;
+  }
+
+  // Nobody calls these.
+  HRESULT WINAPI SetPropValue(const BYTE*, DWORD, MSAAPROPID, VARIANT) override { return E_NOTIMPL; }
+  HRESULT WINAPI SetPropServer(const BYTE*, DWORD, const MSAAPROPID*, int, IAccPropServer*,
+                               AnnoScope) override {
+    return E_NOTIMPL;
+  }
+  HRESULT WINAPI ClearProps(const BYTE*, DWORD, const MSAAPROPID*, int) override { return E_NOTIMPL; }
+  HRESULT WINAPI SetHwndProp(HWND, DWORD, DWORD, MSAAPROPID, VARIANT) override { return E_NOTIMPL; }
+  HRESULT WINAPI SetHwndPropServer(HWND, DWORD, DWORD, const MSAAPROPID*, int, IAccPropServer*,
+                                   AnnoScope) override {
+    return E_NOTIMPL;
+  }
+  HRESULT WINAPI ComposeHwndIdentityString(HWND, DWORD, DWORD, BYTE**, DWORD*) override { return E_NOTIMPL; }
+  HRESULT WINAPI DecomposeHwndIdentityString(const BYTE*, DWORD, HWND*, DWORD*, DWORD*) override {
+    return E_NOTIMPL;
+  }
+  HRESULT WINAPI SetHmenuProp(HMENU, DWORD, MSAAPROPID, VARIANT) override { return E_NOTIMPL; }
+  HRESULT WINAPI SetHmenuPropStr(HMENU, DWORD, MSAAPROPID, LPCWSTR) override { return E_NOTIMPL; }
+  HRESULT WINAPI SetHmenuPropServer(HMENU, DWORD, const MSAAPROPID*, int, IAccPropServer*,
+                                    AnnoScope) override {
+    return E_NOTIMPL;
+  }
+  HRESULT WINAPI ClearHmenuProps(HMENU, DWORD, const MSAAPROPID*, int) override { return E_NOTIMPL; }
+  HRESULT WINAPI ComposeHmenuIdentityString(HMENU, DWORD, BYTE**, DWORD*) override { return E_NOTIMPL; }
+  HRESULT WINAPI DecomposeHmenuIdentityString(const BYTE*, DWORD, HMENU*, DWORD*) override {
+    return E_NOTIMPL;
+  }
+
+ private:
+  Names& names_;
+};
+
+class RecorderFactory : public win32::ComClass<IClassFactory> {
+ public:
+  explicit RecorderFactory(Names& names) : names_(names) {}
+  HRESULT STDMETHODCALLTYPE CreateInstance(IUnknown*, REFIID id, void** object) override {
+    return win32::ComPtr<Recorder>(new Recorder(names_))->QueryInterface(id, object);
+  }
+  HRESULT STDMETHODCALLTYPE LockServer(BOOL) override { return S_OK; }
+
+ private:
+  Names& names_;
+};
+
+struct UiNames : testing::Test {
+  win32::ComApartment apartment;
+  Names names;
+};
+
+TEST_F(UiNames, FollowTheDescriptionForTheLifeOfTheControl) {
+  const win32::ComPtr<IClassFactory> factory(new RecorderFactory(names));
+  DWORD registration = 0;
+  ASSERT_EQ(CoRegisterClassObject(kServices, factory.Get(), CLSCTX_INPROC_SERVER, REGCLS_MULTIPLEUSE,
+                                  &registration),
+            S_OK);
+  win32::MessageLoop loop([](const std::string& fault) { ADD_FAILURE() << fault; });
+  {
+    win32::NativeToolkit toolkit(loop);
+    ui::Window window("fTool");
+    ui::TextBox gain(window, "gain");
+    ui::TextBox band(window, "band");
+    ui::Button plain(window, "plain");
+    window.SetLayout(ui::Line({ui::Item(gain), ui::Item(band), ui::Item(plain)}));
+    gain.SetAccessibleName("Space Temperature, Proportional Gain, % / °C");
+    toolkit.Realize(window);
+    band.SetAccessibleName("Dead Band");
+    EXPECT_EQ(names, (Names{{toolkit.HandleOf(gain), "Space Temperature, Proportional Gain, % / °C"},
+                            {toolkit.HandleOf(band), "Dead Band"}}));
+    band.SetAccessibleName("");
+    EXPECT_EQ(names.size(), 1u);
+    toolkit.Discard(window);
+    EXPECT_TRUE(names.empty());
+  }
+  CoRevokeClassObject(registration);
+}
+
+}  // namespace
+}  // namespace ui_test
