@@ -118,6 +118,7 @@ std::int32_t CWindowAgent::WindowHandleFromMemory(const std::string& name) {
 
 CWindowAgent::Found CWindowAgent::RaisePublished(const std::string& name) {
   const std::int32_t handle = WindowHandleFromMemory(name);
+  if (memory_.Denied()) return Found::kOtherRights;
   const Sight sight = handle == 0 ? Sight::kGone : windows_.Look(handle, MarkOf(CleanName(name)));
   windowHandle_ = sight == Sight::kGone ? 0 : handle;
   if (sight == Sight::kGone) return Found::kNoWindow;
