@@ -13,7 +13,7 @@ help:
 	@echo "make shots      save screenshots of the windows to build/shots"
 	@echo "make manual     make the help: pages for a browser and the help file, in build/help"
 	@echo "make installer  make the installer, in build/installer"
-	@echo "make release    make the archive with installers, manual, checksums and licences, in build/release"
+	@echo "make release    make the archive with installer, manual, checksums and licences, in build/release"
 	@echo "make format     bring the sources into the agreed format"
 	@echo "make clean      remove everything that was built"
 	@echo "What is missing of the Debian packages in scripts/packages.txt is installed first."

@@ -57,7 +57,7 @@ tarn_resources(win32_tests tests/win32)
 if(TARGET win32_tests)
   target_link_libraries(win32_tests PRIVATE tarn_win32)
   target_compile_definitions(win32_tests PRIVATE SIM_DATA_DIR="data")
-  add_dependencies(win32_tests SimControls)
+  add_dependencies(win32_tests SimControls tarn_tool)
 endif()
 
 tarn_glob(emptyWindowSources bench/win32/*.cpp)

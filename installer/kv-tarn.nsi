@@ -1,22 +1,22 @@
-; The installer of the tool. Called by scripts/installer.sh with VERSION, ARCH (x64 or x86), FILES (the list of files that
-; it made) and OUT. Silent with /S; /D=FOLDER, unquoted and last, chooses the folder.
+; The installer of the tool, for both widths. Called by scripts/installer.sh with VERSION, STUB (the kind of program that the
+; installer itself is), FILES (the list of files that it made) and OUT. Silent with /S; /D=FOLDER, unquoted and last,
+; chooses the folder.
+;
+; The maker's controls are loaded into the tool, so it has to have their width: the 32-bit tool is registered, unless only
+; 64-bit controls are. /X86 and /X64 decide it by hand, for later versions too.
 ;
 ; Exit codes: 0 done, 2 a file could not be written, 3 the classes could not be registered, 4 all is installed but the host
 ; did not take the plug-in, 5 the tool is open.
 Unicode true
-!if ${ARCH} == x64
-  Target amd64-unicode
-  !define VIEW 64
-  !define FAMILY_FOLDER "$PROGRAMFILES64\QVR KV"
-!else
-  Target x86-unicode
-  !define VIEW 32
-  !define FAMILY_FOLDER "$PROGRAMFILES32\QVR KV"
-!endif
+Target ${STUB}
+!pragma warning disable 6012 ; a label that nobody jumps to: a 64-bit program need not ask RunningX64
+!define VIEW 64 ; on a 32-bit Windows there is but one
+!define FAMILY_FOLDER "$PROGRAMFILES64\QVR KV"
 SetCompressor /SOLID lzma
 !include MUI2.nsh
 !include LogicLib.nsh
 !include FileFunc.nsh
+!include x64.nsh
 !include ${FILES}
 
 !define TITLE "KV-TARN Configuration"
@@ -53,16 +53,16 @@ VIAddVersionKey LegalCopyright "${MAKER}"
 
 Var Common   ; where the host's machine keeps the files of this device family; empty without a host
 Var Previous ; where an older version is installed; empty without one
+Var Width    ; of the tool that is registered: x64 or x86
+Var ByHand   ; the width that somebody chose; empty when the controls decide
 
 ; Runs the tool with a switch. Its complaint comes through a pipe: without one it would show a message box, for which
 ; nobody may be there. Leaves the exit code in $0 and the complaint in $1.
-!macro RunTool SWITCH
-  nsExec::ExecToStack '"$INSTDIR\${TOOL}" ${SWITCH}'
+!macro RunTool WIDTH SWITCH
+  nsExec::ExecToStack '"$INSTDIR\${WIDTH}\${TOOL}" ${SWITCH}'
   Pop $0
   Pop $1
-  ${If} $0 != 0
-    DetailPrint "${TOOL} ${SWITCH}: $1"
-  ${EndIf}
+  DetailPrint "${WIDTH} ${SWITCH}: $1"
 !macroend
 
 ; Windows lets nobody write to a program that runs.
@@ -77,6 +77,32 @@ Var Previous ; where an older version is installed; empty without one
     ${EndIf}
     FileClose $0
   ${EndIf}
+!macroend
+
+!macro StopWhileAnyOpen FOLDER
+  !insertmacro StopWhileOpen "${FOLDER}"
+  !insertmacro StopWhileOpen "${FOLDER}\x64"
+  !insertmacro StopWhileOpen "${FOLDER}\x86"
+!macroend
+
+; RESULT becomes 1 when programs of the width of VIEW can load one of the maker's controls.
+!macro FindControl PROGRAM_ID RESULT
+  ReadRegStr $0 HKCR "${PROGRAM_ID}\CLSID" ""
+  ${If} $0 != ""
+    ReadRegStr $0 HKCR "CLSID\$0\InprocServer32" ""
+    ${If} $0 != ""
+      StrCpy ${RESULT} 1
+    ${EndIf}
+  ${EndIf}
+!macroend
+!macro FindControls VIEW RESULT
+  StrCpy ${RESULT} 0
+  SetRegView ${VIEW}
+  !insertmacro FindControl "MVAbout.About" ${RESULT}
+  !insertmacro FindControl "MVSingleObjectManager.ObjectManager" ${RESULT}
+  !insertmacro FindControl "MVConfigSensor.ctlSensorNV" ${RESULT}
+  !insertmacro FindControl "MVConfigSensor.ctlSensorHardware" ${RESULT}
+  !insertmacro FindControl "MVConfigActuator.ctlConfigActuator" ${RESULT}
 !macroend
 
 ; Both views: the host may be a program of the other width.
@@ -94,9 +120,43 @@ Var Previous ; where an older version is installed; empty without one
   ${EndIf}
 !macroend
 
+; SWITCH on the command line chooses WIDTH.
+!macro TakeChoice SWITCH WIDTH
+  ${GetParameters} $0
+  ClearErrors
+  ${GetOptions} $0 "${SWITCH}" $1
+  ${IfNot} ${Errors}
+    StrCpy $ByHand ${WIDTH}
+  ${EndIf}
+!macroend
+
+Function ChooseWidth
+  !insertmacro TakeChoice "/X86" x86
+  !insertmacro TakeChoice "/X64" x64
+  StrCpy $Width x86
+  ${If} ${RunningX64}
+    !insertmacro FindControls 64 $1
+    !insertmacro FindControls 32 $2
+    SetRegView ${VIEW}
+    ${If} $ByHand != ""
+      StrCpy $Width $ByHand
+    ${ElseIf} $1 > $2
+      StrCpy $Width x64
+    ${EndIf}
+  ${EndIf}
+FunctionEnd
+
 Function .onInit
-  SetRegView ${VIEW}
+  ; Until version 1 each width had an installer of its own.
+  SetRegView 32
   ReadRegStr $Previous HKLM "${UNINSTALL}" "InstallLocation"
+  SetRegView ${VIEW}
+  ReadRegStr $0 HKLM "${UNINSTALL}" "InstallLocation"
+  ${If} $0 != ""
+    StrCpy $Previous $0
+  ${EndIf}
+  ReadRegStr $ByHand HKLM "${UNINSTALL}" "WidthByHand"
+  Call ChooseWidth
   ${If} $INSTDIR == ""
     StrCpy $INSTDIR "${FAMILY_FOLDER}\${TITLE}"
     ${If} $Previous != ""
@@ -107,14 +167,14 @@ FunctionEnd
 
 Section
   ${If} $Previous != ""
-    !insertmacro StopWhileOpen $Previous
+    !insertmacro StopWhileAnyOpen $Previous
     ; The older version knows best which files are its own. What the user chose in it stays.
     DetailPrint "Removing the older version"
     ExecWait '"$Previous\uninstall.exe" /S /UPGRADE _?=$Previous'
     Delete "$Previous\uninstall.exe"
     RMDir "$Previous"
   ${EndIf}
-  !insertmacro StopWhileOpen $INSTDIR
+  !insertmacro StopWhileAnyOpen $INSTDIR
   !insertmacro InstallProgram
   !insertmacro FindCommonFolder
   ${If} $Common == ""
@@ -132,26 +192,28 @@ Section
   WriteRegStr HKLM "${UNINSTALL}" "DisplayName" "${TITLE}"
   WriteRegStr HKLM "${UNINSTALL}" "DisplayVersion" "${VERSION}"
   WriteRegStr HKLM "${UNINSTALL}" "Publisher" "${MAKER}"
-  WriteRegStr HKLM "${UNINSTALL}" "DisplayIcon" "$INSTDIR\${TOOL}"
+  WriteRegStr HKLM "${UNINSTALL}" "DisplayIcon" "$INSTDIR\$Width\${TOOL}"
   WriteRegStr HKLM "${UNINSTALL}" "InstallLocation" "$INSTDIR"
   WriteRegStr HKLM "${UNINSTALL}" "UninstallString" '"$INSTDIR\uninstall.exe"'
   WriteRegStr HKLM "${UNINSTALL}" "QuietUninstallString" '"$INSTDIR\uninstall.exe" /S'
+  WriteRegStr HKLM "${UNINSTALL}" "Width" $Width
+  WriteRegStr HKLM "${UNINSTALL}" "WidthByHand" $ByHand
   WriteRegDWORD HKLM "${UNINSTALL}" "NoModify" 1
   WriteRegDWORD HKLM "${UNINSTALL}" "NoRepair" 1
   ${GetSize} "$INSTDIR" "/S=0K" $0 $1 $2
   WriteRegDWORD HKLM "${UNINSTALL}" "EstimatedSize" $0
 
-  !insertmacro RunTool "/RegServer"
+  !insertmacro RunTool $Width "/RegServer"
   ${If} $0 != 0
     SetErrorLevel 3
     Abort "The classes of the tool could not be registered: $1"
   ${EndIf}
   ReadRegStr $0 HKCR "${HOST_CLASS}" ""
   ${If} $0 != ""
-    !insertmacro RunTool "/regplugin"
+    !insertmacro RunTool $Width "/regplugin"
     ${If} $0 != 0
       MessageBox MB_OK|MB_ICONEXCLAMATION "The host did not take the plug-in: $1$\r$\n$\r$\nEverything is installed. \
-        Run $\"$INSTDIR\${TOOL}$\" /regplugin when the host is in order." /SD IDOK
+        Run $\"$INSTDIR\$Width\${TOOL}$\" /regplugin when the host is in order." /SD IDOK
       SetErrorLevel 4
     ${EndIf}
   ${EndIf}
@@ -161,13 +223,34 @@ Function un.onInit
   SetRegView ${VIEW}
 FunctionEnd
 
+; An uninstaller runs with an administrator's rights, often as another person than the one who used the tool. So it is
+; the settings of all who are signed in that go, never those of the administrator instead.
+!macro ForgetSettings
+  StrCpy $1 0
+  ${Do}
+    EnumRegKey $0 HKU "" $1
+    ${If} $0 == ""
+      ${ExitDo}
+    ${EndIf}
+    DeleteRegKey HKU "$0\Software\PELLR\${MAKER}\${TITLE}"
+    DeleteRegKey /ifempty HKU "$0\Software\PELLR\${MAKER}"
+    DeleteRegKey /ifempty HKU "$0\Software\PELLR"
+    IntOp $1 $1 + 1
+  ${Loop}
+!macroend
+
 Section Uninstall
-  !insertmacro StopWhileOpen $INSTDIR
+  !insertmacro StopWhileAnyOpen $INSTDIR
+  ReadRegStr $Width HKLM "${UNINSTALL}" "Width"
   ReadRegStr $0 HKCR "${HOST_CLASS}" ""
   ${If} $0 != ""
-    !insertmacro RunTool "/deregplugin"
+    !insertmacro RunTool $Width "/deregplugin"
   ${EndIf}
-  !insertmacro RunTool "/UnregServer"
+  ; Each removes what is its own; somebody may have registered the other one by hand.
+  !insertmacro RunTool x86 "/UnregServer"
+  ${If} ${RunningX64}
+    !insertmacro RunTool x64 "/UnregServer"
+  ${EndIf}
 
   ReadRegStr $Common HKLM "${UNINSTALL}" "CommonFiles"
   ${If} $Common != ""
@@ -190,11 +273,6 @@ Section Uninstall
   ClearErrors
   ${GetOptions} $0 "/UPGRADE" $1
   ${If} ${Errors}
-    DeleteRegKey HKCU "Software\PELLR\${MAKER}\${TITLE}"
-    DeleteRegKey /ifempty HKCU "Software\PELLR\${MAKER}"
-    DeleteRegKey /ifempty HKCU "Software\PELLR"
-    DeleteRegValue HKCU "SOFTWARE\LonWorks\Plugins" "Measure"
-    DeleteRegKey /ifempty HKCU "SOFTWARE\LonWorks\Plugins"
-    DeleteRegKey /ifempty HKCU "SOFTWARE\LonWorks"
+    !insertmacro ForgetSettings
   ${EndIf}
 SectionEnd

@@ -2,8 +2,8 @@
 # usage: check-programs.sh FOLDER FORMAT
 #
 # Checks the Windows programs in FOLDER: built for the machine of FORMAT (pei-i386, pei-x86-64), no compiler
-# run-time library needed beside them, loaded at random addresses and without executable data, the type library of
-# the same machine in the tool and in the controls, and the shipped tool under 4 MB.
+# run-time library needed beside them, loaded at random addresses and without executable data, the type
+# libraries for both widths in the tool and in the controls, and the shipped tool under 4 MB.
 set -u
 status=0
 complain() {
@@ -27,19 +27,22 @@ for program in "$1"/*.exe "$1"/*.dll; do
 done
 
 # The header of a type library: four letters, a version, and in byte 20 the kind of system (1: 32 bits, 3: 64 bits).
-check_type_library() {
-  local start kind
-  start=$(LC_ALL=C grep -obUaP -m1 'MSFT\x02\x00\x01\x00' "$1" | head -n1 | cut -d: -f1)
-  [ -n "$start" ] || { complain "$1 has no type library"; return; }
-  kind=$(($(od -An -tu1 -j $((start + 20)) -N1 "$1") & 15))
-  [ $kind -eq "$2" ] || complain "the type library in $1 is of system kind $kind, not $2"
+type_libraries() {
+  local start
+  for start in $(LC_ALL=C grep -obUaP 'MSFT\x02\x00\x01\x00' "$1" | cut -d: -f1); do
+    echo $(($(od -An -tu1 -j $((start + 20)) -N1 "$1") & 15))
+  done
 }
 
+# The own one first, which the system takes when only the program is named.
 case $2 in
-  *x86-64) kind=3 ;;
-  *) kind=1 ;;
+  *x86-64) kinds='3 1' ;;
+  *) kinds='1 3' ;;
 esac
-for program in QVRKvTARNCfg.exe SimControls.dll; do check_type_library "$1/$program" $kind; done
+for program in QVRKvTARNCfg.exe SimControls.dll; do
+  found=$(type_libraries "$1/$program" | xargs)
+  [ "$found" = "$kinds" ] || complain "the type libraries in $1/$program are of system kind '$found', not '$kinds'"
+done
 
 tool=$1/QVRKvTARNCfg.exe
 size=$(stat -c %s "$tool" 2>/dev/null || echo 0)

@@ -1,7 +1,9 @@
 #!/bin/bash
 # Tries the installer in a Wine session of its own (see wine-session.sh): a silent upgrade over an older version beside a
-# host, the installed tool started by that host with its help, the refusal while the tool is open, and an uninstall that
-# leaves neither a file nor a key.
+# host, the width that fits the controls, the installed tool started by that host with its help, the refusal while the
+# tool is open, and an uninstall that leaves neither a file nor a key.
+#
+# The installer is a 32-bit program. Where Wine runs none, the same script and files are tried as a 64-bit one.
 set -u
 cd "$(dirname "$0")/.." || exit
 . scripts/common.sh
@@ -17,7 +19,9 @@ program="$drive/Program Files/QVR KV/KV-TARN Configuration"
 common="$drive/LonWorks/Apps/QVR KV/OvxCommonFiles"
 uninstall_key='HKLM\Software\Microsoft\Windows\CurrentVersion\Uninstall\QVRKvTARNCfg'
 settings_key='HKCU\Software\PELLR\Veldran, Inc\KV-TARN Configuration'
-setup=build/installer/KV-TARN-Configuration-$version-x64.exe
+setup=build/installer/KV-TARN-Configuration-$version.exe
+controls_key='HKCR\MVAbout.About\CLSID'
+about_class=
 faults=0
 began=$EPOCHREALTIME
 
@@ -29,7 +33,8 @@ part() { echo "--- $(elapsed "$began"): $*"; }
 expect() { "$@" || fault "not so: $*"; }
 in_registry() { wine reg query "$1" ${2:+/v "$2"} 2>/dev/null | tr -d '\r' | grep -qF -- "${3:-}"; }
 registered_with_host() { grep -qs 'QVRKvTARNCfg.LNSPlugInAPI' "$work/host/data/store.json"; }
-install() { timeout -k 5 60 wine "$1" /S; }
+install() { timeout -k 5 60 wine "$1" /S "${@:2}"; }
+registered_tool() { wine reg query "HKCR\\CLSID\\{8CC61C05-8F9E-42D9-A86A-7867F727A44F}\\LocalServer32" "/reg:$1" 2>/dev/null; }
 
 # What is on the machine: files outside the system's own and temporary places, and all keys and values but Wine's own.
 snapshot() {
@@ -41,10 +46,20 @@ snapshot() {
 }
 
 old_version() {
-  rm -rf build/installer/x64-old
-  cp -r build/installer/x64 build/installer/x64-old
-  echo "gone with the next version" >"build/installer/x64-old/program/old only.txt"
-  pack x64-old 0.9.0 "$work/old.exe"
+  rm -rf build/installer/old
+  cp -r build/installer/stage build/installer/old
+  echo "gone with the next version" >"build/installer/old/program/old only.txt"
+  pack old 0.9.0 "$work/old.exe" "$stub"
+}
+
+# What the other width's controls would look like; on Windows the program id is shared, on Wine it is not.
+other_controls() {
+  local key
+  for key in 'HKCR\MVAbout.About\CLSID' "HKCR\\CLSID\\$about_class\\InprocServer32"; do
+    if [ "$1" = add ]; then wine reg add "$key" /ve /d "$about_class" /f /reg:32; else wine reg delete "$key" /f /reg:32; fi
+  done >/dev/null
+  [ "$1" = add ] || wine reg delete 'HKCR\MVAbout.About' /f /reg:32 >/dev/null
+  [ "$1" = add ] || wine reg delete "HKCR\\CLSID\\$about_class" /f /reg:32 >/dev/null
 }
 
 prepare_host() {
@@ -53,11 +68,22 @@ prepare_host() {
   cp -r build/win64/data "$work/host"
   rm -f "$work"/host/data/*store.json
   wine reg add 'HKLM\Software\LonWorks' /v 'LonWorks Path' /d 'C:\LonWorks' /f >/dev/null
-  wine "$work/host/SimHost.exe" /RegServer && wine regsvr32 /s "$work/host/SimControls.dll"
+  wine reg add 'HKCU\Software\LonWorks\Plugins' /v Measure /d 1 /f >/dev/null # the family's
+  wine "$work/host/SimHost.exe" /RegServer && wine regsvr32 /s "$work/host/SimControls.dll" &&
+    about_class=$(wine reg query "$controls_key" /ve | tr -d '\r' | grep -o '{.*}')
 }
 
 rm -rf "$work"
 mkdir -p "$work"
+stub=x86-unicode
+unrun=0 # the exit code where the 32-bit tool is chosen
+timeout 60 wine build/win32/QVRKvTARNCfg.exe 2>/dev/null || {
+  stub=amd64-unicode
+  unrun=3
+  setup=$work/setup.exe
+  echo "Wine here runs no 32-bit programs: the installer is tried as a 64-bit program, and the x86 tool does not run."
+  pack stage "$version" "$setup" $stub || fault "the installer could not be packed"
+}
 old_version || fault "the older version could not be packed"
 prepare_host || fault "no host"
 snapshot "$work/before"
@@ -71,7 +97,7 @@ expect install "$setup"
 expect in_registry "$uninstall_key" DisplayVersion "$version"
 expect in_registry "$settings_key" Choice kept
 expect [ ! -e "$program/old only.txt" ]
-for file in QVRKvTARNCfg.exe QVRKvTARNCfg.tlb "HelpFile/TARN-M Help File.chm" uninstall.exe; do
+for file in {x64,x86}/{QVRKvTARNCfg.exe,QVRKvTARNCfg.tlb,"HelpFile/TARN-M Help File.chm"} uninstall.exe; do
   expect [ -s "$program/$file" ]
 done
 for file in Templates/8000AB0C12340001_3_1.bin languages/French.json icon.ico icon32.ico; do
@@ -80,11 +106,25 @@ done
 expect in_registry 'HKCR\QVRKvTARNCfg.OVXPlugInAPI\CLSID'
 expect registered_with_host
 
+part "the tool has the width of the controls, or the one that is asked for"
+expect in_registry "$uninstall_key" Width x64
+expect eval 'registered_tool 64 | grep -q x64'
+other_controls add
+install "$setup"
+expect [ $? -eq $unrun ]
+expect in_registry "$uninstall_key" Width x86
+expect eval '! registered_tool 64 | grep -q x64'
+expect install "$setup" /X64
+other_controls delete
+expect in_registry "$uninstall_key" WidthByHand x64
+expect eval 'registered_tool 64 | grep -q x64'
+expect registered_with_host
+
 part "the host starts the installed tool, which opens its help"
 PROGRAMS=$work/host expect scripts/simhost.sh --script installer/installed.sim
 
 part "not while the tool is open"
-timeout 30 wine "$program/QVRKvTARNCfg.exe" -Embedding </dev/null >/dev/null 2>&1 &
+timeout 30 wine "$program/x64/QVRKvTARNCfg.exe" -Embedding </dev/null >/dev/null 2>&1 &
 for _ in {1..30}; do
   wine tasklist 2>/dev/null | grep -q QVRKvTARNCfg && break
   sleep 0.1
@@ -92,7 +132,7 @@ done
 install "$setup"
 code=$?
 expect [ $code -eq 5 ]
-expect [ -s "$program/QVRKvTARNCfg.exe" ]
+expect [ -s "$program/x64/QVRKvTARNCfg.exe" ]
 wine taskkill /F /IM QVRKvTARNCfg.exe >/dev/null 2>&1
 wait
 

@@ -1,18 +1,24 @@
 #!/bin/bash
-# usage: installer.sh [x64|x86]...    makes the installers, by default for x64, in build/installer
+# usage: installer.sh    makes the installer, which brings the tool in both widths, in build/installer
 set -u
 cd "$(dirname "$0")/.." || exit
 . scripts/common.sh
 out=build/installer
 version=$(scripts/version.sh)
 
-# stage ARCH PRESET: everything that is installed, in `program` (the chosen folder) and `common` (the family's folder).
+# stage_tool WIDTH PRESET: a tool with what it wants beside it.
+stage_tool() {
+  mkdir -p "$out/stage/program/$1/HelpFile" &&
+    cp "build/$2/QVRKvTARNCfg.exe" "build/$2/generated/QVRKvTARNCfg.tlb" "$out/stage/program/$1" &&
+    cp "build/help/TARN-M Help File.chm" "$out/stage/program/$1/HelpFile"
+}
+
+# stage: everything that is installed, in `program` (the chosen folder) and `common` (the family's folder).
 stage() {
-  local stage=$out/$1
+  local stage=$out/stage
   rm -rf "$stage"
-  mkdir -p "$stage/program/HelpFile" "$stage/program/Licences" "$stage/common/Templates" "$stage/common/languages"
-  cp "build/$2/QVRKvTARNCfg.exe" "build/$2/generated/QVRKvTARNCfg.tlb" "$stage/program" &&
-    cp "build/help/TARN-M Help File.chm" "$stage/program/HelpFile" &&
+  mkdir -p "$stage/program/Licences" "$stage/common/Templates" "$stage/common/languages"
+  stage_tool x64 win64 && stage_tool x86 win32 &&
     scripts/licences.sh "$stage/program/Licences" &&
     cp lang/*.json "$stage/common/languages" &&
     cp resources/icon.ico resources/icon32.ico "$stage/common" &&
@@ -35,25 +41,19 @@ list_macro() {
   echo "!macroend"
 }
 
-# pack ARCH VERSION SETUP: makes the installer of a stage.
+# pack STAGE VERSION SETUP [STUB]: makes the installer of a stage. As a 32-bit program it runs on every Windows.
 pack() {
   local stage=$PWD/$out/$1
   { list_macro Program "$stage/program" '$INSTDIR' && list_macro Common "$stage/common" '$Common'; } >"$stage/files.nsh"
-  makensis -V2 -WX "-DARCH=${1%%-*}" "-DVERSION=$2" "-DFILES=$stage/files.nsh" "-DICON=$PWD/resources/QVRKvTARNCfg.ico" \
+  makensis -V2 -WX "-DSTUB=${4:-x86-unicode}" "-DVERSION=$2" "-DFILES=$stage/files.nsh" "-DICON=$PWD/resources/QVRKvTARNCfg.ico" \
     "-DOUT=$PWD/$3" installer/kv-tarn.nsi
 }
 
 if [ "${BASH_SOURCE[0]}" = "$0" ]; then
-  begin "Make the installers in $out"
-  [ $# -gt 0 ] || set -- x64
+  begin "Make the installer in $out"
   [ -f "build/help/TARN-M Help File.chm" ] || scripts/manual.sh || finish 1
-  scripts/setup.sh && build asan write_template || finish 1
-  for arch in "$@"; do
-    preset=win64
-    [ "$arch" = x86 ] && preset=win32
-    setup=$out/KV-TARN-Configuration-$version-$arch.exe
-    build $preset tarn_tool && step "Collect what is installed" "stage-$arch" stage "$arch" $preset &&
-      step "Pack $setup" "pack-$arch" pack "$arch" "$version" "$setup" || finish 1
-  done
-  finish 0
+  scripts/setup.sh && build asan write_template && build win64 tarn_tool && build win32 tarn_tool || finish 1
+  setup=$out/KV-TARN-Configuration-$version.exe
+  step "Collect what is installed" stage stage && step "Pack $setup" pack pack stage "$version" "$setup"
+  finish $?
 fi

@@ -1,5 +1,5 @@
 #!/bin/bash
-# Makes build/release/KV-TARN-Configuration-VERSION.zip: the installers with their checksums, the manual as pages for any
+# Makes build/release/KV-TARN-Configuration-VERSION.zip: the installer with its checksum, the manual as pages for any
 # browser, and the licences of everything linked in.
 set -u
 cd "$(dirname "$0")/.." || exit
@@ -11,7 +11,7 @@ folder=build/release/$name
 pack() {
   rm -rf "$folder" "$folder.zip"
   mkdir -p "$folder/manual" "$folder/licences"
-  cp build/installer/"$name"-x{64,86}.exe "$folder" &&
+  cp build/installer/"$name".exe "$folder" &&
     cp build/help/*.html build/help/*.css build/help/*.png "$folder/manual" &&
     scripts/licences.sh "$folder/licences" &&
     (cd "$folder" && sha256sum ./*.exe >SHA256SUMS) || return
@@ -20,5 +20,5 @@ pack() {
   (cd build/release && find "$name" -type f | LC_ALL=C sort | TZ=UTC zip -q -X -9 -@ "$name.zip" && sha256sum "$name.zip" >"$name.zip.sha256")
 }
 
-scripts/manual.sh && scripts/installer.sh x64 x86 && step "Pack $folder.zip" release pack
+scripts/manual.sh && scripts/installer.sh && step "Pack $folder.zip" release pack
 finish $?

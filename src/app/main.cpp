@@ -32,6 +32,8 @@ namespace {
 
 constexpr int kTypeLibrary = 1;
 constexpr int kLicences = 1;
+constexpr GUID kApplicationId = {
+    0xb54ed18b, 0x3f0e, 0x4c66, {0x9d, 0x7c, 0x61, 0x0b, 0xe2, 0x4a, 0x95, 0x3d}};
 constexpr const char* kTitle = "KV-TARN Configuration";
 constexpr const char* kLonWorksKey = "SOFTWARE\\LonWorks\\";
 constexpr const char* kLonWorksPath = "LonWorks Path";
@@ -44,12 +46,16 @@ std::vector<win32::ServerClass> Classes(MakeObject makeApi = {}) {
            {"QVRKvTARNCfg.LNSPlugInAPI", "QVRKvTARNCfg.OVXPlugInAPI"},
            kTitle,
            std::move(makeApi),
-           DIID__OVXPlugInAPI},
+           DIID__OVXPlugInAPI,
+           false,
+           kApplicationId},
           {CLSID_CTransaction,
            {"QVRKvTARNCfg.CTransaction"},
            "KV-TARN Transaction",
            [] { return std::make_shared<serverlink::CTransaction>(); },
-           DIID__CTransaction}};
+           DIID__CTransaction,
+           false,
+           kApplicationId}};
 }
 
 plugin::ProgramIdentity Identity() {
@@ -132,7 +138,10 @@ int RunCommand(const std::string& commandTail) {
   const std::string word = base::Split(base::Trim(commandTail), " ").front();
   const win32::ComApartment apartment;
   if (IsSwitch(word, "RegServer")) {
-    win32::RegisterServer(Classes(), kTypeLibrary);
+    const bool forAll = win32::RegisterServer(Classes(), kTypeLibrary) == base::RegistryRoot::kLocalMachine;
+    win32::ReportDone(kTitle, forAll ? "registered for all users of this computer."
+                                     : "registered for the present user only. A host that runs with "
+                                       "administrator's rights does not see it.");
   } else if (IsSwitch(word, "UnregServer")) {
     win32::UnregisterServer(Classes(), kTypeLibrary);
   } else {

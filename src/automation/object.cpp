@@ -1,7 +1,12 @@
 #include "automation/object.h"
 
+#include <charconv>
+#include <cmath>
+#include <optional>
+
 #include "automation/error.h"
 #include "base/numbers.h"
+#include "base/text.h"
 
 namespace automation {
 namespace {
@@ -10,14 +15,45 @@ namespace {
   throw Error(kTypeMismatch, "The value is not " + what + ".");
 }
 
+// "&H1F" and "&O17", as the platform's languages write them: the bits of a number of 32 bits.
+std::optional<double> BitsOf(std::string_view text) {
+  text = base::Trim(text);
+  if (text.size() < 3 || text[0] != '&') return std::nullopt;
+  const char kind = base::Lower(text.substr(1, 1))[0];
+  if (kind != 'h' && kind != 'o') return std::nullopt;
+  const char* end = text.data() + text.size();
+  std::uint32_t bits = 0;
+  const auto [read, fault] = std::from_chars(text.data() + 2, end, bits, kind == 'h' ? 16 : 8);
+  if (fault != std::errc() || read != end) return std::nullopt;
+  return static_cast<std::int32_t>(bits);
+}
+
+// A decimal point, whatever the user's notation: what is written in a host's code is the same everywhere.
+std::optional<double> NumberOf(std::string_view text) {
+  const auto bits = BitsOf(text);
+  return bits ? bits : base::Numbers().Parse(text);
+}
+
+// Nothing counts as 0, as the platform's conversion of an empty variant has it.
 double RealOf(const Value::Content& content, const char* wanted) {
-  if (const auto* flag = std::get_if<bool>(&content)) return *flag ? -1.0 : 0.0;  // the platform's TRUE is -1
-  if (const auto* whole = std::get_if<std::int32_t>(&content)) return *whole;
-  if (const auto* real = std::get_if<double>(&content)) return *real;
-  if (const auto* text = std::get_if<std::string>(&content)) {
-    if (const auto number = base::Numbers().Parse(*text)) return *number;
-  }
-  Mismatch(wanted);
+  std::optional<double> number;
+  if (std::holds_alternative<std::monostate>(content)) number = 0.0;
+  if (const auto* flag = std::get_if<bool>(&content))
+    number = *flag ? -1.0 : 0.0;  // the platform's TRUE is -1
+  if (const auto* whole = std::get_if<std::int32_t>(&content)) number = *whole;
+  if (const auto* real = std::get_if<double>(&content)) number = *real;
+  if (const auto* text = std::get_if<std::string>(&content)) number = NumberOf(*text);
+  if (!number || !std::isfinite(*number)) Mismatch(wanted);
+  return *number;
+}
+
+// The words that the platform's VarBoolFromStr takes in every language.
+std::optional<bool> FlagOf(const Value::Content& content) {
+  const auto* text = std::get_if<std::string>(&content);
+  if (!text) return std::nullopt;
+  if (base::EqualsNoCase(*text, "True") || *text == "#TRUE#") return true;
+  if (base::EqualsNoCase(*text, "False") || *text == "#FALSE#") return false;
+  return std::nullopt;
 }
 
 // Repeats a type fault with the member's name, so that a message tells where it happened.
@@ -41,11 +77,15 @@ std::string Value::AsText() const {
   Mismatch("a text");
 }
 
-bool Value::AsBool() const { return RealOf(content_, "a yes or no") != 0.0; }
+bool Value::AsBool() const {
+  const auto flag = FlagOf(content_);
+  return flag ? *flag : RealOf(content_, "a yes or no") != 0.0;
+}
 
 std::int32_t Value::AsWhole() const {
   const double value = base::RoundHalfToEven(RealOf(content_, "a whole number"));
-  if (value < -2147483648.0 || value > 2147483647.0) Mismatch("a whole number of 32 bits");
+  if (value < -2147483648.0 || value > 2147483647.0)
+    throw Error(kOverflow, "The value is not a whole number of 32 bits.");
   return static_cast<std::int32_t>(value);
 }
 
@@ -78,7 +118,11 @@ std::string Object::Text(std::string_view member) const {
 }
 
 std::int32_t Object::Whole(std::string_view member) const {
-  return Named(member, [&] { return Get(member).AsWhole(); });
+  return Named(member, [&] {
+    const Value value = Get(member);
+    if (value.IsEmpty()) Mismatch("a whole number");
+    return value.AsWhole();
+  });
 }
 
 Object RequireObject(const Value& value, std::string_view member) {

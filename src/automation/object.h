@@ -39,7 +39,7 @@ class Object {
   template <class... Arguments>
   Value Call(std::string_view member, Arguments&&... arguments) const;
 
-  /// Reads that insist on a type; another type is kTypeMismatch naming the member.
+  /// Reads that insist on a type; another type, or nothing, is kTypeMismatch naming the member.
   std::string Text(std::string_view member) const;
   std::int32_t Whole(std::string_view member) const;
   /// A missing object (nothing) is kTypeMismatch too.
@@ -69,8 +69,8 @@ class Value {
 
   bool IsEmpty() const { return std::holds_alternative<std::monostate>(content_); }
 
-  /// The content as the named type. Whole numbers, booleans and reals convert into one another and into text,
-  /// text into numbers only when it is one (decimal point); anything else throws kTypeMismatch.
+  /// The content as the named type, converted as the platform does (object.cpp). What does not convert throws
+  /// kTypeMismatch, infinity too; a whole number beyond 32 bits kOverflow. Nothing is 0 and no, but no text.
   std::string AsText() const;
   bool AsBool() const;
   std::int32_t AsWhole() const;

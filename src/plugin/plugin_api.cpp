@@ -143,6 +143,12 @@ bool PlugInApi::RaiseOtherProcess() const {
     Raise("The configuration window is open on %s% already, but does not answer. Please close it first.",
           {deviceName_});
   }
+  if (found == CWindowAgent::Found::kOtherRights) {
+    Raise(
+        "The configuration window is open on %s% already, in a program with other rights. Please close it "
+        "first.",
+        {deviceName_});
+  }
   return found == CWindowAgent::Found::kRaised;
 }
 

@@ -27,6 +27,8 @@ class SharedMemory {
   /// Creates a section of `size` bytes, all zero, or opens the one of that name, and maps all of it for
   /// reading and writing. Null when the system refuses or the section there is smaller.
   virtual std::unique_ptr<SharedSection> Open(std::int32_t size, const std::string& name) = 0;
+  /// True when the last Open found a section that only programs with other rights may open.
+  virtual bool Denied() const = 0;
 };
 
 }  // namespace plugin

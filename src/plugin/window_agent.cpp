@@ -141,6 +141,7 @@ std::int32_t CWindowAgent::WindowHandleFromMemory(const std::string& name) {
 CWindowAgent::Found CWindowAgent::RaisePublished(const std::string& name) {
   const std::int32_t handle = WindowHandleFromMemory(name);
   windowHandle_ = 0;
+  if (memory_.Denied()) return Found::kOtherRights;
   if (handle == 0) return Found::kNoWindow;
   // A window that has loaded between two looks is seen by the second one.
   for (const Phase phase : {Phase::kLoading, Phase::kOpen}) {

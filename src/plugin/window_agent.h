@@ -47,7 +47,7 @@ class CWindowAgent {
   /// The published window is no longer there to be found. Harmless when none is.
   void Withdraw();
 
-  enum class Found { kNoWindow, kRaised, kNoAnswer };
+  enum class Found { kNoWindow, kRaised, kNoAnswer, kOtherRights };
   /// Brings the window published under `name` to the front, also a minimised or hidden one, and keeps its
   /// handle; a maximised one stays so. Of one that still loads, what its program shows meanwhile.
   Found RaisePublished(const std::string& name);

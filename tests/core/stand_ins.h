@@ -147,11 +147,14 @@ class MadeControls : public ui::ControlHost {
 class MemoryBlocks : public plugin::SharedMemory {
  public:
   std::unique_ptr<plugin::SharedSection> Open(std::int32_t size, const std::string& name) override {
+    if (denied) return nullptr;
     auto block = blocks[name].lock();
     if (!block && opens) blocks[name] = block = std::make_shared<Block>(static_cast<std::size_t>(size));
     if (!block || block->size() < static_cast<std::size_t>(size)) return nullptr;
     return std::make_unique<Section>(*this, block);
   }
+
+  bool Denied() const override { return denied; }
 
   /// The names of the sections that are open.
   std::vector<std::string> OpenNames() const {
@@ -166,6 +169,7 @@ class MemoryBlocks : public plugin::SharedMemory {
   std::map<std::string, std::weak_ptr<Block>> blocks;
   bool opens = true;
   bool unmaps = true;
+  bool denied = false;
 
  private:
   struct Section : plugin::SharedSection {

@@ -181,4 +181,13 @@ TEST_F(SecondProcess, SaysWhenTheOpenWindowDoesNotAnswer) {
   EXPECT_FALSE(quit) << "the host may try again";
 }
 
+TEST_F(SecondProcess, SaysWhenTheOpenWindowIsOfAProgramWithOtherRights) {
+  memory.denied = true;
+  EXPECT_EQ(
+      Command(),
+      "KV-TARN Configuration: The configuration window is open on RTU-1 North wing already, in a program "
+      "with other rights. Please close it first.");
+  EXPECT_EQ(program.Window(), nullptr);
+}
+
 }  // namespace

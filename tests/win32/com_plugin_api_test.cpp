@@ -3,8 +3,8 @@
 #include "QVRKvTARNCfg.h"
 #include "base/text.h"
 #include "platform/win32/apartment.h"
-#include "platform/win32/com_server.h"
 #include "platform/win32/local_dispatch.h"
+#include "platform/win32/type_library.h"
 #include "plugin/plugin_api.h"
 #include "serverlink/transaction.h"
 #include "tests/core/stand_ins.h"
@@ -31,6 +31,63 @@ void CheckDescription(const std::shared_ptr<automation::LocalObject>& object, co
   ASSERT_EQ(info->GetTypeAttr(&attributes), S_OK);
   EXPECT_EQ(attributes->cVars + attributes->cFuncs, object->MemberCount());
   info->ReleaseTypeAttr(attributes);
+}
+
+/// Calls `member` with its arguments in a call's order, the first ones named by their parameters' ids.
+HRESULT Call(IDispatch* object, DISPID member, std::vector<VARIANT> arguments, std::vector<DISPID> names,
+             win32::Variant* result = nullptr) {
+  DISPPARAMS parameters = {arguments.data(), names.data(), static_cast<UINT>(arguments.size()),
+                           static_cast<UINT>(names.size())};
+  return object->Invoke(member, GUID{}, 0, DISPATCH_METHOD | DISPATCH_PROPERTYGET, &parameters,
+                        result ? result->Put() : nullptr, nullptr, nullptr);
+}
+
+VARIANT Whole(LONG number) {
+  VARIANT variant;
+  VariantInit(&variant);
+  variant.vt = VT_I4;
+  variant.lVal = number;
+  return variant;
+}
+
+TEST(EarlyBinding, ArgumentsGoToTheParametersThatAreNamed) {
+  const win32::ComApartment apartment;
+  const auto record = std::make_shared<serverlink::CTransaction>();
+  record->RspArgument.resize(4);
+  win32::ComPtr<ITypeInfo> info;
+  win32::OwnTypeLibrary(1)->GetTypeInfoOfGuid(DIID__CTransaction, info.Put());
+  const auto dispatch = win32::ToDispatch(automation::Object(record), info.Get());
+
+  std::wstring words[] = {L"SetRspArgumentElement", L"value", L"index"};
+  LPOLESTR names[] = {words[0].data(), words[1].data(), words[2].data()};
+  DISPID ids[3] = {};
+  ASSERT_EQ(dispatch->GetIDsOfNames(GUID{}, names, 3, 0, ids), S_OK);
+  EXPECT_EQ(Call(dispatch.Get(), ids[0], {Whole(3), Whole(200)}, {ids[2], ids[1]}), S_OK);
+  EXPECT_EQ(Call(dispatch.Get(), ids[0], {Whole(7), Whole(1)}, {ids[1]}), S_OK) << "the index by its place";
+  EXPECT_EQ(record->RspArgument, (automation::Bytes{0, 7, 0, 200}));
+
+  VARIANT missing;
+  VariantInit(&missing);
+  missing.vt = VT_ERROR;
+  missing.scode = DISP_E_PARAMNOTFOUND;
+  VARIANT null;
+  VariantInit(&null);
+  null.vt = VT_NULL;
+  const struct {
+    std::vector<VARIANT> arguments;
+    std::vector<DISPID> names;
+    HRESULT expected;
+  } refused[] = {{{Whole(1)}, {ids[1]}, DISP_E_PARAMNOTOPTIONAL},
+                 {{Whole(1), Whole(2)}, {9}, DISP_E_PARAMNOTFOUND},
+                 {{Whole(1), Whole(2)}, {ids[1], ids[1]}, DISP_E_PARAMNOTFOUND},
+                 {{Whole(1), Whole(2)}, {ids[2]}, DISP_E_PARAMNOTFOUND},
+                 {{missing, Whole(2)}, {}, DISP_E_PARAMNOTOPTIONAL},
+                 {{null, Whole(2)}, {}, DISP_E_TYPEMISMATCH}};
+  for (const auto& item : refused) {
+    EXPECT_EQ(Call(dispatch.Get(), ids[0], item.arguments, item.names), item.expected) << &item - refused;
+  }
+  names[1] = words[0].data();
+  EXPECT_EQ(dispatch->GetIDsOfNames(GUID{}, names, 3, 0, ids), DISP_E_UNKNOWNNAME);
 }
 
 TEST(TypeLibrary, DescribesTheMembersOfBothClassesWithTheirIds) {

@@ -3,6 +3,7 @@
 #include <future>
 #include <set>
 
+#include "QVRKvTARNCfg.h"
 #include "base/error.h"
 #include "base/text.h"
 #include "com_support.h"
@@ -21,12 +22,31 @@ using com_test::Box;
 constexpr GUID kClassId = {0x2d0f7f53, 0x70a5, 0x4d0c, {0x8a, 0x55, 0x0c, 0x5e, 0x3a, 0x0d, 0x61, 0x9b}};
 constexpr const char* kClassKey = "Software\\Classes\\CLSID\\{2D0F7F53-70A5-4D0C-8A55-0C5E3A0D619B}";
 constexpr int kTypeLibrary = 1;
+constexpr GUID kApplicationId = {
+    0x2d0f7f54, 0x70a5, 0x4d0c, {0x8a, 0x55, 0x0c, 0x5e, 0x3a, 0x0d, 0x61, 0x9b}};
+constexpr const char* kApplicationKey = "Software\\Classes\\AppID\\{2D0F7F54-70A5-4D0C-8A55-0C5E3A0D619B}";
+constexpr bool kIs64 = sizeof(void*) == 8;
 
 std::vector<win32::ServerClass> TestClasses() {
-  return {{kClassId, {"TarnTest.Box", "TarnTest.OtherBox"}, "Box of the tests", [] {
-             return std::make_shared<Box>();
-           }}};
+  return {{kClassId,
+           {"TarnTest.Box", "TarnTest.OtherBox"},
+           "Box of the tests",
+           [] { return std::make_shared<Box>(); },
+           {},
+           false,
+           kApplicationId}};
 }
+
+/// As programs find it, for all users or for one.
+std::string ClassText(const std::string& key) {
+  return win32::DefaultText(win32::RegistryView::kOwn, HKEY_CLASSES_ROOT, key);
+}
+
+// Of the tool, whose type library this program carries.
+const std::string kInterfaceKey = "Interface\\" + win32::GuidText(DIID__OVXPlugInAPI);
+const std::string kLibraryKey = "TypeLib\\" + win32::GuidText(LIBID_QVRKvTARNCfg) + "\\1.0";
+const std::string kOwnFileKey = kLibraryKey + (kIs64 ? "\\0\\win64" : "\\0\\win32");
+const std::string kOtherFileKey = kLibraryKey + (kIs64 ? "\\0\\win32" : "\\0\\win64");
 
 HKEY Hive(RegistryRoot root) {
   return root == RegistryRoot::kLocalMachine ? HKEY_LOCAL_MACHINE : HKEY_CURRENT_USER;
@@ -36,7 +56,8 @@ HKEY Hive(RegistryRoot root) {
 std::multiset<std::wstring> ClassKeys(RegistryRoot root) {
   std::multiset<std::wstring> names;
   for (const wchar_t* place :
-       {L"Software\\Classes", L"Software\\Classes\\CLSID", L"Software\\Classes\\TypeLib"}) {
+       {L"Software\\Classes", L"Software\\Classes\\CLSID", L"Software\\Classes\\TypeLib",
+        L"Software\\Classes\\Interface", L"Software\\Classes\\AppID"}) {
     win32::RegistryKey key;
     if (RegOpenKeyExW(Hive(root), place, 0, KEY_READ, key.Put()) != ERROR_SUCCESS) continue;
     wchar_t name[256];
@@ -46,6 +67,24 @@ std::multiset<std::wstring> ClassKeys(RegistryRoot root) {
     }
   }
   return names;
+}
+
+/// True when the access list gives the group one of the rights.
+bool Allows(PSECURITY_DESCRIPTOR permission, WELL_KNOWN_SID_TYPE group, DWORD rights) {
+  BYTE sid[SECURITY_MAX_SID_SIZE];
+  DWORD size = sizeof sid;
+  CreateWellKnownSid(group, nullptr, sid, &size);
+  BOOL present = FALSE;
+  BOOL defaulted = FALSE;
+  ACL* list = nullptr;
+  GetSecurityDescriptorDacl(permission, &present, &list, &defaulted);
+  for (DWORD i = 0; list && i < list->AceCount; ++i) {
+    void* entry = nullptr;
+    GetAce(list, i, &entry);
+    auto* allowed = static_cast<ACCESS_ALLOWED_ACE*>(entry);
+    if (EqualSid(&allowed->SidStart, sid)) return (allowed->Mask & rights) == rights;
+  }
+  return false;
 }
 
 class Registration : public testing::TestWithParam<RegistryRoot> {
@@ -66,14 +105,91 @@ TEST_P(Registration, CanBeWrittenTwiceAndIsUndoneWithoutTrace) {
 
   const std::string classKey = kClassKey;
   EXPECT_EQ(Read(classKey + "\\LocalServer32"), '"' + win32::ProgramPath() + '"');
-  const std::string library = "Software\\Classes\\TypeLib\\" + Read(classKey + "\\TypeLib") + "\\1.0";
-  EXPECT_EQ(Read(library), "KV-TARN Configuration");
-  EXPECT_EQ(Read(library + (sizeof(void*) == 8 ? "\\0\\win64" : "\\0\\win32")), win32::ProgramPath());
+  EXPECT_EQ("TypeLib\\" + Read(classKey + "\\TypeLib") + "\\1.0", kLibraryKey);
+  EXPECT_EQ(ClassText(kLibraryKey), "KV-TARN Configuration");
+  EXPECT_EQ(ClassText(kOwnFileKey), win32::ProgramPath());
+  EXPECT_EQ(ClassText(kOtherFileKey), win32::ProgramPath() + "\\2");
+  EXPECT_EQ(ClassText(kInterfaceKey + "\\ProxyStubClsid32"), "{00020420-0000-0000-C000-000000000046}");
+  EXPECT_EQ(ClassText(kInterfaceKey + "\\TypeLib"), Read(classKey + "\\TypeLib"));
 
   win32::UnregisterServer(TestClasses(), kTypeLibrary);
   EXPECT_EQ(ClassKeys(GetParam()), before);
   win32::UnregisterServer(TestClasses(), kTypeLibrary);  // nothing there: no error
 }
+
+TEST_P(Registration, AServiceStartsTheToolBeforeThePersonAtTheComputer) {
+  ASSERT_TRUE(win32::RegisterServerIn(GetParam(), TestClasses(), 0));
+  win32::WindowsRegistry registry;
+  const std::string id = base::ReadRegistryString(registry, GetParam(), kClassKey, "AppID");
+  EXPECT_TRUE(std::string(kApplicationKey).ends_with(id) && !id.empty()) << id;
+  EXPECT_EQ(base::ReadRegistryString(registry, GetParam(), kApplicationKey, "RunAs"), "Interactive User");
+  EXPECT_EQ(
+      base::ReadRegistryString(registry, GetParam(), "Software\\Classes\\AppID\\win32_tests.exe", "AppID"),
+      id);
+  for (const wchar_t* name : {L"LaunchPermission", L"AccessPermission"}) {
+    BYTE permission[400];
+    DWORD size = sizeof permission;
+    ASSERT_EQ(RegGetValueW(Hive(GetParam()), win32::Wide(kApplicationKey).c_str(), name, RRF_RT_REG_BINARY,
+                           nullptr, permission, &size),
+              ERROR_SUCCESS);
+    EXPECT_TRUE(IsValidSecurityDescriptor(permission));
+    EXPECT_EQ(GetSecurityDescriptorLength(permission), size);
+    EXPECT_TRUE(Allows(permission, WinInteractiveSid, 3) && Allows(permission, WinServiceSid, 3));
+    EXPECT_FALSE(Allows(permission, WinAuthenticatedUserSid, 1)) << "nobody from elsewhere";
+  }
+}
+
+// The keys of the other width's program, as that program would write them.
+class BothWidths : public Registration {
+ public:
+  static constexpr REGSAM kOtherView = kIs64 ? KEY_WOW64_32KEY : KEY_WOW64_64KEY;
+
+  void Write(REGSAM view, const std::string& key, const std::string& text) {
+    win32::RegistryKey opened;
+    RegCreateKeyExW(HKEY_LOCAL_MACHINE, win32::Wide(key).c_str(), 0, nullptr, 0, KEY_SET_VALUE | view,
+                    nullptr, opened.Put(), nullptr);
+    const std::wstring wide = win32::Wide(text);
+    RegSetValueExW(opened.Get(), nullptr, 0, REG_SZ, reinterpret_cast<const BYTE*>(wide.c_str()),
+                   static_cast<DWORD>(2 * wide.size() + 2));
+  }
+  ~BothWidths() override {
+    RegDeleteTreeW(HKEY_LOCAL_MACHINE, win32::Wide(kClassKey).c_str());
+    win32::RegistryKey other;
+    RegOpenKeyExW(HKEY_LOCAL_MACHINE, L"Software\\Classes\\CLSID", 0, KEY_ALL_ACCESS | kOtherView,
+                  other.Put());
+    RegDeleteTreeW(other.Get(), win32::Wide(win32::GuidText(kClassId)).c_str());
+    UnRegisterTypeLib(LIBID_QVRKvTARNCfg, 1, 0, LOCALE_NEUTRAL, kIs64 ? SYS_WIN32 : SYS_WIN64);
+  }
+
+  const std::string server = std::string(kClassKey) + "\\LocalServer32";
+  const std::string otherFile = win32::ProgramFolder() + "\\generated\\QVRKvTARNCfg.other.tlb";
+};
+
+TEST_P(BothWidths, RemovingOneLeavesTheOther) {
+  Write(kOtherView, server, "\"C:\\x86\\tool.exe\"");
+  Write(0, "Software\\Classes\\" + kOtherFileKey, otherFile);
+  ASSERT_TRUE(win32::RegisterServerIn(GetParam(), TestClasses(), kTypeLibrary));
+  EXPECT_EQ(ClassText(kOtherFileKey), otherFile);
+
+  win32::UnregisterServer(TestClasses(), kTypeLibrary);
+  EXPECT_EQ(Read(server), "\"C:\\x86\\tool.exe\"") << "of the other view";
+  EXPECT_FALSE(win32::HasKey(win32::RegistryView::kOwn, HKEY_LOCAL_MACHINE, kClassKey));
+  EXPECT_EQ(ClassText("TarnTest.Box\\CLSID"), win32::GuidText(kClassId));
+  EXPECT_EQ(ClassText(kOwnFileKey), "");
+  EXPECT_EQ(ClassText(kOtherFileKey), otherFile);
+  EXPECT_NE(ClassText(kInterfaceKey + "\\ProxyStubClsid32"), "") << "the other program's clients need it";
+}
+
+TEST_P(BothWidths, AnotherCopyOfTheProgramKeepsItsRegistration) {
+  ASSERT_TRUE(win32::RegisterServerIn(GetParam(), TestClasses(), 0));
+  Write(0, server, "\"C:\\newer\\tool.exe\"");
+  win32::UnregisterServer(TestClasses(), 0);
+  EXPECT_EQ(Read(server), "\"C:\\newer\\tool.exe\"");
+  EXPECT_EQ(ClassText("TarnTest.OtherBox\\CLSID"), win32::GuidText(kClassId));
+}
+
+// What is registered for one user does not share keys with the machine's.
+INSTANTIATE_TEST_SUITE_P(ForAllUsers, BothWidths, testing::Values(RegistryRoot::kLocalMachine));
 
 INSTANTIATE_TEST_SUITE_P(ForAllUsersAndForOne, Registration,
                          testing::Values(RegistryRoot::kLocalMachine, RegistryRoot::kCurrentUser));

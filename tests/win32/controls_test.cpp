@@ -142,6 +142,32 @@ TEST_F(HostedControls, ErrorsArriveInWords) {
   EXPECT_EQ(sim_test::RefusalOf([&] { Open(kActuator, 1, "PWM"); }), "The call failed.");
 }
 
+TEST_F(HostedControls, AControlOfTheOtherWidthIsToldByItsWidth) {
+  constexpr bool kIs64 = sizeof(void*) == 8;
+  constexpr REGSAM kOtherView = kIs64 ? KEY_WOW64_32KEY : KEY_WOW64_64KEY;
+  constexpr const wchar_t* kClass = L"Software\\Classes\\CLSID\\{2D0F7F55-70A5-4D0C-8A55-0C5E3A0D619B}";
+  const auto write = [](const wchar_t* key, REGSAM view, const std::wstring& text) {
+    win32::RegistryKey opened;
+    RegCreateKeyExW(HKEY_LOCAL_MACHINE, key, 0, nullptr, 0, KEY_SET_VALUE | view, nullptr, opened.Put(),
+                    nullptr);
+    RegSetValueExW(opened.Get(), nullptr, 0, REG_SZ, reinterpret_cast<const BYTE*>(text.c_str()),
+                   static_cast<DWORD>(2 * text.size() + 2));
+  };
+  // Program ids are shared on Windows; classes are not.
+  write(L"Software\\Classes\\TarnTest.Other\\CLSID", 0, L"{2D0F7F55-70A5-4D0C-8A55-0C5E3A0D619B}");
+  const auto refusal = [this] { return sim_test::RefusalOf([&] { host_.Check("TarnTest.Other"); }); };
+  EXPECT_NE(refusal().find("is not registered"), std::string::npos) << refusal();
+  write((std::wstring(kClass) + L"\\InprocServer32").c_str(), kOtherView, L"C:\\control.dll");
+  EXPECT_EQ(refusal(), kIs64 ? "The control \"TarnTest.Other\" is a 32-bit control; use the 32-bit tool."
+                             : "The control \"TarnTest.Other\" is a 64-bit control; use the 64-bit tool.");
+
+  win32::RegistryKey classes;
+  RegOpenKeyExW(HKEY_LOCAL_MACHINE, L"Software\\Classes\\CLSID", 0, KEY_ALL_ACCESS | kOtherView,
+                classes.Put());
+  RegDeleteTreeW(classes.Get(), L"{2D0F7F55-70A5-4D0C-8A55-0C5E3A0D619B}");
+  RegDeleteTreeW(HKEY_LOCAL_MACHINE, L"Software\\Classes\\TarnTest.Other");
+}
+
 TEST_F(HostedControls, NothingIsLeftOfADestroyedControl) {
   const automation::Object control = Open(kSensor, 4, "2");
   ui_test::SetTextOf(ByName("ctlSensorLinear.txt(0)"), "12");

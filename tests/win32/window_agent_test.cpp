@@ -133,6 +133,20 @@ TEST_F(WindowAgentTest, TheSystemRefusesWhatCannotBe) {
   EXPECT_FALSE(larger.OpenAndMapPaged(4, "TarnTestTaken")) << "something else has the name";
 }
 
+TEST_F(WindowAgentTest, ASectionForOtherRightsIsToldFromNone) {
+  SECURITY_DESCRIPTOR nobody = {};
+  InitializeSecurityDescriptor(&nobody, SECURITY_DESCRIPTOR_REVISION);
+  ACL none = {};
+  InitializeAcl(&none, sizeof none, ACL_REVISION);
+  SetSecurityDescriptorDacl(&nobody, TRUE, &none, FALSE);
+  SECURITY_ATTRIBUTES attributes = {sizeof attributes, &nobody, FALSE};
+  const win32::Handle section(
+      CreateFileMappingW(INVALID_HANDLE_VALUE, &attributes, PAGE_READWRITE, 0, 4, L"TarnTestOfOthers"));
+  ASSERT_TRUE(section);
+  EXPECT_EQ(agent_.RaisePublished("TarnTestOfOthers"), Found::kOtherRights);
+  EXPECT_EQ(agent_.RaisePublished(kName), Found::kNoWindow);
+}
+
 TEST_F(WindowAgentTest, AMaximisedWindowStaysSo) {
   Show(window_);
   window_.SetState(ui::WindowState::kMaximized);

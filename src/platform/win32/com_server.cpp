@@ -6,8 +6,8 @@
 #include "platform/win32/com_class.h"
 #include "platform/win32/local_dispatch.h"
 #include "platform/win32/message_window.h"
-#include "platform/win32/process.h"
 #include "platform/win32/system_error.h"
+#include "platform/win32/type_library.h"
 
 namespace win32 {
 
@@ -91,6 +91,8 @@ class ComServer::Factory : public ComClass<IClassFactory> {
     if (!object) return E_POINTER;
     *object = nullptr;
     if (outer) return CLASS_E_NOAGGREGATION;
+    // Withdrawing the classes lets go of their factories, this one too.
+    const auto self = ComPtr<Factory>::Share(this);
     try {
       auto made = make_();
       if (!made) return E_FAIL;
@@ -157,13 +159,5 @@ ComServer::~ComServer() {
 }
 
 int ComServer::Outstanding() const { return state_->outstanding; }
-
-ComPtr<ITypeLib> OwnTypeLibrary(int resource) {
-  ComPtr<ITypeLib> library;
-  if (resource == 0) return library;
-  const std::wstring file = Wide(ModulePath() + "\\" + std::to_string(resource));
-  LoadTypeLibEx(file.c_str(), REGKIND_NONE, library.Put());
-  return library;
-}
 
 }  // namespace win32

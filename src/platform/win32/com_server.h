@@ -24,6 +24,8 @@ struct ServerClass {
   GUID interfaceId = {};
   /// True: an ActiveX control in a library, created inside the process of its user.
   bool control = false;
+  /// Groups classes under the system's rules for starting their program; none by default.
+  GUID applicationId = {};
 };
 
 struct RevokeClassObject {
@@ -59,8 +61,5 @@ class ComServer {
 
   std::shared_ptr<State> state_;
 };
-
-/// The type library of this executable or library, empty when there is no such resource.
-ComPtr<ITypeLib> OwnTypeLibrary(int resource);
 
 }  // namespace win32

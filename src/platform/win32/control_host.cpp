@@ -12,12 +12,14 @@
 #include "automation/error.h"
 #include "platform/win32/com_object.h"
 #include "platform/win32/control_events.h"
+#include "platform/win32/registry.h"
 #include "platform/win32/system_error.h"
 #include "platform/win32/window_class.h"
 
 namespace win32 {
 namespace {
 
+constexpr int kOtherBits = sizeof(void*) == 8 ? 32 : 64;
 constexpr const wchar_t* kContainerClass = L"AtlAxWin";
 
 /// The container's functions. The library is there on every system, but the compiler's libraries do not name
@@ -60,6 +62,21 @@ struct Container {
 
 void Require(const std::string& programId, HRESULT result) {
   if (FAILED(result)) Fail(programId, result);
+}
+
+/// A library is loaded only into programs of its own width, and the system keeps the classes of each width
+/// apart
+/// ("Registry Keys Affected by WOW64" of the platform's documentation), while it shares the program ids.
+void RequireOwnWidth(const std::string& programId, const CLSID& classId) {
+  const HKEY hive = HKEY_CLASSES_ROOT;
+  const std::string key = "CLSID\\" + GuidText(classId);
+  const std::string library = key + "\\InprocServer32";
+  if (HasKey(RegistryView::kOwn, hive, library) || HasKey(RegistryView::kOwn, hive, key + "\\LocalServer32"))
+    return;
+  if (!HasKey(RegistryView::kOther, hive, library)) Fail(programId, REGDB_E_CLASSNOTREG);
+  throw automation::Error(static_cast<std::uint32_t>(REGDB_E_CLASSNOTREG),
+                          fmt::format("The control \"{}\" is a {}-bit control; use the {}-bit tool.",
+                                      programId, kOtherBits, kOtherBits));
 }
 
 const Container& GetContainer(const std::string& programId) {
@@ -145,6 +162,7 @@ automation::Object ActiveXHost::Create(ui::ControlSite& site, const std::string&
 void ActiveXHost::Check(const std::string& programId) {
   CLSID classId;
   Require(programId, CLSIDFromProgID(Wide(programId).c_str(), &classId));
+  RequireOwnWidth(programId, classId);
 }
 
 void ActiveXHost::Destroy(ui::ControlSite& site) {

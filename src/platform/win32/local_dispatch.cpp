@@ -6,6 +6,7 @@
 #include "automation/local_object.h"
 #include "platform/win32/com_class.h"
 #include "platform/win32/com_object.h"
+#include "platform/win32/interface_description.h"
 #include "platform/win32/variant.h"
 
 namespace win32 {
@@ -25,10 +26,35 @@ HRESULT Report(EXCEPINFO* exception, std::uint32_t code, const std::string& desc
   return DISP_E_EXCEPTION;
 }
 
+/// The arguments in the order of the parameters. A caller gives them last one first, and those that it names
+/// before all others, each with the id of its parameter. An argument that cannot be placed is told by its
+/// index, with the codes that IDispatch::Invoke documents.
+HRESULT Order(const MemberDescription& member, const DISPPARAMS& given, bool put, std::vector<Value>& ordered,
+              UINT& index) {
+  // The one argument of a write carries the name DISPID_PROPERTYPUT.
+  const UINT named = put ? 0 : given.cNamedArgs;
+  if (named > given.cArgs) return E_INVALIDARG;
+  if (named > 0 && member.parameters.empty()) return DISP_E_NONAMEDARGS;
+  ordered.resize(given.cArgs);
+  std::vector<bool> filled(given.cArgs);
+  for (index = 0; index < given.cArgs; ++index) {
+    const bool isNamed = index < named;
+    const UINT place = isNamed ? static_cast<UINT>(given.rgdispidNamedArgs[index]) : given.cArgs - 1 - index;
+    if (isNamed && place >= member.parameters.size()) return DISP_E_PARAMNOTFOUND;
+    // No parameter is optional: so many arguments can only be the first ones.
+    if (place >= given.cArgs) return DISP_E_PARAMNOTOPTIONAL;
+    if (filled[place]) return DISP_E_PARAMNOTFOUND;
+    filled[place] = true;
+    const HRESULT taken = TakeArgument(given.rgvarg[index], member.Parameter(place, put), ordered[place]);
+    if (FAILED(taken)) return taken;
+  }
+  return S_OK;
+}
+
 class LocalDispatch : public ComClass<IDispatch> {
  public:
   LocalDispatch(std::shared_ptr<LocalObject> object, ITypeInfo* typeInfo)
-      : object_(std::move(object)), typeInfo_(ComPtr<ITypeInfo>::Share(typeInfo)) {
+      : object_(std::move(object)), description_(typeInfo) {
     Shown().emplace(object_.get(), this);
   }
   ~LocalDispatch() override { LetGo(); }
@@ -47,44 +73,59 @@ class LocalDispatch : public ComClass<IDispatch> {
     return shown;
   }
 
+  /// The dispatch interface of the type library is IDispatch under an id of its own.
+  HRESULT STDMETHODCALLTYPE QueryInterface(REFIID id, void** object) override {
+    const bool own = description_ && id == description_.Id();
+    return ComClass::QueryInterface(own ? __uuidof(IDispatch) : id, object);
+  }
+
   HRESULT STDMETHODCALLTYPE GetTypeInfoCount(UINT* count) override {
     if (!count) return E_POINTER;
-    *count = typeInfo_ ? 1 : 0;
+    *count = description_ ? 1 : 0;
     return S_OK;
   }
 
   HRESULT STDMETHODCALLTYPE GetTypeInfo(UINT index, LCID, ITypeInfo** typeInfo) override {
     if (!typeInfo) return E_POINTER;
     *typeInfo = nullptr;
-    if (index != 0 || !typeInfo_) return DISP_E_BADINDEX;
-    *typeInfo = ComPtr<ITypeInfo>::Share(typeInfo_.Get()).Release();
+    if (index != 0 || !description_) return DISP_E_BADINDEX;
+    *typeInfo = ComPtr<ITypeInfo>::Share(description_.Info()).Release();
     return S_OK;
   }
 
   HRESULT STDMETHODCALLTYPE GetIDsOfNames(REFIID, LPOLESTR* names, UINT count, LCID, DISPID* ids) override {
     if (!names || !ids || count == 0) return E_INVALIDARG;
     if (!object_) return RPC_E_DISCONNECTED;
-    // Names after the first are parameters, which have none here.
     for (UINT i = 1; i < count; ++i) ids[i] = DISPID_UNKNOWN;
     const int place = object_->Find(Utf8(names[0]));
     ids[0] = place < 0 ? DISPID_UNKNOWN : place + 1;
-    return place < 0 || count > 1 ? DISP_E_UNKNOWNNAME : S_OK;
+    if (place < 0) return DISP_E_UNKNOWNNAME;
+    // Names after the first are parameters, which only type information knows.
+    if (count == 1) return S_OK;
+    return description_ ? description_.Info()->GetIDsOfNames(names, count, ids) : DISP_E_UNKNOWNNAME;
   }
 
   HRESULT STDMETHODCALLTYPE Invoke(DISPID id, REFIID, LCID, WORD flags, DISPPARAMS* parameters,
-                                   VARIANT* result, EXCEPINFO* exception, UINT*) override {
+                                   VARIANT* result, EXCEPINFO* exception, UINT* wrongArgument) override {
     if (!parameters) return E_POINTER;
     if (!object_) return RPC_E_DISCONNECTED;
     const int place = id == DISPID_VALUE ? DefaultMember() : static_cast<int>(id) - 1;
     if (place < 0 || place >= object_->MemberCount()) return DISP_E_MEMBERNOTFOUND;
     const bool put = (flags & (DISPATCH_PROPERTYPUT | DISPATCH_PROPERTYPUTREF)) != 0;
     if (put && parameters->cArgs != 1) return DISP_E_BADPARAMCOUNT;
-    if (!put && parameters->cNamedArgs != 0) return DISP_E_NONAMEDARGS;
     const Access access = put ? Access::kPut : flags & DISPATCH_PROPERTYGET ? Access::kGet : Access::kCall;
+    const MemberDescription& described = description_.At(place);
     try {
+      std::vector<Value> arguments;
+      UINT index = 0;
+      const HRESULT ordered = Order(described, *parameters, put, arguments, index);
+      if (FAILED(ordered)) {
+        if (wrongArgument) *wrongArgument = index;
+        return ordered;
+      }
       const auto object = object_;  // a member may let go of the last reference to it
-      const Value value = object->InvokeAt(place, access, ArgumentsOf(*parameters));
-      if (result) *result = ToVariant(value).Release();
+      const Value value = object->InvokeAt(place, access, arguments);
+      if (result) *result = described.Shape(ToVariant(value)).Release();
       return S_OK;
     } catch (const automation::Error& error) {
       return Report(exception, error.Code(), error.Description(), error.Source());
@@ -96,20 +137,13 @@ class LocalDispatch : public ComClass<IDispatch> {
   }
 
  private:
-  static std::vector<Value> ArgumentsOf(const DISPPARAMS& parameters) {
-    std::vector<Value> arguments;
-    arguments.reserve(parameters.cArgs);
-    for (UINT i = parameters.cArgs; i > 0; --i) arguments.push_back(ToValue(parameters.rgvarg[i - 1]));
-    return arguments;
-  }
-
   int DefaultMember() const {
     const int item = object_->Find("Item");
     return item >= 0 ? item : object_->Find("Value");
   }
 
   std::shared_ptr<LocalObject> object_;
-  ComPtr<ITypeInfo> typeInfo_;
+  InterfaceDescription description_;
 };
 
 }  // namespace

@@ -11,7 +11,8 @@ namespace win32 {
 /// The IDispatch of `object`: its own when it is a COM object already, an empty pointer for nothing. Errors
 /// of the members arrive at the caller with code, description and source; other exceptions as
 /// kApplicationDefined. Throws automation::Error kTypeMismatch when the object is neither local nor COM.
-/// `typeInfo` is handed to tools that ask for type information; it plays no part in calls.
+/// With `typeInfo`, a dispatch interface, the object also answers for that interface, callers may name their
+/// arguments, and results have the types that it tells. It is handed to tools that ask for it.
 ComPtr<IDispatch> ToDispatch(const automation::Object& object, ITypeInfo* typeInfo = nullptr);
 
 /// Takes every object that is shown away from callers in other processes, whose further calls fail. The

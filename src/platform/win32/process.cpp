@@ -5,7 +5,7 @@
 #include <vector>
 
 #include "base/text.h"
-#include "platform/win32/utf.h"
+#include "platform/win32/handle.h"
 #include "platform/win32/window_class.h"
 #include "platform/win32/window_name.h"
 
@@ -30,6 +30,12 @@ std::string FileOf(HMODULE module) {
     if (length < path.size()) return Utf8(path.substr(0, length));
     path.resize(path.size() * 2);
   }
+}
+
+bool WriteTo(HANDLE output, const std::string& line) {
+  DWORD written = 0;
+  return output && output != INVALID_HANDLE_VALUE &&
+         WriteFile(output, line.data(), static_cast<DWORD>(line.size()), &written, nullptr);
 }
 
 }  // namespace
@@ -95,14 +101,18 @@ void EndProcess() {
   for (;;) Sleep(INFINITE);
 }
 
-void ReportFailure(const std::string& title, const std::string& text) {
-  const HANDLE output = GetStdHandle(STD_ERROR_HANDLE);
+void ReportDone(const std::string& title, const std::string& text) {
   const std::string line = title + ": " + text + "\r\n";
-  DWORD written = 0;
-  if (output && output != INVALID_HANDLE_VALUE &&
-      WriteFile(output, line.data(), static_cast<DWORD>(line.size()), &written, nullptr)) {
-    return;
-  }
+  if (WriteTo(GetStdHandle(STD_OUTPUT_HANDLE), line)) return;
+  // A program with windows is given none by a command prompt.
+  if (!AttachConsole(ATTACH_PARENT_PROCESS)) return;
+  const Handle console(
+      CreateFileW(L"CONOUT$", GENERIC_WRITE, FILE_SHARE_WRITE, nullptr, OPEN_EXISTING, 0, nullptr));
+  WriteTo(console.Get(), line);
+}
+
+void ReportFailure(const std::string& title, const std::string& text) {
+  if (WriteTo(GetStdHandle(STD_ERROR_HANDLE), title + ": " + text + "\r\n")) return;
   MessageBoxW(nullptr, Wide(text).c_str(), Wide(title).c_str(), MB_OK | MB_ICONERROR | MB_SETFOREGROUND);
 }
 

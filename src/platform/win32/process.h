@@ -40,6 +40,10 @@ bool StartedByActivation(const std::string& commandTail);
 /// saved.
 [[noreturn]] void EndProcess();
 
+/// A line on the standard output, or on the console that the program was started from; nothing where there is
+/// neither.
+void ReportDone(const std::string& title, const std::string& text);
+
 /// To the standard error output when the starter gave one, else in a message box.
 void ReportFailure(const std::string& title, const std::string& text);
 

@@ -1,121 +1,141 @@
 #include "platform/win32/registration.h"
 
+// Needs windows.h before it.
+#include <sddl.h>
+
 #include <fmt/format.h>
 
 #include "base/error.h"
+#include "base/text.h"
 #include "platform/win32/process.h"
+#include "platform/win32/registry.h"
 #include "platform/win32/system_error.h"
+#include "platform/win32/type_library.h"
 
 namespace win32 {
 namespace {
 
-constexpr const char* kClasses = "Software\\Classes";
+using base::RegistryRoot;
 
-/// A value of a key below the classes; its default value when it has no name.
+constexpr const char* kClasses = "Software\\Classes\\";
+
+// Who may start and call the tool, as "COM security" of the platform's documentation has it: rights on this
+// computer only (CC execute, DC execute here, SW activate here), for whoever works at it, for a host that is
+// a service, for the system and its administrators; PS is the user that the tool runs as.
+constexpr const wchar_t* kMayLaunch =
+    L"O:BAG:BAD:(A;;CCDCSW;;;IU)(A;;CCDCSW;;;SU)(A;;CCDCSW;;;SY)(A;;CCDCSW;;;BA)";
+constexpr const wchar_t* kMayCall =
+    L"O:BAG:BAD:(A;;CCDC;;;PS)(A;;CCDC;;;IU)(A;;CCDC;;;SU)(A;;CCDC;;;SY)(A;;CCDC;;;BA)";
+
+using Binary = std::vector<BYTE>;
+
+/// A value of a key below the classes; its default value when it has no name. A text when there are no bytes.
 struct Entry {
   std::string key;
   std::string text;
   std::wstring name = {};
+  Binary bytes = {};
 };
 
-struct Contents {
-  std::vector<Entry> entries;
-  std::vector<std::string> trees;  // what is deleted again, each with all below it
+/// All keys of one class.
+struct ClassKeys {
+  std::string tree;                 // of the class itself, in the view of this program's width
+  std::string server;               // the key below it that names this file
+  std::string file;                 // as it stands there
+  std::vector<std::string> shared;  // trees that the registration of the other width needs too
+  std::vector<Entry> entries;       // the server's first: it tells to whom the others belong
 };
 
-HKEY HiveOf(base::RegistryRoot root) {
-  return root == base::RegistryRoot::kLocalMachine ? HKEY_LOCAL_MACHINE : HKEY_CURRENT_USER;
+Binary SecurityOf(const wchar_t* description) {
+  PSECURITY_DESCRIPTOR made = nullptr;
+  ULONG size = 0;
+  if (!ConvertStringSecurityDescriptorToSecurityDescriptorW(description, SDDL_REVISION_1, &made, &size))
+    throw base::Error("The permissions of the tool could not be made: " + LastErrorText());
+  const auto* bytes = static_cast<const BYTE*>(made);
+  Binary copy(bytes, bytes + size);
+  LocalFree(made);
+  return copy;
 }
 
-std::wstring KeyPath(const std::string& key) { return Wide(std::string(kClasses) + "\\" + key); }
-
-std::string GuidText(const GUID& guid) {
-  wchar_t text[40] = L"";
-  StringFromGUID2(guid, text, static_cast<int>(std::size(text)));
-  return Utf8(text);
+// A host may be a service, whose session nobody sees: "Interactive User" puts the tool before the person who
+// works at the computer ("RunAs" and "AppID Key" of the platform's documentation). The program's name leads
+// the running tool to its permissions.
+void AddApplication(ClassKeys& keys, const ServerClass& served) {
+  if (served.applicationId == GUID{}) return;
+  const std::string path = ProgramPath();
+  const std::string id = GuidText(served.applicationId);
+  const std::string application = "AppID\\" + id;
+  const std::string program = "AppID" + path.substr(path.rfind('\\'));
+  keys.shared.insert(keys.shared.end(), {application, program});
+  keys.entries.push_back({keys.tree, id, L"AppID"});
+  keys.entries.push_back({program, id, L"AppID"});
+  keys.entries.push_back({application, path.substr(path.rfind('\\') + 1)});
+  keys.entries.push_back({application, "Interactive User", L"RunAs"});
+  keys.entries.push_back({application, {}, L"LaunchPermission", SecurityOf(kMayLaunch)});
+  keys.entries.push_back({application, {}, L"AccessPermission", SecurityOf(kMayCall)});
 }
 
-struct Library {
-  std::string id;
-  std::string version;
-  std::string name;
-};
-
-Library DescribeLibrary(int resource) {
-  Library described;
-  if (resource == 0) return described;
-  const auto library = OwnTypeLibrary(resource);
-  TLIBATTR* attributes = nullptr;
-  if (!library || FAILED(library->GetLibAttr(&attributes))) {
-    throw base::Error("The program carries no type library.");
-  }
-  described.id = GuidText(attributes->guid);
-  described.version = fmt::format("{:x}.{:x}", attributes->wMajorVerNum, attributes->wMinorVerNum);
-  library->ReleaseTLibAttr(attributes);
-  Bstr name;
-  library->GetDocumentation(-1, nullptr, name.Put(), nullptr, nullptr);
-  described.name = TextOf(name.Get());
-  return described;
-}
-
-void AddClass(Contents& contents, const ServerClass& served, const Library& library) {
+ClassKeys KeysOf(const ServerClass& served, const std::optional<LibraryName>& library) {
   const std::string id = GuidText(served.classId);
-  const std::string key = "CLSID\\" + id;
-  contents.trees.push_back(key);
-  contents.entries.push_back({key, served.friendlyName});
+  ClassKeys keys;
+  keys.tree = "CLSID\\" + id;
+  keys.server = keys.tree + (served.control ? "\\InprocServer32" : "\\LocalServer32");
+  keys.file = served.control ? ModulePath() : '"' + ProgramPath() + '"';
+  keys.entries = {{keys.server, keys.file}, {keys.tree, served.friendlyName}};
   if (served.control) {
-    const std::string server = key + "\\InprocServer32";
-    contents.entries.push_back({server, ModulePath()});
-    contents.entries.push_back({server, "Apartment", L"ThreadingModel"});
-    contents.entries.push_back({key + "\\Control", ""});
-  } else {
-    contents.entries.push_back({key + "\\LocalServer32", '"' + ProgramPath() + '"'});
+    keys.entries.push_back({keys.server, "Apartment", L"ThreadingModel"});
+    keys.entries.push_back({keys.tree + "\\Control", ""});
   }
-  contents.entries.push_back({key + "\\ProgID", served.programIds.front()});
-  if (!library.id.empty()) {
-    contents.entries.push_back({key + "\\TypeLib", library.id});
-    contents.entries.push_back({key + "\\Version", library.version});
+  keys.entries.push_back({keys.tree + "\\ProgID", served.programIds.front()});
+  if (library) {
+    keys.entries.push_back({keys.tree + "\\TypeLib", library->id});
+    keys.entries.push_back({keys.tree + "\\Version", library->version});
   }
   for (const std::string& programId : served.programIds) {
-    contents.trees.push_back(programId);
-    contents.entries.push_back({programId, served.friendlyName});
-    contents.entries.push_back({programId + "\\CLSID", id});
+    keys.shared.push_back(programId);
+    keys.entries.push_back({programId, served.friendlyName});
+    keys.entries.push_back({programId + "\\CLSID", id});
   }
+  AddApplication(keys, served);
+  return keys;
 }
 
-void AddLibrary(Contents& contents, const Library& library) {
-  const std::string key = "TypeLib\\" + library.id;
-  const std::string version = key + "\\" + library.version;
-  const std::string file = ModulePath();
-  contents.trees.push_back(key);
-  contents.entries.push_back({version, library.name});
-  contents.entries.push_back({version + (sizeof(void*) == 8 ? "\\0\\win64" : "\\0\\win32"), file});
-  contents.entries.push_back({version + "\\FLAGS", "0"});
-  contents.entries.push_back({version + "\\HELPDIR", file.substr(0, file.rfind('\\'))});
+std::vector<ClassKeys> KeysOf(const std::vector<ServerClass>& classes, int typeLibrary) {
+  std::optional<LibraryName> library;
+  if (typeLibrary) library = OwnLibraryName(typeLibrary);
+  std::vector<ClassKeys> all;
+  for (const ServerClass& served : classes) all.push_back(KeysOf(served, library));
+  return all;
 }
 
-Contents ContentsOf(const std::vector<ServerClass>& classes, int typeLibrary) {
-  Contents contents;
-  const Library library = DescribeLibrary(typeLibrary);
-  for (const ServerClass& served : classes) AddClass(contents, served, library);
-  if (!library.id.empty()) AddLibrary(contents, library);
-  return contents;
-}
-
-[[noreturn]] void Fail(const std::string& action, const std::string& key, LSTATUS status) {
-  throw base::Error(fmt::format("{} {}\\{}: {}", action, kClasses, key, SystemText(status)));
-}
-
-LSTATUS WriteEntry(base::RegistryRoot root, const Entry& entry) {
+LSTATUS WriteEntry(RegistryRoot root, const Entry& entry) {
   RegistryKey opened;
-  const LSTATUS status = RegCreateKeyExW(HiveOf(root), KeyPath(entry.key).c_str(), 0, nullptr, 0,
+  const LSTATUS status = RegCreateKeyExW(HiveOf(root), Wide(kClasses + entry.key).c_str(), 0, nullptr, 0,
                                          KEY_SET_VALUE, nullptr, opened.Put(), nullptr);
   if (status != ERROR_SUCCESS) return status;
+  const wchar_t* name = entry.name.empty() ? nullptr : entry.name.c_str();
+  if (!entry.bytes.empty()) {
+    return RegSetValueExW(opened.Get(), name, 0, REG_BINARY, entry.bytes.data(),
+                          static_cast<DWORD>(entry.bytes.size()));
+  }
   const std::wstring text = Wide(entry.text);
-  return RegSetValueExW(opened.Get(), entry.name.empty() ? nullptr : entry.name.c_str(), 0, REG_SZ,
-                        reinterpret_cast<const BYTE*>(text.c_str()),
+  return RegSetValueExW(opened.Get(), name, 0, REG_SZ, reinterpret_cast<const BYTE*>(text.c_str()),
                         static_cast<DWORD>((text.size() + 1) * sizeof(wchar_t)));
 }
+
+/// Keeps the first of several failures, so that everything is tried before it is told.
+class FirstFailure {
+ public:
+  void Note(const std::string& action, HRESULT status) {
+    if (status != ERROR_SUCCESS && text_.empty()) text_ = action + ": " + SystemText(status);
+  }
+  void Tell() const {
+    if (!text_.empty()) throw base::Error(text_);
+  }
+
+ private:
+  std::string text_;
+};
 
 /// Deletes a key that holds nothing; a user's classes have these two only when somebody registered there.
 void DeleteWhenEmpty(HKEY hive, const std::wstring& key) {
@@ -129,48 +149,74 @@ void DeleteWhenEmpty(HKEY hive, const std::wstring& key) {
   if (status == ERROR_SUCCESS && subkeys == 0 && values == 0) RegDeleteKeyW(hive, key.c_str());
 }
 
-/// Tries everything, then reports the first failure.
-void RemoveTrees(base::RegistryRoot root, const Contents& contents) {
-  const HKEY hive = HiveOf(root);
-  LSTATUS failure = ERROR_SUCCESS;
-  std::string failed;
-  for (const std::string& tree : contents.trees) {
-    const LSTATUS status = RegDeleteTreeW(hive, KeyPath(tree).c_str());
-    if (status == ERROR_SUCCESS || status == ERROR_FILE_NOT_FOUND || failure != ERROR_SUCCESS) continue;
-    failure = status;
-    failed = tree;
+void DeleteTree(RegistryRoot root, const std::string& tree, FirstFailure& failure) {
+  const LSTATUS status = RegDeleteTreeW(HiveOf(root), Wide(kClasses + tree).c_str());
+  if (status != ERROR_FILE_NOT_FOUND) failure.Note("Could not delete " + (kClasses + tree), status);
+}
+
+/// Deletes what is this file's. Another copy of the program, or the one of the other width, may be registered
+/// too; then what all share stays.
+void RemoveClass(RegistryRoot root, const ClassKeys& keys, FirstFailure& failure) {
+  const auto server = [&](RegistryView view) {
+    return DefaultText(view, HiveOf(root), kClasses + keys.server);
+  };
+  const std::string named = server(RegistryView::kOwn);
+  if (!named.empty() && !base::EqualsNoCase(named, keys.file)) return;
+  DeleteTree(root, keys.tree, failure);
+  if (!server(RegistryView::kOther).empty()) return;
+  for (const std::string& tree : keys.shared) DeleteTree(root, tree, failure);
+}
+
+void Remove(RegistryRoot root, const std::vector<ClassKeys>& classes, int typeLibrary) {
+  FirstFailure failure;
+  for (const ClassKeys& keys : classes) RemoveClass(root, keys, failure);
+  if (typeLibrary) failure.Note("Could not remove the type library", RemoveTypeLibrary(root, typeLibrary));
+  if (root == RegistryRoot::kCurrentUser) {
+    for (const char* key : {"CLSID", "TypeLib", "Interface", "AppID"})
+      DeleteWhenEmpty(HiveOf(root), Wide(std::string(kClasses) + key));
   }
-  if (root == base::RegistryRoot::kCurrentUser) {
-    DeleteWhenEmpty(hive, KeyPath("CLSID"));
-    DeleteWhenEmpty(hive, KeyPath("TypeLib"));
-  }
-  if (failure != ERROR_SUCCESS) Fail("Could not delete", failed, failure);
+  failure.Tell();
+}
+
+void Write(RegistryRoot root, const Entry& entry) {
+  const LSTATUS status = WriteEntry(root, entry);
+  if (status != ERROR_SUCCESS)
+    throw base::Error(fmt::format("Could not write {}{}: {}", kClasses, entry.key, SystemText(status)));
 }
 
 }  // namespace
 
-bool RegisterServerIn(base::RegistryRoot root, const std::vector<ServerClass>& classes, int typeLibrary) {
-  const Contents contents = ContentsOf(classes, typeLibrary);
-  for (const Entry& entry : contents.entries) {
-    const LSTATUS status = WriteEntry(root, entry);
-    if (status == ERROR_SUCCESS) continue;
-    if (&entry == &contents.entries.front() && status == ERROR_ACCESS_DENIED) return false;
-    RemoveTrees(root, contents);
-    Fail("Could not write", entry.key, status);
+bool RegisterServerIn(RegistryRoot root, const std::vector<ServerClass>& classes, int typeLibrary) {
+  const std::vector<ClassKeys> all = KeysOf(classes, typeLibrary);
+  if (WriteEntry(root, all.front().entries.front()) == ERROR_ACCESS_DENIED) return false;
+  try {
+    for (const ClassKeys& keys : all) {
+      for (const Entry& entry : keys.entries) Write(root, entry);
+    }
+    if (typeLibrary) RegisterTypeLibrary(root, typeLibrary);
+  } catch (const base::Error&) {
+    const std::exception_ptr reason = std::current_exception();
+    try {
+      Remove(root, all, typeLibrary);
+    } catch (const base::Error&) {
+      // The first failure tells more.
+    }
+    std::rethrow_exception(reason);
   }
   return true;
 }
 
-void RegisterServer(const std::vector<ServerClass>& classes, int typeLibrary) {
-  if (RegisterServerIn(base::RegistryRoot::kLocalMachine, classes, typeLibrary)) return;
-  if (RegisterServerIn(base::RegistryRoot::kCurrentUser, classes, typeLibrary)) return;
+RegistryRoot RegisterServer(const std::vector<ServerClass>& classes, int typeLibrary) {
+  for (const RegistryRoot root : {RegistryRoot::kLocalMachine, RegistryRoot::kCurrentUser}) {
+    if (RegisterServerIn(root, classes, typeLibrary)) return root;
+  }
   throw base::Error("Neither the machine's nor the user's classes can be written.");
 }
 
 void UnregisterServer(const std::vector<ServerClass>& classes, int typeLibrary) {
-  const Contents contents = ContentsOf(classes, typeLibrary);
-  RemoveTrees(base::RegistryRoot::kCurrentUser, contents);
-  RemoveTrees(base::RegistryRoot::kLocalMachine, contents);
+  const std::vector<ClassKeys> all = KeysOf(classes, typeLibrary);
+  Remove(RegistryRoot::kCurrentUser, all, typeLibrary);
+  Remove(RegistryRoot::kLocalMachine, all, typeLibrary);
 }
 
 }  // namespace win32

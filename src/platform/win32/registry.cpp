@@ -1,22 +1,22 @@
 #include "platform/win32/registry.h"
 
-#include "platform/win32/handle.h"
+#include <objbase.h>
+
+#include <iterator>
 
 namespace win32 {
 namespace {
 
-HKEY RootKey(base::RegistryRoot root) {
-  return root == base::RegistryRoot::kCurrentUser ? HKEY_CURRENT_USER : HKEY_LOCAL_MACHINE;
+LSTATUS Open(RegistryView view, HKEY hive, const std::string& key, RegistryKey& opened) {
+  constexpr REGSAM kOtherView = sizeof(void*) == 8 ? KEY_WOW64_32KEY : KEY_WOW64_64KEY;
+  const REGSAM flag = view == RegistryView::kOwn ? 0 : kOtherView;
+  return RegOpenKeyExW(hive, Wide(key).c_str(), 0, KEY_QUERY_VALUE | flag, opened.Put());
 }
 
-constexpr REGSAM kOtherView = sizeof(void*) == 8 ? KEY_WOW64_32KEY : KEY_WOW64_64KEY;
-
-std::optional<std::string> ReadIn(REGSAM view, base::RegistryRoot root, const std::string& key,
-                                  const std::string& name) {
+std::optional<std::string> ReadView(RegistryView view, HKEY hive, const std::string& key,
+                                    const std::string& name) {
   RegistryKey opened;
-  if (RegOpenKeyExW(RootKey(root), Wide(key).c_str(), 0, KEY_QUERY_VALUE | view, opened.Put()) !=
-      ERROR_SUCCESS)
-    return {};
+  if (Open(view, hive, key, opened) != ERROR_SUCCESS) return {};
   const std::wstring value = Wide(name);
   for (;;) {
     DWORD type = 0;
@@ -35,11 +35,31 @@ std::optional<std::string> ReadIn(REGSAM view, base::RegistryRoot root, const st
 
 }  // namespace
 
+HKEY HiveOf(base::RegistryRoot root) {
+  return root == base::RegistryRoot::kCurrentUser ? HKEY_CURRENT_USER : HKEY_LOCAL_MACHINE;
+}
+
+std::string GuidText(const GUID& guid) {
+  wchar_t text[40] = L"";
+  StringFromGUID2(guid, text, static_cast<int>(std::size(text)));
+  return Utf8(text);
+}
+
+bool HasKey(RegistryView view, HKEY hive, const std::string& key) {
+  RegistryKey opened;
+  return Open(view, hive, key, opened) == ERROR_SUCCESS;
+}
+
+std::string DefaultText(RegistryView view, HKEY hive, const std::string& key) {
+  const auto text = ReadView(view, hive, key, {});
+  return text ? text->c_str() : "";
+}
+
 std::optional<std::string> WindowsRegistry::Read(base::RegistryRoot root, const std::string& key,
                                                  const std::string& name) {
-  // The host may be a program of the other width, and the system keeps two sets of machine-wide values.
-  for (const REGSAM view : {REGSAM{0}, kOtherView}) {
-    if (auto text = ReadIn(view, root, key, name)) return text;
+  // The host may be a program of the other width.
+  for (const RegistryView view : {RegistryView::kOwn, RegistryView::kOther}) {
+    if (auto text = ReadView(view, HiveOf(root), key, name)) return text;
   }
   return {};
 }
@@ -47,7 +67,7 @@ std::optional<std::string> WindowsRegistry::Read(base::RegistryRoot root, const 
 bool WindowsRegistry::Write(base::RegistryRoot root, const std::string& key, const std::string& name,
                             const std::string& text) {
   HKEY opened = nullptr;
-  if (RegCreateKeyExW(RootKey(root), Wide(key).c_str(), 0, nullptr, 0, KEY_SET_VALUE, nullptr, &opened,
+  if (RegCreateKeyExW(HiveOf(root), Wide(key).c_str(), 0, nullptr, 0, KEY_SET_VALUE, nullptr, &opened,
                       nullptr) != ERROR_SUCCESS) {
     return false;
   }

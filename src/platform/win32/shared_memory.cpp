@@ -37,9 +37,13 @@ std::size_t MappedBytes(void* view) {
 }  // namespace
 
 std::unique_ptr<plugin::SharedSection> PagedMemory::Open(std::int32_t size, const std::string& name) {
+  denied_ = false;
   if (size <= 0) return nullptr;
   Handle section(CreateFileMappingW(INVALID_HANDLE_VALUE, nullptr, PAGE_READWRITE, 0,
                                     static_cast<DWORD>(size), Wide(name).c_str()));
+  // "CreateFileMappingW" of the platform's documentation: the name exists, and its owner lets only others in.
+  // So it is with what a program with administrator's rights made.
+  denied_ = !section && GetLastError() == ERROR_ACCESS_DENIED;
   if (!section) return nullptr;
   MappedView view(MapViewOfFile(section.Get(), FILE_MAP_ALL_ACCESS, 0, 0, 0));
   if (!view || MappedBytes(view.Get()) < static_cast<std::size_t>(size)) return nullptr;

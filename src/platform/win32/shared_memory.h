@@ -8,6 +8,10 @@ namespace win32 {
 class PagedMemory : public plugin::SharedMemory {
  public:
   std::unique_ptr<plugin::SharedSection> Open(std::int32_t size, const std::string& name) override;
+  bool Denied() const override { return denied_; }
+
+ private:
+  bool denied_ = false;
 };
 
 }  // namespace win32

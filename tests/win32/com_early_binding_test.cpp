@@ -1,0 +1,116 @@
+// The tool in a process of its own, as a host that was compiled with the type library uses it: by the
+// dispatch interfaces of its two classes, with named arguments, and with the types that the library promises.
+#include <gtest/gtest.h>
+
+#include "QVRKvTARNCfg.h"
+#include "base/text.h"
+#include "platform/win32/apartment.h"
+#include "platform/win32/handle.h"
+#include "platform/win32/process.h"
+#include "platform/win32/utf.h"
+#include "platform/win32/variant.h"
+
+namespace {
+
+using automation::Value;
+
+/// What the tool prints when it is started with `word`.
+std::string RunTool(const wchar_t* word) {
+  std::wstring line = L"\"" + win32::Wide(win32::ProgramFolder()) + L"\\QVRKvTARNCfg.exe\" " + word;
+  SECURITY_ATTRIBUTES inherited = {sizeof inherited, nullptr, TRUE};
+  win32::Handle out;
+  win32::Handle in;
+  CreatePipe(out.Put(), in.Put(), &inherited, 0);
+  STARTUPINFOW start = {};
+  start.cb = sizeof start;
+  start.dwFlags = STARTF_USESTDHANDLES;
+  start.hStdOutput = start.hStdError = in.Get();
+  PROCESS_INFORMATION made = {};
+  if (!CreateProcessW(nullptr, line.data(), nullptr, nullptr, TRUE, 0, nullptr, nullptr, &start, &made))
+    return "not started";
+  const win32::Handle process(made.hProcess);
+  const win32::Handle thread(made.hThread);
+  in.Reset();
+  std::string printed;
+  char part[200];
+  for (DWORD read = 0; ReadFile(out.Get(), part, sizeof part, &read, nullptr) && read > 0;)
+    printed.append(part, read);
+  WaitForSingleObject(process.Get(), 60'000);
+  return printed;
+}
+
+class EarlyBound : public testing::Test {
+ protected:
+  static void SetUpTestSuite() {
+    ASSERT_EQ(RunTool(L"/RegServer"),
+              "KV-TARN Configuration: registered for all users of this computer.\r\n");
+  }
+  static void TearDownTestSuite() { RunTool(L"/UnregServer"); }
+
+  /// The interface itself is asked for, so that the system needs its registration to bring it here.
+  static win32::ComPtr<IDispatch> Create(const CLSID& classId, const IID& interfaceId) {
+    void* object = nullptr;
+    EXPECT_EQ(CoCreateInstance(classId, nullptr, CLSCTX_LOCAL_SERVER, interfaceId, &object), S_OK);
+    return win32::ComPtr<IDispatch>(static_cast<IDispatch*>(object));
+  }
+
+  /// Arguments in the order of `names`, the member's first; all are named. The result when there is one.
+  static HRESULT Call(IDispatch* object, std::vector<std::wstring> names, const std::vector<Value>& values,
+                      win32::Variant* result = nullptr, EXCEPINFO* exception = nullptr) {
+    std::vector<LPOLESTR> words;
+    for (std::wstring& name : names) words.push_back(name.data());
+    std::vector<DISPID> ids(names.size());
+    const HRESULT found =
+        object->GetIDsOfNames(GUID{}, words.data(), static_cast<UINT>(words.size()), 0, ids.data());
+    if (FAILED(found)) return found;
+    std::vector<win32::Variant> owned;
+    std::vector<VARIANT> arguments;
+    for (const Value& value : values) owned.push_back(win32::ToVariant(value));
+    for (const auto& variant : owned) arguments.push_back(variant.Get());
+    const auto count = static_cast<UINT>(arguments.size());
+    DISPPARAMS parameters = {arguments.data(), ids.data() + 1, count, count};
+    return object->Invoke(ids[0], GUID{}, 0, DISPATCH_METHOD | DISPATCH_PROPERTYGET, &parameters,
+                          result ? result->Put() : nullptr, exception, nullptr);
+  }
+
+  win32::ComApartment apartment_;
+};
+
+TEST_F(EarlyBound, TheTransactionOfAnotherProcessHasTheTypesOfItsLibrary) {
+  const auto record = Create(CLSID_CTransaction, DIID__CTransaction);
+  ASSERT_TRUE(record);
+  EXPECT_EQ(Call(record.Get(), {L"ReDimRspArgument", L"IsPreserve", L"Index"}, {false, 3}), S_OK);
+  EXPECT_EQ(Call(record.Get(), {L"SetRspArgumentElement", L"Value", L"Index"}, {200, 2}), S_OK);
+  win32::Variant result;
+  ASSERT_EQ(Call(record.Get(), {L"GetRspArgumentElement", L"Index"}, {2}, &result), S_OK);
+  EXPECT_EQ(result.Get().vt, VT_UI1);
+  EXPECT_EQ(result.Get().bVal, 200);
+  const struct {
+    const wchar_t* name;
+    VARTYPE type;
+  } properties[] = {{L"State", VT_I2},
+                    {L"SeqNumber", VT_I2},
+                    {L"ReceivedBytesArg", VT_I4},
+                    {L"RspArgument", VT_ARRAY | VT_UI1}};
+  for (const auto& property : properties) {
+    ASSERT_EQ(Call(record.Get(), {property.name}, {}, &result), S_OK);
+    EXPECT_EQ(result.Get().vt, property.type) << win32::Utf8(property.name);
+  }
+}
+
+TEST_F(EarlyBound, TheToolTakesItsCommandWithNamedArguments) {
+  const auto tool = Create(CLSID_OVXPlugInAPI, DIID__OVXPlugInAPI);
+  ASSERT_TRUE(tool);
+  EXPECT_EQ(Call(tool.Get(), {L"SendCommand", L"strObjectKey"}, {""}), DISP_E_PARAMNOTOPTIONAL);
+  // Nobody has told it of a host: the command arrives, and is refused in the tool's own words.
+  EXCEPINFO exception = {};
+  ASSERT_EQ(Call(tool.Get(), {L"SendCommand", L"strObjectKey", L"intObjectClassId", L"lngCommandId"},
+                 {"x", 3, 7}, nullptr, &exception),
+            DISP_E_EXCEPTION);
+  EXPECT_EQ(win32::TextOf(exception.bstrSource), "KV-TARN Configuration");
+  SysFreeString(exception.bstrSource);
+  SysFreeString(exception.bstrDescription);
+  SysFreeString(exception.bstrHelpFile);
+}
+
+}  // namespace
