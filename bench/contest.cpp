@@ -50,6 +50,9 @@ void Contest::Run() {
   for (int round = 0; round < kRounds; ++round) {
     std::vector<Times> taken(entries_.size());
     std::vector<double> runs(entries_.size());
+    for (const Entry& entry : entries_) {
+      if (entry.renew) entry.renew();
+    }
     for (int slice = 0; slice < kSlices; ++slice) {
       for (std::size_t i = 0; i < entries_.size(); ++i)
         runs[i] += RunSlice(entries_[i].work, entries_[i].prepare, taken[i]);

@@ -16,9 +16,11 @@ struct Times {
 
 class Contest {
  public:
-  /// `work` does it once; `prepare` runs before each time and is not measured.
-  void Add(const std::string& name, std::function<void()> work, std::function<void()> prepare = {}) {
-    entries_.push_back({name, std::move(work), std::move(prepare)});
+  /// `work` does it once; `prepare` runs before each time and `renew` before each round, and neither is
+  /// measured.
+  void Add(const std::string& name, std::function<void()> work, std::function<void()> prepare = {},
+           std::function<void()> renew = {}) {
+    entries_.push_back({name, std::move(work), std::move(prepare), std::move(renew)});
   }
 
   /// Runs everything, for about 0.2 s each.
@@ -35,6 +37,7 @@ class Contest {
     std::string name;
     std::function<void()> work;
     std::function<void()> prepare;
+    std::function<void()> renew;
     std::vector<Times> rounds = {};
   };
   const Entry& Find(const std::string& name) const;

@@ -32,9 +32,9 @@ class Receiver {
   void Recycle(Bytes memory);
 
  private:
-  // Inline, since a stream of small pieces must not cost much more than copying it.
   bool ReadsInPlace() const;
   std::span<std::uint8_t> ArgumentSpace();
+  // Inline, since a stream of small pieces must not cost much more than copying it.
   inline void TakeArrived(std::size_t count);
   inline CTransaction& Expected();
   inline std::span<const std::uint8_t> TakeHeader(CTransaction& transaction,
