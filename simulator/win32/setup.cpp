@@ -88,7 +88,9 @@ void CallControls(const std::filesystem::path& file, const char* entry) {
 void RegisterHost(const std::vector<win32::ServerClass>& classes) {
   for (const win32::ServerClass& entry : classes) {
     for (const std::string& programId : entry.programIds) {
-      if (!RegisteredAs(programId, win32::ProgramPath())) return win32::RegisterServer(classes, 0);
+      if (RegisteredAs(programId, win32::ProgramPath())) continue;
+      win32::RegisterServer(classes, 0);
+      return;
     }
   }
 }

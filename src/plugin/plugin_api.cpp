@@ -180,10 +180,10 @@ void PlugInApi::BringUp() {
   const int lmoIndex =
       host::Try("The functional block index \"%s%\" is not a whole number of 16 bits.", {lmoIndex_},
                 [this] { return program_.GetSettings().numbers.ToInt16(lmoIndex_); });
-  OpenWindow(host::Session(std::move(server), Request(lmoIndex)));
+  LoadWindow(host::Session(std::move(server), Request(lmoIndex)));
 }
 
-void PlugInApi::OpenWindow(const host::Session& session) {
+void PlugInApi::LoadWindow(const host::Session& session) {
   shell::fMain* window = nullptr;
   try {
     window = &program_.MakeWindow(deviceName_, WindowName());
@@ -199,7 +199,7 @@ void PlugInApi::OpenWindow(const host::Session& session) {
   // A host that let go meanwhile let go of a hidden window.
   if (std::exchange(visibleWhenOpened_, true) && program_.Held()) {
     window->ShowWindow();
-    ApplyMinimized();
+    if (!window->Refused()) ApplyMinimized();
   } else if (window->Refused()) {
     window->Close();  // it would do so once it is shown
   }
@@ -219,13 +219,13 @@ void PlugInApi::CheckServerVersion() const {
   }
 }
 
-shell::fMain* PlugInApi::OpenWindow() const {
+shell::fMain* PlugInApi::UsableWindow() const {
   shell::fMain* window = program_.Window();
   return window && !window->Refused() && !window->Ending() ? window : nullptr;
 }
 
 void PlugInApi::SetVisible(bool visible) {
-  shell::fMain* window = OpenWindow();
+  shell::fMain* window = UsableWindow();
   if (!window || program_.IsComingUp()) {
     visibleWhenOpened_ = visible;
   } else if (!visible) {
@@ -244,7 +244,7 @@ void PlugInApi::ApplyMinimized() {
 }
 
 void PlugInApi::SetMinimized(bool minimized) {
-  shell::fMain* window = OpenWindow();
+  shell::fMain* window = UsableWindow();
   minimizeWhenShown_.reset();
   if (minimized == (window && window->State() == ui::WindowState::kMinimized)) return;
   if (window && window->Visible()) {
@@ -259,7 +259,7 @@ void PlugInApi::SetMinimized(bool minimized) {
 }
 
 void PlugInApi::MoveTo(std::optional<int> left, std::optional<int> top) {
-  shell::fMain* window = OpenWindow();
+  shell::fMain* window = UsableWindow();
   if (!window) {
     if (left) leftWhenOpened_ = left;
     if (top) topWhenOpened_ = top;
@@ -272,7 +272,7 @@ void PlugInApi::MoveTo(std::optional<int> left, std::optional<int> top) {
 }
 
 ui::Bounds PlugInApi::Bounds() const {
-  if (const shell::fMain* window = OpenWindow()) return window->GetBounds();
+  if (const shell::fMain* window = UsableWindow()) return window->GetBounds();
   return {.left = leftWhenOpened_.value_or(0), .top = topWhenOpened_.value_or(0)};
 }
 

@@ -36,7 +36,7 @@ class PlugInApi : public automation::LocalClass<PlugInApi> {
   void BringUp();
   void CheckServerVersion() const;
   host::SessionRequest Request(int lmoIndex) const;
-  void OpenWindow(const host::Session& session);
+  void LoadWindow(const host::Session& session);
   /// True when the window is open already; the same device is brought to the front, another one refused.
   bool RaiseOpenWindow();
   /// True when another process has its window open on the device; it is brought to the front.
@@ -45,7 +45,7 @@ class PlugInApi : public automation::LocalClass<PlugInApi> {
 
   /// The main window, unless a start was refused or it is closing: what is asked of it then holds for the
   /// next one.
-  shell::fMain* OpenWindow() const;
+  shell::fMain* UsableWindow() const;
   void SetVisible(bool visible);
   /// Does what was asked for while the window was hidden.
   void ApplyMinimized();

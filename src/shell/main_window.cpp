@@ -103,7 +103,7 @@ void fMain::ConnectHandlers() {
   onClosed = [this] { EndPlugIn(); };
   onQueryEnd = [this] { return WhyNotEnd(); };
   onSessionEnd = [this] {
-    sessionEnds_ = true;
+    flags_.sessionEnds = true;
     EndPlugIn();
   };
   onActivate = [this] { Activated(); };
@@ -161,6 +161,7 @@ void fMain::ReInitializeStrings() {
   InitStrings();
   const Strings::Hold hold(strings_);
   pages_.ReInitializeStrings();
+  pages_.NameControls(strings_);
   std::vector<ui::ListView::Row> rows;
   for (std::size_t i = 0; i < pages_.Count(); ++i) {
     const PageEntry& entry = pages_.Table()[i];
@@ -197,7 +198,7 @@ SaveResult fMain::InTransaction(std::string_view routine, std::string_view locat
     const ui::WaitPointer pointer(platform_.loop);
     try {
       host::Transaction transaction(transactions_);
-      if (work() && !sessionEnds_) {
+      if (work() && !flags_.sessionEnds) {
         result = SaveResult::kUnknown;  // until the host has answered
         transaction.Commit();
         result = SaveResult::kCommitted;
@@ -412,7 +413,10 @@ void fMain::ChooseUnits() {
     return;
   }
   device_.IsImperial = imperial;
-  if (Refresh("Unit")) return StoreUnitChoice(platform_.registry, imperial);
+  if (Refresh("Unit")) {
+    pages_.NameControls(strings_);
+    return StoreUnitChoice(platform_.registry, imperial);
+  }
   // The pages still show the former units, so they must also be written in them.
   device_.IsImperial = !imperial;
   optUnit[device_.IsImperial ? kImperial : kMetric].Select();

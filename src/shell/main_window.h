@@ -133,7 +133,6 @@ class fMain : public ui::Window, private MessageSink, private PageWork {
   std::string tag_;
   bool activated_ = false;
   bool ending_ = false;
-  bool sessionEnds_ = false;
   bool locationChanged_ = false;
   int blinkCounter_ = 0;  // milliseconds
 

@@ -65,6 +65,7 @@ struct PageFlags {
   bool writeError = false;     // a rule or a write failed in the save under way
   bool errorOccurred = false;  // a run-time error was reported since this was last cleared
   bool pageSelected = false;   // the user has selected a page in the list
+  bool sessionEnds = false;    // the user signs out: nothing is committed any more
   int lastFilledPage = 0;      // table index + 1 of the page that was filled last
 };
 

@@ -88,7 +88,7 @@ SaveResult PageSet::SaveAllPages(const PageContext& context, fLoading& progress)
       progress.AdvanceProgressBar(text(table_[i].listCaption));
       allWritten = pages_[i]->WriteValue() && allWritten;
     }
-    if (allWritten) {
+    if (allWritten && !context.flags.sessionEnds) {
       result = SaveResult::kUnknown;  // until the host has answered
       transaction.Commit();
       result = SaveResult::kCommitted;
@@ -142,6 +142,16 @@ fields::FieldList PageSet::Fields(const Strings& strings) const {
       std::ranges::move(pages_[i]->ListFields(TranslateBy(strings)), std::back_inserter(all));
   }
   return fields::FieldList(std::move(all));
+}
+
+void PageSet::NameControls(const Strings& strings) const {
+  const fields::FieldList list = Fields(strings);
+  for (const fields::Field& field : list.All()) {
+    const fields::Caption caption = field.caption();
+    if (field.cursor == field.control && field.kind != fields::Kind::kOption)
+      field.control->SetAccessibleName(fields::PathOf(caption) +
+                                       (caption.unit.empty() ? "" : ", " + caption.unit));
+  }
 }
 
 void PageSet::ReInitializeStrings() {

@@ -42,6 +42,8 @@ class PageSet : public PageFinder {
   /// now.
   fields::FieldList Fields(const Strings& strings) const;
   void ReInitializeStrings();
+  /// Tells assistive programs what each box is called: caption and unit, in the language and units in use.
+  void NameControls(const Strings& strings) const;
   /// Ends the save on every page after its commit.
   void EndWriteValue();
   void Clear() { pages_.clear(); }

@@ -219,6 +219,8 @@ TEST_F(AllPages, UnitsStandInTheCaptions) {
   for (const bool imperial : {false, true}) {
     if (imperial) Find<ui::OptionButton>("optUnit(1)").Click();
     for (const auto& [label, metric, us] : captions) EXPECT_EQ(Text(label), imperial ? us : metric) << label;
+    EXPECT_EQ(Find("fPID.txtPIDTemp(0)").AccessibleName(),
+              std::string("Space Temperature, Proportional Gain, ") + (imperial ? "% / °F" : "% / °C"));
   }
 }
 

@@ -194,8 +194,10 @@ TEST_F(ToolTest, WhatIsAskedOfAWindowBeforeItComesHolds) {
 
 TEST_F(ToolTest, TheReasonThatTheHostGaveStandsInTheLog) {
   building.Faults().Fail({.member = "Device.AddLmo", .text = "The template is locked."});
+  building.Faults().StartCounting();
   EXPECT_EQ(ErrorOf([&] { api.Call("SendCommand", 0, 0, ""); }),
             Raised("Error loading device template for RTU-1 North wing"));
+  EXPECT_EQ(building.Faults().Count("Device.LonMarkObjects"), 1u) << "taken before the template is loaded";
   building.Faults().Clear();
   building.Limits().answer = "BUSY";
   EXPECT_NE(ErrorOf([&] { api.Call("SendCommand", 0, 0, ""); }), "no error");

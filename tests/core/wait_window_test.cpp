@@ -35,9 +35,11 @@ TEST_F(WaitWindow, CancelGivesUpThisCallAlone) {
   EXPECT_FALSE(Overdue(5s));
   Click("cmdCancel");
   EXPECT_TRUE(Overdue(6s));
+  EXPECT_TRUE(tool.program.Busy()) << "nothing else is begun until the call has ended";
   EXPECT_EQ(Text("lblMessage"), "Canceled; waiting for the host's program to answer or end.");
   EXPECT_FALSE(tool.program.Waiting().Find("cmdWait")->Usable());
   tool.program.CallOver();
+  EXPECT_FALSE(tool.program.Busy());
   EXPECT_FALSE(Overdue(5s));
   EXPECT_TRUE(tool.program.Waiting().Find("cmdWait")->Usable());
 }

@@ -12,6 +12,8 @@
 namespace ui_test {
 namespace {
 
+constexpr unsigned kHideReadOnly = 4;  // OFN_HIDEREADONLY
+
 constexpr unsigned kAskedFor = 0x1004;  // no box for "read only", and a file that is there
 constexpr int kNameBox = 0x47C;         // the edit of the file dialog's combo box
 

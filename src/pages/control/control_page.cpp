@@ -1,7 +1,6 @@
 #include "pages/control/control_page.h"
 
 #include "base/text.h"
-#include "host/contract.h"
 
 namespace pages {
 namespace {
