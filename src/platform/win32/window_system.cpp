@@ -13,6 +13,18 @@ constexpr UINT_PTR kTopmostTimer = 1;
 constexpr UINT kTopmostTime =
     333;  // milliseconds, long enough for the desktop to have put the window in front
 
+struct Told {
+  UINT message;
+  WPARAM wParam;
+  LPARAM lParam;
+};
+
+BOOL CALLBACK Tell(HWND child, LPARAM what) {
+  const Told& told = *reinterpret_cast<const Told*>(what);
+  SendMessageW(child, told.message, told.wParam, told.lParam);
+  return TRUE;
+}
+
 }  // namespace
 
 void NativeWindow::BringToFront() {
@@ -67,17 +79,8 @@ void NativeWindow::DensityChanged(int dpi, const RECT& proposed) {
 
 // The system tells top-level windows alone; the common controls expect to hear it from them.
 void NativeWindow::PassOn(UINT message, WPARAM wParam, LPARAM lParam) const {
-  const struct Told {
-    UINT message;
-    WPARAM wParam;
-    LPARAM lParam;
-  } told = {message, wParam, lParam};
-  const auto tell = [](HWND child, LPARAM what) -> BOOL {
-    const auto& [message, wParam, lParam] = *reinterpret_cast<const Told*>(what);
-    SendMessageW(child, message, wParam, lParam);
-    return TRUE;
-  };
-  EnumChildWindows(Window(), tell, reinterpret_cast<LPARAM>(&told));
+  const Told told = {message, wParam, lParam};
+  EnumChildWindows(Window(), Tell, reinterpret_cast<LPARAM>(&told));
 }
 
 // The system shows the reason beside the window, and lets the user end the session all the same.
