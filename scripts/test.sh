@@ -25,6 +25,7 @@ rm -rf "$results"
 mkdir -p "$results"
 
 check "Code format" format scripts/format.sh --check
+check "Directions between rooms" rooms scripts/rooms.sh
 
 if build asan core_tests fuzz_targets; then
   gtest "Core tests on Linux" core-linux timeout -k 5 900 build/asan/core_tests

@@ -1,10 +1,10 @@
 // A program with one empty window of the tool's own toolkit: what the tool's memory is measured against.
 #include <exception>
 
-#include "platform/win32/apartment.h"
-#include "platform/win32/message_loop.h"
-#include "platform/win32/process.h"
-#include "platform/win32/toolkit.h"
+#include "platform/win32/com/apartment.h"
+#include "platform/win32/system/process.h"
+#include "platform/win32/window/message_loop.h"
+#include "platform/win32/window/toolkit.h"
 
 extern "C" int wmain(int /*count*/, wchar_t** /*arguments*/) {
   try {

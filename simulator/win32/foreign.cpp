@@ -5,8 +5,8 @@
 
 #include "base/error.h"
 #include "base/text.h"
-#include "platform/win32/utf.h"
-#include "platform/win32/window_name.h"
+#include "platform/win32/system/utf.h"
+#include "platform/win32/system/window_name.h"
 
 namespace simhost {
 namespace {

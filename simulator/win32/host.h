@@ -7,7 +7,7 @@
 #include <string_view>
 #include <vector>
 
-#include "platform/win32/com_server.h"
+#include "platform/win32/com/com_server.h"
 #include "simulator/building.h"
 #include "simulator/win32/options.h"
 #include "simulator/win32/tool.h"

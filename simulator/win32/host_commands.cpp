@@ -3,7 +3,7 @@
 
 #include "base/error.h"
 #include "base/registry.h"
-#include "platform/win32/registry.h"
+#include "platform/win32/system/registry.h"
 #include "simulator/win32/commands.h"
 #include "simulator/win32/console.h"
 #include "simulator/win32/measure.h"

@@ -5,8 +5,8 @@
 
 #include <fmt/format.h>
 
-#include "platform/win32/process.h"
-#include "platform/win32/utf.h"
+#include "platform/win32/system/process.h"
+#include "platform/win32/system/utf.h"
 #include "simulator/win32/commands.h"
 #include "simulator/win32/console.h"
 #include "simulator/win32/options.h"

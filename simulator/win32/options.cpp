@@ -2,7 +2,7 @@
 
 #include "base/error.h"
 #include "base/text.h"
-#include "platform/win32/utf.h"
+#include "platform/win32/system/utf.h"
 
 namespace simhost {
 namespace {

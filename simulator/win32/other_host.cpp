@@ -7,8 +7,8 @@
 #include <utility>
 
 #include "base/error.h"
-#include "platform/win32/process.h"
-#include "platform/win32/system_error.h"
+#include "platform/win32/system/process.h"
+#include "platform/win32/system/system_error.h"
 
 namespace simhost {
 namespace {

@@ -8,7 +8,7 @@
 #include <string>
 #include <vector>
 
-#include "platform/win32/handle.h"
+#include "platform/win32/system/handle.h"
 #include "simulator/win32/patience.h"
 
 namespace simhost {

@@ -2,7 +2,7 @@
 
 #include <thread>
 
-#include "platform/win32/registration.h"
+#include "platform/win32/com/registration.h"
 #include "simulator/win32/console.h"
 #include "simulator/win32/runner.h"
 #include "simulator/win32/setup.h"

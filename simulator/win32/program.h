@@ -4,10 +4,10 @@
 
 #include <memory>
 
-#include "platform/win32/apartment.h"
-#include "platform/win32/message_loop.h"
-#include "platform/win32/prompts.h"
-#include "platform/win32/toolkit.h"
+#include "platform/win32/com/apartment.h"
+#include "platform/win32/window/message_loop.h"
+#include "platform/win32/window/prompts.h"
+#include "platform/win32/window/toolkit.h"
 #include "simulator/win32/host.h"
 #include "simulator/win32/host_thread.h"
 #include "simulator/win32/host_window.h"

@@ -10,9 +10,9 @@
 
 #include "automation/local_object.h"
 #include "base/error.h"
-#include "platform/win32/com_object.h"
-#include "platform/win32/com_server.h"
-#include "platform/win32/system_error.h"
+#include "platform/win32/com/com_object.h"
+#include "platform/win32/com/com_server.h"
+#include "platform/win32/system/system_error.h"
 #include "simulator/call_trace.h"
 
 namespace simhost {

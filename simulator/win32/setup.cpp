@@ -7,11 +7,11 @@
 
 #include "base/error.h"
 #include "base/text.h"
-#include "platform/win32/process.h"
-#include "platform/win32/registration.h"
-#include "platform/win32/registry.h"
-#include "platform/win32/system_error.h"
-#include "platform/win32/utf.h"
+#include "platform/win32/com/registration.h"
+#include "platform/win32/system/process.h"
+#include "platform/win32/system/registry.h"
+#include "platform/win32/system/system_error.h"
+#include "platform/win32/system/utf.h"
 
 namespace simhost {
 namespace {

@@ -7,7 +7,7 @@
 #include <filesystem>
 #include <vector>
 
-#include "platform/win32/com_server.h"
+#include "platform/win32/com/com_server.h"
 #include "simulator/building.h"
 
 namespace simhost {

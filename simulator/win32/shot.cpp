@@ -4,8 +4,8 @@
 #include <thread>
 
 #include "base/error.h"
-#include "platform/win32/handle.h"
-#include "platform/win32/system_error.h"
+#include "platform/win32/system/handle.h"
+#include "platform/win32/system/system_error.h"
 #include "simulator/win32/console.h"
 #include "simulator/win32/foreign.h"
 

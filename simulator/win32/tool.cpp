@@ -6,7 +6,7 @@
 #include <algorithm>
 
 #include "base/text.h"
-#include "platform/win32/com_object.h"
+#include "platform/win32/com/com_object.h"
 #include "simulator/win32/foreign.h"
 #include "simulator/win32/setup.h"
 #include "simulator/win32/tool_process.h"

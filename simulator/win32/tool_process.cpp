@@ -3,7 +3,7 @@
 // After windows.h, which it needs.
 #include <tlhelp32.h>
 
-#include "platform/win32/handle.h"
+#include "platform/win32/system/handle.h"
 #include "simulator/win32/setup.h"
 
 namespace simhost {

@@ -5,9 +5,9 @@
 #include <set>
 
 #include "com_support.h"
-#include "platform/win32/apartment.h"
-#include "platform/win32/com_object.h"
-#include "platform/win32/local_dispatch.h"
+#include "platform/win32/com/apartment.h"
+#include "platform/win32/com/com_object.h"
+#include "platform/win32/com/local_dispatch.h"
 #include "ui_support.h"
 
 namespace {

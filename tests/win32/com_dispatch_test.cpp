@@ -1,9 +1,9 @@
 #include <gtest/gtest.h>
 
 #include "com_support.h"
-#include "platform/win32/com_object.h"
-#include "platform/win32/local_dispatch.h"
-#include "platform/win32/variant.h"
+#include "platform/win32/com/com_object.h"
+#include "platform/win32/com/local_dispatch.h"
+#include "platform/win32/com/variant.h"
 
 namespace {
 

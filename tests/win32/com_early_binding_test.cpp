@@ -4,11 +4,11 @@
 
 #include "QVRKvTARNCfg.h"
 #include "base/text.h"
-#include "platform/win32/apartment.h"
-#include "platform/win32/handle.h"
-#include "platform/win32/process.h"
-#include "platform/win32/utf.h"
-#include "platform/win32/variant.h"
+#include "platform/win32/com/apartment.h"
+#include "platform/win32/com/variant.h"
+#include "platform/win32/system/handle.h"
+#include "platform/win32/system/process.h"
+#include "platform/win32/system/utf.h"
 
 namespace {
 

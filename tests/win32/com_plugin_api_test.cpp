@@ -2,9 +2,9 @@
 
 #include "QVRKvTARNCfg.h"
 #include "base/text.h"
-#include "platform/win32/apartment.h"
-#include "platform/win32/local_dispatch.h"
-#include "platform/win32/type_library.h"
+#include "platform/win32/com/apartment.h"
+#include "platform/win32/com/local_dispatch.h"
+#include "platform/win32/com/type_library.h"
 #include "plugin/plugin_api.h"
 #include "serverlink/transaction.h"
 #include "tests/core/stand_ins.h"

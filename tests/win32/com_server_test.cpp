@@ -7,12 +7,12 @@
 #include "base/error.h"
 #include "base/text.h"
 #include "com_support.h"
-#include "platform/win32/apartment.h"
-#include "platform/win32/com_object.h"
-#include "platform/win32/com_server.h"
-#include "platform/win32/process.h"
-#include "platform/win32/registration.h"
-#include "platform/win32/registry.h"
+#include "platform/win32/com/apartment.h"
+#include "platform/win32/com/com_object.h"
+#include "platform/win32/com/com_server.h"
+#include "platform/win32/com/registration.h"
+#include "platform/win32/system/process.h"
+#include "platform/win32/system/registry.h"
 
 namespace {
 

@@ -1,12 +1,12 @@
 #include <gtest/gtest.h>
 
 #include "base/error.h"
-#include "platform/win32/files.h"
-#include "platform/win32/handle.h"
-#include "platform/win32/locale.h"
-#include "platform/win32/process.h"
-#include "platform/win32/registry.h"
-#include "platform/win32/system_error.h"
+#include "platform/win32/system/files.h"
+#include "platform/win32/system/handle.h"
+#include "platform/win32/system/locale.h"
+#include "platform/win32/system/process.h"
+#include "platform/win32/system/registry.h"
+#include "platform/win32/system/system_error.h"
 
 namespace {
 

@@ -3,9 +3,9 @@
 #include <objbase.h>
 
 #include "base/error.h"
-#include "platform/win32/apartment.h"
-#include "platform/win32/com_object.h"
-#include "platform/win32/local_dispatch.h"
+#include "platform/win32/com/apartment.h"
+#include "platform/win32/com/com_object.h"
+#include "platform/win32/com/local_dispatch.h"
 
 namespace com_test {
 namespace {

@@ -8,7 +8,7 @@
 #include <thread>
 
 #include "automation/local_object.h"
-#include "platform/win32/com_class.h"
+#include "platform/win32/com/com_class.h"
 
 namespace com_test {
 

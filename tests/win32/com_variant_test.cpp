@@ -6,8 +6,8 @@
 
 #include "automation/error.h"
 #include "com_support.h"
-#include "platform/win32/local_dispatch.h"
-#include "platform/win32/variant.h"
+#include "platform/win32/com/local_dispatch.h"
+#include "platform/win32/com/variant.h"
 
 namespace {
 

@@ -5,11 +5,11 @@
 #include <bit>
 #include <memory>
 
-#include "platform/win32/apartment.h"
-#include "platform/win32/com_object.h"
-#include "platform/win32/control_host.h"
-#include "platform/win32/local_dispatch.h"
-#include "platform/win32/process.h"
+#include "platform/win32/com/apartment.h"
+#include "platform/win32/com/com_object.h"
+#include "platform/win32/com/local_dispatch.h"
+#include "platform/win32/control/control_host.h"
+#include "platform/win32/system/process.h"
 #include "tests/sim/building_fixture.h"
 #include "ui_support.h"
 

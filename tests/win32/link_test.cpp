@@ -1,7 +1,7 @@
 #include <gmock/gmock.h>
 
-#include "platform/win32/message_loop.h"
-#include "platform/win32/utf.h"
+#include "platform/win32/system/utf.h"
+#include "platform/win32/window/message_loop.h"
 #include "serverlink/asio_socket.h"
 #include "serverlink/fComm.h"
 #include "shell/strings.h"

@@ -2,8 +2,8 @@
 // the service itself is on the list for a real machine.
 #include <map>
 
-#include "platform/win32/apartment.h"
-#include "platform/win32/com_class.h"
+#include "platform/win32/com/apartment.h"
+#include "platform/win32/com/com_class.h"
 #include "ui_support.h"
 // After windows.h, which it needs.
 #include <oleacc.h>

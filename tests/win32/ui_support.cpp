@@ -1,7 +1,7 @@
 #include "ui_support.h"
 
-#include "platform/win32/utf.h"
-#include "platform/win32/window_name.h"
+#include "platform/win32/system/utf.h"
+#include "platform/win32/system/window_name.h"
 
 namespace ui_test {
 namespace {

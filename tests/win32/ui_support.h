@@ -9,8 +9,8 @@
 #include <string>
 #include <vector>
 
-#include "platform/win32/message_loop.h"
-#include "platform/win32/toolkit.h"
+#include "platform/win32/window/message_loop.h"
+#include "platform/win32/window/toolkit.h"
 #include "ui/form.h"
 
 namespace ui_test {

@@ -2,8 +2,8 @@
 #include <array>
 #include <set>
 
-#include "platform/win32/menu_native.h"
-#include "platform/win32/window_name.h"
+#include "platform/win32/system/window_name.h"
+#include "platform/win32/window/menu_native.h"
 #include "ui_support.h"
 // After windows.h, which it needs.
 #include <commctrl.h>

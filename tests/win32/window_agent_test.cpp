@@ -2,10 +2,10 @@
 
 #include <windows.h>
 
-#include "platform/win32/desktop_windows.h"
-#include "platform/win32/handle.h"
-#include "platform/win32/process.h"
-#include "platform/win32/shared_memory.h"
+#include "platform/win32/system/desktop_windows.h"
+#include "platform/win32/system/handle.h"
+#include "platform/win32/system/process.h"
+#include "platform/win32/system/shared_memory.h"
 #include "ui_support.h"
 
 namespace {

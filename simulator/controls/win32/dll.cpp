@@ -7,7 +7,7 @@
 #include <vector>
 
 #include "SimControls.h"
-#include "platform/win32/registration.h"
+#include "platform/win32/com/registration.h"
 #include "simulator/controls/about.h"
 #include "simulator/controls/actuator.h"
 #include "simulator/controls/object_manager.h"

@@ -4,8 +4,8 @@
 #include <olectl.h>
 
 #include "SimControls.h"
-#include "platform/win32/local_dispatch.h"
-#include "platform/win32/type_library.h"
+#include "platform/win32/com/local_dispatch.h"
+#include "platform/win32/com/type_library.h"
 
 namespace simcontrols {
 namespace {

@@ -6,8 +6,8 @@
 #include <memory>
 
 #include "automation/object.h"
-#include "platform/win32/message_loop.h"
-#include "platform/win32/toolkit.h"
+#include "platform/win32/window/message_loop.h"
+#include "platform/win32/window/toolkit.h"
 #include "simulator/controls/makers_control.h"
 #include "simulator/controls/win32/event_source.h"
 #include "simulator/controls/win32/ole_parts.h"

@@ -8,7 +8,7 @@
 #include <ocidl.h>
 #include <oleidl.h>
 
-#include "platform/win32/com_class.h"
+#include "platform/win32/com/com_class.h"
 
 namespace simcontrols {
 

@@ -1,0 +1,38 @@
+// What a native list view asks about the rows of its description while it shows them: texts, the row that
+// begins as a person types, and the drawing of what it cannot draw itself. For list views alone.
+#pragma once
+
+#include <windows.h>
+// After windows.h, which it needs.
+#include <commctrl.h>
+
+#include <array>
+#include <string>
+
+#include "platform/win32/window/font_metrics.h"
+#include "ui/control.h"
+
+namespace win32 {
+
+class ListCells {
+ public:
+  ListCells(const ui::ListView& list, const FontMetrics& metrics) : list_(list), metrics_(metrics) {}
+
+  /// Answers LVN_GETDISPINFO.
+  void Give(LVITEMW& item);
+  /// Answers LVN_ODFINDITEM: the place of the row whose first cell begins so, or -1.
+  LRESULT Find(const NMLVFINDITEMW& wanted) const;
+  /// Answers NM_CUSTOMDRAW.
+  LRESULT Draw(const NMLVCUSTOMDRAW& drawn) const;
+
+ private:
+  const std::string* LongCell(std::size_t row, std::size_t column) const;
+  void DrawWhole(const NMLVCUSTOMDRAW& drawn, const std::string& cell) const;
+
+  const ui::ListView& list_;
+  const FontMetrics& metrics_;
+  std::array<std::wstring, 4> lent_;  // to the native control, which may ask for more meanwhile
+  std::size_t next_ = 0;
+};
+
+}  // namespace win32

@@ -1,0 +1,99 @@
+#include "platform/win32/system/desktop_windows.h"
+
+#include <windows.h>
+
+namespace win32 {
+namespace {
+
+constexpr const wchar_t* kMarkProperty = L"TarnPublished";
+constexpr UINT kAnswerTime = 5000;  // milliseconds
+
+HWND WindowOf(std::int32_t window) { return static_cast<HWND>(LongToHandle(window)); }
+
+BOOL CALLBACK FindEnabledOver(HWND window, LPARAM found) {
+  HWND& there = *reinterpret_cast<HWND*>(found);
+  if (GetWindow(window, GW_OWNER) != there || !IsWindowVisible(window) || !IsWindowEnabled(window))
+    return TRUE;
+  there = window;
+  return FALSE;
+}
+
+BOOL CALLBACK FindVisible(HWND window, LPARAM found) {
+  if (!IsWindowVisible(window)) return TRUE;
+  *reinterpret_cast<HWND*>(found) = window;
+  return FALSE;
+}
+
+// The dialog that waits for its answer in front of a window, or the window itself.
+HWND EnabledOver(HWND window) {
+  if (!IsWindowEnabled(window)) {
+    EnumThreadWindows(GetWindowThreadProcessId(window, nullptr), FindEnabledOver,
+                      reinterpret_cast<LPARAM>(&window));
+  }
+  return window;
+}
+
+// The keyboard can be given to a window of another thread only while both share their input.
+class SharedInput {
+ public:
+  explicit SharedInput(HWND window) : other_(GetWindowThreadProcessId(window, nullptr)) {
+    if (other_ == GetCurrentThreadId() || !AttachThreadInput(GetCurrentThreadId(), other_, TRUE)) other_ = 0;
+  }
+  SharedInput(const SharedInput&) = delete;
+  SharedInput& operator=(const SharedInput&) = delete;
+  ~SharedInput() {
+    if (other_) AttachThreadInput(GetCurrentThreadId(), other_, FALSE);
+  }
+
+ private:
+  DWORD other_;
+};
+
+}  // namespace
+
+void NativeDesktop::Mark(std::int32_t window, std::int32_t mark) {
+  if (mark == 0) {
+    RemovePropW(WindowOf(window), kMarkProperty);
+  } else {
+    SetPropW(WindowOf(window), kMarkProperty, LongToHandle(mark));
+  }
+}
+
+plugin::Sight NativeDesktop::Look(std::int32_t window, std::int32_t mark) {
+  HWND there = WindowOf(window);
+  if (GetPropW(there, kMarkProperty) != LongToHandle(mark)) return plugin::Sight::kGone;
+  DWORD_PTR answer = 0;
+  if (!SendMessageTimeoutW(there, WM_NULL, 0, 0, SMTO_ABORTIFHUNG, kAnswerTime, &answer)) {
+    return IsWindow(there) ? plugin::Sight::kSilent : plugin::Sight::kGone;
+  }
+  return IsZoomed(there) ? plugin::Sight::kMaximized : plugin::Sight::kNormal;
+}
+
+void NativeDesktop::Show(std::int32_t window, int command) { ShowWindow(WindowOf(window), command); }
+
+void NativeDesktop::SetTopmost(std::int32_t window, bool topmost) {
+  SetWindowPos(WindowOf(window), topmost ? HWND_TOPMOST : HWND_NOTOPMOST, 0, 0, 0, 0,
+               SWP_NOMOVE | SWP_NOSIZE);
+}
+
+// A program may bring a window to the front only with the leave of the one that the user works with.
+void NativeDesktop::RaiseLoading(std::int32_t window) {
+  DWORD process = 0;
+  const DWORD thread = GetWindowThreadProcessId(WindowOf(window), &process);
+  AllowSetForegroundWindow(process);
+  HWND shown = nullptr;
+  EnumThreadWindows(thread, FindVisible, reinterpret_cast<LPARAM>(&shown));
+  if (shown) Activate(HandleToLong(shown));
+}
+
+void NativeDesktop::Activate(std::int32_t window) {
+  HWND there = WindowOf(window);
+  SetForegroundWindow(there);
+  BringWindowToTop(there);
+  HWND receiver = EnabledOver(there);
+  if (receiver != there) SetForegroundWindow(receiver);
+  const SharedInput input(receiver);
+  SetFocus(receiver);
+}
+
+}  // namespace win32

@@ -1,0 +1,138 @@
+#include "platform/win32/window/control_native.h"
+
+#include <utility>
+
+#include "base/error.h"
+#include "platform/win32/system/system_error.h"
+#include "platform/win32/system/utf.h"
+#include "platform/win32/system/window_class.h"
+#include "platform/win32/window/form_native.h"
+#include "platform/win32/window/window_native.h"
+
+namespace win32 {
+
+UiContext& NativeControl::Context() const { return form_.Context(); }
+
+const FontMetrics& NativeControl::Metrics() const { return form_.Top().GetLook().font; }
+
+const Pictures& NativeControl::Images() const { return form_.Top().GetLook().pictures; }
+
+HFONT NativeControl::TextFont() const { return Metrics().Text(); }
+
+std::wstring NativeControl::Caption() const { return Wide(control_.Text()); }
+
+std::wstring NativeControl::ShownText() const {
+  std::wstring text(static_cast<std::size_t>(GetWindowTextLengthW(window_)), L'\0');
+  const int length = GetWindowTextW(window_, text.data(), static_cast<int>(text.size()) + 1);
+  text.resize(static_cast<std::size_t>(length));
+  return text;
+}
+
+void NativeControl::Create(int id, bool startsGroup) {
+  const Style style = GetStyle();
+  const DWORD state = (control_.VisibleInFrame() ? WS_VISIBLE : 0) |
+                      (control_.EnabledInFrame() ? 0 : WS_DISABLED) | (startsGroup ? WS_GROUP : 0);
+  window_ = CreateWindowExW(style.extendedStyle, style.windowClass, Caption().c_str(),
+                            WS_CHILD | style.style | state, 0, 0, 0, 0, form_.Window(),
+                            reinterpret_cast<HMENU>(static_cast<INT_PTR>(id)), ThisModule(), nullptr);
+  const std::string name = control_.GetForm().Name() + "." + control_.Name();
+  if (!window_) throw base::Error("The control " + name + " could not be created: " + LastErrorText());
+  SendMessageW(window_, WM_SETFONT, reinterpret_cast<WPARAM>(TextFont()), FALSE);
+  name_.emplace(window_, name);
+  Context().controls[window_] = this;
+  SetWindowLongPtrW(window_, GWLP_USERDATA, reinterpret_cast<LONG_PTR>(this));
+  native_ = reinterpret_cast<WNDPROC>(
+      SetWindowLongPtrW(window_, GWLP_WNDPROC, reinterpret_cast<LONG_PTR>(&Procedure)));
+  Created();
+  Mirror(ui::Aspect::kContent);
+  if (!control_.Tip().empty()) form_.ShowTip(*this);
+  MirrorName();
+  MeasuredAnew();
+}
+
+void NativeControl::Disconnect() {
+  if (!window_) return;
+  name_.reset();
+  Context().accessibleNames.Set(window_, {});
+  Context().controls.erase(window_);
+  // Somebody may have put a procedure before this one, and would be cut off if this one were taken out.
+  SetWindowLongPtrW(window_, GWLP_USERDATA, 0);
+  window_ = nullptr;
+}
+
+void NativeControl::Mirror(ui::Aspect aspect) {
+  switch (aspect) {
+    case ui::Aspect::kText:
+      return MirrorText();
+    case ui::Aspect::kEnabled:
+      if ((IsWindowEnabled(window_) != FALSE) != control_.EnabledInFrame()) {
+        EnableWindow(window_, control_.EnabledInFrame());
+      }
+      return;
+    case ui::Aspect::kVisible:
+      ShowWindow(window_, control_.VisibleInFrame() ? SW_SHOWNA : SW_HIDE);
+      return;
+    case ui::Aspect::kTip:
+      return form_.ShowTip(*this);
+    case ui::Aspect::kName:
+      return MirrorName();
+    case ui::Aspect::kContent:
+      return;
+  }
+}
+
+void NativeControl::MirrorText() {
+  const std::wstring caption = Caption();
+  if (ShownText() != caption) SetWindowTextW(window_, caption.c_str());
+}
+
+void NativeControl::MirrorName() { Context().accessibleNames.Set(window_, Wide(control_.AccessibleName())); }
+
+bool NativeControl::MeasuredAnew() {
+  const ui::Size before = std::exchange(measured_, Measure());
+  return before != measured_;
+}
+
+void NativeControl::FontChanged() {
+  if (window_) SendMessageW(window_, WM_SETFONT, reinterpret_cast<WPARAM>(TextFont()), TRUE);
+  MeasuredAnew();
+}
+
+bool NativeControl::Place(const ui::Rect& rect) {
+  if (rect == placed_) return false;
+  placed_ = rect;
+  // Copied pixels of many moves at once would overlap each other.
+  SetWindowPos(window_, nullptr, rect.left, rect.top, rect.width, rect.height,
+               SWP_NOZORDER | SWP_NOACTIVATE | SWP_NOCOPYBITS);
+  return true;
+}
+
+void NativeControl::TakeFocus() { form_.Top().Focus().Give(window_); }
+
+void NativeControl::Act(const std::function<void()>& work) {
+  Context().loop.RunOutsideSend([this, work, weak = form_.weak_from_this()] {
+    const auto form = weak.lock();
+    if (!form || !form->Alive()) return;
+    const auto top = form->Top().shared_from_this();
+    if (top->Focus().Settle() && form->Alive()) Context().loop.Guard(work);
+    if (form->Alive()) Mirror(ui::Aspect::kContent);
+  });
+}
+
+LRESULT CALLBACK NativeControl::Procedure(HWND window, UINT message, WPARAM wParam, LPARAM lParam) {
+  auto* control = reinterpret_cast<NativeControl*>(GetWindowLongPtrW(window, GWLP_USERDATA));
+  const WNDPROC native =
+      control ? control->native_ : reinterpret_cast<WNDPROC>(GetClassLongPtrW(window, GCLP_WNDPROC));
+  std::optional<LRESULT> answer;
+  if (control) control->Context().loop.Guard([&] { answer = control->Receive(message, wParam, lParam); });
+  return answer ? *answer : CallWindowProcW(native, window, message, wParam, lParam);
+}
+
+std::optional<LRESULT> NativeControl::Receive(UINT message, WPARAM wParam, LPARAM lParam) {
+  if (message == WM_SETFOCUS || message == WM_KILLFOCUS) form_.Top().Focus().Moved();
+  if (message != WM_NCDESTROY) return Filter(message, wParam, lParam);
+  Disconnect();
+  return std::nullopt;
+}
+
+}  // namespace win32

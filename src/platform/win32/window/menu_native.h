@@ -1,0 +1,52 @@
+// Native menus made of menu descriptions: the bar of a window with its accelerator keys, and pop-up menus.
+// Entries are known by numbers from kFirst on.
+#pragma once
+
+#include <windows.h>
+
+#include <functional>
+#include <map>
+#include <string>
+#include <string_view>
+#include <vector>
+
+#include "platform/win32/system/handle.h"
+#include "ui/control.h"
+
+namespace win32 {
+
+struct DestroyMenuHandle {
+  void operator()(HMENU menu) const { DestroyMenu(menu); }
+};
+struct DestroyAcceleratorTableHandle {
+  void operator()(HACCEL table) const { DestroyAcceleratorTable(table); }
+};
+
+/// "S" or "7" with or without "Ctrl+", or "F1" to "F24". Nothing (key 0) for any other name.
+ACCEL ParseAccelerator(std::string_view key);
+
+class NativeMenu {
+ public:
+  static constexpr int kFirst = 0x4000;
+  enum class Shape { kBar, kPopup };
+
+  NativeMenu(const std::vector<ui::MenuItem>& items, Shape shape);
+
+  HMENU Get() const { return menu_.Get(); }
+  HACCEL Accelerators() const { return accelerators_.Get(); }
+  /// What the entry of that number does; nothing for an unknown one.
+  std::function<void()> Find(int id) const;
+  /// Whether this menu shows exactly the captions of `items`.
+  bool Shows(const std::vector<ui::MenuItem>& items) const;
+
+ private:
+  void Append(HMENU menu, const std::vector<ui::MenuItem>& items);
+
+  Owner<HMENU, DestroyMenuHandle> menu_;
+  Owner<HACCEL, DestroyAcceleratorTableHandle> accelerators_;
+  std::map<int, std::function<void()>> handlers_;
+  std::vector<ACCEL> keys_;
+  std::string captions_;
+};
+
+}  // namespace win32
