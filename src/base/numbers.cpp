@@ -20,6 +20,11 @@ bool IsNumberCharacter(char letter) {
 
 }  // namespace
 
+std::optional<double> ParseEither(const Numbers& numbers, std::string_view text) {
+  const auto number = numbers.Parse(text);
+  return number ? number : Numbers().Parse(text);
+}
+
 double RoundHalfToEven(double value) {
   const double lower = std::floor(value);
   const double rest = value - lower;

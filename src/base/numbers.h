@@ -41,6 +41,9 @@ class Numbers {
   char decimal_;
 };
 
+/// A number as people or hosts write it: with the user's decimal separator, or with a point.
+std::optional<double> ParseEither(const Numbers& numbers, std::string_view text);
+
 /// The nearest whole number, halves to the even one, as the platform's automation conversions do.
 double RoundHalfToEven(double value);
 

@@ -29,6 +29,27 @@ std::string_view Trim(std::string_view text) {
 std::string Upper(std::string_view text) { return Transformed(text, UpperLetter); }
 std::string Lower(std::string_view text) { return Transformed(text, LowerLetter); }
 
+std::string Fold(std::string_view text) {
+  // The letters U+00C0 to U+00FF; a blank stands for one that is kept.
+  static constexpr std::string_view kPlain =
+      "aaaaaa ceeeeiiii nooooo ouuuuy saaaaaa ceeeeiiii nooooo ouuuuy y";
+  static constexpr unsigned char kLead = 0xC3;  // of these letters in UTF-8
+  std::string folded;
+  for (std::size_t i = 0; i < text.size(); ++i) {
+    const char plain = static_cast<unsigned char>(text[i]) == kLead && i + 1 < text.size()
+                           ? kPlain[static_cast<unsigned char>(text[i + 1]) & 0x3FU]
+                           : ' ';
+    if (plain == ' ') {
+      folded += Lower(text.substr(i, 1));
+      continue;
+    }
+    folded += plain;
+    const bool sharpS = static_cast<unsigned char>(text[++i]) == 0x9F;
+    if (sharpS) folded += plain;
+  }
+  return folded;
+}
+
 bool EqualsNoCase(std::string_view left, std::string_view right) {
   return std::ranges::equal(left, right, {}, UpperLetter, UpperLetter);
 }

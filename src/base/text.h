@@ -14,6 +14,10 @@ std::string_view Trim(std::string_view text);
 std::string Upper(std::string_view text);
 std::string Lower(std::string_view text);
 
+/// For comparing what people type in Western European languages: lower case, without accents ("Köhler-Größe"
+/// becomes "kohler-grosse").
+std::string Fold(std::string_view text);
+
 /// True when both texts are the same but for the case of the letters A to Z.
 bool EqualsNoCase(std::string_view left, std::string_view right);
 

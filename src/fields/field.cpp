@@ -158,6 +158,13 @@ std::string Key(std::string_view page, std::string_view control) {
 
 }  // namespace
 
+bool SameContent(const Field& field, const base::Numbers& numbers, std::string_view a, std::string_view b) {
+  if (a == b) return true;
+  if (field.kind != Kind::kText) return false;
+  const auto first = base::ParseEither(numbers, a), second = base::ParseEither(numbers, b);
+  return first && first == second;
+}
+
 Field FieldOf(ui::Control& control, const Translate& translate) {
   switch (control.GetKind()) {
     case ui::Kind::kTextBox:

@@ -9,6 +9,7 @@
 #include <unordered_map>
 #include <vector>
 
+#include "base/numbers.h"
 #include "fields/caption.h"
 #include "ui/form.h"
 
@@ -25,6 +26,7 @@ struct Field {
   std::string page;  // the form's window-class name, "fPID"
   std::string name;  // the control's, "txtPIDTemp(0)"; of an option group without the place, "optTemp"
   Kind kind = Kind::kText;
+  std::string source;               // property or variable of the device that holds it; may be empty
   ui::Control* control = nullptr;  // shows it; of an option group the first button; nothing: no control does
   ui::Control* cursor = nullptr;   // takes the keyboard for it: mostly the control itself
 
@@ -42,6 +44,10 @@ struct Field {
   /// content then, or the reason in the language in use; a refused content leaves the field as it was.
   std::function<std::string(std::string_view content)> take;
 };
+
+/// Whether two contents of a field are the same to a person: numbers are compared as numbers, with the user's
+/// decimal sign or with a point.
+bool SameContent(const Field& field, const base::Numbers& numbers, std::string_view a, std::string_view b);
 
 /// The field of a control that holds a value; of an option button, that of its group.
 Field FieldOf(ui::Control& control, const Translate& translate);

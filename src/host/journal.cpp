@@ -1,6 +1,9 @@
 #include "host/journal.h"
 
 #include <algorithm>
+#include <iterator>
+
+#include "base/record.h"
 
 namespace host {
 
@@ -33,6 +36,41 @@ void Journal::Note(Written written) {
     }
   }
   *known = std::move(written);
+}
+
+void Journal::NoteRefused(std::string_view object, int number, std::string_view reason) {
+  for (Written& entry : entries_) {
+    if (entry.object == object && entry.number == number) entry.refused = reason;
+  }
+}
+
+std::vector<ChangedField> ChangedFields(const Written& entry) {
+  const base::Record before(entry.before), written(entry.text);
+  if (entry.fields.empty() || before.Count() != written.Count()) {
+    const std::string control = entry.fields.empty() ? std::string() : entry.fields.front().control;
+    if (entry.before == entry.text) return {};
+    return {{control, entry.before, entry.text, std::string::npos}};
+  }
+  std::vector<ChangedField> changed;
+  for (const auto& [place, control] : entry.fields) {
+    if (before.Field(place) == written.Field(place)) continue;
+    changed.push_back({control, std::string(before.Field(place)), std::string(written.Field(place)), place});
+  }
+  return changed;
+}
+
+std::string FieldOf(const ChangedField& field, const std::string& text) {
+  const base::Record record(text);
+  return field.place < record.Count() ? std::string(record.Field(field.place)) : text;
+}
+
+std::vector<ChangedField> RefusedFields(const Written& entry) {
+  const std::vector<ChangedField> changed = ChangedFields(entry);
+  std::vector<ChangedField> named;
+  std::ranges::copy_if(changed, std::back_inserter(named), [&entry](const ChangedField& field) {
+    return entry.refused.find('"' + field.written + '"') != std::string::npos;
+  });
+  return named.empty() ? changed : named;
 }
 
 }  // namespace host

@@ -34,9 +34,23 @@ struct Written {
   std::vector<WrittenField> fields = {};  // that were put in; none: the text is one field
   std::function<std::string(bool bind)> read =
       {};  // reads it again; with `bind`, in a format and precision set anew
+  std::string refused = {};  // why the host did not take it, in its own words
+  std::string held = {};     // the whole text read by the check after the commit
 
   std::string Name() const;
 };
+
+/// A field of a property to which another text was written than stood there.
+struct ChangedField {
+  std::string control, before, written;
+  std::size_t place;  // of the record; npos: the whole text
+};
+
+std::vector<ChangedField> ChangedFields(const Written& entry);
+/// The field's part of the whole text of its property, as it was read at another time.
+std::string FieldOf(const ChangedField& field, const std::string& text);
+/// The changed fields of a refused entry that the host means: those whose text it quotes, or else all.
+std::vector<ChangedField> RefusedFields(const Written& entry);
 
 class Journal {
  public:
@@ -52,6 +66,10 @@ class Journal {
 
   /// Called by whoever writes. A further write of the same property keeps the text before the first one.
   void Note(Written written);
+
+  /// The host did not take what was noted last of this property.
+  void NoteRefused(std::string_view object, int number, std::string_view reason);
+  void NoteHeld(std::size_t place, std::string text) { entries_.at(place).held = std::move(text); }
 
   const std::vector<Written>& Entries() const { return entries_; }
   const base::Numbers& Numbers() const { return numbers_; }

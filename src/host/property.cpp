@@ -2,6 +2,7 @@
 
 #include <cmath>
 
+#include "automation/error.h"
 #include "base/text.h"
 #include "host/contract.h"
 
@@ -15,11 +16,6 @@ std::string TypeOf(std::string_view format) { return std::string(format.substr(0
 
 }  // namespace
 
-std::optional<double> ParseEither(const base::Numbers& numbers, std::string_view text) {
-  const auto number = numbers.Parse(text);
-  return number ? number : base::Numbers().Parse(text);
-}
-
 void Edit::Set(std::size_t place, std::string_view text, std::string_view control) {
   if (!Shows(record_.Field(place), text)) record_.Set(place, text);
   fields_.push_back({place, std::string(control)});
@@ -27,8 +23,8 @@ void Edit::Set(std::size_t place, std::string_view text, std::string_view contro
 
 bool Edit::Shows(std::string_view field, std::string_view text) const {
   if (field == text) return true;
-  const auto present = ParseEither(numbers_, field);
-  const auto typed = ParseEither(numbers_, text);
+  const auto present = base::ParseEither(numbers_, field);
+  const auto typed = base::ParseEither(numbers_, text);
   if (!present || !typed) return !present && !typed && base::EqualsNoCase(field, text);
   if (*present == *typed) return true;
   if (shown_ == kHostPrecision) return false;
@@ -88,7 +84,12 @@ void Property::Put(std::string_view present, std::string text, int shown, std::v
                       return object.Text(kValue);
                     }});
   }
-  object_.Put(kValue, text);
+  try {
+    object_.Put(kValue, text);
+  } catch (const automation::Error& error) {
+    if (error.Answered()) journal_->NoteRefused(owner_, number_, error.Description());
+    throw;
+  }
 }
 
 }  // namespace host

@@ -45,9 +45,6 @@ class Edit {
   std::vector<WrittenField> fields_;
 };
 
-/// A number as people or hosts write it: with the user's decimal separator, or with a point.
-std::optional<double> ParseEither(const base::Numbers& numbers, std::string_view text);
-
 class Property {
  public:
   Property(automation::Object object, std::string owner, int number, Journal& journal)

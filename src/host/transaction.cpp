@@ -6,22 +6,12 @@
 #include "host/contract.h"
 
 namespace host {
-namespace {
-
-/// True when the host itself has answered, so that it did nothing. The platform's automation faults (facility
-/// 2) and the faults of interfaces (facility 4) come from the called object, all others from the way to it.
-bool Refused(const automation::Error& error) {
-  const std::uint32_t facility = (error.Code() >> 16) & 0x1FFF;
-  return facility == 2 || facility == 4;
-}
-
-}  // namespace
 
 Transaction::Transaction(Transactions& all) : all_(all) {
   try {
     Begin();
   } catch (const automation::Error& error) {
-    if (Refused(error) && !all_.leftOpen_) throw;
+    if (error.Answered() && !all_.leftOpen_) throw;
     CancelQuietly();
     Begin();
   }
@@ -37,7 +27,7 @@ void Transaction::Begin() {
   try {
     all_.network_.Call(kBeginTransaction);
   } catch (const automation::Error& error) {
-    if (!Refused(error)) all_.leftOpen_ = true;
+    if (!error.Answered()) all_.leftOpen_ = true;
     throw;
   }
   all_.leftOpen_ = false;

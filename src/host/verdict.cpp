@@ -2,8 +2,8 @@
 
 #include <algorithm>
 #include <cmath>
+#include <iterator>
 
-#include "base/record.h"
 #include "base/text.h"
 #include "host/property.h"
 
@@ -17,7 +17,7 @@ int Decimals(std::string_view number) {
 }
 
 std::string WithoutTrailingZeros(const base::Numbers& numbers, const std::string& text) {
-  if (!ParseEither(numbers, text) || Decimals(text) == 0 || text.find_first_of("eE") != std::string::npos)
+  if (!base::ParseEither(numbers, text) || Decimals(text) == 0 || text.find_first_of("eE") != std::string::npos)
     return text;
   const auto end = text.find_last_not_of('0') + 1;
   return text.substr(0, text[end - 1] == '.' || text[end - 1] == ',' ? end - 1 : end);
@@ -37,21 +37,21 @@ bool SameText(const std::string& a, const std::string& b, bool exactly) {
 /// Whether `held` is `target` rather than `other`.
 bool IsNear(const base::Numbers& numbers, const std::string& held, const std::string& target,
             const std::string& other) {
-  const auto a = ParseEither(numbers, held), b = ParseEither(numbers, target),
-             c = ParseEither(numbers, other);
+  const auto a = base::ParseEither(numbers, held), b = base::ParseEither(numbers, target),
+             c = base::ParseEither(numbers, other);
   if (a && b && c) return std::abs(*a - *b) <= std::abs(*b - *c) / 4;
   return SameText(held, target, base::EqualsNoCase(target, other));
 }
 
 /// False for a change that is finer than what the host shows: it cannot be told from none.
 bool CanBeTold(const base::Numbers& numbers, const Change& change) {
-  const auto before = ParseEither(numbers, change.before), written = ParseEither(numbers, change.written);
+  const auto before = base::ParseEither(numbers, change.before), written = base::ParseEither(numbers, change.written);
   if (!before || !written) return change.before != change.written;
   return std::abs(*before - *written) >= std::pow(10.0, -Decimals(change.before)) / 2;
 }
 
 bool HoldsOtherwise(const base::Numbers& numbers, const Change& change) {
-  const auto held = ParseEither(numbers, change.held), written = ParseEither(numbers, change.written);
+  const auto held = base::ParseEither(numbers, change.held), written = base::ParseEither(numbers, change.written);
   if (!held || !written)
     return !SameText(change.held, change.written, base::EqualsNoCase(change.before, change.written));
   const int shown = change.entry->shown == kHostPrecision ? Decimals(change.held) : change.entry->shown;
@@ -59,41 +59,25 @@ bool HoldsOtherwise(const base::Numbers& numbers, const Change& change) {
   return std::abs(*held - *written) > std::pow(10.0, -decimals) / 2;
 }
 
-struct Field {
-  std::string control, before, written;
-  std::size_t place;
-};
-
-std::vector<Field> ChangedFields(const Written& entry) {
-  const base::Record before(entry.before), written(entry.text);
-  if (entry.fields.empty() || before.Count() != written.Count()) {
-    const std::string control = entry.fields.empty() ? std::string() : entry.fields.front().control;
-    if (entry.before == entry.text) return {};
-    return {{control, entry.before, entry.text, std::string::npos}};
-  }
-  std::vector<Field> changed;
-  for (const auto& [place, control] : entry.fields) {
-    if (before.Field(place) == written.Field(place)) continue;
-    changed.push_back({control, std::string(before.Field(place)), std::string(written.Field(place)), place});
-  }
-  return changed;
-}
-
 /// Reads every property again of which a field was changed.
-std::vector<Change> ReadChanges(const Journal& journal, bool bind) {
+std::vector<Change> ReadChanges(Journal& journal, bool bind) {
   std::vector<Change> changes;
-  for (const Written& entry : journal.Entries()) {
-    const std::vector<Field> fields = ChangedFields(entry);
+  for (std::size_t i = 0; i < journal.Entries().size(); ++i) {
+    const Written& entry = journal.Entries()[i];
+    const std::vector<ChangedField> fields = ChangedFields(entry);
     if (fields.empty()) continue;
     const std::string text = entry.read(bind);
-    const base::Record held(text);
-    for (const Field& field : fields) {
-      const bool single = field.place < held.Count();
-      changes.push_back({&entry, field.control, field.before, field.written,
-                         single ? std::string(held.Field(field.place)) : text});
-    }
+    journal.NoteHeld(i, text);
+    for (const ChangedField& field : fields)
+      changes.push_back({&entry, field.control, field.before, field.written, FieldOf(field, text)});
   }
   return changes;
+}
+
+/// Whether two texts that were read in one format at different times are the same value.
+bool SameValue(const base::Numbers& numbers, const std::string& a, const std::string& b) {
+  const auto first = base::ParseEither(numbers, a), second = base::ParseEither(numbers, b);
+  return first && second ? first == second : base::EqualsNoCase(a, b);
 }
 
 Difference DifferenceOf(const base::Numbers& numbers, const Change& change) {
@@ -104,7 +88,7 @@ Difference DifferenceOf(const base::Numbers& numbers, const Change& change) {
 
 }  // namespace
 
-Verdict JudgeLostCommit(const Journal& journal) {
+Verdict JudgeLostCommit(Journal& journal) {
   const base::Numbers& numbers = journal.Numbers();
   int taken = 0, left = 0, third = 0;
   std::vector<Difference> differences;
@@ -122,13 +106,27 @@ Verdict JudgeLostCommit(const Journal& journal) {
   return {SaveResult::kUnknown, std::move(differences)};
 }
 
-std::vector<Difference> HeldOtherwise(const Journal& journal) {
+std::vector<Difference> HeldOtherwise(Journal& journal) {
   std::vector<Difference> differences;
   for (const Change& change : ReadChanges(journal, false)) {
     if (HoldsOtherwise(journal.Numbers(), change))
       differences.push_back(DifferenceOf(journal.Numbers(), change));
   }
   return differences;
+}
+
+std::vector<ChangedField> ChangedSince(const base::Numbers& numbers, const std::vector<Written>& save) {
+  std::vector<ChangedField> changed;
+  for (const Written& entry : save) {
+    const std::vector<ChangedField> fields = ChangedFields(entry);
+    if (fields.empty()) continue;
+    const std::string text = entry.read(true);
+    const std::string& then = entry.held.empty() ? entry.text : entry.held;
+    std::ranges::copy_if(fields, std::back_inserter(changed), [&](const ChangedField& field) {
+      return !SameValue(numbers, FieldOf(field, text), FieldOf(field, then));
+    });
+  }
+  return changed;
 }
 
 }  // namespace host

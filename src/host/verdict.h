@@ -31,11 +31,15 @@ struct Verdict {
 /// After a commit whose answer was lost. A field holds the new text when it lies within a quarter of the
 /// distance between new and old of it, the old one likewise; texts that are no numbers must be equal. All
 /// fields agree, or it is unknown. When nothing was changed the device holds what was written either way:
-/// committed. Throws automation::Error when a value cannot be read.
-Verdict JudgeLostCommit(const Journal& journal);
+/// committed. The journal keeps what was read. Throws automation::Error when a value cannot be read.
+Verdict JudgeLostCommit(Journal& journal);
 
 /// After a commit: the changed fields that the device holds otherwise than written, at the decimals that were
-/// typed or are shown. Throws automation::Error when a value cannot be read.
-std::vector<Difference> HeldOtherwise(const Journal& journal);
+/// typed or are shown. The journal keeps what was read. Throws automation::Error when a value cannot be read.
+std::vector<Difference> HeldOtherwise(Journal& journal);
+
+/// The changed fields of an earlier save that the device holds otherwise now than right after it. Throws
+/// automation::Error when a value cannot be read.
+std::vector<ChangedField> ChangedSince(const base::Numbers& numbers, const std::vector<Written>& save);
 
 }  // namespace host

@@ -29,7 +29,13 @@ constexpr std::size_t kRowsToCut = 5'000;
 constexpr auto kRefreshDelay = std::chrono::milliseconds(50);
 constexpr auto kWidthDelay = std::chrono::milliseconds(100);
 
+/// Rows without an icon are details of the row above.
+constexpr int kDetail = 0;
+
+ui::ListView::Row DetailRow(const std::string& line) { return {{}, {"", "", "    " + line, "", ""}, kDetail}; }
+
 const char* IconName(int level) {
+  if (level == kDetail) return "";
   if (level == kInformation) return "Information";
   return level == kExclamation ? "Exclamation" : "Error";
 }
@@ -70,6 +76,7 @@ fMessage::fMessage(Surroundings surroundings)
   cancelButton = &BtnCmd[kClose];
   Check1.onClick = [this] { KeepShowChoice(); };
   ListView1.SetMultiSelect(true);
+  ListView1.onOpen = [this] { ShowDetails(!detailsShown_); };
   TimerRefresh.onTick = [this] {
     TimerRefresh.Stop();
     Refresh();
@@ -99,16 +106,23 @@ void fMessage::InitStrings() {
   ListView1.SetColumns(columns);
   for (std::size_t i = 0; i < BtnCmd.Size(); ++i) BtnCmd[i].SetText(translate(kButtons[i]));
   Check1.SetText(translate("Don't show information automatically"));
+  BuildPopup();
+  SetFormTitle(formTitle_);
+}
+
+void fMessage::BuildPopup() {
+  const auto& translate = surroundings_.translate;
+  const auto refresh = [this] {
+    Refresh();
+    ListView1.FitColumns();
+  };
+  ui::MenuItem details = {translate("Show log details"), [this] { ShowDetails(!detailsShown_); }, {}};
+  details.checked = detailsShown_;
   ListView1.popup = {{translate("Clear selected items"), [this] { ClearSelected(); }, {}},
                      {translate("Clear all"), [this] { ClearAll(); }, {}},
                      {translate("Save to file"), [this] { Save(); }, {}},
-                     {translate("Refresh"),
-                      [this] {
-                        Refresh();
-                        ListView1.FitColumns();
-                      },
-                      {}}};
-  SetFormTitle(formTitle_);
+                     {translate("Refresh"), refresh, {}},
+                     std::move(details)};
 }
 
 void fMessage::SetFormTitle(std::string_view title) {
@@ -152,6 +166,32 @@ bool fMessage::AddRows(std::string_view message, std::string_view routine, std::
     if (ListView1.Rows().size() > kMostRows) CutOldest(date);
   }
   return added;
+}
+
+void fMessage::AddDetails(std::vector<std::string> lines) {
+  Trapped([&] {
+    if (ListView1.Rows().empty()) return;
+    if (detailsShown_) {
+      for (const std::string& line : lines) ListView1.AddRow(DetailRow(OneLine(line)));
+    }
+    details_[std::to_string(lastNumber_) + "Key"] = std::move(lines);
+  });
+}
+
+void fMessage::ShowDetails(bool shown) {
+  if (shown == detailsShown_ || details_.empty()) return;
+  detailsShown_ = shown;
+  std::vector<ui::ListView::Row> rows;
+  for (const ui::ListView::Row& row : ListView1.Rows()) {
+    if (row.icon == kDetail) continue;
+    rows.push_back(row);
+    const auto known = details_.find(row.key);
+    if (!shown || known == details_.end()) continue;
+    for (const std::string& line : known->second) rows.push_back(DetailRow(OneLine(line)));
+  }
+  ListView1.SetRows(std::move(rows));
+  ListView1.FitColumns();
+  BuildPopup();
 }
 
 // The line that says so takes the place and the number of the last row that went.
@@ -200,13 +240,14 @@ void fMessage::Save() {
 void fMessage::ClearSelected() {
   std::vector<ui::ListView::Row> kept;
   std::size_t next = 0;
+  bool gone = false;
   for (std::size_t i = 0; i < ListView1.Rows().size(); ++i) {
     const bool selected = next < ListView1.Selection().size() && ListView1.Selection()[next] == i;
-    if (selected) {
-      ++next;
-    } else {
-      kept.push_back(ListView1.Rows()[i]);
-    }
+    if (selected) ++next;
+    // Details go with their message.
+    const bool detail = ListView1.Rows()[i].icon == kDetail;
+    gone = detail ? gone || selected : selected;
+    if (!gone) kept.push_back(ListView1.Rows()[i]);
   }
   const bool emptied = kept.empty() && !ListView1.Rows().empty();
   ListView1.SetRows(std::move(kept));
@@ -214,6 +255,7 @@ void fMessage::ClearSelected() {
 }
 
 void fMessage::ClearAll() {
+  details_.clear();
   ListView1.SetRows({});
   if (ClearEvent) ClearEvent();
 }

@@ -4,8 +4,10 @@
 #pragma once
 
 #include <functional>
+#include <map>
 #include <string>
 #include <string_view>
+#include <vector>
 
 #include "base/registry.h"
 #include "ui/event_loop.h"
@@ -45,6 +47,8 @@ class fMessage : public ui::Window {
   /// window unless the user has ticked "Don't show information automatically". Of more than 50,000 rows the
   /// oldest go.
   void AddMessage(std::string_view message, std::string_view routine, std::string_view location, int level);
+  /// Details of the row that was added last, a line each: shown below it when the person asks for them.
+  void AddDetails(std::vector<std::string> lines);
 
   void SetFormTitle(std::string_view title);
   void SetFormIcon(std::string_view icon) { iconFile = icon; }
@@ -62,6 +66,8 @@ class fMessage : public ui::Window {
   /// Brings the newest row into view.
   void Refresh();
   void Save();
+  void ShowDetails(bool shown);
+  void BuildPopup();
   void ClearSelected();
   void ClearAll();
   void KeepShowChoice();
@@ -69,6 +75,8 @@ class fMessage : public ui::Window {
   Surroundings surroundings_;
   std::string formTitle_;
   int lastNumber_ = 0;
+  bool detailsShown_ = false;
+  std::map<std::string, std::vector<std::string>> details_;  // by the key of their row
 
   ui::ListView ListView1{*this, "ListView1"};
   ui::CheckBox Check1{*this, "Check1"};

@@ -37,11 +37,13 @@ bool PageBase::ReadValue() {
 }
 
 void PageBase::ShowValue() {
+  if (onFill) onFill(true);
   Guarded("FillValue", [this] {
     changed_ = false;
     for (const auto& step : std::exchange(steps_, {})) step();
     context_.flags.lastFilledPage = pageNumber_;
   });
+  if (onFill) onFill(false);
 }
 
 bool PageBase::WriteValue() {
@@ -63,7 +65,8 @@ void PageBase::Warn(const std::string& text, ui::Icon icon) {
   context_.platform.prompts.Ask({text, context_.settings.title, ui::Buttons::kOk, icon});
 }
 
-void PageBase::RefuseWrite(const std::string& reason) {
+void PageBase::RefuseWrite(const std::string& reason, std::initializer_list<const ui::Control*> controls) {
+  for (const ui::Control* control : controls) context_.messages.RefuseControl(*control, reason);
   context_.flags.writeError = true;
   context_.messages.AddMessage(reason, "WriteValue", location_, logger::kError);
 }

@@ -44,6 +44,9 @@ fMain::fMain(const Platform& platform, const Settings& settings, Strings& string
       context_{pagePlatform_, settings,    device_, strings,       *this,    flags_,
                pages_,        selections_, *this,   transactions_, network_, ObjectServer},
       pages_(pageTable),
+      changes_(pages_, strings, settings.numbers),
+      changesWindow_(pagePlatform_, settings, strings, pages_, changes_),
+      findWindow_(pagePlatform_, settings, strings, pages_, changes_),
       language_(context_),
       tmrBlink(platform.loop, kBlinkInterval) {
   iconFile = settings.iconFile;
@@ -61,7 +64,8 @@ fMain::~fMain() {
 
 void fMain::BuildLayout() {
   const auto commands =
-      ui::Line({ui::Item(cmdErrorLog), ui::Item(lblCompany), ui::GrowX(ui::Empty()), ui::Item(cmdHelp),
+      ui::Line({ui::Item(cmdErrorLog), ui::Item(lblCompany), ui::Item(cmdChanges), ui::GrowX(ui::Empty()),
+                ui::Item(cmdHelp),
                 ui::Item(cmdRefresh), ui::Item(cmdOK), ui::Item(cmdCancel), ui::Item(cmdApply)});
   SetLayout(ui::Stack({
       ui::Grow(ui::Line({
@@ -71,7 +75,7 @@ void fMain::BuildLayout() {
           })),
           ui::Grow(ui::Stack({
               ui::GrowX(
-                  ui::Line({ui::GrowX(ui::Item(lblTitle)), ui::Item(lblLocation), ui::Item(txtLocation)})),
+                  ui::Line({ui::Item(lblTitle), ui::Item(cmdTakeBack), ui::GrowX(ui::Empty()), ui::Item(lblLocation), ui::Item(txtLocation)})),
               ui::Grow(ui::Item(Picture1)),
           })),
       })),
@@ -94,6 +98,16 @@ void fMain::ConnectHandlers() {
   cmdHelp.onClick = [this] { Command("Help", [this] { Help(); }); };
   cmdErrorLog.onClick = [this] { logger_.ShowMe(); };
   cmdCancel.onClick = [this] { Close(); };
+  cmdChanges.onClick = [this] { changesWindow_.ShowMe(); };
+  cmdTakeBack.onClick = [this] { TakeBackPage(); };
+  cmdTakeBack.SetVisible(false);
+  changes_.onChange = [this] { ShowPending(); };
+  changesWindow_.onGoTo = [this](const Change& change) {
+    if (change.control) GoTo(const_cast<ui::Control&>(*change.control));
+  };
+  changesWindow_.onTakeBack = [this](std::vector<const fields::Field*> fields) { TakeBack(std::move(fields)); };
+  changesWindow_.onApply = [this] { cmdApply.Click(); };
+  findWindow_.onGoTo = [this](const fields::Field& field) { GoTo(*field.cursor); };
   for (std::size_t i = 0; i < optUnit.Size(); ++i) {
     optUnit[i].onClick = [this] { Command("Unit", [this] { ChooseUnits(); }); };
   }
@@ -133,35 +147,22 @@ void fMain::InitStrings() {
   cmdRefresh.SetTip(strings_.GetStrings("Reads all values from the device again"));
   cmdErrorLog.SetTip(strings_.GetStrings("Shows the messages of this session"));
   lvwConfig.SetColumns({strings_.GetStrings("Menu")});
-  menu = {
-      {strings_.GetStrings("&File"),
-       {},
-       {WithKey(strings_.GetStrings("&Apply"), "Ctrl+S", [this] { cmdApply.Click(); }),
-        {strings_.GetStrings("&Close"), [this] { Close(); }, {}}}},
-      {strings_.GetStrings("&View"),
-       {},
-       {WithKey(strings_.GetStrings("&Refresh"), "F5", [this] { cmdRefresh.Click(); }),
-        {strings_.GetStrings("&Message Logger"), [this] { cmdErrorLog.Click(); }, {}},
-        {strings_.GetStrings("&Language") + "...", [this] { ChooseLanguage(); }, {}}}},
-      {strings_.GetStrings("&Help"),
-       {},
-       {WithKey(strings_.GetStrings("&Contents"), "F1", [this] { cmdHelp.Click(); })}},
-  };
+  lvwConfig.SetRoom(" (88) !");
+  cmdChanges.SetTip(strings_.GetStrings("Shows what the next save changes"));
+  cmdChanges.SetRoom(ReplacePlaceholders(strings_.GetStrings("%s1% changes on %s2% pages"), {"88", "88"}));
+  cmdTakeBack.SetText(strings_.GetStrings("Take back this page"));
+  cmdTakeBack.SetTip(strings_.GetStrings("Every field of this page gets the value of the device again"));
+  BuildMenu();
   logger_.InitStrings();
   ProgressObject.InitStrings();
-}
-
-ui::MenuItem fMain::WithKey(const std::string& caption, const std::string& key,
-                            std::function<void()> onClick) const {
-  const std::string shown = base::ReplaceAll(key, "Ctrl", strings_.GetStrings("Ctrl"));
-  return {caption + "\t" + shown, std::move(onClick), {}, key};
+  changesWindow_.InitStrings();
+  findWindow_.InitStrings();
 }
 
 void fMain::ReInitializeStrings() {
   InitStrings();
   const Strings::Hold hold(strings_);
   pages_.ReInitializeStrings();
-  pages_.NameControls(strings_);
   std::vector<ui::ListView::Row> rows;
   for (std::size_t i = 0; i < pages_.Count(); ++i) {
     const PageEntry& entry = pages_.Table()[i];
@@ -169,6 +170,7 @@ void fMain::ReInitializeStrings() {
   }
   lvwConfig.SetRows(std::move(rows));
   if (pages_.Count() > 0) ShowPage(shownPage_);
+  changes_.Retell();
 }
 
 void fMain::Command(std::string_view routine, const std::function<void()>& work) {
@@ -214,7 +216,10 @@ SaveResult fMain::InTransaction(std::string_view routine, std::string_view locat
 }
 
 void fMain::CreatePages() {
-  pages_.CreatePages(context_, [this](ISubForm& page) { Picture1.Embed(page); });
+  pages_.CreatePages(context_, [this](ISubForm& page) {
+    FollowPages(Picture1.Forms().size(), page);
+    Picture1.Embed(page);
+  });
 }
 
 void fMain::Prepare() {
@@ -246,8 +251,9 @@ void fMain::Load() {
       if (pages_.Count() == 0) CreatePages();
       pages_.LoadAllPages(context_, ProgressObject);
       lblCompany.SetText(settings_.manufacturerName);
-      SetTitle(settings_.title + " - " + device_.Device.Text(host::kName) +
-               (blockName_.empty() ? "" : " - " + blockName_));
+      title_ = settings_.title + " - " + device_.Device.Text(host::kName) +
+               (blockName_.empty() ? "" : " - " + blockName_);
+      SetTitle(WindowTitle());
       ReInitializeStrings();
     } catch (...) {
       tag_ = kRefuseToStart;
@@ -303,6 +309,7 @@ void fMain::ShowPage(std::size_t index) {
   Picture1.Show(pages_.Page(index));
   lblTitle.SetText(strings_.FormatStrings("%s% Configuration", {std::string(entry.title)}));
   pages_.Page(index).PageShown();
+  ShowPending();
 }
 
 void fMain::WriteLocation() {
@@ -313,10 +320,13 @@ void fMain::WriteLocation() {
 }
 
 SaveResult fMain::Save(std::string_view routine) {
+  refusals_.clear();
+  lastSave_.Begin(changes_.Kept(), device_.IsImperial);
   const SaveResult ended = pages_.SaveAllPages(context_, ProgressObject);
-  const auto [result, reason] = ReportSave(context_, ended, routine, kLocation);
+  const auto [result, reason, differences] = ReportSave(context_, ended, routine, kLocation);
   if (result == SaveResult::kCommitted) {
     if (ended != result) pages_.EndWriteValue();
+    TellSave(differences);
     return result;
   }
   const std::string_view fault =
@@ -325,6 +335,7 @@ SaveResult fMain::Save(std::string_view routine) {
             "Refresh to see what the device holds; that drops the values typed here."
           : "The configuration settings were not applied";
   AddMessage(strings_.GetStrings(fault) + "\r\n" + reason, routine, kLocation, logger::kError);
+  if (result == SaveResult::kCancelled) MarkRefused();
   return result;
 }
 
@@ -334,7 +345,7 @@ bool fMain::CommitEdit() {
 }
 
 void fMain::Ok() {
-  if (!CommitEdit()) return;
+  if (!CommitEdit() || !Reviewed()) return;
   WriteLocation();
   if (pages_.AnyPageChanged()) {
     if (Save("OK") != SaveResult::kCommitted) return;
@@ -346,7 +357,7 @@ void fMain::Ok() {
 }
 
 void fMain::Apply() {
-  if (!CommitEdit()) return;
+  if (!CommitEdit() || !Reviewed()) return;
   WriteLocation();
   if (!pages_.AnyPageChanged()) return;
   if (Save("Apply") != SaveResult::kCommitted) return;
@@ -414,7 +425,7 @@ void fMain::ChooseUnits() {
   }
   device_.IsImperial = imperial;
   if (Refresh("Unit")) {
-    pages_.NameControls(strings_);
+    changes_.Retell();
     return StoreUnitChoice(platform_.registry, imperial);
   }
   // The pages still show the former units, so they must also be written in them.
@@ -437,6 +448,8 @@ void fMain::EndPlugIn() {
   } else {
     KeepPlace(*this, platform_.registry, settings_);
     logger_.Hide();
+    changesWindow_.Hide();
+    findWindow_.Hide();
   }
   onEnd_();
 }
@@ -444,6 +457,8 @@ void fMain::EndPlugIn() {
 void fMain::ReleaseHost() {
   Picture1.Clear();
   lvwConfig.SetRows({});
+  changes_.Clear();
+  lastSave_ = {};
   pages_.Clear();
   device_ = {};
   ObjectServer = {};

@@ -12,7 +12,11 @@
 #include "fields/page_prompts.h"
 #include "logger/message_logger.h"
 #include "shell/activity.h"
+#include "shell/changes.h"
+#include "shell/fChanges.h"
+#include "shell/fFind.h"
 #include "shell/fLanguage.h"
+#include "shell/last_save.h"
 #include "shell/page_set.h"
 #include "shell/platform.h"
 #include "ui/form.h"
@@ -57,6 +61,7 @@ class fMain : public ui::Window, private MessageSink, private PageWork {
 
   void AddMessage(std::string_view message, std::string_view routine, std::string_view location,
                   int level) override;
+  void RefuseControl(const ui::Control& control, std::string_view reason) override;
   void ShowWindow();
   void InitStrings();
   void ReInitializeStrings();
@@ -72,8 +77,30 @@ class fMain : public ui::Window, private MessageSink, private PageWork {
   SelectedTypes& Selections() { return selections_; }
   /// What stands between the pages and the person.
   fields::PagePrompts& Prompts() { return pagePrompts_; }
+  /// What is pending.
+  Changes& Pending() { return changes_; }
+  fChanges& ChangesWindow() { return changesWindow_; }
+  fFind& FindWindow() { return findWindow_; }
 
  private:
+  // What is pending, in main_window_changes.cpp.
+  void FollowPages(std::size_t index, ISubForm& page);
+  void ShowPending();
+  ui::ContextMenu MenuOf(std::size_t page, ui::Control& control);
+  /// Brings the control's page up and the focus to it.
+  void GoTo(ui::Control& control);
+  void TakeBack(std::vector<const fields::Field*> fields);
+  void TakeBackPage();
+  void TakeBackLastSave();
+  std::string WhyNotTakeBack();
+  /// Whether the save may go on: the person has seen the changes, or does not want to.
+  bool Reviewed();
+  void TellSave(const std::vector<host::Difference>& differences);
+  void MarkRefused();
+  void SetLocked(bool locked);
+  void ChooseReview(bool review);
+  std::string WindowTitle() const;
+  void BuildMenu();
   /// An entry of the menu with the key that does the same, shown as the user's language writes it.
   ui::MenuItem WithKey(const std::string& caption, const std::string& key,
                        std::function<void()> onClick) const;
@@ -128,6 +155,14 @@ class fMain : public ui::Window, private MessageSink, private PageWork {
   SelectedTypes selections_;
   PageContext context_;
   PageSet pages_;
+  Changes changes_;
+  fChanges changesWindow_;
+  fFind findWindow_;
+  LastSave lastSave_;
+  std::vector<std::pair<std::string, std::string>> refusals_;  // controls and reasons of the save under way
+  std::string title_;  // without what is added while it is locked
+  bool locked_ = false;
+  bool review_ = false;
   fLanguage language_;
   std::size_t shownPage_ = 0;
   std::string tag_;
@@ -138,12 +173,14 @@ class fMain : public ui::Window, private MessageSink, private PageWork {
 
   ui::ListView lvwConfig{*this, "lvwConfig"};
   ui::Label lblTitle{*this, "lblTitle"};
+  ui::Button cmdTakeBack{*this, "cmdTakeBack"};
   ui::PageArea Picture1{*this, "Picture1"};
   ui::Label lblLocation{*this, "lblLocation"};
   ui::TextBox txtLocation{*this, "txtLocation"};
   ui::Frame fraMesure{*this, "fraMesure"};
   ui::OptionGroup<2> optUnit{*this, "optUnit"};  // 0 metric, 1 imperial
   ui::Label lblCompany{*this, "lblCompany"};
+  ui::Button cmdChanges{*this, "cmdChanges"};
   ui::Button cmdErrorLog{*this, "cmdErrorLog"};
   ui::Button cmdHelp{*this, "cmdHelp"};
   ui::Button cmdRefresh{*this, "cmdRefresh"};

@@ -23,6 +23,15 @@
 
 namespace shell {
 
+/// A value that a page's next save changes without being asked.
+struct Adjustment {
+  ui::Control* control = nullptr;  // where it is seen: a field, or the group box that says what it is
+  std::string device, present;     // as a person reads them
+  std::string reason;              // in the language in use
+
+  bool operator==(const Adjustment&) const = default;
+};
+
 /// One page of the main window. Name() (of the form) is its window-class name, for example "fAlarm". No
 /// operation lets an error out: a page reports its own and answers no.
 class ISubForm : public ui::Form {
@@ -44,6 +53,12 @@ class ISubForm : public ui::Form {
   virtual bool WriteValue() = 0;
   /// Reads the values again, for the page's own purposes.
   virtual void RefreshPage() = 0;
+  /// Runs when a fill begins to show its values (true) and when it has shown them (false).
+  std::function<void(bool begins)> onFill;
+  /// What the next save of the page changes without being asked, as the pages stand now. Asks nobody.
+  virtual std::vector<Adjustment> Adjustments() { return {}; }
+  /// Every field shows again what the device holds: there is no edit left to be saved.
+  virtual void TakenBack() {}
   /// True from an edit until the next fill or committed save.
   virtual bool IsChanged() = 0;
   /// Called on every page after a save has been committed; clears the changed flag.
@@ -75,6 +90,8 @@ class MessageSink {
   virtual ~MessageSink() = default;
   virtual void AddMessage(std::string_view message, std::string_view routine, std::string_view location,
                           int level) = 0;
+  /// The save under way refuses what `control` shows, for this reason; it is marked when the save has ended.
+  virtual void RefuseControl(const ui::Control& control, std::string_view reason) = 0;
 };
 
 /// Gives a page another page by its class name, for rules between pages; nothing when that page is not

@@ -32,13 +32,13 @@ void RequireLoaded(const PageContext& context, const PageEntry& entry) {
       context.strings.FormatStrings("The page \"%s%\" could not be loaded.", {std::string(entry.title)}));
 }
 
+}  // namespace
+
 fields::Translate TranslateBy(const Strings& strings) {
   return [&strings](std::string_view text, const std::vector<std::string>& arguments) {
     return strings.FormatStrings(text, arguments);
   };
 }
-
-}  // namespace
 
 void PageSet::Show(std::size_t index) {
   if (table_[index].showsDeviceValues) pages_[index]->ShowValue();
@@ -142,16 +142,6 @@ fields::FieldList PageSet::Fields(const Strings& strings) const {
       std::ranges::move(pages_[i]->ListFields(TranslateBy(strings)), std::back_inserter(all));
   }
   return fields::FieldList(std::move(all));
-}
-
-void PageSet::NameControls(const Strings& strings) const {
-  const fields::FieldList list = Fields(strings);
-  for (const fields::Field& field : list.All()) {
-    const fields::Caption caption = field.caption();
-    if (field.cursor == field.control && field.kind != fields::Kind::kOption)
-      field.control->SetAccessibleName(fields::PathOf(caption) +
-                                       (caption.unit.empty() ? "" : ", " + caption.unit));
-  }
 }
 
 void PageSet::ReInitializeStrings() {

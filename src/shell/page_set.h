@@ -12,6 +12,9 @@
 
 namespace shell {
 
+/// For the fields of pages: texts in the language in use, whenever they are asked for.
+fields::Translate TranslateBy(const Strings& strings);
+
 class PageSet : public PageFinder {
  public:
   explicit PageSet(std::span<const PageEntry> table) : table_(table) {}
@@ -42,8 +45,6 @@ class PageSet : public PageFinder {
   /// now.
   fields::FieldList Fields(const Strings& strings) const;
   void ReInitializeStrings();
-  /// Tells assistive programs what each box is called: caption and unit, in the language and units in use.
-  void NameControls(const Strings& strings) const;
   /// Ends the save on every page after its commit.
   void EndWriteValue();
   void Clear() { pages_.clear(); }

@@ -50,7 +50,7 @@ SaveReport ReportSave(const PageContext& context, SaveResult result, std::string
     if (result == SaveResult::kUnknown) return Settle(context, routine, location);
     const auto differences = host::HeldOtherwise(context.transactions.GetJournal());
     context.messages.AddMessage(Lines(context, differences), routine, location, logger::kExclamation);
-    return {result, {}};
+    return {result, {}, differences};
   } catch (const std::exception& error) {
     if (result == SaveResult::kUnknown) return {result, DescribeError(error)};
     context.messages.AddMessage(

@@ -5,6 +5,7 @@
 
 #include <string>
 #include <string_view>
+#include <vector>
 
 #include "shell/page.h"
 
@@ -13,6 +14,7 @@ namespace shell {
 struct SaveReport {
   SaveResult result;
   std::string reason;  // lines that say why it stays unknown, in the language in use
+  std::vector<host::Difference> differences = {};  // what the device holds otherwise, when committed
 };
 
 /// Reads back what the last transaction wrote, where `result` is committed or unknown, and settles an unknown

@@ -12,6 +12,8 @@ Control::Control(Form& form, Kind kind, std::string name) : form_(form), kind_(k
 
 void Control::Changed(Aspect aspect) {
   if (Peer* peer = form_.GetPeer()) peer->Changed(*this, aspect);
+  const bool content = aspect == Aspect::kText || aspect == Aspect::kContent || aspect == Aspect::kVisible;
+  if (content && form_.onContent) form_.onContent(*this);
 }
 
 void Control::SetText(std::string_view text) {
@@ -42,6 +44,26 @@ void Control::SetAccessibleName(std::string_view name) {
   if (accessibleName_ == name) return;
   accessibleName_ = name;
   Changed(Aspect::kName);
+}
+
+void Control::SetMark(Mark mark, std::string_view reason) {
+  if (mark_ == mark && markReason_ == reason) return;
+  const std::string before = ShownTip();
+  const bool other = mark_ != mark;
+  mark_ = mark;
+  markReason_ = reason;
+  if (other) Changed(Aspect::kMark);
+  if (ShownTip() != before) Changed(Aspect::kTip);
+}
+
+std::string Control::ShownTip() const {
+  return markReason_ + (markReason_.empty() || tip_.empty() ? "" : "\r\n") + tip_;
+}
+
+void Control::SetRoom(std::string_view text) {
+  if (room_ == text) return;
+  room_ = text;
+  Changed(Aspect::kContent);
 }
 
 void Control::Focus() {
@@ -178,6 +200,14 @@ void ListView::AddRow(Row row) {
   Changed(Aspect::kContent);
 }
 
+void ListView::SetCell(std::size_t row, std::size_t column, std::string_view text) {
+  std::string& cell = rows_.at(row).cells.at(column);
+  if (cell == text) return;
+  cell = text;
+  ++cellChanges_;
+  Changed(Aspect::kContent);
+}
+
 void ListView::SetSelection(std::vector<std::size_t> places) {
   std::erase_if(places, [this](std::size_t place) { return place >= rows_.size(); });
   std::ranges::sort(places);
@@ -200,6 +230,21 @@ bool ListView::Choose(std::size_t place) {
   if (!Usable() || place >= rows_.size()) return false;
   SetSelection({place});
   if (onSelect) onSelect(place);
+  if (onSelection) onSelection();
+  return true;
+}
+
+bool ListView::ChooseRows(const std::vector<std::size_t>& places) {
+  if (places.size() == 1) return Choose(places.front());
+  if (!Usable()) return false;
+  SetSelection(places);
+  if (onSelection) onSelection();
+  return true;
+}
+
+bool ListView::Open() {
+  if (!Usable() || selection_.empty() || !onOpen) return false;
+  onOpen();
   return true;
 }
 
@@ -216,7 +261,7 @@ void ProgressBar::SetValue(int value) {
 
 void PageArea::Embed(Form& form) {
   forms_.push_back(&form);
-  form.SetParent(&GetForm());
+  form.SetArea(this);
   Changed(Aspect::kContent);
 }
 

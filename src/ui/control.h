@@ -34,9 +34,12 @@ enum class Kind {
   kControlSite,
 };
 
-/// What changed about a control: caption or typed text, enabled, visible, tip, accessible name, or its
+/// What changed about a control: caption or typed text, enabled, visible, tip, accessible name, mark, or its
 /// content (checked, entries, selection, rows, progress, picture, hosted page).
-enum class Aspect { kText, kEnabled, kVisible, kTip, kName, kContent };
+enum class Aspect { kText, kEnabled, kVisible, kTip, kName, kMark, kContent };
+
+/// Why a control stands out from the others: what it shows is not stored yet, or was refused.
+enum class Mark { kNone, kChanged, kRefused };
 
 /// The native side of the controls of one form; implemented by a renderer, absent in tests.
 class Peer {
@@ -72,6 +75,16 @@ class Control {
   const std::string& AccessibleName() const { return accessibleName_; }
   void SetAccessibleName(std::string_view name);
 
+  /// A mark, and what the tip says of it above the control's own.
+  Mark GetMark() const { return mark_; }
+  void SetMark(Mark mark, std::string_view reason = {});
+  /// The whole tip as shown: what the mark says and the control's own.
+  std::string ShownTip() const;
+
+  /// The layout keeps room for this text too: behind every entry of a list, or instead of a caption.
+  const std::string& Room() const { return room_; }
+  void SetRoom(std::string_view text);
+
   /// Moves the keyboard focus here.
   void Focus();
 
@@ -96,6 +109,9 @@ class Control {
   std::string text_;
   std::string tip_;
   std::string accessibleName_;
+  std::string room_;
+  std::string markReason_;
+  Mark mark_ = Mark::kNone;
   Frame* frame_ = nullptr;
   bool enabled_ = true;
   bool visible_ = true;
@@ -243,6 +259,7 @@ struct MenuItem {
   std::function<void()> onClick;
   std::vector<MenuItem> items;
   std::string key = {};
+  bool checked = false;  // what it turns on is on
 };
 
 class ListView : public Control {
@@ -258,6 +275,10 @@ class ListView : public Control {
 
   /// Runs when a person selects a row; the argument is its place.
   std::function<void(std::size_t)> onSelect;
+  /// Runs when a person selects other rows.
+  std::function<void()> onSelection;
+  /// Runs when a person opens a row, by a double click or the Enter key.
+  std::function<void()> onOpen;
   std::vector<MenuItem> popup;
 
   const std::vector<std::string>& Columns() const { return columns_; }
@@ -265,6 +286,8 @@ class ListView : public Control {
   const std::vector<Row>& Rows() const { return rows_; }
   void SetRows(std::vector<Row> rows);
   void AddRow(Row row);
+  /// Shows another text in a cell; selection and rows stay.
+  void SetCell(std::size_t row, std::size_t column, std::string_view text);
 
   bool MultiSelect() const { return multiSelect_; }
   void SetMultiSelect(bool multiSelect) { multiSelect_ = multiSelect; }
@@ -275,13 +298,16 @@ class ListView : public Control {
   void FitColumns();
   /// Brings the last row into view.
   void ScrollToEnd();
-  /// Count the calls of FitColumns, ScrollToEnd and SetRows, for the renderer.
+  /// Count the calls of FitColumns, ScrollToEnd, SetRows and SetCell, for the renderer.
   int Fits() const { return fits_; }
   int Scrolls() const { return scrolls_; }
   int Generation() const { return generation_; }
+  int CellChanges() const { return cellChanges_; }
 
-  /// A person's click on one row.
+  /// A person's click on one row; selecting several, or none; and opening the selected ones.
   bool Choose(std::size_t place);
+  bool ChooseRows(const std::vector<std::size_t>& places);
+  bool Open();
 
  private:
   std::vector<std::string> columns_;
@@ -291,6 +317,7 @@ class ListView : public Control {
   int fits_ = 0;
   int scrolls_ = 0;
   int generation_ = 0;
+  int cellChanges_ = 0;
 };
 
 class ProgressBar : public Control {
@@ -308,7 +335,8 @@ class ProgressBar : public Control {
   int maximum_ = 0;
 };
 
-/// The place in a window where one of several forms is shown.
+/// The place in a window where one of several forms is shown. Disabled, its forms show everything and take
+/// nothing.
 class PageArea : public Control {
  public:
   PageArea(Form& form, std::string name) : Control(form, Kind::kPageArea, std::move(name)) {}

@@ -14,6 +14,13 @@
 
 namespace ui {
 
+/// The menu of a control: entries of its form, and the captions under which the native control's own commands
+/// stand behind them, in the order undo, cut, copy, paste, select all; only text boxes have these.
+struct ContextMenu {
+  std::vector<MenuItem> items;
+  std::vector<std::string> editing;
+};
+
 class Form {
  public:
   explicit Form(std::string name) : name_(std::move(name)) {}
@@ -23,6 +30,11 @@ class Form {
 
   /// The window-class name, for example "fPID".
   const std::string& Name() const { return name_; }
+
+  /// Runs when a control shows another content, or is shown or hidden, whoever did it.
+  std::function<void(Control&)> onContent;
+  /// Asked for the menu of a control. Without entries, or with nothing set, the native control has its own.
+  std::function<ContextMenu(Control&)> onContextMenu;
 
   const std::vector<Control*>& Controls() const { return controls_; }
   /// The control of that name ("txtCO2Level(3)"), or nothing.
@@ -39,10 +51,10 @@ class Form {
   /// Runs the leave check of the text box that has the focus; no when its content was refused.
   bool CommitFocus();
 
-  /// False while the form, or the window that it is embedded in, is busy.
-  bool AcceptsInput() const { return acceptsInput_ && (!parent_ || parent_->AcceptsInput()); }
+  /// False while the form, or the window that it is embedded in, is busy, or its area is disabled.
+  bool AcceptsInput() const { return acceptsInput_ && (!area_ || area_->Usable()); }
 
-  void SetParent(Form* parent) { parent_ = parent; }
+  void SetArea(PageArea* area) { area_ = area; }
   Peer* GetPeer() const { return peer_; }
   void SetPeer(Peer* peer) { peer_ = peer; }
 
@@ -57,7 +69,7 @@ class Form {
   std::vector<Control*> controls_;
   Node layout_;
   Control* focused_ = nullptr;
-  Form* parent_ = nullptr;
+  PageArea* area_ = nullptr;
   Peer* peer_ = nullptr;
 };
 

@@ -2,6 +2,7 @@
 #include <algorithm>
 
 #include "platform/win32/control/kinds.h"
+#include "platform/win32/system/utf.h"
 #include "platform/win32/window/form_native.h"
 #include "platform/win32/window/window_native.h"
 
@@ -23,7 +24,8 @@ class NativeMark : public NativeControl {
   using NativeControl::NativeControl;
 
   ui::Size Measure() const override {
-    const ui::Size text = Metrics().Caption(Caption(), TextFont(), Metrics().X(kLongestLine));
+    // With room for the mark of a change, which makes the text bold.
+    const ui::Size text = Metrics().Caption(Caption(), Metrics().Bold(), Metrics().X(kLongestLine));
     return {text.width + Metrics().Scale(kMark),
             std::max(text.height, Metrics().LineHeight()) + Metrics().Scale(kMarkHeight)};
   }
@@ -78,7 +80,8 @@ class NativeButton : public NativeControl {
   using NativeControl::NativeControl;
 
   ui::Size Measure() const override {
-    const int text = Metrics().Caption(Caption(), TextFont(), Metrics().X(kLongestLine)).width;
+    const int text = std::max(Metrics().Caption(Caption(), TextFont(), Metrics().X(kLongestLine)).width,
+                              Metrics().Width(Wide(Control().Room())));
     const int picture = Button().Picture() ? Images().Width() + Metrics().Scale(kPictureGap) : 0;
     return {std::max(Metrics().X(kButtonWidth), text + picture + Metrics().X(kButtonPadding)),
             Metrics().Y(kButtonHeight)};

@@ -103,6 +103,7 @@ void NativeListBox::Mirror(ui::Aspect aspect) {
     if (Shown() != List().Selected()) Send(CB_SETCURSEL, static_cast<WPARAM>(List().Selected()));
   }
   if (aspect != ui::Aspect::kText) NativeControl::Mirror(aspect);
+  if (aspect == ui::Aspect::kMark) SetHeights();  // the native control takes another one with the font
 }
 
 void NativeListBox::Command(UINT code) {

@@ -60,6 +60,7 @@ class NativeListView : public NativeControl {
 
   std::vector<std::string> shownColumns_;
   int shownGeneration_ = 0;
+  int cellChanges_ = 0;
   int fits_ = 0;
   int scrolls_ = 0;
   bool mirroring_ = false;
@@ -148,6 +149,8 @@ void NativeListView::MirrorColumns() {
 void NativeListView::MirrorRows() {
   const auto count = static_cast<LRESULT>(List().Rows().size());
   const bool replaced = shownGeneration_ != List().Generation();
+  if (std::exchange(cellChanges_, List().CellChanges()) != List().CellChanges())
+    InvalidateRect(Window(), nullptr, FALSE);
   if (!replaced && Send(LVM_GETITEMCOUNT) == count) return;
   shownGeneration_ = List().Generation();
   ShowPictures();
@@ -203,7 +206,8 @@ void NativeListView::ScrollToEnd() {
 
 int NativeListView::ColumnWidth(std::size_t column) const {
   const int title = column < List().Columns().size() ? Metrics().Width(Wide(List().Columns()[column])) : 0;
-  return std::max(title, Widest(column)) + Metrics().Scale(kCellPadding) +
+  const int room = column == 0 ? Metrics().Width(Wide(List().Room())) : 0;
+  return std::max(title, Widest(column) + room) + Metrics().Scale(kCellPadding) +
          (column == 0 && HasPictures() ? Images().Width() : 0);
 }
 
@@ -262,6 +266,9 @@ LRESULT NativeListView::Notify(NMHDR& header) {
       return cells_.Find(reinterpret_cast<const NMLVFINDITEMW&>(header));
     case NM_CUSTOMDRAW:
       return cells_.Draw(reinterpret_cast<const NMLVCUSTOMDRAW&>(header));
+    case LVN_ITEMACTIVATE:
+      Act([this] { List().Open(); });
+      return 0;
     case LVN_ITEMCHANGED:
     case LVN_ODSTATECHANGED:
     case NM_CLICK:
@@ -295,30 +302,16 @@ void NativeListView::TakeSelection() {
   if (places == List().Selection() || !List().Usable()) return;
   // A click beside the rows leaves a single selection as it is.
   if (places.empty() && !List().MultiSelect()) return;
-  if (places.size() == 1) {
-    Context().loop.Guard([&] { List().Choose(places.front()); });
-  } else {
-    List().SetSelection(places);
-  }
+  Context().loop.Guard([&] { List().ChooseRows(places); });
 }
 
 void NativeListView::ContextMenu(std::optional<POINT> place) {
   if (List().popup.empty() || !List().Usable()) return;
   if (selectionQueued_) TakeSelection();
-  POINT point = place.value_or(POINT{});
-  if (!place) {
-    const LRESULT focused = Send(LVM_GETNEXTITEM, static_cast<WPARAM>(-1), LVNI_FOCUSED);
-    RECT row = {LVIR_LABEL, 0, 0, 0};
-    if (focused >= 0) Send(LVM_GETITEMRECT, static_cast<WPARAM>(focused), reinterpret_cast<LPARAM>(&row));
-    point = {row.left, row.bottom};
-    ClientToScreen(Window(), &point);
-  }
-  const NativeMenu menu(List().popup, NativeMenu::Shape::kPopup);
-  const auto form = Form().shared_from_this();
-  const int id = TrackPopupMenu(menu.Get(), TPM_RETURNCMD | TPM_RIGHTBUTTON, point.x, point.y, 0,
-                                Form().Top().Window(), nullptr);
-  const auto handler = menu.Find(id);
-  if (handler && form->Alive()) Act(handler);
+  const LRESULT focused = Send(LVM_GETNEXTITEM, static_cast<WPARAM>(-1), LVNI_FOCUSED);
+  RECT row = {LVIR_LABEL, 0, 0, 0};
+  if (focused >= 0) Send(LVM_GETITEMRECT, static_cast<WPARAM>(focused), reinterpret_cast<LPARAM>(&row));
+  if (const auto handler = Track(List().popup, place, row)) Act(handler);
 }
 
 }  // namespace

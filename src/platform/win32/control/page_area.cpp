@@ -70,7 +70,13 @@ void NativePageArea::Mirror(ui::Aspect aspect) {
     MirrorPages();
     ShowPage();
   }
+  if (aspect == ui::Aspect::kEnabled) return MirrorEnabled();
   if (aspect != ui::Aspect::kText) NativeControl::Mirror(aspect);
+}
+
+// The pages alone: the area's scroll bars go on working.
+void NativePageArea::MirrorEnabled() {
+  for (const Page& page : pages_) EnableWindow(page.window.Get(), Area().EnabledInFrame());
 }
 
 void NativePageArea::FontChanged() {

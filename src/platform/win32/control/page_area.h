@@ -39,6 +39,7 @@ class NativePageArea : public NativeControl {
   std::optional<LRESULT> Filter(UINT message, WPARAM wParam, LPARAM lParam) override;
 
   void MirrorPages();
+  void MirrorEnabled();
   void AddPage(ui::Form& form);
   static void DropPage(Page& page);
   void ShowPage();

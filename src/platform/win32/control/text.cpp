@@ -1,10 +1,14 @@
 // Labels, group boxes and text boxes.
 #include <algorithm>
+#include <optional>
 
 #include "platform/win32/control/kinds.h"
 #include "platform/win32/system/utf.h"
 #include "platform/win32/window/form_native.h"
 #include "platform/win32/window/window_native.h"
+
+// After windows.h, which it needs.
+#include <windowsx.h>
 
 namespace win32 {
 namespace {
@@ -25,7 +29,7 @@ class NativeLabel : public NativeControl {
   // SS_NOTIFY lets a label have a tip.
   Style GetStyle() const override { return {L"STATIC", SS_LEFT | SS_NOTIFY}; }
   HFONT TextFont() const override {
-    return static_cast<const ui::Label&>(Control()).Heading() ? Metrics().Heading() : Metrics().Text();
+    return static_cast<const ui::Label&>(Control()).Heading() ? Metrics().Heading() : NativeControl::TextFont();
   }
 };
 
@@ -35,7 +39,7 @@ class NativeFrame : public NativeControl {
 
   /// The caption with its surroundings; the layout adds the content.
   ui::Size Measure() const override {
-    const ui::Size caption = Metrics().Caption(Caption(), TextFont(), Metrics().X(kLongestLine));
+    const ui::Size caption = Metrics().Caption(Caption(), Metrics().Bold(), Metrics().X(kLongestLine));
     return {caption.width + Metrics().X(kFrameCaption), caption.height};
   }
 
@@ -88,6 +92,11 @@ class NativeTextBox : public NativeControl {
 
   // The wheel scrolls the page: a box of one line has no use for it, but not every one passes it on.
   std::optional<LRESULT> Filter(UINT message, WPARAM wParam, LPARAM lParam) override {
+    if (message == WM_CONTEXTMENU) {
+      const POINT place = {GET_X_LPARAM(lParam), GET_Y_LPARAM(lParam)};
+      const bool byKey = place.x == -1 && place.y == -1;
+      if (ShowFormMenu(byKey ? std::nullopt : std::optional(place))) return 0;
+    }
     if (message != WM_MOUSEWHEEL) return std::nullopt;
     return SendMessageW(GetParent(Window()), message, wParam, lParam);
   }

@@ -1,5 +1,7 @@
 #include "platform/win32/window/control_native.h"
 
+#include <algorithm>
+#include <iterator>
 #include <utility>
 
 #include "base/error.h"
@@ -7,6 +9,8 @@
 #include "platform/win32/system/utf.h"
 #include "platform/win32/system/window_class.h"
 #include "platform/win32/window/form_native.h"
+#include "platform/win32/window/mark.h"
+#include "platform/win32/window/menu_native.h"
 #include "platform/win32/window/window_native.h"
 
 namespace win32 {
@@ -17,7 +21,9 @@ const FontMetrics& NativeControl::Metrics() const { return form_.Top().GetLook()
 
 const Pictures& NativeControl::Images() const { return form_.Top().GetLook().pictures; }
 
-HFONT NativeControl::TextFont() const { return Metrics().Text(); }
+HFONT NativeControl::TextFont() const {
+  return control_.GetMark() == ui::Mark::kNone ? Metrics().Text() : Metrics().Bold();
+}
 
 std::wstring NativeControl::Caption() const { return Wide(control_.Text()); }
 
@@ -45,7 +51,7 @@ void NativeControl::Create(int id, bool startsGroup) {
       SetWindowLongPtrW(window_, GWLP_WNDPROC, reinterpret_cast<LONG_PTR>(&Procedure)));
   Created();
   Mirror(ui::Aspect::kContent);
-  if (!control_.Tip().empty()) form_.ShowTip(*this);
+  if (!control_.ShownTip().empty()) form_.ShowTip(*this);
   MirrorName();
   MeasuredAnew();
 }
@@ -76,6 +82,8 @@ void NativeControl::Mirror(ui::Aspect aspect) {
       return form_.ShowTip(*this);
     case ui::Aspect::kName:
       return MirrorName();
+    case ui::Aspect::kMark:
+      return MirrorMark();
     case ui::Aspect::kContent:
       return;
   }
@@ -87,6 +95,53 @@ void NativeControl::MirrorText() {
 }
 
 void NativeControl::MirrorName() { Context().accessibleNames.Set(window_, Wide(control_.AccessibleName())); }
+
+void NativeControl::MirrorMark() {
+  SendMessageW(window_, WM_SETFONT, reinterpret_cast<WPARAM>(TextFont()), FALSE);
+  RedrawWindow(window_, nullptr, nullptr, RDW_INVALIDATE | RDW_ERASE | RDW_FRAME | RDW_ALLCHILDREN);
+}
+
+std::optional<LRESULT> NativeControl::Color(HDC dc) const {
+  if (control_.GetMark() == ui::Mark::kNone || !IsWindowEnabled(window_)) return std::nullopt;
+  return reinterpret_cast<LRESULT>(PrepareMark(control_.GetMark(), dc));
+}
+
+std::function<void()> NativeControl::Track(const std::vector<ui::MenuItem>& items, std::optional<POINT> place,
+                                           const RECT& inside) const {
+  POINT point = {inside.left, inside.bottom};
+  if (!place) ClientToScreen(window_, &point);
+  const NativeMenu menu(items, NativeMenu::Shape::kPopup);
+  const POINT shown = place.value_or(point);
+  const auto form = form_.shared_from_this();
+  const int id = TrackPopupMenu(menu.Get(), TPM_RETURNCMD | TPM_RIGHTBUTTON, shown.x, shown.y, 0,
+                                form_.Top().Window(), nullptr);
+  return form->Alive() ? menu.Find(id) : nullptr;
+}
+
+bool NativeControl::ShowFormMenu(std::optional<POINT> place) {
+  const auto& ask = control_.GetForm().onContextMenu;
+  if (!ask || !control_.Usable()) return false;
+  ui::ContextMenu menu = ask(control_);
+  if (menu.items.empty()) return false;
+  static constexpr std::pair<UINT, LPARAM> kCommands[] = {
+      {WM_UNDO, 0}, {WM_CUT, 0}, {WM_COPY, 0}, {WM_PASTE, 0}, {EM_SETSEL, -1}};
+  if (control_.GetKind() == ui::Kind::kTextBox) {
+    menu.items.emplace_back();
+    for (std::size_t i = 0; i < std::min(menu.editing.size(), std::size(kCommands)); ++i) {
+      const auto& [message, selection] = kCommands[i];
+      menu.items.push_back({menu.editing[i],
+                            [window = window_, message = message, selection = selection] {
+                              SendMessageW(window, message, 0, selection);
+                            },
+                            {}});
+    }
+  }
+  RECT client = {};
+  GetClientRect(window_, &client);
+  // Not as Act does: what stands in the box need not pass its check to be taken back.
+  if (const auto handler = Track(menu.items, place, client)) Context().loop.Guard(handler);
+  return true;
+}
 
 bool NativeControl::MeasuredAnew() {
   const ui::Size before = std::exchange(measured_, Measure());
@@ -130,6 +185,11 @@ LRESULT CALLBACK NativeControl::Procedure(HWND window, UINT message, WPARAM wPar
 
 std::optional<LRESULT> NativeControl::Receive(UINT message, WPARAM wParam, LPARAM lParam) {
   if (message == WM_SETFOCUS || message == WM_KILLFOCUS) form_.Top().Focus().Moved();
+  if ((message == WM_PAINT || message == WM_NCPAINT) && control_.GetMark() != ui::Mark::kNone) {
+    const LRESULT painted = Native(message, wParam, lParam);
+    PaintMark(window_, control_, Metrics());
+    return painted;
+  }
   if (message != WM_NCDESTROY) return Filter(message, wParam, lParam);
   Disconnect();
   return std::nullopt;

@@ -57,7 +57,10 @@ class NativeControl {
   virtual void Command(UINT /*code*/) {}
   virtual LRESULT Notify(NMHDR& /*header*/) { return 0; }
   /// The pop-up menu is asked for, at a place of the screen, or by the keyboard.
-  virtual void ContextMenu(std::optional<POINT> /*place*/) {}
+  virtual void ContextMenu(std::optional<POINT> place) { ShowFormMenu(place); }
+  /// Asked by the native control before it paints: the brush for its background, where it has another than
+  /// usual.
+  std::optional<LRESULT> Color(HDC dc) const;
   /// A window inside got the focus: it is to be seen.
   virtual void Reveal(HWND /*inside*/) {}
 
@@ -75,6 +78,12 @@ class NativeControl {
   std::wstring Caption() const;
   std::wstring ShownText() const;
 
+  /// Shows the menu that the form has for the control; no when it has none.
+  bool ShowFormMenu(std::optional<POINT> place);
+  /// Lets the person choose from a menu, below the control where no place is given; answers the handler.
+  std::function<void()> Track(const std::vector<ui::MenuItem>& items, std::optional<POINT> place,
+                              const RECT& inside) const;
+
   /// Runs what a person did, after the leave check of the text box left before; a refused check drops it. The
   /// native control shows the description again afterwards. `work` may run later, from the loop, so it
   /// captures by value.
@@ -91,6 +100,7 @@ class NativeControl {
  private:
   void MirrorText();
   void MirrorName();
+  void MirrorMark();
   /// Stands before the native procedure. A subclass of the common controls would look itself up at every
   /// message.
   static LRESULT CALLBACK Procedure(HWND window, UINT message, WPARAM wParam, LPARAM lParam);

@@ -36,6 +36,9 @@ bool FontMetrics::Renew(const std::wstring& face) {
   description_ = wanted;
   SelectObject(screen_.Get(), GetStockObject(DEFAULT_GUI_FONT));  // a selected font could not be released
   text_ = Font(CreateFontIndirectW(&wanted));
+  LOGFONTW bold = wanted;
+  bold.lfWeight = FW_BOLD;
+  bold_ = Font(CreateFontIndirectW(&bold));
   wanted.lfHeight = MulDiv(wanted.lfHeight, 3, 2);
   heading_ = Font(CreateFontIndirectW(&wanted));
 

@@ -29,6 +29,7 @@ class FontMetrics {
   bool Renew(const std::wstring& face);
 
   HFONT Text() const { return static_cast<HFONT>(text_.Get()); }
+  HFONT Bold() const { return static_cast<HFONT>(bold_.Get()); }
   HFONT Heading() const { return static_cast<HFONT>(heading_.Get()); }
 
   /// Pixels of a distance in dialog units.
@@ -54,6 +55,7 @@ class FontMetrics {
   int dpi_;
   LOGFONTW description_ = {};
   Font text_;
+  Font bold_;
   Font heading_;
   int characterWidth_ = 0;
   int lineHeight_ = 0;

@@ -126,7 +126,7 @@ void NativeForm::ShowTip(const NativeControl& control) {
         CW_USEDEFAULT, CW_USEDEFAULT, CW_USEDEFAULT, window_, nullptr, ThisModule(), nullptr));
     SetTipWidth();
   }
-  std::wstring text = Wide(control.Control().Tip());
+  std::wstring text = Wide(control.Control().ShownTip());
   TTTOOLINFOW tool = {};
   tool.cbSize = TTTOOLINFOW_V2_SIZE;
   tool.uFlags = TTF_IDISHWND | TTF_SUBCLASS;
@@ -138,6 +138,10 @@ void NativeForm::ShowTip(const NativeControl& control) {
 }
 
 std::optional<LRESULT> DispatchToControl(UiContext& context, UINT message, WPARAM wParam, LPARAM lParam) {
+  if (message >= WM_CTLCOLORMSGBOX && message <= WM_CTLCOLORSTATIC) {
+    const NativeControl* painted = context.Find(reinterpret_cast<HWND>(lParam));
+    return painted ? painted->Color(reinterpret_cast<HDC>(wParam)) : std::nullopt;
+  }
   const auto* header = message == WM_NOTIFY ? reinterpret_cast<NMHDR*>(lParam) : nullptr;
   HWND sender = nullptr;
   if (message == WM_COMMAND) sender = reinterpret_cast<HWND>(lParam);

@@ -1,0 +1,275 @@
+#include "shell/changes.h"
+
+#include <algorithm>
+
+namespace shell {
+namespace {
+
+using fields::Field;
+
+bool HasUnit(const Field& field) { return field.kind == fields::Kind::kText; }
+
+/// Of an option group the button that is selected carries the mark.
+void SetMark(const Field& field, ui::Mark mark, const std::string& reason) {
+  if (!field.control) return;
+  if (field.kind != fields::Kind::kOption) return field.control->SetMark(mark, reason);
+  for (ui::OptionButton* button : static_cast<ui::OptionButton*>(field.control)->Siblings()) {
+    const bool carries = button->Selected() && mark != ui::Mark::kNone;
+    button->SetMark(carries ? mark : ui::Mark::kNone, carries ? reason : std::string());
+  }
+}
+
+}  // namespace
+
+void Changes::Attach(std::size_t page, ISubForm& form) {
+  if (followed_.size() <= page) followed_.resize(page + 1);
+  followed_[page].form = &form;
+  form.onContent = [this, page](ui::Control& control) { Touched(followed_[page], control); };
+  form.onFill = [this, page](bool begins) {
+    followed_[page].filling = begins;
+    if (!begins) Follow(followed_[page]);
+  };
+}
+
+void Changes::Clear() { followed_.clear(); }
+
+void Changes::Follow(Page& page) {
+  for (const Entry& entry : page.entries) SetMark(entry.field, ui::Mark::kNone, {});
+  ++generation_;
+  page.entries.clear();
+  page.byControl.clear();
+  for (Field& field : page.form->ListFields(TranslateBy(strings_))) {
+    Entry entry;
+    entry.device = field.content();
+    entry.field = std::move(field);
+    const std::size_t place = page.entries.size();
+    if (entry.field.control) page.byControl[entry.field.control] = place;
+    if (entry.field.kind == fields::Kind::kOption) {
+      for (const auto* button : static_cast<ui::OptionButton*>(entry.field.control)->Siblings())
+        page.byControl[button] = place;
+    }
+    page.entries.push_back(std::move(entry));
+  }
+  JudgeAdjustments();
+  Told();
+}
+
+void Changes::Committed() {
+  for (Page& page : followed_) {
+    for (Entry& entry : page.entries) {
+      entry.device = entry.field.content();
+      entry.refused.clear();
+    }
+    JudgeAll(page);
+  }
+  JudgeAdjustments();
+  Told();
+}
+
+void Changes::Retell() {
+  for (const Page& page : followed_) {
+    for (const Entry& entry : page.entries) {
+      Show(entry);
+      const Field& field = entry.field;
+      if (field.cursor != field.control || field.kind == fields::Kind::kOption) continue;
+      const fields::Caption caption = field.caption();
+      field.control->SetAccessibleName(PathOf(caption) + (caption.unit.empty() ? "" : ", " + caption.unit));
+    }
+  }
+  JudgeAdjustments();
+  Told();
+}
+
+void Changes::Touched(Page& page, const ui::Control& control) {
+  if (page.filling || page.entries.empty()) return;
+  bool told = false;
+  const auto known = page.byControl.find(&control);
+  if (known != page.byControl.end()) {
+    told = Judge(page.entries[known->second]);
+  } else if (control.GetKind() != ui::Kind::kFrame) {
+    return;
+  } else {
+    JudgeAll(page);
+    told = true;
+  }
+  for (Entry& entry : page.entries) {
+    if (!entry.field.control) told = Judge(entry) || told;
+  }
+  if (!told) return;
+  JudgeAdjustments();
+  Told();
+}
+
+bool Changes::Judge(Entry& entry) {
+  const bool before = entry.edited || !entry.refused.empty();
+  const std::string content = entry.field.content();
+  if (content != entry.refusedContent) entry.refused.clear();
+  entry.edited = entry.field.applies() && !SameContent(entry.field, numbers_, content, entry.device);
+  const bool now = entry.edited || !entry.refused.empty();
+  if (before || now) Show(entry);
+  return before || now;
+}
+
+void Changes::JudgeAll(Page& page) {
+  for (Entry& entry : page.entries) Judge(entry);
+}
+
+void Changes::Show(const Entry& entry) const {
+  if (!entry.refused.empty()) return SetMark(entry.field, ui::Mark::kRefused, entry.refused);
+  if (!entry.edited) return SetMark(entry.field, ui::Mark::kNone, {});
+  SetMark(entry.field, ui::Mark::kChanged,
+          ReplacePlaceholders(strings_.GetStrings("Device: %s1%"), {ValueOf(entry.field, entry.device)}));
+}
+
+std::string Changes::ValueOf(const Field& field, const std::string& content) const {
+  std::string value = field.shown(content);
+  const std::string unit = HasUnit(field) ? field.caption().unit : std::string();
+  return value.empty() || unit.empty() ? value : value + " " + unit;
+}
+
+void Changes::JudgeAdjustments() {
+  for (Page& page : followed_) {
+    std::vector<Adjustment> present;
+    if (page.form && !page.entries.empty()) present = page.form->Adjustments();
+    if (present == page.adjustments) continue;
+    for (const Adjustment& former : page.adjustments) former.control->SetMark(ui::Mark::kNone);
+    page.adjustments = std::move(present);
+    for (const Entry& entry : page.entries) {
+      if (entry.edited || !entry.refused.empty()) Show(entry);
+    }
+    for (const Adjustment& adjustment : page.adjustments)
+      adjustment.control->SetMark(ui::Mark::kChanged, adjustment.reason);
+  }
+}
+
+std::size_t Changes::Count(std::size_t page) const {
+  if (page >= followed_.size()) return 0;
+  const Page& followed = followed_[page];
+  const auto pending = std::ranges::count_if(
+      followed.entries, [](const Entry& entry) { return entry.edited || !entry.refused.empty(); });
+  return static_cast<std::size_t>(pending) + followed.adjustments.size();
+}
+
+bool Changes::AnyRefused(std::size_t page) const {
+  return page < followed_.size() && std::ranges::any_of(followed_[page].entries, [](const Entry& entry) {
+           return !entry.refused.empty();
+         });
+}
+
+std::vector<Change> Changes::List() const {
+  std::vector<Change> list;
+  for (std::size_t i = 0; i < followed_.size(); ++i) {
+    for (const Entry& entry : followed_[i].entries) {
+      if (!entry.edited && entry.refused.empty()) continue;
+      const fields::Caption caption = entry.field.caption();
+      list.push_back({entry.refused.empty() ? Change::Kind::kEdited : Change::Kind::kRefused, i, &entry.field,
+                      entry.field.cursor, PathOf(caption), entry.field.shown(entry.device),
+                      entry.field.shown(entry.field.content()), HasUnit(entry.field) ? caption.unit : "",
+                      entry.refused});
+    }
+  }
+  for (std::size_t i = 0; i < followed_.size(); ++i) {
+    for (const Adjustment& adjustment : followed_[i].adjustments) {
+      const bool frame = adjustment.control->GetKind() == ui::Kind::kFrame;
+      const std::string name =
+          frame ? adjustment.control->Text() : PathOf(fields::CaptionOf(*adjustment.control));
+      list.push_back({Change::Kind::kByItself, i, nullptr, adjustment.control, name, adjustment.device,
+                      adjustment.present, {}, adjustment.reason});
+    }
+  }
+  return list;
+}
+
+std::vector<KeptChange> Changes::Kept() const {
+  std::vector<KeptChange> kept;
+  for (const Page& page : followed_) {
+    for (const Entry& entry : page.entries) {
+      if (entry.edited)
+        kept.push_back({entry.field.page, entry.field.name, entry.device, entry.field.content()});
+    }
+  }
+  return kept;
+}
+
+std::vector<const Field*> Changes::Fields() const {
+  std::vector<const Field*> fields;
+  for (const Page& page : followed_) {
+    for (const Entry& entry : page.entries) fields.push_back(&entry.field);
+  }
+  return fields;
+}
+
+Changes::Entry* Changes::EntryOf(std::string_view pageClass, std::string_view control) {
+  for (Page& page : followed_) {
+    if (!page.form || page.form->Name() != pageClass) continue;
+    for (Entry& entry : page.entries) {
+      if (entry.field.name == control) return &entry;
+    }
+    const auto known = page.byControl.find(page.form->Find(control));
+    return known == page.byControl.end() ? nullptr : &page.entries[known->second];
+  }
+  return nullptr;
+}
+
+const Field* Changes::Find(std::string_view page, std::string_view control) const {
+  const Entry* entry = const_cast<Changes*>(this)->EntryOf(page, control);
+  return entry ? &entry->field : nullptr;
+}
+
+const Changes::Entry* Changes::EntryOf(const Field& field) const {
+  for (const Page& page : followed_) {
+    for (const Entry& entry : page.entries) {
+      if (&entry.field == &field) return &entry;
+    }
+  }
+  return nullptr;
+}
+
+std::string Changes::DeviceContent(const Field& field) const {
+  const Entry* entry = EntryOf(field);
+  return entry ? entry->device : std::string();
+}
+
+bool Changes::IsEdited(const Field& field) const {
+  const Entry* entry = EntryOf(field);
+  return entry && entry->edited;
+}
+
+void Changes::Refuse(std::string_view control, const std::string& reason) {
+  const auto point = control.find('.');
+  if (point == std::string_view::npos) return;
+  Entry* entry = EntryOf(control.substr(0, point), control.substr(point + 1));
+  if (!entry || !entry->refused.empty()) return;
+  entry->refused = reason;
+  entry->refusedContent = entry->field.content();
+  Show(*entry);
+  Told();
+}
+
+std::vector<std::string> Changes::TakeBack(std::vector<const Field*> fields, fields::PagePrompts& prompts) {
+  std::vector<std::string> reasons;
+  for (std::size_t left = fields.size() + 1; !fields.empty() && fields.size() < left;) {
+    left = fields.size();
+    reasons.clear();
+    std::erase_if(fields, [&](const Field* field) {
+      std::string reason = prompts.Take(*field, DeviceContent(*field));
+      if (reason.empty()) {
+        EntryOf(field->page, field->name)->refused.clear();
+        return true;
+      }
+      reasons.push_back(PathOf(field->caption()) + ": " + reason);
+      return false;
+    });
+  }
+  for (Page& page : followed_) {
+    JudgeAll(page);
+    const auto isEdited = [](const Entry& entry) { return entry.edited; };
+    if (page.form && page.form->IsChanged() && std::ranges::none_of(page.entries, isEdited))
+      page.form->TakenBack();
+  }
+  JudgeAdjustments();
+  Told();
+  return reasons;
+}
+
+}  // namespace shell

@@ -1,0 +1,67 @@
+// The list of changes: a line for each value that the next save changes, what it is in the device and what it
+// becomes. It stays open beside the main window and follows it; or it is shown before a save, which then waits
+// for it. Owned by the main window, which does what is asked for here.
+#pragma once
+
+#include <functional>
+#include <optional>
+#include <vector>
+
+#include "shell/changes.h"
+#include "shell/platform.h"
+#include "shell/settings.h"
+#include "ui/form.h"
+
+namespace shell {
+
+class fChanges final : public ui::Window {
+ public:
+  fChanges(const Platform& platform, const Settings& settings, const Strings& strings, const PageSet& pages,
+           Changes& changes);
+  ~fChanges() override;
+
+  /// What the buttons ask for.
+  std::function<void(const Change&)> onGoTo;
+  std::function<void(std::vector<const fields::Field*>)> onTakeBack;
+  std::function<void()> onApply;
+
+  void InitStrings();
+  void ShowMe();
+  /// Shows the list alone and waits; answers whether it may be applied.
+  bool Review();
+  /// The changes are others; harmless while the window is not visible.
+  void Follow();
+  /// Locked: nothing can be taken back or applied.
+  void SetLocked(bool locked);
+
+ private:
+  void Realize();
+  void ShowRows();
+  void EnableButtons();
+  std::vector<const Change*> Selected() const;
+  void GoTo();
+  void TakeBack();
+  void Apply();
+  void SetReviewing(bool reviewing);
+
+  const Platform& platform_;
+  const Strings& strings_;
+  const PageSet& pages_;
+  Changes& changes_;
+  std::vector<Change> list_;
+  bool reviewing_ = false;
+  bool accepted_ = false;
+  bool locked_ = false;
+
+  ui::ListView lvwChanges{*this, "lvwChanges"};
+  ui::Label lblCount{*this, "lblCount"};
+  ui::Button cmdGoTo{*this, "cmdGoTo"};
+  ui::Button cmdTakeBack{*this, "cmdTakeBack"};
+  ui::Button cmdApply{*this, "cmdApply"};
+  ui::Button cmdClose{*this, "cmdClose"};
+};
+
+/// "3 changes on 2 pages, 1 refused".
+std::string CountText(const Changes& changes, const PageSet& pages, const Strings& strings);
+
+}  // namespace shell

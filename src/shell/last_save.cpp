@@ -1,0 +1,100 @@
+#include "shell/last_save.h"
+
+#include <algorithm>
+
+#include "base/text.h"
+
+namespace shell {
+namespace {
+
+struct Place {
+  std::string page, control;
+};
+
+Place PlaceOf(const std::string& control) {
+  const auto point = control.find('.');
+  if (point == std::string::npos) return {};
+  return {control.substr(0, point), control.substr(point + 1)};
+}
+
+/// "optTemp(1)" belongs to "optTemp".
+bool IsOf(const KeptChange& change, const Place& place) {
+  return change.page == place.page &&
+         (change.field == place.control || place.control.starts_with(change.field + "("));
+}
+
+/// The text before, where it has digits that the page did not show: only they give the same value again.
+std::string ExactContent(const base::Numbers& numbers, const KeptChange& change,
+                         const host::ChangedField& changed) {
+  const auto typed = base::ParseEither(numbers, change.present), put = base::ParseEither(numbers, changed.written);
+  const auto shown = base::ParseEither(numbers, change.device), before = base::ParseEither(numbers, changed.before);
+  if (!typed || !before || typed != put || shown == before) return change.device;
+  const std::size_t end = changed.before.find_last_not_of('0');
+  return changed.before.substr(0, end + 1);
+}
+
+}  // namespace
+
+void LastSave::Begin(std::vector<KeptChange> pending, bool imperial) {
+  begun_ = std::move(pending);
+  begunImperial_ = imperial;
+}
+
+void LastSave::Committed(const host::Journal& journal, const std::vector<host::Difference>& differences) {
+  const auto heldOf = [&differences](const host::ChangedField& changed) {
+    const auto told = std::ranges::find(differences, changed.control, &host::Difference::control);
+    return told == differences.end() || changed.control.empty() ? std::string() : told->held;
+  };
+  values_.clear();
+  entries_ = journal.Entries();
+  imperial_ = begunImperial_;
+  for (const host::Written& entry : entries_) {
+    for (const host::ChangedField& changed : host::ChangedFields(entry)) 
+      Add(entry, changed, heldOf(changed), journal.Numbers());
+  }
+}
+
+// Several properties may hold what one field shows; it is one value.
+void LastSave::Add(const host::Written& entry, const host::ChangedField& changed,
+                   const std::string& held, const base::Numbers& numbers) {
+  const Place place = PlaceOf(changed.control);
+  const auto known = std::ranges::find_if(begun_, [&](const KeptChange& c) { return IsOf(c, place); });
+  if (known == begun_.end()) {
+    values_.push_back({place.page, place.control, entry.Name(), changed.before, changed.written,
+                       held});
+    return;
+  }
+  const auto told = std::ranges::find_if(values_, [&known](const Value& value) {
+    return value.page == known->page && value.field == known->field;
+  });
+  if (told == values_.end()) {
+    values_.push_back({known->page, known->field, entry.Name(), ExactContent(numbers, *known, changed),
+                       known->present, held});
+  } else if (!held.empty()) {
+    told->held = held;
+  }
+}
+
+std::vector<std::string> DescribeSave(const LastSave& save, const Changes& changes, const PageSet& pages,
+                                      const Strings& strings) {
+  std::vector<std::string> lines;
+  for (const LastSave::Value& value : save.Values()) {
+    const fields::Field* field = changes.Find(value.page, value.field);
+    std::string name = value.name, before = value.before, after = value.after, unit;
+    if (field) {
+      const auto entry = std::ranges::find(pages.Table(), value.page, &PageEntry::pageClass);
+      const fields::Caption caption = field->caption();
+      name = std::string(base::Trim(strings.GetStrings(entry->listCaption))) + ": " + PathOf(caption);
+      before = field->shown(value.before);
+      after = field->shown(value.after);
+      if (field->kind == fields::Kind::kText && !caption.unit.empty()) unit = " " + caption.unit;
+    }
+    std::string line = name + ": " + before + " -> " + after + unit;
+    if (!value.held.empty())
+      line += "; " + ReplacePlaceholders(strings.GetStrings("the device holds %s1%"), {value.held});
+    lines.push_back(std::move(line));
+  }
+  return lines;
+}
+
+}  // namespace shell

@@ -1,0 +1,231 @@
+// The main window's part in what is pending: counts and marks, going to a field, taking back, the review
+// before a save, what a save did, and the lock.
+#include <algorithm>
+#include <utility>
+
+#include "base/text.h"
+#include "host/verdict.h"
+#include "shell/main_window.h"
+
+namespace shell {
+namespace {
+
+constexpr std::string_view kLocation = "Main";
+constexpr const char* kReviewChoice = "ReviewBeforeApplying";
+constexpr const char* kEditing[] = {"&Undo", "Cu&t", "&Copy", "&Paste", "Select &all"};
+
+}  // namespace
+
+void fMain::FollowPages(std::size_t index, ISubForm& page) {
+  changes_.Attach(index, page);
+  page.onContextMenu = [this, index](ui::Control& control) { return MenuOf(index, control); };
+}
+
+void fMain::ShowPending() {
+  for (std::size_t i = 0; i < std::min(pages_.Count(), lvwConfig.Rows().size()); ++i) {
+    const std::size_t count = changes_.Count(i);
+    std::string caption = strings_.GetStrings(pages_.Table()[i].listCaption);
+    if (count > 0) caption = std::string(base::Trim(caption)) + " (" + std::to_string(count) + ")";
+    lvwConfig.SetCell(i, 0, caption + (changes_.AnyRefused(i) ? " !" : ""));
+  }
+  cmdChanges.SetText(CountText(changes_, pages_, strings_));
+  cmdTakeBack.SetVisible(changes_.Count(shownPage_) > 0 && !locked_);
+  changesWindow_.Follow();
+  findWindow_.Follow();
+}
+
+ui::ContextMenu fMain::MenuOf(std::size_t page, ui::Control& control) {
+  const fields::Field* field = changes_.Find(pages_.Page(page).Name(), control.Name());
+  if (!field || locked_ || !changes_.IsEdited(*field)) return {};
+  ui::ContextMenu menu;
+  menu.items.push_back(
+      {strings_.GetStrings("&Back to the device's value"),
+       [this, page = field->page, name = field->name] {
+         if (const fields::Field* still = changes_.Find(page, name)) TakeBack({still});
+       },
+       {}});
+  for (const char* caption : kEditing) menu.editing.push_back(strings_.GetStrings(caption));
+  return menu;
+}
+
+void fMain::GoTo(ui::Control& control) {
+  Command("GoTo", [&] {
+    for (std::size_t i = 0; i < pages_.Count(); ++i) {
+      if (&pages_.Page(i) != &control.GetForm()) continue;
+      flags_.pageSelected = true;
+      if (i != shownPage_) ShowPage(i);
+      BringToFront();
+      control.Focus();
+    }
+  });
+}
+
+void fMain::TakeBack(std::vector<const fields::Field*> fields) {
+  if (locked_) return;
+  std::string reasons;
+  Command("TakeBack", [&] {
+    reasons = base::Join(changes_.TakeBack(std::move(fields), pagePrompts_), "\r\n");
+    if (!reasons.empty())
+      platform_.prompts.Ask({strings_.GetStrings("Not everything could be taken back:") + "\r\n" + reasons,
+                             settings_.title, ui::Buttons::kOk, ui::Icon::kExclamation});
+  });
+}
+
+void fMain::TakeBackPage() {
+  std::vector<const fields::Field*> fields;
+  for (const Change& change : changes_.List()) {
+    if (change.field && change.page == shownPage_) fields.push_back(change.field);
+  }
+  TakeBack(std::move(fields));
+}
+
+bool fMain::Reviewed() {
+  if (!review_ || !pages_.AnyPageChanged()) return true;
+  return changesWindow_.Review() && !ending_;
+}
+
+void fMain::TellSave(const std::vector<host::Difference>& differences) {
+  lastSave_.Committed(journal_, differences);
+  changes_.Committed();
+  if (lastSave_.Empty()) return;
+  std::vector<std::string> onPages;
+  for (const LastSave::Value& value : lastSave_.Values()) {
+    if (std::ranges::find(onPages, value.page) == onPages.end()) onPages.push_back(value.page);
+  }
+  const std::size_t count = lastSave_.Values().size();
+  const std::string_view text = count == 1            ? "1 value was written on 1 page"
+                                : onPages.size() == 1 ? "%s1% values were written on 1 page"
+                                                      : "%s1% values were written on %s2% pages";
+  AddMessage(ReplacePlaceholders(strings_.GetStrings(text),
+                                 {std::to_string(count), std::to_string(onPages.size())}),
+             "Save", kLocation, logger::kInformation);
+  logger_.AddDetails(DescribeSave(lastSave_, changes_, pages_, strings_));
+}
+
+void fMain::RefuseControl(const ui::Control& control, std::string_view reason) {
+  refusals_.emplace_back(control.GetForm().Name() + "." + control.Name(), reason);
+}
+
+void fMain::MarkRefused() {
+  for (const host::Written& entry : journal_.Entries()) {
+    if (entry.refused.empty()) continue;
+    for (const host::ChangedField& field : host::RefusedFields(entry))
+      refusals_.emplace_back(field.control, entry.refused);
+  }
+  for (const auto& [control, reason] : std::exchange(refusals_, {})) changes_.Refuse(control, reason);
+  const auto list = changes_.List();
+  const auto first = std::ranges::find(list, Change::Kind::kRefused, &Change::kind);
+  if (first == list.end() || !first->field->cursor) return;
+  ui::Control& cursor = *first->field->cursor;
+  if (first->page != shownPage_) ShowPage(first->page);
+  cursor.Focus();
+}
+
+std::string fMain::WhyNotTakeBack() {
+  const auto text = [this](std::string_view english) { return strings_.GetStrings(english); };
+  if (lastSave_.Empty()) return text("Nothing was saved since this window was opened.");
+  if (lastSave_.Imperial() != device_.IsImperial)
+    return text("The last save was made in the other measurement units. Change them back first.");
+  std::vector<std::string> names;
+  for (const host::ChangedField& changed : host::ChangedSince(settings_.numbers, lastSave_.Entries())) {
+    const auto point = changed.control.find('.');
+    const fields::Field* field =
+        point == std::string::npos
+            ? nullptr
+            : changes_.Find(changed.control.substr(0, point), changed.control.substr(point + 1));
+    names.push_back(field ? PathOf(field->caption()) : changed.written);
+  }
+  if (names.empty()) return {};
+  return text("The device has been changed by somebody else since the last save:") + "\r\n" +
+         base::Join(names, "\r\n");
+}
+
+void fMain::TakeBackLastSave() {
+  if (locked_) return;
+  Command("TakeBackLastSave", [this] {
+    std::string told = WhyNotTakeBack();
+    if (told.empty()) {
+      flags_.pageSelected = true;
+      std::vector<std::string> reasons;
+      // What depends on another value is tried again after it.
+      std::vector<LastSave::Value> left = lastSave_.Values();
+      for (std::size_t before = left.size() + 1; !left.empty() && left.size() < before;) {
+        before = left.size();
+        reasons.clear();
+        std::erase_if(left, [&](const LastSave::Value& value) {
+          const fields::Field* field = changes_.Find(value.page, value.field);
+          if (!field) return true;
+          const std::string reason = pagePrompts_.Take(*field, value.before);
+          if (!reason.empty()) reasons.push_back(PathOf(field->caption()) + ": " + reason);
+          return reason.empty();
+        });
+      }
+      if (!reasons.empty())
+        told = strings_.GetStrings("Not everything could be taken back:") + "\r\n" + base::Join(reasons, "\r\n");
+      changesWindow_.ShowMe();
+    }
+    if (!told.empty())
+      platform_.prompts.Ask({told, settings_.title, ui::Buttons::kOk, ui::Icon::kExclamation});
+  });
+}
+
+std::string fMain::WindowTitle() const {
+  return locked_ ? title_ + " - " + strings_.GetStrings("Locked") : title_;
+}
+
+void fMain::SetLocked(bool locked) {
+  Command("Locked", [this, locked] {
+    locked_ = locked;
+    Picture1.SetEnabled(!locked);
+    txtLocation.SetReadOnly(locked);
+    cmdOK.SetEnabled(!locked);
+    cmdApply.SetEnabled(!locked);
+    changesWindow_.SetLocked(locked);
+    SetTitle(WindowTitle());
+    BuildMenu();
+    ShowPending();
+    if (locked) lvwConfig.Focus();
+  });
+}
+
+void fMain::ChooseReview(bool review) {
+  review_ = review;
+  base::WriteRegistryString(platform_.registry, base::RegistryRoot::kCurrentUser, settings_.settingsKey,
+                            kReviewChoice, review ? "1" : "0");
+  BuildMenu();
+}
+
+ui::MenuItem fMain::WithKey(const std::string& caption, const std::string& key,
+                            std::function<void()> onClick) const {
+  const std::string shown = base::ReplaceAll(key, "Ctrl", strings_.GetStrings("Ctrl"));
+  return {caption + "\t" + shown, std::move(onClick), {}, key};
+}
+
+void fMain::BuildMenu() {
+  const auto text = [this](std::string_view english) { return strings_.GetStrings(english); };
+  review_ = base::ReadRegistryString(platform_.registry, base::RegistryRoot::kCurrentUser,
+                                     settings_.settingsKey, kReviewChoice) == "1";
+  ui::MenuItem review = {text("Re&view before applying"), [this] { ChooseReview(!review_); }, {}};
+  review.checked = review_;
+  ui::MenuItem lock = WithKey(text("L&ocked"), "Ctrl+L", [this] { SetLocked(!locked_); });
+  lock.checked = locked_;
+  menu = {
+      {text("&File"),
+       {},
+       {WithKey(text("&Apply"), "Ctrl+S", [this] { cmdApply.Click(); }),
+        {text("&Take back the last save..."), [this] { TakeBackLastSave(); }, {}},
+        {text("&Close"), [this] { Close(); }, {}}}},
+      {text("&View"),
+       {},
+       {WithKey(text("&Refresh"), "F5", [this] { cmdRefresh.Click(); }),
+        {text("&Message Logger"), [this] { cmdErrorLog.Click(); }, {}},
+        WithKey(text("&Changes"), "F8", [this] { cmdChanges.Click(); }),
+        WithKey(text("&Find a field..."), "Ctrl+F", [this] { findWindow_.ShowMe(); }),
+        std::move(review),
+        std::move(lock),
+        {text("&Language") + "...", [this] { ChooseLanguage(); }, {}}}},
+      {text("&Help"), {}, {WithKey(text("&Contents"), "F1", [this] { cmdHelp.Click(); })}},
+  };
+}
+
+}  // namespace shell

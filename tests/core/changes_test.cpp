@@ -1,0 +1,345 @@
+// What is pending: marks and counts, the list of changes, taking back, what a save did, finding, the lock.
+#include "shell/changes.h"
+
+#include <algorithm>
+#include <chrono>
+#include <map>
+#include <random>
+#include <set>
+
+#include "tool_test.h"
+
+namespace {
+
+using fields::Field;
+using shell::Change;
+
+struct ChangesTest : tests::ToolTest {
+  /// The lines of the list, "PID | Space Temperature, Proportional Gain | 25.0000 | 30 | % / °C | remark".
+  std::vector<std::string> Lines() {
+    std::vector<std::string> lines;
+    for (const Change& change : Main().Pending().List()) {
+      const auto& entry = Main().Pages().Table()[change.page];
+      lines.push_back(base::Join({std::string(entry.pageClass), change.name, change.device, change.present,
+                                  change.unit, change.reason},
+                                 " | "));
+    }
+    return lines;
+  }
+  std::string Count() { return Text("cmdChanges"); }
+  std::string ListCaption(const std::string& page) {
+    for (const auto& row : Find<ui::ListView>("lvwConfig").Rows()) {
+      if (row.key == page) return row.cells[0];
+    }
+    return "no page";
+  }
+  void Choose(const std::string& menu, const std::string& entry) {
+    for (const ui::MenuItem& top : Main().menu) {
+      if (base::ReplaceAll(top.caption, "&", "") != menu) continue;
+      for (const ui::MenuItem& item : top.items) {
+        const std::string caption = base::ReplaceAll(item.caption, "&", "");
+        if (caption.substr(0, caption.find('\t')) == entry) return item.onClick();
+      }
+    }
+    FAIL() << "no entry " << menu << " > " << entry;
+  }
+  std::vector<const Field*> Edited() {
+    std::vector<const Field*> fields;
+    for (const Change& change : Main().Pending().List()) {
+      if (change.field) fields.push_back(change.field);
+    }
+    return fields;
+  }
+  void OpenContextMenu(const std::string& page, const std::string& control, std::size_t entry) {
+    ui::Form& form = *Main().Pages().FindPage(page);
+    const ui::ContextMenu menu = form.onContextMenu(*form.Find(control));
+    ASSERT_GT(menu.items.size(), entry) << control;
+    menu.items[entry].onClick();
+  }
+};
+
+TEST_F(ChangesTest, AreMarkedAtOnceAndUnmarkedWhenTypedBack) {
+  OpenPage(tests::kAssigned, "fPID");
+  EXPECT_EQ(Count(), "No changes");
+  const std::string gain = Text("fPID.txtPIDTemp(0)");
+  ui::Control& box = Find("fPID.txtPIDTemp(0)");
+  Type("fPID.txtPIDTemp(0)", "30.5");
+  EXPECT_EQ(box.GetMark(), ui::Mark::kChanged);
+  EXPECT_EQ(box.ShownTip(), "Device: " + gain + " % / °C");
+  Find<ui::CheckBox>("fPID.chkPID").Click();
+  Find<ui::OptionButton>("fGeneral.optTemp(1)").Click();
+  Main().Prompts().Take(*Main().Pending().Find("fNetworkInput", "lblType(0)"), "SNVT_tod_event");
+  EXPECT_EQ(Find("fPID.chkPID").GetMark(), ui::Mark::kChanged);
+  EXPECT_EQ(Find("fGeneral.optTemp(1)").GetMark(), ui::Mark::kChanged);
+  EXPECT_EQ(Find("fGeneral.optTemp(0)").GetMark(), ui::Mark::kNone);
+  EXPECT_EQ(ListCaption("fPID"), "PID (2)");
+  EXPECT_EQ(ListCaption("fAlarm"), "Alarm ");
+  EXPECT_EQ(Lines().front(), "fPID | Space Temperature, Proportional Gain | " + gain + " | 30.5 | % / °C | ");
+
+  Type("fPID.txtPIDTemp(0)", gain.substr(0, gain.find('.')));  // the same number
+  EXPECT_EQ(box.GetMark(), ui::Mark::kNone);
+  EXPECT_EQ(box.ShownTip(), "");
+  Find<ui::CheckBox>("fPID.chkPID").Click();
+  Find<ui::OptionButton>("fGeneral.optTemp(0)").Click();
+  Main().Prompts().Take(*Main().Pending().Find("fNetworkInput", "lblType(0)"), "SNVT_occupancy");
+  EXPECT_EQ(Find("fGeneral.optTemp(0)").GetMark(), ui::Mark::kNone);
+  EXPECT_EQ(Edited().size(), 0u) << testing::PrintToString(Lines());
+}
+
+// Also what the pages themselves change when they are saved.
+TEST_F(ChangesTest, ListWhatTheSaveChangesWhateverIsEdited) {
+  std::mt19937 random(static_cast<unsigned>(testing::UnitTest::GetInstance()->random_seed()));
+  const auto any = [&random](std::size_t count) {
+    return std::uniform_int_distribution<std::size_t>(0, count - 1)(random);
+  };
+  OpenPage(tests::kPressure, "fHeatCool");
+  const auto contents = [this] {
+    std::map<std::string, std::pair<const Field*, std::string>> all;
+    for (const Field* field : Main().Pending().Fields()) {
+      if (field->applies()) all[field->page + "." + field->name] = {field, field->content()};
+    }
+    return all;
+  };
+  int applied = 0;
+  for (int round = 0; round < 60; ++round) {
+    if (round == 30) {
+      Find<ui::OptionButton>("optUnit(1)").Click();
+      program.GetStrings().SetLanguage("German");
+      Main().ReInitializeStrings();
+    }
+    Click("cmdRefresh");
+    const auto before = contents();
+    const auto& fields = Main().Pending().Fields();
+    for (int edits = 0; edits < 5; ++edits) {
+      const Field& field = *fields[any(fields.size())];
+      std::string content = std::to_string(any(3));
+      if (auto* list = dynamic_cast<ui::ListBox*>(field.control))
+        content = list->Translated() ? content : list->Items()[any(list->Items().size())];
+      const auto number = base::Numbers().Parse(field.content());
+      if (field.kind == fields::Kind::kText && number) content = base::Numbers().Text(*number + 1, 1);
+      Main().Prompts().Take(field, content);
+    }
+    std::map<std::string, std::string> listed;
+    for (const Change& change : Main().Pending().List()) {
+      const std::string name = change.field ? change.field->name : change.control->Name();
+      listed[change.control->GetForm().Name() + "." + name] = change.present;
+    }
+    Click("cmdApply");
+    if (LastMessage().find("Apply/Main") == std::string::npos || Edited().size() > 0) continue;
+    ++applied;
+    for (const auto& [name, now] : contents()) {
+      const auto then = before.find(name);
+      const bool differs =
+          then != before.end() && !SameContent(*now.first, base::Numbers(), then->second.second, now.second);
+      if (!differs) continue;
+      EXPECT_TRUE(listed.contains(name)) << name << " became " << now.second << " unannounced";
+    }
+    for (const auto& [name, present] : listed) {
+      const auto point = name.find('.');
+      const Field* field = Main().Pending().Find(name.substr(0, point), name.substr(point + 1));
+      if (!field || !field->applies()) continue;  // a group box
+      EXPECT_EQ(base::Numbers().Parse(field->shown(field->content())).value_or(0),
+                base::Numbers().Parse(present).value_or(0))
+          << name << " was announced as " << present;
+    }
+  }
+  EXPECT_GT(applied, 20);
+}
+
+TEST_F(ChangesTest, TakenBackLeaveNothingToBeSaved) {
+  OpenPage(tests::kUnassigned, "fHeatCool");
+  Click("cmdRefresh");
+  const std::string stored = building.StoredDevice(tests::kUnassigned);
+  const std::size_t unasked = Main().Pending().List().size();
+  AssignOutput(1, "HEATING_1");
+  AssignOutput(2, "HEATING_2");
+  Type("fPID.txtPIDTemp(0)", "30.5");
+  Type("fPID.txtPIDTemp(1)", "abc");
+  Find<ui::CheckBox>("fPID.chkPID").Click();
+  EXPECT_EQ(Edited().size(), 5u);
+
+  // What cannot be taken back alone says why.
+  OpenContextMenu("fControlOutput", "cboOutput(0)", 0);
+  ASSERT_EQ(prompts.asked.size(), 1u);
+  EXPECT_NE(prompts.asked[0].text.find("HEATING_2 selected, HEATING_1 must remain"), std::string::npos);
+  ChoosePage("fPID");
+  Click("cmdTakeBack");
+  EXPECT_EQ(Edited().size(), 2u) << testing::PrintToString(Lines());
+  EXPECT_FALSE(Main().Pages().FindPage("fPID")->IsChanged());
+  EXPECT_FALSE(Find("cmdTakeBack").Visible());
+
+  Click("cmdChanges");
+  auto& window = Main().ChangesWindow();
+  auto& list = dynamic_cast<ui::ListView&>(*window.Find("lvwChanges"));
+  ASSERT_EQ(list.Rows().size(), 2u + unasked);
+  list.ChooseRows({0, 1});
+  dynamic_cast<ui::Button&>(*window.Find("cmdTakeBack")).Click();  // the second first, or it is refused
+  EXPECT_EQ(prompts.asked.size(), 1u);
+  EXPECT_EQ(Edited().size(), 0u);
+  EXPECT_FALSE(Main().Pages().FindPage("fControlOutput")->IsChanged());
+  building.Faults().Fail({.member = "Network.BeginTransaction", .once = false});
+  Click("cmdApply");
+  EXPECT_EQ(LastMessage(), "") << "nothing is to be saved";
+  EXPECT_EQ(building.StoredDevice(tests::kUnassigned), stored);
+}
+
+TEST_F(ChangesTest, WhatWasRefusedIsFoundAtItsBox) {
+  OpenPage(tests::kAssigned, "fAlarm");
+  Type("fPID.txtPIDTemp(0)", "30.5");
+  Type("fPID.txtPIDTemp(3)", "-5");  // the host quotes it
+  Click("cmdApply");
+  EXPECT_EQ(Find("fPID.txtPIDTemp(3)").GetMark(), ui::Mark::kRefused);
+  EXPECT_NE(Find("fPID.txtPIDTemp(3)").ShownTip().find("outside the range"), std::string::npos);
+  EXPECT_EQ(Find("fPID.txtPIDTemp(0)").GetMark(), ui::Mark::kChanged);
+  EXPECT_EQ(ListCaption("fPID"), "PID (2) !");
+  EXPECT_EQ(Count(), "2 changes on 1 page, 1 refused");
+  EXPECT_EQ(Main().Pages().FindPage("fPID")->Focused(), &Find("fPID.txtPIDTemp(3)"));
+  Type("fPID.txtPIDTemp(3)", "600");
+  EXPECT_EQ(Find("fPID.txtPIDTemp(3)").GetMark(), ui::Mark::kChanged);
+
+  // The host does not say which: all that were changed. Then a rule of a page.
+  building.Faults().Fail({.member = "Property.Value", .call = 2, .code = automation::kApplicationDefined});
+  Click("cmdApply");
+  EXPECT_EQ(Find("fPID.txtPIDTemp(0)").GetMark(), ui::Mark::kRefused);
+  EXPECT_EQ(Find("fPID.txtPIDTemp(3)").GetMark(), ui::Mark::kRefused);
+  EXPECT_EQ(Find("fPID.txtPIDTemp(1)").GetMark(), ui::Mark::kNone);
+  Click("cmdRefresh");
+  EXPECT_EQ(Find("fPID.txtPIDTemp(0)").GetMark(), ui::Mark::kNone);
+  AssignOutput(3, "HEATING_1_OPEN");
+  Click("cmdApply");
+  EXPECT_EQ(Find("fControlOutput.cboOutput(2)").GetMark(), ui::Mark::kRefused) << LastMessage();
+}
+
+TEST_F(ChangesTest, TheLogSaysWhatASaveDid) {
+  OpenPage(tests::kAssigned, "fPID");
+  Type("fPID.txtPIDTemp(0)", "30.5");
+  Find<ui::CheckBox>("fPID.chkPID").Click();
+  Type("fAlarm.txtAlarm(1)", "61");
+  Click("cmdApply");
+  const auto messages = Messages();
+  ASSERT_EQ(messages.size(), 2u);
+  EXPECT_EQ(messages[0], "Save/Main: 3 values were written on 2 pages");
+  auto& log = dynamic_cast<ui::ListView&>(*Main().Logger().Find("ListView1"));
+  log.Choose(0);
+  log.Open();
+  ASSERT_EQ(log.Rows().size(), 5u);
+  EXPECT_EQ(log.Rows()[1].cells[2].substr(0, 47), "    PID: Space Temperature, Proportional Gain: ");
+  EXPECT_NE(log.Rows()[1].cells[2].find(" -> 30.5 % / °C"), std::string::npos);
+  EXPECT_NE(Main().Logger().LogText().find("Use supply air temp only for limitation: "), std::string::npos);
+  log.Choose(0);
+  log.popup.front().onClick();  // clears it, and its details
+  EXPECT_EQ(log.Rows().size(), 1u);
+}
+
+TEST_F(ChangesTest, TheLastSaveIsTakenBackToTheLastDigit) {
+  OpenPage(tests::kAssigned, "fPID");
+  Choose("File", "Take back the last save...");
+  EXPECT_EQ(prompts.asked.back().text, "Nothing was saved since this window was opened.");
+  Store(30, "UCPTspaceTempPIDparam#SI", "25.123456 0.5 7 700 0 0");
+  Click("cmdRefresh");
+  const std::string stored = building.StoredDevice(tests::kAssigned);
+  Type("fPID.txtPIDTemp(0)", "30.5");
+  Type("fOptions.txtHeatCool", "44");
+  AssignInput(1, "UNUSED");
+  Find<ui::OptionButton>("fGeneral.optEcono(1)").Click();
+  Click("cmdApply");
+  ASSERT_EQ(LastMessage(), tests::kApplied);
+  Choose("File", "Take back the last save...");
+  EXPECT_EQ(prompts.asked.size(), 1u) << prompts.asked.back().text;
+  EXPECT_EQ(Edited().size(), 4u) << testing::PrintToString(Lines());
+  EXPECT_TRUE(Main().ChangesWindow().Visible());
+  Click("cmdApply");
+  EXPECT_EQ(LastMessage(), tests::kApplied);
+  EXPECT_EQ(building.StoredDevice(tests::kAssigned), stored);
+
+  Type("fPID.txtPIDTemp(0)", "31");
+  Click("cmdApply");
+  Store(30, "UCPTspaceTempPIDparam#SI", "32 0.5 7 700 0 0");
+  Choose("File", "Take back the last save...");
+  EXPECT_EQ(prompts.asked.back().text,
+            "The device has been changed by somebody else since the last save:\r\n"
+            "Space Temperature, Proportional Gain");
+  EXPECT_EQ(Text("fPID.txtPIDTemp(0)").substr(0, 2), "31");
+}
+
+TEST_F(ChangesTest, AreReviewedBeforeTheSaveWhereThePersonWantsIt) {
+  OpenPage(tests::kAssigned, "fPID");
+  Choose("View", "Review before applying");
+  Click("cmdApply");  // nothing to be seen
+  Type("fPID.txtPIDTemp(0)", "30.5");
+  const auto click = [this](const char* button) {
+    loop.whileOpen = [this, button] {
+      auto& window = Main().ChangesWindow();
+      EXPECT_TRUE(window.Visible());
+      EXPECT_FALSE(window.Find("cmdTakeBack")->Visible());
+      dynamic_cast<ui::Button&>(*window.Find(button)).Click();
+    };
+  };
+  click("cmdClose");
+  Click("cmdOK");
+  EXPECT_TRUE(Messages().empty());
+  EXPECT_TRUE(Main().Visible());
+  click("cmdApply");
+  Click("cmdApply");
+  EXPECT_EQ(LastMessage(), tests::kApplied);
+  tests::Tool another;
+  another.registry = registry;
+  another.OpenPage(tests::kAssigned, "fPID");
+  EXPECT_TRUE(another.Main().menu[1].items[4].checked);
+}
+
+TEST_F(ChangesTest, AFieldIsFoundByItsCaptionsAndTheDevicesNames) {
+  Open(tests::kAssigned);
+  program.GetStrings().SetLanguage("German");
+  Main().ReInitializeStrings();
+  Choose("&Ansicht", "Feld suchen...");
+  auto& window = Main().FindWindow();
+  ASSERT_TRUE(window.Visible());
+  auto& box = dynamic_cast<ui::TextBox&>(*window.Find("txtFind"));
+  const auto& rows = dynamic_cast<ui::ListView&>(*window.Find("lvwFound")).Rows();
+  const auto all = rows.size();
+  const struct {
+    const char* typed;
+    std::size_t least, most;
+    const char* one;  // of the paths that are found
+  } cases[] = {{"totband", 5, 5, "CO2-Pegel, Totband"},
+               {"verstarkung RAUM", 3, 3, "Raumtemperatur, Proportional Verstärkung"},
+               {"nviCO2", 3, 3, "Raum und Endgeräte, nviCO2, Typ"},
+               {"UCPTspaceTempPID", 6, 6, "Raumtemperatur, Proportional Verstärkung"},
+               {"no such field", 0, 0, ""},
+               {"", all, all, "Bypass-Dauer"}};
+  for (const auto& test : cases) {
+    const auto start = std::chrono::steady_clock::now();
+    box.Type(test.typed);
+    EXPECT_GE(rows.size(), test.least) << test.typed;
+    EXPECT_LE(rows.size(), test.most) << test.typed;
+    const bool found = std::ranges::any_of(rows, [&](const auto& row) { return row.cells[1] == test.one; });
+    EXPECT_EQ(found, *test.one != 0) << test.typed;
+    EXPECT_LT(std::chrono::steady_clock::now() - start, std::chrono::seconds(1));
+  }
+  box.Type("totband co2");
+  dynamic_cast<ui::Button&>(*window.Find("cmdGoTo")).Click();
+  EXPECT_FALSE(window.Visible());
+  EXPECT_EQ(Main().Pages().FindPage("fPID")->Focused(), &Find("fPID.txtCO2Level(1)"));
+}
+
+TEST_F(ChangesTest, ALockedWindowShowsEverythingAndTakesNothing) {
+  OpenPage(tests::kAssigned, "fPID");
+  Type("fPID.txtPIDTemp(0)", "30.5");
+  Choose("View", "Locked");
+  EXPECT_EQ(Main().Title(), "Tool - RTU-1 North wing - Locked");
+  EXPECT_FALSE(Find<ui::TextBox>("fPID.txtPIDTemp(0)").Type("31"));
+  EXPECT_FALSE(Find<ui::TextBox>("txtLocation").Type("roof"));
+  EXPECT_FALSE(Find<ui::Button>("cmdApply").Click());
+  EXPECT_FALSE(Find<ui::Button>("cmdOK").Click());
+  Click("cmdChanges");
+  EXPECT_FALSE(Main().ChangesWindow().Find("cmdTakeBack")->Usable());
+  EXPECT_FALSE(Main().ChangesWindow().Find("cmdApply")->Usable());
+  Click("cmdRefresh");
+  ChoosePage("fAlarm");
+  Choose("View", "Locked");
+  EXPECT_TRUE(Find<ui::TextBox>("fPID.txtPIDTemp(0)").Type("31"));
+  EXPECT_EQ(Main().Title(), "Tool - RTU-1 North wing");
+}
+
+}  // namespace
