@@ -54,7 +54,7 @@ bool PageBase::WriteValue() {
 void PageBase::RefreshPage() {
   const ui::WaitPointer pointer(context_.platform.loop);
   if (changed_) FillValue();
-  PageShown();
+  FollowFunctions();
 }
 
 void PageBase::SetCaptions(std::initializer_list<std::pair<ui::Control*, std::string_view>> captions) const {
@@ -73,6 +73,12 @@ void PageBase::RefuseWrite(const std::string& reason, std::initializer_list<cons
 
 void PageBase::SetField(host::Edit& edit, std::size_t place, const ui::TextBox& box) const {
   edit.Set(place, base::Trim(box.Text()), Source(box));
+}
+
+std::string PageBase::ReadWord(const host::Property& property) const {
+  std::string word = base::Upper(property.Read());
+  if (word.empty()) throw base::Error(Translate("The host gave no value."));
+  return word;
 }
 
 const ui::Control* PageBase::FindControl(std::string_view pageClass, std::string_view name) const {

@@ -76,6 +76,10 @@ class PageBase : public shell::ISubForm {
     edit.Set(place, FlagText(flag), Source(control));
   }
 
+  /// A word that the device always has, in upper case. Throws base::Error when the host gives none: taken for
+  /// a value it would be stored as one.
+  std::string ReadWord(const host::Property& property) const;
+
   /// A control of another page, for rules between pages; nothing when that page is not loaded.
   const ui::Control* FindControl(std::string_view pageClass, std::string_view name) const;
 

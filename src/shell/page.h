@@ -65,9 +65,11 @@ class ISubForm : public ui::Form {
   virtual void EndWriteValue() = 0;
   /// The page's topic number in the help file.
   virtual int HelpIndex() = 0;
-  /// For a page that follows choices on other pages: called each time it comes into view, and may be called
-  /// after such a choice.
-  virtual void PageShown() {}
+  /// For a page whose controls can be used or not by the functions of inputs and outputs: looks again at
+  /// those chosen at this moment, also before they are saved. Asks the host for nothing.
+  virtual void FollowFunctions() {}
+  /// Called each time the page comes into view.
+  virtual void PageShown() { FollowFunctions(); }
   /// The values that the page holds: by default those of the controls that it shows. To be asked again after
   /// a fill, which may bring other boxes.
   virtual std::vector<fields::Field> ListFields(const fields::Translate& translate) {
@@ -100,6 +102,9 @@ class PageFinder {
  public:
   virtual ~PageFinder() = default;
   virtual ISubForm* FindPage(std::string_view pageClass) = 0;
+  /// Run after filling and after each accepted choice of the outputs page, and by the inputs page for the
+  /// conditions that look at inputs: every page looks again.
+  virtual void CheckOutputDependencies() = 0;
 };
 
 using host::SaveResult;

@@ -53,6 +53,10 @@ ISubForm* PageSet::FindPage(std::string_view pageClass) {
   return found == pages_.end() ? nullptr : found->get();
 }
 
+void PageSet::CheckOutputDependencies() {
+  for (const auto& page : pages_) page->FollowFunctions();
+}
+
 void PageSet::CreatePages(const PageContext& context, const std::function<void(ISubForm&)>& embed) {
   context.flags.errorOccurred = false;
   for (const PageEntry& entry : table_) {

@@ -23,6 +23,7 @@ class PageSet : public PageFinder {
   std::size_t Count() const { return pages_.size(); }
   ISubForm& Page(std::size_t index) const { return *pages_.at(index); }
   ISubForm* FindPage(std::string_view pageClass) override;
+  void CheckOutputDependencies() override;
 
   /// Creates every page of the table in order, without a value, and lets `embed` put it into the main window.
   /// Throws when a page cannot be used.

@@ -44,4 +44,10 @@ int SelectedTypes::GetInputTypeSelectedIndex(std::string_view function) const {
   return PlaceOf(inputs_, function);
 }
 
+void SelectedTypes::SetSensorType(std::size_t index, std::string_view sensor) {
+  At(sensors_, index) = sensor;
+}
+
+const std::string& SelectedTypes::GetSensorType(std::size_t index) const { return At(sensors_, index); }
+
 }  // namespace shell

@@ -1,6 +1,6 @@
 // The functions that are chosen at this moment for the hardware inputs and outputs, also before they are
-// saved. The inputs and outputs pages keep it current; other pages ask it, so that they follow a choice at
-// once. Owned by the main window.
+// saved, and the sensors behind the inputs. The inputs and outputs pages keep it current; other pages ask it,
+// so that they follow a choice at once. Owned by the main window.
 #pragma once
 
 #include <array>
@@ -24,9 +24,14 @@ class SelectedTypes {
   /// Index of the input that has the function, or -1.
   int GetInputTypeSelectedIndex(std::string_view function) const;
 
+  /// The sensor type behind an input, as the inputs page last read it.
+  void SetSensorType(std::size_t index, std::string_view sensor);
+  const std::string& GetSensorType(std::size_t index) const;
+
  private:
   std::array<std::string, host::DeviceObjects::kOutputs> outputs_;
   std::array<std::string, host::DeviceObjects::kInputs> inputs_;
+  std::array<std::string, host::DeviceObjects::kInputs> sensors_;
 };
 
 }  // namespace shell

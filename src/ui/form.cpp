@@ -2,6 +2,8 @@
 
 #include <algorithm>
 
+#include "base/error.h"
+
 namespace ui {
 namespace {
 
@@ -29,6 +31,7 @@ std::vector<Control*> Form::Group(std::string_view name) const {
     const std::string_view full = control->Name();
     if (full == name || (full.starts_with(name) && full[name.size()] == '(')) group.push_back(control);
   }
+  if (group.empty()) throw base::Error(name_ + " has no control " + std::string(name) + ".");
   return group;
 }
 

@@ -39,7 +39,8 @@ class Form {
   const std::vector<Control*>& Controls() const { return controls_; }
   /// The control of that name ("txtCO2Level(3)"), or nothing.
   Control* Find(std::string_view name) const;
-  /// The control of that name, or all controls of the array of that name ("txtCO2Level"), in order.
+  /// The control of that name, or all controls of the array of that name ("txtCO2Level"), in order. Throws
+  /// base::Error when there is none.
   std::vector<Control*> Group(std::string_view name) const;
 
   const Node& GetLayout() const { return layout_; }

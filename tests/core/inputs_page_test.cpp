@@ -2,6 +2,7 @@
 #include <thread>
 
 #include "editor.h"
+#include "faulty_host.h"
 #include "tool_test.h"
 
 namespace {
@@ -117,6 +118,22 @@ TEST_F(InputsTest, CancelTakesTheChoiceBackAndAFailureIsTold) {
                                  (taken ? "SPACE_HUMIDITY' configuration settings were applied successfully"
                                         : "CO2_LEVEL' configuration settings were not applied"));
   }
+}
+
+TEST_F(InputsTest, AHostThatNamesNoSensorOrSignalIsToldAndTheChoiceTakenBack) {
+  tests::FailurePlan plan;
+  throughHost = [&plan](std::string_view, const automation::Object& object) {
+    return tests::FaultyTarget::Wrap(plan, object);
+  };
+  Open(device);
+  plan.Arm(tests::Failure::kEmptyText, {1}, true);
+  Choose(1, "FAN_STATE");
+  EXPECT_EQ(LastMessage(), "ChooseFunction/Hardware Input: Input 1: The host gave no value.");
+  AssignOutput(2, "FAN_ON_OFF");
+  EXPECT_EQ(LastMessage(), "ChooseFunction/Hardware Output: Output 2: The host gave no value.");
+  plan.Disarm();
+  EXPECT_EQ(Function(1), "UNUSED");
+  EXPECT_EQ(Find<ui::ListBox>("fControlOutput.cboOutput(1)").SelectedText(), "UNASSIGNED");
 }
 
 TEST_F(InputsTest, TheSensorDialogGetsTheChoicesOfTheFunction) {

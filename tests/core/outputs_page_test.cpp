@@ -17,7 +17,7 @@ constexpr const char* kTwice = "This output is already selected, please select a
 std::string Refused(const OutputFunctions& functions, std::size_t index, const std::string& next) {
   const auto refusal = pages::CheckAssignment({functions, index, functions[index], next});
   if (!refusal) return "";
-  return shell::Strings([] { return automation::Object(); }).FormatStrings(refusal->text, refusal->arguments);
+  return refusal->InWords(shell::Strings([] { return automation::Object(); }));
 }
 
 TEST(AssignmentRules, RefuseInTheirOrderWithTheirTexts) {
@@ -152,8 +152,12 @@ TEST_F(OutputsTest, ARefusedChoiceIsPutBackAndAnAcceptedOneIsSavedAndReadBack) {
   EXPECT_EQ(prompts.asked[0].icon, ui::Icon::kExclamation);
   EXPECT_FALSE(Main().Pages().AnyPageChanged());
   EXPECT_EQ(Main().Selections().GetSelectedOutputType(2), "COOLING_1");
+  program.GetStrings().SetLanguage("German");
+  EXPECT_TRUE(Choose(3, "UNASSIGNED"));
+  EXPECT_EQ(prompts.asked.back().text, "Noch gewählt ist COOLING_2, deshalb muss COOLING_1 gewählt bleiben.");
 
   EXPECT_TRUE(Choose(4, "REVERSING_VALVE"));
+  program.GetStrings().SetLanguage("English");
   Click("cmdApply");
   EXPECT_EQ(LastMessage(), tests::kApplied);
   EXPECT_EQ(StoredFunction(3), "COOLING_1");

@@ -70,6 +70,9 @@ class ControlPage : public PageBase {
   std::vector<std::string> AssignedFunctions();
   /// The functions chosen for them at this moment, also before they are saved.
   std::vector<std::string> SelectedFunctions() const;
+  bool Assigned(std::string_view function) const {
+    return Context().selections.GetOutputTypeSelectedIndex(function) != -1;
+  }
 
  private:
   host::Property& Property(int number) { return Context().device.RoofTopProperties[number]; }

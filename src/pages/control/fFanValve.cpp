@@ -22,7 +22,6 @@ constexpr std::size_t kAlwaysOnOption = 63;
 constexpr std::size_t kInputStateOption = 53;
 
 constexpr std::size_t kFloatingOutputs = 6;  // only the first six outputs are looked at for floating valves
-constexpr int kSensorTypeProperty = 2;       // of an input
 
 }  // namespace
 
@@ -134,38 +133,28 @@ bool fFanValve::Floating(std::string_view pair) const {
   return false;
 }
 
-bool fFanValve::Assigned(std::string_view function) const {
-  return Context().selections.GetOutputTypeSelectedIndex(function) != -1;
-}
-
 // A contact has its sense in the sensor dialog; only a fan state by current is interpreted here.
 bool fFanValve::FanStateByCurrent() const {
   for (std::size_t i = 0; i < host::DeviceObjects::kInputs; ++i) {
     if (Context().selections.GetSelectedInputType(i) != "FAN_STATE") continue;
-    const bool contact = NamingProperty("Input " + std::to_string(i + 1), [&] {
-      auto& properties = Context().device.InputProperties[i + 1];
-      return base::Upper(properties[kSensorTypeProperty].Read()) == "DIGITAL";
-    });
-    if (!contact) return true;
+    if (Context().selections.GetSensorType(i) != "DIGITAL") return true;
   }
   return false;
 }
 
 void fFanValve::CheckIfFrameEnable() {
-  Guarded("CheckIfFrameEnable", [this] {
-    const bool heatFloating = Floating("HEAT_COOL_VALVE") || Floating("HEAT_VALVE");
-    const bool coolFloating = Floating("HEAT_COOL_VALVE") || Floating("COOL_VALVE");
-    const bool both = Assigned("HEAT_COOL_VALVE_MOD");
-    const bool heat = heatFloating || both || Assigned("HEATING_VALVE_MOD");
-    const bool cool = coolFloating || both || Assigned("COOLING_VALVE_MOD");
-    EnableAll(coolFloating, txtCool, lblCoolSec, lblCool);
-    EnableAll(heatFloating, txtHeat, lblHeatSec, lblHeat);
-    EnableAll(cool, txtCoolValue, lblCoolPercent, lblCoolPosition);
-    EnableAll(heat, txtMinHeatValue, lblHeatPercent, lblHeatPosition);
-    fraPosition.SetEnabled(heat || cool);
-    EnableAll(Assigned("FAN_SPEED_MOD"), lblSpeed, txtFanSpeed, lblSpeedUnit);
-    EnableAll(FanStateByCurrent(), fraState, optState, txtThresHold, lblThresold, lblUnit);
-  });
+  const bool heatFloating = Floating("HEAT_COOL_VALVE") || Floating("HEAT_VALVE");
+  const bool coolFloating = Floating("HEAT_COOL_VALVE") || Floating("COOL_VALVE");
+  const bool both = Assigned("HEAT_COOL_VALVE_MOD");
+  const bool heat = heatFloating || both || Assigned("HEATING_VALVE_MOD");
+  const bool cool = coolFloating || both || Assigned("COOLING_VALVE_MOD");
+  EnableAll(coolFloating, txtCool, lblCoolSec, lblCool);
+  EnableAll(heatFloating, txtHeat, lblHeatSec, lblHeat);
+  EnableAll(cool, txtCoolValue, lblCoolPercent, lblCoolPosition);
+  EnableAll(heat, txtMinHeatValue, lblHeatPercent, lblHeatPosition);
+  fraPosition.SetEnabled(heat || cool);
+  EnableAll(Assigned("FAN_SPEED_MOD"), lblSpeed, txtFanSpeed, lblSpeedUnit);
+  EnableAll(FanStateByCurrent(), fraState, optState, txtThresHold, lblThresold, lblUnit);
 }
 
 }  // namespace pages

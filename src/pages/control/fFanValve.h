@@ -12,7 +12,7 @@ class fFanValve final : public ControlPage {
  public:
   fFanValve(const shell::PageContext& context, int helpTopic);
 
-  void PageShown() override { CheckIfFrameEnable(); }
+  void FollowFunctions() override { CheckIfFrameEnable(); }
   /// Decides which controls can be used.
   void CheckIfFrameEnable();
 
@@ -23,7 +23,6 @@ class fFanValve final : public ControlPage {
   void BuildLayout();
 
   bool Floating(std::string_view pair) const;
-  bool Assigned(std::string_view function) const;
   bool FanStateByCurrent() const;
 
   ui::Frame fraValve{*this, "fraValve"};

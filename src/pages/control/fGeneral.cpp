@@ -1,8 +1,9 @@
 #include "pages/control/fGeneral.h"
 
+#include <algorithm>
+
 #include "base/text.h"
 #include "logger/message_logger.h"
-#include "pages/io/dependencies.h"
 
 namespace pages {
 namespace {
@@ -142,12 +143,26 @@ void fGeneral::Fill() {
     chkFreshAir.SetChecked(freshAir);
     freshAirUpdate_ = update;
     MarkChanged(update);
-    EnableUsableGroups();
+    FollowFunctions();
   });
 }
 
-void fGeneral::EnableUsableGroups() {
-  EnableDependentControls(Context(), *this);
+void fGeneral::FollowFunctions() {
+  const bool freshAir = Assigned("FRESH_AIR_DAMPER_MOD") || Assigned("FRESH_AIR_DAMPER_OPEN") ||
+                        Assigned("FRESH_AIR_DAMPER_CLOSE");
+  EnableAll(freshAir, fraFreshAir, lblValveOnOff, txtOutdoor, txtOutdoorMax, lblOutDoorMax, fraMix, lblAir,
+            txtAirLowLimit, lblAirUnit, chkFreshAir, txtFreshAir, lblFreshAir, fraCo2, txtCO2, fraEcono);
+  EnableAll(Assigned("BYPASS_DAMPER_MOD") || Assigned("FAN_SPEED_MOD"), fraPress, txtDuctPressure,
+            txtMaxPressure, lblDuct);
+  const bool onOff = Assigned("HUMIDIFIER_ON_OFF") || Assigned("DEHUMIDIFIER_ON_OFF");
+  EnableAll(onOff, txtHumidityMin, lblHumidityMin, lblHumidityMinUnit);
+  // A modulating dehumidifier does not count.
+  const bool humidifier = std::ranges::any_of(
+      SelectedFunctions(), [](const std::string& function) { return function.starts_with("HUMIDIFIER"); });
+  EnableAll(onOff || humidifier, fraHumid, txtHumidity);
+  const shell::SelectedTypes& selections = Context().selections;
+  EnableAll(selections.GetInputTypeSelectedIndex("RETURN_TEMP") != -1, fraTemp, optTemp);
+  EnableAll(selections.GetInputTypeSelectedIndex("EMERGENCY_CONTACT") != -1, fraEmergency, optEmergency);
   ActivateOutdooeTest();
 }
 

@@ -13,7 +13,7 @@ class fGeneral final : public ControlPage {
  public:
   fGeneral(const shell::PageContext& context, int helpTopic);
 
-  void PageShown() override { EnableUsableGroups(); }
+  void FollowFunctions() override;
   /// Switches the rule between the two damper positions on while the fresh-air group can be used: what nobody
   /// can edit must not refuse a save.
   void ActivateOutdooeTest() { damperRange_ = fraFreshAir.Enabled(); }
@@ -24,7 +24,6 @@ class fGeneral final : public ControlPage {
   bool Write() override;
   void BuildLayout();
   void SetUnitLabels();
-  void EnableUsableGroups();
 
   /// The message of the damper rule, empty when it passes.
   std::string DamperFault() const;

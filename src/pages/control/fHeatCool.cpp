@@ -166,7 +166,7 @@ void fHeatCool::Fill() {
   WhenRead([this, functions = AssignedFunctions()] { EnableUsable(functions); });
 }
 
-void fHeatCool::PageShown() { EnableUsable(SelectedFunctions()); }
+void fHeatCool::FollowFunctions() { EnableUsable(SelectedFunctions()); }
 
 void fHeatCool::EnableUsable(const std::vector<std::string>& functions) {
   const auto assigned = [&functions](std::string_view name) {

@@ -12,7 +12,7 @@ class fHeatCool final : public ControlPage {
  public:
   fHeatCool(const shell::PageContext& context, int helpTopic);
 
-  void PageShown() override;
+  void FollowFunctions() override;
 
  private:
   static constexpr std::size_t kPeriods = 3;  // occupied, standby, unoccupied

@@ -104,7 +104,7 @@ void fPID::Fill() {
   WhenRead([this, functions = AssignedFunctions()] { EnableUsableLoops(functions); });
 }
 
-void fPID::PageShown() { EnableUsableLoops(SelectedFunctions()); }
+void fPID::FollowFunctions() { EnableUsableLoops(SelectedFunctions()); }
 
 void fPID::EnableUsableLoops(const std::vector<std::string>& functions) {
   bool freshAir = false;

@@ -14,7 +14,7 @@ class fPID final : public ControlPage {
  public:
   fPID(const shell::PageContext& context, int helpTopic);
 
-  void PageShown() override;
+  void FollowFunctions() override;
 
  private:
   static constexpr std::size_t kFields = 6;  // shown of each record, in this order

@@ -1,7 +1,7 @@
 #include "pages/io/assignment_rules.h"
 
 #include <algorithm>
-#include <initializer_list>
+#include <span>
 
 #include "pages/io/output_functions.h"
 
@@ -15,7 +15,7 @@ constexpr int kHighestStage = 4;
 
 Result SameFunctionTwice(const OutputChange& change) {
   if (change.next == kUnassigned || !change.OthersHold(change.next)) return {};
-  return Refusal{"This output is already selected, please select another one.", {}};
+  return Refusal{{"This output is already selected, please select another one."}, {}};
 }
 
 Result StageOrder(const OutputChange& change) {
@@ -23,7 +23,7 @@ Result StageOrder(const OutputChange& change) {
   if (!stage || stage->number == 1) return {};
   const std::string before = stage->Name(stage->number - 1);
   if (change.OthersHold(before)) return {};
-  return Refusal{"You have to select the %s1% before selecting %s2%", {before, change.next}};
+  return Refusal{{"You have to select the ", before, " before selecting ", change.next}, {}};
 }
 
 Result StageRemoval(const OutputChange& change) {
@@ -31,62 +31,67 @@ Result StageRemoval(const OutputChange& change) {
   if (!stage) return {};
   for (int higher = stage->number + 1; higher <= kHighestStage; ++higher) {
     if (!change.OthersHold(stage->Name(higher))) continue;
-    return Refusal{"You still have %s1% selected, %s2% must remain selected.",
-                   {stage->Name(higher), change.previous}};
+    return Refusal{
+        {"You still have ", stage->Name(higher), " selected, ", change.previous, " must remain selected."},
+        {}};
   }
   return {};
 }
 
 Result ReversingValveNeedsCooling(const OutputChange& change) {
   if (change.OthersHold("COOLING_1")) return {};
-  return Refusal{"You have to select %s1% before selecting %s2%", {"COOLING", "REVERSING_VALVE"}};
+  return Refusal{{"You have to select %s1% before selecting %s2%"}, {"COOLING", "REVERSING_VALVE"}};
 }
 
 Result CoolingKeptForReversingValve(const OutputChange& change) {
   if (change.previous != "COOLING_1" || !change.OthersHold("REVERSING_VALVE")) return {};
   // The valve is named twice on purpose.
-  return Refusal{"You have %s1% selected you need to select at least one %s2% before selecting %s3%",
+  return Refusal{{"You have %s1% selected you need to select at least one %s2% before selecting %s3%"},
                  {"REVERSING_VALVE", "COOLING", "REVERSING_VALVE"}};
 }
 
 Result ModulatingDamperExcludesOpenClose(const OutputChange& change) {
   if (!change.OthersHold("FRESH_AIR_DAMPER_OPEN") && !change.OthersHold("FRESH_AIR_DAMPER_CLOSE")) return {};
-  return Refusal{"You already select %s1% or %s2%, %s3% cannot be selected.",
+  return Refusal{{"You already select %s1% or %s2%, %s3% cannot be selected."},
                  {"FRESH_AIR_DAMPER_OPEN", "FRESH_AIR_DAMPER_CLOSE", "FRESH_AIR_DAMPER_MOD"}};
 }
 
 Result OpenCloseDamperExcludesModulating(const OutputChange& change) {
   if (!change.OthersHold("FRESH_AIR_DAMPER_MOD")) return {};
-  return Refusal{"You already select %s1%, %s2% or %s3% cannot be selected.",
+  return Refusal{{"You already select %s1%, %s2% or %s3% cannot be selected."},
                  {"FRESH_AIR_DAMPER_MOD", "FRESH_AIR_DAMPER_OPEN", "FRESH_AIR_DAMPER_CLOSE"}};
 }
 
 // What is checked, in order, when an output gets a function. The rules for removal guard the function that
 // the output gives up, whatever replaces it.
-struct RuleOrder {
-  std::string_view function;  // empty: every other one
-  std::initializer_list<Rule> rules;
+constexpr Rule kStage[] = {StageOrder, StageRemoval, SameFunctionTwice, CoolingKeptForReversingValve};
+constexpr Rule kFirstCooling[] = {StageOrder, StageRemoval, SameFunctionTwice};
+constexpr Rule kReversingValve[] = {SameFunctionTwice, StageRemoval, ReversingValveNeedsCooling};
+constexpr Rule kModulatingDamper[] = {SameFunctionTwice, StageRemoval, CoolingKeptForReversingValve,
+                                      ModulatingDamperExcludesOpenClose};
+constexpr Rule kOpenCloseDamper[] = {SameFunctionTwice, StageRemoval, CoolingKeptForReversingValve,
+                                     OpenCloseDamperExcludesModulating};
+constexpr Rule kRemoval[] = {StageRemoval, CoolingKeptForReversingValve};
+constexpr Rule kOrdinary[] = {SameFunctionTwice, StageRemoval, CoolingKeptForReversingValve};
+
+constexpr struct {
+  std::string_view function;
+  std::span<const Rule> rules;
+} kSpecialRules[] = {
+    {"COOLING_1", kFirstCooling},
+    {"REVERSING_VALVE", kReversingValve},
+    {"FRESH_AIR_DAMPER_MOD", kModulatingDamper},
+    {"FRESH_AIR_DAMPER_OPEN", kOpenCloseDamper},
+    {"FRESH_AIR_DAMPER_CLOSE", kOpenCloseDamper},
+    {kUnassigned, kRemoval},
 };
 
-const RuleOrder kRuleOrders[] = {
-    {"HEATING_1", {StageOrder, StageRemoval, SameFunctionTwice, CoolingKeptForReversingValve}},
-    {"HEATING_2", {StageOrder, StageRemoval, SameFunctionTwice, CoolingKeptForReversingValve}},
-    {"HEATING_3", {StageOrder, StageRemoval, SameFunctionTwice, CoolingKeptForReversingValve}},
-    {"HEATING_4", {StageOrder, StageRemoval, SameFunctionTwice, CoolingKeptForReversingValve}},
-    {"COOLING_1", {StageOrder, StageRemoval, SameFunctionTwice}},
-    {"COOLING_2", {StageOrder, StageRemoval, SameFunctionTwice, CoolingKeptForReversingValve}},
-    {"COOLING_3", {StageOrder, StageRemoval, SameFunctionTwice, CoolingKeptForReversingValve}},
-    {"COOLING_4", {StageOrder, StageRemoval, SameFunctionTwice, CoolingKeptForReversingValve}},
-    {"REVERSING_VALVE", {SameFunctionTwice, StageRemoval, ReversingValveNeedsCooling}},
-    {"FRESH_AIR_DAMPER_MOD",
-     {SameFunctionTwice, StageRemoval, CoolingKeptForReversingValve, ModulatingDamperExcludesOpenClose}},
-    {"FRESH_AIR_DAMPER_OPEN",
-     {SameFunctionTwice, StageRemoval, CoolingKeptForReversingValve, OpenCloseDamperExcludesModulating}},
-    {"FRESH_AIR_DAMPER_CLOSE",
-     {SameFunctionTwice, StageRemoval, CoolingKeptForReversingValve, OpenCloseDamperExcludesModulating}},
-    {kUnassigned, {StageRemoval, CoolingKeptForReversingValve}},
-    {{}, {SameFunctionTwice, StageRemoval, CoolingKeptForReversingValve}},
-};
+std::span<const Rule> RulesFor(std::string_view function) {
+  for (const auto& [special, rules] : kSpecialRules) {
+    if (special == function) return rules;
+  }
+  return StageOf(function) ? std::span<const Rule>(kStage) : kOrdinary;
+}
 
 struct Pair {
   std::string_view open;
@@ -108,11 +113,14 @@ bool OutputChange::OthersHold(std::string_view function) const {
   return false;
 }
 
+std::string Refusal::InWords(const shell::Strings& strings) const {
+  std::string text;
+  for (const std::string& piece : pieces) text += strings.FormatStrings(piece, arguments);
+  return text;
+}
+
 Result CheckAssignment(const OutputChange& change) {
-  const auto* order = std::ranges::find_if(kRuleOrders, [&change](const RuleOrder& candidate) {
-    return candidate.function.empty() || candidate.function == change.next;
-  });
-  for (const Rule rule : order->rules) {
+  for (const Rule rule : RulesFor(change.next)) {
     if (auto refusal = rule(change)) return refusal;
   }
   return {};

@@ -9,6 +9,8 @@
 #include <string_view>
 #include <vector>
 
+#include "shell/strings.h"
+
 namespace pages {
 
 inline constexpr std::size_t kOutputCount = 7;
@@ -28,10 +30,13 @@ struct OutputChange {
   bool OthersHold(std::string_view function) const;
 };
 
-/// Why a change is refused: a text for FormatStrings with its arguments.
+/// Why a change is refused. Each piece is a text of the string table by itself, or the name of a function;
+/// the arguments go into the placeholders.
 struct Refusal {
-  std::string text;
+  std::vector<std::string> pieces;
   std::vector<std::string> arguments;
+
+  std::string InWords(const shell::Strings& strings) const;
 };
 
 /// The first rule that refuses, in the order for the new function; nothing when all rules pass.

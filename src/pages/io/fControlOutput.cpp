@@ -3,7 +3,6 @@
 #include <algorithm>
 
 #include "base/text.h"
-#include "pages/io/dependencies.h"
 #include "pages/io/output_functions.h"
 
 namespace pages {
@@ -108,12 +107,12 @@ void fControlOutput::Fill() {
   for (std::size_t i = 0; i < kOutputCount; ++i) {
     NamingProperty(OutputName(i), [this, i] { FillOutput(i); });
   }
-  WhenRead([this] { CheckOutputDependencies(Context()); });
+  WhenRead([this] { Context().pages.CheckOutputDependencies(); });
 }
 
 void fControlOutput::FillOutput(std::size_t i) {
   const std::string function = base::Upper(Property(i, kFunction).Read());
-  const base::Record over(Property(i, kOverride).Read());
+  const base::Record over(Property(i, kOverride).Read(), "SNVT_switch");
   const std::string value(over.Field(0));
   const bool permitted = over.Field(1) != kNoOverrideState;
   // Off is a value of zero, in any notation, and any value in the state 0.
@@ -141,36 +140,31 @@ void fControlOutput::ShowFunction(std::size_t i, const std::string& function) {
 }
 
 void fControlOutput::SetFunction(std::size_t i, const std::string& function) {
-  previous_[i] = function;
+  functions_[i] = function;
   Context().selections.SetSelectedOutputType(i, function);
 }
 
 void fControlOutput::ChooseFunction(std::size_t i) {
   const std::string next = base::Upper(cboOutput[i].SelectedText());
-  if (next == previous_[i]) return;
-  cboOutput[i].SelectText(previous_[i]);  // so it stays when a rule, or the host, refuses
-  if (const auto refusal = CheckAssignment({previous_, i, previous_[i], next})) {
-    Warn(Translate(refusal->text, refusal->arguments));
+  if (next == functions_[i]) return;
+  cboOutput[i].SelectText(functions_[i]);  // so it stays when a rule, or the host, refuses
+  if (const auto refusal = CheckAssignment({functions_, i, functions_[i], next})) {
+    Warn(refusal->InWords(Context().strings));
     return;
   }
   const std::string signal = SignalFor(i, next);
-  const SignalClass former = GetOutputSignalClass(previous_[i]);
+  const SignalClass former = GetOutputSignalClass(functions_[i]);
   cboOutput[i].SelectText(next);
   SetFunction(i, next);
   Touch(i);
   if (next == kUnassigned) chkOver[i].SetChecked(false);
   ConvertOverride(i, former);
   CheckHardware(i, signal);
-  CheckOutputDependencies(Context());
+  Context().pages.CheckOutputDependencies();
 }
 
 std::string fControlOutput::ReadName(std::size_t i, int number) {
-  return NamingProperty(OutputName(i), [&] {
-    std::string name = base::Upper(Property(i, number).Read());
-    // Taken for no hardware, it would be stored as that.
-    if (name.empty()) throw base::Error(Translate("The host gave no value."));
-    return name;
-  });
+  return NamingProperty(OutputName(i), [&] { return ReadWord(Property(i, number)); });
 }
 
 std::string fControlOutput::SignalType(std::size_t i) { return ReadName(i, kSignal); }
@@ -180,7 +174,7 @@ std::string fControlOutput::SignalFor(std::size_t i, std::string_view function) 
 }
 
 void fControlOutput::CheckHardware(std::size_t i, std::string_view signal) {
-  const SignalClass signalClass = GetOutputSignalClass(previous_[i]);
+  const SignalClass signalClass = GetOutputSignalClass(functions_[i]);
   if (signalClass == SignalClass::kNone) return;  // left as it is
   const bool canDrive = CanDrive(signal, signalClass);
   chkOutput[i].SetChecked(canDrive);
@@ -188,7 +182,7 @@ void fControlOutput::CheckHardware(std::size_t i, std::string_view signal) {
 }
 
 void fControlOutput::ShowOverride(std::size_t i, std::string_view value, bool on) {
-  const SignalClass signalClass = GetOutputSignalClass(previous_[i]);
+  const SignalClass signalClass = GetOutputSignalClass(functions_[i]);
   const bool onOff = signalClass == SignalClass::kOnOff;
   cboONOFF[i].SetVisible(onOff);
   txtValue[i].SetVisible(!onOff);
@@ -211,14 +205,14 @@ void fControlOutput::ConvertOverride(std::size_t i, SignalClass former) {
 }
 
 void fControlOutput::EnableOverride(std::size_t i) {
-  const bool assigned = GetOutputSignalClass(previous_[i]) != SignalClass::kNone;
+  const bool assigned = GetOutputSignalClass(functions_[i]) != SignalClass::kNone;
   chkOver[i].SetEnabled(assigned);
   // Without the permission the value would not be kept, so it cannot be typed either.
   EnableAll(assigned && chkOver[i].Checked(), cboONOFF[i], txtValue[i], lblVUnit[i]);
 }
 
 std::vector<std::string> fControlOutput::OverrideFields(std::size_t i) const {
-  const SignalClass signalClass = GetOutputSignalClass(previous_[i]);
+  const SignalClass signalClass = GetOutputSignalClass(functions_[i]);
   if (!chkOver[i].Checked() || signalClass == SignalClass::kNone)
     return {"0.0", std::string(kNoOverrideState)};
   if (signalClass == SignalClass::kModulating) return {std::string(base::Trim(txtValue[i].Text())), "1"};
@@ -227,7 +221,7 @@ std::vector<std::string> fControlOutput::OverrideFields(std::size_t i) const {
 }
 
 std::string fControlOutput::OpenCloseStageValidation() const {
-  std::vector<std::string> lines = UnpairedFunctions(previous_);
+  std::vector<std::string> lines = UnpairedFunctions(functions_);
   for (std::string& line : lines) line = Translate(line);
   return base::Join(lines, "\r\n");
 }
@@ -253,7 +247,7 @@ void fControlOutput::WriteOutput(std::size_t i) {
     if (changed) return property.Write(OutputName(i), host::kHostPrecision, fields, controls);
     property.Change(OutputName(i), host::kHostPrecision, [](host::Edit&) {});
   };
-  const std::string& function = previous_[i];
+  const std::string& function = functions_[i];
   const bool touched = touched_[i];
   const bool local = chkOutput[i].Checked();
   write(kFunction, touched && !function.empty(), {function}, {Source(cboOutput[i])});
@@ -274,7 +268,7 @@ void fControlOutput::Configure(std::size_t i) {
   dialog_->Open();
   if (dialog_->LeftAsItWas()) return;
   const bool local = chkOutput[i].Checked();
-  CheckHardware(i, SignalFor(i, previous_[i]));
+  CheckHardware(i, SignalFor(i, functions_[i]));
   if (chkOutput[i].Checked() != local) Touch(i);
 }
 

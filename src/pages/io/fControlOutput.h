@@ -52,7 +52,7 @@ class fControlOutput final : public PageBase {
   /// are complete.
   std::string OpenCloseStageValidation() const;
 
-  OutputFunctions previous_;  // what each output held before the user's latest change, in upper case
+  OutputFunctions functions_;  // what each output holds now, in upper case
   // Outputs that the user did something about since they were read; all others are written back as they are.
   std::array<bool, kOutputCount> touched_{};
 

@@ -4,7 +4,6 @@
 
 #include "base/text.h"
 #include "logger/message_logger.h"
-#include "pages/io/dependencies.h"
 #include "pages/io/input_functions.h"
 
 namespace pages {
@@ -83,7 +82,7 @@ void fHardwareInput::Fill() {
       });
     });
   }
-  WhenRead([this] { CheckOutputDependencies(Context()); });
+  WhenRead([this] { Context().pages.CheckOutputDependencies(); });
 }
 
 void fHardwareInput::ShowFunction(std::size_t i, const std::string& function) {
@@ -96,36 +95,37 @@ void fHardwareInput::ShowFunction(std::size_t i, const std::string& function) {
 }
 
 void fHardwareInput::SetFunction(std::size_t i, const std::string& function) {
-  previous_[i] = function;
+  functions_[i] = function;
   Context().selections.SetSelectedInputType(i, function);
   cmdConfigure[i].SetEnabled(function != kUnused);
 }
 
 std::string fHardwareInput::ReadSensorType(std::size_t i) {
-  return NamingProperty(InputName(i), [&] { return base::Upper(Property(i, kSensorType).Read()); });
+  return NamingProperty(InputName(i), [&] { return ReadWord(Property(i, kSensorType)); });
 }
 
 void fHardwareInput::ShowSensorType(std::size_t i, const std::string& sensor) {
-  sensors_[i] = sensor;
+  Context().selections.SetSensorType(i, sensor);
   ShowSensor(i);
 }
 
 void fHardwareInput::ShowSensor(std::size_t i) {
-  const InputFunction* function = FindInputFunction(previous_[i]);
+  const InputFunction* function = FindInputFunction(functions_[i]);
+  const std::string& sensor = Context().selections.GetSensorType(i);
   const bool shown = function && function->name != kUnused;
   // Another sensor than the usual one is allowed; the installer should only see it.
-  const bool usual = !shown || function->usualSensor.empty() || function->usualSensor == sensors_[i];
-  lblSensor[i].SetText(
-      !shown  ? std::string()
-      : usual ? sensors_[i]
-              : WithNames("%s1% (usually %s2%)", {sensors_[i], std::string(function->usualSensor)}));
+  const bool usual = !shown || function->usualSensor.empty() || function->usualSensor == sensor;
+  lblSensor[i].SetText(!shown ? std::string()
+                       : usual
+                           ? sensor
+                           : WithNames("%s1% (usually %s2%)", {sensor, std::string(function->usualSensor)}));
 }
 
 void fHardwareInput::ChooseFunction(std::size_t i) {
   const std::string next = base::Upper(cboInput[i].SelectedText());
-  if (next == previous_[i]) return;
-  cboInput[i].SelectText(previous_[i]);  // so it stays when it is refused, or the host fails
-  if (next != kUnused && std::ranges::find(previous_, next) != previous_.end()) {
+  if (next == functions_[i]) return;
+  cboInput[i].SelectText(functions_[i]);  // so it stays when it is refused, or the host fails
+  if (next != kUnused && std::ranges::find(functions_, next) != functions_.end()) {
     Warn(Translate("This input is already selected, please select another one."));
     return;
   }
@@ -133,13 +133,13 @@ void fHardwareInput::ChooseFunction(std::size_t i) {
   cboInput[i].SelectText(next);
   const ui::Answer defaults = OfferDefaults(next);
   if (defaults == ui::Answer::kCancel) {
-    cboInput[i].SelectText(previous_[i]);
+    cboInput[i].SelectText(functions_[i]);
     return;
   }
   SetFunction(i, next);
   MarkChanged();
   ShowSensorType(i, sensor);
-  CheckOutputDependencies(Context());
+  Context().pages.CheckOutputDependencies();
   if (defaults != ui::Answer::kYes) return;
   ApplyDefaultValues(i, next);
   ShowSensorType(i, ReadSensorType(i));
@@ -181,25 +181,25 @@ bool fHardwareInput::Write() {
   if (!IsChanged()) return true;
   BindFormats();
   for (std::size_t i = 0; i < kInputs; ++i) {
-    if (previous_[i].empty()) continue;
+    if (functions_[i].empty()) continue;
     NamingProperty(InputName(i), [this, i] {
       Property(i, kFunction)
-          .Write(kFunctionFormat, host::kHostPrecision, {previous_[i]}, {Source(cboInput[i])});
+          .Write(kFunctionFormat, host::kHostPrecision, {functions_[i]}, {Source(cboInput[i])});
     });
   }
   return true;
 }
 
 void fHardwareInput::Configure(std::size_t i) {
-  if (previous_[i].empty()) {
+  if (functions_[i].empty()) {
     Warn(Translate("You must make a selection before configuration"));
     return;
   }
-  const InputFunction* function = FindInputFunction(previous_[i]);
+  const InputFunction* function = FindInputFunction(functions_[i]);
   if (!dialog_) dialog_ = std::make_unique<fConfigSensor>(Context());
   dialog_->Index = static_cast<int>(i) + 1;
   dialog_->Choice = function ? function->choices : std::string_view();
-  dialog_->InputChoice = previous_[i];
+  dialog_->InputChoice = functions_[i];
   dialog_->Open();
   if (dialog_->LeftAsItWas()) {
     Context().messages.AddMessage(Translate("Configuring sensor input was canceled."), "Configure",
@@ -207,7 +207,7 @@ void fHardwareInput::Configure(std::size_t i) {
     return;
   }
   ShowSensorType(i, ReadSensorType(i));
-  CheckOutputDependencies(Context());
+  Context().pages.CheckOutputDependencies();
 }
 
 }  // namespace pages

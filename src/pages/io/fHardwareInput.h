@@ -39,9 +39,7 @@ class fHardwareInput final : public PageBase {
   void ShowSensor(std::size_t i);
   void Configure(std::size_t i);
 
-  std::array<std::string, kInputs>
-      previous_;  // what each input held before the user's latest change, in upper case
-  std::array<std::string, kInputs> sensors_;  // the sensor type of each input
+  std::array<std::string, kInputs> functions_;  // what each input holds now, in upper case
 
   ui::Frame fraInputs{*this, "fraInputs"};
   ui::LabelArray<3> lblColumn{*this, "lblColumn"};
