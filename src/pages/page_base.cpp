@@ -51,6 +51,20 @@ bool PageBase::WriteValue() {
   return Guarded("WriteValue", [&] { written = Write(); }) && written;
 }
 
+void PageBase::TakenBack() {
+  changed_ = false;
+  DropEdits();
+}
+
+std::vector<fields::Field> PageBase::ListFields(const fields::Translate& translate) {
+  std::vector<fields::Field> fields = ISubForm::ListFields(translate);
+  for (fields::Field& field : fields) {
+    const auto known = sources_.find(field.control);
+    if (known != sources_.end()) field.source = known->second;
+  }
+  return fields;
+}
+
 void PageBase::RefreshPage() {
   const ui::WaitPointer pointer(context_.platform.loop);
   if (changed_) FillValue();

@@ -5,6 +5,7 @@
 
 #include <functional>
 #include <initializer_list>
+#include <map>
 #include <string>
 #include <string_view>
 #include <utility>
@@ -30,6 +31,8 @@ class PageBase : public shell::ISubForm {
   bool ReadValue() final;
   void ShowValue() final;
   bool WriteValue() final;
+  void TakenBack() final;
+  std::vector<fields::Field> ListFields(const fields::Translate& translate) override;
 
  protected:
   /// `location` names the page in messages, `pageNumber` is its place in the full page table plus 1.
@@ -43,6 +46,9 @@ class PageBase : public shell::ISubForm {
   /// Answers whether the page's rules passed; a rule that fails reports itself.
   virtual bool Write() = 0;
 
+  /// Nothing is edited any more: what the page keeps beside its controls is as after a fill.
+  virtual void DropEdits() {}
+
   const shell::PageContext& Context() const { return context_; }
   const std::string& Location() const { return location_; }
   bool IsImperial() const { return context_.device.IsImperial; }
@@ -52,7 +58,10 @@ class PageBase : public shell::ISubForm {
   }
   /// Each control shows its caption, translated.
   void SetCaptions(std::initializer_list<std::pair<ui::Control*, std::string_view>> captions) const;
-  void MarkChanged(bool changed = true) { changed_ = changed; }
+  void MarkChanged(bool changed = true) {
+    changed_ = changed;
+    if (onEdit) onEdit();
+  }
 
   /// Only while Fill runs: what is to be done, in this order, once everything has been read. Steps call the
   /// host for nothing that the page needs.
@@ -83,6 +92,15 @@ class PageBase : public shell::ISubForm {
   /// A control of another page, for rules between pages; nothing when that page is not loaded.
   const ui::Control* FindControl(std::string_view pageClass, std::string_view name) const;
 
+  /// Which property or variable of the device holds what the controls show.
+  void SetSource(std::string_view source, std::initializer_list<const ui::Control*> controls) {
+    for (const ui::Control* control : controls) sources_[control] = source;
+  }
+  template <class T, std::size_t N>
+  void SetSource(std::string_view source, const ui::ControlArray<T, N>& controls) {
+    for (std::size_t i = 0; i < N; ++i) sources_[&controls[i]] = source;
+  }
+
   /// Runs `work` and answers yes; an error in it is reported with the location of the page, and the answer is
   /// no.
   bool Guarded(std::string_view routine, const std::function<void()>& work);
@@ -107,6 +125,7 @@ class PageBase : public shell::ISubForm {
   int helpTopic_;
   bool changed_ = false;
   std::vector<std::function<void()>> steps_;
+  std::map<const ui::Control*, std::string> sources_;
 };
 
 inline void Enable(ui::Control& control, bool enabled) { control.SetEnabled(enabled); }

@@ -25,6 +25,11 @@ void Changes::Attach(std::size_t page, ISubForm& form) {
   if (followed_.size() <= page) followed_.resize(page + 1);
   followed_[page].form = &form;
   form.onContent = [this, page](ui::Control& control) { Touched(followed_[page], control); };
+  form.onEdit = [this, page] {
+    if (followed_[page].filling) return;
+    JudgeAdjustments();
+    Told();
+  };
   form.onFill = [this, page](bool begins) {
     followed_[page].filling = begins;
     if (!begins) Follow(followed_[page]);
@@ -150,10 +155,10 @@ std::size_t Changes::Count(std::size_t page) const {
   return static_cast<std::size_t>(pending) + followed.adjustments.size();
 }
 
-bool Changes::AnyRefused(std::size_t page) const {
-  return page < followed_.size() && std::ranges::any_of(followed_[page].entries, [](const Entry& entry) {
-           return !entry.refused.empty();
-         });
+std::size_t Changes::Refused(std::size_t page) const {
+  if (page >= followed_.size()) return 0;
+  return static_cast<std::size_t>(std::ranges::count_if(
+      followed_[page].entries, [](const Entry& entry) { return !entry.refused.empty(); }));
 }
 
 std::vector<Change> Changes::List() const {
@@ -171,8 +176,10 @@ std::vector<Change> Changes::List() const {
   for (std::size_t i = 0; i < followed_.size(); ++i) {
     for (const Adjustment& adjustment : followed_[i].adjustments) {
       const bool frame = adjustment.control->GetKind() == ui::Kind::kFrame;
-      const std::string name =
-          frame ? adjustment.control->Text() : PathOf(fields::CaptionOf(*adjustment.control));
+      const auto* option = dynamic_cast<const ui::OptionButton*>(adjustment.control);
+      const std::string name = frame    ? adjustment.control->Text()
+                               : option ? PathOf(fields::CaptionOfGroup(*option))
+                                        : PathOf(fields::CaptionOf(*adjustment.control));
       list.push_back({Change::Kind::kByItself, i, nullptr, adjustment.control, name, adjustment.device,
                       adjustment.present, {}, adjustment.reason});
     }

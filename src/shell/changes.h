@@ -53,7 +53,7 @@ class Changes {
 
   /// Edited and refused values, and those that are changed by themselves.
   std::size_t Count(std::size_t page) const;
-  bool AnyRefused(std::size_t page) const;
+  std::size_t Refused(std::size_t page) const;
   /// In page and tab order; what a page changes by itself comes last.
   std::vector<Change> List() const;
   /// The edited values of all pages.

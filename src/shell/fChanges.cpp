@@ -12,11 +12,12 @@ constexpr const char* kColumns[] = {"Page", "Field", "Device", "New", "Unit", "R
 }  // namespace
 
 std::string CountText(const Changes& changes, const PageSet& pages, const Strings& strings) {
-  std::size_t count = 0, onPages = 0;
+  std::size_t count = 0, onPages = 0, refused = 0;
   for (std::size_t i = 0; i < pages.Count(); ++i) {
     const std::size_t here = changes.Count(i);
     count += here;
     onPages += here > 0 ? 1 : 0;
+    refused += changes.Refused(i);
   }
   if (count == 0) return strings.GetStrings("No changes");
   const std::string_view text = count == 1     ? "1 change on 1 page"
@@ -24,7 +25,6 @@ std::string CountText(const Changes& changes, const PageSet& pages, const String
                                                : "%s1% changes on %s2% pages";
   std::string told =
       ReplacePlaceholders(strings.GetStrings(text), {std::to_string(count), std::to_string(onPages)});
-  const auto refused = std::ranges::count(changes.List(), Change::Kind::kRefused, &Change::kind);
   if (refused > 0)
     told += ", " + ReplacePlaceholders(strings.GetStrings("%s1% refused"), {std::to_string(refused)});
   return told;

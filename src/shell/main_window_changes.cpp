@@ -26,7 +26,7 @@ void fMain::ShowPending() {
     const std::size_t count = changes_.Count(i);
     std::string caption = strings_.GetStrings(pages_.Table()[i].listCaption);
     if (count > 0) caption = std::string(base::Trim(caption)) + " (" + std::to_string(count) + ")";
-    lvwConfig.SetCell(i, 0, caption + (changes_.AnyRefused(i) ? " !" : ""));
+    lvwConfig.SetCell(i, 0, caption + (changes_.Refused(i) > 0 ? " !" : ""));
   }
   cmdChanges.SetText(CountText(changes_, pages_, strings_));
   cmdTakeBack.SetVisible(changes_.Count(shownPage_) > 0 && !locked_);

@@ -55,6 +55,8 @@ class ISubForm : public ui::Form {
   virtual void RefreshPage() = 0;
   /// Runs when a fill begins to show its values (true) and when it has shown them (false).
   std::function<void(bool begins)> onFill;
+  /// Runs after a person has changed something, when the page has taken it.
+  std::function<void()> onEdit;
   /// What the next save of the page changes without being asked, as the pages stand now. Asks nobody.
   virtual std::vector<Adjustment> Adjustments() { return {}; }
   /// Every field shows again what the device holds: there is no edit left to be saved.

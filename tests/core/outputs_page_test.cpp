@@ -112,10 +112,12 @@ TEST(AssignmentRules, NoTwoAcceptedChangesBreakTheStageOrder) {
 TEST(AssignmentRules, NameTheMissingHalfOfAPair) {
   const OutputFunctions functions = {"HEAT_VALVE_OPEN", "COOL_VALVE_CLOSE", "FRESH_AIR_DAMPER_OPEN",
                                      "FRESH_AIR_DAMPER_CLOSE", "HEAT_COOL_VALVE_CLOSE"};
-  EXPECT_EQ(pages::UnpairedFunctions(functions),
-            (std::vector<std::string>{"You should choose 'Close' if 'Open' was selected.",
-                                      "You should choose 'Open' if 'Close' was selected.",
-                                      "You should choose 'Open' if 'Close' was selected."}));
+  std::vector<std::string> told;
+  for (const auto& [output, line] : pages::UnpairedFunctions(functions))
+    told.push_back(std::to_string(output) + ": " + std::string(line));
+  EXPECT_EQ(told, (std::vector<std::string>{"0: You should choose 'Close' if 'Open' was selected.",
+                                            "1: You should choose 'Open' if 'Close' was selected.",
+                                            "4: You should choose 'Open' if 'Close' was selected."}));
 }
 
 TEST(OutputFunctions, BelongToASignalClass) {

@@ -123,6 +123,7 @@ struct Tool : StandIns {
   std::vector<std::string> Messages() {
     std::vector<std::string> texts;
     for (const auto& row : dynamic_cast<ui::ListView*>(Main().Logger().Find("ListView1"))->Rows()) {
+      if (row.cells[3] == "Save") continue;  // how many values were written
       texts.push_back(row.cells[3] + "/" + row.cells[4] + ": " + row.cells[2]);
     }
     return texts;

@@ -41,7 +41,10 @@ void ControlPage::WriteFields(const PropertyFormat& property, const std::vector<
 }
 
 void ControlPage::ReadBoxes(const std::vector<PropertyBox>& boxes) {
-  for (const auto& [property, box] : boxes) ShowText(box, base::Trim(ReadText(property)));
+  for (const auto& [property, box] : boxes) {
+    SetSource(property.type, {&box});
+    ShowText(box, base::Trim(ReadText(property)));
+  }
 }
 
 void ControlPage::WriteBoxes(const std::vector<PropertyBox>& boxes) {
@@ -68,7 +71,14 @@ void ControlPage::ChangeOptions(const Change& change) {
 }
 
 std::int32_t ControlPage::WholeNumber(std::string_view property, const ui::Control& box) const {
-  return NamingProperty(property, [&] { return Context().settings.numbers.ToInt32(box.Text()); });
+  return NamingProperty(property, [&] {
+    try {
+      return Context().settings.numbers.ToInt32(box.Text());
+    } catch (const base::Error& error) {
+      Context().messages.RefuseControl(box, error.what());
+      throw;
+    }
+  });
 }
 
 std::vector<std::string> ControlPage::AssignedFunctions() {

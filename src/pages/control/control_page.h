@@ -55,6 +55,7 @@ class ControlPage : public PageBase {
   void ChangeRecord(const PropertyFormat& property, const Change& change);
 
   /// The option record that several pages share; each touches only its own fields.
+  static constexpr std::string_view kOptionsType = "UCPTobjectOptions";
   base::Record ReadOptions();
   void ChangeOptions(const Change& change);
 

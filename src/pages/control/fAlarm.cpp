@@ -124,7 +124,10 @@ void fAlarm::Fill() {
   for (std::size_t r = 0; r < kRecords; ++r) {
     const base::Record record = ReadRecord(kRows[r].property);
     NamingProperty(kRows[r].property.type, [&] {
-      for (; counts[r] < record.Count(); ++counts[r]) ShowText(Box(next++), record.Field(counts[r]));
+      for (; counts[r] < record.Count(); ++counts[r]) {
+        SetSource(kRows[r].property.type, {&Box(next)});
+        ShowText(Box(next++), record.Field(counts[r]));
+      }
     });
   }
   WhenRead([this, counts, next] {
@@ -140,8 +143,9 @@ void fAlarm::Fill() {
 
 bool fAlarm::CheckLimits() {
   bool passed = true;
-  const auto refuse = [this, &passed](const std::string& limit, const std::string& setpoint) {
-    RefuseWrite(limit + "\r\n" + setpoint);
+  const auto refuse = [this, &passed](const std::string& limit, const std::string& setpoint,
+                                      std::size_t box) {
+    RefuseWrite(limit + "\r\n" + setpoint, {&txtAlarm[box]});
     passed = false;
   };
   // Equal values pass here, while the heating and cooling page refuses them. The messages state the opposite
@@ -149,13 +153,13 @@ bool fAlarm::CheckLimits() {
   const ui::Control* minimum = FindControl(kSetpointPage, "txtMinDischCool");
   if (minimum && WholeNumber(kMinSupply, *minimum) < WholeNumber(kSupplyTemp.type, txtAlarm[kSupplyLowBox])) {
     refuse(Translate("The Alarm Low Limit Temperature must be higher than the "),
-           Translate("Minimum Discharge Cooling Setpoint."));
+           Translate("Minimum Discharge Cooling Setpoint."), kSupplyLowBox);
   }
   const ui::Control* maximum = FindControl(kSetpointPage, "txtMaxDischHeat");
   if (maximum &&
       WholeNumber(kMaxSupply, *maximum) > WholeNumber(kSupplyTemp.type, txtAlarm[kSupplyHighBox])) {
     refuse(Translate("The Alarm High Limit Temperature must be lower than the "),
-           Translate("Maximum Discharge Cooling Setpoint."));
+           Translate("Maximum Discharge Cooling Setpoint."), kSupplyHighBox);
   }
   return passed;
 }

@@ -33,6 +33,7 @@ fFanValve::fFanValve(const shell::PageContext& context, int helpTopic)
   }
   Watch(optState);
   Watch(chkFan);
+  SetSource(kOptionsType, {&optState[0], &chkFan});
   BuildLayout();
   ReInitializeStrings();
 }

@@ -52,6 +52,8 @@ fGeneral::fGeneral(const shell::PageContext& context, int helpTopic)
   Watch(optEcono);
   Watch(optEmergency);
   Watch(chkFreshAir);
+  SetSource(kOptionsType, {&optTemp[0], &optEcono[0], &optEmergency[0], &chkFreshAir});
+  SetSource(kExtraConfig.type, {&txtOutdoorMax});
   BuildLayout();
   ReInitializeStrings();
 }
@@ -179,13 +181,25 @@ std::string fGeneral::DamperFault() const {
   return {};
 }
 
+std::vector<shell::Adjustment> fGeneral::Adjustments() {
+  std::vector<shell::Adjustment> adjustments;
+  if (freshAirUpdate_)
+    adjustments.push_back({&fraFreshAir, {}, {}, Translate("Will be adjusted by the next save")});
+  shell::ISubForm* heating = Context().pages.FindPage("fHeatCool");
+  auto* heat = heating ? dynamic_cast<ui::OptionButton*>(heating->Find("OptionNormallyHeat")) : nullptr;
+  if (IsChanged() && heat && heat->Selected())
+    adjustments.push_back({heat, Translate("Normally heat"), Translate("Normally cool"),
+                           Translate("Is reset by saving the general settings")});
+  return adjustments;
+}
+
 bool fGeneral::Write() {
   if (!IsChanged()) return true;
   BindFormats(kBindOrder);
   WriteBoxes(boxes_);
   ActivateOutdooeTest();
   if (const std::string fault = DamperFault(); !fault.empty()) {
-    Context().messages.AddMessage(fault, "WriteValue", Location(), logger::kError);
+    RefuseWrite(fault, {&txtOutdoor, &txtOutdoorMax});
     return false;
   }
   ChangeRecord(kExtraConfig,

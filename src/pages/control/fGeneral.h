@@ -18,10 +18,13 @@ class fGeneral final : public ControlPage {
   /// can edit must not refuse a save.
   void ActivateOutdooeTest() { damperRange_ = fraFreshAir.Enabled(); }
 
+  std::vector<shell::Adjustment> Adjustments() override;
+
  private:
   void InitStrings() override;
   void Fill() override;
   bool Write() override;
+  void DropEdits() override { MarkChanged(freshAirUpdate_); }
   void BuildLayout();
   void SetUnitLabels();
 

@@ -54,6 +54,8 @@ fHeatCool::fHeatCool(const shell::PageContext& context, int helpTopic)
   ui::Exclusive({&OptionNormallyCool, &OptionNormallyHeat});
   Watch(OptionNormallyCool);
   Watch(OptionNormallyHeat);
+  SetSource(kSetpoints.type, txtSetPoint);
+  SetSource(kOptionsType, {&chkHeatStage, &chkMechAndEco, &OptionNormallyCool});
   BuildLayout();
   ReInitializeStrings();
 }
@@ -206,7 +208,8 @@ void fHeatCool::CheckSetpoints() {
     const bool crossed = NamingProperty(
         kSetpoints.type, [&] { return numbers.ToSingle(heating) > numbers.ToSingle(cooling); });
     if (!crossed) continue;
-    RefuseWrite(Translate("The heating setpoint must be lower or equal than the cooling setpoint"));
+    RefuseWrite(Translate("The heating setpoint must be lower or equal than the cooling setpoint"),
+                {&txtSetPoint[kPeriods + i], &txtSetPoint[i]});
     // On purpose: a refused pair does not count as an unsaved edit until somebody types again.
     MarkChanged(false);
   }
@@ -217,14 +220,16 @@ void fHeatCool::CheckSupplyLimits() {
   const ui::Control* high = FindControl(kAlarmPage, kAlarmHighLimit);
   if (high && WholeNumber(kMaxSupply.type, txtMaxDischHeat) >= WholeNumber(kSupplyAlarm, *high) &&
       !maxSupplyWarned_) {
-    RefuseWrite(Translate("The Maximum Discharge Air Setpoint must be lower than the Alarm High Limit."));
+    RefuseWrite(Translate("The Maximum Discharge Air Setpoint must be lower than the Alarm High Limit."),
+                {&txtMaxDischHeat, high});
     maxSupplyWarned_ = true;
   }
   // On purpose the warning about the maximum holds this rule back, and its own warning does not.
   if (maxSupplyWarned_) return;
   const ui::Control* low = FindControl(kAlarmPage, kAlarmLowLimit);
   if (low && WholeNumber(kMinSupply.type, txtMinDischCool) <= WholeNumber(kSupplyAlarm, *low)) {
-    RefuseWrite(Translate("The Minimum Discharge Air Setpoint must be higher than the Alarm Low Limit."));
+    RefuseWrite(Translate("The Minimum Discharge Air Setpoint must be higher than the Alarm Low Limit."),
+                {&txtMinDischCool, low});
     minSupplyWarned_ = true;
   }
 }

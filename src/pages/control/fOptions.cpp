@@ -59,6 +59,10 @@ fOptions::fOptions(const shell::PageContext& context, int helpTopic)
   }
   Watch(optTerminal);
   WatchCycle();
+  SetSource(kWeights.type, txtAt);
+  SetSource(kExtraConfig.type, {&txtHeatCool, &txtChangeOver});
+  SetSource(kOptionsType, {&optTerminal[0], &optAverage[0], &chkAlternate, &chkTerminal, &chkEnable, &chkFrost,
+                           &chkOptimum[0], &chkOptimum[1]});
   BuildLayout();
   ReInitializeStrings();
 }
@@ -227,9 +231,24 @@ std::string fOptions::ValueVerification() {
   return {};
 }
 
+std::vector<shell::Adjustment> fOptions::Adjustments() {
+  std::vector<shell::Adjustment> adjustments;
+  if (algorithmUpdate_)
+    adjustments.push_back({&fraOptimum, {}, {}, Translate("Will be adjusted by the next save")});
+  const base::Numbers& numbers = Context().settings.numbers;
+  const auto demand = base::ParseEither(numbers, txtChangeOver.Text());
+  if (IsChanged() && demand && *demand != base::RoundHalfToEven(*demand)) {
+    adjustments.push_back({&txtChangeOver, txtChangeOver.Text(),
+                           numbers.Text(base::RoundHalfToEven(*demand)),
+                           Translate("Is stored as a whole number")});
+  }
+  return adjustments;
+}
+
 bool fOptions::Write() {
   Context().flags.writeError = false;
   if (const std::string fault = ValueVerification(); !fault.empty()) {
+    Context().messages.RefuseControl(txtHeatCool, fault);
     Context().messages.AddMessage(fault, "WriteValue", Location(), logger::kError);
     return false;
   }
@@ -242,6 +261,7 @@ bool fOptions::Write() {
   WriteBoxes({{kMaxOffset, txtMaxOffset}, {kInputPeriod, txtInput}});
   WriteOptions();
   if (const std::string fault = ValueVerification(); !fault.empty()) {  // host calls have run since the first
+    Context().messages.RefuseControl(txtHeatCool, fault);
     Context().platform.prompts.Ask(
         {fault, Translate("Options Configuration"), ui::Buttons::kOk, ui::Icon::kExclamation});
     Context().flags.writeError = true;

@@ -12,10 +12,13 @@ class fOptions final : public ControlPage {
  public:
   fOptions(const shell::PageContext& context, int helpTopic);
 
+  std::vector<shell::Adjustment> Adjustments() override;
+
  private:
   void InitStrings() override;
   void Fill() override;
   bool Write() override;
+  void DropEdits() override { MarkChanged(algorithmUpdate_); }
   void BuildLayout();
   void WatchCycle();
   void EnableGroups();

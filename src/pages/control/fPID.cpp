@@ -24,7 +24,11 @@ constexpr const char* kTemperatureLoops[] = {"Space Temperature", "Supply Temper
 
 fPID::fPID(const shell::PageContext& context, int helpTopic)
     : ControlPage("fPID", "PID", 5, helpTopic, context) {
-  for (const Boxes* boxes : loops_) Watch(*boxes);
+  for (std::size_t loop = 0; loop < loops_.size(); ++loop) {
+    Watch(*loops_[loop]);
+    SetSource(kRecords[loop].type, *loops_[loop]);
+  }
+  SetSource(kOptionsType, {&chkPID});
   Watch(chkPID);
   BuildLayout();
   ReInitializeStrings();

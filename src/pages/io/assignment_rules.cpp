@@ -126,22 +126,20 @@ Result CheckAssignment(const OutputChange& change) {
   return {};
 }
 
-std::vector<std::string> UnpairedFunctions(const OutputFunctions& functions) {
+std::vector<Unpaired> UnpairedFunctions(const OutputFunctions& functions) {
   const auto held = [&functions](std::string_view name) {
     return std::ranges::find(functions, name) != functions.end();
   };
-  std::vector<std::string> lines;
-  for (const std::string& function : functions) {
+  std::vector<Unpaired> unpaired;
+  for (std::size_t i = 0; i < functions.size(); ++i) {
     for (const Pair& pair : kPairs) {
-      if (function == pair.close && !held(pair.open)) {
-        lines.emplace_back("You should choose 'Open' if 'Close' was selected.");
-      }
-      if (function == pair.open && !held(pair.close)) {
-        lines.emplace_back("You should choose 'Close' if 'Open' was selected.");
-      }
+      if (functions[i] == pair.close && !held(pair.open))
+        unpaired.push_back({i, "You should choose 'Open' if 'Close' was selected."});
+      if (functions[i] == pair.open && !held(pair.close))
+        unpaired.push_back({i, "You should choose 'Close' if 'Open' was selected."});
     }
   }
-  return lines;
+  return unpaired;
 }
 
 }  // namespace pages

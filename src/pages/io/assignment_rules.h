@@ -42,8 +42,12 @@ struct Refusal {
 /// The first rule that refuses, in the order for the new function; nothing when all rules pass.
 std::optional<Refusal> CheckAssignment(const OutputChange& change);
 
-/// One line for each open or close function whose partner no output holds, in the order of the outputs; empty
-/// when all pairs are complete. Lines are English texts.
-std::vector<std::string> UnpairedFunctions(const OutputFunctions& functions);
+/// An open or close function whose partner no output holds, and what is to be said of it, in English.
+struct Unpaired {
+  std::size_t output;  // counted from 0
+  std::string_view line;
+};
+/// In the order of the outputs; empty when all pairs are complete.
+std::vector<Unpaired> UnpairedFunctions(const OutputFunctions& functions);
 
 }  // namespace pages

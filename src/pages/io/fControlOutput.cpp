@@ -23,6 +23,9 @@ constexpr std::string_view kLocalHardwareTip =
     "Set by itself when the values are read: whether the hardware of the output can drive its function";
 enum OnOff { kOn = 0, kOff = 1 };
 
+constexpr std::string_view kSetByItself = "Set by itself: whether the hardware can drive the function";
+constexpr std::string_view kNotKept = "Is not kept without the permission";
+
 constexpr std::string_view kNoOverrideState = "-1";
 constexpr std::string_view kNoValue = "0.0";  // shown so in every notation
 
@@ -31,6 +34,7 @@ constexpr std::string_view kNoValue = "0.0";  // shown so in every notation
 fControlOutput::fControlOutput(const shell::PageContext& context, int helpTopic)
     : PageBase("fControlOutput", "Hardware Output", 2, helpTopic, context) {
   for (std::size_t i = 0; i < kOutputCount; ++i) ConnectHandlers(i);
+  SetSource(kFormats[0].type, cboOutput);
   BuildLayout();
   ReInitializeStrings();
 }
@@ -121,6 +125,7 @@ void fControlOutput::FillOutput(std::size_t i) {
   const std::string signal = SignalFor(i, function);
   WhenRead([=, this] {
     touched_[i] = false;
+    storedLocal_[i] = local;
     ShowFunction(i, function);
     SetFunction(i, function);
     chkOver[i].SetChecked(permitted);
@@ -128,6 +133,7 @@ void fControlOutput::FillOutput(std::size_t i) {
     chkOutput[i].SetChecked(local);
     cmdConfigure[i].SetEnabled(local && !function.empty() && function != kUnassigned);
     CheckHardware(i, signal);
+    filledLocal_[i] = chkOutput[i].Checked();
   });
 }
 
@@ -220,10 +226,34 @@ std::vector<std::string> fControlOutput::OverrideFields(std::size_t i) const {
   return {"0.0", "0"};
 }
 
-std::string fControlOutput::OpenCloseStageValidation() const {
-  std::vector<std::string> lines = UnpairedFunctions(functions_);
-  for (std::string& line : lines) line = Translate(line);
+std::string fControlOutput::OpenCloseStageValidation() {
+  std::vector<std::string> lines;
+  for (const auto& [output, line] : UnpairedFunctions(functions_)) {
+    lines.push_back(Translate(line));
+    Context().messages.RefuseControl(cboOutput[output], lines.back());
+  }
   return base::Join(lines, "\r\n");
+}
+
+// What the user did nothing about is written back as it was read; all else is written as it is shown.
+std::vector<shell::Adjustment> fControlOutput::Adjustments() {
+  std::vector<shell::Adjustment> adjustments;
+  const auto shown = [this](bool on) { return Translate(on ? "ON" : "OFF"); };
+  for (std::size_t i = 0; i < kOutputCount; ++i) {
+    if (!touched_[i]) continue;
+    const bool local = chkOutput[i].Checked();
+    // Where it is another than after the fill it is an edit like any other.
+    if (local != storedLocal_[i] && local == filledLocal_[i])
+      adjustments.push_back({&chkOutput[i], shown(storedLocal_[i]), shown(local), Translate(kSetByItself)});
+    if (chkOver[i].Checked() && GetOutputSignalClass(functions_[i]) != SignalClass::kNone) continue;
+    const bool onOff = cboONOFF[i].Visible();
+    if (onOff && cboONOFF[i].Selected() == kOn)
+      adjustments.push_back({&cboONOFF[i], shown(true), shown(false), Translate(kNotKept)});
+    const auto value = base::ParseEither(Context().settings.numbers, txtValue[i].Text());
+    if (!onOff && value != 0.0)
+      adjustments.push_back({&txtValue[i], txtValue[i].Text(), std::string(kNoValue), Translate(kNotKept)});
+  }
+  return adjustments;
 }
 
 bool fControlOutput::Write() {

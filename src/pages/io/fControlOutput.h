@@ -17,10 +17,13 @@ class fControlOutput final : public PageBase {
  public:
   fControlOutput(const shell::PageContext& context, int helpTopic);
 
+  std::vector<shell::Adjustment> Adjustments() override;
+
  private:
   void InitStrings() override;
   void Fill() override;
   bool Write() override;
+  void DropEdits() override { touched_ = {}; }
   void BuildLayout();
   void ConnectHandlers(std::size_t i);
 
@@ -50,11 +53,13 @@ class fControlOutput final : public PageBase {
   void Configure(std::size_t i);
   /// The lines that say which half of an open/close pair is missing, joined by line breaks; empty when all
   /// are complete.
-  std::string OpenCloseStageValidation() const;
+  std::string OpenCloseStageValidation();
 
   OutputFunctions functions_;  // what each output holds now, in upper case
   // Outputs that the user did something about since they were read; all others are written back as they are.
   std::array<bool, kOutputCount> touched_{};
+  // "Use local hardware" as it is stored, and as it was shown after the last fill.
+  std::array<bool, kOutputCount> storedLocal_{}, filledLocal_{};
 
   ui::Frame fraOutputs{*this, "fraOutputs"};
   ui::LabelArray<5> lblColumn{*this, "lblColumn"};

@@ -24,6 +24,7 @@ fHardwareInput::fHardwareInput(const shell::PageContext& context, int helpTopic)
     cmdConfigure[i].onClick = [this, i] { Guarded("Configure", [this, i] { Configure(i); }); };
     ShowFunction(i, {});  // long before the device has told its own
   }
+  SetSource(kFunctionFormat, cboInput);
   BuildLayout();
   ReInitializeStrings();
 }

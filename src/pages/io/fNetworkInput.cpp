@@ -56,6 +56,7 @@ fNetworkInput::fNetworkInput(const shell::PageContext& context, int helpTopic)
     txtnvi[i].onFocus = [this, i] { row_ = i; };
   }
   Watch(chkInput);
+  SetSource(kFlagsFormat, chkInput);
   for (std::size_t i = kVariableCount; i < kFlagCount; ++i) chkInput[i].SetVisible(false);
   cmdChangeType.onClick = [this] { Guarded("ChangeType", [this] { ChangeTypes(); }); };
   BuildLayout();

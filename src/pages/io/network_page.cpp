@@ -24,6 +24,7 @@ void NetworkPage::BindFormats(std::span<const Field> fields) {
 void NetworkPage::ReadFields(std::span<const Field> fields) {
   BindFormats(fields);
   ForEach(fields, [this](const Field& field, host::Property& property) {
+    SetSource(field.format, {&field.box});
     ShowText(field.box, base::Trim(property.Read(field.precision)));
   });
 }
