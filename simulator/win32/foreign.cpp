@@ -5,8 +5,8 @@
 
 #include "base/error.h"
 #include "base/text.h"
-#include "platform/win32/system/utf.h"
-#include "platform/win32/system/window_name.h"
+#include "platform/win32/system/own_window.h"
+#include "platform/win32/system/text.h"
 
 namespace simhost {
 namespace {

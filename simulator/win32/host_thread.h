@@ -14,7 +14,7 @@
 #include <utility>
 
 #include "base/error.h"
-#include "platform/win32/system/message_window.h"
+#include "platform/win32/system/own_window.h"
 
 namespace simhost {
 

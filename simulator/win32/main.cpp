@@ -6,7 +6,7 @@
 #include <fmt/format.h>
 
 #include "platform/win32/system/process.h"
-#include "platform/win32/system/utf.h"
+#include "platform/win32/system/text.h"
 #include "simulator/win32/commands.h"
 #include "simulator/win32/console.h"
 #include "simulator/win32/options.h"

@@ -5,7 +5,7 @@
 
 #include "base/error.h"
 #include "base/text.h"
-#include "platform/win32/system/utf.h"
+#include "platform/win32/system/text.h"
 #include "simulator/win32/foreign.h"
 #include "simulator/win32/foreign_list.h"
 

@@ -5,8 +5,8 @@
 #include <memory>
 
 #include "platform/win32/com/apartment.h"
+#include "platform/win32/window/dialogs.h"
 #include "platform/win32/window/message_loop.h"
-#include "platform/win32/window/prompts.h"
 #include "platform/win32/window/toolkit.h"
 #include "simulator/win32/host.h"
 #include "simulator/win32/host_thread.h"

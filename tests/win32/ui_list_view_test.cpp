@@ -4,7 +4,7 @@
 #include <commctrl.h>
 
 #include "logger/message_logger.h"
-#include "platform/win32/system/utf.h"
+#include "platform/win32/system/text.h"
 #include "tests/core/stand_ins.h"
 
 namespace ui_test {

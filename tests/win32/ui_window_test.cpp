@@ -2,7 +2,7 @@
 #include <array>
 #include <set>
 
-#include "platform/win32/system/window_name.h"
+#include "platform/win32/system/own_window.h"
 #include "platform/win32/window/menu_native.h"
 #include "ui_support.h"
 // After windows.h, which it needs.

@@ -2,7 +2,7 @@
 
 #include <string_view>
 
-#include "platform/win32/system/utf.h"
+#include "platform/win32/system/text.h"
 #include "platform/win32/window/pictures.h"
 
 namespace win32 {

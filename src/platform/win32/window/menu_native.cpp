@@ -2,7 +2,7 @@
 
 #include <charconv>
 
-#include "platform/win32/system/utf.h"
+#include "platform/win32/system/text.h"
 
 namespace win32 {
 namespace {
