@@ -71,7 +71,7 @@ class NativeListView : public NativeControl {
   mutable std::vector<int> widest_;
   mutable std::size_t measuredRows_ = 0;
   mutable int measuredGeneration_ = 0;
-  ListCells cells_{List(), Metrics()};
+  ListCells cells_{List()};
 };
 
 NativeControl::Style NativeListView::GetStyle() const {
@@ -261,7 +261,7 @@ LRESULT NativeListView::Notify(NMHDR& header) {
     case LVN_ODFINDITEMW:
       return cells_.Find(reinterpret_cast<const NMLVFINDITEMW&>(header));
     case NM_CUSTOMDRAW:
-      return cells_.Draw(reinterpret_cast<const NMLVCUSTOMDRAW&>(header));
+      return cells_.Draw(reinterpret_cast<const NMLVCUSTOMDRAW&>(header), Metrics());
     case LVN_ITEMCHANGED:
     case LVN_ODSTATECHANGED:
     case NM_CLICK:
