@@ -140,6 +140,8 @@ LRESULT Ask(HWND window, UINT message, WPARAM wParam, LPARAM lParam) {
   throw base::Error("the window does not answer");
 }
 
+bool IsChecked(HWND button) { return Ask(button, BM_GETCHECK) == BST_CHECKED; }
+
 HWND FocusOf(HWND window) {
   GUITHREADINFO info{};
   info.cbSize = sizeof info;

@@ -1,4 +1,4 @@
-#include "simulator/win32/replay.h"
+#include "bench/win32/host/replay.h"
 
 #include <chrono>
 #include <fstream>
