@@ -35,12 +35,18 @@ if(TARGET tarn_tool)
   set_target_properties(tarn_tool PROPERTIES OUTPUT_NAME QVRKvTARNCfg)
 endif()
 
+# The stand-in host, and the one that measures: the same with more commands for its scripts.
 tarn_glob(hostSources simulator/win32/*.cpp)
-tarn_windows_program(SimHost ${hostSources})
-tarn_resources(SimHost simulator/win32)
-if(TARGET SimHost)
-  target_link_libraries(SimHost PRIVATE tarn_sim)
-endif()
+list(FILTER hostSources EXCLUDE REGEX "/main.cpp$")
+tarn_library(tarn_host ${hostSources})
+target_link_libraries(tarn_host PUBLIC tarn_win32 tarn_sim)
+tarn_windows_program(SimHost ${PROJECT_SOURCE_DIR}/simulator/win32/main.cpp)
+tarn_glob(benchHostSources bench/win32/host/*.cpp)
+tarn_windows_program(BenchHost ${benchHostSources})
+foreach(program SimHost BenchHost)
+  target_link_libraries(${program} PRIVATE tarn_host)
+  tarn_resources(${program} simulator/win32)
+endforeach()
 
 # The maker's editing controls, a COM library that the system loads into the tool.
 tarn_glob(controlSources simulator/controls/win32/*.cpp)
@@ -60,8 +66,7 @@ if(TARGET win32_tests)
   add_dependencies(win32_tests SimControls tarn_tool)
 endif()
 
-tarn_glob(emptyWindowSources bench/win32/*.cpp)
-tarn_windows_program(EmptyWindow ${emptyWindowSources})
+tarn_windows_program(EmptyWindow ${PROJECT_SOURCE_DIR}/bench/win32/empty_window.cpp)
 tarn_resources(EmptyWindow bench/win32)
 
 # What a user needs, without the tests.

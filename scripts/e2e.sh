@@ -41,7 +41,7 @@ ended_well() { tr -d '\r' <"$1" | tail -n 1 | grep -qE '^(all passed|.*\.sim hel
 
 status=0
 rm -f "$found" "$logs/e2e-register.log"
-for program in QVRKvTARNCfg SimHost; do
+for program in QVRKvTARNCfg "${HOST:-SimHost}"; do
   timeout -k 5 60 wine "$PROGRAMS/$program.exe" /RegServer </dev/null >>"$logs/e2e-register.log" 2>&1 ||
     say "  $program could not be registered, see $logs/e2e-register.log"
 done

@@ -26,12 +26,14 @@ std::span<const Command> HostCommands();
 /// What a person does at the tool's windows and sees there.
 std::span<const Command> WindowCommands();
 
-/// The command that the words begin with, or nothing.
-const Command* FindCommand(Words words);
-
-/// A text that a script can ask for: value DEVICE OBJECT NUMBER FORMAT [PRECISION] [field N], text NAME, tool
-/// PROPERTY, or a text in quotation marks.
+/// The text that a question of a script is answered with; a text in quotation marks is its own answer. The
+/// questions stand in the table at the end of questions.cpp.
 std::string Answer(Stage& stage, Words question);
+/// How the questions are written, one a line.
+std::string QuestionUsage();
+
+/// The window or control of that name; waits until it is there.
+HWND Named(Stage& stage, const std::string& name);
 
 /// Throws base::Error when the word is no whole number of 32 bits.
 std::int32_t WholeNumber(const Word& word);

@@ -5,8 +5,8 @@
 
 #include "base/error.h"
 #include "base/text.h"
-#include "platform/win32/system/utf.h"
-#include "platform/win32/system/window_name.h"
+#include "platform/win32/system/own_window.h"
+#include "platform/win32/system/text.h"
 
 namespace simhost {
 namespace {
@@ -139,6 +139,8 @@ LRESULT Ask(HWND window, UINT message, WPARAM wParam, LPARAM lParam) {
   if (!IsWindow(window)) throw base::Error("the window is gone");
   throw base::Error("the window does not answer");
 }
+
+bool IsChecked(HWND button) { return Ask(button, BM_GETCHECK) == BST_CHECKED; }
 
 HWND FocusOf(HWND window) {
   GUITHREADINFO info{};

@@ -38,6 +38,9 @@ bool OnScreen(HWND window);
 /// True while a person could act on it: it and all its parents are enabled and it is on the screen.
 bool Usable(HWND window);
 
+/// Of a check box or option button.
+bool IsChecked(HWND button);
+
 /// Asks the window and waits for the answer; throws base::Error after 5 s of silence.
 LRESULT Ask(HWND window, UINT message, WPARAM wParam = 0, LPARAM lParam = 0);
 

@@ -5,7 +5,7 @@
 #include <array>
 
 #include "base/error.h"
-#include "platform/win32/system/utf.h"
+#include "platform/win32/system/text.h"
 #include "simulator/win32/foreign.h"
 
 namespace simhost {

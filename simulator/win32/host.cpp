@@ -5,7 +5,7 @@
 #include "base/error.h"
 #include "base/registry.h"
 #include "base/text.h"
-#include "platform/win32/system/locale.h"
+#include "platform/win32/system/registry.h"
 #include "simulator/catalogue.h"
 #include "simulator/template.h"
 #include "simulator/win32/other_host.h"

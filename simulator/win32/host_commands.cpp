@@ -1,13 +1,9 @@
 // Orders to the host.
-#include <tuple>
-
 #include "base/error.h"
 #include "base/registry.h"
 #include "platform/win32/system/registry.h"
 #include "simulator/win32/commands.h"
 #include "simulator/win32/console.h"
-#include "simulator/win32/measure.h"
-#include "simulator/win32/replay.h"
 #include "simulator/win32/tool_process.h"
 
 namespace simhost {
@@ -23,6 +19,13 @@ automation::Value Typed(const Word& word) {
   return WholeNumber(word);
 }
 
+std::size_t PlaceOfEquals(Words words) {
+  for (std::size_t i = 0; i < words.size(); ++i) {
+    if (words[i].text == "=" && !words[i].quoted) return i;
+  }
+  throw base::Error("the = is missing");
+}
+
 void ShowHost(Stage& stage, Words) {
   stage.OnHost([show = stage.showHostWindow](Host&) { show(true); });
 }
@@ -33,7 +36,7 @@ void Serve(Stage& stage, Words) {
 
 void StartTool(Stage& stage, Words) {
   stage.Give([](Host& host) { host.StartTool(); });
-  stage.order->Wait(stage.patience.limit);
+  stage.WaitOrder();
 }
 
 void Prepare(Stage& stage, Words words) {
@@ -49,51 +52,23 @@ void Configure(Stage& stage, Words words) {
   stage.Give([device = words[0].text](Host& host) { host.Configure(device); });
 }
 
-// PROPERTY = value, or PROPERTY ?= text
-void ToolProperty(Stage& stage, Words words) {
-  const std::string name = words[0].text;
-  if (words[1].text == "=") {
-    stage.OnHost([name, value = Typed(words[2])](Host& host) { host.CurrentTool().Put(name, value); });
-  } else if (words[1].text == "?=") {
-    stage.patience.Until([&] {
-      const std::string now =
-          stage.OnHost([name](Host& host) { return host.CurrentTool().Get(name).AsText(); });
-      return Difference("tool " + name, words[2].text, now);
-    });
-  } else {
-    throw base::Error("expected = or ?= behind the property");
-  }
+// PROPERTY = value
+void SetToolProperty(Stage& stage, Words words) {
+  if (PlaceOfEquals(words) != 1) throw base::Error("expected tool PROPERTY = value");
+  stage.OnHost(
+      [name = words[0].text, value = Typed(words[2])](Host& host) { host.CurrentTool().Put(name, value); });
 }
 
 void Release(Stage& stage, Words) {
   stage.OnHost([](Host& host) { host.ReleaseTool(); });
 }
 
-// Chooses the language of all plug-ins, past the tool.
-void ChooseLanguage(Stage& stage, Words words) {
-  stage.OnHost([name = words[0].text](Host& host) { host.GetBuilding().Language().Put("Language", name); });
-}
-
-// KEY NAME = text, or KEY NAME ?= text, below the current user.
-void UserRegistry(Stage& stage, Words words) {
+// KEY NAME = text, below the current user.
+void WriteRegistry(Stage&, Words words) {
+  if (PlaceOfEquals(words) != 2) throw base::Error("expected registry KEY NAME = text");
   win32::WindowsRegistry registry;
-  constexpr auto root = base::RegistryRoot::kCurrentUser;
-  const auto& [key, name, relation, text] =
-      std::tie(words[0].text, words[1].text, words[2].text, words[3].text);
-  if (relation == "=") {
-    base::WriteRegistryString(registry, root, key, name, text);
-  } else if (relation != "?=") {
-    throw base::Error("expected = or ?= behind the name");
-  }
-  stage.patience.Until(
-      [&] { return Difference(name, text, base::ReadRegistryString(registry, root, key, name)); });
-}
-
-std::size_t PlaceOfEquals(Words words) {
-  for (std::size_t i = 0; i < words.size(); ++i) {
-    if (words[i].text == "=" && !words[i].quoted) return i;
-  }
-  throw base::Error("the = is missing");
+  base::WriteRegistryString(registry, base::RegistryRoot::kCurrentUser, words[0].text, words[1].text,
+                            words[3].text);
 }
 
 // NAME = question
@@ -102,18 +77,15 @@ void Remember(Stage& stage, Words words) {
   stage.remembered[words[0].text] = Answer(stage, words.subspan(2));
 }
 
-// What is asked stands before the =, the text expected behind it.
-void ExpectAnswer(Stage& stage, const char* what, Words words) {
+// QUESTION = text
+void Expect(Stage& stage, Words words) {
   const std::size_t equals = PlaceOfEquals(words);
   if (equals + 2 != words.size()) throw base::Error("expected one text behind the =");
-  std::vector<Word> question{{what, false}};
-  question.insert(question.end(), words.begin(), words.begin() + static_cast<std::ptrdiff_t>(equals));
-  stage.patience.Until([&] { return Difference(what, words.back().text, Answer(stage, question)); });
+  const Words question = words.first(equals);
+  std::string asked;
+  for (const Word& word : question) asked += (asked.empty() ? "" : " ") + word.text;
+  stage.patience.Until([&] { return Difference(asked, words.back().text, Answer(stage, question)); });
 }
-
-void ExpectValue(Stage& stage, Words words) { ExpectAnswer(stage, "value", words); }
-
-void ExpectState(Stage& stage, Words words) { ExpectAnswer(stage, "state", words); }
 
 void Print(Stage&, Words words) {
   std::string line = "        ";
@@ -178,10 +150,6 @@ void SetPatience(Stage& stage, Words words) {
   stage.patience.limit = std::chrono::seconds(WholeNumber(words[0]));
 }
 
-void LimitClients(Stage& stage, Words words) {
-  stage.OnHost([most = WholeNumber(words[0])](Host& host) { host.GetBuilding().Limits().clients = most; });
-}
-
 // [LEFT]
 void WaitProcessEnd(Stage& stage, Words words) {
   const auto left = words.empty() ? std::size_t{0} : static_cast<std::size_t>(WholeNumber(words[0]));
@@ -198,30 +166,19 @@ constexpr Command kCommands[] = {
     {"start-tool", "", 0, 0, StartTool},
     {"prepare", "DEVICE", 1, 1, Prepare},
     {"send", "COMMAND CLASS KEY", 3, 3, Send},
-    {"tool", "PROPERTY = value | PROPERTY ?= text", 3, 3, ToolProperty},
-    {"language", "NAME", 1, 1, ChooseLanguage},
-    {"registry", "KEY NAME = text | KEY NAME ?= text", 4, 4, UserRegistry},
+    {"tool", "PROPERTY = value", 3, 3, SetToolProperty},
+    {"registry", "KEY NAME = text", 4, 4, WriteRegistry},
     {"release", "", 0, 0, Release},
-    {"value", "DEVICE OBJECT NUMBER FORMAT [PRECISION] [field N] = text", 6, 9, ExpectValue},
-    {"state", "DEVICE OBJECT = ENABLED|DISABLED [test result]", 4, 4, ExpectState},
-    {"remember", "NAME = value ... | state ... | text NAME | tool PROPERTY | \"text\"", 3, 11, Remember},
+    {"expect", "QUESTION = text", 3, 10, Expect},
+    {"remember", "NAME = QUESTION | \"text\"", 3, 10, Remember},
     {"print", "text ...", 1, 99, Print},
     {"fail", "none | Class.Member|* K [later] [lose] [die|suspend|slow]", 1, 5, Fail},
     {"other-host start", "SCRIPT [NAME=text ...]", 1, 9, StartOtherHost},
     {"other-host suspend", "", 0, 0, SuspendOtherHost},
     {"other-host resume", "", 0, 0, ResumeOtherHost},
-    {"other-host command", "", 0, 0, CommandReplay},
     {"other-host end", "[killed]", 0, 1, WaitOtherHost},
-    {"clients", "MOST", 1, 1, LimitClients},
     {"reopen", "", 0, 0, ReopenStore},
     {"patience", "SECONDS", 1, 1, SetPatience},
-    {"replay", "TRACE RESULTS", 2, 2, ReplayCalls},
-    {"measure load", "NAME RESULTS", 2, 2, MeasureLoad},
-    {"measure activation", "NAME", 1, 1, MeasureActivation},
-    {"measure start", "", 0, 0, MeasureStart},
-    {"measure end", "OPERATION RESULTS", 2, 2, MeasureEnd},
-    {"measure memory", "PROGRAM", 1, 1, MeasureMemory},
-    {"measure page", "NAME CAPTION CONTROL", 3, 3, MeasurePage},
     {"wait process-end", "[LEFT]", 0, 1, WaitProcessEnd},
 };
 

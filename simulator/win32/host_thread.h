@@ -14,7 +14,7 @@
 #include <utility>
 
 #include "base/error.h"
-#include "platform/win32/system/message_window.h"
+#include "platform/win32/system/own_window.h"
 
 namespace simhost {
 
@@ -28,13 +28,20 @@ class HostThread {
   /// Lets the thread do `work` soon; from any thread. The work must not throw.
   void Post(std::function<void()> work);
 
+  /// Lets the thread do `work` soon; its result or its exception is in the future. From any thread.
+  template <class Work>
+  auto Start(Work work) {
+    auto task = std::make_shared<std::packaged_task<std::invoke_result_t<Work>()>>(std::move(work));
+    auto result = task->get_future();
+    Post([task] { (*task)(); });
+    return result;
+  }
+
   /// Lets the thread do `work` and gives its result or its exception; from any other thread. Throws
   /// base::Error when the thread has not done it within `limit`.
   template <class Work>
   auto Run(Work work, std::chrono::milliseconds limit) {
-    auto task = std::make_shared<std::packaged_task<std::invoke_result_t<Work>()>>(std::move(work));
-    auto result = task->get_future();
-    Post([task] { (*task)(); });
+    auto result = Start(std::move(work));
     if (result.wait_for(limit) != std::future_status::ready)
       throw base::Error("the host is still waiting for the tool");
     return result.get();

@@ -3,7 +3,7 @@
 #include <fmt/format.h>
 
 #include "automation/error.h"
-#include "platform/win32/system/locale.h"
+#include "platform/win32/system/registry.h"
 
 namespace simhost {
 namespace {

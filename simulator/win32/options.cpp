@@ -2,7 +2,7 @@
 
 #include "base/error.h"
 #include "base/text.h"
-#include "platform/win32/system/utf.h"
+#include "platform/win32/system/text.h"
 
 namespace simhost {
 namespace {

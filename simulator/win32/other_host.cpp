@@ -8,7 +8,7 @@
 
 #include "base/error.h"
 #include "platform/win32/system/process.h"
-#include "platform/win32/system/system_error.h"
+#include "platform/win32/system/text.h"
 
 namespace simhost {
 namespace {

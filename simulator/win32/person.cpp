@@ -1,11 +1,12 @@
 #include "simulator/win32/person.h"
 
+#include <cstdlib>
 #include <span>
 #include <string>
 
 #include "base/error.h"
 #include "base/text.h"
-#include "platform/win32/system/utf.h"
+#include "platform/win32/system/text.h"
 #include "simulator/win32/foreign.h"
 #include "simulator/win32/foreign_list.h"
 
@@ -102,6 +103,7 @@ void Type(HWND box, std::string_view text, const Patience& patience) {
   });
 }
 
+// A click opens the list, the arrow keys go to the entry, Enter takes it.
 void Choose(HWND list, std::string_view text, const Patience& patience) {
   RequireUsable(list, patience);
   const std::wstring wide = win32::Wide(text);
@@ -110,15 +112,20 @@ void Choose(HWND list, std::string_view text, const Patience& patience) {
     place = Ask(list, CB_FINDSTRINGEXACT, static_cast<WPARAM>(-1), reinterpret_cast<LPARAM>(wide.c_str()));
     return place != CB_ERR ? "" : "the list has no entry \"" + std::string(text) + "\"";
   });
-  Ask(list, CB_SETCURSEL, static_cast<WPARAM>(place));
-  const auto id = static_cast<WORD>(GetDlgCtrlID(list));
-  PostMessageW(GetAncestor(list, GA_PARENT), WM_COMMAND, MAKEWPARAM(id, CBN_SELCHANGE),
-               reinterpret_cast<LPARAM>(list));
+  const auto open = [&] { return Ask(list, CB_GETDROPPEDSTATE) != FALSE; };
+  ClickAt(list, {3, 3});
+  patience.Until([&]() -> std::string { return open() ? "" : "the list did not open"; });
+  const LRESULT steps = place - Ask(list, CB_GETCURSEL);
+  for (LRESULT i = 0; i < std::abs(steps); ++i) PostKey(list, steps > 0 ? VK_DOWN : VK_UP);
   patience.Until([&]() -> std::string {
+    return Ask(list, CB_GETCURSEL) == place ? "" : "the keys did not reach \"" + std::string(text) + "\"";
+  });
+  PostKey(list, VK_RETURN);
+  patience.Until([&]() -> std::string {
+    if (!Dialogs().empty()) return {};
     const std::string now = TextOf(list);
-    return now == text || !Dialogs().empty()
-               ? ""
-               : "chosen \"" + std::string(text) + "\", the list shows \"" + now + "\"";
+    return !open() && now == text ? ""
+                                  : "chosen \"" + std::string(text) + "\", the list shows \"" + now + "\"";
   });
 }
 

@@ -17,8 +17,9 @@ constexpr std::chrono::seconds kUnusedTime{60};
 
 }  // namespace
 
-Program::Program(const Options& options)
+Program::Program(const Options& options, std::span<const Command> moreCommands)
     : options_(options),
+      moreCommands_(moreCommands),
       loop_([this](const std::string& text) { Fault(text); }),
       toolkit_(loop_),
       prompts_(toolkit_),
@@ -64,7 +65,7 @@ int Program::RunScripts() {
   Stage stage(host_, thread_, [this](bool show) { ShowWindow(show); });
   int failed = 0;
   std::thread scripts([&] {
-    Runner runner(stage, options_.settings);
+    Runner runner(stage, options_.settings, moreCommands_);
     for (const auto& script : options_.scripts) failed += runner.Run(script) ? 0 : 1;
     thread_.Post([this] { loop_.Quit(); });
   });

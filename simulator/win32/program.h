@@ -5,9 +5,10 @@
 #include <memory>
 
 #include "platform/win32/com/apartment.h"
+#include "platform/win32/window/dialogs.h"
 #include "platform/win32/window/message_loop.h"
-#include "platform/win32/window/prompts.h"
 #include "platform/win32/window/toolkit.h"
+#include "simulator/win32/commands.h"
 #include "simulator/win32/host.h"
 #include "simulator/win32/host_thread.h"
 #include "simulator/win32/host_window.h"
@@ -17,8 +18,9 @@ namespace simhost {
 
 class Program {
  public:
-  /// Throws base::Error when the building cannot be opened.
-  explicit Program(const Options& options);
+  /// `moreCommands` are those that only this program's scripts have. Throws base::Error when the building
+  /// cannot be opened.
+  explicit Program(const Options& options, std::span<const Command> moreCommands);
   ~Program();
 
   /// Each does its task to the end and answers the exit code of the process.
@@ -34,6 +36,7 @@ class Program {
   void Fault(const std::string& text);
 
   Options options_;
+  std::span<const Command> moreCommands_;
   win32::ComApartment apartment_;
   win32::MessageLoop loop_;
   win32::NativeToolkit toolkit_;

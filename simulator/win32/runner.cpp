@@ -6,7 +6,6 @@
 
 #include "base/error.h"
 #include "base/text.h"
-#include "simulator/win32/commands.h"
 #include "simulator/win32/console.h"
 #include "simulator/win32/tool_process.h"
 
@@ -30,19 +29,6 @@ std::size_t WordCount(std::string_view name) { return name.find(' ') == name.npo
 
 }  // namespace
 
-const Command* FindCommand(Words words) {
-  const std::string one = words[0].text;
-  const std::string two = words.size() > 1 ? one + ' ' + words[1].text : one;
-  const Command* found = nullptr;
-  for (const auto commands : {HostCommands(), WindowCommands()}) {
-    for (const Command& command : commands) {
-      if (command.name == two) return &command;
-      if (command.name == one) found = &command;
-    }
-  }
-  return found;
-}
-
 bool Runner::Run(const std::filesystem::path& file) {
   const auto start = Clock::now();
   WriteLine(file.filename().string());
@@ -52,13 +38,13 @@ bool Runner::Run(const std::filesystem::path& file) {
   }
   bool held = false;
   try {
-    stage_.order = std::make_shared<Order>();
-    stage_.patience.interrupt = [order = stage_.order] { order->ThrowFailure(); };
+    stage_.order = {};
+    stage_.patience.interrupt = [this] { stage_.ThrowFailure(); };
     stage_.remembered = settings_;
     stage_.otherHost.reset();
     stage_.OnHost([](Host& host) { host.Reopen(); });
     RunSteps(file, ReadScript(file));
-    stage_.order->Wait(stage_.patience.limit);
+    stage_.WaitOrder();
     held = true;
   } catch (const std::exception& error) {
     WriteLine(error.what());
@@ -116,7 +102,7 @@ std::size_t Runner::RunEach(const std::filesystem::path& file, Steps steps) {
 }
 
 void Runner::RunStep(const Step& step, const Step* expectedError) {
-  stage_.order->ThrowFailure();
+  stage_.ThrowFailure();
   if (expectedError) return RequireFailure(step, *expectedError);
   Perform(step);
 }
@@ -133,6 +119,19 @@ void Runner::Perform(const Step& step) {
   command->run(stage_, rest);
 }
 
+const Command* Runner::FindCommand(Words words) const {
+  const std::string one = words[0].text;
+  const std::string two = words.size() > 1 ? one + ' ' + words[1].text : one;
+  const Command* found = nullptr;
+  for (const auto commands : {HostCommands(), WindowCommands(), more_}) {
+    for (const Command& command : commands) {
+      if (command.name == two) return &command;
+      if (command.name == one) found = &command;
+    }
+  }
+  return found;
+}
+
 void Runner::RequireFailure(const Step& step, const Step& expectedError) {
   if (expectedError.words.size() < 2 || expectedError.words.size() > 3) {
     throw base::Error("it is written: expect-error text [source]");
@@ -141,7 +140,7 @@ void Runner::RequireFailure(const Step& step, const Step& expectedError) {
   std::string complaint = "expected the error \"" + text + "\", but there was none";
   try {
     Perform(step);
-    stage_.order->Wait(stage_.patience.limit);
+    stage_.WaitOrder();
   } catch (const automation::Error& error) {
     complaint = Difference("error", text, error.Description());
     if (complaint.empty() && expectedError.words.size() == 3) {

@@ -6,14 +6,15 @@
 
 #include <filesystem>
 
-#include "simulator/win32/stage.h"
+#include "simulator/win32/commands.h"
 
 namespace simhost {
 
 class Runner {
  public:
-  /// `settings` is what every script finds remembered.
-  Runner(Stage& stage, Remembered settings) : stage_(stage), settings_(std::move(settings)) {}
+  /// `settings` is what every script finds remembered, `more` are commands beside those of all scripts.
+  Runner(Stage& stage, Remembered settings, std::span<const Command> more)
+      : stage_(stage), settings_(std::move(settings)), more_(more) {}
 
   /// Yes when every step held and the tool has ended. Whatever happened, no tool is left running.
   bool Run(const std::filesystem::path& file);
@@ -26,11 +27,14 @@ class Runner {
   std::size_t RunEach(const std::filesystem::path& file, Steps steps);
   void RunStep(const Step& step, const Step* expectedError);
   void Perform(const Step& step);
+  /// The command that the words begin with, or nothing.
+  const Command* FindCommand(Words words) const;
   void RequireFailure(const Step& step, const Step& expectedError);
   void ReleaseAll(bool held);
 
   Stage& stage_;
   Remembered settings_;
+  std::span<const Command> more_;
 };
 
 }  // namespace simhost

@@ -10,8 +10,7 @@
 #include "platform/win32/com/registration.h"
 #include "platform/win32/system/process.h"
 #include "platform/win32/system/registry.h"
-#include "platform/win32/system/system_error.h"
-#include "platform/win32/system/utf.h"
+#include "platform/win32/system/text.h"
 
 namespace simhost {
 namespace {

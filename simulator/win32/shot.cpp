@@ -5,7 +5,7 @@
 
 #include "base/error.h"
 #include "platform/win32/system/handle.h"
-#include "platform/win32/system/system_error.h"
+#include "platform/win32/system/text.h"
 #include "simulator/win32/console.h"
 #include "simulator/win32/foreign.h"
 

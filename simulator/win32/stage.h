@@ -2,14 +2,13 @@
 // remembered. The commands run on a thread of their own, so that the host serves the tool meanwhile.
 #pragma once
 
-#include <condition_variable>
+#include <chrono>
 #include <functional>
+#include <future>
 #include <memory>
-#include <mutex>
-#include <optional>
-#include <string>
+#include <utility>
 
-#include "automation/error.h"
+#include "base/error.h"
 #include "simulator/win32/host.h"
 #include "simulator/win32/host_thread.h"
 #include "simulator/win32/other_host.h"
@@ -18,25 +17,6 @@
 
 namespace simhost {
 
-/// An order to the tool that may take long, carried out by the host's thread while the script goes on.
-class Order {
- public:
-  void Begin();
-  void End(std::optional<automation::Error> failure);
-
-  bool Running() const;
-  /// Throws the failure of an order that has ended, once.
-  void ThrowFailure();
-  /// Waits for the end, then as ThrowFailure. Throws base::Error when it takes longer.
-  void Wait(std::chrono::milliseconds limit);
-
- private:
-  mutable std::mutex mutex_;
-  std::condition_variable ended_;
-  bool running_ = false;
-  std::optional<automation::Error> failure_;
-};
-
 struct Stage {
   Stage(Host& theHost, HostThread& theThread, std::function<void(bool)> show)
       : host(theHost), thread(theThread), showHostWindow(std::move(show)) {}
@@ -44,7 +24,7 @@ struct Stage {
   Host& host;  // on its thread only: use OnHost
   HostThread& thread;
   std::function<void(bool)> showHostWindow;  // called on the host's thread
-  std::shared_ptr<Order> order = std::make_shared<Order>();
+  std::future<void> order;  // given to the tool, carried out by the host's thread while the script goes on
   Remembered remembered;
   Patience patience;
   std::unique_ptr<OtherHost> otherHost;
@@ -55,8 +35,28 @@ struct Stage {
     return thread.Run([&host = host, work = std::move(work)] { return work(host); }, patience.limit);
   }
 
-  /// Starts `work(host)` on the host's thread and returns at once.
-  void Give(std::function<void(Host&)> work);
+  /// Gives an order: starts `work(host)` on the host's thread and returns at once. Throws base::Error while
+  /// the last one is carried out.
+  template <class Work>
+  void Give(Work work) {
+    if (Ordered()) throw base::Error("the tool is still busy with the last order");
+    order = thread.Start([&host = host, work = std::move(work)] { work(host); });
+  }
+
+  /// Whether an order is being carried out.
+  bool Ordered() const {
+    return order.valid() && order.wait_for(std::chrono::seconds(0)) != std::future_status::ready;
+  }
+  /// Throws the failure of an order that has ended, once.
+  void ThrowFailure() {
+    if (order.valid() && !Ordered()) order.get();
+  }
+  /// Waits for the end of the order, then as ThrowFailure. Throws base::Error when it takes longer.
+  void WaitOrder() {
+    if (order.valid() && order.wait_for(patience.limit) != std::future_status::ready)
+      throw base::Error("the tool has not carried out the order");
+    ThrowFailure();
+  }
 };
 
 }  // namespace simhost

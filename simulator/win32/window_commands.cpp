@@ -15,15 +15,6 @@ constexpr char kProgressWindow[] = "fLoading";
 constexpr char kPageList[] = "fMain.lvwConfig";
 constexpr char kLogList[] = "fMessage.ListView1";
 
-HWND Named(Stage& stage, const std::string& name) {
-  HWND window = nullptr;
-  stage.patience.Until([&]() -> std::string {
-    window = FindNamed(name);
-    return window ? "" : "there is no \"" + name + "\"";
-  });
-  return window;
-}
-
 bool Shown(const std::string& name) {
   HWND window = FindNamed(name);
   return window && OnScreen(window);
@@ -59,7 +50,7 @@ void WaitGone(Stage& stage, Words words) {
 // Nothing is under way any more: no order of the host, no progress window, and the main window takes input.
 void WaitIdle(Stage& stage, Words words) {
   Seconds(stage, words, 0).Until([&]() -> std::string {
-    if (stage.order->Running()) return "the tool is still carrying out the host's order";
+    if (stage.Ordered()) return "the tool is still carrying out the host's order";
     if (Shown(kProgressWindow)) return "the tool still shows its progress";
     if (std::string dialog = OpenDialog(); !dialog.empty()) return dialog;
     HWND main = FindNamed(kMainWindow);
@@ -105,63 +96,10 @@ void Choose(Stage& stage, Words words) {
   person::Choose(Named(stage, words[0].text), words[1].text, stage.patience);
 }
 
-bool IsYes(const Word& word, std::string_view yes, std::string_view no) {
-  if (word.text != yes && word.text != no) {
-    throw base::Error("expected " + std::string(yes) + " or " + std::string(no) + ", not \"" + word.text +
-                      "\"");
-  }
-  return word.text == yes;
-}
-
-bool IsChecked(HWND box) { return Ask(box, BM_GETCHECK) == BST_CHECKED; }
-
 void Check(Stage& stage, Words words) {
+  if (words[1].text != "on" && words[1].text != "off") throw base::Error("expected on or off");
   HWND box = Named(stage, words[0].text);
-  if (IsChecked(box) != IsYes(words[1], "on", "off")) person::Click(box, stage.patience);
-}
-
-void ExpectText(Stage& stage, Words words) {
-  HWND window = Named(stage, words[0].text);
-  stage.patience.Until([&] { return Difference(words[0].text, words[1].text, TextOf(window)); });
-}
-
-// Waits until `is` of the named control answers as the script says.
-void ExpectState(Stage& stage, Words words, std::string_view yes, std::string_view no, bool (*is)(HWND)) {
-  HWND window = Named(stage, words[0].text);
-  const bool wanted = IsYes(words[1], yes, no);
-  stage.patience.Until([&] { return Difference(words[0].text, wanted ? yes : no, is(window) ? yes : no); });
-}
-
-void ExpectEnabled(Stage& stage, Words words) {
-  ExpectState(stage, words, "yes", "no", [](HWND window) { return IsWindowEnabled(window) != FALSE; });
-}
-
-void ExpectVisible(Stage& stage, Words words) { ExpectState(stage, words, "yes", "no", OnScreen); }
-
-void ExpectChecked(Stage& stage, Words words) { ExpectState(stage, words, "on", "off", IsChecked); }
-
-// The caption of the window that has the keyboard, on the whole desktop.
-void ExpectFront(Stage& stage, Words words) {
-  stage.patience.Until([&] {
-    HWND front = GetForegroundWindow();
-    return Difference("window in front", words[0].text, front ? TextOf(front) : "");
-  });
-}
-
-HWND PromptWith(const std::string& text) {
-  for (HWND dialog : Dialogs()) {
-    if (DialogText(dialog) == text) return dialog;
-  }
-  return nullptr;
-}
-
-void ExpectPrompt(Stage& stage, Words words) {
-  stage.patience.Until([&]() -> std::string {
-    if (PromptWith(words[0].text)) return {};
-    const std::string dialog = OpenDialog();
-    return "expected a message box with \"" + words[0].text + "\", but " +
-           (dialog.empty() ? "there is none" : dialog);
-  });
+  if (IsChecked(box) != (words[1].text == "on")) person::Click(box, stage.patience);
 }
 
 void AnswerPrompt(Stage& stage, Words words) {
@@ -235,12 +173,6 @@ constexpr Command kCommands[] = {
     {"click", "NAME", 1, 1, ClickButton},
     {"choose", "NAME text", 2, 2, Choose},
     {"check", "NAME on|off", 2, 2, Check},
-    {"expect", "NAME text", 2, 2, ExpectText},
-    {"expect-enabled", "NAME yes|no", 2, 2, ExpectEnabled},
-    {"expect-visible", "NAME yes|no", 2, 2, ExpectVisible},
-    {"expect-checked", "NAME on|off", 2, 2, ExpectChecked},
-    {"expect-front", "CAPTION", 1, 1, ExpectFront},
-    {"prompt", "text", 1, 1, ExpectPrompt},
     {"answer", "TITLE OK|Cancel|Yes|No", 2, 2, AnswerPrompt},
     {"row", "LIST text", 2, 2, ExpectRow},
     {"log contains", "text", 1, 1, LogContains},

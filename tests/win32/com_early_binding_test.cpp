@@ -8,7 +8,7 @@
 #include "platform/win32/com/variant.h"
 #include "platform/win32/system/handle.h"
 #include "platform/win32/system/process.h"
-#include "platform/win32/system/utf.h"
+#include "platform/win32/system/text.h"
 
 namespace {
 

@@ -3,10 +3,9 @@
 #include "base/error.h"
 #include "platform/win32/system/files.h"
 #include "platform/win32/system/handle.h"
-#include "platform/win32/system/locale.h"
 #include "platform/win32/system/process.h"
 #include "platform/win32/system/registry.h"
-#include "platform/win32/system/system_error.h"
+#include "platform/win32/system/text.h"
 
 namespace {
 

@@ -1,6 +1,6 @@
 #include <gmock/gmock.h>
 
-#include "platform/win32/system/utf.h"
+#include "platform/win32/system/text.h"
 #include "platform/win32/window/message_loop.h"
 #include "serverlink/asio_socket.h"
 #include "serverlink/fComm.h"

@@ -1,10 +1,8 @@
 // The system's own dialogs: message boxes, the dialog for saving a file, and help.
 #include "platform/win32/system/handle.h"
 #include "platform/win32/system/process.h"
-#include "platform/win32/system/utf.h"
-#include "platform/win32/window/file_dialog.h"
-#include "platform/win32/window/help_viewer.h"
-#include "platform/win32/window/prompts.h"
+#include "platform/win32/system/text.h"
+#include "platform/win32/window/dialogs.h"
 #include "ui_support.h"
 // After windows.h, which it needs.
 #include <commctrl.h>

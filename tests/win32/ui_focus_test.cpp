@@ -1,7 +1,7 @@
 // The way of the keyboard focus: leave checks, tab order, dialog keys, and the focus coming back.
 #include <thread>
 
-#include "platform/win32/window/prompts.h"
+#include "platform/win32/window/dialogs.h"
 #include "ui_support.h"
 // After windows.h, which it needs.
 #include <commctrl.h>

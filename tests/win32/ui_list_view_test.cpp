@@ -4,7 +4,7 @@
 #include <commctrl.h>
 
 #include "logger/message_logger.h"
-#include "platform/win32/system/utf.h"
+#include "platform/win32/system/text.h"
 #include "tests/core/stand_ins.h"
 
 namespace ui_test {
@@ -179,25 +179,36 @@ TEST_F(UiListView, ALetterGoesToTheNextRowThatBeginsSo) {
 TEST_F(UiListView, ALongCellIsShownToItsEnd) {
   Open(false);
   const std::string blank(300, ' ');
-  log_->list.SetRows({{"1", {"1", blank + "HHHH"}, 0}, {"2", {"2", blank + "    "}, 0}});
+  log_->list.SetRows(
+      {{"1", {"1", blank + "HHHH"}, 0}, {"2", {"2", blank + "    "}, 0}, {"3", {"3", "H" + blank}, 0}});
   log_->list.FitColumns();
   Settle();
-  Send(LVM_SCROLL, 100'000, 0);
-  UpdateWindow(View());
-  // Whether something stands at the right end of the row.
-  const auto inked = [&](int row) {
+  // Where something stands in a row, in pixels from one of the ends of its cell.
+  const auto inked = [&](int row, bool atEnd) {
     RECT cell = {LVIR_LABEL, 1, 0, 0};
     Send(LVM_GETSUBITEMRECT, static_cast<WPARAM>(row), reinterpret_cast<LPARAM>(&cell));
     const HDC context = GetDC(View());
-    int count = 0;
-    for (int x = cell.right - 60; x < cell.right; ++x) {
-      count += GetPixel(context, x, (cell.top + cell.bottom) / 2) == GetSysColor(COLOR_WINDOWTEXT);
-    }
+    int place = 0;
+    const auto colour = [&] {
+      return GetPixel(context, atEnd ? cell.right - place : cell.left + place, (cell.top + cell.bottom) / 2);
+    };
+    while (place < 60 && colour() != GetSysColor(COLOR_WINDOWTEXT)) ++place;
     ReleaseDC(View(), context);
-    return count;
+    return place;
   };
-  EXPECT_GT(inked(0), 0);
-  EXPECT_EQ(inked(1), 0);
+  Send(LVM_SCROLL, 100'000, 0);
+  UpdateWindow(View());
+  EXPECT_LT(inked(0, true), 60);
+  EXPECT_EQ(inked(1, true), 60);
+  Send(LVM_SCROLL, static_cast<WPARAM>(-100'000), 0);
+  UpdateWindow(View());
+  EXPECT_LT(inked(2, false), 12);
+  const HWND frame = toolkit_.HandleOf(*log_);
+  RECT proposed = RectOf(frame);
+  SendMessageW(frame, WM_DPICHANGED, MAKEWPARAM(192, 192), reinterpret_cast<LPARAM>(&proposed));
+  Settle();
+  UpdateWindow(View());
+  EXPECT_GE(inked(2, false), 12) << "in the density of another screen";
 }
 
 // Milliseconds of the processor that this program has used: others may be running.

@@ -1,7 +1,7 @@
 #include "ui_support.h"
 
-#include "platform/win32/system/utf.h"
-#include "platform/win32/system/window_name.h"
+#include "platform/win32/system/own_window.h"
+#include "platform/win32/system/text.h"
 
 namespace ui_test {
 namespace {

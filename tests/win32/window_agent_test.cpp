@@ -2,10 +2,9 @@
 
 #include <windows.h>
 
-#include "platform/win32/system/desktop_windows.h"
 #include "platform/win32/system/handle.h"
 #include "platform/win32/system/process.h"
-#include "platform/win32/system/shared_memory.h"
+#include "platform/win32/system/window_agent.h"
 #include "ui_support.h"
 
 namespace {

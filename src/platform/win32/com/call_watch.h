@@ -16,7 +16,7 @@
 #include <string_view>
 #include <thread>
 
-#include "platform/win32/system/message_window.h"
+#include "platform/win32/system/own_window.h"
 
 namespace win32 {
 

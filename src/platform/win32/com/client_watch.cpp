@@ -6,7 +6,7 @@
 // Needs windows.h before it.
 #include <tlhelp32.h>
 
-#include "platform/win32/system/message_window.h"
+#include "platform/win32/system/own_window.h"
 
 namespace win32 {
 namespace {
@@ -45,9 +45,8 @@ class WatchedProcess {
   Owner<HANDLE, EndWait> wait_;  // ended before the process handle is closed
 };
 
-// --- for Wine alone
-// ----------------------------------------------------------------------------------------- There the client
-// itself starts the server, and calls do not tell who makes them.
+// --- for Wine alone ---
+// There the client itself starts the server, and calls do not tell who makes them.
 
 DWORD ParentProcess() {
   const Handle snapshot(CreateToolhelp32Snapshot(TH32CS_SNAPPROCESS, 0));
@@ -61,7 +60,7 @@ DWORD ParentProcess() {
   return 0;
 }
 
-// ------------------------------------------------------------------------------------------------------------
+// ---
 
 }  // namespace
 

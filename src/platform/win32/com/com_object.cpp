@@ -12,7 +12,7 @@
 #include "platform/win32/com/call_watch.h"
 #include "platform/win32/com/local_dispatch.h"
 #include "platform/win32/com/variant.h"
-#include "platform/win32/system/system_error.h"
+#include "platform/win32/system/text.h"
 
 namespace win32 {
 namespace {

@@ -6,8 +6,8 @@
 #include "platform/win32/com/com_class.h"
 #include "platform/win32/com/local_dispatch.h"
 #include "platform/win32/com/type_library.h"
-#include "platform/win32/system/message_window.h"
-#include "platform/win32/system/system_error.h"
+#include "platform/win32/system/own_window.h"
+#include "platform/win32/system/text.h"
 
 namespace win32 {
 

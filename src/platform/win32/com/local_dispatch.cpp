@@ -3,11 +3,12 @@
 #include <map>
 #include <vector>
 
+#include "automation/error.h"
 #include "automation/local_object.h"
 #include "platform/win32/com/com_class.h"
 #include "platform/win32/com/com_object.h"
-#include "platform/win32/com/interface_description.h"
 #include "platform/win32/com/variant.h"
+#include "platform/win32/system/text.h"
 
 namespace win32 {
 namespace {
@@ -15,6 +16,102 @@ namespace {
 using automation::Access;
 using automation::LocalObject;
 using automation::Value;
+
+// --- what a type library tells of a dispatch interface ---
+
+struct MemberDescription {
+  VARTYPE type = VT_VARIANT;        // of the property or the result
+  std::vector<VARTYPE> parameters;  // of a method
+
+  /// The type of an argument: of a write, the property's.
+  VARTYPE Parameter(std::size_t place, bool put) const {
+    if (put) return type;
+    return place < parameters.size() ? parameters[place] : VARTYPE{VT_VARIANT};
+  }
+  /// `value` as the type that the library promises to callers.
+  Variant Shape(Variant value) const;
+};
+
+/// Empty when there is no type information: every member then takes and gives anything.
+class InterfaceDescription {
+ public:
+  explicit InterfaceDescription(ITypeInfo* info);
+
+  explicit operator bool() const { return static_cast<bool>(info_); }
+  ITypeInfo* Info() const { return info_.Get(); }
+  const IID& Id() const { return id_; }
+  /// The member at a place of the member table, whose id is the place plus 1.
+  const MemberDescription& At(int place) const;
+
+ private:
+  ComPtr<ITypeInfo> info_;
+  IID id_ = {};
+  std::map<MEMBERID, MemberDescription> members_;
+};
+
+/// An argument for a parameter of type `declared`. Nothing becomes the empty text where a text is due, as the
+/// platform converts it; null and an argument that was left out are refused with the code that
+/// IDispatch::Invoke documents for them. Throws as ToValue does.
+HRESULT TakeArgument(const VARIANT& given, VARTYPE declared, automation::Value& taken);
+
+bool IsPlain(VARTYPE type) {
+  return type == VT_UI1 || type == VT_BOOL || (type >= VT_I2 && type <= VT_R8) || type == VT_BSTR;
+}
+
+MemberDescription Describe(const FUNCDESC& function) {
+  MemberDescription member{function.elemdescFunc.tdesc.vt, {}};
+  for (SHORT i = 0; i < function.cParams; ++i)
+    member.parameters.push_back(function.lprgelemdescParam[i].tdesc.vt);
+  return member;
+}
+
+InterfaceDescription::InterfaceDescription(ITypeInfo* info) : info_(ComPtr<ITypeInfo>::Share(info)) {
+  TYPEATTR* attributes = nullptr;
+  if (!info || FAILED(info->GetTypeAttr(&attributes))) return;
+  id_ = attributes->guid;
+  for (UINT i = 0; i < attributes->cVars; ++i) {
+    VARDESC* property = nullptr;
+    if (FAILED(info->GetVarDesc(i, &property))) continue;
+    members_[property->memid] = {property->elemdescVar.tdesc.vt, {}};
+    info->ReleaseVarDesc(property);
+  }
+  for (UINT i = 0; i < attributes->cFuncs; ++i) {
+    FUNCDESC* function = nullptr;
+    if (FAILED(info->GetFuncDesc(i, &function))) continue;
+    members_[function->memid] = Describe(*function);
+    info->ReleaseFuncDesc(function);
+  }
+  info->ReleaseTypeAttr(attributes);
+}
+
+const MemberDescription& InterfaceDescription::At(int place) const {
+  static const MemberDescription kAnything;
+  const auto found = members_.find(place + 1);
+  return found == members_.end() ? kAnything : found->second;
+}
+
+Variant MemberDescription::Shape(Variant value) const {
+  if (!IsPlain(type) || value.Get().vt == type) return value;
+  Variant shaped;
+  const HRESULT result =
+      VariantChangeType(shaped.Put(), const_cast<VARIANT*>(&value.Get()), VARIANT_ALPHABOOL, type);
+  if (FAILED(result)) throw automation::Error(static_cast<std::uint32_t>(result), SystemText(result));
+  return shaped;
+}
+
+HRESULT TakeArgument(const VARIANT& given, VARTYPE declared, automation::Value& taken) {
+  // Script languages hand over their variables by reference.
+  const VARIANT& plain = given.vt == (VT_BYREF | VT_VARIANT) ? *given.pvarVal : given;
+  if (IsPlain(declared)) {
+    if (plain.vt == VT_NULL) return DISP_E_TYPEMISMATCH;
+    if (plain.vt == VT_ERROR && plain.scode == DISP_E_PARAMNOTFOUND) return DISP_E_PARAMNOTOPTIONAL;
+  }
+  taken = ToValue(given);
+  if (declared == VT_BSTR && taken.IsEmpty()) taken = "";
+  return S_OK;
+}
+
+// --- the adapter ---
 
 HRESULT Report(EXCEPINFO* exception, std::uint32_t code, const std::string& description,
                const std::string& source) {

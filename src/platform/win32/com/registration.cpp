@@ -10,7 +10,7 @@
 #include "platform/win32/com/type_library.h"
 #include "platform/win32/system/process.h"
 #include "platform/win32/system/registry.h"
-#include "platform/win32/system/system_error.h"
+#include "platform/win32/system/text.h"
 
 namespace win32 {
 namespace {

@@ -7,7 +7,7 @@
 #include "platform/win32/system/files.h"
 #include "platform/win32/system/process.h"
 #include "platform/win32/system/registry.h"
-#include "platform/win32/system/system_error.h"
+#include "platform/win32/system/text.h"
 
 // The import libraries have these two, the compiler's headers do not.
 extern "C" HRESULT WINAPI RegisterTypeLibForUser(ITypeLib*, OLECHAR* path, OLECHAR* helpFolder);

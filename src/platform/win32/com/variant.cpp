@@ -8,7 +8,7 @@
 #include "automation/error.h"
 #include "platform/win32/com/com_object.h"
 #include "platform/win32/com/local_dispatch.h"
-#include "platform/win32/system/system_error.h"
+#include "platform/win32/system/text.h"
 
 namespace win32 {
 namespace {

@@ -2,6 +2,7 @@
 
 // After windows.h, which it needs.
 #include <commctrl.h>
+#include <ocidl.h>
 #include <ole2.h>
 
 #include <bit>
@@ -10,11 +11,14 @@
 #include <fmt/format.h>
 
 #include "automation/error.h"
+#include "platform/win32/com/com_class.h"
 #include "platform/win32/com/com_object.h"
-#include "platform/win32/control/control_events.h"
+#include "platform/win32/com/variant.h"
+#include "platform/win32/control/kinds.h"
+#include "platform/win32/system/own_window.h"
 #include "platform/win32/system/registry.h"
-#include "platform/win32/system/system_error.h"
-#include "platform/win32/system/window_class.h"
+#include "platform/win32/system/text.h"
+#include "platform/win32/window/form_native.h"
 
 namespace win32 {
 namespace {
@@ -65,8 +69,8 @@ void Require(const std::string& programId, HRESULT result) {
 }
 
 /// A library is loaded only into programs of its own width, and the system keeps the classes of each width
-/// apart
-/// ("Registry Keys Affected by WOW64" of the platform's documentation), while it shares the program ids.
+/// apart ("Registry Keys Affected by WOW64" of the platform's documentation), while it shares the program
+/// ids.
 void RequireOwnWidth(const std::string& programId, const CLSID& classId) {
   const HKEY hive = HKEY_CLASSES_ROOT;
   const std::string key = "CLSID\\" + GuidText(classId);
@@ -105,6 +109,124 @@ void JoinTabOrder(const ComPtr<IUnknown>& control, HWND container) {
   if (GetWindowLongPtrW(window, GWL_EXSTYLE) & WS_EX_CONTROLPARENT) return;
   SetWindowLongPtrW(window, GWL_STYLE, GetWindowLongPtrW(window, GWL_STYLE) | WS_TABSTOP);
 }
+
+// --- the one event that the tool wants of such a control: Failed(text) ---
+
+constexpr wchar_t kEventName[] = L"Failed";
+constexpr MEMBERID kFirstEvent = 1;
+
+/// The interface that the control calls its events on by default; none when it does not tell.
+IID EventsOf(const ComPtr<IUnknown>& control) {
+  IID id = {};
+  const auto provider = control.As<IProvideClassInfo2>();
+  if (provider) provider->GetGUID(GUIDKIND_DEFAULT_SOURCE_DISP_IID, &id);
+  return id;
+}
+
+/// The number of the event in the control's type library. A control without one is taken to have one event.
+MEMBERID NumberOf(const ComPtr<IUnknown>& control, const IID& events) {
+  const auto provider = control.As<IProvideClassInfo>();
+  ComPtr<ITypeInfo> classInfo;
+  ComPtr<ITypeLib> library;
+  ComPtr<ITypeInfo> eventInfo;
+  UINT place = 0;
+  if (!provider || FAILED(provider->GetClassInfo(classInfo.Put()))) return kFirstEvent;
+  if (FAILED(classInfo->GetContainingTypeLib(library.Put(), &place))) return kFirstEvent;
+  if (FAILED(library->GetTypeInfoOfGuid(events, eventInfo.Put()))) return kFirstEvent;
+  std::wstring name = kEventName;
+  LPOLESTR names[] = {name.data()};
+  MEMBERID number = MEMBERID_NIL;
+  eventInfo->GetIDsOfNames(names, 1, &number);
+  return number;
+}
+
+class Sink : public ComClass<IDispatch> {
+ public:
+  Sink(MessageLoop& loop, const IID& events, MEMBERID number,
+       std::function<void(const std::string&)> onFailed)
+      : loop_(loop), events_(events), number_(number), onFailed_(std::move(onFailed)) {}
+
+  HRESULT STDMETHODCALLTYPE QueryInterface(REFIID id, void** object) override {
+    return ComClass::QueryInterface(id == events_ ? __uuidof(IDispatch) : id, object);
+  }
+  HRESULT STDMETHODCALLTYPE GetTypeInfoCount(UINT* count) override {
+    if (!count) return E_POINTER;
+    *count = 0;
+    return S_OK;
+  }
+  HRESULT STDMETHODCALLTYPE GetTypeInfo(UINT, LCID, ITypeInfo**) override { return E_NOTIMPL; }
+  HRESULT STDMETHODCALLTYPE GetIDsOfNames(REFIID, LPOLESTR*, UINT, LCID, DISPID*) override {
+    return DISP_E_UNKNOWNNAME;
+  }
+
+  HRESULT STDMETHODCALLTYPE Invoke(DISPID id, REFIID, LCID, WORD, DISPPARAMS* parameters, VARIANT*,
+                                   EXCEPINFO*, UINT*) override {
+    if (id != number_ || !parameters || parameters->cArgs == 0) return S_OK;
+    // The handler may let go of the control and so of this object.
+    const auto handler = onFailed_;
+    const VARIANT& text = parameters->rgvarg[parameters->cArgs - 1];
+    if (handler) loop_.Guard([&] { handler(ToValue(text).AsText()); });
+    return S_OK;
+  }
+
+ private:
+  MessageLoop& loop_;
+  IID events_;
+  MEMBERID number_;
+  std::function<void(const std::string&)> onFailed_;
+};
+
+/// Keeps the connection for its life. A control that has no events is not listened to.
+class FailedEvent {
+ public:
+  FailedEvent(MessageLoop& loop, const ComPtr<IUnknown>& control,
+              std::function<void(const std::string&)> onFailed) {
+    const IID events = EventsOf(control);
+    const auto container = control.As<IConnectionPointContainer>();
+    if (!container || FAILED(container->FindConnectionPoint(events, point_.Put()))) return;
+    const ComPtr<Sink> sink(new Sink(loop, events, NumberOf(control, events), std::move(onFailed)));
+    if (FAILED(point_->Advise(sink.Get(), &cookie_))) point_.Reset();
+  }
+  FailedEvent(const FailedEvent&) = delete;
+  FailedEvent& operator=(const FailedEvent&) = delete;
+  ~FailedEvent() {
+    if (point_) point_->Unadvise(cookie_);
+  }
+
+ private:
+  ComPtr<IConnectionPoint> point_;
+  DWORD cookie_ = 0;
+};
+
+// --- the place: an empty window, whose one child always fills it ---
+
+constexpr const wchar_t* kSiteClass = L"TarnControlSite";
+
+class NativeControlSite : public NativeControl {
+ public:
+  using NativeControl::NativeControl;
+
+  ui::Size Measure() const override {
+    const auto& site = static_cast<const ui::ControlSite&>(Control());
+    return {Metrics().X(site.Width()), Metrics().Y(site.Height())};
+  }
+
+ private:
+  Style GetStyle() const override {
+    RegisterWindowClass(kSiteClass, &DefWindowProcW);
+    return {kSiteClass, WS_CLIPCHILDREN, WS_EX_CONTROLPARENT};
+  }
+
+  std::optional<LRESULT> Filter(UINT message, WPARAM, LPARAM lParam) override {
+    const HWND inside = GetWindow(Window(), GW_CHILD);
+    if (inside && message == WM_SIZE) {
+      SetWindowPos(inside, nullptr, 0, 0, LOWORD(lParam), HIWORD(lParam), SWP_NOZORDER | SWP_NOACTIVATE);
+    }
+    // The site itself does nothing with the keys.
+    if (inside && message == WM_SETFOCUS) SetFocus(GetNextDlgTabItem(Window(), nullptr, FALSE));
+    return std::nullopt;
+  }
+};
 
 }  // namespace
 
@@ -192,6 +314,10 @@ LRESULT CALLBACK ActiveXHost::Subclass(HWND window, UINT message, WPARAM wParam,
     reinterpret_cast<Hosted*>(self)->host->hosted_.erase(window);
   }
   return DefSubclassProc(window, message, wParam, lParam);
+}
+
+std::unique_ptr<NativeControl> MakeControlSite(NativeForm& form, ui::Control& control) {
+  return std::make_unique<NativeControlSite>(form, control);
 }
 
 }  // namespace win32

@@ -1,6 +1,6 @@
 // Controls of other makers inside the tool's windows: the system's own control container (atl.dll) creates an
-// ActiveX control in a ControlSite, gives it its place and closes it with the window. Created by the
-// composition root, after the toolkit.
+// ActiveX control in a ControlSite, gives it its place and closes it with the window. Of its events the tool
+// wants one, Failed(text). Created by the composition root, after the toolkit.
 #pragma once
 
 #include <map>
@@ -36,8 +36,8 @@ class ActiveXHost : public ui::ControlHost, private MessageFilter {
 
   NativeToolkit& toolkit_;
   MessageLoop& loop_;
-  std::map<HWND, std::unique_ptr<Hosted>>
-      hosted_;  // by the container's window, which is the site's one child
+  // By the container's window, which is the site's one child.
+  std::map<HWND, std::unique_ptr<Hosted>> hosted_;
 };
 
 }  // namespace win32

@@ -2,7 +2,7 @@
 
 #include <string_view>
 
-#include "platform/win32/system/utf.h"
+#include "platform/win32/system/text.h"
 #include "platform/win32/window/pictures.h"
 
 namespace win32 {
@@ -10,6 +10,25 @@ namespace {
 
 constexpr int kTextIndent = 6;  // pixels before the text of a cell, as the native control leaves them
 constexpr std::size_t kLongestCell = 259;
+
+void DrawWhole(const NMLVCUSTOMDRAW& drawn, const std::string& cell, int indent) {
+  const HWND view = drawn.nmcd.hdr.hwndFrom;
+  const HDC context = drawn.nmcd.hdc;
+  const WPARAM row = drawn.nmcd.dwItemSpec;
+  RECT area = {LVIR_LABEL, drawn.iSubItem, 0, 0};
+  SendMessageW(view, LVM_GETSUBITEMRECT, row, reinterpret_cast<LPARAM>(&area));
+  const bool selected = SendMessageW(view, LVM_GETITEMSTATE, row, LVIS_SELECTED) != 0;
+  const bool focused = GetFocus() == view;
+  const int back = !selected ? COLOR_WINDOW : focused ? COLOR_HIGHLIGHT : COLOR_BTNFACE;
+  const int front = !selected ? COLOR_WINDOWTEXT : focused ? COLOR_HIGHLIGHTTEXT : COLOR_BTNTEXT;
+  FillRect(context, &area, GetSysColorBrush(back));
+  InflateRect(&area, -indent, 0);
+  SetTextColor(context, GetSysColor(front));
+  SetBkMode(context, TRANSPARENT);
+  const std::wstring text = Wide(cell);
+  DrawTextW(context, text.c_str(), static_cast<int>(text.size()), &area,
+            DT_SINGLELINE | DT_VCENTER | DT_NOPREFIX | DT_END_ELLIPSIS);
+}
 
 }  // namespace
 
@@ -55,7 +74,7 @@ const std::string* ListCells::LongCell(std::size_t row, std::size_t column) cons
 
 // The native control shows of a cell only what the documentation of LVITEM names, its first 259 characters; a
 // longer one is drawn here. In the first column the picture would be lost with it.
-LRESULT ListCells::Draw(const NMLVCUSTOMDRAW& drawn) const {
+LRESULT ListCells::Draw(const NMLVCUSTOMDRAW& drawn, const FontMetrics& metrics) const {
   switch (drawn.nmcd.dwDrawStage) {
     case CDDS_PREPAINT:
       return CDRF_NOTIFYITEMDRAW;
@@ -68,27 +87,8 @@ LRESULT ListCells::Draw(const NMLVCUSTOMDRAW& drawn) const {
   }
   const std::string* cell = LongCell(drawn.nmcd.dwItemSpec, static_cast<std::size_t>(drawn.iSubItem));
   if (!cell) return CDRF_DODEFAULT;
-  DrawWhole(drawn, *cell);
+  DrawWhole(drawn, *cell, metrics.Scale(kTextIndent));
   return CDRF_SKIPDEFAULT;
-}
-
-void ListCells::DrawWhole(const NMLVCUSTOMDRAW& drawn, const std::string& cell) const {
-  const HWND view = drawn.nmcd.hdr.hwndFrom;
-  const HDC context = drawn.nmcd.hdc;
-  const WPARAM row = drawn.nmcd.dwItemSpec;
-  RECT area = {LVIR_LABEL, drawn.iSubItem, 0, 0};
-  SendMessageW(view, LVM_GETSUBITEMRECT, row, reinterpret_cast<LPARAM>(&area));
-  const bool selected = SendMessageW(view, LVM_GETITEMSTATE, row, LVIS_SELECTED) != 0;
-  const bool focused = GetFocus() == view;
-  const int back = !selected ? COLOR_WINDOW : focused ? COLOR_HIGHLIGHT : COLOR_BTNFACE;
-  const int front = !selected ? COLOR_WINDOWTEXT : focused ? COLOR_HIGHLIGHTTEXT : COLOR_BTNTEXT;
-  FillRect(context, &area, GetSysColorBrush(back));
-  InflateRect(&area, -metrics_.Scale(kTextIndent), 0);
-  SetTextColor(context, GetSysColor(front));
-  SetBkMode(context, TRANSPARENT);
-  const std::wstring text = Wide(cell);
-  DrawTextW(context, text.c_str(), static_cast<int>(text.size()), &area,
-            DT_SINGLELINE | DT_VCENTER | DT_NOPREFIX | DT_END_ELLIPSIS);
 }
 
 }  // namespace win32

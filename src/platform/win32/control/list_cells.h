@@ -16,21 +16,19 @@ namespace win32 {
 
 class ListCells {
  public:
-  ListCells(const ui::ListView& list, const FontMetrics& metrics) : list_(list), metrics_(metrics) {}
+  explicit ListCells(const ui::ListView& list) : list_(list) {}
 
   /// Answers LVN_GETDISPINFO.
   void Give(LVITEMW& item);
   /// Answers LVN_ODFINDITEM: the place of the row whose first cell begins so, or -1.
   LRESULT Find(const NMLVFINDITEMW& wanted) const;
-  /// Answers NM_CUSTOMDRAW.
-  LRESULT Draw(const NMLVCUSTOMDRAW& drawn) const;
+  /// Answers NM_CUSTOMDRAW; `metrics` are those of the screen that the list stands on.
+  LRESULT Draw(const NMLVCUSTOMDRAW& drawn, const FontMetrics& metrics) const;
 
  private:
   const std::string* LongCell(std::size_t row, std::size_t column) const;
-  void DrawWhole(const NMLVCUSTOMDRAW& drawn, const std::string& cell) const;
 
   const ui::ListView& list_;
-  const FontMetrics& metrics_;
   std::array<std::wstring, 4> lent_;  // to the native control, which may ask for more meanwhile
   std::size_t next_ = 0;
 };

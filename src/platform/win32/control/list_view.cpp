@@ -6,7 +6,7 @@
 
 #include "platform/win32/control/kinds.h"
 #include "platform/win32/control/list_cells.h"
-#include "platform/win32/system/utf.h"
+#include "platform/win32/system/text.h"
 #include "platform/win32/window/form_native.h"
 #include "platform/win32/window/menu_native.h"
 #include "platform/win32/window/window_native.h"
@@ -72,7 +72,7 @@ class NativeListView : public NativeControl {
   mutable std::vector<int> widest_;
   mutable std::size_t measuredRows_ = 0;
   mutable int measuredGeneration_ = 0;
-  ListCells cells_{List(), Metrics()};
+  ListCells cells_{List()};
 };
 
 NativeControl::Style NativeListView::GetStyle() const {
@@ -265,7 +265,7 @@ LRESULT NativeListView::Notify(NMHDR& header) {
     case LVN_ODFINDITEMW:
       return cells_.Find(reinterpret_cast<const NMLVFINDITEMW&>(header));
     case NM_CUSTOMDRAW:
-      return cells_.Draw(reinterpret_cast<const NMLVCUSTOMDRAW&>(header));
+      return cells_.Draw(reinterpret_cast<const NMLVCUSTOMDRAW&>(header), Metrics());
     case LVN_ITEMACTIVATE:
       Act([this] { List().Open(); });
       return 0;

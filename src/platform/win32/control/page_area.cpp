@@ -1,11 +1,14 @@
-#include "platform/win32/control/page_area.h"
-
+// The part of a window where one of several forms is shown. Each form has a page window of its own, a child
+// without caption and border; the area scrolls the shown page where it is larger than the area and follows
+// the focus.
 #include <algorithm>
+#include <memory>
 #include <utility>
+#include <vector>
 
 #include "base/error.h"
 #include "platform/win32/control/kinds.h"
-#include "platform/win32/system/system_error.h"
+#include "platform/win32/system/text.h"
 #include "platform/win32/window/form_native.h"
 #include "platform/win32/window/window_native.h"
 
@@ -27,7 +30,48 @@ LRESULT CALLBACK PageProcedure(HWND window, UINT message, WPARAM wParam, LPARAM 
   return answer ? *answer : DefWindowProcW(window, message, wParam, lParam);
 }
 
-}  // namespace
+class NativePageArea : public NativeControl {
+ public:
+  using NativeControl::NativeControl;
+  ~NativePageArea() override;
+
+  bool Limit(const ui::Size& most) override;
+  /// The largest page, within the limit.
+  ui::Size Measure() const override;
+  bool Place(const ui::Rect& rect) override;
+  void Mirror(ui::Aspect aspect) override;
+  void FontChanged() override;
+  void Disconnect() override;
+  void Reveal(HWND inside) override;
+
+ private:
+  struct Page {
+    ui::Form* data;
+    WindowHandle window;
+    std::shared_ptr<NativeForm> form;
+  };
+
+  ui::PageArea& Area() const { return static_cast<ui::PageArea&>(Control()); }
+  Style GetStyle() const override;
+  std::optional<LRESULT> Filter(UINT message, WPARAM wParam, LPARAM lParam) override;
+
+  void MirrorPages();
+  void MirrorEnabled();
+  void AddPage(ui::Form& form);
+  static void DropPage(Page& page);
+  void ShowPage();
+  Page* Shown();
+  void ArrangeShown();
+  void ScrollTo(int bar, int position);
+  void Scroll(int bar, UINT code);
+  void ScrollWheel(WPARAM wParam);
+  int Position(int bar) const;
+
+  std::vector<Page> pages_;
+  ui::Form* shown_ = nullptr;
+  ui::Size limit_;
+  POINT wheelRest_ = {};
+};
 
 NativePageArea::~NativePageArea() {
   for (Page& page : pages_) DropPage(page);
@@ -257,6 +301,8 @@ std::optional<LRESULT> NativePageArea::Filter(UINT message, WPARAM wParam, LPARA
       return std::nullopt;
   }
 }
+
+}  // namespace
 
 std::unique_ptr<NativeControl> MakePageArea(NativeForm& form, ui::Control& control) {
   return std::make_unique<NativePageArea>(form, control);

@@ -4,7 +4,7 @@
 
 #include "base/error.h"
 #include "platform/win32/system/handle.h"
-#include "platform/win32/system/system_error.h"
+#include "platform/win32/system/text.h"
 
 namespace win32 {
 namespace {

@@ -11,7 +11,7 @@
 #include <string_view>
 #include <utility>
 
-#include "platform/win32/system/utf.h"
+#include "platform/win32/system/text.h"
 
 namespace win32 {
 

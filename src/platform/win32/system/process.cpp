@@ -6,8 +6,7 @@
 
 #include "base/text.h"
 #include "platform/win32/system/handle.h"
-#include "platform/win32/system/window_class.h"
-#include "platform/win32/system/window_name.h"
+#include "platform/win32/system/own_window.h"
 
 namespace win32 {
 namespace {

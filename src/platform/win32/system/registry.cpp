@@ -4,6 +4,8 @@
 
 #include <iterator>
 
+#include "platform/win32/system/text.h"
+
 namespace win32 {
 namespace {
 
@@ -76,6 +78,25 @@ bool WindowsRegistry::Write(base::RegistryRoot root, const std::string& key, con
   RegSetValueExW(opened, Wide(name).c_str(), 0, REG_SZ, reinterpret_cast<const BYTE*>(wide.data()),
                  static_cast<DWORD>((wide.size() - 1) * sizeof(wchar_t)));
   return RegCloseKey(opened) == ERROR_SUCCESS;
+}
+
+std::string WindowsLocale::GetLocaleString(int item) {
+  const auto type = static_cast<LCTYPE>(item);
+  const int length = GetLocaleInfoW(LOCALE_USER_DEFAULT, type, nullptr, 0);
+  if (length <= 0) return {};
+  std::wstring text(static_cast<std::size_t>(length), L'\0');
+  GetLocaleInfoW(LOCALE_USER_DEFAULT, type, text.data(), length);
+  return Utf8(text.substr(0, text.find(L'\0')));
+}
+
+std::string WindowsLocale::GeneralDateNow() {
+  SYSTEMTIME now;
+  GetLocalTime(&now);
+  wchar_t date[128] = L"";
+  wchar_t time[128] = L"";
+  GetDateFormatW(LOCALE_USER_DEFAULT, DATE_SHORTDATE, &now, nullptr, date, static_cast<int>(std::size(date)));
+  GetTimeFormatW(LOCALE_USER_DEFAULT, 0, &now, nullptr, time, static_cast<int>(std::size(time)));
+  return Utf8(std::wstring(date) + L" " + time);
 }
 
 }  // namespace win32

@@ -1,4 +1,4 @@
-// The system's registry behind the base::Registry port. Created by the composition root.
+// The system's registry and the user's locale behind the ports of base. Created by the composition root.
 #pragma once
 
 #include "base/registry.h"
@@ -26,5 +26,12 @@ HKEY HiveOf(base::RegistryRoot root);
 
 /// An identifier as the registry's keys write it, in braces.
 std::string GuidText(const GUID& guid);
+
+class WindowsLocale : public base::Locale {
+ public:
+  std::string GetLocaleString(int item) override;
+  /// Short date, a blank and long time of the user's locale.
+  std::string GeneralDateNow() override;
+};
 
 }  // namespace win32

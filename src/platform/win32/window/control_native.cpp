@@ -5,9 +5,8 @@
 #include <utility>
 
 #include "base/error.h"
-#include "platform/win32/system/system_error.h"
-#include "platform/win32/system/utf.h"
-#include "platform/win32/system/window_class.h"
+#include "platform/win32/system/own_window.h"
+#include "platform/win32/system/text.h"
 #include "platform/win32/window/form_native.h"
 #include "platform/win32/window/mark.h"
 #include "platform/win32/window/menu_native.h"

@@ -10,7 +10,7 @@
 #include <optional>
 #include <string>
 
-#include "platform/win32/system/window_name.h"
+#include "platform/win32/system/own_window.h"
 #include "platform/win32/window/ui_context.h"
 #include "ui/control.h"
 #include "ui/layout.h"

@@ -7,7 +7,7 @@
 #include <algorithm>
 #include <utility>
 
-#include "platform/win32/system/utf.h"
+#include "platform/win32/system/text.h"
 #include "platform/win32/window/window_native.h"
 
 namespace win32 {

@@ -10,7 +10,7 @@
 #include <unordered_map>
 #include <vector>
 
-#include "platform/win32/system/window_class.h"
+#include "platform/win32/system/own_window.h"
 #include "platform/win32/window/control_native.h"
 #include "ui/form.h"
 

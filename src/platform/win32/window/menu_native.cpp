@@ -1,23 +1,18 @@
 #include "platform/win32/window/menu_native.h"
 
-#include <charconv>
+#include <string_view>
 
-#include "platform/win32/system/utf.h"
+#include "platform/win32/system/text.h"
 
 namespace win32 {
 namespace {
 
-constexpr std::string_view kControl = "Ctrl+";
-
-WORD KeyOf(std::string_view name) {
-  const bool plain =
-      name.size() == 1 && ((name[0] >= 'A' && name[0] <= 'Z') || (name[0] >= '0' && name[0] <= '9'));
-  if (plain) return static_cast<WORD>(name[0]);
-  int number = 0;
-  const char* last = name.data() + name.size();
-  const bool function = name.size() > 1 && name[0] == 'F';
-  if (!function || std::from_chars(name.data() + 1, last, number).ptr != last) return 0;
-  return number >= 1 && number <= 24 ? static_cast<WORD>(VK_F1 + number - 1) : WORD{0};
+// The names that menus use: a letter with Ctrl, and the function keys. Nothing (key 0) for no name.
+ACCEL AcceleratorOf(const std::string& key) {
+  constexpr std::string_view kControl = "Ctrl+";
+  if (key.starts_with(kControl)) return {FVIRTKEY | FCONTROL, static_cast<WORD>(key.back()), 0};
+  if (key.starts_with('F')) return {FVIRTKEY, static_cast<WORD>(VK_F1 + std::stoi(key.substr(1)) - 1), 0};
+  return {};
 }
 
 std::string Captions(const std::vector<ui::MenuItem>& items) {
@@ -28,15 +23,6 @@ std::string Captions(const std::vector<ui::MenuItem>& items) {
 }
 
 }  // namespace
-
-ACCEL ParseAccelerator(std::string_view key) {
-  const bool control = key.starts_with(kControl);
-  if (control) key.remove_prefix(kControl.size());
-  ACCEL accelerator = {};
-  accelerator.fVirt = static_cast<BYTE>(FVIRTKEY | (control ? FCONTROL : 0));
-  accelerator.key = KeyOf(key);
-  return accelerator;
-}
 
 NativeMenu::NativeMenu(const std::vector<ui::MenuItem>& items, Shape shape)
     : menu_(shape == Shape::kBar ? CreateMenu() : CreatePopupMenu()), captions_(Captions(items)) {
@@ -63,7 +49,7 @@ void NativeMenu::Append(HMENU menu, const std::vector<ui::MenuItem>& items) {
     const int id = kFirst + static_cast<int>(handlers_.size());
     handlers_[id] = item.onClick;
     AppendMenuW(menu, MF_STRING | (item.checked ? MF_CHECKED : 0U), static_cast<UINT_PTR>(id), caption.c_str());
-    ACCEL accelerator = ParseAccelerator(item.key);
+    ACCEL accelerator = AcceleratorOf(item.key);
     accelerator.cmd = static_cast<WORD>(id);
     if (accelerator.key) keys_.push_back(accelerator);
   }

@@ -7,7 +7,6 @@
 #include <functional>
 #include <map>
 #include <string>
-#include <string_view>
 #include <vector>
 
 #include "platform/win32/system/handle.h"
@@ -21,9 +20,6 @@ struct DestroyMenuHandle {
 struct DestroyAcceleratorTableHandle {
   void operator()(HACCEL table) const { DestroyAcceleratorTable(table); }
 };
-
-/// "S" or "7" with or without "Ctrl+", or "F1" to "F24". Nothing (key 0) for any other name.
-ACCEL ParseAccelerator(std::string_view key);
 
 class NativeMenu {
  public:

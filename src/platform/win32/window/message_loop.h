@@ -12,7 +12,7 @@
 #include <string>
 #include <vector>
 
-#include "platform/win32/system/message_window.h"
+#include "platform/win32/system/own_window.h"
 #include "ui/event_loop.h"
 
 namespace win32 {

@@ -7,7 +7,7 @@
 #include <ranges>
 #include <utility>
 
-#include "platform/win32/system/utf.h"
+#include "platform/win32/system/text.h"
 #include "platform/win32/window/ui_context.h"
 #include "platform/win32/window/window_native.h"
 
@@ -29,27 +29,6 @@ void LoadDisplay() {
 }
 
 }  // namespace
-
-NativeWindow* UiContext::FrontWindow() const {
-  const auto visible = [](const NativeWindow* window) { return IsWindowVisible(window->Window()) != FALSE; };
-  const auto fromFront = std::views::reverse(windows);
-  const auto found = std::ranges::find_if(fromFront, visible);
-  return found == fromFront.end() ? nullptr : *found;
-}
-
-Look& UiContext::LookFor(int dpi) { return looks.try_emplace(dpi, face, dpi).first->second; }
-
-void UiContext::RenewFonts() {
-  bool changed = false;
-  for (auto& [dpi, look] : looks) changed = look.font.Renew(face) || changed;
-  if (!changed) return;
-  for (const NativeWindow* window : windows) window->Form().FontChanged();
-}
-
-void UiContext::UpdateEnabled() {
-  const auto all = windows;  // in another order when one of them comes to the front meanwhile
-  for (NativeWindow* window : all) window->UpdateEnabled();
-}
 
 NativeToolkit::NativeToolkit(MessageLoop& loop) : loop_(loop) {
   LoadControlClasses();

@@ -1,18 +1,21 @@
-// What all native windows of the tool share: the loop, the fonts and pictures for each density of screen, and
-// which control a native handle belongs to. Owned by the toolkit.
+// What all native windows of the tool share: the loop, the fonts and pictures for each density of screen,
+// which control a native handle belongs to, and the names for assistive programs. Owned by the toolkit.
 #pragma once
 
 #include <windows.h>
 
 #include <map>
+#include <set>
 #include <string>
 #include <unordered_map>
 #include <vector>
 
-#include "platform/win32/window/accessible_names.h"
+#include "platform/win32/system/handle.h"
 #include "platform/win32/window/font_metrics.h"
 #include "platform/win32/window/message_loop.h"
 #include "platform/win32/window/pictures.h"
+
+struct IAccPropServices;
 
 namespace win32 {
 
@@ -25,6 +28,26 @@ struct Look {
 
   FontMetrics font;
   Pictures pictures;
+};
+
+/// What screen readers and test programs call a control: the system's own name for it (its caption or the
+/// label before it) is replaced where the description of the form knows a better one.
+class AccessibleNames {
+ public:
+  AccessibleNames();
+  AccessibleNames(const AccessibleNames&) = delete;
+  AccessibleNames& operator=(const AccessibleNames&) = delete;
+  ~AccessibleNames();
+
+  /// Empty: the system's own name again, as must be before the window is destroyed. Without COM on this
+  /// thread, and on Wine, which does not have the service, every name is the system's.
+  void Set(HWND control, const std::wstring& name);
+
+ private:
+  bool Ready();
+
+  ComPtr<IAccPropServices> services_;
+  std::set<HWND> named_;
 };
 
 struct UiContext {

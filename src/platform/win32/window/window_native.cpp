@@ -4,8 +4,7 @@
 #include <ranges>
 
 #include "base/error.h"
-#include "platform/win32/system/system_error.h"
-#include "platform/win32/system/utf.h"
+#include "platform/win32/system/text.h"
 
 namespace win32 {
 namespace {

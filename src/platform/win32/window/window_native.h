@@ -8,7 +8,7 @@
 #include <memory>
 #include <optional>
 
-#include "platform/win32/system/window_class.h"
+#include "platform/win32/system/own_window.h"
 #include "platform/win32/window/focus_keeper.h"
 #include "platform/win32/window/form_native.h"
 #include "platform/win32/window/menu_native.h"

@@ -1,20 +1,23 @@
-#include "platform/win32/window/file_dialog.h"
+#include "platform/win32/window/dialogs.h"
 
-#include <windows.h>
-// After windows.h, which it needs.
+// After windows.h, which they need.
 #include <commdlg.h>
 #include <shlobj.h>
 
 #include <algorithm>
+#include <bit>
 #include <vector>
 
 #include "base/error.h"
-#include "platform/win32/system/system_error.h"
-#include "platform/win32/system/utf.h"
+#include "platform/win32/system/files.h"
+#include "platform/win32/system/text.h"
 #include "platform/win32/window/toolkit.h"
 
 namespace win32 {
 namespace {
+
+constexpr UINT kButtons[] = {MB_OK, MB_OKCANCEL, MB_YESNO, MB_YESNOCANCEL};
+constexpr UINT kIcons[] = {0, MB_ICONINFORMATION, MB_ICONQUESTION, MB_ICONEXCLAMATION, MB_ICONERROR};
 
 constexpr std::size_t kLongestName = 32768;
 constexpr DWORD kStyle = OFN_EXPLORER | OFN_ENABLESIZING | OFN_NOCHANGEDIR | OFN_PATHMUSTEXIST;
@@ -60,7 +63,28 @@ std::wstring TitleOf(HWND window) {
   return title;
 }
 
+constexpr UINT kCloseAll = 18;  // HH_CLOSE_ALL
+
 }  // namespace
+
+ui::Answer MessagePrompts::Ask(const ui::Prompt& prompt) {
+  const NativeToolkit::Modal modal(toolkit_);
+  const UINT style =
+      kButtons[static_cast<int>(prompt.buttons)] | kIcons[static_cast<int>(prompt.icon)] | MB_SETFOREGROUND;
+  switch (MessageBoxW(modal.Owner(), Wide(prompt.text).c_str(), Wide(prompt.title).c_str(), style)) {
+    case IDOK:
+      return ui::Answer::kOk;
+    case IDYES:
+      return ui::Answer::kYes;
+    case IDNO:
+      return ui::Answer::kNo;
+    default:
+      break;
+  }
+  // Closed, or the system could not show it: the answer that changes nothing.
+  if (prompt.buttons == ui::Buttons::kOk) return ui::Answer::kOk;
+  return prompt.buttons == ui::Buttons::kYesNo ? ui::Answer::kNo : ui::Answer::kCancel;
+}
 
 std::optional<std::string> SaveDialog::AskSaveFile(const ui::SaveRequest& request) {
   std::wstring filter = Wide(request.filter);
@@ -99,6 +123,24 @@ std::optional<std::string> SaveDialog::AskSaveFile(const ui::SaveRequest& reques
     throw base::Error("The dialog for saving a file could not be shown (" + std::to_string(fault) + ")");
   }
   return std::nullopt;
+}
+
+HtmlHelpViewer::~HtmlHelpViewer() {
+  if (entry_) entry_(nullptr, nullptr, kCloseAll, 0);
+}
+
+// The library is never freed: its windows have a thread of their own, which may still run its code.
+HtmlHelpViewer::Entry HtmlHelpViewer::Load() {
+  const HMODULE library = LoadLibraryExW(L"hhctrl.ocx", nullptr, LOAD_LIBRARY_SEARCH_SYSTEM32);
+  return library ? std::bit_cast<Entry>(GetProcAddress(library, "HtmlHelpW")) : nullptr;
+}
+
+shell::HelpOutcome HtmlHelpViewer::Show(const std::string& target, unsigned command, int topic) {
+  if (!FileExists(target.substr(0, target.rfind('>')))) return shell::HelpOutcome::kNoFile;
+  if (!entry_) entry_ = Load();
+  const bool opened =
+      entry_ && entry_(nullptr, Wide(target).c_str(), command, static_cast<DWORD_PTR>(topic)) != nullptr;
+  return opened ? shell::HelpOutcome::kOpened : shell::HelpOutcome::kNoViewer;
 }
 
 }  // namespace win32

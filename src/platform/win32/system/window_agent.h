@@ -1,8 +1,10 @@
-// Looks at windows of any process and brings them to the front, by the system's own means. The mark of a
+// What the window agent asks of the system: named sections of the paging file, seen by all programs of the
+// user's session, and windows of any process, which are looked at and brought to the front. The mark of a
 // window is a property of it, which ends with the window.
 #pragma once
 
 #include "plugin/desktop_windows.h"
+#include "plugin/shared_memory.h"
 
 namespace win32 {
 
@@ -14,6 +16,15 @@ class NativeDesktop : public plugin::DesktopWindows {
   void SetTopmost(std::int32_t window, bool topmost) override;
   void RaiseLoading(std::int32_t window) override;
   void Activate(std::int32_t window) override;
+};
+
+class PagedMemory : public plugin::SharedMemory {
+ public:
+  std::unique_ptr<plugin::SharedSection> Open(std::int32_t size, const std::string& name) override;
+  bool Denied() const override { return denied_; }
+
+ private:
+  bool denied_ = false;
 };
 
 }  // namespace win32

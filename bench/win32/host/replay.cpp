@@ -1,4 +1,4 @@
-#include "simulator/win32/replay.h"
+#include "bench/win32/host/replay.h"
 
 #include <chrono>
 #include <fstream>
@@ -12,7 +12,7 @@
 #include "base/error.h"
 #include "platform/win32/com/com_object.h"
 #include "platform/win32/com/com_server.h"
-#include "platform/win32/system/system_error.h"
+#include "platform/win32/system/text.h"
 #include "simulator/call_trace.h"
 
 namespace simhost {

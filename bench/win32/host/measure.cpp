@@ -1,4 +1,4 @@
-#include "simulator/win32/measure.h"
+#include "bench/win32/host/measure.h"
 
 #include <fmt/format.h>
 #include <windows.h>

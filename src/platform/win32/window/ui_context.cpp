@@ -1,8 +1,13 @@
-#include "platform/win32/window/accessible_names.h"
+#include "platform/win32/window/ui_context.h"
 
 // After windows.h, which they need.
 #include <objbase.h>
 #include <oleacc.h>
+
+#include <algorithm>
+#include <ranges>
+
+#include "platform/win32/window/window_native.h"
 
 namespace win32 {
 namespace {
@@ -35,6 +40,27 @@ void AccessibleNames::Set(HWND control, const std::wstring& name) {
              SUCCEEDED(services_->SetHwndPropStr(control, kClient, CHILDID_SELF, kName, name.c_str()))) {
     named_.insert(control);
   }
+}
+
+NativeWindow* UiContext::FrontWindow() const {
+  const auto visible = [](const NativeWindow* window) { return IsWindowVisible(window->Window()) != FALSE; };
+  const auto fromFront = std::views::reverse(windows);
+  const auto found = std::ranges::find_if(fromFront, visible);
+  return found == fromFront.end() ? nullptr : *found;
+}
+
+Look& UiContext::LookFor(int dpi) { return looks.try_emplace(dpi, face, dpi).first->second; }
+
+void UiContext::RenewFonts() {
+  bool changed = false;
+  for (auto& [dpi, look] : looks) changed = look.font.Renew(face) || changed;
+  if (!changed) return;
+  for (const NativeWindow* window : windows) window->Form().FontChanged();
+}
+
+void UiContext::UpdateEnabled() {
+  const auto all = windows;  // in another order when one of them comes to the front meanwhile
+  for (NativeWindow* window : all) window->UpdateEnabled();
 }
 
 }  // namespace win32
