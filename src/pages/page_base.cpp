@@ -40,6 +40,7 @@ void PageBase::ShowValue() {
   Guarded("FillValue", [this] {
     changed_ = false;
     for (const auto& step : std::exchange(steps_, {})) step();
+    for (auto& [box, text] : given_) text = box->Text();
     context_.flags.lastFilledPage = pageNumber_;
   });
 }
@@ -47,6 +48,10 @@ void PageBase::ShowValue() {
 bool PageBase::WriteValue() {
   bool written = false;
   return Guarded("WriteValue", [&] { written = Write(); }) && written;
+}
+
+void PageBase::EndWriteValue() {
+  if (std::exchange(changed_, false)) Saved();
 }
 
 void PageBase::RefreshPage() {
@@ -85,8 +90,9 @@ const ui::Control* PageBase::FindControl(std::string_view pageClass, std::string
 
 void PageBase::Watch(ui::TextBox& box) {
   box.onChange = [this] { MarkChanged(); };
-  box.onLeave = [this, &box] {
-    return shell::IsValidNumber(context_.platform.prompts, context_.settings, box.Text());
+  box.onLeave = [this, &box, &given = given_[&box]] {
+    return box.Text() == given ||
+           shell::IsValidNumber(context_.platform.prompts, context_.settings, box.Text());
   };
 }
 

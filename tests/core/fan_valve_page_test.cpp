@@ -6,22 +6,6 @@ struct FanValveTest : tests::ToolTest {
   bool Enabled(const std::string& name) { return AllUsable("fFanValve." + name); }
 };
 
-TEST_F(FanValveTest, BoxesAreShownAndSaved) {
-  Open(tests::kAssigned);
-  const tests::BoxCase cases[] = {
-      {"txtHeat", 23, "UCPTheatValveDriveTime", 1, "61.5", "61.5"},
-      {"txtCool", 24, "UCPTcoolValveDriveTime", 1, "62", "62.0"},
-      {"txtMinHeatValue", 25, "UCPTheatValveMinPos", 3, "11", "11.000"},
-      {"txtCoolValue", 26, "UCPTcoolValveMinPos", 3, "12.5", "12.500"},
-      {"txtFanPeriod", 22, "UCPTminFanOnOffPeriod", 0, "7", "7"},
-      {"txtFanSpeed", 28, "UCPTminFanSpeed", 3, "33", "33.000"},
-      {"txtThresHold", 29, "UCPTfanCurrentThreshold", 1, "1.5", "1.5"},
-  };
-  Unlock("fFanValve");  // a disabled box is written all the same
-  TypeInto("fFanValve", cases);
-  ApplyAndCheck(cases);
-}
-
 TEST_F(FanValveTest, ControlsFollowTheChosenFunctionsBeforeTheyAreSaved) {
   Open(tests::kUnassigned);
   const tests::Groups groups = {{"heat time", "txtHeat lblHeatSec"}, {"cool time", "txtCool"},

@@ -130,6 +130,38 @@ TEST_F(ToolTest, LocationIsShownFilledInAndWritten) {
   Type("txtLocation", "Roof, bay 4");
   Click("cmdApply");
   EXPECT_EQ(building.StoredText(tests::kUnassigned, "NodeObject", 2, "SCPTlocation"), "Roof, bay 4");
+  Type("txtLocation", "Roof, bay 5");
+  for (const std::string button : {"Apply", "OK"}) {
+    building.Faults().Fail({.member = "Property.Value", .text = "too long"});
+    Click("cmd" + button);
+    EXPECT_EQ(Messages()[Messages().size() - 2].find(button + "/Main: SCPTlocation: too long"), 0u);
+    EXPECT_EQ(LastMessage(), button + "/Main: The configuration settings were not applied");
+    EXPECT_TRUE(Main().Visible());
+    EXPECT_EQ(Text("txtLocation"), "Roof, bay 5");
+  }
+}
+
+TEST_F(ToolTest, WhatCouldBeReadAgainIsShownButAnotherUnitOnlyByAllPages) {
+  Open(tests::kAssigned);
+  const std::string before = Text(kBox);
+  const std::string heartbeat = "fNetworkInput.txtnvi(0)";
+  for (const char* box : {kBox, heartbeat.c_str()}) Type(box, "77");
+  building.Faults().Fail({.member = "NetworkVariable.MvFormatType"});
+  Find<ui::OptionButton>("optUnit(1)").Click();
+  EXPECT_EQ(
+      LastMessage(),
+      "Unit/Main: The values of the device could not be read again. The pages show what they did before.");
+  EXPECT_TRUE(Find<ui::OptionButton>("optUnit(0)").Selected());
+  EXPECT_EQ(Text(kBox) + Text(heartbeat), "7777");
+  building.Faults().Fail({.member = "NetworkVariable.MvFormatType"});
+  Click("cmdRefresh");
+  EXPECT_EQ(LastMessage(),
+            "Refresh/Main: Could not be read again and show what they did before: Network Input");
+  EXPECT_EQ(Text(kBox) + Text(heartbeat), before + "77");
+  EXPECT_TRUE(Main().Pages().FindPage("fNetworkInput")->IsChanged());
+  building.Faults().Fail({.member = "Network.BeginTransaction", .once = false});
+  Click("cmdRefresh");
+  EXPECT_NE(LastMessage().find(": Inputs, Outputs, "), std::string::npos) << LastMessage();
 }
 
 TEST_F(ToolTest, ALocationThatTheDeviceRefusesIsToldButDoesNotKeepTheInstallerOut) {

@@ -2,11 +2,6 @@
 
 namespace {
 
-constexpr const char* kVariables[] = {
-    "nvoSpaceTemp",   "nvoTerminalLoad", "nvoTermLoadInAvg", "nvoEconoEnable", "nvoEffectSetPt",
-    "nvoOccState",    "nvoCtrlOutput1",  "nvoCtrlOutput2",   "nvoCtrlOutput3", "nvoCtrlOutput4",
-    "nvoCtrlOutput5", "nvoCtrlOutput6",  "nvoCtrlOutput7",   "nvoFanSpeed",    "nvoUnitStatus"};
-
 struct NetworkOutputsTest : tests::ToolTest {
   static std::string Box(const char* name, std::size_t i) {
     return "fNetworkOutput." + std::string(name) + "(" + std::to_string(i) + ")";
@@ -14,33 +9,9 @@ struct NetworkOutputsTest : tests::ToolTest {
   std::string StoredOf(const std::string& variable, int number, const char* format) {
     return building.StoredText(device, "RoofTopObject/" + variable, number, format);
   }
-  std::string OfNode(int number, const char* format) {
-    return building.StoredText(device, "NodeObject", number, format);
-  }
 
   const char* device = tests::kAssigned;
 };
-
-TEST_F(NetworkOutputsTest, EveryBoxStoresItsOwnProperty) {
-  Open(device);
-  for (std::size_t i = 0; i < 15; ++i) Type(Box("txtNvo", i), std::to_string(200 + i));
-  for (std::size_t i = 0; i < 3; ++i) Type(Box("txtDelta", i), std::to_string(2 + i));
-  for (std::size_t i = 6; i < 15; ++i) Type(Box("txtOutput", i), std::to_string(20 + i));
-  Type("fNetworkOutput.txtnciSndHrtBt", "300");
-  Type("fNetworkOutput.txtnciMinSendTime", "0.7");
-  Click("cmdApply");
-  EXPECT_EQ(LastMessage(), tests::kApplied);
-  for (std::size_t i = 0; i < 15; ++i) {
-    EXPECT_EQ(StoredOf(kVariables[i], 1, "SCPTmaxSendTime"), std::to_string(200 + i) + ".0") << kVariables[i];
-    if (i < 6) continue;
-    EXPECT_EQ(StoredOf(kVariables[i], 2, "SCPTminSendTime"), std::to_string(20 + i) + ".0") << kVariables[i];
-  }
-  EXPECT_EQ(StoredOf("nvoSpaceTemp", 2, "SCPTminDeltaTemp#SI"), "2.00");
-  EXPECT_EQ(StoredOf("nvoTerminalLoad", 2, "SNVT_lev_percent"), "3.000");
-  EXPECT_EQ(StoredOf("nvoTermLoadInAvg", 2, "SNVT_lev_percent"), "4.000");
-  EXPECT_EQ(OfNode(3, "SCPTmaxSendTime"), "300.0");
-  EXPECT_EQ(OfNode(4, "SCPTminSendTime"), "0.7");
-}
 
 TEST_F(NetworkOutputsTest, OnlyTheTemperatureDeltaFollowsTheUnitSystem) {
   Open(device);

@@ -338,6 +338,21 @@ TEST_F(OutputsTest, TheFirstOverrideValueIsANumberOfTheUser) {
   EXPECT_EQ(page.Find("txtValue(6)")->Text(), "0.0");
   EXPECT_TRUE(dynamic_cast<ui::ListBox&>(*page.Find("cboOutput(6)")).Choose("FAN_SPEED_MOD"));
   EXPECT_EQ(page.Find("txtValue(6)")->Text(), "0,0");
+
+  // The building writes points all the same: what it gave may be left, what was typed has to be a number.
+  for (std::size_t i = 0; i < other.Window()->Pages().Count(); ++i) {
+    for (ui::Control* control : other.Window()->Pages().Page(i).Controls()) {
+      auto* box = dynamic_cast<ui::TextBox*>(control);
+      if (!box || !box->Enter()) continue;
+      EXPECT_TRUE(box->Leave()) << box->Name();
+    }
+  }
+  EXPECT_TRUE(prompts.asked.empty());
+  auto& box = dynamic_cast<ui::TextBox&>(*other.Window()->Pages().FindPage("fPID")->Find("txtPIDTemp(0)"));
+  for (const auto& [typed, accepted] : {std::pair{"7.5", false}, {"7,5", true}}) {
+    box.Type(typed);
+    EXPECT_EQ(box.Leave(), accepted) << typed;
+  }
 }
 
 TEST(NewerDevice, KeepsAFunctionThatTheToolDoesNotKnow) {

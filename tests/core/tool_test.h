@@ -14,16 +14,6 @@ namespace tests {
 /// What a save says that went well.
 constexpr const char* kApplied = "Apply/Main: The configuration settings were applied successfully";
 
-/// A box that shows one property of the rooftop object, what is typed into it, and what is stored then.
-struct BoxCase {
-  const char* box;
-  int number;
-  const char* format;
-  int precision;
-  const char* typed;
-  const char* stored;
-};
-
 /// Controls and arrays of a page that can be used or not together: what they are for, and their names.
 using Groups = std::vector<std::pair<std::string, std::string>>;
 
@@ -60,22 +50,6 @@ struct ToolTest : testing::Test, Tool {
       EXPECT_EQ(Usable(page, groups), step.usable) << "when shown";
       Click("cmdApply");
       EXPECT_EQ(Usable(page, groups), step.usable) << "when read again";
-    }
-  }
-
-  /// Each box shows what the device holds, and takes what is typed.
-  void TypeInto(const std::string& page, std::span<const BoxCase> cases) {
-    for (const BoxCase& item : cases) {
-      EXPECT_EQ(Text(page + "." + item.box), Stored(kAssigned, item.number, item.format, item.precision))
-          << item.box;
-      Type(page + "." + item.box, item.typed);
-    }
-  }
-  void ApplyAndCheck(std::span<const BoxCase> cases) {
-    Click("cmdApply");
-    EXPECT_EQ(LastMessage(), kApplied);
-    for (const BoxCase& item : cases) {
-      EXPECT_EQ(Stored(kAssigned, item.number, item.format, item.precision), item.stored) << item.box;
     }
   }
 };

@@ -34,7 +34,6 @@ fFanValve::fFanValve(const shell::PageContext& context, int helpTopic)
   Watch(optState);
   Watch(chkFan);
   BuildLayout();
-  ReInitializeStrings();
 }
 
 void fFanValve::BuildLayout() {

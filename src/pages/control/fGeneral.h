@@ -22,6 +22,7 @@ class fGeneral final : public ControlPage {
   void InitStrings() override;
   void Fill() override;
   bool Write() override;
+  void Saved() override;
   void BuildLayout();
   void SetUnitLabels();
 

@@ -16,6 +16,7 @@ class fOptions final : public ControlPage {
   void InitStrings() override;
   void Fill() override;
   bool Write() override;
+  void Saved() override;
   void BuildLayout();
   void WatchCycle();
   void EnableGroups();

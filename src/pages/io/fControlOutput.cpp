@@ -32,7 +32,6 @@ fControlOutput::fControlOutput(const shell::PageContext& context, int helpTopic)
     : PageBase("fControlOutput", "Hardware Output", 2, helpTopic, context) {
   for (std::size_t i = 0; i < kOutputCount; ++i) ConnectHandlers(i);
   BuildLayout();
-  ReInitializeStrings();
 }
 
 void fControlOutput::ConnectHandlers(std::size_t i) {
@@ -266,7 +265,7 @@ void fControlOutput::Configure(std::size_t i) {
   dialog_->Index = static_cast<int>(i) + 1;
   dialog_->OutputSignal = SignalType(i);
   dialog_->Open();
-  if (dialog_->LeftAsItWas()) return;
+  if (!dialog_->MayHaveWritten()) return;
   const bool local = chkOutput[i].Checked();
   CheckHardware(i, SignalFor(i, functions_[i]));
   if (chkOutput[i].Checked() != local) Touch(i);
