@@ -44,22 +44,4 @@ TEST_F(GeneralTest, DamperPositionsMustBeInOrderWhileThereIsADamper) {
   EXPECT_EQ(Stored(tests::kAssigned, 27, "UCPTminOutdoorAir", 1), "21.0");
 }
 
-TEST_F(GeneralTest, GroupsFollowTheChosenFunctions) {
-  const tests::Groups groups = {
-      {"damper", "txtOutdoor"},           {"pressure", "txtDuctPressure"},
-      {"humidity off", "txtHumidityMin"}, {"emergency", "optEmergency"},
-      {"temperature", "optTemp"},         {"free cooling", "fraMix fraCo2 fraEcono"},
-      {"humidity", "txtHumidity"},        {"bypass", "txtBypassTime"}};
-  using enum tests::Connector;
-  const tests::FunctionStep steps[] = {
-      {{}, "bypass"},
-      {{{kOutput, 1, "FRESH_AIR_DAMPER_MOD"}}, "damper, free cooling, bypass"},
-      {{{kOutput, 2, "BYPASS_DAMPER_MOD"}}, "damper, pressure, free cooling, bypass"},
-      {{{kOutput, 3, "HUMIDIFIER_ON_OFF"}}, "damper, pressure, humidity off, free cooling, humidity, bypass"},
-      {{{kInput, 4, "EMERGENCY_CONTACT"}, {kInput, 5, "RETURN_TEMP"}},
-       "damper, pressure, humidity off, emergency, temperature, free cooling, humidity, bypass"}};
-  Open(tests::kUnassigned);
-  CheckSteps("fGeneral", groups, steps);
-}
-
 }  // namespace

@@ -125,9 +125,7 @@ TEST_F(HeatCoolTest, ASupplyBoxIsRefusedOnceEachTimeItIsEntered) {
 
 TEST_F(HeatCoolTest, AnEmptyOptionRecordLeavesOnlyTheOptionsOut) {
   tests::FailurePlan plan;
-  throughHost = [&plan](std::string_view, const automation::Object& object) {
-    return tests::FaultyTarget::Wrap(plan, object);
-  };
+  throughHost = tests::FailingBy(plan);
   OpenPage(tests::kAssigned, "fHeatCool");
   shell::ISubForm& page = *Main().Pages().FindPage("fHeatCool");
   plan.Arm(tests::Failure::kEmptyText, {}, false);
@@ -145,33 +143,6 @@ TEST_F(HeatCoolTest, AnEmptyOptionRecordLeavesOnlyTheOptionsOut) {
   EXPECT_EQ(LastMessage(), tests::kApplied);
   EXPECT_EQ(Stored(tests::kAssigned, 48, "UCPTobjectOptions", 0), options);
   EXPECT_TRUE(Find(Page("chkMechAndEco")).Enabled()) << "the record could be read again";
-}
-
-TEST_F(HeatCoolTest, ControlsFollowTheFunctionsWhetherChosenShownOrStored) {
-  Open(tests::kUnassigned);
-  const tests::Groups groups = {
-      {"stage", "chkHeatStage"},
-      {"cooling", "txtCoolOn lblCoolOn lblSec(0) txtCoolOFF lblCoolOFF lblSec(1)"},
-      {"mechanical", "txtMechCoolLL lblMechCool lblUnits(9) fraMech"},
-      {"heating", "txtminHeatPeriod lblHeat lblHeatUnit"},
-      {"reversing", "FrameRversingValve OptionNormallyCool OptionNormallyHeat"},
-      {"others", "txtSetPoint txtMechCoolDelay chkMechAndEco txtMaxDischHeat txtMinDischCool"}};
-  using enum tests::Connector;
-  const tests::FunctionStep steps[] = {
-      {{}, "others"},
-      {{{kOutput, 1, "HEATING_1"}}, "heating, others"},
-      {{{kOutput, 2, "HEATING_MOD"}}, "stage, heating, others"},
-      {{{kOutput, 1, "HEAT_VALVE_OPEN"}, {kOutput, 3, "HEAT_VALVE_CLOSE"}}, "others"},
-      {{{kOutput, 7, "HEAT_COOL_VALVE_MOD"}}, "mechanical, others"},
-      {{{kOutput, 7, "COOLING_VALVE_MOD"}}, "mechanical, others"},
-      {{{kOutput, 7, "COOLING_1"}}, "cooling, mechanical, others"},
-      {{{kOutput, 6, "REVERSING_VALVE"}}, "cooling, mechanical, reversing, others"},
-      {{{kOutput, 6, "UNASSIGNED"}, {kOutput, 7, "FRESH_AIR_DAMPER_MOD"}}, "others"}};
-  CheckSteps("fHeatCool", groups, steps);
-  Find(Page("txtCoolOn")).SetText("181");
-  Type(Page("txtChngeOverDelay"), "16");
-  EXPECT_EQ(Apply(), Log{tests::kApplied});
-  EXPECT_EQ(Stored(tests::kUnassigned, 18, "UCPTminCoolOnPeriod", 0), "181") << "disabled, yet written";
 }
 
 }  // namespace

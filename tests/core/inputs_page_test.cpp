@@ -122,9 +122,7 @@ TEST_F(InputsTest, CancelTakesTheChoiceBackAndAFailureIsTold) {
 
 TEST_F(InputsTest, AHostThatNamesNoSensorOrSignalIsToldAndTheChoiceTakenBack) {
   tests::FailurePlan plan;
-  throughHost = [&plan](std::string_view, const automation::Object& object) {
-    return tests::FaultyTarget::Wrap(plan, object);
-  };
+  throughHost = tests::FailingBy(plan);
   Open(device);
   AssignOutput(2, "HEATING_1");
   plan.Arm(tests::Failure::kEmptyText, {1}, true);
@@ -204,6 +202,7 @@ TEST_F(InputsTest, TheSensorDialogWritesAllOrNothing) {
     EXPECT_EQ(LastMessage() == kCanceled, !item.closed) << item.what << ": " << LastMessage();
   }
   EXPECT_EQ(prompts.asked.back().text, "An error as occured while writing the value in the database");
+  EXPECT_EQ(prompts.asked.back().icon, ui::Icon::kInformation);
 }
 
 TEST_F(InputsTest, ApplyThenCancelIsCanceledAndShowsWhatWasWritten) {

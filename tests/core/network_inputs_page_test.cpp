@@ -1,6 +1,4 @@
 #include <algorithm>
-#include <chrono>
-#include <thread>
 
 #include "base/record.h"
 #include "faulty_host.h"
@@ -113,9 +111,7 @@ TEST_F(NetworkInputsTest, ATypeWithAScopeIsTheOneWithoutIt) {
   device = tests::kPressure;
   tests::FailurePlan plan;
   plan.otherText = "SNVT_occupancy 8000AB.SNVT_tod_event";
-  throughHost = [&plan](std::string_view, const automation::Object& object) {
-    return tests::FaultyTarget::Wrap(plan, object);
-  };
+  throughHost = tests::FailingBy(plan);
   Open(device);
   plan.Arm(tests::Failure::kOtherText, {1}, false);  // what nviOccCmd allows
   InDialog([&] {
@@ -182,13 +178,6 @@ TEST_F(NetworkInputsTest, ATextThatIsNoNumberKeepsTheFocus) {
     ASSERT_EQ(prompts.asked.size(), 1u) << name;
     EXPECT_EQ(prompts.asked[0].text, "Invalid value for this field");
   }
-}
-
-TEST_F(NetworkInputsTest, TheDialogFollowsALanguageChosenElsewhere) {
-  Open(device);
-  std::this_thread::sleep_for(std::chrono::seconds(1));  // the component counts in seconds
-  building.Language().Put("Language", "French");
-  InDialog([this] { EXPECT_EQ(In<ui::Button>("cmdCancel").Text(), "Annuler"); });
 }
 
 }  // namespace

@@ -76,9 +76,7 @@ TEST_F(OptionsTest, TheChangeoverDemandIsStoredDoubledAndRounded) {
 
 TEST_F(OptionsTest, AValueThatCannotBeShownIsNamed) {
   tests::FailurePlan plan;
-  throughHost = [&plan](std::string_view, const automation::Object& object) {
-    return tests::FaultyTarget::Wrap(plan, object);
-  };
+  throughHost = tests::FailingBy(plan);
   Open(tests::kAssigned);
   shell::ISubForm& page = *Main().Pages().FindPage("fOptions");
   plan.Arm(tests::Failure::kOtherText, {}, false);

@@ -265,8 +265,31 @@ TEST_F(StoredFields, AreShownInTheirFormatAndDecimals) {
       for (std::size_t i = 0; i < names.size(); ++i)
         EXPECT_EQ(Text(names[i]), record.Field(boxes.place + i)) << names[i];
     }
-    EXPECT_EQ(Text("fOptions.txtMaxOffset"), imperial ? "3.60" : "2.00");  // 2 K
+    // Half a kelvin and one percent, two kelvins.
+    EXPECT_EQ(Text("fNetworkOutput.txtDelta(0)") + " " + Text("fNetworkOutput.txtDelta(1)"),
+              imperial ? "0.90 1.000" : "0.50 1.000");
+    EXPECT_EQ(Text("fOptions.txtMaxOffset"), imperial ? "3.60" : "2.00");
   }
+  for (const char* box :
+       {"fNetworkOutput.txtDelta(0)", "fNetworkOutput.txtDelta(2)", "fOptions.txtMaxOffset"})
+    Type(box, "1.8");
+  Click("cmdApply");
+  EXPECT_EQ(building.StoredText(kDevice, "RoofTopObject/nvoSpaceTemp", 2, "SCPTminDeltaTemp#SI"), "1.00");
+  EXPECT_EQ(building.StoredText(kDevice, "RoofTopObject/nvoTermLoadInAvg", 2, "SNVT_lev_percent"), "1.800");
+  EXPECT_EQ(Stored(kDevice, 47, "UCPTweightAvgMaxInOffset", 2), "1.00");
+}
+
+TEST_F(StoredFields, ARefreshOfAPageDropsEditsOnlyWhenThereAreSome) {
+  Open(kDevice);
+  shell::ISubForm& page = *Main().Pages().FindPage("fPID");
+  const std::string stored = Text("fPID.txtPIDTemp(2)");
+  const auto calls = building.Faults().Total();
+  page.RefreshPage();
+  EXPECT_EQ(building.Faults().Total(), calls) << "nothing to read";
+  Type("fPID.txtPIDTemp(2)", "99");
+  page.RefreshPage();
+  EXPECT_EQ(Text("fPID.txtPIDTemp(2)"), stored);
+  EXPECT_FALSE(page.IsChanged());
 }
 
 }  // namespace
