@@ -46,7 +46,7 @@ class NetworkVariable {
 
   /// Its type in the device, with a scope prefix where the host gives one.
   std::string Type() const;
-  /// The types that it can be given, without scope prefixes; may be empty.
+  /// The types that it can be given, as the host names them; may be empty.
   std::vector<std::string> AllowedTypes() const;
   /// Gives it another type and notes that in the journal, while it is open. `control` is where it was chosen.
   void ChangeType(std::string_view type, std::string_view control = {});
@@ -98,8 +98,12 @@ struct DeviceObjects {
   std::array<VariableCollection, kOutputs + 1> OutputVariables;
   // Entry k names the variable that carries output k + 1.
   std::array<std::string, kOutputs> ControlOutputNames;
-  bool IsImperial = false;           // false: metric ("#SI") formats, true: imperial ("#US")
-  bool OccupancyIsStandard = false;  // "nviOccCmd" is of type "SNVT_occupancy"
+  bool IsImperial = false;  // false: metric ("#SI") formats, true: imperial ("#US")
+  // "nviOccCmd" is of type "SNVT_occupancy". By the type's name when the tree is loaded; by the number of its
+  // type when the options page is filled, which says the opposite; and by the name again when the network
+  // inputs page is filled, which comes after it, and with each type chosen there. So the name wins, but for
+  // an options page that is filled alone.
+  bool OccupancyIsStandard = false;
 };
 
 /// Fills the tree from the host's object server; the unit flag is left as it is. What is written through the

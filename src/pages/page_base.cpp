@@ -41,6 +41,7 @@ void PageBase::ShowValue() {
   Guarded("FillValue", [this] {
     changed_ = false;
     for (const auto& step : std::exchange(steps_, {})) step();
+    for (auto& [box, text] : given_) text = box->Text();
     context_.flags.lastFilledPage = pageNumber_;
   });
   if (onFill) onFill(false);
@@ -63,6 +64,10 @@ std::vector<fields::Field> PageBase::ListFields(const fields::Translate& transla
     if (known != sources_.end()) field.source = known->second;
   }
   return fields;
+}
+
+void PageBase::EndWriteValue() {
+  if (std::exchange(changed_, false)) Saved();
 }
 
 void PageBase::RefreshPage() {
@@ -102,8 +107,9 @@ const ui::Control* PageBase::FindControl(std::string_view pageClass, std::string
 
 void PageBase::Watch(ui::TextBox& box) {
   box.onChange = [this] { MarkChanged(); };
-  box.onLeave = [this, &box] {
-    return shell::IsValidNumber(context_.platform.prompts, context_.settings, box.Text());
+  box.onLeave = [this, &box, &given = given_[&box]] {
+    return box.Text() == given ||
+           shell::IsValidNumber(context_.platform.prompts, context_.settings, box.Text());
   };
 }
 

@@ -23,7 +23,7 @@ constexpr std::string_view FlagText(bool flag) { return flag ? "1" : "0"; }
 class PageBase : public shell::ISubForm {
  public:
   bool IsChanged() final { return changed_; }
-  void EndWriteValue() final { changed_ = false; }
+  void EndWriteValue() final;
   int HelpIndex() final { return helpTopic_; }
   /// Drops unsaved edits by filling again; a page without edits is left as it is.
   void RefreshPage() final;
@@ -45,6 +45,8 @@ class PageBase : public shell::ISubForm {
   virtual void Fill() = 0;
   /// Answers whether the page's rules passed; a rule that fails reports itself.
   virtual bool Write() = 0;
+  /// What Write has written of an edited page is in the device now.
+  virtual void Saved() {}
 
   /// Nothing is edited any more: what the page keeps beside its controls is as after a fill.
   virtual void DropEdits() {}
@@ -105,7 +107,8 @@ class PageBase : public shell::ISubForm {
   /// no.
   bool Guarded(std::string_view routine, const std::function<void()>& work);
 
-  /// Edits mark the page changed; leaving the box checks that it holds a number.
+  /// Edits mark the page changed; leaving the box checks that it holds a number, or what the device gave: a
+  /// host may write its numbers in another notation than the user's.
   void Watch(ui::TextBox& box);
   /// A click marks the page changed.
   template <class T>
@@ -126,6 +129,7 @@ class PageBase : public shell::ISubForm {
   bool changed_ = false;
   std::vector<std::function<void()>> steps_;
   std::map<const ui::Control*, std::string> sources_;
+  std::map<const ui::TextBox*, std::string> given_;  // what each watched box showed after the last fill
 };
 
 inline void Enable(ui::Control& control, bool enabled) { control.SetEnabled(enabled); }

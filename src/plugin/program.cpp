@@ -141,7 +141,7 @@ shell::fMain& Program::MakeWindow(const std::string& device, const std::string& 
   window_ = std::exchange(prepared_, nullptr);
   openDevice_ = device;
   openName_ = name;
-  if (window_->Pages().Count() > 0) window_->ReInitializeStrings();
+  if (window_->Pages().Count() > 0) window_->InitStrings();  // those of the pages come with their values
   for (const Noted& note : std::exchange(notes_, {})) {
     window_->AddMessage(note.message, note.routine, "OVXPlugInAPI", logger::kError);
   }

@@ -163,6 +163,10 @@ void fMain::ReInitializeStrings() {
   InitStrings();
   const Strings::Hold hold(strings_);
   pages_.ReInitializeStrings();
+  ListPages();
+}
+
+void fMain::ListPages() {
   std::vector<ui::ListView::Row> rows;
   for (std::size_t i = 0; i < pages_.Count(); ++i) {
     const PageEntry& entry = pages_.Table()[i];
@@ -189,30 +193,43 @@ void fMain::RunModal(ui::Window& dialog) {
   Command("RunModal", [&] {
     if (platform_.toolkit && !dialog.GetWindowPeer()) platform_.toolkit->Realize(dialog);
     dialog.Show();
+    dialogWaits_ = true;
     platform_.loop.RunUntil([&dialog] { return !dialog.Visible(); });
   });
+  dialogWaits_ = false;
 }
 
 SaveResult fMain::InTransaction(std::string_view routine, std::string_view location,
                                 const std::function<bool()>& work) {
   SaveResult result = SaveResult::kCancelled;
-  Command(routine, [&] {
-    const ui::WaitPointer pointer(platform_.loop);
-    try {
-      host::Transaction transaction(transactions_);
-      if (work() && !flags_.sessionEnds) {
-        result = SaveResult::kUnknown;  // until the host has answered
-        transaction.Commit();
-        result = SaveResult::kCommitted;
-      } else {
-        transaction.Cancel();
-      }
-    } catch (const std::exception& error) {
-      AddMessage(DescribeError(error), routine, location, logger::kError);
-    }
-    result = ReportSave(context_, result, routine, location).result;
-  });
+  const auto transact = [&] { result = Transact(routine, location, work); };
+  if (!std::exchange(dialogWaits_, false)) {
+    Command(routine, transact);
+    return result;
+  }
+  transact();  // part of the command that shows the dialog
+  dialogWaits_ = true;
   return result;
+}
+
+SaveResult fMain::Transact(std::string_view routine, std::string_view location,
+                           const std::function<bool()>& work) {
+  const ui::WaitPointer pointer(platform_.loop);
+  SaveResult result = SaveResult::kCancelled;
+  try {
+    host::Transaction transaction(transactions_);
+    if (work() && !flags_.sessionEnds) {
+      result = SaveResult::kUnknown;  // until the host has answered
+      transaction.Commit();
+      result = SaveResult::kCommitted;
+    } else {
+      transaction.Cancel();
+    }
+  } catch (const std::exception& error) {
+    AddMessage(DescribeError(error), routine, location, logger::kError);
+  }
+  // Without an entry there is nothing to judge a lost answer by.
+  return journal_.Entries().empty() ? result : ReportSave(context_, result, routine, location).result;
 }
 
 void fMain::CreatePages() {
@@ -249,12 +266,13 @@ void fMain::Load() {
       NamingProperty("nviOccCmd", [this] { host::CheckIfOccupency(device_); });
       LoadLocation();
       if (pages_.Count() == 0) CreatePages();
+      pages_.ReInitializeStrings();
       pages_.LoadAllPages(context_, ProgressObject);
       lblCompany.SetText(settings_.manufacturerName);
       title_ = settings_.title + " - " + device_.Device.Text(host::kName) +
                (blockName_.empty() ? "" : " - " + blockName_);
       SetTitle(WindowTitle());
-      ReInitializeStrings();
+      ListPages();
     } catch (...) {
       tag_ = kRefuseToStart;
       ProgressObject.HideFLoading();
@@ -312,11 +330,18 @@ void fMain::ShowPage(std::size_t index) {
   ShowPending();
 }
 
-void fMain::WriteLocation() {
-  if (!locationChanged_) return;
-  NamingProperty(kLocationFormat,
-                 [this] { device_.NodeProperties[kLocationProperty].WriteText(txtLocation.Text()); });
-  locationChanged_ = false;
+bool fMain::WriteLocation(std::string_view routine) {
+  if (!locationChanged_) return true;
+  try {
+    NamingProperty(kLocationFormat,
+                   [this] { device_.NodeProperties[kLocationProperty].WriteText(txtLocation.Text()); });
+    locationChanged_ = false;
+  } catch (const std::exception& error) {
+    AddMessage(DescribeError(error), routine, kLocation, logger::kError);
+    AddMessage(strings_.GetStrings("The configuration settings were not applied"), routine, kLocation,
+               logger::kError);
+  }
+  return !locationChanged_;
 }
 
 SaveResult fMain::Save(std::string_view routine) {
@@ -345,8 +370,7 @@ bool fMain::CommitEdit() {
 }
 
 void fMain::Ok() {
-  if (!CommitEdit() || !Reviewed()) return;
-  WriteLocation();
+  if (!CommitEdit() || !Reviewed() || !WriteLocation("OK")) return;
   if (pages_.AnyPageChanged()) {
     if (Save("OK") != SaveResult::kCommitted) return;
     AddMessage(strings_.GetStrings("The configuration setting were applied successfully"), "OK", kLocation,
@@ -357,8 +381,7 @@ void fMain::Ok() {
 }
 
 void fMain::Apply() {
-  if (!CommitEdit() || !Reviewed()) return;
-  WriteLocation();
+  if (!CommitEdit() || !Reviewed() || !WriteLocation("Apply")) return;
   if (!pages_.AnyPageChanged()) return;
   if (Save("Apply") != SaveResult::kCommitted) return;
   Refresh("Apply");
@@ -366,14 +389,17 @@ void fMain::Apply() {
              logger::kInformation);
 }
 
-bool fMain::Refresh(std::string_view routine) {
-  const bool read = pages_.RefreshAllPages(context_, ProgressObject);
-  if (!read) {
-    AddMessage(strings_.GetStrings(
-                   "The values of the device could not be read again. The pages show what they did before."),
-               routine, kLocation, logger::kError);
-  }
-  return read;
+bool fMain::Refresh(std::string_view routine, PageSet::Showing showing) {
+  const std::vector<std::string> unread = pages_.RefreshAllPages(context_, ProgressObject, showing);
+  if (unread.empty()) return true;
+  const std::string reason =
+      showing == PageSet::Showing::kAllOrNothing
+          ? strings_.GetStrings(
+                "The values of the device could not be read again. The pages show what they did before.")
+          : strings_.FormatStrings("Could not be read again and show what they did before: %s1%",
+                                   {base::Join(unread, ", ")});
+  AddMessage(reason, routine, kLocation, logger::kError);
+  return false;
 }
 
 void fMain::Help() {
@@ -424,7 +450,7 @@ void fMain::ChooseUnits() {
     return;
   }
   device_.IsImperial = imperial;
-  if (Refresh("Unit")) {
+  if (Refresh("Unit", PageSet::Showing::kAllOrNothing)) {
     changes_.Retell();
     return StoreUnitChoice(platform_.registry, imperial);
   }

@@ -111,8 +111,12 @@ class fMain : public ui::Window, private MessageSink, private PageWork {
   void ConnectHandlers();
   /// Runs one command unless another is under way, and reports its failure.
   void Command(std::string_view routine, const std::function<void()>& work);
+  SaveResult Transact(std::string_view routine, std::string_view location, const std::function<bool()>& work);
 
+  /// Makes the pages, without a caption or value.
   void CreatePages();
+  /// The list of pages, and the names of their boxes, in the language and units in use.
+  void ListPages();
   void Load();
   void LoadLocation();
   void RestoreUnitChoice();
@@ -122,9 +126,11 @@ class fMain : public ui::Window, private MessageSink, private PageWork {
   void Ok();
   void Apply();
   SaveResult Save(std::string_view routine);
-  void WriteLocation();
-  /// Answers whether the pages show what the device holds now; otherwise they are as before.
-  bool Refresh(std::string_view routine);
+  /// Answers whether the device holds the location that is shown; why not, and that nothing was applied, is
+  /// logged.
+  bool WriteLocation(std::string_view routine);
+  /// Answers whether all pages show what the device holds now; those that do not are named in the log.
+  bool Refresh(std::string_view routine, PageSet::Showing showing = PageSet::Showing::kWhatWasRead);
   void Help();
   bool Unsaved();
   /// What keeps the session from ending, in words; empty when nothing does.
@@ -168,6 +174,7 @@ class fMain : public ui::Window, private MessageSink, private PageWork {
   std::string tag_;
   bool activated_ = false;
   bool ending_ = false;
+  bool dialogWaits_ = false;  // a page's dialog is open and nothing else is under way
   bool locationChanged_ = false;
   int blinkCounter_ = 0;  // milliseconds
 

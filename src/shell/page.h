@@ -119,7 +119,8 @@ class PageWork {
   virtual void RunModal(ui::Window& dialog) = 0;
   /// Runs `work` in a host transaction of its own: committed when it answers yes, cancelled otherwise and
   /// when it throws. Every fault is logged with the routine and location. What the device holds decides about
-  /// a commit whose answer was lost, and is told where it is not what was written.
+  /// a commit whose answer was lost, and is told where it is not what was written; what was not written
+  /// through this tool's own objects stays unknown then. A dialog that RunModal shows may ask for it, too.
   virtual SaveResult InTransaction(std::string_view routine, std::string_view location,
                                    const std::function<bool()>& work) = 0;
 };

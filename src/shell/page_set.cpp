@@ -4,6 +4,7 @@
 #include <iterator>
 
 #include "base/error.h"
+#include "base/text.h"
 #include "host/transaction.h"
 #include "logger/message_logger.h"
 
@@ -110,27 +111,31 @@ void PageSet::EndWriteValue() {
   for (const auto& page : pages_) page->EndWriteValue();
 }
 
-bool PageSet::RefreshAllPages(const PageContext& context, fLoading& progress) {
+std::vector<std::string> PageSet::RefreshAllPages(const PageContext& context, fLoading& progress,
+                                                  Showing showing) {
   const ui::WaitPointer pointer(context.platform.loop);
   const auto text = [&context](std::string_view english) { return context.strings.GetStrings(english); };
   const ProgressShown shown(progress, text("Refreshing configuration tool . . ."), text("Now refreshing"),
                             pages_.size());
-  bool allRead = true;
+  std::vector<bool> read(pages_.size());
   try {
     host::Transaction transaction(context.transactions);
     for (std::size_t i = 0; i < pages_.size(); ++i) {
       progress.AdvanceProgressBar(text(table_[i].listCaption));
-      allRead = Read(i) && allRead;
+      read[i] = Read(i);
     }
     transaction.Commit();
   } catch (const std::exception& error) {
     context.messages.AddMessage(DescribeError(error), "RefreshAllPages", "Main", logger::kError);
-    allRead = false;
+    read.assign(pages_.size(), false);
   }
-  if (allRead) {
-    for (std::size_t i = 0; i < pages_.size(); ++i) Show(i);
+  const bool all = std::ranges::find(read, false) == read.end();
+  std::vector<std::string> unread;
+  for (std::size_t i = 0; i < pages_.size(); ++i) {
+    if (!read[i] && table_[i].showsDeviceValues) unread.emplace_back(base::Trim(text(table_[i].listCaption)));
+    if (read[i] && (all || showing == Showing::kWhatWasRead)) Show(i);
   }
-  return allRead;
+  return unread;
 }
 
 bool PageSet::AnyPageChanged() const {

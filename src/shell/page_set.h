@@ -37,9 +37,11 @@ class PageSet : public PageFinder {
   /// A host that refuses to begin, cancel or commit is logged.
   SaveResult SaveAllPages(const PageContext& context, fLoading& progress);
 
-  /// Lets every value page read its values again, and show them when all pages could, which drops unsaved
-  /// edits. Answers whether they could: otherwise every page shows what it did before, and faults are logged.
-  bool RefreshAllPages(const PageContext& context, fLoading& progress);
+  /// Lets every value page read its values again and show them, which drops unsaved edits: those that could
+  /// read, or all of them or none. Answers the captions of those that could not, in the language in use; they
+  /// show what they did before, and faults are logged.
+  enum class Showing { kWhatWasRead, kAllOrNothing };
+  std::vector<std::string> RefreshAllPages(const PageContext& context, fLoading& progress, Showing showing);
 
   bool AnyPageChanged() const;
   /// The fields of all value pages in the order of the table, each page's in tab order, as the pages stand

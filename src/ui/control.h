@@ -47,6 +47,8 @@ class Peer {
   virtual ~Peer() = default;
   virtual void Changed(Control& control, Aspect aspect) = 0;
   virtual void TakeFocus(Control& control) = 0;
+  /// The form has another layout of the same controls.
+  virtual void LayoutChanged() = 0;
 };
 
 class Control {

@@ -18,6 +18,7 @@ void AssignFrames(const Node& node, Frame* around) {
 void Form::SetLayout(Node layout) {
   layout_ = std::move(layout);
   AssignFrames(layout_, nullptr);
+  if (peer_) peer_->LayoutChanged();
 }
 
 Control* Form::Find(std::string_view name) const {

@@ -147,32 +147,6 @@ TEST_F(AllPages, SwitchingUnitsToAndFroMovesNoValueAlsoWhenSaved) {
   EXPECT_EQ(RoofTop(), stored);
 }
 
-// One after the other, so that no two of them can have changed places; 50 last, as a save of the general page
-// takes it back.
-TEST_F(AllPages, EveryOptionHasItsOwnFieldOfTheSharedRecord) {
-  const std::pair<std::string, std::size_t> options[] = {
-      {"fHeatCool.chkMechAndEco", 32}, {"fOptions.optTerminal", 33},   {"fOptions.chkAlternate", 34},
-      {"fGeneral.chkFreshAir", 35},    {"fOptions.chkTerminal", 48},   {"fGeneral.optEcono", 49},
-      {"fOptions.chkEnable", 51},      {"fOptions.optAverage", 52},    {"fFanValve.optState", 53},
-      {"fGeneral.optEmergency", 54},   {"fGeneral.optTemp", 56},       {"fHeatCool.chkHeatStage", 57},
-      {"fOptions.chkOptimum(1)", 59},  {"fOptions.chkOptimum(2)", 60}, {"fPID.chkPID", 61},
-      {"fOptions.chkFrost", 62},       {"fFanValve.chkFan", 63},       {"fHeatCool.OptionNormallyHeat", 50}};
-  OpenPage(kDevice, "fHeatCool");
-  for (const auto& [name, field] : options) {
-    base::Record expected(Stored(kDevice, 48, "UCPTobjectOptions", 0));
-    const bool on = expected.Field(field) == "1";
-    const auto point = name.find('.');
-    Unlock(name.substr(0, point));
-    const auto group = Main().Pages().FindPage(name.substr(0, point))->Group(name.substr(point + 1));
-    ui::Control& control = *group.at(group.size() == 2 && !on ? 1 : 0);  // the second of two options is 1
-    auto* option = dynamic_cast<ui::OptionButton*>(&control);
-    EXPECT_TRUE(option ? option->Click() : dynamic_cast<ui::CheckBox&>(control).Click()) << name;
-    Click("cmdApply");
-    expected.Set(field, on ? "0" : "1");
-    EXPECT_EQ(Stored(kDevice, 48, "UCPTobjectOptions", 0), expected.Join()) << name;
-  }
-}
-
 TEST_F(AllPages, OldMarkersAreAdjustedWithTheNextSaveAndToldOnce) {
   const struct {
     std::string page, box;
@@ -194,6 +168,10 @@ TEST_F(AllPages, OldMarkersAreAdjustedWithTheNextSaveAndToldOnce) {
     EXPECT_TRUE(Main().Pages().FindPage(item.page)->IsChanged());
     for (const std::size_t field : item.fields) EXPECT_EQ(options().Field(field), "1") << field;
   }
+  Type("fPID.txtPIDTemp(0)", "abc");
+  Click("cmdApply");
+  for (const auto& item : cases) EXPECT_EQ(std::ranges::count(Messages(), item.notice), 0) << "refused";
+  Type("fPID.txtPIDTemp(0)", "1");
   for (int save = 0; save < 2; ++save) {
     Click("cmdApply");
     for (const auto& item : cases) {

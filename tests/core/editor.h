@@ -15,7 +15,8 @@ struct Editor : automation::LocalClass<Editor> {
   std::vector<std::string> initialized;
   bool changed = false;
   bool accepts = true;
-  std::string raises;  // the member that fails
+  std::string raises;             // the member that fails
+  std::function<void()> onWrite;  // does the writing
   int writes = 0;
   bool finished = false;
 
@@ -42,6 +43,7 @@ inline constexpr automation::MemberOf<Editor> Editor::kMembers[] = {
      [](Editor& self, const automation::Arguments&) {
        ++self.writes;
        self.Raise("WriteValue");
+       if (self.onWrite) self.onWrite();
        if (self.accepts) self.changed = false;
        return automation::Value(self.accepts);
      }},

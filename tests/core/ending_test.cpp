@@ -181,16 +181,7 @@ TEST(Ending, ComesWhenNobodyUsesTheProgramAnyMore) {
 
 TEST(Ending, ComesToAServerWhoseClientNeverCame) {
   tests::StandIns around;
-  const shell::Platform platform{nullptr,
-                                 around.prompts,
-                                 around.loop,
-                                 around.fileDialog,
-                                 around.help,
-                                 around.controls,
-                                 around.registry,
-                                 around.locale,
-                                 {},
-                                 {}};
+  const shell::Platform platform = around.Bare();
   for (const bool came : {false, true}) {
     bool quit = false;
     plugin::Program program(platform, around.memory, around.desktop, plugin::BuildDescription({}),

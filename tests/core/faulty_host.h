@@ -132,4 +132,11 @@ class FaultyTarget : public automation::Target {
   std::string owner_;
 };
 
+/// For Tool::throughHost: every object of the host fails as planned.
+inline auto FailingBy(FailurePlan& plan) {
+  return [&plan](std::string_view, const automation::Object& object) {
+    return FaultyTarget::Wrap(plan, object);
+  };
+}
+
 }  // namespace tests

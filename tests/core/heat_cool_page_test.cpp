@@ -1,5 +1,6 @@
 #include "base/record.h"
 #include "base/text.h"
+#include "faulty_host.h"
 #include "tool_test.h"
 
 namespace {
@@ -29,38 +30,6 @@ struct HeatCoolTest : tests::ToolTest {
     return {log.begin() + static_cast<std::ptrdiff_t>(before), log.end()};
   }
 };
-
-TEST_F(HeatCoolTest, BoxesAreShownAndSavedAndFollowTheUnits) {
-  OpenPage(tests::kAssigned, "fHeatCool");
-  Main().Pages().FindPage("fHeatCool")->FillValue();
-  EXPECT_EQ(Main().Flags().lastFilledPage, 3);
-  base::Record setpoints(StoredSetpoints());
-  for (int i = 0; i < 6; ++i) EXPECT_EQ(Text(Setpoint(i)), setpoints.Field(static_cast<std::size_t>(i)));
-  const tests::BoxCase cases[] = {
-      {"txtminHeatPeriod", 17, "UCPTminHeatPeriod", 0, "6", "6"},
-      {"txtMaxDischHeat", 4, "SCPTmaxDischargeAirHeatingSetpoint#SI", 3, "41.5", "41.500"},
-      {"txtMinDischCool", 5, "SCPTminDischargeAirCoolingSetpoint#SI", 3, " 14 ", "14.000"},
-      {"txtCoolOn", 18, "UCPTminCoolOnPeriod", 0, "181", "181"},
-      {"txtCoolOFF", 19, "UCPTminCoolOffPeriod", 0, "301", "301"},
-      {"txtMechCoolDelay", 20, "UCPTfree2MecDelay", 3, "12.5", "12.500"},
-      {"txtfreeCoolDegree", 8, "UCPTfreeCoolSetpoint#SI", 3, "17.25", "17.250"},
-      {"txtfreeCooling", 7, "SCPToutdoorAirEnthalpySetpoint#SI", 3, "61", "61.000"},
-      {"txtMechCoolLL", 9, "UCPTmecCoolSetpoint#SI", 3, "11", "11.000"},
-      {"txtChngeOverDelay", 21, "UCPTchngeOverDelay", 0, "20", "20"},
-  };
-  TypeInto("fHeatCool", cases);
-  Type(Setpoint(4), "18.5");
-  ApplyAndCheck(cases);
-  setpoints.Set(4, "18.500");
-  EXPECT_EQ(StoredSetpoints(), setpoints.Join());
-
-  Find<ui::OptionButton>("optUnit(1)").Click();
-  EXPECT_EQ(Text(Setpoint(4)), base::Record(Stored(tests::kAssigned, 3, "SCPTsetPnts#US", 3)).Field(4));
-  for (const tests::BoxCase& item : cases) {
-    const std::string format = base::ReplaceAll(item.format, "#SI", "#US");
-    EXPECT_EQ(Text(Page(item.box)), Stored(tests::kAssigned, item.number, format.c_str(), item.precision));
-  }
-}
 
 TEST_F(HeatCoolTest, BeforeAPageIsSelectedNothingIsCheckedOrWritten) {
   Open(tests::kAssigned);
@@ -139,44 +108,41 @@ TEST_F(HeatCoolTest, AWarningAboutTheMaximumHoldsBackBothRulesUntilItsBoxIsEnter
   EXPECT_TRUE(minimum.Leave()) << "but it lets the person go";
 }
 
-TEST_F(HeatCoolTest, ASupplyBoxIsRefusedEachTimeAndStillHeldToItsRule) {
+TEST_F(HeatCoolTest, ASupplyBoxIsRefusedOnceEachTimeItIsEntered) {
   OpenPage(tests::kAssigned, "fHeatCool");
-  Type("fAlarm.txtAlarm(9)", "35");
-  auto& box = Find<ui::TextBox>(Page("txtMaxDischHeat"));
-  box.Enter();
-  box.Type("abc");
-  for (int left = 0; left < 2; ++left) EXPECT_FALSE(box.Leave());
-  EXPECT_EQ(prompts.asked.size(), 2u);
-  box.Type("35");
-  EXPECT_TRUE(box.Leave());
-  EXPECT_EQ(Apply(), (Log{kMaximumRule, kNotApplied}));
+  for (const char* name : {"txtMaxDischHeat", "txtMinDischCool"}) {
+    auto& box = Find<ui::TextBox>(Page(name));
+    for (std::size_t entered = 1; entered <= 2; ++entered) {
+      prompts.asked.clear();
+      box.Enter();
+      box.Type("abc");
+      EXPECT_FALSE(box.Leave()) << name;
+      EXPECT_TRUE(box.Leave()) << name << ": its warning lets the person go";
+      EXPECT_EQ(prompts.asked.size(), 1u);
+    }
+  }
 }
 
-TEST_F(HeatCoolTest, ControlsFollowTheFunctionsWhetherChosenShownOrStored) {
-  Open(tests::kUnassigned);
-  const tests::Groups groups = {
-      {"stage", "chkHeatStage"},
-      {"cooling", "txtCoolOn lblCoolOn lblSec(0) txtCoolOFF lblCoolOFF lblSec(1)"},
-      {"mechanical", "txtMechCoolLL lblMechCool lblUnits(9) fraMech"},
-      {"heating", "txtminHeatPeriod lblHeat lblHeatUnit"},
-      {"reversing", "FrameRversingValve OptionNormallyCool OptionNormallyHeat"},
-      {"others", "txtSetPoint txtMechCoolDelay chkMechAndEco txtMaxDischHeat txtMinDischCool"}};
-  using enum tests::Connector;
-  const tests::FunctionStep steps[] = {
-      {{}, "others"},
-      {{{kOutput, 1, "HEATING_1"}}, "heating, others"},
-      {{{kOutput, 2, "HEATING_MOD"}}, "stage, heating, others"},
-      {{{kOutput, 1, "HEAT_VALVE_OPEN"}, {kOutput, 3, "HEAT_VALVE_CLOSE"}}, "others"},
-      {{{kOutput, 7, "HEAT_COOL_VALVE_MOD"}}, "mechanical, others"},
-      {{{kOutput, 7, "COOLING_VALVE_MOD"}}, "mechanical, others"},
-      {{{kOutput, 7, "COOLING_1"}}, "cooling, mechanical, others"},
-      {{{kOutput, 6, "REVERSING_VALVE"}}, "cooling, mechanical, reversing, others"},
-      {{{kOutput, 6, "UNASSIGNED"}, {kOutput, 7, "FRESH_AIR_DAMPER_MOD"}}, "others"}};
-  CheckSteps("fHeatCool", groups, steps);
-  Find(Page("txtCoolOn")).SetText("181");
+TEST_F(HeatCoolTest, AnEmptyOptionRecordLeavesOnlyTheOptionsOut) {
+  tests::FailurePlan plan;
+  throughHost = tests::FailingBy(plan);
+  OpenPage(tests::kAssigned, "fHeatCool");
+  shell::ISubForm& page = *Main().Pages().FindPage("fHeatCool");
+  plan.Arm(tests::Failure::kEmptyText, {}, false);
+  page.FillValue();
+  plan.Arm(tests::Failure::kEmptyText, {plan.seen - 7}, false);  // before the functions of the outputs
+  Store(17, "UCPTminHeatPeriod", "9");
+  const std::string options = Stored(tests::kAssigned, 48, "UCPTobjectOptions", 0);
+  plan.seen = 0;
+  page.FillValue();
+  EXPECT_EQ(Text(Page("txtminHeatPeriod")), "9");
+  EXPECT_FALSE(Find(Page("chkMechAndEco")).Enabled());
+  Find<ui::CheckBox>(Page("chkMechAndEco")).SetChecked(true);
   Type(Page("txtChngeOverDelay"), "16");
-  EXPECT_EQ(Apply(), Log{tests::kApplied});
-  EXPECT_EQ(Stored(tests::kUnassigned, 18, "UCPTminCoolOnPeriod", 0), "181") << "disabled, yet written";
+  Click("cmdApply");
+  EXPECT_EQ(LastMessage(), tests::kApplied);
+  EXPECT_EQ(Stored(tests::kAssigned, 48, "UCPTobjectOptions", 0), options);
+  EXPECT_TRUE(Find(Page("chkMechAndEco")).Enabled()) << "the record could be read again";
 }
 
 }  // namespace

@@ -122,10 +122,9 @@ TEST_F(InputsTest, CancelTakesTheChoiceBackAndAFailureIsTold) {
 
 TEST_F(InputsTest, AHostThatNamesNoSensorOrSignalIsToldAndTheChoiceTakenBack) {
   tests::FailurePlan plan;
-  throughHost = [&plan](std::string_view, const automation::Object& object) {
-    return tests::FaultyTarget::Wrap(plan, object);
-  };
+  throughHost = tests::FailingBy(plan);
   Open(device);
+  AssignOutput(2, "HEATING_1");
   plan.Arm(tests::Failure::kEmptyText, {1}, true);
   Choose(1, "FAN_STATE");
   EXPECT_EQ(LastMessage(), "ChooseFunction/Hardware Input: Input 1: The host gave no value.");
@@ -133,7 +132,7 @@ TEST_F(InputsTest, AHostThatNamesNoSensorOrSignalIsToldAndTheChoiceTakenBack) {
   EXPECT_EQ(LastMessage(), "ChooseFunction/Hardware Output: Output 2: The host gave no value.");
   plan.Disarm();
   EXPECT_EQ(Function(1), "UNUSED");
-  EXPECT_EQ(Find<ui::ListBox>("fControlOutput.cboOutput(1)").SelectedText(), "UNASSIGNED");
+  EXPECT_EQ(Find<ui::ListBox>("fControlOutput.cboOutput(1)").SelectedText(), "HEATING_1");
 }
 
 TEST_F(InputsTest, TheSensorDialogGetsTheChoicesOfTheFunction) {
@@ -142,6 +141,7 @@ TEST_F(InputsTest, TheSensorDialogGetsTheChoicesOfTheFunction) {
   Click(Input("cmdConfigure", 5));
   EXPECT_NE(LastMessage().find("\"MVConfigSensor.ctlSensorNV\" is not registered"), std::string::npos);
 
+  building.Faults().StartCounting();
   InDialog(5, [this] {
     ClickInDialog("cmdApply");
     ClickInDialog("cmdCancel");
@@ -149,30 +149,80 @@ TEST_F(InputsTest, TheSensorDialogGetsTheChoicesOfTheFunction) {
   EXPECT_EQ(hardware->initialized, std::vector<std::string>{"RTU-2 South wing 5 5"});
   EXPECT_EQ(variable->initialized, hardware->initialized);
   EXPECT_EQ(hardware->writes, 0) << "nothing was changed";
+  EXPECT_EQ(building.Faults().Count("Network.BeginTransaction"), 0u);
   EXPECT_EQ(LastMessage(), kCanceled);
   EXPECT_TRUE(controls.alive.empty());
 }
 
-TEST_F(InputsTest, AControlOfTheSensorDialogThatFailsDoesNotHideTheOther) {
+// What the two controls of the dialog say, what the device holds then, and whether the dialog is closed by
+// OK.
+TEST_F(InputsTest, TheSensorDialogWritesAllOrNothing) {
+  const struct {
+    const char* what;
+    bool accepts;         // the second control, after the first one has written
+    const char* raises;   // the member of the second one that fails
+    const char* failing;  // of the network
+    bool loseAnswer, kept, closed;
+  } cases[] = {
+      {"both write", true, "", nullptr, false, true, true},
+      {"one refuses", false, "", nullptr, false, false, false},
+      {"one raises an error", true, "WriteValue", nullptr, false, false, false},
+      {"one cannot say whether it was changed", true, "IsChanged", nullptr, false, true, true},
+      {"no transaction", true, "", "Network.BeginTransaction", false, false, false},
+      {"the commit is refused", true, "", "Network.CommitTransaction", false, false, false},
+      {"the commit is not confirmed", true, "", "Network.CommitTransaction", true, true, false},
+  };
   Open(device);
   Choose(5, "MODE_SELECTOR");
-  for (const char* member : {"IsChanged", "WriteValue"}) {
+  Click("cmdApply");
+  for (const auto& item : cases) {
+    host::Property& sensor = Main().Device().InputProperties[5][2];
+    sensor.Object().Put("Value", "DISCONNECTED");
+    Click("cmdRefresh");
     prompts.asked.clear();
     InDialog(5, [&] {
-      variable->changed = hardware->changed = true;
-      variable->raises = member;
+      variable->changed = true;
+      variable->onWrite = [&] { sensor.Object().Put("Value", "MULTI_LEVEL"); };
+      hardware->accepts = item.accepts;
+      hardware->raises = item.raises;
+      if (item.failing)
+        building.Faults().Fail({.member = item.failing, .once = false, .loseAnswer = item.loseAnswer});
       ClickInDialog("cmdOK");
-      EXPECT_EQ(prompts.asked.size(), 1u);
-      EXPECT_NE(LastMessage().find(std::string(member) + "/Sensor Configuration: "), std::string::npos)
-          << LastMessage();
-      EXPECT_EQ(hardware->writes, 1);
-      Main().Device().InputProperties[5][2].Object().Put("Value",
-                                                         "MULTI_LEVEL");  // as the control has written
-      ClickInDialog("cmdCancel");
+      building.Faults().Clear();
+      const bool open = dynamic_cast<ui::Window&>(*dialog).Visible();
+      EXPECT_EQ(open, !item.closed) << item.what;
+      EXPECT_EQ(variable->finished, item.closed) << item.what;
+      EXPECT_EQ(prompts.asked.size(), item.closed ? 0u : 1u) << item.what;
+      if (open) ClickInDialog("cmdCancel");
     });
-    EXPECT_NE(LastMessage(), kCanceled) << member;
-    EXPECT_EQ(Text(Input("lblSensor", 5)), "MULTI_LEVEL");
+    EXPECT_EQ(hardware->writes, variable->writes) << item.what << ": the other control is asked all the same";
+    const char* held = item.kept ? "MULTI_LEVEL" : "DISCONNECTED";
+    EXPECT_EQ(StoredInput(5, 2, "UCPTsensorType"), held) << item.what;
+    EXPECT_EQ(Text(Input("lblSensor", 5)).substr(0, std::string(held).size()), held) << item.what;
+    EXPECT_EQ(LastMessage() == kCanceled, !item.closed) << item.what << ": " << LastMessage();
   }
+  EXPECT_EQ(prompts.asked.back().text, "An error as occured while writing the value in the database");
+  EXPECT_EQ(prompts.asked.back().icon, ui::Icon::kInformation);
+}
+
+TEST_F(InputsTest, ApplyThenCancelIsCanceledAndShowsWhatWasWritten) {
+  Open(device);
+  Choose(5, "MODE_SELECTOR");
+  InDialog(5, [&] {
+    hardware->changed = true;
+    hardware->onWrite = [&] {
+      Main().Device().InputProperties[5][2].Object().Put("Value", "MULTI_LEVEL");
+      ClickInDialog("cmdApply");  // a second one meanwhile
+      ClickInDialog("cmdCancel");
+      Find<ui::Button>("cmdRefresh").Click();
+    };
+    ClickInDialog("cmdApply");
+    EXPECT_EQ(hardware->writes, 1);
+    ClickInDialog("cmdCancel");
+  });
+  EXPECT_EQ(LastMessage(), kCanceled);
+  EXPECT_TRUE(prompts.asked.empty());
+  EXPECT_EQ(Text(Input("lblSensor", 5)), "MULTI_LEVEL");
 }
 
 TEST_F(InputsTest, NamesOfTheDeviceAreNotTranslated) {

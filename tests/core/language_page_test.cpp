@@ -57,20 +57,6 @@ TEST_F(LanguageTest, TextsWithValuesFollowAndKeepThem) {
   EXPECT_EQ(building.StoredText(tests::kAssigned, "HardwareOutput3", 4, "SNVT_switch"), "0.0 0");
 }
 
-// Captions in another language are no values that the device has taken.
-TEST_F(LanguageTest, ASaveWithoutAnAnswerIsReadBackForWhatItBecame) {
-  Open(tests::kAssigned);
-  Type("fPID.txtPIDTemp(0)", "31");
-  ChangeTo("German");
-  building.Faults().Fail({.member = "Network.CommitTransaction"});
-  Click("cmdApply");
-  EXPECT_EQ(LastMessage(), "Apply/Main: Die Einstellungen wurden nicht übernommen");
-  ChangeTo("Spanish");
-  building.Faults().Fail({.member = "Network.CommitTransaction", .loseAnswer = true});
-  Click("cmdApply");
-  EXPECT_EQ(LastMessage(), "Apply/Main: Los ajustes se han aplicado");
-}
-
 TEST_F(LanguageTest, NothingChangesWithoutTheUsersConsent) {
   Open(tests::kAssigned);
   prompts.answers = {ui::Answer::kCancel};

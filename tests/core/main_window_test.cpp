@@ -29,38 +29,16 @@ TEST_F(ToolTest, ApplySavesRefillsAndStaysOpenOkSavesAndCloses) {
   EXPECT_TRUE(quit);
 }
 
-TEST_F(ToolTest, TransactionFaultsAreToldForWhatTheyAre) {
-  const std::string applied = "The configuration settings were applied successfully";
-  const std::string refused = "The configuration settings were not applied";
-  const struct {
-    const char* member;
-    bool loseAnswer, once;
-    std::string end;
-    bool stored;
-  } cases[] = {
-      {"Network.BeginTransaction", false, true, applied, true},  // the host is asked twice
-      {"Network.BeginTransaction", false, false, refused, false},
-      {"Network.CommitTransaction", false, true, refused, false},
-      {"Network.CommitTransaction", true, true, applied, true},
-      {"Network.CommitTransaction", false, false, refused, false},
-      {"", false, false, refused, false},
-  };
-  for (const auto& item : cases) {
-    tests::Tool tool;
-    tool.Open(tests::kAssigned);
-    tool.Type(kBox, "9.75");
-    tool.building.Faults().Fail({.member = item.member, .once = item.once, .loseAnswer = item.loseAnswer});
-    tool.Click("cmdApply");
-    EXPECT_THAT(tool.Messages(), testing::Contains(testing::StartsWith("Apply/Main: " + item.end)))
-        << item.member;
-    EXPECT_EQ(tool.Stored(tests::kAssigned, 30, "UCPTspaceTempPIDparam#SI", 4).starts_with("9.75"),
-              item.stored);
-    EXPECT_EQ(tool.Text(kBox), item.stored ? "9.7500" : "9.75") << "the edit is still there";
-    EXPECT_EQ(tool.Main().Pages().AnyPageChanged(), !item.stored);
-    tool.building.Faults().Clear();
-    tool.Type(kBox, "9.8");
-    tool.Click("cmdApply");
-    EXPECT_EQ(tool.LastMessage(), "Apply/Main: " + applied);
+TEST_F(ToolTest, ATransactionThatDoesNotBeginIsTriedOnceMore) {
+  Open(tests::kAssigned);
+  for (const bool once : {false, true}) {
+    Type(kBox, "9.75");
+    building.Faults().Fail({.member = "Network.BeginTransaction", .once = once});
+    Click("cmdApply");
+    EXPECT_EQ(LastMessage(),
+              once ? tests::kApplied : "Apply/Main: The configuration settings were not applied");
+    EXPECT_EQ(Text(kBox), once ? "9.7500" : "9.75") << "the edit is still there";
+    EXPECT_EQ(Main().Pages().AnyPageChanged(), !once);
   }
 }
 
@@ -130,6 +108,38 @@ TEST_F(ToolTest, LocationIsShownFilledInAndWritten) {
   Type("txtLocation", "Roof, bay 4");
   Click("cmdApply");
   EXPECT_EQ(building.StoredText(tests::kUnassigned, "NodeObject", 2, "SCPTlocation"), "Roof, bay 4");
+  Type("txtLocation", "Roof, bay 5");
+  for (const std::string button : {"Apply", "OK"}) {
+    building.Faults().Fail({.member = "Property.Value", .text = "too long"});
+    Click("cmd" + button);
+    EXPECT_EQ(Messages()[Messages().size() - 2].find(button + "/Main: SCPTlocation: too long"), 0u);
+    EXPECT_EQ(LastMessage(), button + "/Main: The configuration settings were not applied");
+    EXPECT_TRUE(Main().Visible());
+    EXPECT_EQ(Text("txtLocation"), "Roof, bay 5");
+  }
+}
+
+TEST_F(ToolTest, WhatCouldBeReadAgainIsShownButAnotherUnitOnlyByAllPages) {
+  Open(tests::kAssigned);
+  const std::string before = Text(kBox);
+  const std::string heartbeat = "fNetworkInput.txtnvi(0)";
+  for (const char* box : {kBox, heartbeat.c_str()}) Type(box, "77");
+  building.Faults().Fail({.member = "NetworkVariable.MvFormatType"});
+  Find<ui::OptionButton>("optUnit(1)").Click();
+  EXPECT_EQ(
+      LastMessage(),
+      "Unit/Main: The values of the device could not be read again. The pages show what they did before.");
+  EXPECT_TRUE(Find<ui::OptionButton>("optUnit(0)").Selected());
+  EXPECT_EQ(Text(kBox) + Text(heartbeat), "7777");
+  building.Faults().Fail({.member = "NetworkVariable.MvFormatType"});
+  Click("cmdRefresh");
+  EXPECT_EQ(LastMessage(),
+            "Refresh/Main: Could not be read again and show what they did before: Network Input");
+  EXPECT_EQ(Text(kBox) + Text(heartbeat), before + "77");
+  EXPECT_TRUE(Main().Pages().FindPage("fNetworkInput")->IsChanged());
+  building.Faults().Fail({.member = "Network.BeginTransaction", .once = false});
+  Click("cmdRefresh");
+  EXPECT_NE(LastMessage().find(": Inputs, Outputs, "), std::string::npos) << LastMessage();
 }
 
 TEST_F(ToolTest, ALocationThatTheDeviceRefusesIsToldButDoesNotKeepTheInstallerOut) {

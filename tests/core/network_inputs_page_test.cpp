@@ -1,18 +1,10 @@
 #include <algorithm>
-#include <chrono>
-#include <thread>
 
 #include "base/record.h"
+#include "faulty_host.h"
 #include "tool_test.h"
 
 namespace {
-
-constexpr const char* kVariables[] = {
-    "nviOccCmd",      "nviApplicMode",   "nviHotWater",   "nviOutdoorRH",   "nviOutdoorEnth",
-    "nviSetPtOffset", "nviShedding",     "nviSlave",      "nviWaterTemp",   "nviMixedAirTemp",
-    "nviReturnTemp",  "nviTerminalLoad", "nviCO2",        "nviFanState",    "nviDuctPressure",
-    "nviEconoEnable", "nviEmergCmd",     "nviSupplyTemp", "nviSupplyPress", "nviSpaceTemp",
-    "nviSpaceRH",     "nviSpaceEnth",    "nviOutdoorTemp"};
 
 // Lends the windows that were shown.
 struct Windows : ui::Toolkit {
@@ -29,8 +21,6 @@ struct NetworkInputsTest : Windows, tests::ToolTest {
   static std::string Indexed(const char* name, std::size_t i) {
     return "fNetworkInput." + std::string(name) + "(" + std::to_string(i) + ")";
   }
-  ui::CheckBox& Flag(std::size_t i) { return Find<ui::CheckBox>(Indexed("chkInput", i)); }
-  std::string StoredFlags() { return Stored(device, 49, "UCPTnetInputOptions", 0); }
   std::string StoredOf(const std::string& variable, int number, const char* format) {
     return building.StoredText(device, "RoofTopObject/" + variable, number, format);
   }
@@ -78,43 +68,6 @@ struct NetworkInputsTest : Windows, tests::ToolTest {
   const char* device = tests::kUnassigned;
 };
 
-TEST_F(NetworkInputsTest, EveryBoxStoresTheHeartbeatOfItsVariable) {
-  Open(device);
-  for (std::size_t i = 0; i < std::size(kVariables); ++i) {
-    Type(Indexed("txtnvi", i), " " + std::to_string(100 + i) + ".5 ");
-  }
-  Type("fNetworkInput.txtEmergCmd", "42");
-  Click("cmdApply");
-  EXPECT_EQ(LastMessage(), tests::kApplied);
-  for (std::size_t i = 0; i < std::size(kVariables); ++i) {
-    const std::string variable = kVariables[i];
-    const std::string expected = std::to_string(100 + i) + ".5";
-    EXPECT_EQ(StoredOf(variable, variable == "nviEmergCmd" ? 2 : 1, "SCPTmaxRcvTime"), expected) << variable;
-    EXPECT_EQ(Text(Indexed("txtnvi", i)), expected) << "as read again";
-  }
-  EXPECT_EQ(StoredOf("nviEmergCmd", 1, "UCPTemergencyHoldTime"), "42.0");
-}
-
-TEST_F(NetworkInputsTest, FlagsGoRoundAndThoseNotShownStay) {
-  Open(device);
-  std::string alternating = "1";
-  for (int k = 1; k < 48; ++k) alternating += k % 3 ? " 0" : " 1";
-  Main().Device().RoofTopProperties[49].Object().Put("Value", alternating);
-  const std::string options = Stored(device, 48, "UCPTobjectOptions", 0);
-  Click("cmdRefresh");
-  base::Record expected(alternating);
-  for (const std::size_t i : {std::size_t{0}, std::size_t{1}, std::size_t{22}}) {
-    EXPECT_EQ(Flag(i).Checked(), expected.Field(i) == "1") << i;
-    EXPECT_TRUE(Flag(i).Click());
-    expected.Set(i, Flag(i).Checked() ? "1" : "0");
-  }
-  EXPECT_FALSE(Flag(23).Click()) << "there is no variable for it";
-  EXPECT_NE(expected.Join(), alternating);
-  Click("cmdApply");
-  EXPECT_EQ(StoredFlags(), expected.Join());
-  EXPECT_EQ(Stored(device, 48, "UCPTobjectOptions", 0), options);
-}
-
 TEST_F(NetworkInputsTest, ANewTypeIsFollowedAtOnceAndReachesTheDeviceWithTheSave) {
   Open(device);
   EXPECT_TRUE(OptimumStart());
@@ -152,6 +105,20 @@ TEST_F(NetworkInputsTest, BackToTheTypeInTheDeviceKeepsItsScope) {
   EXPECT_FALSE(OptimumStart());
   Click("cmdApply");
   EXPECT_EQ(TypeInDevice("nviOccCmd"), "8000AB.SNVT_tod_event");
+}
+
+TEST_F(NetworkInputsTest, ATypeWithAScopeIsTheOneWithoutIt) {
+  device = tests::kPressure;
+  tests::FailurePlan plan;
+  plan.otherText = "SNVT_occupancy 8000AB.SNVT_tod_event";
+  throughHost = tests::FailingBy(plan);
+  Open(device);
+  plan.Arm(tests::Failure::kOtherText, {1}, false);  // what nviOccCmd allows
+  InDialog([&] {
+    ChooseRow("lvwVariable", "nviOccCmd");
+    EXPECT_EQ(In<ui::ListView>("lvwType").Selection(), std::vector<std::size_t>{1});
+  });
+  EXPECT_FALSE(Main().Pages().FindPage("fNetworkInput")->IsChanged());
 }
 
 TEST_F(NetworkInputsTest, TheDialogListsWhatTheVariablesAllow) {
@@ -211,13 +178,6 @@ TEST_F(NetworkInputsTest, ATextThatIsNoNumberKeepsTheFocus) {
     ASSERT_EQ(prompts.asked.size(), 1u) << name;
     EXPECT_EQ(prompts.asked[0].text, "Invalid value for this field");
   }
-}
-
-TEST_F(NetworkInputsTest, TheDialogFollowsALanguageChosenElsewhere) {
-  Open(device);
-  std::this_thread::sleep_for(std::chrono::seconds(1));  // the component counts in seconds
-  building.Language().Put("Language", "French");
-  InDialog([this] { EXPECT_EQ(In<ui::Button>("cmdCancel").Text(), "Annuler"); });
 }
 
 }  // namespace

@@ -1,4 +1,5 @@
 #include "base/record.h"
+#include "faulty_host.h"
 #include "tool_test.h"
 
 namespace {
@@ -11,24 +12,6 @@ struct OptionsTest : tests::ToolTest {
     EXPECT_TRUE(Find<ui::CheckBox>("fOptions." + std::string(box)).Click()) << box;
   }
 };
-
-TEST_F(OptionsTest, BoxesShowAndSaveTheirPropertiesInImperialUnits) {
-  registry.values["SOFTWARE\\LonWorks\\Plugins|Measure"] = "1";
-  Open(tests::kAssigned);
-  Unlock("fOptions");
-  EXPECT_EQ(Text("fOptions.txtMaxOffset"), "3.60");  // 2 K
-  const std::pair<const char*, const char*> typed[] = {
-      {"txtStartTime", "200"}, {"txtMaxOffset", "1.8"}, {"txtInput", "120.5"}, {"txtAt(0)", "10"},
-      {"txtAt(1)", "20"},      {"txtAt(2)", "30"},      {"txtAt(3)", "40.5"}};
-  for (const auto& [box, text] : typed) {
-    Type("fOptions." + std::string(box), text);
-  }
-  Click("cmdApply");
-  EXPECT_EQ(Stored(tests::kAssigned, 16, "UCPTmaxOptimumStartTime", 0), "200");
-  EXPECT_EQ(Stored(tests::kAssigned, 47, "UCPTweightAvgMaxInOffset", 2), "1.00");
-  EXPECT_EQ(Stored(tests::kAssigned, 45, "UCPTmaxRcvScanTime", 1), "120.5");
-  EXPECT_EQ(Stored(tests::kAssigned, 46, "UCPTweightAvgParam", 1), "10.0 20.0 30.0 40.5");
-}
 
 TEST_F(OptionsTest, TheCycleTimeFollowsTheChangeoverDelayAndItsOwnRange) {
   const std::string twice =
@@ -88,6 +71,26 @@ TEST_F(OptionsTest, TheChangeoverDemandIsStoredDoubledAndRounded) {
     if (!accepted) {
       EXPECT_EQ(prompts.asked.back().text, *text ? refusal : "Invalid value for this field");
     }
+  }
+}
+
+TEST_F(OptionsTest, AValueThatCannotBeShownIsNamed) {
+  tests::FailurePlan plan;
+  throughHost = tests::FailingBy(plan);
+  Open(tests::kAssigned);
+  shell::ISubForm& page = *Main().Pages().FindPage("fOptions");
+  plan.Arm(tests::Failure::kOtherText, {}, false);
+  page.FillValue();
+  plan.otherText = "60 x 100.0 120 0";
+  // The type of the occupancy command is read last, the demand before it.
+  const std::tuple<int, tests::Failure, const char*> cases[] = {
+      {1, tests::Failure::kOtherText, "FillValue/Options: UCPTextraConfig: \"x\""},
+      {0, tests::Failure::kShortRecord, "FillValue/Options: nviOccCmd: SCPTnvType "}};
+  const int calls = plan.seen;
+  for (const auto& [before, failure, told] : cases) {
+    plan.Arm(failure, {calls - before}, false);
+    page.FillValue();
+    EXPECT_EQ(LastMessage().find(told), 0u) << LastMessage();
   }
 }
 

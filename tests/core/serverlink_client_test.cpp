@@ -257,17 +257,6 @@ TEST_F(ClientTest, DrippingBytesDoNotExtendTheTimeOut) {
   EXPECT_LE(took, 2'000ms);  // the whole answer would take thirty seconds
 }
 
-TEST_F(ClientTest, ALateAnswerGoesToItsOwnTransaction) {
-  clockSpeed = 20;
-  Connect();
-  comm.setTransactionTimeout(1);
-  server.Set({.mode = ServerMode::kChunked, .piece = 10, .pause = 80ms});
-  EXPECT_THAT(Refusal([&] { Echo({1, 2}); }), HasSubstr("0 of 2 bytes"));
-  server.Set({});
-  comm.setTransactionTimeoutDefault();
-  EXPECT_EQ(Echo({3, 4, 5}), (Bytes{3, 4, 5}));
-}
-
 TEST_F(ClientTest, WaitingTurnsTheLoopWithoutSpinningAndWakesForData) {
   clockSpeed = 10;
   Connect();

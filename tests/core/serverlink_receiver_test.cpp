@@ -115,13 +115,6 @@ TEST_F(Reassembly, TheLastOfThreePiecesCompletes) {
   CheckAll();
 }
 
-TEST_F(Reassembly, TheNumberAfter8086Is7018) {
-  Expect({4, 4, 4}, 8084);
-  Arrive(0, stream.size());
-  CheckAll(8084);
-  EXPECT_EQ(table.At(7018)->State, serverlink::kComplete);
-}
-
 TEST_F(Reassembly, MemoryGrowsWithWhatHasArrivedNotWithWhatIsAnnounced) {
   Expect({0});
   stream[12] = 0x04;  // 64 MiB, the longest that is taken

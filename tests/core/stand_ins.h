@@ -222,6 +222,11 @@ struct StandIns {
   RecordedHelp help;
   MemoryRegistry registry;
   FixedLocale locale;
+
+  /// Without a screen and a host.
+  shell::Platform Bare() {
+    return {nullptr, prompts, loop, fileDialog, help, controls, registry, locale, {}, {}};
+  }
 };
 
 }  // namespace tests

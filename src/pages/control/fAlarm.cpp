@@ -2,64 +2,58 @@
 
 #include <algorithm>
 #include <iterator>
+#include <utility>
 
 #include "base/text.h"
 
 namespace pages {
 namespace {
 
-constexpr PropertyFormat kSpaceTemp = {35, "UCPTspaceTempAlarm", Units::kSuffixed, 3, 3};
-constexpr PropertyFormat kReturnTemp = {36, "UCPTreturnTempAlarm", Units::kSuffixed, 3, 3};
-constexpr PropertyFormat kMixedAirTemp = {37, "UCPTmixAirTempAlarm", Units::kSuffixed, 3, 3};
-constexpr PropertyFormat kSupplyTemp = {38, "UCPTsupplyTempAlarm", Units::kSuffixed, 3, 3};
-constexpr PropertyFormat kSupplyPressure = {39, "UCPTsupplyPressureAlarm", Units::kSuffixed, 3, 3};
-constexpr PropertyFormat kDuctPressure = {40, "UCPTductPressureAlarm", Units::kSuffixed, 3, 3};
-constexpr PropertyFormat kHumidity = {41, "UCPThumidityAlarm", Units::kNone, 3, 3};
-constexpr PropertyFormat kCO2 = {42, "UCPTCO2Alarm", Units::kNone, 3, 3};
-constexpr PropertyFormat kAuxiliary = {43, "UCPTauxiliaryAlarm", Units::kNone, 3, 3};
-constexpr PropertyFormat kFan = {44, "UCPTfanAlarmTime", Units::kNone, 3, 3};
+constexpr int kFirstRecord = 35;
+constexpr int kBindOrder[] = {41, 42, 43, 44, 35, 36, 38, 39, 37, 40};
 
-constexpr PropertyFormat kBindOrder[] = {kHumidity,     kCO2,         kAuxiliary,  kFan,
-                                         kSpaceTemp,    kReturnTemp,  kSupplyTemp, kSupplyPressure,
-                                         kMixedAirTemp, kDuctPressure};
-
-enum Column { kLow, kHigh, kOffset, kDelay, kColumns };
-constexpr const char* kColumnCaptions[kColumns] = {"Low limit", "High limit", "Offset", "Delay"};
-
-// A record, and the columns of its fields in their order. Filled and written in this order.
-struct Row {
-  const PropertyFormat& property;
-  const char* caption;
-  std::vector<Column> fields;
-};
-const Row kRows[] = {
-    {kSpaceTemp, "Space temp", {kOffset, kDelay}},
-    {kReturnTemp, "Return temp", {kLow, kHigh, kDelay}},
-    {kMixedAirTemp, "Mixed air temp", {kLow, kHigh, kDelay}},
-    {kSupplyTemp, "Supply temp", {kLow, kHigh, kDelay}},
-    {kSupplyPressure, "Supply pressure", {kHigh, kDelay}},
-    {kDuctPressure, "Duct pressure", {kLow, kHigh, kDelay}},
-    {kHumidity, "Space humidity", {kLow, kHigh, kDelay}},
-    {kCO2, "Space CO2 level", {kHigh, kDelay}},
-    {kAuxiliary, "Auxiliary alarm", {kDelay}},
-    {kFan, "Fan alarm", {kDelay}},
-};
+constexpr const char* kColumnCaptions[] = {"Low limit", "High limit", "Offset", "Delay"};
 
 // The supply temperature limits, and the setpoints that the heating and cooling page holds against them.
 constexpr std::size_t kSupplyLowBox = 8;
 constexpr std::size_t kSupplyHighBox = 9;
+constexpr std::string_view kSupplyAlarm = "UCPTsupplyTempAlarm";
 constexpr std::string_view kSetpointPage = "fHeatCool";
 constexpr std::string_view kMinSupply = "SCPTminDischargeAirCoolingSetpoint";
 constexpr std::string_view kMaxSupply = "SCPTmaxDischargeAirHeatingSetpoint";
 
 }  // namespace
 
+std::array<fAlarm::Row, fAlarm::kRecords> fAlarm::MakeRows() {
+  auto next = [number = kFirstRecord](std::string_view type, Units units, const char* caption,
+                                      std::vector<Cell> cells) mutable {
+    return Row{{number++, type, units, 3, 3}, caption, std::move(cells)};
+  };
+  constexpr Units kWith = Units::kSuffixed, kWithout = Units::kNone;
+  return {
+      next("UCPTspaceTempAlarm", kWith, "Space temp", {{kOffset, lblOffset}, {kDelay, lblSec[0]}}),
+      next("UCPTreturnTempAlarm", kWith, "Return temp",
+           {{kLow, lblCelsius[0]}, {kHigh, lblCelsius[1]}, {kDelay, lblSec[1]}}),
+      next("UCPTmixAirTempAlarm", kWith, "Mixed air temp",
+           {{kLow, lblCelsius[2]}, {kHigh, lblCelsius[3]}, {kDelay, lblSec[2]}}),
+      next("UCPTsupplyTempAlarm", kWith, "Supply temp",
+           {{kLow, lblCelsius[4]}, {kHigh, lblCelsius[5]}, {kDelay, lblSec[3]}}),
+      next("UCPTsupplyPressureAlarm", kWith, "Supply pressure", {{kHigh, lblUnitP[0]}, {kDelay, lblSec[4]}}),
+      next("UCPTductPressureAlarm", kWith, "Duct pressure",
+           {{kLow, lblUnitP[1]}, {kHigh, lblUnitP[2]}, {kDelay, lblSec[5]}}),
+      next("UCPThumidityAlarm", kWithout, "Space humidity",
+           {{kLow, lblHumid[0]}, {kHigh, lblHumid[1]}, {kDelay, lblSec[6]}}),
+      next("UCPTCO2Alarm", kWithout, "Space CO2 level", {{kHigh, lblPpm}, {kDelay, lblSec[7]}}),
+      next("UCPTauxiliaryAlarm", kWithout, "Auxiliary alarm", {{kDelay, lblSec[8]}}),
+      next("UCPTfanAlarmTime", kWithout, "Fan alarm", {{kDelay, lblSec[9]}}),
+  };
+}
+
 fAlarm::fAlarm(const shell::PageContext& context, int helpTopic)
     : ControlPage("fAlarm", "Alarm", 6, helpTopic, context) {
   Watch(txtAlarm);
-  for (std::size_t r = 0; r < kRecords; ++r) counts_[r] = kRows[r].fields.size();
+  for (std::size_t r = 0; r < kRecords; ++r) counts_[r] = rows_[r].cells.size();
   BuildLayout();
-  ReInitializeStrings();
 }
 
 void fAlarm::BuildLayout() {
@@ -79,14 +73,14 @@ void fAlarm::BuildLayout() {
 
 std::vector<ui::Node> fAlarm::RecordCells(std::size_t r, std::size_t& next) {
   using ui::Item;
-  const std::vector<Column>& fields = kRows[r].fields;
+  const std::vector<Cell>& fields = rows_[r].cells;
   std::vector<ui::Node> cells(kColumns + 2);
   cells.front() = Item(lblRecord[r]);
   for (std::size_t i = 0; i < fields.size(); ++i) {
     std::vector<ui::Node> cell;
     if (i < counts_[r]) cell.push_back(Item(txtAlarm[next++]));
-    cell.push_back(Item(*units_[r][i]));
-    cells[1 + fields[i]] = ui::Line(std::move(cell));
+    cell.push_back(Item(fields[i].unit));
+    cells[1 + fields[i].column] = ui::Line(std::move(cell));
   }
   // Fields that this page does not know stand behind the others of their record.
   std::vector<ui::Node> further;
@@ -98,7 +92,7 @@ std::vector<ui::Node> fAlarm::RecordCells(std::size_t r, std::size_t& next) {
 void fAlarm::InitStrings() {
   fraAlarm.SetText(Translate("Alarm"));
   for (std::size_t c = 0; c < lblColumn.Size(); ++c) lblColumn[c].SetText(Translate(kColumnCaptions[c]));
-  for (std::size_t r = 0; r < kRecords; ++r) lblRecord[r].SetText(Translate(kRows[r].caption));
+  for (std::size_t r = 0; r < kRecords; ++r) lblRecord[r].SetText(Translate(rows_[r].caption));
   SetTexts(lblHumid, Translate("% RH"));
   lblPpm.SetText(Translate("ppm"));
   SetTexts(lblSec, Translate("sec"));
@@ -110,6 +104,12 @@ void fAlarm::SetUnitLabels() {
   SetTexts(lblUnitP, PressureUnit());
 }
 
+void fAlarm::BindFormats() {
+  for (const int number : kBindOrder) {
+    ControlPage::BindFormats({&rows_[static_cast<std::size_t>(number - kFirstRecord)].property, 1});
+  }
+}
+
 ui::TextBox& fAlarm::Box(std::size_t number) const {
   if (number < kBoxes) return txtAlarm[number];
   throw base::Error(Translate("The alarm records have more fields than the page has boxes (%s%).",
@@ -117,15 +117,15 @@ ui::TextBox& fAlarm::Box(std::size_t number) const {
 }
 
 void fAlarm::Fill() {
-  BindFormats(kBindOrder);
+  BindFormats();
   WhenRead([this] { SetUnitLabels(); });
   FieldCounts counts{};
   std::size_t next = 0;
   for (std::size_t r = 0; r < kRecords; ++r) {
-    const base::Record record = ReadRecord(kRows[r].property);
-    NamingProperty(kRows[r].property.type, [&] {
+    const base::Record record = ReadRecord(rows_[r].property);
+    NamingProperty(rows_[r].property.type, [&] {
       for (; counts[r] < record.Count(); ++counts[r]) {
-        SetSource(kRows[r].property.type, {&Box(next)});
+        SetSource(rows_[r].property.type, {&Box(next)});
         ShowText(Box(next++), record.Field(counts[r]));
       }
     });
@@ -151,13 +151,12 @@ bool fAlarm::CheckLimits() {
   // Equal values pass here, while the heating and cooling page refuses them. The messages state the opposite
   // of the tests, and the second one says cooling for heating: known wording, kept.
   const ui::Control* minimum = FindControl(kSetpointPage, "txtMinDischCool");
-  if (minimum && WholeNumber(kMinSupply, *minimum) < WholeNumber(kSupplyTemp.type, txtAlarm[kSupplyLowBox])) {
+  if (minimum && WholeNumber(kMinSupply, *minimum) < WholeNumber(kSupplyAlarm, txtAlarm[kSupplyLowBox])) {
     refuse(Translate("The Alarm Low Limit Temperature must be higher than the "),
            Translate("Minimum Discharge Cooling Setpoint."), kSupplyLowBox);
   }
   const ui::Control* maximum = FindControl(kSetpointPage, "txtMaxDischHeat");
-  if (maximum &&
-      WholeNumber(kMaxSupply, *maximum) > WholeNumber(kSupplyTemp.type, txtAlarm[kSupplyHighBox])) {
+  if (maximum && WholeNumber(kMaxSupply, *maximum) > WholeNumber(kSupplyAlarm, txtAlarm[kSupplyHighBox])) {
     refuse(Translate("The Alarm High Limit Temperature must be lower than the "),
            Translate("Maximum Discharge Cooling Setpoint."), kSupplyHighBox);
   }
@@ -169,9 +168,9 @@ bool fAlarm::Write() {
   if (!IsChanged()) return passed;
   // Written, and the flag cleared, also after a failed rule: the answer alone tells of it and ends the save.
   Context().flags.writeError = false;
-  BindFormats(kBindOrder);
+  BindFormats();
   std::size_t next = 0;
-  for (const Row& row : kRows) {
+  for (const Row& row : rows_) {
     ChangeRecord(row.property, [this, &next](host::Edit& record) {
       for (std::size_t i = 0; i < record.Count(); ++i) SetField(record, i, Box(next++));
     });

@@ -19,6 +19,18 @@ class fAlarm final : public ControlPage {
   static constexpr std::size_t kBoxes = 27;  // four more than usual, for records of a newer device
   using FieldCounts = std::array<std::size_t, kRecords>;
 
+  enum Column { kLow, kHigh, kOffset, kDelay, kColumns };
+  struct Cell {
+    Column column;
+    ui::Label& unit;
+  };
+  /// An alarm record and its usual fields in their order.
+  struct Row {
+    PropertyFormat property;
+    const char* caption;
+    std::vector<Cell> cells;
+  };
+
   void InitStrings() override;
   void Fill() override;
   bool Write() override;
@@ -26,6 +38,9 @@ class fAlarm final : public ControlPage {
   void BuildLayout();
   /// The row of record `r`, whose first box is `next`; counts on to the first box of the next record.
   std::vector<ui::Node> RecordCells(std::size_t r, std::size_t& next);
+  /// In the order in which the records are filled and written.
+  std::array<Row, kRecords> MakeRows();
+  void BindFormats();
   void SetUnitLabels();
   /// Throws base::Error when there is no such box.
   ui::TextBox& Box(std::size_t number) const;
@@ -44,19 +59,7 @@ class fAlarm final : public ControlPage {
   ui::Label lblPpm{*this, "lblPpm"};
   ui::LabelArray<kRecords> lblSec{*this, "lblSec"};  // of the delays
 
-  // The units of each record's fields.
-  const std::array<std::vector<ui::Label*>, kRecords> units_{{
-      {&lblOffset, &lblSec[0]},
-      {&lblCelsius[0], &lblCelsius[1], &lblSec[1]},
-      {&lblCelsius[2], &lblCelsius[3], &lblSec[2]},
-      {&lblCelsius[4], &lblCelsius[5], &lblSec[3]},
-      {&lblUnitP[0], &lblSec[4]},
-      {&lblUnitP[1], &lblUnitP[2], &lblSec[5]},
-      {&lblHumid[0], &lblHumid[1], &lblSec[6]},
-      {&lblPpm, &lblSec[7]},
-      {&lblSec[8]},
-      {&lblSec[9]},
-  }};
+  const std::array<Row, kRecords> rows_ = MakeRows();
 };
 
 }  // namespace pages

@@ -35,7 +35,6 @@ fFanValve::fFanValve(const shell::PageContext& context, int helpTopic)
   Watch(chkFan);
   SetSource(kOptionsType, {&optState[0], &chkFan});
   BuildLayout();
-  ReInitializeStrings();
 }
 
 void fFanValve::BuildLayout() {

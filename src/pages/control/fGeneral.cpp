@@ -1,6 +1,7 @@
 #include "pages/control/fGeneral.h"
 
 #include <algorithm>
+#include <utility>
 
 #include "base/text.h"
 #include "logger/message_logger.h"
@@ -55,7 +56,6 @@ fGeneral::fGeneral(const shell::PageContext& context, int helpTopic)
   SetSource(kOptionsType, {&optTemp[0], &optEcono[0], &optEmergency[0], &chkFreshAir});
   SetSource(kExtraConfig.type, {&txtOutdoorMax});
   BuildLayout();
-  ReInitializeStrings();
 }
 
 void fGeneral::BuildLayout() {
@@ -174,7 +174,10 @@ std::string fGeneral::DamperFault() const {
   if (!numbers.IsNumber(txtOutdoor.Text()) || !numbers.IsNumber(txtOutdoorMax.Text())) {
     return Translate("Damper positions must be a number.");
   }
-  if (numbers.ToSingle(txtOutdoor.Text()) > numbers.ToSingle(txtOutdoorMax.Text())) {
+  const auto position = [&numbers](const PropertyFormat& property, const ui::TextBox& box) {
+    return NamingProperty(property.type, [&] { return numbers.ToSingle(box.Text()); });
+  };
+  if (position(kMinimumPosition, txtOutdoor) > position(kExtraConfig, txtOutdoorMax)) {
     return Translate(
         "The maximum damper position must be a number greater than or equal to the minimum damper position.");
   }
@@ -215,16 +218,18 @@ void fGeneral::WriteOptions() {
     // cool.
     options.Set(kReversingValveOption, "0");
     SetField(options, kEmergencyOption, !optEmergency[0].Selected(), optEmergency[0]);
-    if (freshAirUpdate_) {
-      options.Set(kFreshAirMarker, "0");
-      Context().messages.AddMessage(
-          Translate("The Fresh Air flow was set to damper position. See User Guide for more details."),
-          "WriteValue", Location(), logger::kInformation);
-    }
+    if (freshAirUpdate_) options.Set(kFreshAirMarker, "0");
     SetField(options, kTemperatureOption, !optTemp[0].Selected(), optTemp[0]);
     SetField(options, kEconomizerOption, !optEcono[0].Selected(), optEcono[0]);
     SetField(options, kFreshAirOption, chkFreshAir.Checked(), chkFreshAir);
   });
+}
+
+void fGeneral::Saved() {
+  if (!std::exchange(freshAirUpdate_, false)) return;
+  Context().messages.AddMessage(
+      Translate("The Fresh Air flow was set to damper position. See User Guide for more details."),
+      "WriteValue", Location(), logger::kInformation);
 }
 
 }  // namespace pages

@@ -25,6 +25,7 @@ class fGeneral final : public ControlPage {
   void Fill() override;
   bool Write() override;
   void DropEdits() override { MarkChanged(freshAirUpdate_); }
+  void Saved() override;
   void BuildLayout();
   void SetUnitLabels();
 

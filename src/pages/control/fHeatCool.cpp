@@ -57,13 +57,17 @@ fHeatCool::fHeatCool(const shell::PageContext& context, int helpTopic)
   SetSource(kSetpoints.type, txtSetPoint);
   SetSource(kOptionsType, {&chkHeatStage, &chkMechAndEco, &OptionNormallyCool});
   BuildLayout();
-  ReInitializeStrings();
 }
 
 void fHeatCool::WatchSupply(ui::TextBox& box, bool& warned) {
   Watch(box);
   box.onFocus = [&warned] { warned = false; };
-  box.onLeave = [check = box.onLeave, &warned] { return warned || check(); };
+  // Refused once: the focus stays, which is no coming back to the box, and the next time it may go.
+  box.onLeave = [check = box.onLeave, &warned] {
+    if (warned || check()) return true;
+    warned = true;
+    return false;
+  };
 }
 
 void fHeatCool::BuildLayout() {
@@ -157,7 +161,14 @@ void fHeatCool::Fill() {
              {kEnthalpy, txtfreeCooling},
              {kMechCool, txtMechCoolLL},
              {kChangeover, txtChngeOverDelay}});
+  FillOptions();
+  WhenRead([this, functions = AssignedFunctions()] { EnableUsable(functions); });
+}
+
+void fHeatCool::FillOptions() {
   const base::Record options = ReadOptions();
+  WhenRead([this, given = !options.Join().empty()] { optionsGiven_ = given; });
+  if (options.Join().empty()) return;
   WhenRead([this, stage = IsSet(options.Field(kHeatStageOption)),
             both = IsSet(options.Field(kMechAndEcoOption)),
             heat = IsSet(options.Field(kNormallyHeatOption))] {
@@ -165,7 +176,6 @@ void fHeatCool::Fill() {
     chkMechAndEco.SetChecked(both);
     (heat ? OptionNormallyHeat : OptionNormallyCool).Select();
   });
-  WhenRead([this, functions = AssignedFunctions()] { EnableUsable(functions); });
 }
 
 void fHeatCool::FollowFunctions() { EnableUsable(SelectedFunctions()); }
@@ -181,11 +191,13 @@ void fHeatCool::EnableUsable(const std::vector<std::string>& functions) {
   const bool heatingStage = assigned("HEATING_1");
   const bool coolingStage = assigned("COOLING_1");
   const bool mechanical = coolingStage || std::ranges::any_of(functions, isCoolingValve);
-  EnableAll(heatingStage && assigned("HEATING_MOD"), chkHeatStage);
+  EnableAll(optionsGiven_ && heatingStage && assigned("HEATING_MOD"), chkHeatStage);
+  EnableAll(optionsGiven_, chkMechAndEco);
   EnableAll(coolingStage, txtCoolOn, lblCoolOn, lblSec[0], txtCoolOFF, lblCoolOFF, lblSec[1]);
   EnableAll(mechanical, txtMechCoolLL, lblMechCool, lblUnits[9], fraMech);
   EnableAll(heatingStage, txtminHeatPeriod, lblHeat, lblHeatUnit);
-  EnableAll(assigned("REVERSING_VALVE"), FrameRversingValve, OptionNormallyCool, OptionNormallyHeat);
+  EnableAll(optionsGiven_ && assigned("REVERSING_VALVE"), FrameRversingValve, OptionNormallyCool,
+            OptionNormallyHeat);
 }
 
 bool fHeatCool::Write() {
@@ -249,6 +261,7 @@ void fHeatCool::WriteProperties() {
               {kEnthalpy, txtfreeCooling},
               {kMechCool, txtMechCoolLL},
               {kChangeover, txtChngeOverDelay}});
+  if (!optionsGiven_) return;
   ChangeOptions([this](host::Edit& options) {
     SetField(options, kHeatStageOption, chkHeatStage.Checked(), chkHeatStage);
     SetField(options, kMechAndEcoOption, chkMechAndEco.Checked(), chkMechAndEco);

@@ -21,6 +21,7 @@ class fHeatCool final : public ControlPage {
   void InitStrings() override;
   void Fill() override;
   bool Write() override;
+  void FillOptions();
   void BuildLayout();
   /// A supply limit: a warning about it holds back further ones until the person comes back to the box.
   void WatchSupply(ui::TextBox& box, bool& warned);
@@ -32,6 +33,7 @@ class fHeatCool final : public ControlPage {
 
   bool maxSupplyWarned_ = false;
   bool minSupplyWarned_ = false;
+  bool optionsGiven_ = true;  // no: the device gave an empty record, so options cannot be shown nor written
 
   ui::Frame fraSetPoint{*this, "fraSetPoint"};
   ui::Label lblHeating{*this, "lblHeating"};

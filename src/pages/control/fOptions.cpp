@@ -1,5 +1,7 @@
 #include "pages/control/fOptions.h"
 
+#include <utility>
+
 #include "base/error.h"
 #include "base/text.h"
 #include "logger/message_logger.h"
@@ -64,7 +66,6 @@ fOptions::fOptions(const shell::PageContext& context, int helpTopic)
   SetSource(kOptionsType, {&optTerminal[0], &optAverage[0], &chkAlternate, &chkTerminal, &chkEnable, &chkFrost,
                            &chkOptimum[0], &chkOptimum[1]});
   BuildLayout();
-  ReInitializeStrings();
 }
 
 // Both boxes are first checked as every box is.
@@ -189,14 +190,19 @@ void fOptions::FillExtra() {
   const base::Record extra = ReadRecord(kExtraConfig);
   const base::Numbers& numbers = Context().settings.numbers;
   ShowText(txtHeatCool, extra.Field(kCycleTimeField));
-  ShowText(txtChangeOver, numbers.Text(numbers.ToDouble(extra.Field(kDemandField)) / 2));
+  const std::string_view demand = extra.Field(kDemandField);
+  const double stored = NamingProperty(kExtraConfig.type, [&] {
+    const auto number = host::ParseEither(numbers, demand);
+    return number ? *number : numbers.ToDouble(demand);  // which says what is wrong with it
+  });
+  ShowText(txtChangeOver, numbers.Text(stored / 2));
 }
 
 // The network inputs page decides the same by the type's name, and differently; the one that fills last wins.
 void fOptions::CheckOptimumStart() {
   const bool standard = NamingProperty(kCommand, [this] {
     auto& command = Context().device.RoofTopVariables[std::string(kCommand)].ConfigProperties();
-    const base::Record type(command[kCommandTypeProperty].Read());
+    const base::Record type(command[kCommandTypeProperty].Read(), "SCPTnvType");
     return type.Field(kTypeIndexField) != kOccupancyIndex;
   });
   WhenRead([this, standard] {
@@ -289,7 +295,10 @@ void fOptions::WriteOptions() {
     SetField(options, kAveragingEnabledOption, chkEnable.Checked(), chkEnable);
     SetField(options, kFrostOption, chkFrost.Checked(), chkFrost);
   });
-  if (!algorithmUpdate_) return;
+}
+
+void fOptions::Saved() {
+  if (!std::exchange(algorithmUpdate_, false)) return;
   Context().messages.AddMessage(
       Translate(
           "The Optimum Start algorithm was updated and options were adjusted accordingly. See User Guide for "

@@ -19,6 +19,7 @@ class fOptions final : public ControlPage {
   void Fill() override;
   bool Write() override;
   void DropEdits() override { MarkChanged(algorithmUpdate_); }
+  void Saved() override;
   void BuildLayout();
   void WatchCycle();
   void EnableGroups();

@@ -31,13 +31,12 @@ fPID::fPID(const shell::PageContext& context, int helpTopic)
   SetSource(kOptionsType, {&chkPID});
   Watch(chkPID);
   BuildLayout();
-  ReInitializeStrings();
 }
 
 void fPID::BuildLayout() {
   using ui::Empty, ui::Item, ui::Span;
   std::vector<ui::Node> cells = {
-      Empty(),
+      ui::Overlay({Item(lblPress[3]), Item(lblPress[4])}),
       Item(lblColumn[0]),
       Item(lblColumn[1]),
       Span(2, Item(lblColumn[2])),

@@ -46,7 +46,7 @@ class fPID final : public ControlPage {
   Boxes txtHumidity{*this, "txtHumidity"};
   ui::LabelArray<7> lblHumid{*this, "lblHumid"};
   Boxes txtPressure{*this, "txtPressure"};
-  ui::LabelArray<3> lblPress{*this, "lblPress"};
+  ui::LabelArray<5> lblPress{*this, "lblPress"};        // 3 and 4 show nothing
   ui::LabelArray<3> lblPressure{*this, "lblPressure"};  // its gains
   ui::Label lblPressD{*this, "lblPressD"};              // its dead band
 

@@ -61,7 +61,7 @@ bool ConfigDialog::Guarded(const char* routine, const std::function<void()>& wor
 void ConfigDialog::Open() {
   InitStrings();
   NoChange = false;
-  written_ = false;
+  mayHaveWritten_ = false;
   if (context_.platform.toolkit && !GetWindowPeer()) context_.platform.toolkit->Realize(*this);
   try {
     for (std::size_t i = 0; i < sites_.size(); ++i) {
@@ -78,28 +78,40 @@ void ConfigDialog::Open() {
   context_.work.RunModal(*this);
 }
 
+bool ConfigDialog::IsDue() {
+  if (writes_ == Writes::kAlways) return true;
+  bool due = false;
+  for (const automation::Object& editor : editors_) {
+    bool changed = true;  // a control that cannot say it is told to write; its answer to that counts
+    Guarded("IsChanged", [&] { changed = editor.Get(host::kIsChanged).AsBool(); });
+    due = due || changed;
+  }
+  return due;
+}
+
 bool ConfigDialog::Write() {
-  bool failed = false;
-  bool due = writes_ == Writes::kAlways;
-  if (!due) {
-    for (const automation::Object& editor : editors_) {
-      failed |= !Guarded("IsChanged", [&] { due |= editor.Get(host::kIsChanged).AsBool(); });
-    }
-  }
-  if (due) {
-    for (const automation::Object& editor : editors_) {
-      bool written = false;
-      Guarded("WriteValue", [&] { written = editor.Call(host::kWriteValue).AsBool(); });
-      failed |= !written;
-      written_ |= written;
-    }
-  }
-  if (failed) {
+  SetAcceptsInput(false);  // nothing may come between
+  const bool written = !IsDue() || context_.work.InTransaction("WriteValue", caption_, [this] {
+    return WriteAll();
+  }) == shell::SaveResult::kCommitted;
+  SetAcceptsInput(true);
+  if (!written) {
     context_.platform.prompts.Ask(
         {context_.strings.GetStrings("An error as occured while writing the value in the database"),
          context_.settings.title, ui::Buttons::kOk, ui::Icon::kInformation});
   }
-  return !failed;
+  return written;
+}
+
+bool ConfigDialog::WriteAll() {
+  bool all = true;
+  for (const automation::Object& editor : editors_) {
+    bool written = false;
+    mayHaveWritten_ = true;
+    Guarded("WriteValue", [&] { written = editor.Call(host::kWriteValue).AsBool(); });
+    all = all && written;
+  }
+  return all;
 }
 
 void ConfigDialog::Ok() {

@@ -1,6 +1,6 @@
 // What the sensor and actuator dialogs have in common: the maker's editing controls, created by program id
 // when the dialog opens, and the buttons OK, Apply, Cancel and Help. The controls do the editing; the dialog
-// tells them what to edit and when to write.
+// tells them what to edit and when to write, all of them in one transaction.
 #pragma once
 
 #include <memory>
@@ -28,8 +28,8 @@ class ConfigDialog : public ui::Window {
   int Index = 0;
   /// True after "Cancel".
   bool NoChange = false;
-  /// Cancelled with nothing written: what the pages show still holds.
-  bool LeftAsItWas() const { return NoChange && !written_; }
+  /// A control was told to write, whatever came of it: what the page shows may not hold any more.
+  bool MayHaveWritten() const { return mayHaveWritten_; }
 
   /// Creates the controls and waits until the dialog is closed. Throws automation::Error naming a control
   /// that is not registered; the dialog is then not shown.
@@ -49,8 +49,11 @@ class ConfigDialog : public ui::Window {
  private:
   void InitStrings();
   void Ok();
-  /// No when a control failed, which has been told. The others are asked nevertheless.
+  bool IsDue();
+  /// Lets all controls write in one transaction, if it is due. No when one of them failed or the host did;
+  /// that has been told, and nothing of it is kept.
   bool Write();
+  bool WriteAll();
   void End();
   /// Runs `work` and answers yes; an error in it is logged, and the answer is no.
   bool Guarded(const char* routine, const std::function<void()>& work);
@@ -58,7 +61,7 @@ class ConfigDialog : public ui::Window {
   const shell::PageContext& context_;
   std::string caption_;
   Writes writes_;
-  bool written_ = false;  // a control has written since the dialog opened
+  bool mayHaveWritten_ = false;
   std::span<const EditingControl> descriptions_;
   std::vector<std::unique_ptr<ui::ControlSite>> sites_;
   std::vector<automation::Object> editors_;

@@ -62,7 +62,7 @@ void fChangeType::ShowVariable(std::size_t place) {
   std::vector<ui::ListView::Row> rows;
   for (const std::string& type : variable.allowed) rows.push_back({type, {type}});
   lvwType.SetRows(std::move(rows));
-  const auto chosen = std::ranges::find(variable.allowed, host::BareType(variable.type));
+  const auto chosen = std::ranges::find(variable.allowed, host::BareType(variable.type), host::BareType);
   // A type that the host does not list is shown below only.
   if (chosen != variable.allowed.end()) {
     lvwType.SetSelection({static_cast<std::size_t>(chosen - variable.allowed.begin())});

@@ -15,7 +15,7 @@ struct ChangeableVariable {
   std::string name;
   std::string present;               // its type in the device
   std::string type;                  // the type chosen
-  std::vector<std::string> allowed;  // without scope prefixes
+  std::vector<std::string> allowed;  // as the host names them, perhaps with scope prefixes
 };
 
 class fChangeType final : public ui::Window {

@@ -36,7 +36,6 @@ fControlOutput::fControlOutput(const shell::PageContext& context, int helpTopic)
   for (std::size_t i = 0; i < kOutputCount; ++i) ConnectHandlers(i);
   SetSource(kFormats[0].type, cboOutput);
   BuildLayout();
-  ReInitializeStrings();
 }
 
 void fControlOutput::ConnectHandlers(std::size_t i) {
@@ -296,7 +295,7 @@ void fControlOutput::Configure(std::size_t i) {
   dialog_->Index = static_cast<int>(i) + 1;
   dialog_->OutputSignal = SignalType(i);
   dialog_->Open();
-  if (dialog_->LeftAsItWas()) return;
+  if (!dialog_->MayHaveWritten()) return;
   const bool local = chkOutput[i].Checked();
   CheckHardware(i, SignalFor(i, functions_[i]));
   if (chkOutput[i].Checked() != local) Touch(i);

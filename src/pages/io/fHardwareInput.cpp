@@ -26,7 +26,6 @@ fHardwareInput::fHardwareInput(const shell::PageContext& context, int helpTopic)
   }
   SetSource(kFunctionFormat, cboInput);
   BuildLayout();
-  ReInitializeStrings();
 }
 
 void fHardwareInput::BuildLayout() {
@@ -202,11 +201,11 @@ void fHardwareInput::Configure(std::size_t i) {
   dialog_->Choice = function ? function->choices : std::string_view();
   dialog_->InputChoice = functions_[i];
   dialog_->Open();
-  if (dialog_->LeftAsItWas()) {
+  if (dialog_->NoChange) {
     Context().messages.AddMessage(Translate("Configuring sensor input was canceled."), "Configure",
                                   "Sensor Input", logger::kInformation);
-    return;
   }
+  if (!dialog_->MayHaveWritten()) return;
   ShowSensorType(i, ReadSensorType(i));
   Context().pages.CheckOutputDependencies();
 }

@@ -60,7 +60,6 @@ fNetworkInput::fNetworkInput(const shell::PageContext& context, int helpTopic)
   for (std::size_t i = kVariableCount; i < kFlagCount; ++i) chkInput[i].SetVisible(false);
   cmdChangeType.onClick = [this] { Guarded("ChangeType", [this] { ChangeTypes(); }); };
   BuildLayout();
-  ReInitializeStrings();
 }
 
 ui::Node fNetworkInput::GroupBox(std::size_t group) {
@@ -230,10 +229,11 @@ std::string fNetworkInput::ChooseType(std::size_t i, const std::string& type) {
   if (type == host::BareType(TypeOf(i))) return {};
   try {
     const std::vector<std::string> allowed = AllowedTypes(i);
-    if (type != host::BareType(types_[i]) && std::ranges::find(allowed, type) == allowed.end()) {
+    const auto found = std::ranges::find(allowed, type, host::BareType);
+    if (type != host::BareType(types_[i]) && found == allowed.end()) {
       return Translate("This device does not allow the type %s1% for %s2%.", {type, kInputs[i].variable});
     }
-    TakeType(i, type);
+    TakeType(i, found == allowed.end() ? type : *found);
     UpdateOptionsPage();
     return {};
   } catch (const std::exception& error) {

@@ -22,7 +22,6 @@ fNetworkOutput::fNetworkOutput(const shell::PageContext& context, int helpTopic)
   static_assert(std::size(kVariables) == kVariableCount);
   for (const Field& field : Fields()) Watch(field.box);
   BuildLayout();
-  ReInitializeStrings();
 }
 
 void fNetworkOutput::BuildLayout() {

@@ -2,7 +2,7 @@
 #include <algorithm>
 
 #include "platform/win32/control/kinds.h"
-#include "platform/win32/system/utf.h"
+#include "platform/win32/system/text.h"
 #include "platform/win32/window/form_native.h"
 #include "platform/win32/window/window_native.h"
 

@@ -53,6 +53,7 @@ class NativeForm : public ui::Peer, public ui::Metrics, public std::enable_share
 
   void Changed(ui::Control& control, ui::Aspect aspect) override;
   void TakeFocus(ui::Control& control) override;
+  void LayoutChanged() override { QueueArrange(); }
   ui::Size Measure(const ui::Control& control) const override;
   int X(int units) const override;
   int Y(int units) const override;

@@ -1,0 +1,295 @@
+// Every field of every page by itself: what is typed into it alone is stored, in its own place and nowhere
+// else; and every box shows its property in the format, units and decimals that belong to it.
+#include <map>
+
+#include "base/record.h"
+#include "base/text.h"
+#include "tool_test.h"
+
+namespace {
+
+constexpr const char* kDevice = tests::kAssigned;
+
+/// Boxes of one property of the rooftop object: a single one, or those of an array from `first` on.
+struct Boxes {
+  const char* name;
+  int number;
+  const char* format;  // "#" stands for the suffix of the units
+  int metric, imperial;
+  std::size_t place = 0;
+  int first = -1;
+};
+const Boxes kBoxes[] = {
+    {"fHeatCool.txtSetPoint", 3, "SCPTsetPnts#", 3, 3, 0, 0},
+    {"fHeatCool.txtminHeatPeriod", 17, "UCPTminHeatPeriod", 0, 0},
+    {"fHeatCool.txtMaxDischHeat", 4, "SCPTmaxDischargeAirHeatingSetpoint#", 3, 3},
+    {"fHeatCool.txtMinDischCool", 5, "SCPTminDischargeAirCoolingSetpoint#", 3, 3},
+    {"fHeatCool.txtCoolOn", 18, "UCPTminCoolOnPeriod", 0, 0},
+    {"fHeatCool.txtCoolOFF", 19, "UCPTminCoolOffPeriod", 0, 0},
+    {"fHeatCool.txtMechCoolDelay", 20, "UCPTfree2MecDelay", 3, 3},
+    {"fHeatCool.txtfreeCoolDegree", 8, "UCPTfreeCoolSetpoint#", 3, 3},
+    {"fHeatCool.txtfreeCooling", 7, "SCPToutdoorAirEnthalpySetpoint#", 3, 3},
+    {"fHeatCool.txtMechCoolLL", 9, "UCPTmecCoolSetpoint#", 3, 3},
+    {"fHeatCool.txtChngeOverDelay", 21, "UCPTchngeOverDelay", 0, 0},
+    {"fFanValve.txtHeat", 23, "UCPTheatValveDriveTime", 1, 1},
+    {"fFanValve.txtCool", 24, "UCPTcoolValveDriveTime", 1, 1},
+    {"fFanValve.txtMinHeatValue", 25, "UCPTheatValveMinPos", 3, 3},
+    {"fFanValve.txtCoolValue", 26, "UCPTcoolValveMinPos", 3, 3},
+    {"fFanValve.txtFanPeriod", 22, "UCPTminFanOnOffPeriod", 0, 0},
+    {"fFanValve.txtFanSpeed", 28, "UCPTminFanSpeed", 3, 3},
+    {"fFanValve.txtThresHold", 29, "UCPTfanCurrentThreshold", 1, 1},
+    {"fPID.txtPIDTemp", 30, "UCPTspaceTempPIDparam#", 4, 4, 0, 0},
+    {"fPID.txtPIDTempDisch", 31, "UCPTdischargeTempPIDparam#", 4, 4, 0, 0},
+    {"fPID.txtCO2Level", 32, "UCPTCO2PIDparam", 4, 4, 0, 0},
+    {"fPID.txtPressure", 33, "UCPTpressurePIDparam#", 2, 5, 0, 0},
+    {"fPID.txtHumidity", 34, "UCPThumidityPIDparam", 2, 2, 0, 0},
+    {"fAlarm.txtAlarm", 35, "UCPTspaceTempAlarm#", 3, 3, 0, 0},
+    {"fAlarm.txtAlarm", 36, "UCPTreturnTempAlarm#", 3, 3, 0, 2},
+    {"fAlarm.txtAlarm", 37, "UCPTmixAirTempAlarm#", 3, 3, 0, 5},
+    {"fAlarm.txtAlarm", 38, "UCPTsupplyTempAlarm#", 3, 3, 0, 8},
+    {"fAlarm.txtAlarm", 39, "UCPTsupplyPressureAlarm#", 3, 3, 0, 11},
+    {"fAlarm.txtAlarm", 40, "UCPTductPressureAlarm#", 3, 3, 0, 13},
+    {"fAlarm.txtAlarm", 41, "UCPThumidityAlarm", 3, 3, 0, 16},
+    {"fAlarm.txtAlarm", 42, "UCPTCO2Alarm", 3, 3, 0, 19},
+    {"fAlarm.txtAlarm", 43, "UCPTauxiliaryAlarm", 3, 3, 0, 21},
+    {"fAlarm.txtAlarm", 44, "UCPTfanAlarmTime", 3, 3, 0, 22},
+    {"fGeneral.txtBypassTime", 15, "SCPTbypassTime", 0, 0},
+    {"fGeneral.txtCO2", 12, "SCPTlimitCO2", 0, 0},
+    {"fGeneral.txtDuctPressure", 14, "SCPTmaxDuctStaticPressureSetpoint#", 1, 4},
+    {"fGeneral.txtAirLowLimit", 6, "SCPTmixedAirLowLimitSetpoint#", 3, 3},
+    {"fGeneral.txtMaxPressure", 13, "UCPTmaxSupplyPressure#", 1, 4},
+    {"fGeneral.txtHumidity", 10, "UCPThumidityLevelSetpoint", 1, 1},
+    {"fGeneral.txtHumidityMin", 11, "UCPThumidityCtrlOnOffTime", 1, 1},
+    {"fGeneral.txtOutdoor", 27, "UCPTminOutdoorAir", 1, 1},
+    {"fGeneral.txtOutdoorMax", 52, "UCPTextraConfig", 1, 1, 2},
+    {"fGeneral.txtFreshAir", 50, "UCPTdamperDriveTime", 1, 1},
+    {"fOptions.txtStartTime", 16, "UCPTmaxOptimumStartTime", 0, 0},
+    {"fOptions.txtInput", 45, "UCPTmaxRcvScanTime", 1, 1},
+    {"fOptions.txtAt", 46, "UCPTweightAvgParam", 1, 1, 0, 0},
+    {"fOptions.txtHeatCool", 52, "UCPTextraConfig", 1, 1},
+};
+
+/// Fields of the option record.
+const std::pair<const char*, int> kOptions[] = {{"fHeatCool.chkMechAndEco", 32},
+                                                {"fOptions.optTerminal", 33},
+                                                {"fOptions.chkAlternate", 34},
+                                                {"fGeneral.chkFreshAir", 35},
+                                                {"fOptions.chkTerminal", 48},
+                                                {"fGeneral.optEcono", 49},
+                                                {"fHeatCool.OptionNormallyCool", 50},
+                                                {"fOptions.chkEnable", 51},
+                                                {"fOptions.optAverage", 52},
+                                                {"fFanValve.optState", 53},
+                                                {"fGeneral.optEmergency", 54},
+                                                {"fGeneral.optTemp", 56},
+                                                {"fHeatCool.chkHeatStage", 57},
+                                                {"fOptions.chkOptimum(1)", 59},
+                                                {"fOptions.chkOptimum(2)", 60},
+                                                {"fPID.chkPID", 61},
+                                                {"fOptions.chkFrost", 62},
+                                                {"fFanValve.chkFan", 63}};
+
+/// The variables of the network pages in the order of their boxes.
+constexpr const char* kInputs[] = {"nviOccCmd",      "nviApplicMode",   "nviHotWater",     "nviOutdoorRH",
+                                   "nviOutdoorEnth", "nviSetPtOffset",  "nviShedding",     "nviSlave",
+                                   "nviWaterTemp",   "nviMixedAirTemp", "nviReturnTemp",   "nviTerminalLoad",
+                                   "nviCO2",         "nviFanState",     "nviDuctPressure", "nviEconoEnable",
+                                   "nviEmergCmd",    "nviSupplyTemp",   "nviSupplyPress",  "nviSpaceTemp",
+                                   "nviSpaceRH",     "nviSpaceEnth",    "nviOutdoorTemp"};
+constexpr const char* kOutputs[] = {"nvoSpaceTemp",   "nvoTerminalLoad", "nvoTermLoadInAvg", "nvoEconoEnable",
+                                    "nvoEffectSetPt", "nvoOccState",     "nvoCtrlOutput1",   "nvoCtrlOutput2",
+                                    "nvoCtrlOutput3", "nvoCtrlOutput4",  "nvoCtrlOutput5",   "nvoCtrlOutput6",
+                                    "nvoCtrlOutput7", "nvoFanSpeed",     "nvoUnitStatus"};
+
+std::string At(const std::string& name, std::size_t index) {
+  return name + "(" + std::to_string(index) + ")";
+}
+std::string Place(int number, std::size_t place) {
+  return "RoofTopObject." + std::to_string(number) + "[" + std::to_string(place) + "]";
+}
+
+struct StoredFields : tests::ToolTest {
+  using Values = std::map<std::string, std::vector<std::string>>;
+
+  Values Device() const {
+    Values values;
+    for (const std::string& line : base::Split(building.StoredDevice(kDevice), "\n")) {
+      const auto sign = line.find('=');
+      if (sign != std::string::npos) values[line.substr(0, sign)] = base::Split(line.substr(sign + 1), " ");
+    }
+    return values;
+  }
+  static std::string Differences(const Values& one, const Values& other) {
+    std::string all;
+    for (const auto& [key, fields] : other) {
+      const auto before = one.find(key);
+      for (std::size_t i = 0; i < fields.size(); ++i) {
+        if (before != one.end() && before->second[i] == fields[i]) continue;
+        all += (all.empty() ? "" : " ") + key + "[" + std::to_string(i) + "]";
+      }
+    }
+    return all;
+  }
+  std::vector<std::string> NamesOf(const Boxes& boxes, std::size_t fields) {
+    if (boxes.first < 0) return {boxes.name};
+    std::vector<std::string> names;
+    const auto point = std::string(boxes.name).find('.');
+    const ui::Form& page = *Main().Pages().FindPage(std::string(boxes.name).substr(0, point));
+    for (std::size_t i = 0; i < fields; ++i) {
+      const std::string name = At(boxes.name, static_cast<std::size_t>(boxes.first) + i);
+      if (page.Find(name.substr(point + 1))) names.push_back(name);
+    }
+    return names;
+  }
+
+  /// Where the content of each field is stored; of outputs and types the owner only, as more goes with them.
+  std::map<std::string, std::string> Homes() {
+    std::map<std::string, std::string> homes;
+    for (const Boxes& boxes : kBoxes) {
+      const base::Record record(
+          Stored(kDevice, boxes.number, base::ReplaceAll(boxes.format, "#", "").c_str(), -1));
+      const auto names = NamesOf(boxes, record.Count());
+      for (std::size_t i = 0; i < names.size(); ++i) homes[names[i]] = Place(boxes.number, boxes.place + i);
+    }
+    for (const auto& [name, place] : kOptions) homes[name] = Place(48, static_cast<std::size_t>(place));
+    homes["fOptions.txtMaxOffset"] = Place(47, 0);
+    homes["fOptions.txtChangeOver"] = Place(52, 1);
+    for (std::size_t i = 0; i < 6; ++i)
+      homes[At("fHardwareInput.cboInput", i)] = "HardwareInput" + std::to_string(i + 1) + ".3[0]";
+    for (std::size_t i = 0; i < 7; ++i) {
+      for (const char* name : {"cboOutput", "chkOutput", "chkOver", "cboONOFF", "txtValue"})
+        homes[At(std::string("fControlOutput.") + name, i)] = "HardwareOutput" + std::to_string(i + 1) + ".";
+    }
+    for (std::size_t i = 0; i < std::size(kInputs); ++i) {
+      const std::string variable = std::string("RoofTopObject/") + kInputs[i];
+      const bool emergency = kInputs[i] == std::string("nviEmergCmd");
+      homes[At("fNetworkInput.txtnvi", i)] = variable + (emergency ? ".2[0]" : ".1[0]");
+      homes[At("fNetworkInput.chkInput", i)] = Place(49, i);
+      homes[At("fNetworkInput.lblType", i)] = variable;
+      if (emergency) homes["fNetworkInput.txtEmergCmd"] = variable + ".1[0]";
+    }
+    for (std::size_t i = 0; i < std::size(kOutputs); ++i) {
+      const std::string variable = std::string("RoofTopObject/") + kOutputs[i];
+      homes[At("fNetworkOutput.txtNvo", i)] = variable + ".1[0]";
+      if (i < 3) homes[At("fNetworkOutput.txtDelta", i)] = variable + ".2[0]";
+      if (i >= 6) homes[At("fNetworkOutput.txtOutput", i)] = variable + ".2[0]";
+    }
+    homes["fNetworkOutput.txtnciSndHrtBt"] = "NodeObject.3[0]";
+    homes["fNetworkOutput.txtnciMinSendTime"] = "NodeObject.4[0]";
+    return homes;
+  }
+
+  /// Contents that the field may be given instead of the one that it has.
+  std::vector<std::string> Others(const fields::Field& field) {
+    const std::string content = field.content();
+    if (field.kind == fields::Kind::kFlag || field.kind == fields::Kind::kOption)
+      return {content == "1" ? "0" : "1"};
+    if (field.kind == fields::Kind::kText) {
+      const double value = base::Numbers().ToDouble(content);
+      return {base::Numbers().Text(value + 1), base::Numbers().Text(value - 1)};
+    }
+    const auto* list = dynamic_cast<const ui::ListBox*>(field.control);
+    if (list && list->Translated()) return {content == "1" ? "0" : "1"};
+    if (list) return {list->Items().rbegin(), list->Items().rend()};
+    const std::size_t i = std::stoul(field.name.substr(field.name.find('(') + 1));
+    return Main().Device().RoofTopVariables[kInputs[i]].AllowedTypes();
+  }
+  /// Takes a content and stores it. Answers whether the page did.
+  bool Save(const fields::Field& field, const std::string& content) {
+    shell::ISubForm& page = *Main().Pages().FindPage(field.page);
+    if (!Main().Prompts().Take(field, content).empty()) return false;
+    EXPECT_TRUE(page.IsChanged()) << field.page << "." << field.name;
+    if (!page.WriteValue()) return false;
+    page.EndWriteValue();
+    return true;
+  }
+};
+
+TEST_F(StoredFields, EachAloneIsStoredInItsPlaceAndComesBack) {
+  OpenPage(kDevice, "fHeatCool");
+  for (int i = 0; i < 7; ++i) {
+    auto& over = Find<ui::CheckBox>(At("fControlOutput.chkOver", static_cast<std::size_t>(i)));
+    if (!over.Checked()) over.Click();  // without it no override is stored
+  }
+  Click("cmdApply");
+  ASSERT_EQ(LastMessage(), tests::kApplied);
+  auto homes = Homes();
+  const auto list = Main().Pages().Fields(program.GetStrings());
+  for (const fields::Field& field : list.All()) {
+    const std::string name = field.page + "." + field.name;
+    const std::string home = homes[name];
+    homes.erase(name);
+    if (!field.applies()) continue;
+    const std::string content = field.content();
+    std::string taken;
+    for (const std::string& other : Others(field)) {
+      if (taken.empty() && other != content && Save(field, other)) taken = other;
+    }
+    // COOLING_2 stands on it; and a variable may have one type only.
+    if (taken.empty() && (name == "fControlOutput.cboOutput(2)" || name.starts_with("fNetworkInput.lblType")))
+      continue;
+    ASSERT_NE(taken, "") << name << testing::PrintToString(Messages());
+    const auto stored = Device();
+    if (!name.starts_with("fControlOutput.chkOutput")) {  // which the hardware decides when it is read
+      Main().Pages().FindPage(field.page)->FillValue();
+      const base::Numbers numbers;
+      EXPECT_EQ(numbers.Parse(field.content()), numbers.Parse(taken)) << name;
+      EXPECT_EQ(numbers.IsNumber(taken) ? taken : field.content(), taken) << name;
+    }
+    EXPECT_TRUE(Save(field, content)) << name << testing::PrintToString(Messages());
+    const std::string changed = Differences(stored, Device());
+    if (home.ends_with(']')) {
+      EXPECT_EQ(changed, home) << name;
+      continue;
+    }
+    EXPECT_NE(changed, "") << name;
+    for (const std::string& place : base::Split(changed, " "))
+      EXPECT_EQ(place.find(home), 0u) << name << place;
+  }
+  EXPECT_EQ(homes, (std::map<std::string, std::string>())) << "fields that are not in the list";
+}
+
+TEST_F(StoredFields, AreShownInTheirFormatAndDecimals) {
+  Open(kDevice);
+  for (std::size_t i = 0; i < 10; ++i) {
+    Main().Pages().Page(i).FillValue();
+    EXPECT_EQ(Main().Flags().lastFilledPage, static_cast<int>(i) + 1);
+  }
+  for (const bool imperial : {false, true}) {
+    if (imperial) Find<ui::OptionButton>("optUnit(1)").Click();
+    for (const Boxes& boxes : kBoxes) {
+      const std::string format = base::ReplaceAll(boxes.format, "#", imperial ? "#US" : "#SI");
+      const base::Record record(
+          Stored(kDevice, boxes.number, format.c_str(), imperial ? boxes.imperial : boxes.metric));
+      const auto names = NamesOf(boxes, record.Count());
+      for (std::size_t i = 0; i < names.size(); ++i)
+        EXPECT_EQ(Text(names[i]), record.Field(boxes.place + i)) << names[i];
+    }
+    // Half a kelvin and one percent, two kelvins.
+    EXPECT_EQ(Text("fNetworkOutput.txtDelta(0)") + " " + Text("fNetworkOutput.txtDelta(1)"),
+              imperial ? "0.90 1.000" : "0.50 1.000");
+    EXPECT_EQ(Text("fOptions.txtMaxOffset"), imperial ? "3.60" : "2.00");
+  }
+  for (const char* box :
+       {"fNetworkOutput.txtDelta(0)", "fNetworkOutput.txtDelta(2)", "fOptions.txtMaxOffset"})
+    Type(box, "1.8");
+  Click("cmdApply");
+  EXPECT_EQ(building.StoredText(kDevice, "RoofTopObject/nvoSpaceTemp", 2, "SCPTminDeltaTemp#SI"), "1.00");
+  EXPECT_EQ(building.StoredText(kDevice, "RoofTopObject/nvoTermLoadInAvg", 2, "SNVT_lev_percent"), "1.800");
+  EXPECT_EQ(Stored(kDevice, 47, "UCPTweightAvgMaxInOffset", 2), "1.00");
+}
+
+TEST_F(StoredFields, ARefreshOfAPageDropsEditsOnlyWhenThereAreSome) {
+  Open(kDevice);
+  shell::ISubForm& page = *Main().Pages().FindPage("fPID");
+  const std::string stored = Text("fPID.txtPIDTemp(2)");
+  const auto calls = building.Faults().Total();
+  page.RefreshPage();
+  EXPECT_EQ(building.Faults().Total(), calls) << "nothing to read";
+  Type("fPID.txtPIDTemp(2)", "99");
+  page.RefreshPage();
+  EXPECT_EQ(Text("fPID.txtPIDTemp(2)"), stored);
+  EXPECT_FALSE(page.IsChanged());
+}
+
+}  // namespace
