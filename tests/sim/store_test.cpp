@@ -8,6 +8,7 @@ namespace sim_test {
 namespace {
 
 using simulator::Building;
+using SimStoreOpen = OpenBuilding;
 
 std::string Co2Limit(const Building& building, const char* device = kFirstDevice) {
   return building.StoredText(device, "RoofTopObject", 12, "SCPTlimitCO2");
@@ -80,9 +81,7 @@ TEST(SimStore, AFailedCommitLeavesFileAndValues) {
   EXPECT_EQ(Co2Limit(Building(Options(file))), "1300");
 }
 
-TEST(SimStore, TransactionsOutOfOrderAreRefused) {
-  Building building(Options());
-  const Client client(building);
+TEST_F(SimStoreOpen, TransactionsOutOfOrderAreRefused) {
   EXPECT_EQ(RefusalOf([&] { client.network.Call("CommitTransaction"); }), "No transaction is open.");
   client.network.Call("BeginTransaction");
   EXPECT_EQ(RefusalOf([&] { client.network.Call("BeginTransaction"); }), "A transaction is open already.");

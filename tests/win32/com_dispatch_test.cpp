@@ -94,15 +94,6 @@ TEST_F(LateBound, ObjectsKeepTheirIdentity) {
   object.Put("Content", Value());  // the box would hold itself for ever
 }
 
-TEST_F(LateBound, AnAdapterEndsWithItsLastHolder) {
-  auto other = std::make_shared<Box>();
-  const std::weak_ptr<Box> watched = other;
-  auto dispatch = win32::ToDispatch(Object(std::move(other)));
-  EXPECT_FALSE(watched.expired());
-  dispatch.Reset();
-  EXPECT_TRUE(watched.expired());
-}
-
 TEST_F(LateBound, TheDefaultMemberOfACollectionIsItem) {
   const auto dispatch = win32::ToDispatch(local);
   const win32::Variant number = win32::ToVariant(2);

