@@ -87,7 +87,6 @@ function testOneProcessEach() {
 function testTransaction() {
   var tool = new ActiveXObject("QVRKvTARNCfg.OVXPlugInAPI");
   var record = new ActiveXObject("QVRKvTARNCfg.CTransaction");
-  equal("processes of a tool and a transaction", tools(), 2);
   record.SeqNumber = 8086;
   equal("SeqNumber", record.SeqNumber, 8086);
   check("a state that does not fit", errorOf(function () { record.State = 40000; }).number !== 0);
@@ -104,7 +103,6 @@ function testKilledHost() {
   // Another script host than the one that runs this test, so that it can be ended by its name.
   shell.Run("wscript.exe //nologo tests\\e2e\\support\\hold-tool.js", 0, false);
   waitFor("the host starts the tool", function () { return tools() === 1; });
-  equal("processes while the host holds its object", tools(), 1);
   shell.Run("taskkill.exe /f /im wscript.exe", 0, true);
   waitFor("the tool ends with the host that was killed", function () { return tools() === 0; });
 }

@@ -133,22 +133,5 @@ TEST(SimStore, AnUnreadableStoreIsNamedAndKept) {
   }
 }
 
-TEST(SimStore, ARenamedDeviceKeepsItsValues) {
-  const Folder folder;
-  const std::filesystem::path file = folder.path / "store.json";
-  {
-    Building building(Options(file));
-    const Client client(building);
-    client.Property("RoofTopObject", 12).Put("Value", "1000");
-    EXPECT_EQ(RefusalOf([&] { client.device.Put("Name", "rtu-2 south WING"); }),
-              "Another device is called \"rtu-2 south WING\" already.");
-    EXPECT_EQ(RefusalOf([&] { client.device.Put("Name", " "); }), "A device needs a name.");
-    client.device.Put("Name", "Roof unit A");
-  }
-  Building again(Options(file));
-  EXPECT_EQ(again.Devices().front().name, "Roof unit A");
-  EXPECT_EQ(Co2Limit(again, "Roof unit A"), "1000");
-}
-
 }  // namespace
 }  // namespace sim_test

@@ -86,16 +86,13 @@ TEST_F(EarlyBound, TheTransactionOfAnotherProcessHasTheTypesOfItsLibrary) {
   ASSERT_EQ(Call(record.Get(), {L"GetRspArgumentElement", L"Index"}, {2}, &result), S_OK);
   EXPECT_EQ(result.Get().vt, VT_UI1);
   EXPECT_EQ(result.Get().bVal, 200);
-  const struct {
-    const wchar_t* name;
-    VARTYPE type;
-  } properties[] = {{L"State", VT_I2},
-                    {L"SeqNumber", VT_I2},
-                    {L"ReceivedBytesArg", VT_I4},
-                    {L"RspArgument", VT_ARRAY | VT_UI1}};
-  for (const auto& property : properties) {
-    ASSERT_EQ(Call(record.Get(), {property.name}, {}, &result), S_OK);
-    EXPECT_EQ(result.Get().vt, property.type) << win32::Utf8(property.name);
+  const std::pair<const wchar_t*, int> properties[] = {{L"State", VT_I2},
+                                                       {L"SeqNumber", VT_I2},
+                                                       {L"ReceivedBytesArg", VT_I4},
+                                                       {L"RspArgument", VT_ARRAY | VT_UI1}};
+  for (const auto& [name, type] : properties) {
+    ASSERT_EQ(Call(record.Get(), {name}, {}, &result), S_OK);
+    EXPECT_EQ(result.Get().vt, type) << win32::Utf8(name);
   }
 }
 

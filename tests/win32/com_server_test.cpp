@@ -24,11 +24,11 @@ using com_test::kOtherView;
 using com_test::WriteDefault;
 
 constexpr GUID kClassId = {0x2d0f7f53, 0x70a5, 0x4d0c, {0x8a, 0x55, 0x0c, 0x5e, 0x3a, 0x0d, 0x61, 0x9b}};
-constexpr const char* kClassKey = "Software\\Classes\\CLSID\\{2D0F7F53-70A5-4D0C-8A55-0C5E3A0D619B}";
 constexpr int kTypeLibrary = 1;
 constexpr GUID kApplicationId = {
     0x2d0f7f54, 0x70a5, 0x4d0c, {0x8a, 0x55, 0x0c, 0x5e, 0x3a, 0x0d, 0x61, 0x9b}};
-constexpr const char* kApplicationKey = "Software\\Classes\\AppID\\{2D0F7F54-70A5-4D0C-8A55-0C5E3A0D619B}";
+const std::string kClassKey = "Software\\Classes\\CLSID\\" + win32::GuidText(kClassId);
+const std::string kApplicationKey = "Software\\Classes\\AppID\\" + win32::GuidText(kApplicationId);
 constexpr bool kIs64 = sizeof(void*) == 8;
 
 std::vector<win32::ServerClass> TestClasses() {
@@ -85,14 +85,13 @@ TEST_P(Registration, CanBeWrittenTwiceAndIsUndoneWithoutTrace) {
   ASSERT_TRUE(win32::RegisterServerIn(GetParam(), TestClasses(), kTypeLibrary));
   ASSERT_TRUE(win32::RegisterServerIn(GetParam(), TestClasses(), kTypeLibrary));
 
-  const std::string classKey = kClassKey;
-  EXPECT_EQ(Read(classKey + "\\LocalServer32"), '"' + win32::ProgramPath() + '"');
-  EXPECT_EQ("TypeLib\\" + Read(classKey + "\\TypeLib") + "\\1.0", kLibraryKey);
+  EXPECT_EQ(Read(kClassKey + "\\LocalServer32"), '"' + win32::ProgramPath() + '"');
+  EXPECT_EQ("TypeLib\\" + Read(kClassKey + "\\TypeLib") + "\\1.0", kLibraryKey);
   EXPECT_EQ(ClassText(kLibraryKey), "KV-TARN Configuration");
   EXPECT_EQ(ClassText(kOwnFileKey), win32::ProgramPath());
   EXPECT_EQ(ClassText(kOtherFileKey), win32::ProgramPath() + "\\2");
   EXPECT_EQ(ClassText(kInterfaceKey + "\\ProxyStubClsid32"), "{00020420-0000-0000-C000-000000000046}");
-  EXPECT_EQ(ClassText(kInterfaceKey + "\\TypeLib"), Read(classKey + "\\TypeLib"));
+  EXPECT_EQ(ClassText(kInterfaceKey + "\\TypeLib"), Read(kClassKey + "\\TypeLib"));
 
   win32::UnregisterServer(TestClasses(), kTypeLibrary);
   EXPECT_EQ(ClassKeys(GetParam()), before);
@@ -103,7 +102,7 @@ TEST_P(Registration, AServiceStartsTheToolBeforeThePersonAtTheComputer) {
   ASSERT_TRUE(win32::RegisterServerIn(GetParam(), TestClasses(), 0));
   win32::WindowsRegistry registry;
   const std::string id = base::ReadRegistryString(registry, GetParam(), kClassKey, "AppID");
-  EXPECT_TRUE(std::string(kApplicationKey).ends_with(id) && !id.empty()) << id;
+  EXPECT_EQ(id, win32::GuidText(kApplicationId));
   EXPECT_EQ(base::ReadRegistryString(registry, GetParam(), kApplicationKey, "RunAs"), "Interactive User");
   EXPECT_EQ(
       base::ReadRegistryString(registry, GetParam(), "Software\\Classes\\AppID\\win32_tests.exe", "AppID"),
@@ -138,7 +137,7 @@ class BothWidths : public Registration {
     UnRegisterTypeLib(LIBID_QVRKvTARNCfg, 1, 0, LOCALE_NEUTRAL, kIs64 ? SYS_WIN32 : SYS_WIN64);
   }
 
-  const std::string server = std::string(kClassKey) + "\\LocalServer32";
+  const std::string server = kClassKey + "\\LocalServer32";
   const std::string otherFile = win32::ProgramFolder() + "\\generated\\QVRKvTARNCfg.other.tlb";
 };
 

@@ -1,4 +1,4 @@
-#include <gtest/gtest.h>
+#include <gmock/gmock.h>
 
 #include "base/error.h"
 #include "platform/win32/system/files.h"
@@ -95,13 +95,8 @@ TEST(Files, AreReadWholeOrNamed) {
   const automation::Bytes content = win32::ReadWholeFile(own);
   ASSERT_GT(content.size(), 1000u);
   EXPECT_EQ(std::string(content.begin(), content.begin() + 2), "MZ");
-  try {
-    win32::ReadWholeFile("C:\\no such folder\\template.bin");
-    FAIL() << "no error";
-  } catch (const base::Error& error) {
-    EXPECT_NE(std::string(error.what()).find("C:\\no such folder\\template.bin"), std::string::npos)
-        << error.what();
-  }
+  EXPECT_THAT([] { win32::ReadWholeFile("C:\\no such folder\\template.bin"); },
+              testing::ThrowsMessage<base::Error>(testing::HasSubstr("C:\\no such folder\\template.bin")));
 }
 
 }  // namespace
