@@ -33,8 +33,8 @@ int Help(std::span<const Command> moreCommands) {
   for (const auto commands : {HostCommands(), WindowCommands(), moreCommands}) {
     for (const Command& command : commands) WriteLine(fmt::format("  {} {}", command.name, command.usage));
   }
-  WriteLine("\nQuestions of expect and remember:\n" + QuestionUsage());
   WriteLine("  expect-error text [source]      behind a command that is to fail");
+  WriteLine("\nQuestions of expect and remember:\n" + QuestionUsage());
   return 0;
 }
 

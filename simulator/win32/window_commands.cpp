@@ -58,6 +58,15 @@ void WaitIdle(Stage& stage, Words words) {
   });
 }
 
+// The tool comes up on the device, and is done with that.
+void Open(Stage& stage, Words words) {
+  constexpr char kSeconds[] = "60";
+  const Word window[] = {{kMainWindow}, {kSeconds}};
+  stage.Give([device = words[0].text](Host& host) { host.Configure(device); });
+  WaitWindow(stage, window);
+  WaitIdle(stage, Words(window).last(1));
+}
+
 void Page(Stage& stage, Words words) {
   person::ClickRow(Named(stage, kPageList), words[0].text, stage.patience);
   WaitIdle(stage, {});
@@ -161,6 +170,7 @@ void ShotPages(Stage& stage, Words) {
 }
 
 constexpr Command kCommands[] = {
+    {"open", "DEVICE", 1, 1, Open},
     {"wait window", "NAME [SECONDS]", 1, 2, WaitWindow},
     {"wait gone", "NAME [SECONDS]", 1, 2, WaitGone},
     {"wait idle", "[SECONDS]", 0, 1, WaitIdle},

@@ -54,6 +54,12 @@ struct Client {
   automation::Object device;
 };
 
+/// A building with an open device.
+struct OpenBuilding : testing::Test {
+  simulator::Building building{Options()};
+  Client client{building};
+};
+
 /// The sentence with which `action` was refused, and its error code; a test failure when it was not.
 template <class Action>
 std::string RefusalOf(const Action& action, std::uint32_t* code = nullptr) {

@@ -1,11 +1,11 @@
 // States and self-tests of the LonMark objects.
 #include "building_fixture.h"
-#include "simulator/controls/object_manager.h"
 
 namespace sim_test {
 namespace {
 
 using simulator::Building;
+using SimObjectsOpen = OpenBuilding;
 
 TEST(SimObjects, StatesAreKeptAndFollowTheTransaction) {
   const Folder folder;
@@ -35,14 +35,12 @@ TEST(SimObjects, StatesAreKeptAndFollowTheTransaction) {
             "There is no object \"HardwareInput7\".");
 }
 
-TEST(SimObjects, TheSelfTestFindsAFunctionWithoutASensor) {
+TEST_F(SimObjectsOpen, TheSelfTestFindsAFunctionWithoutASensor) {
   const struct {
     std::string function, sensor, result;
   } cases[] = {{"SPACE_TEMP", "STD_THERMISTOR", "PASSED"},
                {"SPACE_TEMP", "DISCONNECTED", "FAILED: no sensor for SPACE_TEMP"},
                {"UNUSED", "DISCONNECTED", "PASSED"}};
-  Building building(Options());
-  const Client client(building);
   const automation::Object input = client.LonMark("HardwareInput1");
   EXPECT_EQ(input.Text("TestResult"), "");
   for (const auto& item : cases) {
@@ -51,17 +49,6 @@ TEST(SimObjects, TheSelfTestFindsAFunctionWithoutASensor) {
     input.Call("Test");
     EXPECT_EQ(input.Text("TestResult"), item.result);
   }
-}
-
-TEST(SimObjects, TheManagerNeedsAHostWithADevice) {
-  Building building(Options());
-  const automation::Object server = building.ObjectServer();
-  const automation::Object network = Connect(building, server);
-  const automation::Object manager(std::make_shared<controls::ObjectManager>());
-  EXPECT_EQ(RefusalOf([&] { manager.Call("Initialize", "Test", network, server); }),
-            "The host has no device open.");
-  EXPECT_EQ(RefusalOf([&] { manager.Call("Initialize", "Test", automation::Object(), server); }),
-            "Initialize needs the network and the object server.");
 }
 
 }  // namespace

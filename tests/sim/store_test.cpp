@@ -8,6 +8,7 @@ namespace sim_test {
 namespace {
 
 using simulator::Building;
+using SimStoreOpen = OpenBuilding;
 
 std::string Co2Limit(const Building& building, const char* device = kFirstDevice) {
   return building.StoredText(device, "RoofTopObject", 12, "SCPTlimitCO2");
@@ -80,9 +81,7 @@ TEST(SimStore, AFailedCommitLeavesFileAndValues) {
   EXPECT_EQ(Co2Limit(Building(Options(file))), "1300");
 }
 
-TEST(SimStore, TransactionsOutOfOrderAreRefused) {
-  Building building(Options());
-  const Client client(building);
+TEST_F(SimStoreOpen, TransactionsOutOfOrderAreRefused) {
   EXPECT_EQ(RefusalOf([&] { client.network.Call("CommitTransaction"); }), "No transaction is open.");
   client.network.Call("BeginTransaction");
   EXPECT_EQ(RefusalOf([&] { client.network.Call("BeginTransaction"); }), "A transaction is open already.");
@@ -132,23 +131,6 @@ TEST(SimStore, AnUnreadableStoreIsNamedAndKept) {
         << sentence;
     EXPECT_EQ(Content(file), content);
   }
-}
-
-TEST(SimStore, ARenamedDeviceKeepsItsValues) {
-  const Folder folder;
-  const std::filesystem::path file = folder.path / "store.json";
-  {
-    Building building(Options(file));
-    const Client client(building);
-    client.Property("RoofTopObject", 12).Put("Value", "1000");
-    EXPECT_EQ(RefusalOf([&] { client.device.Put("Name", "rtu-2 south WING"); }),
-              "Another device is called \"rtu-2 south WING\" already.");
-    EXPECT_EQ(RefusalOf([&] { client.device.Put("Name", " "); }), "A device needs a name.");
-    client.device.Put("Name", "Roof unit A");
-  }
-  Building again(Options(file));
-  EXPECT_EQ(again.Devices().front().name, "Roof unit A");
-  EXPECT_EQ(Co2Limit(again, "Roof unit A"), "1000");
 }
 
 }  // namespace

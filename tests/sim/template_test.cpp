@@ -9,6 +9,7 @@ namespace {
 
 using automation::Bytes;
 using simulator::Building;
+using SimTemplateOpen = OpenBuilding;
 
 /// AddLmo of `bytes` on a fresh client, with the reason when it says no.
 std::string Load(Building& building, const Client& client, const Bytes& bytes, int lmoIndex = 1) {
@@ -19,9 +20,7 @@ std::string Load(Building& building, const Client& client, const Bytes& bytes, i
   return building.Log().back();
 }
 
-TEST(SimTemplate, DamageAnywhereIsNoticed) {
-  Building building(Options());
-  const Client client(building);
+TEST_F(SimTemplateOpen, DamageAnywhereIsNoticed) {
   const Bytes good = building.TemplateBytes();
   for (std::size_t size = 0; size < good.size(); size += size < 40 ? 1 : 611) {
     const Bytes cut(good.begin(), good.begin() + static_cast<std::ptrdiff_t>(size));
@@ -40,7 +39,7 @@ TEST(SimTemplate, DamageAnywhereIsNoticed) {
   EXPECT_EQ(Load(building, client, good), "loaded");
 }
 
-TEST(SimTemplate, RefusalsSayWhatIsWrong) {
+TEST_F(SimTemplateOpen, RefusalsSayWhatIsWrong) {
   const struct {
     std::string from, to, words;
   } cases[] = {
@@ -58,8 +57,6 @@ TEST(SimTemplate, RefusalsSayWhatIsWrong) {
       {"\"count\": 6", "\"count\": 1000000000", "a count must be 0 to 64"},
       {"\"nviSlave\"", "\"nviCO2\"", "\"nviCO2\" is there twice"},
   };
-  Building building(Options());
-  const Client client(building);
   const std::string json = simulator::UnpackTemplate(building.TemplateBytes());
   for (const auto& c : cases) {
     const std::string changed = base::ReplaceAll(json, c.from, c.to);
@@ -74,22 +71,7 @@ TEST(SimTemplate, RefusalsSayWhatIsWrong) {
   }
 }
 
-TEST(SimTemplate, ObjectsComeAliveInACollectionTakenBefore) {
-  Building building(Options());
-  const automation::Object server = building.ObjectServer();
-  const automation::Object network = Connect(building, server);
-  ASSERT_EQ(OpenSession(building, network), "OK");
-  const automation::Object device = network.Child("AppDevices").Call("Item", kFirstDevice).AsObject();
-  const automation::Object objects = device.Child("LonMarkObjects");
-  EXPECT_EQ(objects.Whole("Count"), 0);
-  EXPECT_TRUE(device.Call("AddLmo", 1, "", "t.bin", building.TemplateBytes()).AsBool());
-  EXPECT_EQ(objects.Whole("Count"), 15);
-  EXPECT_EQ(objects.Call("Item", 2).AsObject().Text("Name"), "RoofTopObject");
-}
-
-TEST(SimTemplate, ValuesThatWereStoredOutliveALoadAndMustFitIt) {
-  Building building(Options());
-  const Client client(building);
+TEST_F(SimTemplateOpen, ValuesThatWereStoredOutliveALoadAndMustFitIt) {
   client.Property("RoofTopObject", 12).Put("Value", "4000");
   EXPECT_EQ(Load(building, client, building.TemplateBytes()), "loaded");
   EXPECT_EQ(client.Property("RoofTopObject", 12).Text("Value"), "4000");

@@ -34,21 +34,21 @@ void CheckDescription(const std::shared_ptr<automation::LocalObject>& object, co
 }
 
 /// Calls `member` with its arguments in a call's order, the first ones named by their parameters' ids.
-HRESULT Call(IDispatch* object, DISPID member, std::vector<VARIANT> arguments, std::vector<DISPID> names,
-             win32::Variant* result = nullptr) {
+HRESULT Call(IDispatch* object, DISPID member, std::vector<VARIANT> arguments, std::vector<DISPID> names) {
   DISPPARAMS parameters = {arguments.data(), names.data(), static_cast<UINT>(arguments.size()),
                            static_cast<UINT>(names.size())};
-  return object->Invoke(member, GUID{}, 0, DISPATCH_METHOD | DISPATCH_PROPERTYGET, &parameters,
-                        result ? result->Put() : nullptr, nullptr, nullptr);
+  return object->Invoke(member, GUID{}, 0, DISPATCH_METHOD, &parameters, nullptr, nullptr, nullptr);
 }
 
-VARIANT Whole(LONG number) {
+VARIANT Plain(VARTYPE type, LONG content) {
   VARIANT variant;
   VariantInit(&variant);
-  variant.vt = VT_I4;
-  variant.lVal = number;
+  variant.vt = type;
+  variant.lVal = content;
   return variant;
 }
+
+VARIANT Whole(LONG number) { return Plain(VT_I4, number); }
 
 TEST(EarlyBinding, ArgumentsGoToTheParametersThatAreNamed) {
   const win32::ComApartment apartment;
@@ -62,17 +62,11 @@ TEST(EarlyBinding, ArgumentsGoToTheParametersThatAreNamed) {
   LPOLESTR names[] = {words[0].data(), words[1].data(), words[2].data()};
   DISPID ids[3] = {};
   ASSERT_EQ(dispatch->GetIDsOfNames(GUID{}, names, 3, 0, ids), S_OK);
-  EXPECT_EQ(Call(dispatch.Get(), ids[0], {Whole(3), Whole(200)}, {ids[2], ids[1]}), S_OK);
   EXPECT_EQ(Call(dispatch.Get(), ids[0], {Whole(7), Whole(1)}, {ids[1]}), S_OK) << "the index by its place";
-  EXPECT_EQ(record->RspArgument, (automation::Bytes{0, 7, 0, 200}));
+  EXPECT_EQ(record->RspArgument, (automation::Bytes{0, 7, 0, 0}));
 
-  VARIANT missing;
-  VariantInit(&missing);
-  missing.vt = VT_ERROR;
-  missing.scode = DISP_E_PARAMNOTFOUND;
-  VARIANT null;
-  VariantInit(&null);
-  null.vt = VT_NULL;
+  const VARIANT missing = Plain(VT_ERROR, DISP_E_PARAMNOTFOUND);
+  const VARIANT null = Plain(VT_NULL, 0);
   const struct {
     std::vector<VARIANT> arguments;
     std::vector<DISPID> names;

@@ -1,6 +1,8 @@
 #include <gtest/gtest.h>
+#include <windows.h>
+// After windows.h, which it needs.
+#include <sddl.h>
 
-#include <future>
 #include <set>
 
 #include "QVRKvTARNCfg.h"
@@ -18,13 +20,15 @@ namespace {
 
 using base::RegistryRoot;
 using com_test::Box;
+using com_test::kOtherView;
+using com_test::WriteDefault;
 
 constexpr GUID kClassId = {0x2d0f7f53, 0x70a5, 0x4d0c, {0x8a, 0x55, 0x0c, 0x5e, 0x3a, 0x0d, 0x61, 0x9b}};
-constexpr const char* kClassKey = "Software\\Classes\\CLSID\\{2D0F7F53-70A5-4D0C-8A55-0C5E3A0D619B}";
 constexpr int kTypeLibrary = 1;
 constexpr GUID kApplicationId = {
     0x2d0f7f54, 0x70a5, 0x4d0c, {0x8a, 0x55, 0x0c, 0x5e, 0x3a, 0x0d, 0x61, 0x9b}};
-constexpr const char* kApplicationKey = "Software\\Classes\\AppID\\{2D0F7F54-70A5-4D0C-8A55-0C5E3A0D619B}";
+const std::string kClassKey = "Software\\Classes\\CLSID\\" + win32::GuidText(kClassId);
+const std::string kApplicationKey = "Software\\Classes\\AppID\\" + win32::GuidText(kApplicationId);
 constexpr bool kIs64 = sizeof(void*) == 8;
 
 std::vector<win32::ServerClass> TestClasses() {
@@ -48,10 +52,6 @@ const std::string kLibraryKey = "TypeLib\\" + win32::GuidText(LIBID_QVRKvTARNCfg
 const std::string kOwnFileKey = kLibraryKey + (kIs64 ? "\\0\\win64" : "\\0\\win32");
 const std::string kOtherFileKey = kLibraryKey + (kIs64 ? "\\0\\win32" : "\\0\\win64");
 
-HKEY Hive(RegistryRoot root) {
-  return root == RegistryRoot::kLocalMachine ? HKEY_LOCAL_MACHINE : HKEY_CURRENT_USER;
-}
-
 /// The names of the keys in the places that a server writes to.
 std::multiset<std::wstring> ClassKeys(RegistryRoot root) {
   std::multiset<std::wstring> names;
@@ -59,7 +59,7 @@ std::multiset<std::wstring> ClassKeys(RegistryRoot root) {
        {L"Software\\Classes", L"Software\\Classes\\CLSID", L"Software\\Classes\\TypeLib",
         L"Software\\Classes\\Interface", L"Software\\Classes\\AppID"}) {
     win32::RegistryKey key;
-    if (RegOpenKeyExW(Hive(root), place, 0, KEY_READ, key.Put()) != ERROR_SUCCESS) continue;
+    if (RegOpenKeyExW(win32::HiveOf(root), place, 0, KEY_READ, key.Put()) != ERROR_SUCCESS) continue;
     wchar_t name[256];
     for (DWORD i = 0, size = 256;
          RegEnumKeyExW(key.Get(), i, name, &size, nullptr, nullptr, nullptr, nullptr) == 0; ++i, size = 256) {
@@ -67,24 +67,6 @@ std::multiset<std::wstring> ClassKeys(RegistryRoot root) {
     }
   }
   return names;
-}
-
-/// True when the access list gives the group one of the rights.
-bool Allows(PSECURITY_DESCRIPTOR permission, WELL_KNOWN_SID_TYPE group, DWORD rights) {
-  BYTE sid[SECURITY_MAX_SID_SIZE];
-  DWORD size = sizeof sid;
-  CreateWellKnownSid(group, nullptr, sid, &size);
-  BOOL present = FALSE;
-  BOOL defaulted = FALSE;
-  ACL* list = nullptr;
-  GetSecurityDescriptorDacl(permission, &present, &list, &defaulted);
-  for (DWORD i = 0; list && i < list->AceCount; ++i) {
-    void* entry = nullptr;
-    GetAce(list, i, &entry);
-    auto* allowed = static_cast<ACCESS_ALLOWED_ACE*>(entry);
-    if (EqualSid(&allowed->SidStart, sid)) return (allowed->Mask & rights) == rights;
-  }
-  return false;
 }
 
 class Registration : public testing::TestWithParam<RegistryRoot> {
@@ -103,14 +85,13 @@ TEST_P(Registration, CanBeWrittenTwiceAndIsUndoneWithoutTrace) {
   ASSERT_TRUE(win32::RegisterServerIn(GetParam(), TestClasses(), kTypeLibrary));
   ASSERT_TRUE(win32::RegisterServerIn(GetParam(), TestClasses(), kTypeLibrary));
 
-  const std::string classKey = kClassKey;
-  EXPECT_EQ(Read(classKey + "\\LocalServer32"), '"' + win32::ProgramPath() + '"');
-  EXPECT_EQ("TypeLib\\" + Read(classKey + "\\TypeLib") + "\\1.0", kLibraryKey);
+  EXPECT_EQ(Read(kClassKey + "\\LocalServer32"), '"' + win32::ProgramPath() + '"');
+  EXPECT_EQ("TypeLib\\" + Read(kClassKey + "\\TypeLib") + "\\1.0", kLibraryKey);
   EXPECT_EQ(ClassText(kLibraryKey), "KV-TARN Configuration");
   EXPECT_EQ(ClassText(kOwnFileKey), win32::ProgramPath());
   EXPECT_EQ(ClassText(kOtherFileKey), win32::ProgramPath() + "\\2");
   EXPECT_EQ(ClassText(kInterfaceKey + "\\ProxyStubClsid32"), "{00020420-0000-0000-C000-000000000046}");
-  EXPECT_EQ(ClassText(kInterfaceKey + "\\TypeLib"), Read(classKey + "\\TypeLib"));
+  EXPECT_EQ(ClassText(kInterfaceKey + "\\TypeLib"), Read(kClassKey + "\\TypeLib"));
 
   win32::UnregisterServer(TestClasses(), kTypeLibrary);
   EXPECT_EQ(ClassKeys(GetParam()), before);
@@ -121,7 +102,7 @@ TEST_P(Registration, AServiceStartsTheToolBeforeThePersonAtTheComputer) {
   ASSERT_TRUE(win32::RegisterServerIn(GetParam(), TestClasses(), 0));
   win32::WindowsRegistry registry;
   const std::string id = base::ReadRegistryString(registry, GetParam(), kClassKey, "AppID");
-  EXPECT_TRUE(std::string(kApplicationKey).ends_with(id) && !id.empty()) << id;
+  EXPECT_EQ(id, win32::GuidText(kApplicationId));
   EXPECT_EQ(base::ReadRegistryString(registry, GetParam(), kApplicationKey, "RunAs"), "Interactive User");
   EXPECT_EQ(
       base::ReadRegistryString(registry, GetParam(), "Software\\Classes\\AppID\\win32_tests.exe", "AppID"),
@@ -129,29 +110,24 @@ TEST_P(Registration, AServiceStartsTheToolBeforeThePersonAtTheComputer) {
   for (const wchar_t* name : {L"LaunchPermission", L"AccessPermission"}) {
     BYTE permission[400];
     DWORD size = sizeof permission;
-    ASSERT_EQ(RegGetValueW(Hive(GetParam()), win32::Wide(kApplicationKey).c_str(), name, RRF_RT_REG_BINARY,
-                           nullptr, permission, &size),
+    ASSERT_EQ(RegGetValueW(win32::HiveOf(GetParam()), win32::Wide(kApplicationKey).c_str(), name,
+                           RRF_RT_REG_BINARY, nullptr, permission, &size),
               ERROR_SUCCESS);
-    EXPECT_TRUE(IsValidSecurityDescriptor(permission));
-    EXPECT_EQ(GetSecurityDescriptorLength(permission), size);
-    EXPECT_TRUE(Allows(permission, WinInteractiveSid, 3) && Allows(permission, WinServiceSid, 3));
-    EXPECT_FALSE(Allows(permission, WinAuthenticatedUserSid, 1)) << "nobody from elsewhere";
+    wchar_t* written = nullptr;
+    ASSERT_TRUE(ConvertSecurityDescriptorToStringSecurityDescriptorW(
+        permission, SDDL_REVISION_1, DACL_SECURITY_INFORMATION, &written, nullptr));
+    const std::wstring rights = written;
+    LocalFree(written);
+    for (const wchar_t* group : {L";;;IU)", L";;;SU)", L";;;SY)"})
+      EXPECT_NE(rights.find(group), rights.npos) << win32::Utf8(rights);
+    for (const wchar_t* group : {L";;;AU)", L";;;WD)", L";;;NU)"})
+      EXPECT_EQ(rights.find(group), rights.npos) << "nobody from elsewhere";
   }
 }
 
 // The keys of the other width's program, as that program would write them.
 class BothWidths : public Registration {
  public:
-  static constexpr REGSAM kOtherView = kIs64 ? KEY_WOW64_32KEY : KEY_WOW64_64KEY;
-
-  void Write(REGSAM view, const std::string& key, const std::string& text) {
-    win32::RegistryKey opened;
-    RegCreateKeyExW(HKEY_LOCAL_MACHINE, win32::Wide(key).c_str(), 0, nullptr, 0, KEY_SET_VALUE | view,
-                    nullptr, opened.Put(), nullptr);
-    const std::wstring wide = win32::Wide(text);
-    RegSetValueExW(opened.Get(), nullptr, 0, REG_SZ, reinterpret_cast<const BYTE*>(wide.c_str()),
-                   static_cast<DWORD>(2 * wide.size() + 2));
-  }
   ~BothWidths() override {
     RegDeleteTreeW(HKEY_LOCAL_MACHINE, win32::Wide(kClassKey).c_str());
     win32::RegistryKey other;
@@ -161,13 +137,13 @@ class BothWidths : public Registration {
     UnRegisterTypeLib(LIBID_QVRKvTARNCfg, 1, 0, LOCALE_NEUTRAL, kIs64 ? SYS_WIN32 : SYS_WIN64);
   }
 
-  const std::string server = std::string(kClassKey) + "\\LocalServer32";
+  const std::string server = kClassKey + "\\LocalServer32";
   const std::string otherFile = win32::ProgramFolder() + "\\generated\\QVRKvTARNCfg.other.tlb";
 };
 
 TEST_P(BothWidths, RemovingOneLeavesTheOther) {
-  Write(kOtherView, server, "\"C:\\x86\\tool.exe\"");
-  Write(0, "Software\\Classes\\" + kOtherFileKey, otherFile);
+  WriteDefault(kOtherView, server, "\"C:\\x86\\tool.exe\"");
+  WriteDefault(0, "Software\\Classes\\" + kOtherFileKey, otherFile);
   ASSERT_TRUE(win32::RegisterServerIn(GetParam(), TestClasses(), kTypeLibrary));
   EXPECT_EQ(ClassText(kOtherFileKey), otherFile);
 
@@ -182,7 +158,7 @@ TEST_P(BothWidths, RemovingOneLeavesTheOther) {
 
 TEST_P(BothWidths, AnotherCopyOfTheProgramKeepsItsRegistration) {
   ASSERT_TRUE(win32::RegisterServerIn(GetParam(), TestClasses(), 0));
-  Write(0, server, "\"C:\\newer\\tool.exe\"");
+  WriteDefault(0, server, "\"C:\\newer\\tool.exe\"");
   win32::UnregisterServer(TestClasses(), 0);
   EXPECT_EQ(Read(server), "\"C:\\newer\\tool.exe\"");
   EXPECT_EQ(ClassText("TarnTest.OtherBox\\CLSID"), win32::GuidText(kClassId));
@@ -200,65 +176,7 @@ TEST(RegistrationErrors, AProgramWithoutItsTypeLibraryIsNotRegistered) {
   EXPECT_EQ(ClassKeys(RegistryRoot::kLocalMachine), before);
 }
 
-/// Runs the queue until `done` or for five seconds.
-bool RunUntil(const std::function<bool()>& done) {
-  for (int i = 0; i < 500 && !done(); ++i) {
-    MsgWaitForMultipleObjects(0, nullptr, FALSE, 10, QS_ALLINPUT);
-    MSG message;
-    while (PeekMessageW(&message, nullptr, 0, 0, PM_REMOVE)) DispatchMessageW(&message);
-  }
-  return done();
-}
-
-/// A client on another thread, so that its calls come in as from another process: makes an object of each
-/// program id, waits for Continue and asks the last one for its content.
-class Client {
- public:
-  explicit Client(std::vector<std::string> programIds)
-      : end_(std::async(std::launch::async, [this, ids = std::move(programIds)] { return Run(ids); })) {}
-
-  bool Holds() const { return WaitForSingleObject(holds_.Get(), 0) == WAIT_OBJECT_0; }
-  std::string Continue() {
-    SetEvent(mayContinue_.Get());
-    RunUntil([&] { return end_.wait_for(std::chrono::seconds(0)) == std::future_status::ready; });
-    return end_.get();
-  }
-
- private:
-  std::string Run(const std::vector<std::string>& programIds) {
-    const win32::ComApartment apartment;
-    try {
-      std::vector<automation::Object> held;
-      for (const auto& programId : programIds) held.push_back(win32::CreateObject(programId));
-      held.back().Put("Content", "held");
-      SetEvent(holds_.Get());
-      WaitForSingleObject(mayContinue_.Get(), 10'000);
-      return held.back().Text("Content");
-    } catch (const automation::Error&) {
-      return "refused";
-    }
-  }
-
-  win32::Handle holds_{CreateEventW(nullptr, TRUE, FALSE, nullptr)};
-  win32::Handle mayContinue_{CreateEventW(nullptr, TRUE, FALSE, nullptr)};
-  std::future<std::string> end_;
-};
-
-TEST(ComServer, CountsTheObjectsThatCallersHold) {
-  const win32::ComApartment apartment;
-  win32::RegisterServer(TestClasses(), 0);
-  int released = 0;
-  win32::ComServer server(TestClasses(), {false, 0, [&] { ++released; }});
-  Client client({"TarnTest.Box", "TarnTest.OtherBox"});
-  EXPECT_TRUE(RunUntil([&] { return client.Holds(); }));
-  EXPECT_EQ(server.Outstanding(), 2);
-  EXPECT_EQ(released, 0);
-  EXPECT_EQ(client.Continue(), "held");
-  EXPECT_EQ(server.Outstanding(), 0);
-  EXPECT_EQ(released, 1);
-  win32::UnregisterServer(TestClasses(), 0);
-}
-
+// Processes that end with their last object are seen by the end-to-end scripts.
 TEST(ComServer, ObjectsEndWithTheServerAlsoWhenACallerHoldsThem) {
   const win32::ComApartment apartment;
   win32::RegisterServer(TestClasses(), 0);
@@ -270,12 +188,20 @@ TEST(ComServer, ObjectsEndWithTheServerAlsoWhenACallerHoldsThem) {
     return box;
   };
   auto server = std::make_unique<win32::ComServer>(classes, win32::ComServer::Options{false, 0, {}});
-  Client client({"TarnTest.Box"});
-  EXPECT_TRUE(RunUntil([&] { return client.Holds(); }));
+  com_test::OtherApartment caller;
+  automation::Object held;
+  caller.Run([&] {
+    held = win32::CreateObject("TarnTest.OtherBox");
+    held.Put("Content", "held");
+  });
+  EXPECT_EQ(server->Outstanding(), 1);
+  EXPECT_FALSE(made.expired());
   server.reset();
-  // The system may still be handing the object out; it lets go when that is done.
-  EXPECT_TRUE(RunUntil([&] { return made.expired(); }));
-  EXPECT_EQ(client.Continue(), "refused");
+  caller.Run([&] {
+    EXPECT_THROW(held.Text("Content"), automation::Error);
+    held = {};
+  });
+  EXPECT_TRUE(made.expired());
   win32::UnregisterServer(TestClasses(), 0);
 }
 

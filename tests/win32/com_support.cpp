@@ -82,6 +82,15 @@ HRESULT ForeignObject::Invoke(DISPID id, REFIID iid, LCID locale, WORD flags, DI
   return status;
 }
 
+void WriteDefault(REGSAM view, const std::string& key, const std::string& text) {
+  win32::RegistryKey opened;
+  RegCreateKeyExW(HKEY_LOCAL_MACHINE, win32::Wide(key).c_str(), 0, nullptr, 0, KEY_SET_VALUE | view, nullptr,
+                  opened.Put(), nullptr);
+  const std::wstring wide = win32::Wide(text);
+  RegSetValueExW(opened.Get(), nullptr, 0, REG_SZ, reinterpret_cast<const BYTE*>(wide.c_str()),
+                 static_cast<DWORD>(2 * wide.size() + 2));
+}
+
 OtherApartment::OtherApartment() {
   const win32::Handle ready(CreateEventW(nullptr, TRUE, FALSE, nullptr));
   thread_ = std::thread([this, &ready] { Loop(ready.Get()); });
@@ -111,7 +120,9 @@ void OtherApartment::Loop(HANDLE ready) {
 void OtherApartment::Run(const std::function<void()>& work) {
   const win32::Handle done(CreateEventW(nullptr, TRUE, FALSE, nullptr));
   PostThreadMessageW(threadId_, kWork, reinterpret_cast<WPARAM>(done.Get()), reinterpret_cast<LPARAM>(&work));
-  WaitForSingleObject(done.Get(), INFINITE);
+  HANDLE wanted = done.Get();
+  DWORD place = 0;
+  CoWaitForMultipleHandles(0, INFINITE, 1, &wanted, &place);
 }
 
 automation::Object OtherApartment::Make(

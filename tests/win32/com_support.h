@@ -45,6 +45,10 @@ class ForeignObject : public win32::ComClass<IDispatch> {
   DISPID shift_;
 };
 
+/// Writes the default value of a machine-wide key, in the view of programs of the other width where asked.
+inline constexpr REGSAM kOtherView = sizeof(void*) == 8 ? KEY_WOW64_32KEY : KEY_WOW64_64KEY;
+void WriteDefault(REGSAM view, const std::string& key, const std::string& text);
+
 /// A thread with a message loop and an apartment, in which objects live that other threads call.
 class OtherApartment {
  public:
@@ -55,7 +59,7 @@ class OtherApartment {
 
   /// Makes an object there and gives the caller's proxy of it.
   automation::Object Make(const std::function<std::shared_ptr<automation::LocalObject>()>& make);
-  /// Runs `work` there and waits for its end.
+  /// Runs `work` there and waits for its end; meanwhile the caller's apartment takes calls.
   void Run(const std::function<void()>& work);
 
  private:

@@ -2,8 +2,9 @@
 
 #include <windows.h>
 
+#include <utility>
+
 #include "platform/win32/system/handle.h"
-#include "platform/win32/system/process.h"
 #include "platform/win32/system/window_agent.h"
 #include "ui_support.h"
 
@@ -12,114 +13,61 @@ namespace {
 using Found = plugin::CWindowAgent::Found;
 
 constexpr const char* kName = "KV-TARN test: 10.0.0.1\\RTU-1";
-constexpr const wchar_t* kPublished = L"TarnTestPublished";
-constexpr DWORD kPatience = 20'000;  // milliseconds
 
-win32::Handle Published() { return win32::Handle(CreateEventW(nullptr, TRUE, FALSE, kPublished)); }
-
+// What one process finds of another one's window is the business of the end-to-end scripts.
 struct WindowAgentTest : ui_test::UiTest {
-  ~WindowAgentTest() override {
-    toolkit_.Discard(window_);
-    toolkit_.Discard(progress_);
-  }
+  ~WindowAgentTest() override { toolkit_.Discard(window_); }
 
-  void TellAndWait() {
-    SetEvent(Published().Get());
-    for (const ULONGLONG end = GetTickCount64() + kPatience; GetTickCount64() < end;) Settle();
+  HWND Native() const { return toolkit_.HandleOf(window_); }
+  bool ComesToFront(const ui::Window& window) {
+    return RunUntil([&] { return GetForegroundWindow() == toolkit_.HandleOf(window); });
   }
 
   win32::PagedMemory memory_;
   win32::NativeDesktop desktop_;
   plugin::CWindowAgent agent_{memory_, desktop_};
+  plugin::CWindowAgent seeker_{memory_, desktop_};
   ui::Window window_{"fOpen"};
-  ui::Window progress_{"fProgress"};
+  ui::Window other_{"fOther"};
 };
 
-// These run in the second process only, which ends by force.
-TEST_F(WindowAgentTest, DISABLED_PublishesAndWaits) {
+TEST_F(WindowAgentTest, RaisesAHiddenAndMinimisedWindowAsLongAsItIsTheOnePublished) {
+  EXPECT_EQ(seeker_.RaisePublished(kName), Found::kNoWindow);
   Show(window_);
   agent_.WindowHandleInMemory(kName, window_.GetWindowPeer()->Handle());
   window_.SetState(ui::WindowState::kMinimized);
   window_.Hide();
-  TellAndWait();
-}
+  Show(other_);
+  ASSERT_EQ(seeker_.RaisePublished(kName), Found::kRaised);
+  EXPECT_TRUE(ComesToFront(window_));
+  EXPECT_FALSE(IsIconic(Native()));
+  EXPECT_FALSE(GetWindowLongPtrW(Native(), GWL_EXSTYLE) & WS_EX_TOPMOST);
+  window_.SetState(ui::WindowState::kMaximized);
+  EXPECT_EQ(seeker_.RaisePublished(kName), Found::kRaised);
+  EXPECT_TRUE(IsZoomed(Native())) << "a maximised window stays so";
+  ShowWindow(Native(), SW_MINIMIZE);
+  Settle();
+  EXPECT_EQ(window_.State(), ui::WindowState::kMinimized) << "what the person does is known";
 
-TEST_F(WindowAgentTest, DISABLED_LoadsAndWaits) {
-  toolkit_.Realize(window_);
-  agent_.WindowHandleInMemory(kName, window_.GetWindowPeer()->Handle(),
-                              plugin::CWindowAgent::Phase::kLoading);
-  Show(progress_);
-  TellAndWait();
-}
-
-class SecondProcess {
- public:
-  explicit SecondProcess(const wchar_t* does) {
-    std::wstring line = L"\"" + win32::Wide(win32::ProgramPath()) +
-                        L"\" --gtest_also_run_disabled_tests --gtest_filter=*.DISABLED_" + does;
-    STARTUPINFOW start = {};
-    start.cb = sizeof start;
-    PROCESS_INFORMATION made = {};
-    if (!CreateProcessW(nullptr, line.data(), nullptr, nullptr, FALSE, 0, nullptr, nullptr, &start, &made))
-      return;
-    process_ = win32::Handle(made.hProcess);
-    const win32::Handle thread(made.hThread);
-  }
-  ~SecondProcess() { Kill(); }
-
-  void Kill() {
-    if (!process_) return;
-    TerminateProcess(process_.Get(), 1);
-    WaitForSingleObject(process_.Get(), kPatience);
-    process_.Reset();
-  }
-
- private:
-  win32::Handle process_;
-};
-
-TEST_F(WindowAgentTest, FindsAndRaisesTheWindowOfAnotherProcessUntilThatEnds) {
-  EXPECT_EQ(agent_.RaisePublished(kName), Found::kNoWindow);
-  const win32::Handle published = Published();
-  SecondProcess second(L"PublishesAndWaits");
-  ASSERT_EQ(WaitForSingleObject(published.Get(), kPatience), WAIT_OBJECT_0);
-  Show(window_);
-
-  ASSERT_EQ(agent_.RaisePublished(kName), Found::kRaised);
-  HWND raised = static_cast<HWND>(LongToHandle(agent_.WindowHandle()));
-  EXPECT_EQ(ui_test::NameOf(raised), "fOpen");
-  EXPECT_NE(raised, toolkit_.HandleOf(window_));
-  EXPECT_TRUE(IsWindowVisible(raised)) << "it was hidden";
-  EXPECT_FALSE(IsIconic(raised)) << "it was minimised";
-  EXPECT_TRUE(RunUntil([&] { return GetForegroundWindow() == raised; }));
-  EXPECT_FALSE(GetWindowLongPtrW(raised, GWL_EXSTYLE) & WS_EX_TOPMOST);
-
-  // Somebody keeps the section, and with it what the process that dies has left in it.
+  // The handle is used again by another window; then the window is gone, and its section kept by somebody.
   plugin::CWindowAgent keeper(memory_, desktop_);
   ASSERT_TRUE(keeper.OpenAndMapPaged(4, kName));
-  EXPECT_EQ(*static_cast<std::int32_t*>(keeper.ViewAddress()), agent_.WindowHandle());
-  second.Kill();
-  EXPECT_EQ(agent_.RaisePublished(kName), Found::kNoWindow);
-
-  // The handle is used again by a window of somebody else, or by one that is open on something else.
-  const std::int32_t mine = window_.GetWindowPeer()->Handle();
-  *static_cast<std::int32_t*>(keeper.ViewAddress()) = mine;
-  EXPECT_EQ(agent_.RaisePublished(kName), Found::kNoWindow);
-  plugin::CWindowAgent elsewhere(memory_, desktop_);
-  elsewhere.WindowHandleInMemory("another name", mine);
-  EXPECT_EQ(agent_.RaisePublished(kName), Found::kNoWindow);
-  elsewhere.Withdraw();
-  EXPECT_EQ(agent_.RaisePublished("another name"), Found::kNoWindow);
+  auto& published = *static_cast<std::int32_t*>(keeper.ViewAddress());
+  const std::int32_t handle = std::exchange(published, other_.GetWindowPeer()->Handle());
+  EXPECT_EQ(seeker_.RaisePublished(kName), Found::kNoWindow);
+  published = handle;
+  toolkit_.Discard(window_);
+  EXPECT_EQ(seeker_.RaisePublished(kName), Found::kNoWindow);
 }
 
 TEST_F(WindowAgentTest, OfAWindowThatLoadsOnlyTheProgressIsRaised) {
-  const win32::Handle published = Published();
-  SecondProcess second(L"LoadsAndWaits");
-  ASSERT_EQ(WaitForSingleObject(published.Get(), kPatience), WAIT_OBJECT_0);
-  Show(window_);
-  ASSERT_EQ(agent_.RaisePublished(kName), Found::kRaised);
-  EXPECT_TRUE(RunUntil([] { return ui_test::NameOf(GetForegroundWindow()) == "fProgress"; }));
-  EXPECT_FALSE(IsWindowVisible(static_cast<HWND>(LongToHandle(agent_.WindowHandle()))));
+  toolkit_.Realize(window_);
+  agent_.WindowHandleInMemory(kName, window_.GetWindowPeer()->Handle(),
+                              plugin::CWindowAgent::Phase::kLoading);
+  Show(other_);
+  ASSERT_EQ(seeker_.RaisePublished(kName), Found::kRaised);
+  EXPECT_TRUE(ComesToFront(other_)) << "it stands for the progress window of the same thread";
+  EXPECT_FALSE(IsWindowVisible(Native()));
 }
 
 TEST_F(WindowAgentTest, TheSystemRefusesWhatCannotBe) {
@@ -144,15 +92,6 @@ TEST_F(WindowAgentTest, ASectionForOtherRightsIsToldFromNone) {
   ASSERT_TRUE(section);
   EXPECT_EQ(agent_.RaisePublished("TarnTestOfOthers"), Found::kOtherRights);
   EXPECT_EQ(agent_.RaisePublished(kName), Found::kNoWindow);
-}
-
-TEST_F(WindowAgentTest, AMaximisedWindowStaysSo) {
-  Show(window_);
-  window_.SetState(ui::WindowState::kMaximized);
-  agent_.WindowHandleInMemory(kName, window_.GetWindowPeer()->Handle());
-  plugin::CWindowAgent seeker(memory_, desktop_);
-  EXPECT_EQ(seeker.RaisePublished(kName), Found::kRaised);
-  EXPECT_EQ(window_.State(), ui::WindowState::kMaximized);
 }
 
 }  // namespace
