@@ -76,7 +76,10 @@ int ForeignList::FindCell(Matches matches) const {
 }
 
 int ForeignList::FindRow(std::string_view text) const {
-  return FindCell([&](const std::string& cell) { return TrimEnd(cell) == TrimEnd(text); });
+  // A page in the list of pages may have a count behind its name.
+  return FindCell([&](const std::string& cell) {
+    return TrimEnd(cell) == TrimEnd(text) || cell.starts_with(std::string(TrimEnd(text)) + " (");
+  });
 }
 
 int ForeignList::FindRowContaining(std::string_view text) const {

@@ -21,7 +21,8 @@ struct NamedNumber {
 constexpr NamedNumber kKeys[] = {{"{TAB}", VK_TAB},   {"{ENTER}", VK_RETURN}, {"{ESC}", VK_ESCAPE},
                                  {"{UP}", VK_UP},     {"{DOWN}", VK_DOWN},    {"{DELETE}", VK_DELETE},
                                  {"{LEFT}", VK_LEFT}, {"{RIGHT}", VK_RIGHT},  {"{HOME}", VK_HOME},
-                                 {"{END}", VK_END},   {"{SPACE}", VK_SPACE},  {"{BACK}", VK_BACK}};
+                                 {"{END}", VK_END},   {"{SPACE}", VK_SPACE},  {"{BACK}", VK_BACK},
+                                 {"{F8}", VK_F8}};
 
 constexpr NamedNumber kAnswers[] = {{"OK", IDOK}, {"Cancel", IDCANCEL}, {"Yes", IDYES}, {"No", IDNO}};
 
@@ -52,6 +53,15 @@ void TakeFocus(HWND control, const Patience& patience) {
   patience.Until([&]() -> std::string {
     return FocusOf(control) == control ? "" : "\"" + NameOf(control) + "\" did not take the keyboard";
   });
+}
+
+void ChooseInOpenMenu(HWND window, char entry, const Patience& patience) {
+  patience.Until([&]() -> std::string {
+    HWND open = FindWindowW(L"#32768", nullptr);
+    const bool ours = GetWindowThreadProcessId(open, nullptr) == GetWindowThreadProcessId(window, nullptr);
+    return open && ours && IsWindowVisible(open) ? "" : "no menu opened";
+  });
+  PostMessageW(window, WM_CHAR, static_cast<WPARAM>(entry), 1);
 }
 
 }  // namespace
@@ -137,12 +147,21 @@ void Press(HWND control, std::string_view key) {
 void ChooseInMenu(HWND window, char menu, char entry, const Patience& patience) {
   RequireUsable(window, patience);
   PostMessageW(window, WM_SYSCOMMAND, SC_KEYMENU, menu);
-  patience.Until([&]() -> std::string {
-    HWND open = FindWindowW(L"#32768", nullptr);
-    const bool ours = GetWindowThreadProcessId(open, nullptr) == GetWindowThreadProcessId(window, nullptr);
-    return open && ours && IsWindowVisible(open) ? "" : std::string("no menu \"") + menu + "\" opened";
-  });
-  PostMessageW(window, WM_CHAR, static_cast<WPARAM>(entry), 1);
+  ChooseInOpenMenu(window, entry, patience);
+}
+
+void ChooseInPopup(HWND control, char entry, const Patience& patience) {
+  RequireUsable(control, patience);
+  PostMessageW(control, WM_CONTEXTMENU, reinterpret_cast<WPARAM>(control), -1);
+  ChooseInOpenMenu(control, entry, patience);
+}
+
+void OpenRow(HWND list, std::string_view text, const Patience& patience) {
+  ClickRow(list, text, patience);
+  const ForeignList rows(list);
+  const POINT point = rows.PointOn(rows.FindRow(text));
+  for (const UINT message : {WM_LBUTTONDOWN, WM_LBUTTONUP, WM_LBUTTONDBLCLK, WM_LBUTTONUP})
+    PostMessageW(list, message, message == WM_LBUTTONUP ? 0 : MK_LBUTTON, MAKELPARAM(point.x, point.y));
 }
 
 void Leave(HWND control, const Patience& patience) {

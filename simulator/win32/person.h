@@ -35,6 +35,12 @@ void Press(HWND control, std::string_view key);
 /// Opens a menu of the window's bar by its underlined letter, and chooses an entry by the entry's.
 void ChooseInMenu(HWND window, char menu, char entry, const Patience& patience);
 
+/// Asks a control for its menu, as Shift+F10 does, and chooses an entry by its underlined letter.
+void ChooseInPopup(HWND control, char entry, const Patience& patience);
+
+/// A double click on the row of a list view with a cell of that text.
+void OpenRow(HWND list, std::string_view text, const Patience& patience);
+
 /// Moves the keyboard on with the Tab key. Done when another control has it or a message box is there.
 void Leave(HWND control, const Patience& patience);
 

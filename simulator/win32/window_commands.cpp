@@ -92,6 +92,15 @@ void Menu(Stage& stage, Words words) {
   person::ChooseInMenu(Named(stage, kMainWindow), words[0].text[0], words[1].text[0], stage.patience);
 }
 
+void Popup(Stage& stage, Words words) {
+  if (words[1].text.size() != 1) throw base::Error("expected the letter of an entry");
+  person::ChooseInPopup(Named(stage, words[0].text), words[1].text[0], stage.patience);
+}
+
+void OpenRow(Stage& stage, Words words) {
+  person::OpenRow(Named(stage, words[0].text), words[1].text, stage.patience);
+}
+
 void LeaveField(Stage& stage, Words) {
   HWND main = Named(stage, kMainWindow);
   HWND focus = FocusOf(main);
@@ -179,6 +188,8 @@ constexpr Command kCommands[] = {
     {"type", "NAME text", 2, 2, TypeText},
     {"key", "NAME {TAB} ...", 2, 20, PressKeys},
     {"menu", "LETTER LETTER", 2, 2, Menu},
+    {"popup", "NAME LETTER", 2, 2, Popup},
+    {"open", "LIST text", 2, 2, OpenRow},
     {"leave", "", 0, 0, LeaveField},
     {"click", "NAME", 1, 1, ClickButton},
     {"choose", "NAME text", 2, 2, Choose},

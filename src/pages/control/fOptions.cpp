@@ -192,7 +192,7 @@ void fOptions::FillExtra() {
   ShowText(txtHeatCool, extra.Field(kCycleTimeField));
   const std::string_view demand = extra.Field(kDemandField);
   const double stored = NamingProperty(kExtraConfig.type, [&] {
-    const auto number = host::ParseEither(numbers, demand);
+    const auto number = base::ParseEither(numbers, demand);
     return number ? *number : numbers.ToDouble(demand);  // which says what is wrong with it
   });
   ShowText(txtChangeOver, numbers.Text(stored / 2));
