@@ -10,6 +10,7 @@
 
 #include "growth.h"
 #include "host_calls.h"
+#include "keys.h"
 #include "link_bench.h"
 
 namespace {
@@ -68,6 +69,7 @@ int main() {
   }
   over += bench::PrintLink();
   over += bench::PrintGrowth();
+  over += bench::PrintKeys();
   bench::WriteBuilding(kTwentyUnits, 20);
   std::printf("\n%-58s %10s\n", "host calls, all pages", "calls");
   const simulator::CallTrace trace = bench::TraceHostCalls();

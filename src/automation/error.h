@@ -27,8 +27,9 @@ class Error : public std::runtime_error {
   std::uint32_t Code() const { return code_; }
   const std::string& Source() const { return source_; }
   std::string Description() const { return what(); }
-  /// True when the called object itself has answered, so that it did nothing. The platform's automation faults
-  /// (facility 2) and the faults of interfaces (facility 4) come from it, all others from the way to it.
+  /// True when the called object itself has answered, so that it did nothing. The platform's automation
+  /// faults (facility 2) and the faults of interfaces (facility 4) come from it, all others from the way to
+  /// it.
   bool Answered() const {
     const std::uint32_t facility = (code_ >> 16) & 0x1FFF;
     return facility == 2 || facility == 4;

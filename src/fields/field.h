@@ -26,7 +26,7 @@ struct Field {
   std::string page;  // the form's window-class name, "fPID"
   std::string name;  // the control's, "txtPIDTemp(0)"; of an option group without the place, "optTemp"
   Kind kind = Kind::kText;
-  std::string source;               // property or variable of the device that holds it; may be empty
+  std::string source;              // property or variable of the device that holds it; may be empty
   ui::Control* control = nullptr;  // shows it; of an option group the first button; nothing: no control does
   ui::Control* cursor = nullptr;   // takes the keyboard for it: mostly the control itself
 

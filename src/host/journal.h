@@ -33,7 +33,7 @@ struct Written {
   std::string text = {};                  // the whole text written last
   std::vector<WrittenField> fields = {};  // that were put in; none: the text is one field
   std::function<std::string(bool bind)> read =
-      {};  // reads it again; with `bind`, in a format and precision set anew
+      {};                    // reads it again; with `bind`, in a format and precision set anew
   std::string refused = {};  // why the host did not take it, in its own words
   std::string held = {};     // the whole text read by the check after the commit
 

@@ -17,7 +17,8 @@ int Decimals(std::string_view number) {
 }
 
 std::string WithoutTrailingZeros(const base::Numbers& numbers, const std::string& text) {
-  if (!base::ParseEither(numbers, text) || Decimals(text) == 0 || text.find_first_of("eE") != std::string::npos)
+  if (!base::ParseEither(numbers, text) || Decimals(text) == 0 ||
+      text.find_first_of("eE") != std::string::npos)
     return text;
   const auto end = text.find_last_not_of('0') + 1;
   return text.substr(0, text[end - 1] == '.' || text[end - 1] == ',' ? end - 1 : end);
@@ -45,13 +46,15 @@ bool IsNear(const base::Numbers& numbers, const std::string& held, const std::st
 
 /// False for a change that is finer than what the host shows: it cannot be told from none.
 bool CanBeTold(const base::Numbers& numbers, const Change& change) {
-  const auto before = base::ParseEither(numbers, change.before), written = base::ParseEither(numbers, change.written);
+  const auto before = base::ParseEither(numbers, change.before),
+             written = base::ParseEither(numbers, change.written);
   if (!before || !written) return change.before != change.written;
   return std::abs(*before - *written) >= std::pow(10.0, -Decimals(change.before)) / 2;
 }
 
 bool HoldsOtherwise(const base::Numbers& numbers, const Change& change) {
-  const auto held = base::ParseEither(numbers, change.held), written = base::ParseEither(numbers, change.written);
+  const auto held = base::ParseEither(numbers, change.held),
+             written = base::ParseEither(numbers, change.written);
   if (!held || !written)
     return !SameText(change.held, change.written, base::EqualsNoCase(change.before, change.written));
   const int shown = change.entry->shown == kHostPrecision ? Decimals(change.held) : change.entry->shown;

@@ -32,7 +32,9 @@ constexpr auto kWidthDelay = std::chrono::milliseconds(100);
 /// Rows without an icon are details of the row above.
 constexpr int kDetail = 0;
 
-ui::ListView::Row DetailRow(const std::string& line) { return {{}, {"", "", "    " + line, "", ""}, kDetail}; }
+ui::ListView::Row DetailRow(const std::string& line) {
+  return {{}, {"", "", "    " + line, "", ""}, kDetail};
+}
 
 const char* IconName(int level) {
   if (level == kDetail) return "";

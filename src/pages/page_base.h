@@ -75,8 +75,8 @@ class PageBase : public shell::ISubForm {
   /// A message box with the application title and an OK button.
   void Warn(const std::string& text, ui::Icon icon = ui::Icon::kExclamation);
 
-  /// A rule of the page failed in a write: logs why, sets the shared write-error flag and lets the controls be
-  /// marked.
+  /// A rule of the page failed in a write: logs why, sets the shared write-error flag and lets the controls
+  /// be marked.
   void RefuseWrite(const std::string& reason, std::initializer_list<const ui::Control*> controls = {});
 
   /// Where a value was typed or chosen, as the journal names it.

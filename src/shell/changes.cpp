@@ -180,8 +180,15 @@ std::vector<Change> Changes::List() const {
       const std::string name = frame    ? adjustment.control->Text()
                                : option ? PathOf(fields::CaptionOfGroup(*option))
                                         : PathOf(fields::CaptionOf(*adjustment.control));
-      list.push_back({Change::Kind::kByItself, i, nullptr, adjustment.control, name, adjustment.device,
-                      adjustment.present, {}, adjustment.reason});
+      list.push_back({Change::Kind::kByItself,
+                      i,
+                      nullptr,
+                      adjustment.control,
+                      name,
+                      adjustment.device,
+                      adjustment.present,
+                      {},
+                      adjustment.reason});
     }
   }
   return list;

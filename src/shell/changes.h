@@ -20,12 +20,12 @@ struct Change {
   enum class Kind { kEdited, kRefused, kByItself };
 
   Kind kind = Kind::kEdited;
-  std::size_t page = 0;                   // place in the page table
-  const fields::Field* field = nullptr;   // nothing where a page changes it by itself
-  const ui::Control* control = nullptr;   // where it is seen; may be nothing
-  std::string name;                       // as fields::PathOf
-  std::string device, present, unit;      // as a person reads them
-  std::string reason;                     // in words; empty for a value that is just edited
+  std::size_t page = 0;                  // place in the page table
+  const fields::Field* field = nullptr;  // nothing where a page changes it by itself
+  const ui::Control* control = nullptr;  // where it is seen; may be nothing
+  std::string name;                      // as fields::PathOf
+  std::string device, present, unit;     // as a person reads them
+  std::string reason;                    // in words; empty for a value that is just edited
 };
 
 /// A value before and after, by its field: for whoever tells of a save after the pages were filled again.
@@ -78,8 +78,8 @@ class Changes {
  private:
   struct Entry {
     fields::Field field;
-    std::string device;            // content
-    std::string refused;           // why; empty: it is not
+    std::string device;   // content
+    std::string refused;  // why; empty: it is not
     std::string refusedContent;
     bool edited = false;
   };

@@ -1,6 +1,6 @@
 // The list of changes: a line for each value that the next save changes, what it is in the device and what it
-// becomes. It stays open beside the main window and follows it; or it is shown before a save, which then waits
-// for it. Owned by the main window, which does what is asked for here.
+// becomes. It stays open beside the main window and follows it; or it is shown before a save, which then
+// waits for it. Owned by the main window, which does what is asked for here.
 #pragma once
 
 #include <functional>

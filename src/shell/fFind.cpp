@@ -82,12 +82,13 @@ void fFind::ShowFound() {
   found_.clear();
   std::vector<ui::ListView::Row> rows;
   for (const Line& line : lines_) {
-    const auto holds = [&line](const std::string& word) { return line.words.find(word) != std::string::npos; };
+    const auto holds = [&line](const std::string& word) {
+      return line.words.find(word) != std::string::npos;
+    };
     if (!line.field->applies() || !std::ranges::all_of(words, holds)) continue;
     found_.push_back(line.field);
-    rows.push_back({std::to_string(rows.size()),
-                    {line.page, line.path, line.field->shown(line.field->content())},
-                    0});
+    rows.push_back(
+        {std::to_string(rows.size()), {line.page, line.path, line.field->shown(line.field->content())}, 0});
   }
   lvwFound.SetRows(std::move(rows));
   if (!found_.empty()) lvwFound.SetSelection({0});

@@ -26,8 +26,10 @@ bool IsOf(const KeptChange& change, const Place& place) {
 /// The text before, where it has digits that the page did not show: only they give the same value again.
 std::string ExactContent(const base::Numbers& numbers, const KeptChange& change,
                          const host::ChangedField& changed) {
-  const auto typed = base::ParseEither(numbers, change.present), put = base::ParseEither(numbers, changed.written);
-  const auto shown = base::ParseEither(numbers, change.device), before = base::ParseEither(numbers, changed.before);
+  const auto typed = base::ParseEither(numbers, change.present),
+             put = base::ParseEither(numbers, changed.written);
+  const auto shown = base::ParseEither(numbers, change.device),
+             before = base::ParseEither(numbers, changed.before);
   if (!typed || !before || typed != put || shown == before) return change.device;
   const std::size_t end = changed.before.find_last_not_of('0');
   return changed.before.substr(0, end + 1);
@@ -49,19 +51,18 @@ void LastSave::Committed(const host::Journal& journal, const std::vector<host::D
   entries_ = journal.Entries();
   imperial_ = begunImperial_;
   for (const host::Written& entry : entries_) {
-    for (const host::ChangedField& changed : host::ChangedFields(entry)) 
+    for (const host::ChangedField& changed : host::ChangedFields(entry))
       Add(entry, changed, heldOf(changed), journal.Numbers());
   }
 }
 
 // Several properties may hold what one field shows; it is one value.
-void LastSave::Add(const host::Written& entry, const host::ChangedField& changed,
-                   const std::string& held, const base::Numbers& numbers) {
+void LastSave::Add(const host::Written& entry, const host::ChangedField& changed, const std::string& held,
+                   const base::Numbers& numbers) {
   const Place place = PlaceOf(changed.control);
   const auto known = std::ranges::find_if(begun_, [&](const KeptChange& c) { return IsOf(c, place); });
   if (known == begun_.end()) {
-    values_.push_back({place.page, place.control, entry.Name(), changed.before, changed.written,
-                       held});
+    values_.push_back({place.page, place.control, entry.Name(), changed.before, changed.written, held});
     return;
   }
   const auto told = std::ranges::find_if(values_, [&known](const Value& value) {

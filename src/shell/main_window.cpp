@@ -63,10 +63,9 @@ fMain::~fMain() {
 }
 
 void fMain::BuildLayout() {
-  const auto commands =
-      ui::Line({ui::Item(cmdErrorLog), ui::Item(lblCompany), ui::Item(cmdChanges), ui::GrowX(ui::Empty()),
-                ui::Item(cmdHelp),
-                ui::Item(cmdRefresh), ui::Item(cmdOK), ui::Item(cmdCancel), ui::Item(cmdApply)});
+  const auto commands = ui::Line({ui::Item(cmdErrorLog), ui::Item(lblCompany), ui::Item(cmdChanges),
+                                  ui::GrowX(ui::Empty()), ui::Item(cmdHelp), ui::Item(cmdRefresh),
+                                  ui::Item(cmdOK), ui::Item(cmdCancel), ui::Item(cmdApply)});
   SetLayout(ui::Stack({
       ui::Grow(ui::Line({
           ui::GrowY(ui::Stack({
@@ -74,8 +73,8 @@ void fMain::BuildLayout() {
               ui::Box(fraMesure, ui::Stack({ui::Item(optUnit[kMetric]), ui::Item(optUnit[kImperial])})),
           })),
           ui::Grow(ui::Stack({
-              ui::GrowX(
-                  ui::Line({ui::Item(lblTitle), ui::Item(cmdTakeBack), ui::GrowX(ui::Empty()), ui::Item(lblLocation), ui::Item(txtLocation)})),
+              ui::GrowX(ui::Line({ui::Item(lblTitle), ui::Item(cmdTakeBack), ui::GrowX(ui::Empty()),
+                                  ui::Item(lblLocation), ui::Item(txtLocation)})),
               ui::Grow(ui::Item(Picture1)),
           })),
       })),
@@ -105,7 +104,9 @@ void fMain::ConnectHandlers() {
   changesWindow_.onGoTo = [this](const Change& change) {
     if (change.control) GoTo(const_cast<ui::Control&>(*change.control));
   };
-  changesWindow_.onTakeBack = [this](std::vector<const fields::Field*> fields) { TakeBack(std::move(fields)); };
+  changesWindow_.onTakeBack = [this](std::vector<const fields::Field*> fields) {
+    TakeBack(std::move(fields));
+  };
   changesWindow_.onApply = [this] { cmdApply.Click(); };
   findWindow_.onGoTo = [this](const fields::Field& field) { GoTo(*field.cursor); };
   for (std::size_t i = 0; i < optUnit.Size(); ++i) {

@@ -166,7 +166,7 @@ class fMain : public ui::Window, private MessageSink, private PageWork {
   fFind findWindow_;
   LastSave lastSave_;
   std::vector<std::pair<std::string, std::string>> refusals_;  // controls and reasons of the save under way
-  std::string title_;  // without what is added while it is locked
+  std::string title_;                                          // without what is added while it is locked
   bool locked_ = false;
   bool review_ = false;
   fLanguage language_;

@@ -38,12 +38,11 @@ ui::ContextMenu fMain::MenuOf(std::size_t page, ui::Control& control) {
   const fields::Field* field = changes_.Find(pages_.Page(page).Name(), control.Name());
   if (!field || locked_ || !changes_.IsEdited(*field)) return {};
   ui::ContextMenu menu;
-  menu.items.push_back(
-      {strings_.GetStrings("&Back to the device's value"),
-       [this, page = field->page, name = field->name] {
-         if (const fields::Field* still = changes_.Find(page, name)) TakeBack({still});
-       },
-       {}});
+  menu.items.push_back({strings_.GetStrings("&Back to the device's value"),
+                        [this, page = field->page, name = field->name] {
+                          if (const fields::Field* still = changes_.Find(page, name)) TakeBack({still});
+                        },
+                        {}});
   for (const char* caption : kEditing) menu.editing.push_back(strings_.GetStrings(caption));
   return menu;
 }
@@ -96,9 +95,9 @@ void fMain::TellSave(const std::vector<host::Difference>& differences) {
   const std::string_view text = count == 1            ? "1 value was written on 1 page"
                                 : onPages.size() == 1 ? "%s1% values were written on 1 page"
                                                       : "%s1% values were written on %s2% pages";
-  AddMessage(ReplacePlaceholders(strings_.GetStrings(text),
-                                 {std::to_string(count), std::to_string(onPages.size())}),
-             "Save", kLocation, logger::kInformation);
+  AddMessage(
+      ReplacePlaceholders(strings_.GetStrings(text), {std::to_string(count), std::to_string(onPages.size())}),
+      "Save", kLocation, logger::kInformation);
   logger_.AddDetails(DescribeSave(lastSave_, changes_, pages_, strings_));
 }
 
@@ -161,7 +160,8 @@ void fMain::TakeBackLastSave() {
         });
       }
       if (!reasons.empty())
-        told = strings_.GetStrings("Not everything could be taken back:") + "\r\n" + base::Join(reasons, "\r\n");
+        told =
+            strings_.GetStrings("Not everything could be taken back:") + "\r\n" + base::Join(reasons, "\r\n");
       changesWindow_.ShowMe();
     }
     if (!told.empty())

@@ -63,8 +63,8 @@ fOptions::fOptions(const shell::PageContext& context, int helpTopic)
   WatchCycle();
   SetSource(kWeights.type, txtAt);
   SetSource(kExtraConfig.type, {&txtHeatCool, &txtChangeOver});
-  SetSource(kOptionsType, {&optTerminal[0], &optAverage[0], &chkAlternate, &chkTerminal, &chkEnable, &chkFrost,
-                           &chkOptimum[0], &chkOptimum[1]});
+  SetSource(kOptionsType, {&optTerminal[0], &optAverage[0], &chkAlternate, &chkTerminal, &chkEnable,
+                           &chkFrost, &chkOptimum[0], &chkOptimum[1]});
   BuildLayout();
 }
 
@@ -244,8 +244,7 @@ std::vector<shell::Adjustment> fOptions::Adjustments() {
   const base::Numbers& numbers = Context().settings.numbers;
   const auto demand = base::ParseEither(numbers, txtChangeOver.Text());
   if (IsChanged() && demand && *demand != base::RoundHalfToEven(*demand)) {
-    adjustments.push_back({&txtChangeOver, txtChangeOver.Text(),
-                           numbers.Text(base::RoundHalfToEven(*demand)),
+    adjustments.push_back({&txtChangeOver, txtChangeOver.Text(), numbers.Text(base::RoundHalfToEven(*demand)),
                            Translate("Is stored as a whole number")});
   }
   return adjustments;

@@ -29,7 +29,8 @@ class NativeLabel : public NativeControl {
   // SS_NOTIFY lets a label have a tip.
   Style GetStyle() const override { return {L"STATIC", SS_LEFT | SS_NOTIFY}; }
   HFONT TextFont() const override {
-    return static_cast<const ui::Label&>(Control()).Heading() ? Metrics().Heading() : NativeControl::TextFont();
+    return static_cast<const ui::Label&>(Control()).Heading() ? Metrics().Heading()
+                                                              : NativeControl::TextFont();
   }
 };
 

@@ -1,5 +1,5 @@
-// How a marked control looks beside its bold text: a tint behind it, and an edge with a sign where its content
-// was refused. The person's own colours are kept where the system shows high contrast.
+// How a marked control looks beside its bold text: a tint behind it, and an edge with a sign where its
+// content was refused. The person's own colours are kept where the system shows high contrast.
 #pragma once
 
 #include <windows.h>
@@ -9,8 +9,8 @@
 
 namespace win32 {
 
-/// For the WM_CTLCOLOR messages of a marked control: sets the colours of `dc` and answers the brush behind the
-/// text.
+/// For the WM_CTLCOLOR messages of a marked control: sets the colours of `dc` and answers the brush behind
+/// the text.
 HBRUSH PrepareMark(ui::Mark mark, HDC dc);
 
 /// Paints over what the control has painted of itself: the edge, and the sign of a refusal at its end. A list

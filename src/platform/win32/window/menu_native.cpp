@@ -18,7 +18,8 @@ ACCEL AcceleratorOf(const std::string& key) {
 std::string Captions(const std::vector<ui::MenuItem>& items) {
   std::string all;
   for (const ui::MenuItem& item : items)
-    all += item.caption + (item.checked ? "*\n" : "\n") + (item.items.empty() ? "" : "{" + Captions(item.items) + "}");
+    all += item.caption + (item.checked ? "*\n" : "\n") +
+           (item.items.empty() ? "" : "{" + Captions(item.items) + "}");
   return all;
 }
 
@@ -48,7 +49,8 @@ void NativeMenu::Append(HMENU menu, const std::vector<ui::MenuItem>& items) {
     }
     const int id = kFirst + static_cast<int>(handlers_.size());
     handlers_[id] = item.onClick;
-    AppendMenuW(menu, MF_STRING | (item.checked ? MF_CHECKED : 0U), static_cast<UINT_PTR>(id), caption.c_str());
+    AppendMenuW(menu, MF_STRING | (item.checked ? MF_CHECKED : 0U), static_cast<UINT_PTR>(id),
+                caption.c_str());
     ACCEL accelerator = AcceleratorOf(item.key);
     accelerator.cmd = static_cast<WORD>(id);
     if (accelerator.key) keys_.push_back(accelerator);
