@@ -370,6 +370,7 @@ TEST_F(ToolTest, ThePageTableAndTheWindowsAgree) {
     shell::ISubForm* page = Main().Pages().FindPage(entry.pageClass);
     ASSERT_NE(page, nullptr);
     EXPECT_EQ(page->HelpIndex(), entry.helpTopic);
+    EXPECT_THROW(page->Group("txtNoSuch"), base::Error);
     forms.push_back(page);
   }
   for (const ui::Form* form : forms) {
