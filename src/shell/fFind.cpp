@@ -8,6 +8,7 @@ namespace shell {
 namespace {
 
 constexpr const char* kColumns[] = {"Page", "Field", "Value"};
+constexpr std::size_t kFewLines = 50;  // whose texts are measured anew at each key
 
 }  // namespace
 
@@ -92,6 +93,7 @@ void fFind::ShowFound() {
   }
   lvwFound.SetRows(std::move(rows));
   if (!found_.empty()) lvwFound.SetSelection({0});
+  if (found_.size() <= kFewLines) lvwFound.FitColumns();
   cmdGoTo.SetEnabled(!found_.empty());
 }
 
