@@ -77,9 +77,8 @@ const std::string* ListCells::LongCell(std::size_t row, std::size_t column) cons
 LRESULT ListCells::Draw(const NMLVCUSTOMDRAW& drawn, const FontMetrics& metrics) const {
   switch (drawn.nmcd.dwDrawStage) {
     case CDDS_PREPAINT:
-      return CDRF_NOTIFYITEMDRAW;
     case CDDS_ITEMPREPAINT:
-      return CDRF_NOTIFYSUBITEMDRAW;
+      return CDRF_NOTIFYSUBITEMDRAW;  // CDRF_NOTIFYITEMDRAW is the same number
     case CDDS_ITEMPREPAINT | CDDS_SUBITEM:
       break;
     default:
