@@ -156,6 +156,11 @@ void ChooseInPopup(HWND control, char entry, const Patience& patience) {
   ChooseInOpenMenu(control, entry, patience);
 }
 
+void TurnWheel(HWND control, const Patience& patience) {
+  RequireUsable(control, patience);
+  PostMessageW(control, WM_MOUSEWHEEL, MAKEWPARAM(0, -WHEEL_DELTA), 0);
+}
+
 void OpenRow(HWND list, std::string_view text, const Patience& patience) {
   ClickRow(list, text, patience);
   const ForeignList rows(list);

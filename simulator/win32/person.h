@@ -38,6 +38,9 @@ void ChooseInMenu(HWND window, char menu, char entry, const Patience& patience);
 /// Asks a control for its menu, as Shift+F10 does, and chooses an entry by its underlined letter.
 void ChooseInPopup(HWND control, char entry, const Patience& patience);
 
+/// Turns the mouse wheel one notch down over a control.
+void TurnWheel(HWND control, const Patience& patience);
+
 /// A double click on the row of a list view with a cell of that text.
 void OpenRow(HWND list, std::string_view text, const Patience& patience);
 

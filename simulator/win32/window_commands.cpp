@@ -97,6 +97,10 @@ void Popup(Stage& stage, Words words) {
   person::ChooseInPopup(Named(stage, words[0].text), words[1].text[0], stage.patience);
 }
 
+void Wheel(Stage& stage, Words words) {
+  person::TurnWheel(Named(stage, words[0].text), stage.patience);
+}
+
 void OpenRow(Stage& stage, Words words) {
   person::OpenRow(Named(stage, words[0].text), words[1].text, stage.patience);
 }
@@ -189,7 +193,8 @@ constexpr Command kCommands[] = {
     {"key", "NAME {TAB} ...", 2, 20, PressKeys},
     {"menu", "LETTER LETTER", 2, 2, Menu},
     {"popup", "NAME LETTER", 2, 2, Popup},
-    {"open", "LIST text", 2, 2, OpenRow},
+    {"open row", "LIST text", 2, 2, OpenRow},
+    {"wheel", "NAME", 1, 1, Wheel},
     {"leave", "", 0, 0, LeaveField},
     {"click", "NAME", 1, 1, ClickButton},
     {"choose", "NAME text", 2, 2, Choose},

@@ -8,22 +8,26 @@ constexpr COLORREF kRefusedTint = RGB(253, 231, 233), kRefusedEdge = RGB(196, 43
 constexpr int kEdge = 2;        // pixels at 96 dots per inch
 constexpr int kSignMargin = 5;  // pixels between the sign and the end of the control
 
-bool HighContrast() {
+// High contrast, or a scheme on whose background the tints would be glaring.
+bool OwnColours() {
   HIGHCONTRASTW contrast = {};
   contrast.cbSize = sizeof contrast;
-  return SystemParametersInfoW(SPI_GETHIGHCONTRAST, sizeof contrast, &contrast, 0) &&
-         (contrast.dwFlags & HCF_HIGHCONTRASTON) != 0;
+  if (SystemParametersInfoW(SPI_GETHIGHCONTRAST, sizeof contrast, &contrast, 0) &&
+      (contrast.dwFlags & HCF_HIGHCONTRASTON) != 0)
+    return true;
+  const COLORREF window = GetSysColor(COLOR_WINDOW);
+  return GetRValue(window) + GetGValue(window) + GetBValue(window) < 3 * 128;
 }
 
 COLORREF EdgeColor(ui::Mark mark) {
-  if (HighContrast()) return GetSysColor(COLOR_HIGHLIGHT);
+  if (OwnColours()) return GetSysColor(COLOR_HIGHLIGHT);
   return mark == ui::Mark::kRefused ? kRefusedEdge : kChangedEdge;
 }
 
 }  // namespace
 
 HBRUSH PrepareMark(ui::Mark mark, HDC dc) {
-  if (HighContrast()) {
+  if (OwnColours()) {
     SetTextColor(dc, GetSysColor(COLOR_WINDOWTEXT));
     SetBkColor(dc, GetSysColor(COLOR_WINDOW));
     return GetSysColorBrush(COLOR_WINDOW);
