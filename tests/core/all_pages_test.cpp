@@ -48,9 +48,6 @@ struct AllPages : tests::ToolTest {
     }
     return values;
   }
-  std::string Of(const char* object, int number, const char* format) {
-    return building.StoredText(kDevice, object, number, format, 1);
-  }
   std::vector<std::string> ValuePages() {
     std::vector<std::string> names;
     for (const auto& entry : Main().Pages().Table()) {
@@ -63,32 +60,6 @@ struct AllPages : tests::ToolTest {
     for (const PageSave& save : kSaves) save.change(*this);
   }
 };
-
-TEST_F(AllPages, OneSaveWritesOneFieldOfEachAndNothingElse) {
-  OpenPage(kDevice, "fHeatCool");
-  auto expected = RoofTop();
-  const std::string output = Of("HardwareOutput5", 3, "UCPTroofTopOutputType");
-  ChangeOneFieldOnEachPage();
-  for (const std::string& name : ValuePages())
-    EXPECT_TRUE(Main().Pages().FindPage(name)->IsChanged()) << name;
-  Click("cmdApply");
-  EXPECT_EQ(LastMessage(), tests::kApplied);
-
-  base::Record options(expected[48]);
-  for (const std::size_t field : {32u, 49u, 61u, 62u, 63u}) {
-    options.Set(field, options.Field(field) == "1" ? "0" : "1");
-  }
-  expected[48] = options.Join();
-  base::Record alarm(expected[35]);
-  alarm.Set(0, "4.00");
-  expected[35] = alarm.Join();
-  expected[49][0] = expected[49][0] == '1' ? '0' : '1';
-  EXPECT_EQ(RoofTop(), expected);
-  EXPECT_NE(Of("HardwareOutput5", 3, "UCPTroofTopOutputType"), output);
-  EXPECT_EQ(Of("HardwareInput6", 3, "UCPTroofTopInputType"), "OCC_CONTACT");
-  EXPECT_EQ(Of("RoofTopObject/nvoSpaceTemp", 1, "SCPTmaxSendTime"), "30.0");
-  EXPECT_FALSE(Main().Pages().AnyPageChanged());
-}
 
 TEST_F(AllPages, OnePageThatRefusesKeepsAllBackUntilItIsCorrected) {
   OpenPage(kDevice, "fHeatCool");

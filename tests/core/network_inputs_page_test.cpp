@@ -166,18 +166,4 @@ TEST_F(NetworkInputsTest, ARefusedValueTakesTheNewTypeBackAndKeepsTheEntries) {
   EXPECT_EQ(TypeInDevice("nviOccCmd"), "SNVT_tod_event");
 }
 
-TEST_F(NetworkInputsTest, ATextThatIsNoNumberKeepsTheFocus) {
-  Open(device);
-  for (const std::string& name : {Indexed("txtnvi", 22), std::string("fNetworkInput.txtEmergCmd")}) {
-    prompts.asked.clear();
-    auto& box = Find<ui::TextBox>(name);
-    box.Enter();
-    box.Type("soon");
-    EXPECT_FALSE(box.Leave()) << name;
-    EXPECT_EQ(box.GetForm().Focused(), &box);
-    ASSERT_EQ(prompts.asked.size(), 1u) << name;
-    EXPECT_EQ(prompts.asked[0].text, "Invalid value for this field");
-  }
-}
-
 }  // namespace
