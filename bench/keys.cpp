@@ -46,8 +46,8 @@ int PrintKeys() {
   window.ShowMe();
   auto& box = dynamic_cast<ui::TextBox&>(*window.Find("txtFind"));
   const char* const typed[] = {"c", "co", "co2", "co2 d", "nvi", ""};
-  over += Print("typed to find a field",
-                MedianMicroseconds([&](int round) { box.Type(typed[round % 6]); }), 5000);
+  over += Print("typed to find a field", MedianMicroseconds([&](int round) { box.Type(typed[round % 6]); }),
+                5000);
   return over;
 }
 

@@ -1,5 +1,5 @@
-// What a key costs the person: in a box, with all pages loaded and their fields followed, and in the window that
-// finds fields.
+// What a key costs the person: in a box, with all pages loaded and their fields followed, and in the window
+// that finds fields.
 #pragma once
 
 namespace bench {

@@ -97,9 +97,7 @@ void Popup(Stage& stage, Words words) {
   person::ChooseInPopup(Named(stage, words[0].text), words[1].text[0], stage.patience);
 }
 
-void Wheel(Stage& stage, Words words) {
-  person::TurnWheel(Named(stage, words[0].text), stage.patience);
-}
+void Wheel(Stage& stage, Words words) { person::TurnWheel(Named(stage, words[0].text), stage.patience); }
 
 void OpenRow(Stage& stage, Words words) {
   person::OpenRow(Named(stage, words[0].text), words[1].text, stage.patience);

@@ -194,12 +194,17 @@ std::vector<Change> Changes::List() const {
   return list;
 }
 
-std::vector<KeptChange> Changes::Kept() const {
+std::vector<KeptChange> Changes::Kept() {
   std::vector<KeptChange> kept;
   for (const Page& page : followed_) {
     for (const Entry& entry : page.entries) {
       if (entry.edited)
         kept.push_back({entry.field.page, entry.field.name, entry.device, entry.field.content()});
+    }
+    for (const Adjustment& adjustment : page.adjustments) {
+      const Entry* entry = EntryOf(adjustment.control->GetForm().Name(), adjustment.control->Name());
+      if (entry && !entry->edited)
+        kept.push_back({entry->field.page, entry->field.name, entry->device, adjustment.content});
     }
   }
   return kept;

@@ -56,8 +56,9 @@ class Changes {
   std::size_t Refused(std::size_t page) const;
   /// In page and tab order; what a page changes by itself comes last.
   std::vector<Change> List() const;
-  /// The edited values of all pages.
-  std::vector<KeptChange> Kept() const;
+  /// The values of all pages that the next save changes: the edited ones, and the fields that are changed by
+  /// themselves.
+  std::vector<KeptChange> Kept();
   /// The fields of all pages in page and tab order.
   std::vector<const fields::Field*> Fields() const;
   /// Another number whenever the fields themselves are others.

@@ -484,9 +484,9 @@ void fMain::EndPlugIn() {
 void fMain::ReleaseHost() {
   Picture1.Clear();
   lvwConfig.SetRows({});
+  pages_.Clear();
   changes_.Clear();
   lastSave_ = {};
-  pages_.Clear();
   device_ = {};
   ObjectServer = {};
   network_ = {};

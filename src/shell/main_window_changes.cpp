@@ -54,7 +54,7 @@ void fMain::GoTo(ui::Control& control) {
       flags_.pageSelected = true;
       if (i != shownPage_) ShowPage(i);
       BringToFront();
-      control.Focus();
+      if (!locked_) control.Focus();
     }
   });
 }
@@ -153,7 +153,10 @@ void fMain::TakeBackLastSave() {
         reasons.clear();
         std::erase_if(left, [&](const LastSave::Value& value) {
           const fields::Field* field = changes_.Find(value.page, value.field);
-          if (!field) return true;
+          if (!field) {
+            reasons.push_back(value.name + ": " + strings_.GetStrings("no field shows this value"));
+            return false;
+          }
           const std::string reason = pagePrompts_.Take(*field, value.before);
           if (!reason.empty()) reasons.push_back(PathOf(field->caption()) + ": " + reason);
           return reason.empty();
@@ -175,6 +178,7 @@ std::string fMain::WindowTitle() const {
 
 void fMain::SetLocked(bool locked) {
   Command("Locked", [this, locked] {
+    if (locked && !CommitEdit()) return;
     locked_ = locked;
     Picture1.SetEnabled(!locked);
     txtLocation.SetReadOnly(locked);

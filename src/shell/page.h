@@ -28,6 +28,7 @@ struct Adjustment {
   ui::Control* control = nullptr;  // where it is seen: a field, or the group box that says what it is
   std::string device, present;     // as a person reads them
   std::string reason;              // in the language in use
+  std::string content;             // of the field after the save, where it is one
 
   bool operator==(const Adjustment&) const = default;
 };

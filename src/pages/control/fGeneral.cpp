@@ -187,12 +187,12 @@ std::string fGeneral::DamperFault() const {
 std::vector<shell::Adjustment> fGeneral::Adjustments() {
   std::vector<shell::Adjustment> adjustments;
   if (freshAirUpdate_)
-    adjustments.push_back({&fraFreshAir, {}, {}, Translate("Will be adjusted by the next save")});
+    adjustments.push_back({&fraFreshAir, {}, {}, Translate("Will be adjusted by the next save"), {}});
   shell::ISubForm* heating = Context().pages.FindPage("fHeatCool");
   auto* heat = heating ? dynamic_cast<ui::OptionButton*>(heating->Find("OptionNormallyHeat")) : nullptr;
   if (IsChanged() && heat && heat->Selected())
     adjustments.push_back({heat, Translate("Normally heat"), Translate("Normally cool"),
-                           Translate("Is reset by saving the general settings")});
+                           Translate("Is reset by saving the general settings"), "0"});
   return adjustments;
 }
 
@@ -216,7 +216,7 @@ void fGeneral::WriteOptions() {
   ChangeOptions([this](host::Edit& options) {
     // Belongs to the heating and cooling page; saving the general settings puts the valve back to normally
     // cool.
-    options.Set(kReversingValveOption, "0");
+    options.Set(kReversingValveOption, "0", "fHeatCool.OptionNormallyCool");
     SetField(options, kEmergencyOption, !optEmergency[0].Selected(), optEmergency[0]);
     if (freshAirUpdate_) options.Set(kFreshAirMarker, "0");
     SetField(options, kTemperatureOption, !optTemp[0].Selected(), optTemp[0]);

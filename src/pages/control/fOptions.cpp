@@ -240,12 +240,13 @@ std::string fOptions::ValueVerification() {
 std::vector<shell::Adjustment> fOptions::Adjustments() {
   std::vector<shell::Adjustment> adjustments;
   if (algorithmUpdate_)
-    adjustments.push_back({&fraOptimum, {}, {}, Translate("Will be adjusted by the next save")});
+    adjustments.push_back({&fraOptimum, {}, {}, Translate("Will be adjusted by the next save"), {}});
   const base::Numbers& numbers = Context().settings.numbers;
   const auto demand = base::ParseEither(numbers, txtChangeOver.Text());
   if (IsChanged() && demand && *demand != base::RoundHalfToEven(*demand)) {
-    adjustments.push_back({&txtChangeOver, txtChangeOver.Text(), numbers.Text(base::RoundHalfToEven(*demand)),
-                           Translate("Is stored as a whole number")});
+    const std::string stored = numbers.Text(base::RoundHalfToEven(*demand));
+    adjustments.push_back(
+        {&txtChangeOver, txtChangeOver.Text(), stored, Translate("Is stored as a whole number"), stored});
   }
   return adjustments;
 }

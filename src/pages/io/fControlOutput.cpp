@@ -243,14 +243,17 @@ std::vector<shell::Adjustment> fControlOutput::Adjustments() {
     const bool local = chkOutput[i].Checked();
     // Where it is another than after the fill it is an edit like any other.
     if (local != storedLocal_[i] && local == filledLocal_[i])
-      adjustments.push_back({&chkOutput[i], shown(storedLocal_[i]), shown(local), Translate(kSetByItself)});
+      adjustments.push_back({&chkOutput[i], shown(storedLocal_[i]), shown(local), Translate(kSetByItself),
+                             std::string(FlagText(local))});
     if (chkOver[i].Checked() && GetOutputSignalClass(functions_[i]) != SignalClass::kNone) continue;
     const bool onOff = cboONOFF[i].Visible();
     if (onOff && cboONOFF[i].Selected() == kOn)
-      adjustments.push_back({&cboONOFF[i], shown(true), shown(false), Translate(kNotKept)});
+      adjustments.push_back(
+          {&cboONOFF[i], shown(true), shown(false), Translate(kNotKept), std::to_string(kOff)});
     const auto value = base::ParseEither(Context().settings.numbers, txtValue[i].Text());
     if (!onOff && value != 0.0)
-      adjustments.push_back({&txtValue[i], txtValue[i].Text(), std::string(kNoValue), Translate(kNotKept)});
+      adjustments.push_back({&txtValue[i], txtValue[i].Text(), std::string(kNoValue), Translate(kNotKept),
+                             std::string(kNoValue)});
   }
   return adjustments;
 }
