@@ -72,6 +72,7 @@ TEST_F(ChangesTest, AreMarkedAtOnceAndUnmarkedWhenTypedBack) {
   EXPECT_EQ(Find("fPID.chkPID").GetMark(), ui::Mark::kChanged);
   EXPECT_EQ(Find("fGeneral.optTemp(1)").GetMark(), ui::Mark::kChanged);
   EXPECT_EQ(Find("fGeneral.optTemp(0)").GetMark(), ui::Mark::kNone);
+  EXPECT_EQ(Count(), "4 changes on 3 pages");
   EXPECT_EQ(ListCaption("fPID"), "PID (2)");
   EXPECT_EQ(ListCaption("fAlarm"), "Alarm ");
   EXPECT_EQ(Lines().front(), "fPID | Space Temperature, Proportional Gain | " + gain + " | 30.5 | % / °C | ");
@@ -246,18 +247,21 @@ TEST_F(ChangesTest, TheLastSaveIsTakenBackToTheLastDigit) {
     return Stored(tests::kAssigned, 30, "UCPTspaceTempPIDparam#SI", 9) + "; " +
            Stored(tests::kAssigned, 35, "UCPTspaceTempAlarm#SI", 9) + "; " +
            Stored(tests::kAssigned, 48, "UCPTobjectOptions", 0) + "; " +
+           Stored(tests::kAssigned, 52, "UCPTextraConfig", 9) + "; " +
            building.StoredText(tests::kAssigned, "HardwareInput1", 3, "UCPTroofTopInputType");
   };
   const std::string before = stored();
   Type("fPID.txtPIDTemp(0)", "30.5");
   Type("fAlarm.txtAlarm(1)", "44");
   AssignInput(1, "UNUSED");
+  Unlock("fOptions");
+  Type("fOptions.txtChangeOver", "44");  // stored at twice what is shown
   Find<ui::OptionButton>("fGeneral.optEcono(1)").Click();
   Click("cmdApply");
   ASSERT_EQ(LastMessage(), tests::kApplied);
   Choose("File", "Take back the last save...");
   EXPECT_EQ(prompts.asked.size(), 1u) << prompts.asked.back().text;
-  EXPECT_EQ(Edited().size(), 5u) << "the valve too, which the general page resets: "
+  EXPECT_EQ(Edited().size(), 6u) << "the valve too, which the general page resets: "
                                  << testing::PrintToString(Lines());
   EXPECT_TRUE(Main().ChangesWindow().Visible());
   Click("cmdApply");
