@@ -2,6 +2,7 @@
 
 #include <algorithm>
 
+#include "base/text.h"
 #include "logger/message_logger.h"
 
 namespace shell {
@@ -112,7 +113,8 @@ void fChanges::ShowRows() {
   for (const Change& change : list_) {
     const std::string page = strings_.GetStrings(pages_.Table()[change.page].listCaption);
     std::string remark = change.reason;
-    if (change.kind == Change::Kind::kRefused) remark = strings_.GetStrings("Refused:") + " " + remark;
+    if (change.kind == Change::Kind::kRefused)
+      remark = base::Join({strings_.GetStrings("Refused:"), change.reason}, " ");
     const int icon = change.kind == Change::Kind::kRefused ? logger::kError : 0;
     rows.push_back({std::to_string(rows.size()),
                     {page, change.name, change.device, change.present, change.unit, remark},

@@ -68,9 +68,9 @@ void fFind::ReadFields() {
     const std::string page(base::Trim(strings_.GetStrings(entry->listCaption)));
     const fields::Caption caption = field->caption();
     const std::string path = PathOf(caption);
-    lines_.push_back({field, page, path,
-                      base::Fold(page + " " + caption.frame + " " + path + " " + caption.unit + " " +
-                                 field->source + " " + field->name)});
+    const std::string words =
+        base::Join({page, caption.frame, path, caption.unit, field->source, field->name}, " ");
+    lines_.push_back({field, page, path, base::Fold(words)});
   }
 }
 

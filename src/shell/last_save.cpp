@@ -90,7 +90,7 @@ std::vector<std::string> DescribeSave(const LastSave& save, const Changes& chang
       after = field->shown(value.after);
       if (field->kind == fields::Kind::kText && !caption.unit.empty()) unit = " " + caption.unit;
     }
-    std::string line = name + ": " + before + " -> " + after + unit;
+    std::string line = base::Join({name, ": ", before, " -> ", after, unit}, "");
     if (!value.held.empty())
       line += "; " + ReplacePlaceholders(strings.GetStrings("the device holds %s1%"), {value.held});
     lines.push_back(std::move(line));
