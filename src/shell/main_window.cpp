@@ -5,8 +5,6 @@
 #include "automation/error.h"
 #include "base/text.h"
 #include "host/contract.h"
-#include "host/transaction.h"
-#include "shell/save_report.h"
 #include "shell/unit_choice.h"
 #include "shell/window_place.h"
 
@@ -15,8 +13,6 @@ namespace {
 
 constexpr std::string_view kLocation = "Main";
 constexpr const char* kRefuseToStart = "Refuse to start";
-constexpr int kLocationProperty = 2;  // of the node object
-constexpr std::string_view kLocationFormat = "SCPTlocation";
 constexpr auto kBlinkInterval = std::chrono::milliseconds(100);
 constexpr int kBlinkTime = 500;  // milliseconds
 
@@ -200,39 +196,6 @@ void fMain::RunModal(ui::Window& dialog) {
   dialogWaits_ = false;
 }
 
-SaveResult fMain::InTransaction(std::string_view routine, std::string_view location,
-                                const std::function<bool()>& work) {
-  SaveResult result = SaveResult::kCancelled;
-  const auto transact = [&] { result = Transact(routine, location, work); };
-  if (!std::exchange(dialogWaits_, false)) {
-    Command(routine, transact);
-    return result;
-  }
-  transact();  // part of the command that shows the dialog
-  dialogWaits_ = true;
-  return result;
-}
-
-SaveResult fMain::Transact(std::string_view routine, std::string_view location,
-                           const std::function<bool()>& work) {
-  const ui::WaitPointer pointer(platform_.loop);
-  SaveResult result = SaveResult::kCancelled;
-  try {
-    host::Transaction transaction(transactions_);
-    if (work() && !flags_.sessionEnds) {
-      result = SaveResult::kUnknown;  // until the host has answered
-      transaction.Commit();
-      result = SaveResult::kCommitted;
-    } else {
-      transaction.Cancel();
-    }
-  } catch (const std::exception& error) {
-    AddMessage(DescribeError(error), routine, location, logger::kError);
-  }
-  // Without an entry there is nothing to judge a lost answer by.
-  return journal_.Entries().empty() ? result : ReportSave(context_, result, routine, location).result;
-}
-
 void fMain::CreatePages() {
   pages_.CreatePages(context_, [this](ISubForm& page) {
     FollowPages(Picture1.Forms().size(), page);
@@ -293,28 +256,6 @@ void fMain::ShowWindow() {
   BringToFront();
 }
 
-void fMain::RefreshLocationString() {
-  txtLocation.SetText(NamingProperty(kLocationFormat, [this] {
-    host::Property& property = device_.NodeProperties[kLocationProperty];
-    property.Bind(kLocationFormat);
-    return property.Read();
-  }));
-  locationChanged_ = false;
-}
-
-void fMain::LoadLocation() {
-  RefreshLocationString();
-  if (!txtLocation.Text().empty()) return;
-  const std::string location = device_.Device.Text(host::kLocation);
-  txtLocation.SetText(location);
-  try {
-    NamingProperty(kLocationFormat, [&] { device_.NodeProperties[kLocationProperty].WriteText(location); });
-  } catch (const automation::Error& error) {
-    // A text that the device does not take (too long, say) must not keep the installer out.
-    AddMessage(DescribeError(error), "Load", kLocation, logger::kExclamation);
-  }
-}
-
 void fMain::RestoreUnitChoice() {
   device_.IsImperial =
       ReadUnitChoice(platform_.registry, platform_.locale, settings_.numbers, device_.IsImperial);
@@ -329,78 +270,6 @@ void fMain::ShowPage(std::size_t index) {
   lblTitle.SetText(strings_.FormatStrings("%s% Configuration", {std::string(entry.title)}));
   pages_.Page(index).PageShown();
   ShowPending();
-}
-
-bool fMain::WriteLocation(std::string_view routine) {
-  if (!locationChanged_) return true;
-  try {
-    NamingProperty(kLocationFormat,
-                   [this] { device_.NodeProperties[kLocationProperty].WriteText(txtLocation.Text()); });
-    locationChanged_ = false;
-  } catch (const std::exception& error) {
-    AddMessage(DescribeError(error), routine, kLocation, logger::kError);
-    AddMessage(strings_.GetStrings("The configuration settings were not applied"), routine, kLocation,
-               logger::kError);
-  }
-  return !locationChanged_;
-}
-
-SaveResult fMain::Save(std::string_view routine) {
-  refusals_.clear();
-  lastSave_.Begin(changes_.Kept(), device_.IsImperial);
-  const SaveResult ended = pages_.SaveAllPages(context_, ProgressObject);
-  const auto [result, reason, differences] = ReportSave(context_, ended, routine, kLocation);
-  if (result == SaveResult::kCommitted) {
-    if (ended != result) pages_.EndWriteValue();
-    TellSave(differences);
-    return result;
-  }
-  const std::string_view fault =
-      result == SaveResult::kUnknown
-          ? "It is not known whether the configuration settings were applied. "
-            "Refresh to see what the device holds; that drops the values typed here."
-          : "The configuration settings were not applied";
-  AddMessage(strings_.GetStrings(fault) + "\r\n" + reason, routine, kLocation, logger::kError);
-  if (result == SaveResult::kCancelled) MarkRefused();
-  return result;
-}
-
-bool fMain::CommitEdit() {
-  if (pages_.Count() > 0 && !pages_.Page(shownPage_).CommitFocus()) return false;
-  return CommitFocus();
-}
-
-void fMain::Ok() {
-  if (!CommitEdit() || !Reviewed() || !WriteLocation("OK")) return;
-  if (pages_.AnyPageChanged()) {
-    if (Save("OK") != SaveResult::kCommitted) return;
-    AddMessage(strings_.GetStrings("The configuration setting were applied successfully"), "OK", kLocation,
-               logger::kInformation);
-  }
-  Hide();
-  EndPlugIn();
-}
-
-void fMain::Apply() {
-  if (!CommitEdit() || !Reviewed() || !WriteLocation("Apply")) return;
-  if (!pages_.AnyPageChanged()) return;
-  if (Save("Apply") != SaveResult::kCommitted) return;
-  Refresh("Apply");
-  AddMessage(strings_.GetStrings("The configuration settings were applied successfully"), "Apply", kLocation,
-             logger::kInformation);
-}
-
-bool fMain::Refresh(std::string_view routine, PageSet::Showing showing) {
-  const std::vector<std::string> unread = pages_.RefreshAllPages(context_, ProgressObject, showing);
-  if (unread.empty()) return true;
-  const std::string reason =
-      showing == PageSet::Showing::kAllOrNothing
-          ? strings_.GetStrings(
-                "The values of the device could not be read again. The pages show what they did before.")
-          : strings_.FormatStrings("Could not be read again and show what they did before: %s1%",
-                                   {base::Join(unread, ", ")});
-  AddMessage(reason, routine, kLocation, logger::kError);
-  return false;
 }
 
 void fMain::Help() {

@@ -7,6 +7,7 @@
 #include "base/text.h"
 #include "host/transaction.h"
 #include "logger/message_logger.h"
+#include "shell/save_report.h"
 
 namespace shell {
 namespace {
@@ -85,24 +86,14 @@ SaveResult PageSet::SaveAllPages(const PageContext& context, fLoading& progress)
   const auto text = [&context](std::string_view english) { return context.strings.GetStrings(english); };
   const ProgressShown shown(progress, text("Saving configuration tool data . . ."), text("Now saving"),
                             pages_.size());
-  SaveResult result = SaveResult::kCancelled;
-  try {
-    host::Transaction transaction(context.transactions);
+  const SaveResult result = RunTransaction(context, "SaveAllPages", "Main", [&] {
     bool allWritten = true;
     for (std::size_t i = 0; i < pages_.size(); ++i) {
       progress.AdvanceProgressBar(text(table_[i].listCaption));
       allWritten = pages_[i]->WriteValue() && allWritten;
     }
-    if (allWritten && !context.flags.sessionEnds) {
-      result = SaveResult::kUnknown;  // until the host has answered
-      transaction.Commit();
-      result = SaveResult::kCommitted;
-    } else {
-      transaction.Cancel();
-    }
-  } catch (const std::exception& error) {
-    context.messages.AddMessage(DescribeError(error), "SaveAllPages", "Main", logger::kError);
-  }
+    return allWritten;
+  });
   if (result == SaveResult::kCommitted) EndWriteValue();
   return result;
 }

@@ -43,6 +43,24 @@ SaveReport Settle(const PageContext& context, std::string_view routine, std::str
 
 }  // namespace
 
+SaveResult RunTransaction(const PageContext& context, std::string_view routine, std::string_view location,
+                          const std::function<bool()>& work) {
+  SaveResult result = SaveResult::kCancelled;
+  try {
+    host::Transaction transaction(context.transactions);
+    if (work() && !context.flags.sessionEnds) {
+      result = SaveResult::kUnknown;  // until the host has answered
+      transaction.Commit();
+      result = SaveResult::kCommitted;
+    } else {
+      transaction.Cancel();
+    }
+  } catch (const std::exception& error) {
+    context.messages.AddMessage(DescribeError(error), routine, location, logger::kError);
+  }
+  return result;
+}
+
 SaveReport ReportSave(const PageContext& context, SaveResult result, std::string_view routine,
                       std::string_view location) {
   if (result == SaveResult::kCancelled) return {result, {}};

@@ -3,6 +3,7 @@
 // transaction.
 #pragma once
 
+#include <functional>
 #include <string>
 #include <string_view>
 #include <vector>
@@ -16,6 +17,12 @@ struct SaveReport {
   std::string reason;  // lines that say why it stays unknown, in the language in use
   std::vector<host::Difference> differences = {};  // what the device holds otherwise, when committed
 };
+
+/// Runs `work` in a host transaction: committed when it answers yes, cancelled otherwise and when it throws,
+/// or when the user signs out meanwhile. A fault is logged with the routine and location. Unknown: the answer
+/// to the commit was lost.
+SaveResult RunTransaction(const PageContext& context, std::string_view routine, std::string_view location,
+                          const std::function<bool()>& work);
 
 /// Reads back what the last transaction wrote, where `result` is committed or unknown, and settles an unknown
 /// one if the device tells. Logs what there is to tell with the routine and location; never throws.
