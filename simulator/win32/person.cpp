@@ -123,6 +123,10 @@ void Choose(HWND list, std::string_view text, const Patience& patience) {
     return place != CB_ERR ? "" : "the list has no entry \"" + std::string(text) + "\"";
   });
   const auto open = [&] { return Ask(list, CB_GETDROPPEDSTATE) != FALSE; };
+  // The pointer is where the click is: an open list follows one that lies over it.
+  POINT pointer = {3, 3};
+  ClientToScreen(list, &pointer);
+  SetCursorPos(pointer.x, pointer.y);
   ClickAt(list, {3, 3});
   patience.Until([&]() -> std::string { return open() ? "" : "the list did not open"; });
   const LRESULT steps = place - Ask(list, CB_GETCURSEL);
