@@ -1,0 +1,50 @@
+// A configuration as a document: the head says of which unit it is, the body holds each field's content. It
+// is kept as JSON, one field a line in the order of the pages, so that any text tool compares two of them.
+// Written for files and backups, and read from them; knows no page and no window.
+#pragma once
+
+#include <cstddef>
+#include <string>
+#include <string_view>
+#include <vector>
+
+namespace configuration {
+
+inline constexpr const char* kFileEnding = ".kvtarn";
+inline constexpr std::size_t kLargestFile = 4 * 1024 * 1024;  // bytes
+
+/// All texts are free but for those that say what they look like.
+struct Head {
+  std::string toolVersion;
+  std::string programId;  // of the device
+  std::string version;    // template version and revision of the device: "3.1"
+  std::string network, device, location;
+  std::string time;       // UTC: "2026-11-22T14:05:00Z"
+  bool imperial = false;  // the units of the contents
+  std::string user;       // the system's name of who saved it
+  std::string note;
+};
+
+/// One field, by page class and control. Caption and unit are for people and for text tools.
+struct Entry {
+  std::string page, control;
+  std::string caption;  // English: "Space Temperature, Proportional Gain"
+  std::string unit;
+  std::string content;  // as fields::Field::content, numbers with a decimal point
+};
+
+struct Document {
+  Head head;
+  std::vector<Entry> entries;
+
+  const Entry* Find(std::string_view page, std::string_view control) const;
+};
+
+std::string Write(const Document& document);
+
+/// Throws base::WordedError, with the line, when the text is no complete configuration, of a newer format,
+/// for another program id than `programId` (empty: any), names a field twice or holds something of the wrong
+/// kind.
+Document Read(std::string_view text, std::string_view programId);
+
+}  // namespace configuration

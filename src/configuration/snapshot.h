@@ -1,0 +1,44 @@
+// The values of a unit at one moment, with all that a person wants to know of each: what a file, a comparison
+// and a record are made of. Taken from fields, of the pages in view or of unseen ones.
+#pragma once
+
+#include <functional>
+#include <string>
+#include <string_view>
+#include <vector>
+
+#include "base/numbers.h"
+#include "configuration/document.h"
+#include "fields/field.h"
+
+namespace configuration {
+
+struct Value {
+  std::string page, control;  // of the field
+  fields::Caption caption;    // in the language and units in use
+  fields::Kind kind = fields::Kind::kText;
+  std::string content;  // as in a file: a number has a decimal point
+  std::string shown;    // as a person reads it, without the unit
+  bool used = true;     // no where its control is greyed: no assigned function uses it
+};
+
+struct Snapshot {
+  Head head;
+  std::vector<Value> values;  // in page and tab order
+
+  const Value* Find(std::string_view page, std::string_view control) const;
+};
+
+/// The content of a field in the notation of files, and in the user's.
+std::string Portable(const base::Numbers& numbers, fields::Kind kind, std::string_view content);
+std::string Local(const base::Numbers& numbers, fields::Kind kind, std::string_view content);
+
+/// What the field holds, or `content` in its place, in the user's notation.
+Value ValueOf(const fields::Field& field, const base::Numbers& numbers, std::string_view content);
+
+/// The English name of a field, by page class and control.
+using Captions = std::function<std::string(std::string_view page, std::string_view control)>;
+
+Document ToDocument(const Snapshot& snapshot, const Captions& captions);
+
+}  // namespace configuration
