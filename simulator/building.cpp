@@ -46,8 +46,20 @@ std::vector<DeviceInfo> Building::Devices() const {
 }
 
 std::string Building::StoredDevice(std::string_view deviceName) const {
+  std::map<std::string, Fields> values;
+  const auto add = [&values](const std::vector<PropertyTemplate>& properties) {
+    for (const PropertyTemplate& property : properties) values[property.key] = property.initial;
+  };
+  for (const ObjectTemplate& object : core_->deviceTemplate.objects) {
+    add(object.properties);
+    for (const VariableTemplate& variable : object.variables) {
+      values[variable.key] = {variable.type};
+      add(variable.properties);
+    }
+  }
+  for (const auto& [key, fields] : Committed(deviceName).values) values[key] = fields;
   std::string text;
-  for (const auto& [key, fields] : Committed(deviceName).values) {
+  for (const auto& [key, fields] : values) {
     text += key + "=";
     for (const FieldValue& field : fields) {
       const auto* number = std::get_if<double>(&field);

@@ -90,7 +90,8 @@ class Building {
   /// committed. Throws automation::Error for an unknown name.
   std::string StateOfObject(std::string_view deviceName, std::string_view objectName) const;
 
-  /// Everything committed of a device, as one text: two are equal when the device holds the same values.
+  /// All values of a device as committed, those of its template included, as one text: two are equal when the
+  /// device holds the same values.
   std::string StoredDevice(std::string_view deviceName) const;
 
   /// Sentences of what went wrong without an error: refused templates, ended sessions with an open

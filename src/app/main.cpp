@@ -66,6 +66,8 @@ plugin::StartUpFacts Facts(base::Registry& registry, base::Locale& locale) {
   facts.lonWorksFolder =
       base::ReadRegistryString(registry, base::RegistryRoot::kLocalMachine, kLonWorksKey, kLonWorksPath);
   facts.licences = win32::OwnText(kLicences);
+  facts.documentsFolder = win32::DocumentsFolder();
+  facts.userName = win32::UserName();
   const std::string decimal = locale.GetLocaleString(base::kLocaleDecimal);
   if (decimal.size() == 1) facts.decimalSeparator = decimal.front();
   facts.fileExists = win32::FileExists;
@@ -84,7 +86,7 @@ int ServeHost() {
   });
   win32::NativeToolkit toolkit(loop);
   win32::MessagePrompts prompts(toolkit);
-  win32::SaveDialog fileDialog(toolkit);
+  win32::FileNameDialog fileDialog(toolkit);
   win32::HtmlHelpViewer help;
   win32::ActiveXHost controls(toolkit, loop);
   win32::WindowsRegistry registry;

@@ -5,6 +5,7 @@
 #include <unordered_set>
 
 #include "base/error.h"
+#include "base/text.h"
 
 namespace configuration {
 namespace {
@@ -96,7 +97,7 @@ Head ReadHead(const Json& json, std::string_view programId) {
     Refuse("The file was written by a newer version of this tool, in format %s1%.", {format->dump()});
   Head head;
   for (const auto& [name, text] : kHeadTexts) head.*text = TextOf(json, name, text == &Head::programId, "1");
-  if (!programId.empty() && head.programId != programId) {
+  if (!programId.empty() && !base::EqualsNoCase(head.programId, programId)) {
     Refuse("The file belongs to another kind of device: its program id is %s1%, that of this device %s2%.",
            {head.programId, std::string(programId)});
   }

@@ -2,25 +2,39 @@
 
 #include <algorithm>
 
+#include "base/text.h"
+
 namespace configuration {
 namespace {
 
-/// A number in one notation, written in another.
-std::string Rewritten(const base::Numbers& from, char to, fields::Kind kind, std::string_view content) {
-  std::string text(content);
-  if (kind == fields::Kind::kText && from.Decimal() != to && from.IsNumber(text))
-    std::ranges::replace(text, from.Decimal(), to);
-  return text;
+std::vector<std::string> Pieces(fields::Kind kind, std::string_view content) {
+  if (kind == fields::Kind::kRecord) return base::Split(content, " ");
+  return {std::string(content)};
 }
+
+bool HoldsNumbers(fields::Kind kind) { return kind == fields::Kind::kText || kind == fields::Kind::kRecord; }
 
 }  // namespace
 
 std::string Portable(const base::Numbers& numbers, fields::Kind kind, std::string_view content) {
-  return Rewritten(numbers, '.', kind, content);
+  if (!HoldsNumbers(kind)) return std::string(content);
+  std::vector<std::string> pieces = Pieces(kind, content);
+  for (std::string& piece : pieces) {
+    if (numbers.IsNumber(piece)) std::ranges::replace(piece, numbers.Decimal(), '.');
+  }
+  return base::Join(pieces, " ");
 }
 
-std::string Local(const base::Numbers& numbers, fields::Kind kind, std::string_view content) {
-  return Rewritten(base::Numbers('.'), numbers.Decimal(), kind, content);
+std::string Local(const base::Numbers& numbers, fields::Kind kind, std::string_view content,
+                  std::string_view held) {
+  if (!HoldsNumbers(kind)) return std::string(content);
+  std::vector<std::string> pieces = Pieces(kind, content);
+  const std::vector<std::string> shown = Pieces(kind, held);
+  for (std::size_t i = 0; i < std::min(pieces.size(), shown.size()); ++i) {
+    if (base::Numbers('.').IsNumber(pieces[i]) && numbers.IsNumber(shown[i]))
+      std::ranges::replace(pieces[i], '.', numbers.Decimal());
+  }
+  return base::Join(pieces, " ");
 }
 
 Value ValueOf(const fields::Field& field, const base::Numbers& numbers, std::string_view content) {

@@ -29,9 +29,12 @@ struct Snapshot {
   const Value* Find(std::string_view page, std::string_view control) const;
 };
 
-/// The content of a field in the notation of files, and in the user's.
+/// The content of a field in the notation of files.
 std::string Portable(const base::Numbers& numbers, fields::Kind kind, std::string_view content);
-std::string Local(const base::Numbers& numbers, fields::Kind kind, std::string_view content);
+/// The content of a file in the user's notation. `held` is what the field shows: only what is a number there
+/// is one here, and a host that writes points goes on to do so.
+std::string Local(const base::Numbers& numbers, fields::Kind kind, std::string_view content,
+                  std::string_view held);
 
 /// What the field holds, or `content` in its place, in the user's notation.
 Value ValueOf(const fields::Field& field, const base::Numbers& numbers, std::string_view content);

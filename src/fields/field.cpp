@@ -160,9 +160,12 @@ std::string Key(std::string_view page, std::string_view control) {
 
 bool SameContent(const Field& field, const base::Numbers& numbers, std::string_view a, std::string_view b) {
   if (a == b) return true;
-  if (field.kind != Kind::kText) return false;
-  const auto first = base::ParseEither(numbers, a), second = base::ParseEither(numbers, b);
-  return first && first == second;
+  const auto same = [&numbers](std::string_view one, std::string_view other) {
+    const auto first = base::ParseEither(numbers, one), second = base::ParseEither(numbers, other);
+    return one == other || (first && first == second);
+  };
+  if (field.kind == Kind::kText) return same(a, b);
+  return field.kind == Kind::kRecord && std::ranges::equal(base::Split(a, " "), base::Split(b, " "), same);
 }
 
 Field FieldOf(ui::Control& control, const Translate& translate) {

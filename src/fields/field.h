@@ -15,7 +15,8 @@
 
 namespace fields {
 
-enum class Kind { kText, kFlag, kOption, kEntry };
+/// A record is a text of which each piece between blanks is a value of its own.
+enum class Kind { kText, kFlag, kOption, kEntry, kRecord };
 
 /// `text` (English) in the language in use, its placeholders replaced by `arguments`.
 using Translate =
@@ -29,6 +30,7 @@ struct Field {
   std::string source;              // property or variable of the device that holds it; may be empty
   ui::Control* control = nullptr;  // shows it; of an option group the first button; nothing: no control does
   ui::Control* cursor = nullptr;   // takes the keyboard for it: mostly the control itself
+  bool ofOneUnit = false;          // names a unit or its place: not for another one
 
   /// No while another control is shown in the place of this one.
   std::function<bool()> applies = [] { return true; };
@@ -37,6 +39,11 @@ struct Field {
   /// counted from 0; the entry of a list, by its place from 0 where the entries are translated. Empty where
   /// nothing is chosen.
   std::function<std::string()> content;
+  /// What the device holds, where the field itself knows it; nothing: what it showed after the last fill.
+  std::function<std::string()> held;
+  /// What is stored, where a page shows something else after a fill already. Taking a content decides about
+  /// it.
+  std::function<std::string()> stored;
   /// A content, of this field at any time or on any device, as a person reads it.
   std::function<std::string(std::string_view content)> shown;
   /// Acts as a person does: handlers and rules of the page run, and may ask. Only that a control is greyed
@@ -46,7 +53,7 @@ struct Field {
 };
 
 /// Whether two contents of a field are the same to a person: numbers are compared as numbers, with the user's
-/// decimal sign or with a point.
+/// decimal sign or with a point; those of a record piece by piece.
 bool SameContent(const Field& field, const base::Numbers& numbers, std::string_view a, std::string_view b);
 
 /// The field of a control that holds a value; of an option button, that of its group.

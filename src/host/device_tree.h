@@ -10,6 +10,7 @@
 #include <vector>
 
 #include "automation/object.h"
+#include "host/contract.h"
 #include "host/property.h"
 
 namespace host {
@@ -26,6 +27,8 @@ class PropertyCollection {
   /// Throws automation::Error for a number that the object does not have, and base::Error for the entry 0 of
   /// the input and output tables, which is never filled.
   Property& operator[](int number);
+  /// How many there are. Throws automation::Error.
+  int Count() const { return collection_.Get(kCount).AsWhole(); }
 
  private:
   automation::Object collection_;
@@ -76,6 +79,10 @@ class VariableCollection {
   automation::Object collection_;
   std::map<std::string, NetworkVariable> variables_;
 };
+
+// Where the node object keeps the location of its device.
+inline constexpr int kLocationProperty = 2;
+inline constexpr std::string_view kLocationFormat = "SCPTlocation";
 
 struct DeviceObjects {
   static constexpr int kInputs = 6;

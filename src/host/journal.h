@@ -71,6 +71,19 @@ class Journal {
   void NoteRefused(std::string_view object, int number, std::string_view reason);
   void NoteHeld(std::size_t place, std::string text) { entries_.at(place).held = std::move(text); }
 
+  /// While one lives, whatever is read comes with all the digits that the host gives.
+  class WithAllDigits {
+   public:
+    explicit WithAllDigits(Journal& journal) : journal_(journal) { journal_.allDigits_ = true; }
+    WithAllDigits(const WithAllDigits&) = delete;
+    WithAllDigits& operator=(const WithAllDigits&) = delete;
+    ~WithAllDigits() { journal_.allDigits_ = false; }
+
+   private:
+    Journal& journal_;
+  };
+  bool AllDigits() const { return allDigits_; }
+
   const std::vector<Written>& Entries() const { return entries_; }
   const base::Numbers& Numbers() const { return numbers_; }
 
@@ -78,6 +91,7 @@ class Journal {
   base::Numbers numbers_;
   std::vector<Written> entries_;
   bool open_ = false;
+  bool allDigits_ = false;
 };
 
 }  // namespace host

@@ -41,9 +41,12 @@ void Property::Bind(std::string_view format) {
 }
 
 std::string Property::Read(int precision) const {
-  if (precision != kHostPrecision) object_.Put(kPrecision, precision);
+  if (precision != kHostPrecision)
+    object_.Put(kPrecision, journal_->AllDigits() ? kHighPrecision : precision);
   return object_.Text(kValue);
 }
+
+std::string Property::Name() const { return object_.Text(kName); }
 
 std::string Property::ReadPresent(int shown) const {
   return Read(shown == kHostPrecision ? kHostPrecision : kHighPrecision);

@@ -68,6 +68,8 @@ class Property {
   /// open.
   void WriteText(std::string_view text);
 
+  /// Its own name, which is also that of its format.
+  std::string Name() const;
   const automation::Object& Object() const { return object_; }
 
  private:

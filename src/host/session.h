@@ -15,6 +15,9 @@
 
 namespace host {
 
+/// Whose device types a host's catalogue is asked for.
+inline constexpr std::string_view kMakerPrefix = "QVR";
+
 /// A step towards the open device that failed. `text` and `arguments` are a text of the tool as its string
 /// table takes them, not yet translated; what the host gave as its reason, if it gave one, is nested.
 class StepError : public std::runtime_error {

@@ -173,17 +173,18 @@ void PlugInApi::BringUp() {
   program_.GetStrings().ReloadStrings();  // the question about a silent host may come before any window
   Object server = host::Try("DRFs catalog could not be refreshed, exiting application", {}, [this] {
     Object object = program_.GetPlatform().createObject(host::kObjectServerId);
-    host::RequireYes(object.Call(host::kRefreshCatalog, "QVR"));
+    host::RequireYes(object.Call(host::kRefreshCatalog, host::kMakerPrefix));
     return object;
   });
   CheckServerVersion();
   const int lmoIndex =
       host::Try("The functional block index \"%s%\" is not a whole number of 16 bits.", {lmoIndex_},
                 [this] { return program_.GetSettings().numbers.ToInt16(lmoIndex_); });
-  LoadWindow(host::Session(std::move(server), Request(lmoIndex)));
+  const host::SessionRequest request = Request(lmoIndex);
+  LoadWindow(host::Session(std::move(server), request), request);
 }
 
-void PlugInApi::LoadWindow(const host::Session& session) {
+void PlugInApi::LoadWindow(const host::Session& session, const host::SessionRequest& request) {
   shell::fMain* window = nullptr;
   try {
     window = &program_.MakeWindow(deviceName_, WindowName());
@@ -191,6 +192,7 @@ void PlugInApi::LoadWindow(const host::Session& session) {
     Raise("The configuration window could not be opened: %s%", {fault.what()});
   }
   window->ObjectServer = session.Server();
+  window->Opened = request;
   window->ProcessLonMarkObjectCommand(session.Network(), session.BlockName());
   const ui::Bounds place = window->GetBounds();
   const auto left = std::exchange(leftWhenOpened_, std::nullopt);

@@ -36,7 +36,7 @@ class PlugInApi : public automation::LocalClass<PlugInApi> {
   void BringUp();
   void CheckServerVersion() const;
   host::SessionRequest Request(int lmoIndex) const;
-  void LoadWindow(const host::Session& session);
+  void LoadWindow(const host::Session& session, const host::SessionRequest& request);
   /// True when the window is open already; the same device is brought to the front, another one refused.
   bool RaiseOpenWindow();
   /// True when another process has its window open on the device; it is brought to the front.

@@ -1,6 +1,7 @@
 #include "plugin/plugin_description.h"
 
 #include "host/contract.h"
+#include "host/session.h"
 
 namespace plugin {
 namespace {
@@ -69,7 +70,7 @@ PlugInDescription BuildDescription(const ProgramIdentity& identity) {
   };
   description.deviceType = {
       {"ProgramId", "8000AB0C12340001"},
-      {"MakerPrefix", "QVR"},
+      {"MakerPrefix", std::string(host::kMakerPrefix)},
       {"Name", "QVR KV " + name},
   };
   return description;

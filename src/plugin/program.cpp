@@ -2,6 +2,7 @@
 
 #include <utility>
 
+#include "configuration/desk.h"
 #include "host/contract.h"
 #include "logger/message_logger.h"
 
@@ -115,8 +116,11 @@ void Program::ClientsGone() {
 // --- the main window ---
 
 std::unique_ptr<shell::fMain> Program::NewWindow() {
-  return std::make_unique<shell::fMain>(platform_, settings_, strings_, pageTable_, activity_,
-                                        [this] { WindowEnding(); });
+  auto window = std::make_unique<shell::fMain>(platform_, settings_, strings_, pageTable_, activity_,
+                                               [this] { WindowEnding(); });
+  window->SetCompanion(
+      std::make_unique<configuration::Desk>(*window, platform_, settings_, strings_, pageTable_));
+  return window;
 }
 
 void Program::WindowEnding() {

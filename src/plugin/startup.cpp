@@ -28,6 +28,8 @@ shell::Settings MakeSettings(const StartUpFacts& facts, const PlugInDescription&
   settings.version = facts.identity.Version();
   settings.licences = facts.licences;
   settings.settingsKey = kSettingsFolder + description.manufacturer + "\\" + description.displayName;
+  settings.documentsFolder = facts.documentsFolder;
+  settings.userName = facts.userName;
   settings.numbers = base::Numbers(facts.decimalSeparator);
   return settings;
 }

@@ -17,6 +17,8 @@ struct StartUpFacts {
   std::string applicationFolder;  // where the executable lies, without a closing backslash
   std::string lonWorksFolder;     // the machine-wide registry value "LonWorks Path"; may be empty
   std::string licences;           // of the libraries in the program
+  std::string documentsFolder;    // the user's
+  std::string userName;
   char decimalSeparator = '.';
   std::function<bool(const std::string&)> fileExists;
 };

@@ -47,9 +47,13 @@ class CountedPrompts : public ui::Prompts {
 class CountedFileDialog : public ui::FileDialog {
  public:
   CountedFileDialog(ui::FileDialog& dialog, Activity& activity) : dialog_(dialog), activity_(activity) {}
-  std::optional<std::string> AskSaveFile(const ui::SaveRequest& request) override {
+  std::optional<std::string> AskSaveFile(const ui::FileRequest& request) override {
     const Activity::Scope asking(activity_);
     return dialog_.AskSaveFile(request);
+  }
+  std::optional<std::string> AskOpenFile(const ui::FileRequest& request) override {
+    const Activity::Scope asking(activity_);
+    return dialog_.AskOpenFile(request);
   }
 
  private:

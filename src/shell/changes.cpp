@@ -43,19 +43,35 @@ void Changes::Follow(Page& page) {
   ++generation_;
   page.entries.clear();
   page.byControl.clear();
-  for (Field& field : page.form->ListFields(TranslateBy(strings_))) {
-    Entry entry;
-    entry.device = field.content();
-    entry.field = std::move(field);
-    const std::size_t place = page.entries.size();
-    if (entry.field.control) page.byControl[entry.field.control] = place;
-    if (entry.field.kind == fields::Kind::kOption) {
-      for (const auto* button : static_cast<ui::OptionButton*>(entry.field.control)->Siblings())
-        page.byControl[button] = place;
-    }
-    page.entries.push_back(std::move(entry));
-  }
+  for (Field& field : page.form->ListFields(TranslateBy(strings_))) Add(page, std::move(field));
   JudgeAdjustments();
+  Told();
+}
+
+void Changes::Add(Page& page, Field field) {
+  Entry entry;
+  entry.device = field.content();
+  entry.applied = field.applies();
+  const std::size_t place = page.entries.size();
+  if (field.control) page.byControl[field.control] = place;
+  if (field.kind == fields::Kind::kOption) {
+    for (const auto* button : static_cast<ui::OptionButton*>(field.control)->Siblings())
+      page.byControl[button] = place;
+  }
+  entry.field = std::move(field);
+  page.entries.push_back(std::move(entry));
+}
+
+void Changes::ReadSettings() {
+  for (Page& page : followed_) {
+    if (!page.form) continue;
+    page.form->ReadSettings();
+    for (Field& field : page.form->ListFields(TranslateBy(strings_))) {
+      if (!EntryOf(field.page, field.name)) Add(page, std::move(field));
+    }
+    JudgeAll(page);
+  }
+  ++generation_;
   Told();
 }
 
@@ -63,6 +79,7 @@ void Changes::Committed() {
   for (Page& page : followed_) {
     for (Entry& entry : page.entries) {
       entry.device = entry.field.content();
+      entry.applied = entry.field.applies();
       entry.refused.clear();
     }
     JudgeAll(page);
@@ -109,7 +126,7 @@ bool Changes::Judge(Entry& entry) {
   const bool before = entry.edited || !entry.refused.empty();
   const std::string content = entry.field.content();
   if (content != entry.refusedContent) entry.refused.clear();
-  entry.edited = entry.field.applies() && !SameContent(entry.field, numbers_, content, entry.device);
+  entry.edited = entry.field.applies() && !SameContent(entry.field, numbers_, content, entry.Held());
   const bool now = entry.edited || !entry.refused.empty();
   if (before || now) Show(entry);
   return before || now;
@@ -123,7 +140,7 @@ void Changes::Show(const Entry& entry) const {
   if (!entry.refused.empty()) return SetMark(entry.field, ui::Mark::kRefused, entry.refused);
   if (!entry.edited) return SetMark(entry.field, ui::Mark::kNone, {});
   SetMark(entry.field, ui::Mark::kChanged,
-          ReplacePlaceholders(strings_.GetStrings("Device: %s1%"), {ValueOf(entry.field, entry.device)}));
+          ReplacePlaceholders(strings_.GetStrings("Device: %s1%"), {ValueOf(entry.field, entry.Held())}));
 }
 
 std::string Changes::ValueOf(const Field& field, const std::string& content) const {
@@ -168,7 +185,7 @@ std::vector<Change> Changes::List() const {
       if (!entry.edited && entry.refused.empty()) continue;
       const fields::Caption caption = entry.field.caption();
       list.push_back({entry.refused.empty() ? Change::Kind::kEdited : Change::Kind::kRefused, i, &entry.field,
-                      entry.field.cursor, PathOf(caption), entry.field.shown(entry.device),
+                      entry.field.cursor, PathOf(caption), entry.field.shown(entry.Held()),
                       entry.field.shown(entry.field.content()), HasUnit(entry.field) ? caption.unit : "",
                       entry.refused});
     }
@@ -199,12 +216,12 @@ std::vector<KeptChange> Changes::Kept() {
   for (const Page& page : followed_) {
     for (const Entry& entry : page.entries) {
       if (entry.edited)
-        kept.push_back({entry.field.page, entry.field.name, entry.device, entry.field.content()});
+        kept.push_back({entry.field.page, entry.field.name, entry.Held(), entry.field.content()});
     }
     for (const Adjustment& adjustment : page.adjustments) {
       const Entry* entry = EntryOf(adjustment.control->GetForm().Name(), adjustment.control->Name());
       if (entry && !entry->edited)
-        kept.push_back({entry->field.page, entry->field.name, entry->device, adjustment.content});
+        kept.push_back({entry->field.page, entry->field.name, entry->Held(), adjustment.content});
     }
   }
   return kept;
@@ -246,12 +263,17 @@ const Changes::Entry* Changes::EntryOf(const Field& field) const {
 
 std::string Changes::DeviceContent(const Field& field) const {
   const Entry* entry = EntryOf(field);
-  return entry ? entry->device : std::string();
+  return entry ? entry->Held() : std::string();
 }
 
 bool Changes::IsEdited(const Field& field) const {
   const Entry* entry = EntryOf(field);
   return entry && entry->edited;
+}
+
+bool Changes::AppliedToDevice(const Field& field) const {
+  const Entry* entry = EntryOf(field);
+  return !entry || entry->applied;
 }
 
 void Changes::Refuse(std::string_view control, const std::string& reason) {
@@ -265,20 +287,15 @@ void Changes::Refuse(std::string_view control, const std::string& reason) {
   Told();
 }
 
-std::vector<std::string> Changes::TakeBack(std::vector<const Field*> fields, fields::PagePrompts& prompts) {
-  std::vector<std::string> reasons;
-  for (std::size_t left = fields.size() + 1; !fields.empty() && fields.size() < left;) {
-    left = fields.size();
-    reasons.clear();
-    std::erase_if(fields, [&](const Field* field) {
-      std::string reason = prompts.Take(*field, DeviceContent(*field));
-      if (reason.empty()) {
-        EntryOf(field->page, field->name)->refused.clear();
-        return true;
-      }
-      reasons.push_back(PathOf(field->caption()) + ": " + reason);
-      return false;
-    });
+std::vector<fields::Wanted> Changes::TakeAll(const std::vector<fields::Wanted>& wanted,
+                                             fields::PagePrompts& prompts) {
+  const auto find = [this](std::string_view page, std::string_view field) { return Find(page, field); };
+  auto left = fields::TakeAll(wanted, find, numbers_, prompts);
+  for (const fields::Wanted& one : wanted) {
+    // What shows the device's content again is not refused any more, whatever was typed in between.
+    Entry* entry = EntryOf(one.page, one.field);
+    if (entry && SameContent(entry->field, numbers_, entry->field.content(), entry->Held()))
+      entry->refused.clear();
   }
   for (Page& page : followed_) {
     JudgeAll(page);
@@ -288,7 +305,7 @@ std::vector<std::string> Changes::TakeBack(std::vector<const Field*> fields, fie
   }
   JudgeAdjustments();
   Told();
-  return reasons;
+  return left;
 }
 
 }  // namespace shell

@@ -10,7 +10,7 @@
 #include <unordered_map>
 #include <vector>
 
-#include "fields/page_prompts.h"
+#include "fields/take_all.h"
 #include "shell/page_set.h"
 
 namespace shell {
@@ -44,6 +44,8 @@ class Changes {
 
   /// Follows a page from now on, which has the place `page` in the table.
   void Attach(std::size_t page, ISubForm& form);
+  /// Asks the device for what no control shows, unless it is known. Throws automation::Error.
+  void ReadSettings();
   /// A save was committed: what the pages show is what the device holds.
   void Committed();
   /// Other texts or units are in use: marks say what they say in these, and assistive programs are told what
@@ -67,14 +69,16 @@ class Changes {
   /// What the device holds; the present content of a field that is not edited.
   std::string DeviceContent(const fields::Field& field) const;
   bool IsEdited(const fields::Field& field) const;
+  /// Whether the field applied to what the device holds; an edit elsewhere may have put another in its place.
+  bool AppliedToDevice(const fields::Field& field) const;
 
   /// The save refused what this field shows. `control`: page class, point, control name.
   void Refuse(std::string_view control, const std::string& reason);
 
-  /// Gives the fields the device's contents again, as a person would: rules of the pages may refuse, and
-  /// nobody is asked. What depends on another one is tried again after it. Answers the reasons of those that
-  /// are still there.
-  std::vector<std::string> TakeBack(std::vector<const fields::Field*> fields, fields::PagePrompts& prompts);
+  /// Gives fields these contents, as a person would: rules of the pages may refuse, and nobody is asked.
+  /// Answers what was not taken.
+  std::vector<fields::Wanted> TakeAll(const std::vector<fields::Wanted>& wanted,
+                                      fields::PagePrompts& prompts);
 
  private:
   struct Entry {
@@ -83,6 +87,9 @@ class Changes {
     std::string refused;  // why; empty: it is not
     std::string refusedContent;
     bool edited = false;
+    bool applied = true;
+
+    std::string Held() const { return field.held ? field.held() : device; }
   };
   struct Page {
     ISubForm* form = nullptr;
@@ -94,6 +101,7 @@ class Changes {
   const Entry* EntryOf(const fields::Field& field) const;
   Entry* EntryOf(std::string_view page, std::string_view control);
   void Follow(Page& page);
+  void Add(Page& page, fields::Field field);
   void Touched(Page& page, const ui::Control& control);
   /// Answers whether the entry is pending, or was.
   bool Judge(Entry& entry);

@@ -100,9 +100,7 @@ void fMain::ConnectHandlers() {
   changesWindow_.onGoTo = [this](const Change& change) {
     if (change.control) GoTo(const_cast<ui::Control&>(*change.control));
   };
-  changesWindow_.onTakeBack = [this](std::vector<const fields::Field*> fields) {
-    TakeBack(std::move(fields));
-  };
+  changesWindow_.onTakeBack = [this](const auto& fields) { TakeBack(fields); };
   changesWindow_.onApply = [this] { cmdApply.Click(); };
   findWindow_.onGoTo = [this](const fields::Field& field) { GoTo(*field.cursor); };
   for (std::size_t i = 0; i < optUnit.Size(); ++i) {
@@ -154,6 +152,13 @@ void fMain::InitStrings() {
   ProgressObject.InitStrings();
   changesWindow_.InitStrings();
   findWindow_.InitStrings();
+  if (companion_) companion_->InitStrings();
+}
+
+void fMain::SetCompanion(std::unique_ptr<Companion> companion) {
+  companion_ = std::move(companion);
+  companion_->InitStrings();
+  BuildMenu();
 }
 
 void fMain::ReInitializeStrings() {
@@ -319,14 +324,21 @@ void fMain::ChooseUnits() {
     optUnit[device_.IsImperial ? kImperial : kMetric].Select();
     return;
   }
+  ReadAgain(imperial);
+}
+
+bool fMain::ReadAgain(bool imperial) {
+  const bool former = device_.IsImperial;
   device_.IsImperial = imperial;
-  if (Refresh("Unit", PageSet::Showing::kAllOrNothing)) {
+  const bool read = Refresh(former == imperial ? "Refresh" : "Unit", PageSet::Showing::kAllOrNothing);
+  if (read && former != imperial) {
     changes_.Retell();
-    return StoreUnitChoice(platform_.registry, imperial);
+    StoreUnitChoice(platform_.registry, imperial);
   }
   // The pages still show the former units, so they must also be written in them.
-  device_.IsImperial = !imperial;
+  if (!read) device_.IsImperial = former;
   optUnit[device_.IsImperial ? kImperial : kMetric].Select();
+  return read;
 }
 
 void fMain::Activated() {
@@ -346,6 +358,7 @@ void fMain::EndPlugIn() {
     logger_.Hide();
     changesWindow_.Hide();
     findWindow_.Hide();
+    if (companion_) companion_->Hide();
   }
   onEnd_();
 }

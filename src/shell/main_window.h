@@ -5,14 +5,17 @@
 #pragma once
 
 #include <functional>
+#include <memory>
 #include <span>
 #include <string>
 #include <string_view>
 
 #include "fields/page_prompts.h"
+#include "host/session.h"
 #include "logger/message_logger.h"
 #include "shell/activity.h"
 #include "shell/changes.h"
+#include "shell/companion.h"
 #include "shell/fChanges.h"
 #include "shell/fFind.h"
 #include "shell/fLanguage.h"
@@ -33,6 +36,7 @@ class fMain : public ui::Window, private MessageSink, private PageWork {
   ~fMain() override;
 
   automation::Object ObjectServer;  // the host's object-model root
+  host::SessionRequest Opened;      // how the device was opened, for further sessions
   fLoading ProgressObject;
 
   /// Makes the pages and the native window, hidden and without a value, ahead of the command that loads them.
@@ -47,6 +51,11 @@ class fMain : public ui::Window, private MessageSink, private PageWork {
   /// its first activation; nothing is thrown.
   void ProcessDeviceCommand(const automation::Object& network);
   void ProcessLonMarkObjectCommand(const automation::Object& network, std::string_view blockName);
+
+  void SetCompanion(std::unique_ptr<Companion> companion);
+  Companion* GetCompanion() const { return companion_.get(); }
+  /// Makes the menu anew: what it shows as chosen is another.
+  void BuildMenu();
 
   /// The window is done with: no command is taken any more. What it holds of the host it lets go of with its
   /// own end. Harmless when called again.
@@ -82,6 +91,17 @@ class fMain : public ui::Window, private MessageSink, private PageWork {
   fChanges& ChangesWindow() { return changesWindow_; }
   fFind& FindWindow() { return findWindow_; }
 
+  // For the companion.
+  const PageContext& Context() const { return context_; }
+  bool Locked() const { return locked_; }
+  /// Runs one command unless another is under way, and reports its failure.
+  void Command(std::string_view routine, const std::function<void()>& work);
+  /// Lets all pages read again, in these units; drops unsaved edits. No, with the reason in the log, when not
+  /// all could; a change of units is then undone.
+  bool ReadAgain(bool imperial);
+  /// The location, as a field like those of the pages.
+  fields::Field LocationField();
+
  private:
   // What is pending, in main_window_changes.cpp.
   void FollowPages(std::size_t index, ISubForm& page);
@@ -89,7 +109,9 @@ class fMain : public ui::Window, private MessageSink, private PageWork {
   ui::ContextMenu MenuOf(std::size_t page, ui::Control& control);
   /// Brings the control's page up and the focus to it.
   void GoTo(ui::Control& control);
-  void TakeBack(std::vector<const fields::Field*> fields);
+  void TakeBack(const std::vector<const fields::Field*>& fields);
+  std::string WhyNotTaken(const std::vector<fields::Wanted>& left) const;
+  void TellNotTaken(const std::string& told);
   void TakeBackPage();
   void TakeBackLastSave();
   std::string WhyNotTakeBack();
@@ -100,7 +122,6 @@ class fMain : public ui::Window, private MessageSink, private PageWork {
   void SetLocked(bool locked);
   void ChooseReview(bool review);
   std::string WindowTitle() const;
-  void BuildMenu();
   /// An entry of the menu with the key that does the same, shown as the user's language writes it.
   ui::MenuItem WithKey(const std::string& caption, const std::string& key,
                        std::function<void()> onClick) const;
@@ -109,8 +130,6 @@ class fMain : public ui::Window, private MessageSink, private PageWork {
                            const std::function<bool()>& work) override;
   void BuildLayout();
   void ConnectHandlers();
-  /// Runs one command unless another is under way, and reports its failure.
-  void Command(std::string_view routine, const std::function<void()>& work);
   SaveResult Transact(std::string_view routine, std::string_view location, const std::function<bool()>& work);
 
   /// Makes the pages, without a caption or value.
@@ -176,6 +195,7 @@ class fMain : public ui::Window, private MessageSink, private PageWork {
   bool ending_ = false;
   bool dialogWaits_ = false;  // a page's dialog is open and nothing else is under way
   bool locationChanged_ = false;
+  std::string storedLocation_;
   int blinkCounter_ = 0;  // milliseconds
 
   ui::ListView lvwConfig{*this, "lvwConfig"};
@@ -195,6 +215,7 @@ class fMain : public ui::Window, private MessageSink, private PageWork {
   ui::Button cmdCancel{*this, "cmdCancel"};
   ui::Button cmdApply{*this, "cmdApply"};
   ui::Timer tmrBlink;
+  std::unique_ptr<Companion> companion_;
 };
 
 }  // namespace shell

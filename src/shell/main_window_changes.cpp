@@ -1,6 +1,7 @@
 // The main window's part in what is pending: counts and marks, going to a field, taking back, the review
 // before a save, what a save did, and the lock.
 #include <algorithm>
+#include <iterator>
 #include <utility>
 
 #include "base/text.h"
@@ -59,14 +60,28 @@ void fMain::GoTo(ui::Control& control) {
   });
 }
 
-void fMain::TakeBack(std::vector<const fields::Field*> fields) {
+// What was not taken, and why; empty when nothing is left.
+std::string fMain::WhyNotTaken(const std::vector<fields::Wanted>& left) const {
+  if (left.empty()) return {};
+  std::string told = strings_.GetStrings("Not everything could be taken back:");
+  for (const fields::Wanted& one : left) {
+    const fields::Field* field = changes_.Find(one.page, one.field);
+    told += "\r\n" + (field ? PathOf(field->caption()) : one.field) + ": " + one.reason;
+  }
+  return told;
+}
+
+void fMain::TellNotTaken(const std::string& told) {
+  if (!told.empty()) platform_.prompts.Ask({told, settings_.title, ui::Buttons::kOk, ui::Icon::kExclamation});
+}
+
+void fMain::TakeBack(const std::vector<const fields::Field*>& fields) {
   if (locked_) return;
-  std::string reasons;
   Command("TakeBack", [&] {
-    reasons = base::Join(changes_.TakeBack(std::move(fields), pagePrompts_), "\r\n");
-    if (!reasons.empty())
-      platform_.prompts.Ask({strings_.GetStrings("Not everything could be taken back:") + "\r\n" + reasons,
-                             settings_.title, ui::Buttons::kOk, ui::Icon::kExclamation});
+    std::vector<fields::Wanted> wanted;
+    for (const fields::Field* field : fields)
+      wanted.push_back({field->page, field->name, changes_.DeviceContent(*field)});
+    TellNotTaken(WhyNotTaken(changes_.TakeAll(wanted, pagePrompts_)));
   });
 }
 
@@ -75,7 +90,7 @@ void fMain::TakeBackPage() {
   for (const Change& change : changes_.List()) {
     if (change.field && change.page == shownPage_) fields.push_back(change.field);
   }
-  TakeBack(std::move(fields));
+  TakeBack(fields);
 }
 
 bool fMain::Reviewed() {
@@ -145,30 +160,19 @@ void fMain::TakeBackLastSave() {
     std::string told = WhyNotTakeBack();
     if (told.empty()) {
       flags_.pageSelected = true;
-      std::vector<std::string> reasons;
-      // What depends on another value is tried again after it.
-      std::vector<LastSave::Value> left = lastSave_.Values();
-      for (std::size_t before = left.size() + 1; !left.empty() && left.size() < before;) {
-        before = left.size();
-        reasons.clear();
-        std::erase_if(left, [&](const LastSave::Value& value) {
-          const fields::Field* field = changes_.Find(value.page, value.field);
-          if (!field) {
-            reasons.push_back(value.name + ": " + strings_.GetStrings("no field shows this value"));
-            return false;
-          }
-          const std::string reason = pagePrompts_.Take(*field, value.before);
-          if (!reason.empty()) reasons.push_back(PathOf(field->caption()) + ": " + reason);
-          return reason.empty();
-        });
+      std::vector<fields::Wanted> wanted, unseen;
+      for (const LastSave::Value& value : lastSave_.Values()) {
+        const bool seen = changes_.Find(value.page, value.field);
+        (seen ? wanted : unseen)
+            .push_back({value.page, seen ? value.field : value.name, value.before,
+                        seen ? "" : strings_.GetStrings("no field shows this value")});
       }
-      if (!reasons.empty())
-        told =
-            strings_.GetStrings("Not everything could be taken back:") + "\r\n" + base::Join(reasons, "\r\n");
+      auto left = changes_.TakeAll(wanted, pagePrompts_);
+      left.insert(left.end(), unseen.begin(), unseen.end());
+      told = WhyNotTaken(left);
       changesWindow_.ShowMe();
     }
-    if (!told.empty())
-      platform_.prompts.Ask({told, settings_.title, ui::Buttons::kOk, ui::Icon::kExclamation});
+    TellNotTaken(told);
   });
 }
 
@@ -213,12 +217,13 @@ void fMain::BuildMenu() {
   review.checked = review_;
   ui::MenuItem lock = WithKey(text("L&ocked"), "Ctrl+L", [this] { SetLocked(!locked_); });
   lock.checked = locked_;
+  std::vector<ui::MenuItem> file = {
+      WithKey(text("&Apply"), "Ctrl+S", [this] { cmdApply.Click(); }),
+      {text("&Take back the last save..."), [this] { TakeBackLastSave(); }, {}}};
+  if (companion_) std::ranges::move(companion_->FileMenu(), std::back_inserter(file));
+  file.push_back({text("&Close"), [this] { Close(); }, {}});
   menu = {
-      {text("&File"),
-       {},
-       {WithKey(text("&Apply"), "Ctrl+S", [this] { cmdApply.Click(); }),
-        {text("&Take back the last save..."), [this] { TakeBackLastSave(); }, {}},
-        {text("&Close"), [this] { Close(); }, {}}}},
+      {text("&File"), {}, std::move(file)},
       {text("&View"),
        {},
        {WithKey(text("&Refresh"), "F5", [this] { cmdRefresh.Click(); }),

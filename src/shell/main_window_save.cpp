@@ -9,17 +9,16 @@ namespace shell {
 namespace {
 
 constexpr std::string_view kLocation = "Main";
-constexpr int kLocationProperty = 2;  // of the node object
-constexpr std::string_view kLocationFormat = "SCPTlocation";
 
 }  // namespace
 
 void fMain::RefreshLocationString() {
-  txtLocation.SetText(NamingProperty(kLocationFormat, [this] {
-    host::Property& property = device_.NodeProperties[kLocationProperty];
-    property.Bind(kLocationFormat);
+  txtLocation.SetText(NamingProperty(host::kLocationFormat, [this] {
+    host::Property& property = device_.NodeProperties[host::kLocationProperty];
+    property.Bind(host::kLocationFormat);
     return property.Read();
   }));
+  storedLocation_ = txtLocation.Text();
   locationChanged_ = false;
 }
 
@@ -29,18 +28,29 @@ void fMain::LoadLocation() {
   const std::string location = device_.Device.Text(host::kLocation);
   txtLocation.SetText(location);
   try {
-    NamingProperty(kLocationFormat, [&] { device_.NodeProperties[kLocationProperty].WriteText(location); });
+    NamingProperty(host::kLocationFormat,
+                   [&] { device_.NodeProperties[host::kLocationProperty].WriteText(location); });
+    storedLocation_ = location;
   } catch (const automation::Error& error) {
     // A text that the device does not take (too long, say) must not keep the installer out.
     AddMessage(DescribeError(error), "Load", kLocation, logger::kExclamation);
   }
 }
 
+fields::Field fMain::LocationField() {
+  fields::Field field = fields::FieldOf(txtLocation, TranslateBy(strings_));
+  field.ofOneUnit = true;
+  field.source = host::kLocationFormat;
+  field.held = [this] { return storedLocation_; };
+  return field;
+}
+
 bool fMain::WriteLocation(std::string_view routine) {
   if (!locationChanged_) return true;
   try {
-    NamingProperty(kLocationFormat,
-                   [this] { device_.NodeProperties[kLocationProperty].WriteText(txtLocation.Text()); });
+    NamingProperty(host::kLocationFormat,
+                   [this] { device_.NodeProperties[host::kLocationProperty].WriteText(txtLocation.Text()); });
+    storedLocation_ = txtLocation.Text();
     locationChanged_ = false;
   } catch (const std::exception& error) {
     AddMessage(DescribeError(error), routine, kLocation, logger::kError);
@@ -52,8 +62,10 @@ bool fMain::WriteLocation(std::string_view routine) {
 
 SaveResult fMain::Save(std::string_view routine) {
   refusals_.clear();
+  if (companion_) companion_->SaveBegins();
   lastSave_.Begin(changes_.Kept(), device_.IsImperial);
-  const SaveResult ended = pages_.SaveAllPages(context_, ProgressObject);
+  const SaveResult ended = pages_.SaveAllPages(context_, ProgressObject,
+                                               [this] { return !companion_ || companion_->MayCommit(); });
   const auto [result, reason, differences] = ReportSave(context_, ended, routine, kLocation);
   if (result == SaveResult::kCommitted) {
     if (ended != result) pages_.EndWriteValue();

@@ -73,6 +73,8 @@ class ISubForm : public ui::Form {
   virtual void FollowFunctions() {}
   /// Called each time the page comes into view.
   virtual void PageShown() { FollowFunctions(); }
+  /// Asks the device for what no control shows; ListFields has it from then on. Throws automation::Error.
+  virtual void ReadSettings() {}
   /// The values that the page holds: by default those of the controls that it shows. To be asked again after
   /// a fill, which may bring other boxes.
   virtual std::vector<fields::Field> ListFields(const fields::Translate& translate) {

@@ -81,7 +81,8 @@ void PageSet::LoadAllPages(const PageContext& context, fLoading& progress) {
   transaction.Commit();
 }
 
-SaveResult PageSet::SaveAllPages(const PageContext& context, fLoading& progress) {
+SaveResult PageSet::SaveAllPages(const PageContext& context, fLoading& progress,
+                                 const std::function<bool()>& mayCommit) {
   const ui::WaitPointer pointer(context.platform.loop);
   const auto text = [&context](std::string_view english) { return context.strings.GetStrings(english); };
   const ProgressShown shown(progress, text("Saving configuration tool data . . ."), text("Now saving"),
@@ -92,7 +93,7 @@ SaveResult PageSet::SaveAllPages(const PageContext& context, fLoading& progress)
       progress.AdvanceProgressBar(text(table_[i].listCaption));
       allWritten = pages_[i]->WriteValue() && allWritten;
     }
-    return allWritten;
+    return allWritten && mayCommit();
   });
   if (result == SaveResult::kCommitted) EndWriteValue();
   return result;

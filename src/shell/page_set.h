@@ -33,9 +33,10 @@ class PageSet : public PageFinder {
   /// transaction is ended in any case.
   void LoadAllPages(const PageContext& context, fLoading& progress);
 
-  /// Asks every page to write, also after one said no, then commits when all said yes and cancels otherwise.
-  /// A host that refuses to begin, cancel or commit is logged.
-  SaveResult SaveAllPages(const PageContext& context, fLoading& progress);
+  /// Asks every page to write, also after one said no, then commits when all said yes, and at the end
+  /// `mayCommit`; cancels otherwise. A host that refuses to begin, cancel or commit is logged.
+  SaveResult SaveAllPages(const PageContext& context, fLoading& progress,
+                          const std::function<bool()>& mayCommit);
 
   /// Lets every value page read its values again and show them, which drops unsaved edits: those that could
   /// read, or all of them or none. Answers the captions of those that could not, in the language in use; they

@@ -19,6 +19,8 @@ struct Settings {
   std::string version;                // major.minor.revision of the running program
   std::string licences;               // of the libraries in the program, one a line
   std::string settingsKey;            // registry key below the current user for the tool's own choices
+  std::string documentsFolder;        // the user's, without a closing backslash; may be empty
+  std::string userName;               // as the system knows the user
   base::Numbers numbers;              // the user's decimal separator
 };
 

@@ -208,6 +208,12 @@ void ListView::SetCell(std::size_t row, std::size_t column, std::string_view tex
   Changed(Aspect::kContent);
 }
 
+void ListView::SetTick(std::size_t row, Tick tick) {
+  if (std::exchange(rows_.at(row).tick, tick) == tick) return;
+  ++cellChanges_;
+  Changed(Aspect::kContent);
+}
+
 void ListView::SetSelection(std::vector<std::size_t> places) {
   std::erase_if(places, [this](std::size_t place) { return place >= rows_.size(); });
   std::ranges::sort(places);
@@ -224,6 +230,13 @@ void ListView::FitColumns() {
 void ListView::ScrollToEnd() {
   ++scrolls_;
   Changed(Aspect::kContent);
+}
+
+bool ListView::TurnTick(std::size_t place) {
+  if (!Usable() || place >= rows_.size() || rows_[place].tick == Tick::kNone) return false;
+  SetTick(place, rows_[place].tick == Tick::kOn ? Tick::kOff : Tick::kOn);
+  if (onTick) onTick(place);
+  return true;
 }
 
 bool ListView::Choose(std::size_t place) {

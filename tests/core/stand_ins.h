@@ -94,14 +94,15 @@ class FixedLocale : public base::Locale {
 
 class ChosenFile : public ui::FileDialog {
  public:
-  std::optional<std::string> AskSaveFile(const ui::SaveRequest& asked) override {
+  std::optional<std::string> AskSaveFile(const ui::FileRequest& asked) override {
     request = asked;
     if (whileAsked) whileAsked();
     return answer;
   }
+  std::optional<std::string> AskOpenFile(const ui::FileRequest& asked) override { return AskSaveFile(asked); }
 
   std::function<void()> whileAsked;
-  ui::SaveRequest request;
+  ui::FileRequest request;
   std::optional<std::string> answer;
 };
 

@@ -2,7 +2,9 @@
 #pragma once
 
 #include <algorithm>
+#include <filesystem>
 #include <memory>
+#include <random>
 #include <string>
 
 #include "pages/page_table.h"
@@ -32,6 +34,21 @@ struct Tool : StandIns {
     api.Put("OvxServerVersion", "2.7");
     api.Put("DeviceName", kAssigned);
     api.Put("LmoIndex", "1");
+  }
+
+  /// Where the user's files are while a test program runs; empty at its end.
+  static const std::string& Documents() {
+    static const struct Folder {
+      Folder() { std::filesystem::create_directories(name); }
+      ~Folder() {
+        std::error_code ignored;
+        std::filesystem::remove_all(name, ignored);
+      }
+      std::string name =
+          (std::filesystem::temp_directory_path() / ("tarn-" + std::to_string(std::random_device()())))
+              .string();
+    } folder;
+    return folder.name;
   }
 
   static simulator::BuildingOptions Options() {
@@ -178,6 +195,8 @@ struct Tool : StandIns {
     facts.identity = {"Tool", "Veldran, Inc", 1, 2, 3};
     facts.applicationFolder = "C:\\Tool";
     facts.lonWorksFolder = "C:\\LonWorks";
+    facts.documentsFolder = Documents();
+    facts.userName = "installer";
     facts.licences = "Library | Licence\r\nLib A | MIT\r\n";
     facts.fileExists = [](const std::string&) { return false; };
     return facts;

@@ -113,12 +113,12 @@ TEST_F(UiDialogs, TheOwnerIsEnabledWhenItsBoxGoes) {
   EXPECT_EQ(Focused(), "fTool.box");
 }
 
-TEST_F(UiDialogs, TheSaveDialogProposesAndAnswersAName) {
-  win32::SaveDialog dialog(toolkit_);
+TEST_F(UiDialogs, TheFileNameDialogProposesAndAnswersAName) {
+  win32::FileNameDialog dialog(toolkit_);
   wchar_t folder[MAX_PATH] = {};
   GetTempPathW(MAX_PATH, folder);
   const std::string proposed = win32::Utf8(folder) + "PlugIn.log";
-  const ui::SaveRequest request = {"Log files (*.log)|*.log|Text files (*.txt)|*.txt", proposed, kAskedFor};
+  const ui::FileRequest request = {"Log files (*.log)|*.log|Text files (*.txt)|*.txt", proposed, kAskedFor};
 
   std::string offered;
   WhenDialogOpens([&](HWND window) {
@@ -134,8 +134,8 @@ TEST_F(UiDialogs, TheSaveDialogProposesAndAnswersAName) {
   EXPECT_EQ(dialog.AskSaveFile(request), std::nullopt);
 }
 
-TEST_F(UiDialogs, TheSaveDialogLeavesNoFolderOrFileThatCannotBeWritten) {
-  win32::SaveDialog dialog(toolkit_);
+TEST_F(UiDialogs, TheFileNameDialogLeavesNoFolderOrFileThatCannotBeWritten) {
+  win32::FileNameDialog dialog(toolkit_);
   const auto type = [this](const char* name) {
     WhenDialogOpens([name](HWND window) {
       SetTextOf(GetDlgItem(window, kNameBox), name);

@@ -1,6 +1,7 @@
 #include "pages/io/fControlOutput.h"
 
 #include <algorithm>
+#include <iterator>
 
 #include "base/text.h"
 #include "pages/io/output_functions.h"
@@ -32,7 +33,9 @@ constexpr std::string_view kNoValue = "0.0";  // shown so in every notation
 }  // namespace
 
 fControlOutput::fControlOutput(const shell::PageContext& context, int helpTopic)
-    : PageBase("fControlOutput", "Hardware Output", 2, helpTopic, context) {
+    : PageBase("fControlOutput", "Hardware Output", 2, helpTopic, context),
+      settings_(Name(), SettingsOwners(), {kFunction, kOverride, kLocalHardware, kLocalHardwareFlag},
+                [this] { MarkChanged(); }) {
   for (std::size_t i = 0; i < kOutputCount; ++i) ConnectHandlers(i);
   SetSource(kFormats[0].type, cboOutput);
   BuildLayout();
@@ -88,6 +91,43 @@ std::string fControlOutput::OutputName(std::size_t i) const {
   return Translate("Output %s1%", {std::to_string(i + 1)});
 }
 
+std::vector<HardwareSettings::Owner> fControlOutput::SettingsOwners() {
+  std::vector<HardwareSettings::Owner> owners;
+  for (std::size_t i = 0; i < kOutputCount; ++i) {
+    owners.push_back({[this, i] { return OutputName(i); },
+                      &Context().device.OutputProperties[i + 1],
+                      &Context().device.OutputVariables[i + 1],
+                      {}});
+  }
+  return owners;
+}
+
+std::vector<fields::Field> fControlOutput::ListFields(const fields::Translate& translate) {
+  std::vector<fields::Field> fields = PageBase::ListFields(translate);
+  for (fields::Field& field : fields) {
+    for (std::size_t i = 0; i < kOutputCount; ++i) {
+      if (field.control == &chkOutput[i]) StandForStored(field, i);
+    }
+  }
+  std::ranges::move(settings_.Fields(translate), std::back_inserter(fields));
+  return fields;
+}
+
+// The box shows by itself whether the hardware can drive the function, which need not be what is stored.
+void fControlOutput::StandForStored(fields::Field& field, std::size_t i) {
+  field.stored = [this, i] { return std::string(FlagText(storedLocal_[i])); };
+  field.take = [this, i, take = std::move(field.take)](std::string_view content) {
+    std::string reason = take(content);
+    if (reason.empty() && content != FlagText(storedLocal_[i])) Touch(i);
+    return reason;
+  };
+}
+
+void fControlOutput::DropEdits() {
+  touched_ = {};
+  settings_.DropEdits();
+}
+
 void fControlOutput::Touch(std::size_t i) {
   touched_[i] = true;
   MarkChanged();
@@ -110,7 +150,10 @@ void fControlOutput::Fill() {
   for (std::size_t i = 0; i < kOutputCount; ++i) {
     NamingProperty(OutputName(i), [this, i] { FillOutput(i); });
   }
-  WhenRead([this] { Context().pages.CheckOutputDependencies(); });
+  WhenRead([this] {
+    settings_.DropEdits();
+    Context().pages.CheckOutputDependencies();
+  });
 }
 
 void fControlOutput::FillOutput(std::size_t i) {
@@ -269,6 +312,7 @@ bool fControlOutput::Write() {
   for (std::size_t i = 0; i < kOutputCount; ++i) {
     NamingProperty(OutputName(i), [this, i] { WriteOutput(i); });
   }
+  settings_.Write();
   return true;
 }
 
@@ -299,6 +343,7 @@ void fControlOutput::Configure(std::size_t i) {
   dialog_->OutputSignal = SignalType(i);
   dialog_->Open();
   if (!dialog_->MayHaveWritten()) return;
+  settings_.Outdated();
   const bool local = chkOutput[i].Checked();
   CheckHardware(i, SignalFor(i, functions_[i]));
   if (chkOutput[i].Checked() != local) Touch(i);

@@ -8,6 +8,7 @@
 #include "base/record.h"
 #include "pages/io/assignment_rules.h"
 #include "pages/io/fConfigActuator.h"
+#include "pages/io/hardware_settings.h"
 #include "pages/io/output_functions.h"
 #include "pages/page_base.h"
 
@@ -18,12 +19,15 @@ class fControlOutput final : public PageBase {
   fControlOutput(const shell::PageContext& context, int helpTopic);
 
   std::vector<shell::Adjustment> Adjustments() override;
+  void ReadSettings() override { settings_.Read(); }
+  std::vector<fields::Field> ListFields(const fields::Translate& translate) override;
 
  private:
   void InitStrings() override;
   void Fill() override;
   bool Write() override;
-  void DropEdits() override { touched_ = {}; }
+  void Saved() override { settings_.Saved(); }
+  void DropEdits() override;
   void BuildLayout();
   void ConnectHandlers(std::size_t i);
 
@@ -51,6 +55,8 @@ class fControlOutput final : public PageBase {
   std::vector<std::string> OverrideFields(std::size_t i) const;
   void WriteOutput(std::size_t i);
   void Configure(std::size_t i);
+  std::vector<HardwareSettings::Owner> SettingsOwners();
+  void StandForStored(fields::Field& field, std::size_t i);
   /// The lines that say which half of an open/close pair is missing, joined by line breaks; empty when all
   /// are complete.
   std::string OpenCloseStageValidation();
@@ -72,6 +78,7 @@ class fControlOutput final : public PageBase {
   ui::LabelArray<kOutputCount> lblVUnit{*this, "lblVUnit"};
   ui::ControlArray<ui::Button, kOutputCount> cmdConfigure{*this, "cmdConfigure"};
   std::unique_ptr<fConfigActuator> dialog_;
+  HardwareSettings settings_;
 };
 
 }  // namespace pages

@@ -1,6 +1,7 @@
 #include "pages/io/fHardwareInput.h"
 
 #include <algorithm>
+#include <iterator>
 
 #include "base/text.h"
 #include "logger/message_logger.h"
@@ -13,12 +14,15 @@ namespace {
 enum PropertyNumber { kSensorType = 2, kFunction = 3 };
 constexpr std::string_view kFunctionFormat = "UCPTroofTopInputType";
 
+std::string VariableName(std::size_t i) { return "nvoHwInput" + std::to_string(i + 1); }
+
 constexpr const char* kColumns[] = {"Sensor Input", "Usage", "Sensor"};
 
 }  // namespace
 
 fHardwareInput::fHardwareInput(const shell::PageContext& context, int helpTopic)
-    : PageBase("fHardwareInput", "Hardware Input", 1, helpTopic, context) {
+    : PageBase("fHardwareInput", "Hardware Input", 1, helpTopic, context),
+      settings_(Name(), SettingsOwners(), {kFunction}, [this] { MarkChanged(); }) {
   for (std::size_t i = 0; i < kInputs; ++i) {
     cboInput[i].onClick = [this, i] { Guarded("ChooseFunction", [this, i] { ChooseFunction(i); }); };
     cmdConfigure[i].onClick = [this, i] { Guarded("Configure", [this, i] { Configure(i); }); };
@@ -52,6 +56,22 @@ void fHardwareInput::InitStrings() {
   }
 }
 
+std::vector<HardwareSettings::Owner> fHardwareInput::SettingsOwners() {
+  host::DeviceObjects& device = Context().device;
+  std::vector<HardwareSettings::Owner> owners;
+  for (std::size_t i = 0; i < kInputs; ++i) {
+    owners.push_back({[this, i] { return InputName(i); }, &device.InputProperties[i + 1],
+                      &device.InputVariables[i + 1], VariableName(i)});
+  }
+  return owners;
+}
+
+std::vector<fields::Field> fHardwareInput::ListFields(const fields::Translate& translate) {
+  std::vector<fields::Field> fields = PageBase::ListFields(translate);
+  std::ranges::move(settings_.Fields(translate), std::back_inserter(fields));
+  return fields;
+}
+
 std::string fHardwareInput::WithNames(std::string_view text, const std::vector<std::string>& names) const {
   return shell::ReplacePlaceholders(Translate(text), names);
 }
@@ -82,7 +102,10 @@ void fHardwareInput::Fill() {
       });
     });
   }
-  WhenRead([this] { Context().pages.CheckOutputDependencies(); });
+  WhenRead([this] {
+    settings_.DropEdits();
+    Context().pages.CheckOutputDependencies();
+  });
 }
 
 void fHardwareInput::ShowFunction(std::size_t i, const std::string& function) {
@@ -155,6 +178,7 @@ ui::Answer fHardwareInput::OfferDefaults(const std::string& function) {
 
 void fHardwareInput::ApplyDefaultValues(std::size_t i, const std::string& function) {
   constexpr std::string_view kRoutine = "ApplyDefaultValues";
+  settings_.Outdated();
   const shell::SaveResult result = Context().work.InTransaction(kRoutine, Location(), [&] {
     const auto defaults = DefaultsOf(function, Context().settings.numbers);
     for (const auto& [number, format, text] : defaults->properties) {
@@ -163,8 +187,7 @@ void fHardwareInput::ApplyDefaultValues(std::size_t i, const std::string& functi
         Property(i, number).Write(format, host::kHostPrecision, base::Split(text, " "));
       });
     }
-    Context().device.InputVariables[i + 1]["nvoHwInput" + std::to_string(i + 1)].ChangeType(
-        defaults->variableType);
+    Context().device.InputVariables[i + 1][VariableName(i)].ChangeType(defaults->variableType);
     return true;
   });
   const bool applied = result == shell::SaveResult::kCommitted;
@@ -187,6 +210,7 @@ bool fHardwareInput::Write() {
           .Write(kFunctionFormat, host::kHostPrecision, {functions_[i]}, {Source(cboInput[i])});
     });
   }
+  settings_.Write();
   return true;
 }
 
@@ -206,6 +230,7 @@ void fHardwareInput::Configure(std::size_t i) {
                                   "Sensor Input", logger::kInformation);
   }
   if (!dialog_->MayHaveWritten()) return;
+  settings_.Outdated();
   ShowSensorType(i, ReadSensorType(i));
   Context().pages.CheckOutputDependencies();
 }

@@ -5,6 +5,7 @@
 #include <memory>
 
 #include "pages/io/fConfigSensor.h"
+#include "pages/io/hardware_settings.h"
 #include "pages/page_base.h"
 
 namespace pages {
@@ -13,12 +14,17 @@ class fHardwareInput final : public PageBase {
  public:
   fHardwareInput(const shell::PageContext& context, int helpTopic);
 
+  void ReadSettings() override { settings_.Read(); }
+  std::vector<fields::Field> ListFields(const fields::Translate& translate) override;
+
  private:
   static constexpr std::size_t kInputs = host::DeviceObjects::kInputs;
 
   void InitStrings() override;
   void Fill() override;
   bool Write() override;
+  void Saved() override { settings_.Saved(); }
+  void DropEdits() override { settings_.DropEdits(); }
   void BuildLayout();
 
   std::string InputName(std::size_t i) const;
@@ -38,6 +44,7 @@ class fHardwareInput final : public PageBase {
   void ShowSensorType(std::size_t i, const std::string& sensor);
   void ShowSensor(std::size_t i);
   void Configure(std::size_t i);
+  std::vector<HardwareSettings::Owner> SettingsOwners();
 
   std::array<std::string, kInputs> functions_;  // what each input holds now, in upper case
 
@@ -48,6 +55,7 @@ class fHardwareInput final : public PageBase {
   ui::LabelArray<kInputs> lblSensor{*this, "lblSensor"};
   ui::ControlArray<ui::Button, kInputs> cmdConfigure{*this, "cmdConfigure"};
   std::unique_ptr<fConfigSensor> dialog_;
+  HardwareSettings settings_;
 };
 
 }  // namespace pages

@@ -42,6 +42,8 @@ void ListCells::Give(LVITEMW& item) {
     cell = column < row.cells.size() ? Wide(row.cells[column]) : std::wstring();
     item.pszText = cell.data();
   }
+  // State images: 0 none, 1 an empty check box, 2 a ticked one.
+  if (item.mask & LVIF_STATE && column == 0) item.state = INDEXTOSTATEIMAGEMASK(static_cast<UINT>(row.tick));
   if (item.mask & LVIF_IMAGE) item.iImage = column == 0 ? Pictures::LevelPlace(row.icon) : -1;
 }
 

@@ -54,6 +54,8 @@ class NativeListView : public NativeControl {
   bool HasPictures() const;
   bool SetWidth(std::size_t column, int width);
   bool FillWidth();
+  void TurnTick(int row);
+  void TurnTickUnder(const POINT& place);
   std::vector<std::size_t> NativeSelection() const;
   void QueueSelection();
   void TakeSelection();
@@ -83,8 +85,11 @@ NativeControl::Style NativeListView::GetStyle() const {
 }
 
 void NativeListView::Created() {
-  const DWORD look = LVS_EX_FULLROWSELECT | LVS_EX_DOUBLEBUFFER | LVS_EX_LABELTIP;
+  const DWORD boxes = List().Ticks() ? LVS_EX_CHECKBOXES : 0;
+  const DWORD look = LVS_EX_FULLROWSELECT | LVS_EX_DOUBLEBUFFER | LVS_EX_LABELTIP | boxes;
   Send(LVM_SETEXTENDEDLISTVIEWSTYLE, look, static_cast<LPARAM>(look));
+  // A list that owns no rows asks for the check boxes, and leaves it to its owner to turn them over.
+  if (boxes) Send(LVM_SETCALLBACKMASK, LVIS_STATEIMAGEMASK);
   MirrorContent();
 }
 
@@ -208,7 +213,8 @@ int NativeListView::ColumnWidth(std::size_t column) const {
   const int title = column < List().Columns().size() ? Metrics().Width(Wide(List().Columns()[column])) : 0;
   const int room = column == 0 ? Metrics().Width(Wide(List().Room())) : 0;
   return std::max(title, Widest(column) + room) + Metrics().Scale(kCellPadding) +
-         (column == 0 && HasPictures() ? Images().Width() : 0);
+         (column == 0 && HasPictures() ? Images().Width() : 0) +
+         (column == 0 && List().Ticks() ? Images().Width() : 0);
 }
 
 int NativeListView::Widest(std::size_t column) const {
@@ -269,15 +275,33 @@ LRESULT NativeListView::Notify(NMHDR& header) {
     case LVN_ITEMACTIVATE:
       Act([this] { List().Open(); });
       return 0;
+    case NM_CLICK:
+      TurnTickUnder(reinterpret_cast<const NMITEMACTIVATE&>(header).ptAction);
+      [[fallthrough]];
     case LVN_ITEMCHANGED:
     case LVN_ODSTATECHANGED:
-    case NM_CLICK:
     case NM_RCLICK:
       if (!mirroring_) QueueSelection();
+      return 0;
+    case LVN_KEYDOWN:
+      if (reinterpret_cast<const NMLVKEYDOWN&>(header).wVKey == VK_SPACE)
+        TurnTick(static_cast<int>(Send(LVM_GETNEXTITEM, static_cast<WPARAM>(-1), LVNI_FOCUSED)));
       return 0;
     default:
       return 0;
   }
+}
+
+void NativeListView::TurnTick(int row) {
+  if (!List().Ticks() || row < 0) return;
+  Act([this, row] { List().TurnTick(static_cast<std::size_t>(row)); });
+}
+
+void NativeListView::TurnTickUnder(const POINT& place) {
+  LVHITTESTINFO hit = {};
+  hit.pt = place;
+  Send(LVM_HITTEST, 0, reinterpret_cast<LPARAM>(&hit));
+  if (hit.flags & LVHT_ONITEMSTATEICON && !(hit.flags & LVHT_ONITEMLABEL)) TurnTick(hit.iItem);
 }
 
 // Not from inside the notification: the check of a text box that was just left comes first, and a selection

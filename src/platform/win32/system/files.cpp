@@ -2,6 +2,10 @@
 
 #include <limits>
 
+#include <windows.h>
+// After windows.h, which it needs.
+#include <shlobj.h>
+
 #include "base/error.h"
 #include "platform/win32/system/handle.h"
 #include "platform/win32/system/text.h"
@@ -18,6 +22,14 @@ namespace {
 bool FileExists(const std::string& path) {
   const DWORD attributes = GetFileAttributesW(Wide(path).c_str());
   return attributes != INVALID_FILE_ATTRIBUTES && !(attributes & FILE_ATTRIBUTE_DIRECTORY);
+}
+
+std::string DocumentsFolder() {
+  wchar_t* path = nullptr;
+  const HRESULT result = SHGetKnownFolderPath(FOLDERID_Documents, KF_FLAG_DEFAULT, nullptr, &path);
+  const std::string folder = SUCCEEDED(result) ? Utf8(path) : std::string();
+  CoTaskMemFree(path);
+  return folder;
 }
 
 automation::Bytes ReadWholeFile(const std::string& path) {

@@ -81,6 +81,12 @@ void LimitLibraryFolders() {
   SetDllDirectoryW(L"");
 }
 
+std::string UserName() {
+  wchar_t name[257] = {};
+  DWORD size = 257;
+  return GetUserNameW(name, &size) ? Utf8(name) : std::string();
+}
+
 std::string CommandTail() {
   const std::string line = Utf8(GetCommandLineW());
   // The system never puts an escaped quote into the program's name.

@@ -30,6 +30,9 @@ std::string OwnText(int resource);
 /// it names with its folder.
 void LimitLibraryFolders();
 
+/// The name of the user that runs the program; empty where the system does not tell it.
+std::string UserName();
+
 /// What was written behind the program's name.
 std::string CommandTail();
 

@@ -1,8 +1,7 @@
 #include "platform/win32/window/dialogs.h"
 
-// After windows.h, which they need.
+// After windows.h, which it needs.
 #include <commdlg.h>
-#include <shlobj.h>
 
 #include <algorithm>
 #include <bit>
@@ -36,14 +35,6 @@ std::wstring DefaultExtension(const std::wstring& filter) {
 bool MayWriteIn(const std::wstring& folder) {
   wchar_t name[MAX_PATH] = {};
   return GetTempFileNameW(folder.c_str(), L"log", 0, name) != 0 && DeleteFileW(name) != FALSE;
-}
-
-std::wstring Documents() {
-  wchar_t* path = nullptr;
-  const HRESULT result = SHGetKnownFolderPath(FOLDERID_Documents, KF_FLAG_DEFAULT, nullptr, &path);
-  const std::wstring folder = SUCCEEDED(result) ? path : L"";
-  CoTaskMemFree(path);
-  return folder;
 }
 
 // Why the file cannot be written, in the system's words; empty when it can. Leaves no file behind.
@@ -86,7 +77,15 @@ ui::Answer MessagePrompts::Ask(const ui::Prompt& prompt) {
   return prompt.buttons == ui::Buttons::kYesNo ? ui::Answer::kNo : ui::Answer::kCancel;
 }
 
-std::optional<std::string> SaveDialog::AskSaveFile(const ui::SaveRequest& request) {
+std::optional<std::string> FileNameDialog::AskSaveFile(const ui::FileRequest& request) {
+  return Ask(request, true);
+}
+
+std::optional<std::string> FileNameDialog::AskOpenFile(const ui::FileRequest& request) {
+  return Ask(request, false);
+}
+
+std::optional<std::string> FileNameDialog::Ask(const ui::FileRequest& request, bool toSave) {
   std::wstring filter = Wide(request.filter);
   const std::wstring extension = DefaultExtension(filter);
   std::ranges::replace(filter, L'|', L'\0');
@@ -96,7 +95,7 @@ std::optional<std::string> SaveDialog::AskSaveFile(const ui::SaveRequest& reques
   const auto slash = proposed.find_last_of(L"\\/");
   std::wstring folder = slash == std::wstring::npos ? std::wstring() : proposed.substr(0, slash + 1);
   // Most users may not write where programs lie.
-  if (!folder.empty() && !MayWriteIn(folder)) folder = Documents();
+  if (toSave && !folder.empty() && !MayWriteIn(folder)) folder = Wide(DocumentsFolder());
   std::vector<wchar_t> name(kLongestName);
   const std::wstring file = slash == std::wstring::npos ? proposed : proposed.substr(slash + 1);
   std::copy_n(file.begin(), std::min(file.size(), kLongestName - 1), name.begin());
@@ -111,8 +110,10 @@ std::optional<std::string> SaveDialog::AskSaveFile(const ui::SaveRequest& reques
   dialog.nMaxFile = static_cast<DWORD>(name.size());
   dialog.lpstrInitialDir = folder.empty() ? nullptr : folder.c_str();
   dialog.lpstrDefExt = extension.empty() ? nullptr : extension.c_str();
-  dialog.Flags = (request.flags & kFlagsTaken) | kStyle;
-  while (GetSaveFileNameW(&dialog)) {
+  dialog.Flags = toSave ? (request.flags & kFlagsTaken) | kStyle
+                        : kStyle | OFN_FILEMUSTEXIST | OFN_PATHMUSTEXIST | OFN_HIDEREADONLY;
+  while (toSave ? GetSaveFileNameW(&dialog) : GetOpenFileNameW(&dialog)) {
+    if (!toSave) return Utf8(name.data());
     const std::wstring reason = WhyNotWritable(name.data());
     if (reason.empty()) return Utf8(name.data());
     const std::wstring text = std::wstring(name.data()) + L"\n" + reason;
@@ -120,7 +121,7 @@ std::optional<std::string> SaveDialog::AskSaveFile(const ui::SaveRequest& reques
                 MB_OK | MB_ICONEXCLAMATION | MB_SETFOREGROUND);
   }
   if (const DWORD fault = CommDlgExtendedError()) {
-    throw base::Error("The dialog for saving a file could not be shown (" + std::to_string(fault) + ")");
+    throw base::Error("The dialog for the name of a file could not be shown (" + std::to_string(fault) + ")");
   }
   return std::nullopt;
 }

@@ -1,5 +1,5 @@
-// What the system itself shows for the tool: message boxes, its dialog for the name of a file to be saved,
-// and HTML Help.
+// What the system itself shows for the tool: message boxes, its dialogs for the name of a file, and HTML
+// Help.
 #pragma once
 
 #include <windows.h>
@@ -21,15 +21,17 @@ class MessagePrompts : public ui::Prompts {
   NativeToolkit& toolkit_;
 };
 
-class SaveDialog : public ui::FileDialog {
+class FileNameDialog : public ui::FileDialog {
  public:
-  explicit SaveDialog(NativeToolkit& toolkit) : toolkit_(toolkit) {}
+  explicit FileNameDialog(NativeToolkit& toolkit) : toolkit_(toolkit) {}
   /// Starts in the folder of the proposed name if it has one, in the user's documents where the user may not
   /// write there. A file that cannot be written is told with the system's reason, and another name is asked
   /// for. Throws base::Error when the dialog cannot be shown.
-  std::optional<std::string> AskSaveFile(const ui::SaveRequest& request) override;
+  std::optional<std::string> AskSaveFile(const ui::FileRequest& request) override;
+  std::optional<std::string> AskOpenFile(const ui::FileRequest& request) override;
 
  private:
+  std::optional<std::string> Ask(const ui::FileRequest& request, bool toSave);
   NativeToolkit& toolkit_;
 };
 

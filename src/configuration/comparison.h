@@ -1,0 +1,46 @@
+// What differs between a unit and a document: one line for each field of either. Shown by the window of
+// differences, and answered to scripts.
+#pragma once
+
+#include <functional>
+#include <string>
+#include <string_view>
+#include <vector>
+
+#include "base/numbers.h"
+#include "configuration/document.h"
+#include "fields/field.h"
+
+namespace configuration {
+
+struct Difference {
+  enum class Kind { kEqual, kDiffers, kCannotBeWritten, kOnlyHere, kOnlyThere };
+
+  Kind kind = Kind::kEqual;
+  std::string page, control;  // of the field
+  std::string name;           // as fields::PathOf; of one that is not here as the document calls it
+  std::string here, there;    // as a person reads them
+  std::string unit;
+  std::string content;     // there, in the user's notation
+  bool ofOneUnit = false;  // not for another unit
+};
+
+/// A field of the unit with what it holds.
+struct Held {
+  const fields::Field* field;
+  std::string content;
+  bool applies;  // no where another field is shown in its place
+};
+
+/// In the order of `here`; what is only in the document comes last. A field that does not apply is told where
+/// the document has it.
+std::vector<Difference> Compare(const std::vector<Held>& here, const Document& there,
+                                const base::Numbers& numbers);
+
+/// Whether two contents are the same as far as the first of them shows: a number is rounded to its decimals.
+bool EqualAsShown(const base::Numbers& numbers, std::string_view shown, std::string_view other);
+
+/// `shown` with the further digits of `exact` where both are the same number as far as it is shown.
+std::string WithDigits(const base::Numbers& numbers, const std::string& shown, const std::string& exact);
+
+}  // namespace configuration

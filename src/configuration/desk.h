@@ -1,0 +1,85 @@
+// What the tool does with a configuration as a whole: File > Save configuration as, Open configuration,
+// Compare with unit, Backups, and the backup before each save. Works for the main window that owns it, on its
+// pages and beside them on unseen ones.
+#pragma once
+
+#include <functional>
+#include <memory>
+#include <string>
+#include <string_view>
+#include <vector>
+
+#include "configuration/backups.h"
+#include "configuration/comparison.h"
+#include "configuration/fDifferences.h"
+#include "configuration/fPick.h"
+#include "configuration/fSaveAs.h"
+#include "configuration/snapshot.h"
+#include "configuration/unseen_pages.h"
+#include "shell/main_window.h"
+
+namespace configuration {
+
+class Desk final : public shell::Companion {
+ public:
+  Desk(shell::fMain& main, const shell::Platform& platform, const shell::Settings& settings,
+       shell::Strings& strings, std::span<const shell::PageEntry> table);
+
+  std::vector<ui::MenuItem> FileMenu() override;
+  void InitStrings() override;
+  void SaveBegins() override;
+  bool MayCommit() override;
+  void Hide() override;
+
+  fDifferences& Differences() { return differences_; }
+  fSaveAs& SaveWindow() { return saveAs_; }
+  fPick& PickWindow() { return pick_; }
+
+  /// The values of the unit in view: those that the device holds, with all their digits, or with the pending
+  /// edits. Throws when the device cannot be read.
+  Snapshot Take(bool withEdits);
+
+ private:
+  /// One entry of the File menu: a command whose faults are told in a box and kept in the log.
+  void Do(std::string_view routine, const std::function<void()>& work);
+  void SaveAs();
+  void OpenFile();
+  void CompareUnit();
+  void ShowBackups();
+  void StopWithoutBackup(bool stop);
+  void CompareWith(const Document& document, const std::string& title, const std::string& there);
+
+  std::string Text(std::string_view english) const { return strings_.GetStrings(english); }
+  std::string Words(const std::exception& error) const;
+  /// What the pages in view hold now, or what the device holds; the location, too.
+  std::vector<Held> Shown(bool withEdits);
+  /// The same by unseen pages, in these units.
+  std::vector<Held> Unseen(const std::vector<fields::Field>& fields);
+  std::vector<fDifferences::Refused> TakeOver(const std::vector<Difference>& wanted, bool imperial);
+  bool UseUnits(bool imperial);
+  Head MakeHead();
+  std::string DeviceName() const;
+  Document ToFile(const Snapshot& snapshot);
+  std::string EnglishName(std::string_view page, std::string_view control);
+  std::unique_ptr<UnseenPages> NewPages(shell::Strings& strings);
+  /// Of a field that the save under way writes, all the digits of what was there.
+  std::string WithDigitsBefore(const Held& held) const;
+
+  shell::fMain& main_;
+  const shell::Platform& platform_;
+  const shell::Settings& settings_;
+  shell::Strings& strings_;
+  std::span<const shell::PageEntry> table_;
+  shell::Strings english_;
+  Head identity_;                          // what the device says of itself, once it was asked
+  std::unique_ptr<UnseenPages> captions_;  // in English
+  fields::Field location_;
+  Backups backups_;
+  std::string backupFault_;  // of the save under way
+  bool toldFault_ = false;
+  fSaveAs saveAs_;
+  fPick pick_;
+  fDifferences differences_;
+};
+
+}  // namespace configuration

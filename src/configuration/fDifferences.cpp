@@ -1,0 +1,217 @@
+#include "configuration/fDifferences.h"
+
+#include <algorithm>
+
+#include "base/text.h"
+#include "logger/message_logger.h"
+
+namespace configuration {
+namespace {
+
+using Kind = Difference::Kind;
+using Tick = ui::ListView::Tick;
+
+/// What is said of a line that nothing can be taken of, and how often there are such.
+struct Saying {
+  Kind kind;
+  const char* remark;
+  const char* count;
+};
+constexpr Saying kSayings[] = {
+    {Kind::kEqual, "", "%s1% equal"},
+    {Kind::kDiffers, "", "%s1% differ"},
+    {Kind::kCannotBeWritten, "this field cannot hold the value", "%s1% cannot be written"},
+    {Kind::kOnlyHere, "not in the file", "%s1% only here"},
+    {Kind::kOnlyThere, "not here", "%s1% only there"},
+};
+
+const Saying& SayingOf(Kind kind) { return *std::ranges::find(kSayings, kind, &Saying::kind); }
+
+}  // namespace
+
+fDifferences::fDifferences(const shell::Platform& platform, const shell::Settings& settings,
+                           const shell::Strings& strings, std::span<const shell::PageEntry> table)
+    : Dialog("fDifferences", platform, settings), strings_(strings), table_(table) {
+  cancelButton = &cmdClose;
+  lvwLines.SetTicks(true);
+  lvwLines.onTick = [this](std::size_t row) { TurnTick(row); };
+  lvwLines.onOpen = [this] { Fold(); };
+  lvwLines.onSelection = [this] { cmdFold.SetEnabled(!lvwLines.Selection().empty()); };
+  chkAll.onClick = [this] { ShowRows(); };
+  cmdTickAll.onClick = [this] { TickAll(true); };
+  cmdTickNone.onClick = [this] { TickAll(false); };
+  cmdFold.onClick = [this] { Fold(); };
+  cmdTake.onClick = [this] { TakeOver(); };
+  cmdClose.onClick = [this] { Close(); };
+  SetLayout(ui::Stack({
+      ui::GrowX(ui::Line({ui::GrowX(ui::Item(lblCount)), ui::Item(chkAll)})),
+      ui::Grow(ui::Item(lvwLines)),
+      ui::GrowX(ui::Line({ui::Item(cmdTickAll), ui::Item(cmdTickNone), ui::Item(cmdFold),
+                          ui::GrowX(ui::Empty()), ui::Item(cmdTake), ui::Item(cmdClose)})),
+  }));
+}
+
+void fDifferences::InitStrings() {
+  chkAll.SetText(strings_.GetStrings("&Show what is equal, too"));
+  cmdTickAll.SetText(strings_.GetStrings("Tick &all"));
+  cmdTickNone.SetText(strings_.GetStrings("Tick &none"));
+  cmdFold.SetText(strings_.GetStrings("&Fold"));
+  cmdTake.SetText(strings_.GetStrings("&Take over"));
+  cmdTake.SetTip(
+      strings_.GetStrings("The ticked values come into the pages as changes, to be applied there"));
+  cmdClose.SetText(strings_.GetStrings("&Close"));
+}
+
+void fDifferences::ShowLines(const std::string& title, const std::string& there,
+                             std::vector<Difference> lines, bool mayTake) {
+  SetTitle(title);
+  const auto text = [this](std::string_view english) { return strings_.GetStrings(english); };
+  lvwLines.SetColumns({text("Field"), text("Device"), there, text("Unit"), text("Remark")});
+  mayTake_ = mayTake;
+  lines_.clear();
+  folded_.clear();
+  for (Difference& difference : lines) {
+    Line line{std::move(difference)};
+    line.ticked = MayTick(line) && !line.difference.ofOneUnit;
+    line.remark = text(SayingOf(line.difference.kind).remark);
+    lines_.push_back(std::move(line));
+  }
+  chkAll.SetChecked(false);
+  ShowRows();
+  if (!rows_.empty()) lvwLines.SetSelection({0});
+  lvwLines.FitColumns();
+  Run(lvwLines);
+}
+
+bool fDifferences::MayTick(const Line& line) const {
+  return mayTake_ && line.difference.kind == Kind::kDiffers;
+}
+
+bool fDifferences::Shown(const Line& line) const {
+  return chkAll.Checked() || line.difference.kind != Kind::kEqual;
+}
+
+std::string fDifferences::PageTitle(const std::string& page) const {
+  const auto entry = std::ranges::find(table_, page, &shell::PageEntry::pageClass);
+  if (entry != table_.end()) return std::string(base::Trim(strings_.GetStrings(entry->listCaption)));
+  return page == "fMain" ? strings_.GetStrings("Main window") : page;
+}
+
+void fDifferences::ShowRows() {
+  rows_.clear();
+  std::vector<ui::ListView::Row> rows;
+  std::vector<std::string> pages;
+  for (const Line& line : lines_) {
+    if (std::ranges::find(pages, line.difference.page) == pages.end()) pages.push_back(line.difference.page);
+  }
+  for (const std::string& page : pages) AddPage(page, rows);
+  lvwLines.SetRows(std::move(rows));
+  cmdFold.SetEnabled(false);
+  ShowTicks();
+}
+
+void fDifferences::AddPage(const std::string& page, std::vector<ui::ListView::Row>& rows) {
+  const bool folded = std::ranges::find(folded_, page) != folded_.end();
+  const auto ofPage = [&](const Line& line) { return line.difference.page == page && Shown(line); };
+  const auto count = std::ranges::count_if(lines_, ofPage);
+  if (count == 0) return;
+  rows_.push_back({page});
+  rows.push_back({page, {(folded ? "+ " : "- ") + PageTitle(page) + " (" + std::to_string(count) + ")"}});
+  if (folded) return;
+  for (Line& line : lines_) {
+    if (!ofPage(line)) continue;
+    rows_.push_back({page, &line});
+    rows.push_back(RowFor(line));
+  }
+}
+
+ui::ListView::Row fDifferences::RowFor(const Line& line) const {
+  const Difference& difference = line.difference;
+  return {difference.page + "." + difference.control,
+          {"      " + difference.name, difference.here, difference.there, difference.unit, line.remark},
+          line.refused ? logger::kError : 0};
+}
+
+Tick fDifferences::TickOf(const std::string& page) const {
+  Tick tick = Tick::kNone;
+  for (const Line& line : lines_) {
+    if (line.difference.page != page || !MayTick(line)) continue;
+    if (!line.ticked) return Tick::kOff;
+    tick = Tick::kOn;
+  }
+  return tick;
+}
+
+void fDifferences::ShowTicks() {
+  for (std::size_t i = 0; i < rows_.size(); ++i) {
+    const Line* line = rows_[i].line;
+    const Tick ofLine = !line || !MayTick(*line) ? Tick::kNone : line->ticked ? Tick::kOn : Tick::kOff;
+    lvwLines.SetTick(i, line ? ofLine : TickOf(rows_[i].page));
+  }
+  lblCount.SetText(CountText());
+  cmdTake.SetEnabled(std::ranges::any_of(lines_, &Line::ticked));
+  const bool any = std::ranges::any_of(lines_, [this](const Line& line) { return MayTick(line); });
+  cmdTickAll.SetEnabled(any);
+  cmdTickNone.SetEnabled(any);
+}
+
+void fDifferences::TurnTick(std::size_t row) {
+  const bool ticked = lvwLines.Rows()[row].tick == Tick::kOn;
+  for (Line& line : lines_) {
+    const bool meant = rows_[row].line ? rows_[row].line == &line : rows_[row].page == line.difference.page;
+    if (meant && MayTick(line)) line.ticked = ticked;
+  }
+  ShowTicks();
+}
+
+void fDifferences::TickAll(bool ticked) {
+  for (Line& line : lines_) line.ticked = ticked && MayTick(line);
+  ShowTicks();
+}
+
+void fDifferences::Fold() {
+  if (lvwLines.Selection().empty()) return;
+  const std::string page = rows_[lvwLines.Selection().front()].page;
+  if (std::erase(folded_, page) == 0) folded_.push_back(page);
+  ShowRows();
+  const auto row = std::ranges::find(rows_, page, &RowOf::page);
+  if (row != rows_.end()) lvwLines.Choose(static_cast<std::size_t>(row - rows_.begin()));
+}
+
+void fDifferences::TakeOver() {
+  std::vector<Difference> wanted;
+  for (const Line& line : lines_) {
+    if (line.ticked) wanted.push_back(line.difference);
+  }
+  const std::vector<Refused> refused = onTakeOver(wanted);
+  for (Line& line : lines_) {
+    if (!std::exchange(line.ticked, false)) continue;
+    const Difference& difference = line.difference;
+    const auto found = std::ranges::find_if(refused, [&](const Refused& one) {
+      return one.page == difference.page && one.control == difference.control;
+    });
+    line.refused = found != refused.end();
+    line.remark = line.refused ? strings_.GetStrings("Refused:") + " " + found->reason
+                               : strings_.GetStrings("taken over");
+    if (!line.refused) line.difference.kind = Kind::kEqual;
+  }
+  chkAll.SetChecked(chkAll.Checked() || refused.empty());
+  ShowRows();
+  lvwLines.FitColumns();
+}
+
+std::string fDifferences::CountText() const {
+  std::vector<std::string> parts;
+  for (const Saying& saying : kSayings) {
+    const auto count = std::ranges::count_if(
+        lines_, [&saying](const Line& line) { return line.difference.kind == saying.kind; });
+    if (count > 0 || saying.kind == Kind::kDiffers)
+      parts.push_back(shell::ReplacePlaceholders(strings_.GetStrings(saying.count), {std::to_string(count)}));
+  }
+  const auto ticked = std::ranges::count_if(lines_, &Line::ticked);
+  if (mayTake_)
+    parts.push_back(shell::ReplacePlaceholders(strings_.GetStrings("%s1% ticked"), {std::to_string(ticked)}));
+  return base::Join(parts, ", ");
+}
+
+}  // namespace configuration

@@ -1,0 +1,35 @@
+// Asks for one line of a table: a unit of the network, a backup.
+#pragma once
+
+#include <optional>
+#include <string>
+#include <vector>
+
+#include "configuration/dialog.h"
+#include "shell/strings.h"
+
+namespace configuration {
+
+class fPick final : public Dialog {
+ public:
+  fPick(const shell::Platform& platform, const shell::Settings& settings, const shell::Strings& strings);
+
+  struct Table {
+    std::string title, text;  // what is to be chosen, above the table
+    std::vector<std::string> columns;
+    std::vector<std::vector<std::string>> rows;
+    std::string button;  // what is done with the line
+  };
+  /// The place of the chosen line. All texts are in the language in use.
+  std::optional<std::size_t> Ask(const Table& table);
+
+ private:
+  const shell::Strings& strings_;
+
+  ui::Label lblText{*this, "lblText"};
+  ui::ListView lvwRows{*this, "lvwRows"};
+  ui::Button cmdOK{*this, "cmdOK"};
+  ui::Button cmdCancel{*this, "cmdCancel"};
+};
+
+}  // namespace configuration

@@ -1,0 +1,82 @@
+#include "configuration/unseen_pages.h"
+
+#include <algorithm>
+#include <iterator>
+
+#include "base/error.h"
+#include "base/text.h"
+#include "logger/message_logger.h"
+
+namespace configuration {
+namespace {
+
+std::vector<shell::PageEntry> WithValues(std::span<const shell::PageEntry> table) {
+  std::vector<shell::PageEntry> entries;
+  std::ranges::copy_if(table, std::back_inserter(entries), &shell::PageEntry::showsDeviceValues);
+  return entries;
+}
+
+shell::Platform WithoutWindows(const shell::Platform& platform, ui::Prompts& prompts) {
+  shell::Platform unseen = platform.Asking(prompts);
+  unseen.toolkit = nullptr;
+  return unseen;
+}
+
+}  // namespace
+
+ui::Answer UnseenPages::Nobody::Ask(const ui::Prompt& prompt) {
+  return prompt.buttons == ui::Buttons::kOk         ? ui::Answer::kOk
+         : prompt.buttons == ui::Buttons::kOkCancel ? ui::Answer::kCancel
+                                                    : ui::Answer::kNo;
+}
+
+UnseenPages::UnseenPages(const Surroundings& surroundings, shell::Strings& strings)
+    : progress_(surroundings.progress),
+      table_(WithValues(surroundings.table)),
+      platform_(WithoutWindows(surroundings.platform, nobody_)),
+      journal_(surroundings.settings.numbers),
+      transactions_(network_, journal_),
+      context_{platform_, surroundings.settings, device_, strings,       *this,    flags_,
+               pages_,    selections_,           *this,   transactions_, network_, noServer_},
+      pages_(table_) {
+  pages_.CreatePages(context_, [](shell::ISubForm&) {});
+  const shell::Strings::Hold hold(strings);
+  pages_.ReInitializeStrings();
+}
+
+void UnseenPages::Load(const host::DeviceObjects& device, const automation::Object& network, bool imperial) {
+  device_ = device;
+  device_.IsImperial = imperial;
+  network_ = network;
+  told_.clear();
+  try {
+    pages_.ReInitializeStrings();  // units stand beside the boxes
+    pages_.LoadAllPages(context_, progress_);
+  } catch (const std::exception& error) {
+    told_.push_back(shell::DescribeError(error));
+    throw base::Error(base::Join(told_, "\r\n"));
+  }
+}
+
+void UnseenPages::ReadSettings() {
+  for (std::size_t i = 0; i < pages_.Count(); ++i) pages_.Page(i).ReadSettings();
+}
+
+std::vector<fields::Field> UnseenPages::Fields() const {
+  std::vector<fields::Field> fields;
+  for (std::size_t i = 0; i < pages_.Count(); ++i)
+    std::ranges::move(pages_.Page(i).ListFields(shell::TranslateBy(context_.strings)),
+                      std::back_inserter(fields));
+  return fields;
+}
+
+void UnseenPages::AddMessage(std::string_view message, std::string_view, std::string_view, int level) {
+  if (level == logger::kError) told_.emplace_back(message);
+}
+
+shell::SaveResult UnseenPages::InTransaction(std::string_view, std::string_view,
+                                             const std::function<bool()>&) {
+  return shell::SaveResult::kCancelled;
+}
+
+}  // namespace configuration

@@ -1,0 +1,66 @@
+// The pages without a window: for the values of a device that is not in view, or of the one in view in other
+// units or with all digits. They read, show and save as the pages in view do, so that every rule of every
+// page holds; nobody is asked and nothing is told but to the caller.
+#pragma once
+
+#include <memory>
+#include <span>
+#include <string>
+#include <vector>
+
+#include "fields/page_prompts.h"
+#include "shell/page_set.h"
+
+namespace configuration {
+
+class UnseenPages : private shell::MessageSink, private shell::PageWork {
+ public:
+  /// What the pages are made of; outlives them.
+  struct Surroundings {
+    const shell::Platform& platform;
+    const shell::Settings& settings;
+    std::span<const shell::PageEntry> table;
+    shell::fLoading& progress;
+  };
+
+  /// Texts are those of `strings`, also of the captions.
+  UnseenPages(const Surroundings& surroundings, shell::Strings& strings);
+
+  /// Reads all values of the device, whose tree is copied; `network` carries the transactions. Throws
+  /// base::Error with what the pages had to say when one of them cannot be read.
+  void Load(const host::DeviceObjects& device, const automation::Object& network, bool imperial);
+  /// Beside those, what no control shows. Throws automation::Error.
+  void ReadSettings();
+
+  /// Of all pages, in page and tab order; valid until the next Load.
+  std::vector<fields::Field> Fields() const;
+  /// A page by its class; nothing when it has no values.
+  shell::ISubForm* Page(std::string_view pageClass) { return pages_.FindPage(pageClass); }
+
+ private:
+  /// Asked what only a person could decide, it declines.
+  struct Nobody : ui::Prompts {
+    ui::Answer Ask(const ui::Prompt& prompt) override;
+  };
+
+  void AddMessage(std::string_view message, std::string_view, std::string_view, int level) override;
+  void RefuseControl(const ui::Control&, std::string_view) override {}
+  void RunModal(ui::Window&) override {}
+  shell::SaveResult InTransaction(std::string_view, std::string_view, const std::function<bool()>&) override;
+
+  shell::fLoading& progress_;
+  std::vector<shell::PageEntry> table_;  // of the pages with values
+  Nobody nobody_;
+  shell::Platform platform_;
+  automation::Object network_, noServer_;
+  host::Journal journal_;
+  host::Transactions transactions_;
+  host::DeviceObjects device_;
+  shell::PageFlags flags_;
+  shell::SelectedTypes selections_;
+  shell::PageContext context_;
+  shell::PageSet pages_;
+  std::vector<std::string> told_;  // faults of the work under way
+};
+
+}  // namespace configuration
