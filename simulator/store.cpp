@@ -123,6 +123,8 @@ void Store::ChangeContent(const std::function<void(StoreContent&)>& change) {
     } catch (const Json::exception& error) {
       throw base::Error("The store " + PathText(file_) + " cannot be written: " + error.what());
     }
+    std::error_code ignored;  // without the folder the file fails
+    std::filesystem::create_directories(file_.parent_path(), ignored);
     ReplaceFile(file_, text);
   }
   content_ = std::move(next);
