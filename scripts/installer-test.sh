@@ -34,6 +34,7 @@ part() { echo "--- $(elapsed "$began"): $*"; }
 not() { ! "$@"; }
 expect() { "$@" || fault "not so: $*"; }
 in_registry() { wine reg query "$1" ${2:+/v "$2"} 2>/dev/null | tr -d '\r' | grep -qF -- "${3:-}"; }
+has_key() { wine reg query "$1" >/dev/null 2>&1; }
 registered_with_host() { grep -qs 'QVRKvTARNCfg.LNSPlugInAPI' "$work/host/data/store.json"; }
 install() { timeout -k 5 60 wine "$1" /S "${@:2}"; }
 registered_tool() { wine reg query "HKCR\\CLSID\\{8CC61C05-8F9E-42D9-A86A-7867F727A44F}\\LocalServer32" "/reg:$1" 2>/dev/null; }
@@ -70,7 +71,7 @@ building_is() {
     expect $not [ -e "$file" ]
   done
   for key in 'HKCR\MVPlugInLib.ObjectServer\CLSID' "$controls_key" 'HKLM\Software\LonWorks'; do
-    expect $not in_registry "$key"
+    expect $not has_key "$key"
   done
 }
 
@@ -132,7 +133,7 @@ done
 for file in Templates/8000AB0C12340001_3_1.bin languages/French.json icon.ico icon32.ico; do
   expect [ -s "$common/$file" ]
 done
-expect in_registry 'HKCR\QVRKvTARNCfg.OVXPlugInAPI\CLSID'
+expect has_key 'HKCR\QVRKvTARNCfg.OVXPlugInAPI\CLSID'
 expect registered_with_host
 expect [ ! -e "$program/x64/SimHost.exe" ] # there is a host
 
@@ -178,6 +179,8 @@ expect wine regsvr32 /s /u "$work/host/SimControls.dll"
 expect wine "$work/host/SimHost.exe" /UnregServer
 expect wine reg delete 'HKLM\Software\LonWorks' /f
 snapshot "$work/bare"
+timeout -k 1 10 wineserver -k # a tool that was killed stays in Wine's list of running servers
+timeout -k 1 10 wineserver -w
 expect install "$setup" /X64
 building_is there
 PROGRAMS=$program/x64 expect scripts/simhost.sh --script installer/desk.sim

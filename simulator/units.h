@@ -21,7 +21,7 @@ void AddUnit(Core& core, std::string_view name, std::string_view location);
 /// Takes the unit and all its values away. Refused while a session has it open.
 void RemoveUnit(Core& core, std::string_view name);
 
-/// The units that the building's file and earlier additions and removals give, as the store has them.
+/// Puts the added units of the store that are not in the list yet at its end.
 void ListAddedUnits(Core& core);
 
 }  // namespace simulator
