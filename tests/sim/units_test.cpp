@@ -61,6 +61,11 @@ TEST(SimUnits, WhatCannotBeIsRefusedInWords) {
     EXPECT_EQ(RefusalOf([&] { building.AddUnit(test.name, test.location); }), test.words);
   EXPECT_EQ(RefusalOf([&] { building.RemoveUnit("RTU-8"); }), "There is no unit \"RTU-8\" in the building.");
   EXPECT_EQ(Names(building), listed);
+
+  const automation::Object unit = Client(building).device;
+  unit.Put("Name", "RTU-1 NORTH WING");  // its own name in other letters
+  EXPECT_EQ(RefusalOf([&] { unit.Put("Name", "rtu-2 south wing"); }),
+            "Another unit is called \"RTU-2 South wing\" already.");
 }
 
 TEST(SimUnits, AStoreThatRefusesLeavesTheUnitsAsTheyWere) {
