@@ -1,7 +1,7 @@
 #!/bin/bash
 # Tries the installer in a Wine session of its own (see wine-session.sh): a silent upgrade over an older version beside a
 # host, the width that fits the controls, the installed tool started by that host with its help, the refusal while the
-# tool is open, and an uninstall that leaves neither a file nor a key.
+# tool is open, and an uninstall that leaves neither a file nor a key; then the virtual building, chosen and left out.
 #
 # The installer is a 32-bit program. Where Wine runs none, the same script and files are tried as a 64-bit one.
 set -u
@@ -17,6 +17,7 @@ work=build/installer-test
 drive=$WINEPREFIX/drive_c
 program="$drive/Program Files/QVR KV/KV-TARN Configuration"
 common="$drive/LonWorks/Apps/QVR KV/OvxCommonFiles"
+menu_entry="$drive/ProgramData/Microsoft/Windows/Start Menu/Programs/KV-TARN Virtual Building.lnk"
 uninstall_key='HKLM\Software\Microsoft\Windows\CurrentVersion\Uninstall\QVRKvTARNCfg'
 settings_key='HKCU\Software\PELLR\Veldran, Inc\KV-TARN Configuration'
 setup=build/installer/KV-TARN-Configuration-$version.exe
@@ -30,8 +31,10 @@ fault() {
   faults=$((faults + 1))
 }
 part() { echo "--- $(elapsed "$began"): $*"; }
+not() { ! "$@"; }
 expect() { "$@" || fault "not so: $*"; }
 in_registry() { wine reg query "$1" ${2:+/v "$2"} 2>/dev/null | tr -d '\r' | grep -qF -- "${3:-}"; }
+has_key() { wine reg query "$1" >/dev/null 2>&1; }
 registered_with_host() { grep -qs 'QVRKvTARNCfg.LNSPlugInAPI' "$work/host/data/store.json"; }
 install() { timeout -k 5 60 wine "$1" /S "${@:2}"; }
 registered_tool() { wine reg query "HKCR\\CLSID\\{8CC61C05-8F9E-42D9-A86A-7867F727A44F}\\LocalServer32" "/reg:$1" 2>/dev/null; }
@@ -43,6 +46,33 @@ snapshot() {
   for hive in 'HKLM\Software' 'HKCU\Software'; do
     wine reg export "$hive" "$work/export.reg" /y >/dev/null && iconv -f UTF-16 -t UTF-8 "$work/export.reg" | tr -d '\r'
   done | awk '/^\[/ { own = /^\[HKEY_CURRENT_USER\\Software\\Wine/ } !own' >"$1.keys"
+}
+
+uninstall() {
+  wine "$program/uninstall.exe" /S
+  for _ in {1..100}; do
+    [ -d "$program" ] || break
+    sleep 0.1
+  done
+  expect [ ! -e "$program" ]
+}
+
+# same_as NAME: the machine is as it was in that snapshot.
+same_as() {
+  snapshot "$work/after"
+  for part in files keys; do diff "$work/$1.$part" "$work/after.$part" || fault "other $part than $1"; done
+}
+
+# building_is there|gone: files, start menu entry and registration of the virtual building.
+building_is() {
+  local not=
+  [ "$1" = gone ] && not=not
+  for file in "$program"/{x64/SimHost.exe,x64/SimControls.dll,data/building.json,data/LonWorks} "$menu_entry"; do
+    expect $not [ -e "$file" ]
+  done
+  for key in 'HKCR\MVPlugInLib.ObjectServer\CLSID' "$controls_key" 'HKLM\Software\LonWorks'; do
+    expect $not has_key "$key"
+  done
 }
 
 old_version() {
@@ -103,8 +133,9 @@ done
 for file in Templates/8000AB0C12340001_3_1.bin languages/French.json icon.ico icon32.ico; do
   expect [ -s "$common/$file" ]
 done
-expect in_registry 'HKCR\QVRKvTARNCfg.OVXPlugInAPI\CLSID'
+expect has_key 'HKCR\QVRKvTARNCfg.OVXPlugInAPI\CLSID'
 expect registered_with_host
+expect [ ! -e "$program/x64/SimHost.exe" ] # there is a host
 
 part "the tool has the width of the controls, or the one that is asked for"
 expect in_registry "$uninstall_key" Width x64
@@ -139,15 +170,39 @@ wait
 
 part "nothing is left"
 find "$common/Templates" -name '*_2_4.bin' -delete # the host put it there for a device of its own
-wine "$program/uninstall.exe" /S
-for _ in {1..100}; do
-  [ -d "$program" ] || break
-  sleep 0.1
-done
-expect [ ! -e "$program" ]
+uninstall
 expect eval '! registered_with_host'
-snapshot "$work/after"
-for part in files keys; do diff "$work/before.$part" "$work/after.$part" || fault "other $part than before"; done
+same_as before
+
+part "without a host the virtual building comes along"
+expect wine regsvr32 /s /u "$work/host/SimControls.dll"
+expect wine "$work/host/SimHost.exe" /UnregServer
+expect wine reg delete 'HKLM\Software\LonWorks' /f
+snapshot "$work/bare"
+timeout -k 1 10 wineserver -k # a tool that was killed stays in Wine's list of running servers
+timeout -k 1 10 wineserver -w
+expect install "$setup" /X64
+building_is there
+PROGRAMS=$program/x64 expect scripts/simhost.sh --script installer/desk.sim
+store=$(find "$drive/users" -name script-store.json)
+expect grep -q 'RTU-9 Annex' "$store"
+
+part "it can be left out, stays so, and comes back"
+expect install "$setup" /NOBUILDING
+building_is gone
+expect [ -s "$program/x64/QVRKvTARNCfg.exe" ]
+expect install "$setup"
+building_is gone
+expect grep -q 'RTU-9 Annex' "$store"
+expect install "$setup" /BUILDING
+building_is there
+server="HKCR\\CLSID\\$(wine reg query 'HKCR\MVPlugInLib.ObjectServer\CLSID' /ve | tr -d '\r' | grep -o '{.*}')\\LocalServer32"
+wine reg add "$server" /ve /d 'C:\windows\notepad.exe' /f >/dev/null
+PROGRAMS=$program/x64 expect scripts/simhost.sh --script installer/no-host.sim
+wine reg add "$server" /ve /d '"C:\Program Files\QVR KV\KV-TARN Configuration\x64\SimHost.exe"' /f >/dev/null
+uninstall
+rm -rf "${store%/Virtual building/*}" # what a person prepared is that person's
+same_as bare
 
 [ $faults -eq 0 ] && echo "all passed"
 exit $((faults > 0))

@@ -13,16 +13,25 @@ stage_tool() {
     cp "build/help/TARN-M Help File.chm" "$out/stage/program/$1/HelpFile"
 }
 
-# stage: everything that is installed, in `program` (the chosen folder) and `common` (the family's folder).
+# stage_building WIDTH PRESET: the virtual building, beside the tool.
+stage_building() {
+  mkdir -p "$out/stage/building/$1" &&
+    cp "build/$2/SimHost.exe" "build/$2/SimControls.dll" "$out/stage/building/$1"
+}
+
+# stage: everything that is installed, in `program` (the chosen folder) and `common` (the family's folder); `building` and
+# `building-common` are what the virtual building has in both.
 stage() {
   local stage=$out/stage
   rm -rf "$stage"
-  mkdir -p "$stage/program/Licences" "$stage/common/Templates" "$stage/common/languages"
+  mkdir -p "$stage/program/Licences" "$stage/common/Templates" "$stage/common/languages" "$stage/building" "$stage/building-common/Templates"
   stage_tool x64 win64 && stage_tool x86 win32 &&
+    stage_building x64 win64 && stage_building x86 win32 && cp -r build/win64/data "$stage/building" &&
+    rm -rf "$stage"/building/data/{LonWorks,*store.json} &&
     scripts/licences.sh "$stage/program/Licences" &&
     cp lang/*.json "$stage/common/languages" &&
     cp resources/icon.ico resources/icon32.ico "$stage/common" &&
-    build/asan/write_template "$stage/common/Templates"
+    build/asan/write_template "$stage/common/Templates" "$stage/building-common/Templates"
 }
 
 # list_macro NAME FOLDER TARGET: the instructions that install, and that remove, each file of FOLDER.
@@ -44,7 +53,10 @@ list_macro() {
 # pack STAGE VERSION SETUP [STUB]: makes the installer of a stage. As a 32-bit program it runs on every Windows.
 pack() {
   local stage=$PWD/$out/$1
-  { list_macro Program "$stage/program" '$INSTDIR' && list_macro Common "$stage/common" '$Common'; } >"$stage/files.nsh"
+  {
+    list_macro Program "$stage/program" '$INSTDIR' && list_macro Common "$stage/common" '$Common' &&
+      list_macro Building "$stage/building" '$INSTDIR' && list_macro BuildingCommon "$stage/building-common" '$Common'
+  } >"$stage/files.nsh"
   makensis -V2 -WX "-DSTUB=${4:-x86-unicode}" "-DVERSION=$2" "-DFILES=$stage/files.nsh" "-DICON=$PWD/resources/QVRKvTARNCfg.ico" \
     "-DOUT=$PWD/$3" installer/kv-tarn.nsi
 }
@@ -52,7 +64,7 @@ pack() {
 if [ "${BASH_SOURCE[0]}" = "$0" ]; then
   begin "Make the installer in $out"
   [ -f "build/help/TARN-M Help File.chm" ] || scripts/manual.sh || finish 1
-  scripts/setup.sh && build asan write_template && build win64 tarn_tool && build win32 tarn_tool || finish 1
+  scripts/setup.sh && build asan write_template && build win64 programs && build win32 programs || finish 1
   setup=$out/KV-TARN-Configuration-$version.exe
   step "Collect what is installed" stage stage && step "Pack $setup" pack pack stage "$version" "$setup"
   finish $?

@@ -8,6 +8,7 @@
 #include "simulator/language.h"
 #include "simulator/object_server.h"
 #include "simulator/registration.h"
+#include "simulator/units.h"
 #include "simulator/value_text.h"
 
 namespace simulator {
@@ -44,6 +45,12 @@ std::vector<DeviceInfo> Building::Devices() const {
   }
   return devices;
 }
+
+void Building::AddUnit(std::string_view name, std::string_view location) {
+  simulator::AddUnit(*core_, name, location);
+}
+
+void Building::RemoveUnit(std::string_view name) { simulator::RemoveUnit(*core_, name); }
 
 std::string Building::StoredDevice(std::string_view deviceName) const {
   std::map<std::string, Fields> values;

@@ -77,6 +77,11 @@ class Building {
   std::vector<DeviceInfo> Devices() const;
   std::vector<RegisteredPlugIn> PlugIns() const;
 
+  /// A further unit as it comes from the factory; and one taken away with all its values. Both are in the
+  /// store at once. Throw base::Error in words, with nothing changed; see units.h.
+  void AddUnit(std::string_view name, std::string_view location);
+  void RemoveUnit(std::string_view name);
+
   /// The device template in its loadable form, as a file of the name DeviceInfo::templateFileName holds it.
   automation::Bytes TemplateBytes() const;
 

@@ -6,6 +6,7 @@
 
 #include "base/text.h"
 #include "simulator/files.h"
+#include "simulator/units.h"
 #include "simulator/value_text.h"
 
 namespace simulator {
@@ -60,6 +61,7 @@ Core::Core(const BuildingOptions& options)
       limits(options.limits),
       serverVersion(options.serverVersion) {
   ReadBuilding(options.dataFolder / "building.json");
+  ListAddedUnits(*this);
   ReadLanguages(options.dataFolder / "languages");
   for (const DeviceRecord& device : devices) {
     try {
@@ -84,6 +86,7 @@ void Core::ReadBuilding(const std::filesystem::path& file) {
       DeviceRecord record;
       record.key = device.at("key").get<std::string>();
       place = "device \"" + record.key + "\"";
+      if (store.Committed().removed.contains(record.key)) continue;
       record.location = device.at("location").get<std::string>();
       record.programId = device.value("programId", deviceTemplate.programId);
       record.version = device.value("version", deviceTemplate.version);

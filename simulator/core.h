@@ -33,7 +33,18 @@ struct LanguageTexts {
   std::map<std::string, std::vector<std::pair<std::string, std::string>>, std::less<>> sections;
 };
 
-struct Session;
+struct Session {
+  bool open = false;
+  // Who it is; two sessions of the same identity work on the same kind of block.
+  std::string interfaceName;
+  std::int32_t lmoIndex = 0;
+  std::string programId;
+
+  std::map<std::string, automation::Object, std::less<>> devices;  // by key; made when first asked for
+  automation::Object device;                                       // the one last taken
+  std::string deviceKey;                                           // its key; empty before
+  std::string transactionDevice;  // key of the device whose transaction is open, or empty
+};
 
 struct Core {
   explicit Core(const BuildingOptions& options);

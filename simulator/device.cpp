@@ -2,6 +2,7 @@
 
 #include "base/text.h"
 #include "simulator/property.h"
+#include "simulator/units.h"
 
 namespace simulator {
 
@@ -122,13 +123,10 @@ Device::Device(std::shared_ptr<Core> core, std::string deviceKey)
 
 void Device::Rename(const std::string& name) {
   if (name == Name()) return;
-  if (base::Trim(name).empty()) Refuse("A device needs a name.");
-  for (const DeviceRecord& record : GetCore().devices) {
-    if (record.key != deviceKey_ && base::EqualsNoCase(GetCore().store.Device(record.key).name, name)) {
-      Refuse("Another device is called \"" + name + "\" already.");
-    }
-  }
-  Refusing([&] { GetCore().store.Change(deviceKey_, [&](DeviceValues& device) { device.name = name; }); });
+  Refusing([&] {
+    CheckUnitName(GetCore(), name, deviceKey_);
+    GetCore().store.Change(deviceKey_, [&](DeviceValues& device) { device.name = name; });
+  });
 }
 
 bool Device::Load(std::int32_t lmoIndex, const std::string& fileName, const automation::Bytes& bytes) {

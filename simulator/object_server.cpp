@@ -48,8 +48,7 @@ Object AppDevices::Take(const Value& wanted) {
       Refuse("The device \"" + std::string(nameOf(place)) + "\" is open in another session.");
     }
   }
-  session_->devices.resize(core.devices.size());
-  Object& device = session_->devices[place];
+  Object& device = session_->devices[key];
   if (!device) device = Object(std::make_shared<Device>(SharedCore(), key));
   session_->device = device;
   session_->deviceKey = key;

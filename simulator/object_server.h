@@ -6,24 +6,10 @@
 
 #include <memory>
 #include <string>
-#include <vector>
 
 #include "simulator/core.h"
 
 namespace simulator {
-
-struct Session {
-  bool open = false;
-  // Who it is; two sessions of the same identity work on the same kind of block.
-  std::string interfaceName;
-  std::int32_t lmoIndex = 0;
-  std::string programId;
-
-  std::vector<automation::Object> devices;  // in the order of Core::devices, made when first asked for
-  automation::Object device;                // the one last taken
-  std::string deviceKey;                    // its key; empty before
-  std::string transactionDevice;            // key of the device whose transaction is open, or empty
-};
 
 /// AppDevices: the devices of the network, for one session.
 class AppDevices : public HostObject<AppDevices> {

@@ -39,7 +39,10 @@ Json ToJson(const StoreContent& content) {
     for (const auto& [place, fields] : device.values) entry["values"][place] = ToJson(fields);
     for (const auto& [object, state] : device.objects)
       entry["objects"][object] = {{"enabled", state.enabled}, {"test", state.test}};
+    if (device.location) entry["location"] = *device.location;
   }
+  json["removed"] = content.removed;
+  json["unitsMade"] = content.unitsMade;
   for (const RegisteredPlugIn& plugIn : content.plugIns) {
     Json records = Json::object();
     for (const auto& [name, record] : plugIn.records) {
@@ -59,10 +62,13 @@ StoreContent ToContent(const Json& json) {
     DeviceValues& device = content.devices[key];
     device.name = entry.at("name").get<std::string>();
     for (const auto& [place, fields] : entry.at("values").items()) device.values[place] = ToFields(fields);
+    if (entry.contains("location")) device.location = entry.at("location").get<std::string>();
     if (!entry.contains("objects")) continue;
     for (const auto& [object, state] : entry.at("objects").items())
       device.objects[object] = {state.at("enabled").get<bool>(), state.at("test").get<std::string>()};
   }
+  content.removed = json.value("removed", content.removed);
+  content.unitsMade = json.value("unitsMade", 0);
   for (const Json& entry : json.at("plugIns")) {
     RegisteredPlugIn& plugIn = content.plugIns.emplace_back();
     plugIn.id = entry.at("id").get<std::string>();
@@ -117,6 +123,8 @@ void Store::ChangeContent(const std::function<void(StoreContent&)>& change) {
     } catch (const Json::exception& error) {
       throw base::Error("The store " + PathText(file_) + " cannot be written: " + error.what());
     }
+    std::error_code ignored;  // without the folder the file fails
+    std::filesystem::create_directories(file_.parent_path(), ignored);
     ReplaceFile(file_, text);
   }
   content_ = std::move(next);

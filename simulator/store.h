@@ -7,6 +7,8 @@
 #include <filesystem>
 #include <functional>
 #include <map>
+#include <optional>
+#include <set>
 #include <string>
 #include <string_view>
 #include <utility>
@@ -29,12 +31,15 @@ struct DeviceValues {
   std::string name;
   std::map<std::string, Fields, std::less<>> values;  // by PropertyTemplate::key or VariableTemplate::key
   std::map<std::string, ObjectState, std::less<>> objects = {};  // by name; only those that differ from new
+  std::optional<std::string> location = {};  // of a unit that a person added; building.json has the others'
 
   bool operator==(const DeviceValues&) const = default;
 };
 
 struct StoreContent {
-  std::map<std::string, DeviceValues, std::less<>> devices;  // by the key that building.json gives
+  std::map<std::string, DeviceValues, std::less<>> devices;  // by the key that building.json or AddUnit gives
+  std::set<std::string, std::less<>> removed;                // keys of building.json that were taken away
+  int unitsMade = 0;                                         // by AddUnit; no key is given twice
   std::vector<RegisteredPlugIn> plugIns;
   std::string language = "English";
   double languageChanged = 0;  // days, as the platform's date type counts; 0: never

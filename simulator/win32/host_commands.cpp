@@ -59,6 +59,16 @@ void SetToolProperty(Stage& stage, Words words) {
       [name = words[0].text, value = Typed(words[2])](Host& host) { host.CurrentTool().Put(name, value); });
 }
 
+void NewUnit(Stage& stage, Words words) {
+  stage.OnHost([name = words[0].text, location = words.size() > 1 ? words[1].text : ""](Host& host) {
+    host.GetBuilding().AddUnit(name, location);
+  });
+}
+
+void RemoveUnit(Stage& stage, Words words) {
+  stage.OnHost([name = words[0].text](Host& host) { host.GetBuilding().RemoveUnit(name); });
+}
+
 void Release(Stage& stage, Words) {
   stage.OnHost([](Host& host) { host.ReleaseTool(); });
 }
@@ -162,6 +172,8 @@ void WaitProcessEnd(Stage& stage, Words words) {
 constexpr Command kCommands[] = {
     {"host show", "", 0, 0, ShowHost},
     {"configure", "DEVICE", 1, 1, Configure},
+    {"new unit", "NAME [LOCATION]", 1, 2, NewUnit},
+    {"remove unit", "NAME", 1, 1, RemoveUnit},
     {"serve", "", 0, 0, Serve},
     {"start-tool", "", 0, 0, StartTool},
     {"prepare", "DEVICE", 1, 1, Prepare},

@@ -2,6 +2,8 @@
 
 #include <fmt/format.h>
 
+#include <algorithm>
+
 #include "automation/error.h"
 #include "platform/win32/system/registry.h"
 
@@ -13,11 +15,12 @@ constexpr std::chrono::milliseconds kLookInterval{500};
 
 }  // namespace
 
-HostWindow::HostWindow(Host& host, ui::EventLoop& loop, ui::Prompts& prompts)
+HostWindow::HostWindow(Host& host, ui::EventLoop& loop, ui::Prompts& prompts, ui::Toolkit& toolkit)
     : ui::Window("fHost"),
       host_(host),
       loop_(loop),
       prompts_(prompts),
+      toolkit_(toolkit),
       events_(host.GetBuilding()),
       timer_(loop, kLookInterval) {
   SetTitle(kTitle);
@@ -25,26 +28,40 @@ HostWindow::HostWindow(Host& host, ui::EventLoop& loop, ui::Prompts& prompts)
   lvwDevices.SetColumns({"Name", "Location", "Program id", "State"});
   cmdConfigure.SetText("&Configure...");
   cmdConfigure.SetTip("Opens the configuration tool for the selected device");
+  cmdNew.SetText("&New unit...");
+  cmdNew.SetTip("Adds a unit as it comes from the factory, to be prepared without a device");
+  cmdRemove.SetText("Re&move unit...");
+  cmdRemove.SetTip("Takes the selected unit and all its values out of the building");
   cmdRefresh.SetText("&Refresh");
   cmdClose.SetText("Cl&ose");
   fraEvents.SetText("Events");
   lvwEvents.SetColumns({"Time", "Event"});
-  SetLayout(ui::Stack(
-      {ui::Grow(ui::Box(fraDevices, ui::Grow(ui::Item(lvwDevices)))),
-       ui::Line({ui::Item(cmdConfigure), ui::Item(cmdRefresh), ui::GrowX(ui::Empty()), ui::Item(cmdClose)}),
-       ui::Grow(ui::Box(fraEvents, ui::Grow(ui::Item(lvwEvents))))}));
+  SetLayout(ui::Stack({ui::Grow(ui::Box(fraDevices, ui::Grow(ui::Item(lvwDevices)))),
+                       ui::Line({ui::Item(cmdConfigure), ui::Item(cmdNew), ui::Item(cmdRemove),
+                                 ui::Item(cmdRefresh), ui::GrowX(ui::Empty()), ui::Item(cmdClose)}),
+                       ui::Grow(ui::Box(fraEvents, ui::Grow(ui::Item(lvwEvents))))}));
   defaultButton = &cmdConfigure;
   cancelButton = &cmdClose;
   // From the loop: the tool is started from an ordinary message, not from inside a notification of the
   // button.
   cmdConfigure.onClick = [this] { loop_.Post([this] { Configure(); }); };
+  cmdNew.onClick = [this] { AskForUnit(); };
+  cmdRemove.onClick = [this] { RemoveUnit(); };
   cmdRefresh.onClick = [this] { ShowDevices(); };
   cmdClose.onClick = [this] { Close(); };
   timer_.onTick = [this] { ShowEvents(); };
+  dialog_.onAccept = [this](const auto& name, const auto& location) { return AddUnit(name, location); };
+  // Before the dialog goes, or the system would bring another program to the front.
+  dialog_.onQueryClose = [this] {
+    SetAcceptsInput(true);
+    return true;
+  };
   ShowDevices();
   lvwDevices.SetSelection({0});
   timer_.Start();
 }
+
+HostWindow::~HostWindow() { toolkit_.Discard(dialog_); }
 
 void HostWindow::Note(const std::string& sentence) {
   lvwEvents.AddRow(
@@ -72,9 +89,15 @@ void HostWindow::ShowEvents() {
   }
 }
 
+std::string HostWindow::Selected() {
+  if (!lvwDevices.Selection().empty()) return lvwDevices.Rows()[lvwDevices.Selection().front()].key;
+  Tell("Select a device first.");
+  return {};
+}
+
 void HostWindow::Configure() {
-  if (lvwDevices.Selection().empty()) return Tell("Select a device first.");
-  const std::string device = lvwDevices.Rows()[lvwDevices.Selection().front()].key;
+  const std::string device = Selected();
+  if (device.empty()) return;
   Note(fmt::format("The tool is asked to configure {}.", device));
   SetAcceptsInput(false);
   std::string failure;
@@ -89,6 +112,42 @@ void HostWindow::Configure() {
   SetAcceptsInput(true);
   ShowDevices();
   if (!failure.empty()) Tell(failure);
+}
+
+void HostWindow::AskForUnit() {
+  toolkit_.Realize(dialog_);
+  SetAcceptsInput(false);
+  dialog_.Open();
+}
+
+bool HostWindow::AddUnit(const std::string& name, const std::string& location) {
+  try {
+    host_.GetBuilding().AddUnit(name, location);
+  } catch (const std::exception& error) {
+    Tell(error.what());
+    return false;
+  }
+  ShowDevices();
+  lvwDevices.SetSelection({lvwDevices.Rows().size() - 1});
+  Note(fmt::format("The unit {} was added.", lvwDevices.Rows().back().key));
+  return true;
+}
+
+void HostWindow::RemoveUnit() {
+  const std::string unit = Selected();
+  if (unit.empty()) return;
+  const std::string question =
+      fmt::format("Remove the unit \"{}\" with all its values?\n\nThis cannot be undone.", unit);
+  const std::size_t place = lvwDevices.Selection().front();
+  if (prompts_.Ask({question, kTitle, ui::Buttons::kYesNo, ui::Icon::kQuestion}) != ui::Answer::kYes) return;
+  try {
+    host_.GetBuilding().RemoveUnit(unit);
+  } catch (const std::exception& error) {
+    return Tell(error.what());
+  }
+  ShowDevices();
+  if (!lvwDevices.Rows().empty()) lvwDevices.SetSelection({std::min(place, lvwDevices.Rows().size() - 1)});
+  Note(fmt::format("The unit {} was removed.", unit));
 }
 
 void HostWindow::Tell(const std::string& text) {

@@ -1,7 +1,12 @@
 #include "simulator/win32/options.h"
 
+#include <windows.h>
+// After windows.h, which it needs.
+#include <shlobj.h>
+
 #include "base/error.h"
 #include "base/text.h"
+#include "platform/win32/system/handle.h"
 #include "platform/win32/system/text.h"
 
 namespace simhost {
@@ -51,6 +56,32 @@ bool TakeValue(std::string_view word, const std::wstring& file, Options& options
   return true;
 }
 
+struct FreeTaskMemory {
+  void operator()(wchar_t* text) const { CoTaskMemFree(text); }
+};
+
+std::filesystem::path PersonalFolder() {
+  win32::Owner<wchar_t*, FreeTaskMemory> folder;
+  if (FAILED(SHGetKnownFolderPath(FOLDERID_LocalAppData, 0, nullptr, folder.Put())))
+    throw base::Error("The system does not name the folder for this person's data.");
+  return std::filesystem::path(folder.Get()) / L"Veldran, Inc" / L"Virtual building";
+}
+
+// Beside the program, as it was built. Installed, the programs of both widths share the data, to which most
+// people may not write: there everyone keeps values of their own.
+void ChooseFolders(const std::filesystem::path& folder, Options& options) {
+  std::filesystem::path storeFolder = options.dataFolder;
+  if (options.dataFolder.empty()) {
+    const std::filesystem::path shared = folder.parent_path() / "data";
+    const bool installed = !std::filesystem::exists(folder / "data") && std::filesystem::exists(shared);
+    options.dataFolder = installed ? shared : folder / "data";
+    storeFolder = installed ? PersonalFolder() : options.dataFolder;
+  }
+  // A script changes values at will, so it never works on the values that a person keeps.
+  if (options.storeFile.empty())
+    options.storeFile = storeFolder / (options.task == Task::kScripts ? "script-store.json" : "store.json");
+}
+
 }  // namespace
 
 Options ParseOptions(std::span<const std::wstring> arguments, const std::filesystem::path& folder) {
@@ -65,12 +96,7 @@ Options ParseOptions(std::span<const std::wstring> arguments, const std::filesys
     if (last) throw base::Error("\"" + word + "\" needs a value behind it.");
     ++i;
   }
-  if (options.dataFolder.empty()) options.dataFolder = folder / "data";
-  // A script changes values at will, so it never works on the values that a person keeps.
-  if (options.storeFile.empty()) {
-    options.storeFile =
-        options.dataFolder / (options.task == Task::kScripts ? "script-store.json" : "store.json");
-  }
+  ChooseFolders(folder, options);
   return options;
 }
 
@@ -79,7 +105,9 @@ std::string Usage() {
          "SimHost --script FILE ...  works through a script; repeat --script for more, the exit code is 0 "
          "when all held\n"
          "  --set NAME=TEXT          gives the scripts a text to use as ${NAME}\n"
-         "  --store FILE             keeps the controllers' values there instead of in the data folder\n"
+         "  --store FILE             keeps the units and their values there instead of in the data folder "
+         "or, "
+         "where the building is installed, among the person's own data\n"
          "  --fresh                  starts from the controllers' initial values\n"
          "  --data FOLDER            takes the building from there instead of from \"data\" beside the "
          "program\n"

@@ -36,7 +36,7 @@ void Program::ShowWindow(bool show) {
   if (window_) toolkit_.Discard(*window_);
   window_.reset();
   if (!show) return;
-  window_ = std::make_unique<HostWindow>(host_, loop_, prompts_);
+  window_ = std::make_unique<HostWindow>(host_, loop_, prompts_, toolkit_);
   toolkit_.Realize(*window_);
   window_->Show();
 }

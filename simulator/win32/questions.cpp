@@ -6,6 +6,7 @@
 #include "base/error.h"
 #include "base/record.h"
 #include "base/registry.h"
+#include "base/text.h"
 #include "platform/win32/system/registry.h"
 #include "simulator/win32/commands.h"
 #include "simulator/win32/foreign.h"
@@ -27,6 +28,13 @@ std::string StoredValue(Stage& stage, Words words) {
       });
   if (field < 0) return text;
   return std::string(base::Record(text).Field(static_cast<std::size_t>(field)));
+}
+
+std::string UnitNames(Stage& stage, Words) {
+  std::vector<std::string> names;
+  for (const auto& unit : stage.OnHost([](Host& host) { return host.GetBuilding().Devices(); }))
+    names.push_back(unit.name);
+  return base::Join(names, ", ");
 }
 
 std::string ObjectState(Stage& stage, Words words) {
@@ -86,6 +94,7 @@ constexpr Question kQuestions[] = {
     {"front", "", 0, 0, FrontCaption},        // of the window that has the keyboard, on the whole desktop
     {"prompt", "", 0, 0, PromptText},         // of the message box that is open; empty for none
     {"value", "DEVICE OBJECT NUMBER FORMAT [PRECISION] [field N]", 4, 7, StoredValue},
+    {"units", "", 0, 0, UnitNames},                 // names in the order of the list
     {"state", "DEVICE OBJECT", 2, 2, ObjectState},  // ENABLED or DISABLED, and a test's result
     {"tool", "PROPERTY", 1, 1, ToolProperty},
     {"registry", "KEY NAME", 2, 2, RegistryText},  // below the current user

@@ -34,12 +34,31 @@ std::string ReadClassKey(const std::string& key) {
 // All are registered together; a newer library has more of them.
 constexpr const char* kControlProgramIds[] = {"MVConfigSensor.ctlSensorHardware", "MVAbout.About"};
 
+// What the system starts or loads for the class; empty where it is not registered.
+std::string ServerOf(const std::string& programId, const std::string& serverKey) {
+  const std::string classId = ReadClassKey(programId + "\\CLSID");
+  return classId.empty() ? "" : ReadClassKey("CLSID\\" + classId + "\\" + serverKey);
+}
+
 bool RegisteredAs(const std::string& programId, const std::string& program,
                   const std::string& serverKey = "LocalServer32") {
-  const std::string classId = ReadClassKey(programId + "\\CLSID");
-  if (classId.empty()) return false;
-  const std::string command = ReadClassKey("CLSID\\" + classId + "\\" + serverKey);
-  return base::Lower(command).find(base::Lower(program)) != std::string::npos;
+  return base::Lower(ServerOf(programId, serverKey)).find(base::Lower(program)) != std::string::npos;
+}
+
+// A real host is never put out of its place; another copy of the building may be.
+void StopForAnotherHost(const std::string& programId) {
+  for (const char* key : {"LocalServer32", "InprocServer32"}) {
+    std::string server = ServerOf(programId, key);
+    if (server.starts_with('"')) server = base::Split(server, "\"")[1];
+    const std::filesystem::path file = win32::Wide(server);
+    const std::filesystem::path own = win32::Wide(win32::ProgramPath());
+    std::error_code failed;
+    if (!std::filesystem::exists(file, failed) || file.filename() == own.filename() ||
+        file.parent_path() == own.parent_path())
+      continue;
+    throw base::Error("Another host is installed on this computer (" + server +
+                      "). The virtual building does not take its place; use it on another computer.");
+  }
 }
 
 bool HoldsBytes(const std::filesystem::path& file, const automation::Bytes& bytes) {
@@ -88,6 +107,7 @@ void RegisterHost(const std::vector<win32::ServerClass>& classes) {
   for (const win32::ServerClass& entry : classes) {
     for (const std::string& programId : entry.programIds) {
       if (RegisteredAs(programId, win32::ProgramPath())) continue;
+      StopForAnotherHost(programId);
       win32::RegisterServer(classes, 0);
       return;
     }

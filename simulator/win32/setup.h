@@ -20,7 +20,8 @@ inline constexpr wchar_t kToolFile[] = L"QVRKvTARNCfg.exe";
 /// The library of the maker's editing controls, looked for beside this program.
 inline constexpr wchar_t kControlsFile[] = L"SimControls.dll";
 
-/// Registers this program where its classes are not registered with its present path. Throws base::Error.
+/// Registers this program where its classes are not registered with its present path. Throws base::Error,
+/// also when they are those of a real host.
 void RegisterHost(const std::vector<win32::ServerClass>& classes);
 
 /// Lets the tool beside this program register itself, unless it is registered with that path. Throws
