@@ -325,6 +325,7 @@ std::vector<fDifferences::Refused> Desk::TakeOver(const std::vector<Difference>&
 void Desk::SaveBegins() {
   backupFault_.clear();
   try {
+    MakeHead();
     main_.Pending().ReadSettings();
   } catch (const std::exception& error) {
     backupFault_ = Words(error);

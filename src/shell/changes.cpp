@@ -27,6 +27,7 @@ void Changes::Attach(std::size_t page, ISubForm& form) {
   form.onContent = [this, page](ui::Control& control) { Touched(followed_[page], control); };
   form.onEdit = [this, page] {
     if (followed_[page].filling) return;
+    JudgeWithoutControl(followed_[page]);
     JudgeAdjustments();
     Told();
   };
@@ -93,7 +94,7 @@ void Changes::Retell() {
     for (const Entry& entry : page.entries) {
       Show(entry);
       const Field& field = entry.field;
-      if (field.cursor != field.control || field.kind == fields::Kind::kOption) continue;
+      if (!field.control || field.cursor != field.control || field.kind == fields::Kind::kOption) continue;
       const fields::Caption caption = field.caption();
       field.control->SetAccessibleName(PathOf(caption) + (caption.unit.empty() ? "" : ", " + caption.unit));
     }
@@ -114,9 +115,7 @@ void Changes::Touched(Page& page, const ui::Control& control) {
     JudgeAll(page);
     told = true;
   }
-  for (Entry& entry : page.entries) {
-    if (!entry.field.control) told = Judge(entry) || told;
-  }
+  told = JudgeWithoutControl(page) || told;
   if (!told) return;
   JudgeAdjustments();
   Told();
@@ -130,6 +129,14 @@ bool Changes::Judge(Entry& entry) {
   const bool now = entry.edited || !entry.refused.empty();
   if (before || now) Show(entry);
   return before || now;
+}
+
+bool Changes::JudgeWithoutControl(Page& page) {
+  bool pending = false;
+  for (Entry& entry : page.entries) {
+    if (!entry.field.control) pending = Judge(entry) || pending;
+  }
+  return pending;
 }
 
 void Changes::JudgeAll(Page& page) {

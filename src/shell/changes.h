@@ -105,6 +105,7 @@ class Changes {
   void Touched(Page& page, const ui::Control& control);
   /// Answers whether the entry is pending, or was.
   bool Judge(Entry& entry);
+  bool JudgeWithoutControl(Page& page);
   void JudgeAll(Page& page);
   /// What pages change by themselves may depend on the others.
   void JudgeAdjustments();

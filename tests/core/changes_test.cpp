@@ -124,7 +124,7 @@ TEST_F(ChangesTest, ListWhatTheSaveChangesWhateverIsEdited) {
     SCOPED_TRACE(testing::PrintToString(Lines()));
     for (const Change& change : Main().Pending().List()) {
       const std::string page = change.control->GetForm().Name();
-      const Field* field = Main().Pending().Find(page, change.control->Name());
+      const Field* field = change.field ? change.field : Main().Pending().Find(page, change.control->Name());
       if (field) listed[page + "." + field->name] = change.present;
     }
     Click("cmdApply");

@@ -97,7 +97,8 @@ std::vector<HardwareSettings::Owner> fControlOutput::SettingsOwners() {
     owners.push_back({[this, i] { return OutputName(i); },
                       &Context().device.OutputProperties[i + 1],
                       &Context().device.OutputVariables[i + 1],
-                      {}});
+                      {},
+                      &cmdConfigure[i]});
   }
   return owners;
 }

@@ -61,7 +61,7 @@ std::vector<HardwareSettings::Owner> fHardwareInput::SettingsOwners() {
   std::vector<HardwareSettings::Owner> owners;
   for (std::size_t i = 0; i < kInputs; ++i) {
     owners.push_back({[this, i] { return InputName(i); }, &device.InputProperties[i + 1],
-                      &device.InputVariables[i + 1], VariableName(i)});
+                      &device.InputVariables[i + 1], VariableName(i), &cmdConfigure[i]});
   }
   return owners;
 }

@@ -73,6 +73,7 @@ fields::Field HardwareSettings::FieldOf(Setting& setting, const fields::Translat
   field.page = page_;
   field.name = FieldName(setting);
   field.source = setting.name;
+  field.cursor = owners_[setting.owner].cursor;
   field.kind = setting.number == 0 ? fields::Kind::kEntry : fields::Kind::kRecord;
   field.ofOneUnit = setting.number == kObjectName;
   field.caption = [this, &setting] {

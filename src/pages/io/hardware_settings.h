@@ -21,6 +21,7 @@ class HardwareSettings {
     host::PropertyCollection* properties;
     host::VariableCollection* variables;
     std::string variable;
+    ui::Control* cursor;  // opens the dialog
   };
 
   /// `shown` are the properties that the page itself shows. `onEdit` runs when a content was taken.
