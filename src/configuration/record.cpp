@@ -15,19 +15,17 @@ constexpr std::string_view kStyle = R"(
 *{box-sizing:border-box}
 body{font:10pt/1.4 "Segoe UI",Tahoma,"Helvetica Neue",Arial,sans-serif;color:var(--ink);background:#fff;
  margin:0 auto;max-width:190mm;padding:10mm 4mm}
-header{display:flex;justify-content:space-between;gap:10mm;align-items:flex-start}
 h1{font-size:18pt;line-height:1.2;margin:0;overflow-wrap:anywhere}
 h2{font-size:13pt;margin:7mm 0 2mm;border-bottom:2px solid var(--ink)}
 h3{font-size:11pt;margin:5mm 0 1mm;border-bottom:1px solid var(--ink)}
 p{margin:1mm 0}
-.where{text-align:right;white-space:pre-line;overflow-wrap:anywhere}
 .soft{color:var(--soft)}
 dl{columns:2 75mm;column-gap:10mm;margin:4mm 0}
 dl div{display:grid;grid-template-columns:34mm 1fr;gap:2mm;break-inside:avoid;padding:.3mm 0}
 dt{color:var(--soft)}
 dd{margin:0;white-space:pre-line;overflow-wrap:anywhere}
 .two{columns:2 75mm;column-gap:10mm}
-table{border-collapse:collapse;width:100%;margin:1mm 0 4mm;font-size:9pt}
+table{border-collapse:collapse;width:100%;margin:0 0 4mm;font-size:9pt}
 .keep{break-inside:avoid}
 caption{text-align:left;font-weight:600;padding:1mm 0;break-after:avoid}
 th,td{border-bottom:1px solid var(--line);padding:.5mm 3mm .5mm 0;text-align:left;vertical-align:baseline;
@@ -35,13 +33,16 @@ th,td{border-bottom:1px solid var(--line);padding:.5mm 3mm .5mm 0;text-align:lef
 th:last-child,td:last-child{padding-right:0}
 th{font-weight:400}
 thead th{color:var(--soft);font-weight:600;vertical-align:bottom}
-.n{text-align:right;font-variant-numeric:tabular-nums}
+.n,.list td{text-align:right}
+td.n{font-variant-numeric:tabular-nums;white-space:nowrap}
+.n+:not(.n){padding-left:4mm}
+.even{table-layout:fixed}
 .u{color:var(--soft);white-space:nowrap}
 .nw{white-space:nowrap}
 .off,.off .u{color:var(--pale);font-style:italic}
 .vh{position:absolute;width:1px;height:1px;overflow:hidden;clip-path:inset(50%);white-space:nowrap}
 tr,svg,.sign{break-inside:avoid}
-h1,h2,h3{break-after:avoid}
+h1,h2,h3,h2+p{break-after:avoid}
 svg{width:100%;height:auto;display:block;font-size:11px}
 svg text{fill:var(--ink)}
 svg .t{font-weight:600}
@@ -63,7 +64,7 @@ svg .idle{stroke:var(--line)}
 svg .heats{fill:var(--heat);fill-opacity:.22;stroke:none}
 svg .cools{fill:var(--cool);fill-opacity:.2;stroke:none}
 svg .wide{stroke-width:7}
-svg .alarm{stroke:var(--warn);stroke-width:2}
+svg .alarm{stroke:var(--warn)}
 .sign{display:grid;grid-template-columns:1fr 1fr 1fr;gap:10mm;margin-top:22mm}
 .sign div{border-top:1px solid var(--ink);padding-top:1mm;color:var(--soft)}
 @media print{body{padding:0;max-width:none}}
@@ -107,19 +108,13 @@ std::string HeadOf(const RecordInput& input) {
 }
 
 std::string Opening(const RecordInput& input) {
-  const Head& head = input.snapshot.head;
-  const std::string name = Escaped(head.device.empty() ? kNothing : std::string_view(head.device));
-  std::string where = Escaped(head.location);
-  if (!where.empty() && !input.request.address.empty()) where += "\n";
-  where += Escaped(input.request.address);
+  const std::string& device = input.snapshot.head.device;
   std::string facts;
   for (const auto& [fact, value] : Facts(input))
     facts += Element("div", Element("dt", Escaped(fact)) + Element("dd", Escaped(value))) + "\n";
-  return Element("header", Element("div", Element("h1", name) +
-                                              Element("p class=\"soft\"",
-                                                      Word(input, "As-left record of the configuration"))) +
-                               Element("div class=\"where\"", where)) +
-         "\n" + Element("dl", "\n" + facts) + "\n";
+  return Element("h1", Escaped(device.empty() ? kNothing : std::string_view(device))) + "\n" +
+         Element("p class=\"soft\"", Word(input, "As-left record of the configuration")) + "\n" +
+         Element("dl", "\n" + facts) + "\n";
 }
 
 std::string Signature(const RecordInput& input) {

@@ -88,7 +88,6 @@ std::vector<std::pair<std::string, std::string>> Facts(const RecordInput& input)
   const Head& head = input.snapshot.head;
   const std::pair<std::string_view, std::string> all[] = {
       {"Network", head.network},
-      {"Device", head.device},
       {"Location", head.location},
       {"Address", input.request.address},
       {"Recorded", input.time},

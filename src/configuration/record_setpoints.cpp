@@ -203,7 +203,7 @@ void Chart::DrawAxis(int bottom) {
     Line("thin", At(value), kTop, At(value), bottom);
     drawn_ += DrawnText(At(value), bottom + 12, "s c", Number(shown));
   }
-  drawn_ += DrawnText(kLeft - 12, bottom + 12, "s e", unit_);
+  drawn_ += DrawnText(kRight + 12, bottom + 12, "s", unit_);
 }
 
 /// What the colours mean.
@@ -233,7 +233,7 @@ std::string Chart::Markup() {
     const int middle = y + row.height / 2;
     drawn_ += DrawnText(0, middle + 4, "t", row.title, kLeft - 8);
     DrawPeriod(row.pairs[kPeriod], middle - kBand / 2);
-    DrawRange(row.pairs[kAlarmLimits], "thin", "alarm", middle, middle + 17);
+    DrawRange(row.pairs[kAlarmLimits], "alarm", "alarm", middle, middle + 17);
     DrawRange(row.pairs[kLimits], "in wide", "in", middle, middle - 8);
     y += row.height;
   }

@@ -9,8 +9,9 @@ namespace {
 
 using Values = std::vector<const Value*>;
 
-/// Tables of more columns need the whole width of the paper; longer ones may go over to the next sheet.
-constexpr std::size_t kNarrowColumns = 3, kShortRows = 14;
+/// Tables of more columns need the whole width of the paper, with columns of one width where there is room;
+/// longer ones may go over to the next sheet.
+constexpr std::size_t kNarrowColumns = 2, kEvenColumns = 4, kShortRows = 14;
 
 /// Values under one name, in the order of their first appearance.
 struct Group {
@@ -92,7 +93,9 @@ std::string CaptionOf(std::string_view title, bool repeats) {
   return Element(repeats ? "caption class=\"vh\"" : "caption", Escaped(title)) + "\n";
 }
 
-std::string TableStart(std::size_t rows) { return rows <= kShortRows ? "table class=\"keep\"" : "table"; }
+std::string TableStart(std::string_view kind, std::size_t rows) {
+  return "table class=\"" + std::string(kind) + (rows <= kShortRows ? " keep\"" : "\"");
+}
 
 std::string GridOf(const RecordInput& input, const std::string& caption, const std::vector<Group>& rows,
                    const std::vector<std::string>& columns) {
@@ -109,8 +112,10 @@ std::string GridOf(const RecordInput& input, const std::string& caption, const s
     for (const std::string& column : columns) cells += CellOf(input, InColumn(row, column));
     body += Element("tr", cells) + "\n";
   }
-  return Element(TableStart(rows.size()),
-                 caption + Element("thead", Element("tr", heads)) + "\n" + Element("tbody", "\n" + body)) +
+  return Element(
+             TableStart(columns.size() > kNarrowColumns && columns.size() <= kEvenColumns ? "even" : "grid",
+                        rows.size()),
+             caption + Element("thead", Element("tr", heads)) + "\n" + Element("tbody", "\n" + body)) +
          "\n";
 }
 
@@ -123,7 +128,7 @@ std::string ListOf(const RecordInput& input, const std::string& caption, const V
                                                                : value->control;
     body += Element("tr", Element("th scope=\"row\"", Escaped(shown)) + CellOf(input, {value})) + "\n";
   }
-  return Element(TableStart(values.size()), caption + Element("tbody", "\n" + body)) + "\n";
+  return Element(TableStart("list", values.size()), caption + Element("tbody", "\n" + body)) + "\n";
 }
 
 /// The tables of a group box, and whether they fit half the width.
@@ -141,16 +146,20 @@ Tables TablesOf(const RecordInput& input, const Group& group, std::string_view t
     listed = group.values;
     inGrid.clear();
   }
-  const bool lone = group.values.front()->caption.loneFrame || group.name.empty();
-  const std::string caption = CaptionOf(lone ? title : group.name, lone);
+  const fields::Caption& first = group.values.front()->caption;
+  const bool named = first.loneFrame || group.name.empty();  // by the heading
+  // A group box around one choice is the name of its only row.
+  const bool lone = named || (group.values.size() == 1 && fields::NameOf(first).empty());
+  const std::string caption = CaptionOf(named ? title : group.name, lone);
   Tables tables;
   if (!inGrid.empty()) {
     const std::vector<std::string> columns = ColumnsOf(rows);
     tables.narrow = columns.size() <= kNarrowColumns;
     tables.markup += GridOf(input, caption, rows, columns);
   }
-  if (!listed.empty())
-    tables.markup += ListOf(input, inGrid.empty() ? caption : CaptionOf(group.name, true), listed);
+  if (listed.empty()) return tables;
+  tables.markup += ListOf(input, inGrid.empty() ? caption : CaptionOf(group.name, true), listed);
+  if (!inGrid.empty()) tables.markup = Element("div class=\"keep\"", "\n" + tables.markup) + "\n";
   return tables;
 }
 

@@ -181,7 +181,7 @@ int UnitDrawing::DrawTerminal(const Terminal& terminal, const Spot& spot, int y)
   drawn_ += "<rect class=\"paper " + std::string(terminal.output ? "ink" : "in") + "\" x=\"" +
             std::to_string(spot.x) + "\" y=\"" + std::to_string(y + 1) + "\" width=\"" +
             std::to_string(kMark - 3) + "\" height=\"12\"" + (terminal.output ? "" : " rx=\"6\"") + "/>";
-  drawn_ += DrawnText(spot.x + (kMark - 3) / 2, y + 10, "s c", terminal.mark);
+  drawn_ += DrawnText(spot.x + (kMark - 3) / 2, y + 10, "c", terminal.mark);
   const int width = spot.width - kMark;
   drawn_ += DrawnText(spot.x + kMark, y + 10, "", Caption(terminal), width);
   const auto below = [&](std::string_view look, const std::string& text) {
@@ -278,9 +278,9 @@ std::vector<std::string> UnitDrawing::Remarks() const {
   const auto list = [&](std::string_view text, const std::vector<std::string>& items) {
     return Filled(input_, text, {base::Join(items, ", ")});
   };
-  std::vector<std::string> remarks = {input_.strings.GetStrings(
-      "O is an output, I an input; what is pale has none. Outputs follow the control "
-      "unless they are in manual.")};
+  std::vector<std::string> remarks = {
+      input_.strings.GetStrings("O: output, I: input, pale: nothing assigned. Outputs follow the control "
+                                "unless they are in manual.")};
   if (!unassigned_.empty()) remarks.push_back(list("Not assigned: %s1%", unassigned_));
   if (!unknown_.empty())
     remarks.push_back(list("Functions that have no place in this drawing: %s1%", unknown_));
