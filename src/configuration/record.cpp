@@ -10,18 +10,18 @@ using namespace record;
 // Paper of any size. What is grey or coloured on the screen says the same by its words, for printers without
 // colours.
 constexpr std::string_view kStyle = R"(
-:root{--ink:#1d2733;--soft:#56636f;--pale:#75818c;--line:#c9d2da;--heat:#c8452f;--cool:#2569a8;--air:#e8f0f6;
+:root{--ink:#1d2733;--soft:#56636f;--pale:#6b7782;--line:#c9d2da;--heat:#c8452f;--cool:#2569a8;--air:#e8f0f6;
  --edge:#7d93a8;--in:#2e7d4f;--warn:#9a5b00}
 *{box-sizing:border-box}
 body{font:10pt/1.4 "Segoe UI",Tahoma,"Helvetica Neue",Arial,sans-serif;color:var(--ink);background:#fff;
  margin:0 auto;max-width:190mm;padding:10mm 4mm}
 h1{font-size:18pt;line-height:1.2;margin:0;overflow-wrap:anywhere}
-h2{font-size:13pt;margin:7mm 0 2mm;border-bottom:2px solid var(--ink)}
+h2{font-size:13pt;margin:5mm 0 2mm;border-bottom:2px solid var(--ink)}
 h3{font-size:11pt;margin:5mm 0 1mm;border-bottom:1px solid var(--ink)}
-p{margin:1mm 0}
+p{margin:.5mm 0}
 .soft{color:var(--soft)}
-dl{columns:2 75mm;column-gap:10mm;margin:4mm 0}
-dl div{display:grid;grid-template-columns:34mm 1fr;gap:2mm;break-inside:avoid;padding:.3mm 0}
+dl{columns:2 75mm;column-gap:10mm;margin:2mm 0}
+dl div{display:grid;grid-template-columns:40mm 1fr;gap:2mm;break-inside:avoid;padding:.3mm 0}
 dt{color:var(--soft)}
 dd{margin:0;white-space:pre-line;overflow-wrap:anywhere}
 .two{columns:2 75mm;column-gap:10mm}
@@ -50,10 +50,12 @@ svg .s{fill:var(--soft);font-size:10px}
 svg .m{fill:var(--warn);font-weight:600;font-size:10px}
 svg .p{fill:var(--pale);font-size:10px;font-style:italic}
 svg .e{text-anchor:end}
-svg .c{text-anchor:middle}
+svg .c,svg .b{text-anchor:middle}
+svg .b{font-size:9.5px}
 svg path,svg circle,svg rect{fill:none;stroke:var(--edge);stroke-width:1.5}
 svg .air{fill:var(--air)}
 svg .paper{fill:#fff}
+svg .mark{stroke-width:1}
 svg .thin{stroke:var(--line);stroke-width:1}
 svg .heat{stroke:var(--heat)}
 svg .cool{stroke:var(--cool)}
@@ -65,7 +67,8 @@ svg .heats{fill:var(--heat);fill-opacity:.22;stroke:none}
 svg .cools{fill:var(--cool);fill-opacity:.2;stroke:none}
 svg .wide{stroke-width:7}
 svg .alarm{stroke:var(--warn)}
-.sign{display:grid;grid-template-columns:1fr 1fr 1fr;gap:10mm;margin-top:22mm}
+.sign{display:grid;grid-template-columns:1fr 1fr 1fr;gap:10mm;padding-top:15mm;break-before:avoid}
+.annex{break-before:page}
 .sign div{border-top:1px solid var(--ink);padding-top:1mm;color:var(--soft)}
 @media print{body{padding:0;max-width:none}}
 )";
@@ -92,7 +95,7 @@ std::string Styled(std::string_view text) {
 
 /// What stands on each sheet, which may come apart from the others.
 std::string SheetStyle(const RecordInput& input) {
-  return "@page{margin:14mm 14mm 16mm;@bottom-left{font:8pt sans-serif;color:#56636f;content:" +
+  return "@page{margin:11mm 14mm 14mm;@bottom-left{font:8pt sans-serif;color:#56636f;content:" +
          Styled(input.snapshot.head.device + "   " + input.time) +
          "}@bottom-right{font:8pt sans-serif;color:#56636f;content:counter(page) \" / \" counter(pages)}}\n";
 }
@@ -124,8 +127,9 @@ std::string Signature(const RecordInput& input) {
   return Element("div class=\"sign\"", lines) + "\n";
 }
 
-constexpr std::string (*kSections[])(const RecordInput&) = {Opening,       UnitSection,  SetpointSection,
-                                                            ChangeSection, TableSection, Signature};
+// What is signed comes before the tables: on the first sheet, mostly.
+constexpr std::string (*kSections[])(const RecordInput&) = {Opening,       UnitSection, SetpointSection,
+                                                            ChangeSection, Signature,   TableSection};
 
 }  // namespace
 

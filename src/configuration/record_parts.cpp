@@ -7,16 +7,18 @@ namespace {
 
 constexpr std::string_view kReplacement = "\uFFFD";
 
-/// Rough widths of a sans-serif letter in hundredths of the size; most browsers' fonts are a little narrower.
-constexpr int kNarrow = 56, kWide = 70, kTextSize = 11;
+/// Rough widths of sans-serif letters in hundredths of their size.
+constexpr int kThin = 31, kMiddle = 55, kWide = 69;
+constexpr std::string_view kThinLetters = " .,:;-/()ijltfr'|";
 
-int WidthOf(std::string_view text) {
+int WidthOf(std::string_view text, int size) {
   int width = 0;
   for (const char c : text) {
     if ((c & 0xC0) == 0x80) continue;  // within a letter of several bytes
-    width += (c >= 'A' && c <= 'Z') || c == '_' ? kWide : kNarrow;
+    const bool wide = (c >= 'A' && c <= 'Z') || c == '_';
+    width += wide ? kWide : kThinLetters.find(c) == kThinLetters.npos ? kMiddle : kThin;
   }
-  return width * kTextSize / 100;
+  return width * size / 100;
 }
 
 }  // namespace
@@ -119,7 +121,8 @@ std::string Drawing(std::string_view id, int width, int height, std::string_view
 std::string DrawnText(int x, int y, std::string_view look, std::string_view text, int width) {
   std::string start = "text x=\"" + std::to_string(x) + "\" y=\"" + std::to_string(y) + "\"";
   start += Attribute("class", look);
-  if (width > 0 && WidthOf(text) > width)
+  const int size = look.empty() || look == "t" ? 11 : 10;
+  if (width > 0 && WidthOf(text, size) > width)
     start += " textLength=\"" + std::to_string(width) + "\" lengthAdjust=\"spacingAndGlyphs\"";
   return Element(start, Escaped(text));
 }

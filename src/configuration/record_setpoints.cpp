@@ -11,7 +11,7 @@ namespace configuration::record {
 namespace {
 
 constexpr int kWidth = 800, kLeft = 150, kRight = 775, kTop = 6, kBand = 17, kRowHeight = 25,
-              kRangeHeight = 38;
+              kRangeHeight = 36;
 constexpr double kFarthest = 1000;  // degrees; nothing beyond it is a temperature of a building
 
 /// Where a limit is found: by its control, or by row and column of its page (English), whose boxes are not

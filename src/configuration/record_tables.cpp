@@ -11,7 +11,7 @@ using Values = std::vector<const Value*>;
 
 /// Tables of more columns need the whole width of the paper, with columns of one width where there is room;
 /// longer ones may go over to the next sheet.
-constexpr std::size_t kNarrowColumns = 2, kEvenColumns = 4, kShortRows = 14;
+constexpr std::size_t kNarrowColumns = 2, kEvenColumns = 3, kShortRows = 14;
 
 /// Values under one name, in the order of their first appearance.
 struct Group {
@@ -190,7 +190,7 @@ std::string TableSection(const RecordInput& input) {
     return std::ranges::find(input.pages, page.name, &PageTitle::page) - input.pages.begin();
   });
   std::string markup =
-      Element("h2", Word(input, "All values")) + "\n" +
+      Element("h2 class=\"annex\"", Word(input, "All values")) + "\n" +
       Element("p class=\"soft\"",
               Word(input, "What is grey and slanted is not used by any assigned function.")) +
       "\n";

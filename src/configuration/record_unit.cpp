@@ -178,10 +178,10 @@ int UnitDrawing::HeightOf(Place place) const {
 
 int UnitDrawing::DrawTerminal(const Terminal& terminal, const Spot& spot, int y) {
   constexpr int kMark = 22;
-  drawn_ += "<rect class=\"paper " + std::string(terminal.output ? "ink" : "in") + "\" x=\"" +
+  drawn_ += "<rect class=\"mark paper " + std::string(terminal.output ? "ink" : "in") + "\" x=\"" +
             std::to_string(spot.x) + "\" y=\"" + std::to_string(y + 1) + "\" width=\"" +
             std::to_string(kMark - 3) + "\" height=\"12\"" + (terminal.output ? "" : " rx=\"6\"") + "/>";
-  drawn_ += DrawnText(spot.x + (kMark - 3) / 2, y + 10, "c", terminal.mark);
+  drawn_ += DrawnText(spot.x + (kMark - 3) / 2, y + 10, "b", terminal.mark);
   const int width = spot.width - kMark;
   drawn_ += DrawnText(spot.x + kMark, y + 10, "", Caption(terminal), width);
   const auto below = [&](std::string_view look, const std::string& text) {
