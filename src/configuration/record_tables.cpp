@@ -1,6 +1,7 @@
 // The tables of all pages: page by page, a table for each group box; rows and columns where the page has
 // such, a list of names and values elsewhere.
 #include <algorithm>
+#include <ranges>
 
 #include "configuration/record_parts.h"
 
@@ -39,8 +40,8 @@ std::vector<std::string> ColumnsOf(const std::vector<Group>& rows) {
   std::vector<std::string> columns;
   for (const Group& row : rows) {
     auto next = columns.end();
-    for (auto value = row.values.rbegin(); value != row.values.rend(); ++value) {
-      const std::string& column = (*value)->caption.column;
+    for (const Value* value : std::views::reverse(row.values)) {
+      const std::string& column = value->caption.column;
       const auto found = std::ranges::find(columns, column);
       next = found == columns.end() ? columns.insert(next, column) : found;
     }
