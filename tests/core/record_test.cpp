@@ -204,7 +204,8 @@ TEST(AsLeftRecord, TakesWhateverStandsInTheDeviceAsText) {
   std::map<std::string, int> fields;
   const std::string record = configuration::WriteRecord(unit.Input());
   EXPECT_EQ(Fault(record, fields), "");
-  EXPECT_FALSE(Has(record, "<b>"));
+  for (const char* text : {"<b>", "\x01"}) EXPECT_FALSE(Has(record, text)) << text;
+  EXPECT_TRUE(Has(record, "content:\"\\3c b\\3e \\26 \\22 \\27 \\3c \\2f style")) << "the foot of each sheet";
   for (const char separator : {',', ';'}) {
     unit.numbers = base::Numbers(separator == ',' ? '.' : ',');
     const std::string csv = configuration::WriteRecordCsv(unit.Input());
@@ -218,6 +219,19 @@ TEST(AsLeftRecord, TakesWhateverStandsInTheDeviceAsText) {
                                                       "", "Yes", "fHardwareInput", "cboInput(0)"}));
     EXPECT_EQ(lines[first - 1][5], "'=1+1 \"a;b\"") << "no formula";
   }
+}
+
+TEST(AsLeftRecord, LaysTablesOutAsThePagesAre) {
+  Unit unit(tests::kAssigned);
+  const std::string record = configuration::WriteRecord(unit.Input());
+  for (const char* text :
+       {">Offset</th><th scope=\"col\" class=\"n\">Low limit</th><th scope=\"col\" class=\"n\">High "
+        "limit</th>",
+        "<th scope=\"row\">Space temp</th><td class=\"n\" data-field=\"fAlarm.txtAlarm(0)\">3.000 ",
+        "<td class=\"n off\" data-field=\"fPID.txtPressure(0)\">",
+        "<th scope=\"row\">Min heating time</th><td class=\"n\" "
+        "data-field=\"fHeatCool.txtminHeatPeriod\">4 "})
+    EXPECT_TRUE(Has(record, text)) << text;
 }
 
 TEST(AsLeftRecord, HasAPlaceForEveryFunctionAndListsTheOthers) {
