@@ -1,0 +1,56 @@
+// What the parts of a record share: writing markup, and finding values. Only the files of the record use it.
+#pragma once
+
+#include <initializer_list>
+#include <string>
+#include <string_view>
+#include <utility>
+#include <vector>
+
+#include "configuration/record.h"
+
+namespace configuration::record {
+
+inline constexpr std::string_view kNothing = "\u2013";
+
+/// Safe in markup, in quotation marks too. What XML cannot hold is replaced.
+std::string Escaped(std::string_view text);
+
+/// Translated and escaped.
+std::string Word(const RecordInput& input, std::string_view text);
+/// Translated, with arguments that are shown as they are; plain.
+std::string Filled(const RecordInput& input, std::string_view text,
+                   const std::vector<std::string>& arguments);
+/// The same, escaped.
+std::string Sentence(const RecordInput& input, std::string_view text,
+                     const std::vector<std::string>& arguments);
+
+/// `start` is a name with its attributes; `content` is markup.
+std::string Element(std::string_view start, std::string_view content);
+
+/// An attribute with a blank in front; nothing for an empty value.
+std::string Attribute(std::string_view name, std::string_view value);
+
+/// A value as it is read, its unit behind it.
+std::string WithUnit(const Value& value);
+
+std::string TitleOf(const RecordInput& input, std::string_view page);
+
+/// What the record says of the unit as a whole: name (translated) and value, both plain. Empty values are
+/// left out.
+std::vector<std::pair<std::string, std::string>> Facts(const RecordInput& input);
+
+/// A drawing's frame, with what it shows in words.
+std::string Drawing(std::string_view id, int width, int height, std::string_view title,
+                    std::string_view description, std::string_view content);
+
+/// A text of a drawing, squeezed where it would be wider than `width` (0: any width).
+std::string DrawnText(int x, int y, std::string_view look, std::string_view text, int width = 0);
+
+// The sections, each with its heading; empty where there is nothing to say.
+std::string UnitSection(const RecordInput& input);
+std::string SetpointSection(const RecordInput& input);
+std::string ChangeSection(const RecordInput& input);
+std::string TableSection(const RecordInput& input);
+
+}  // namespace configuration::record

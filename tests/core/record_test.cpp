@@ -1,0 +1,360 @@
+// The as-left record over the virtual building: written for each unit, in both unit systems, in two
+// languages, and kept in the build folder for a browser to show.
+#include <filesystem>
+#include <fstream>
+#include <set>
+
+#include "automation/local_object.h"
+#include "configuration/record.h"
+#include "configuration/record_places.h"
+#include "host/device_tree.h"
+#include "pages/io/input_functions.h"
+#include "pages/io/output_functions.h"
+#include "tool_test.h"
+
+namespace {
+
+using configuration::Document;
+using configuration::RecordInput;
+using configuration::Snapshot;
+using configuration::Value;
+
+/// What is wrong with a document as XML, or nothing: tags closed in order, attributes quoted, nothing
+/// unescaped. Counts the marked fields.
+std::string Fault(std::string_view text, std::map<std::string, int>& fields) {
+  std::vector<std::string> open;
+  if (!text.starts_with("<!DOCTYPE html>\n")) return "no document type";
+  text.remove_prefix(15);
+  while (!text.empty()) {
+    const std::size_t start = std::min(text.find('<'), text.size());
+    const std::string_view words = text.substr(0, start);
+    for (std::size_t i = words.find('&'); i != words.npos; i = words.find('&', i + 1)) {
+      const std::string_view entity = words.substr(i, words.find(';', i) - i);
+      if (entity != "&amp" && entity != "&lt" && entity != "&gt" && entity != "&quot")
+        return "stray & in " + std::string(words);
+    }
+    if (start == text.size()) break;
+    const std::size_t end = text.find('>', start);
+    if (end == text.npos) return "a tag that does not end";
+    std::string tag(text.substr(start + 1, end - start - 1));
+    text.remove_prefix(end + 1);
+    if (tag.starts_with('/')) {
+      if (open.empty() || open.back() != tag.substr(1)) return "not open: " + tag;
+      open.pop_back();
+      continue;
+    }
+    if (std::ranges::count(tag, '"') % 2 || tag.find('<') != tag.npos) return "quotation marks: " + tag;
+    constexpr std::string_view kMark = "data-field=\"";
+    if (const std::size_t mark = tag.find(kMark); mark != tag.npos)
+      ++fields[tag.substr(mark + kMark.size(), tag.find('"', mark + kMark.size()) - mark - kMark.size())];
+    if (!tag.ends_with('/')) open.push_back(tag.substr(0, tag.find(' ')));
+  }
+  return open.empty() ? "" : "not closed: " + open.back();
+}
+
+/// The cells of a text of comma-separated or semicolon-separated values, by line.
+std::vector<std::vector<std::string>> Cells(std::string_view text, char separator) {
+  std::vector<std::vector<std::string>> lines = {{""}};
+  bool quoted = false;
+  for (std::size_t i = 0; i < text.size(); ++i) {
+    const bool doubled = quoted && text.substr(i, 2) == "\"\"";
+    if (text[i] == '"' && !doubled) {
+      quoted = !quoted;
+    } else if (!quoted && text[i] == separator) {
+      lines.back().emplace_back();
+    } else if (!quoted && text.substr(i, 2) == "\r\n") {
+      lines.push_back({""});
+      ++i;
+    } else {
+      lines.back().back() += text[i];
+      i += doubled;
+    }
+  }
+  return lines;
+}
+
+/// A language component without a translation that notes what it was asked for.
+struct Listener : automation::LocalClass<Listener>, std::enable_shared_from_this<Listener> {
+  std::set<std::string> asked;
+  static const automation::MemberOf<Listener> kMembers[5];
+};
+constexpr automation::MemberOf<Listener> Listener::kMembers[] = {
+    {"LastChange", [](Listener&, const automation::Arguments&) { return automation::Value(1.0); }},
+    {"Font", [](Listener&, const automation::Arguments&) { return automation::Value(""); }},
+    {"Count", [](Listener&, const automation::Arguments&) { return automation::Value(1); }},
+    {"Section", nullptr, nullptr,
+     [](Listener& self, const automation::Arguments&) {
+       return automation::Value(automation::Object(self.shared_from_this()));
+     }},
+    {"Item",
+     [](Listener& self, const automation::Arguments& arguments) {
+       self.asked.insert(arguments[0].AsText());
+       return automation::Value();
+     }},
+};
+
+bool Has(std::string_view text, std::string_view part) { return text.find(part) != text.npos; }
+
+/// The whole tool over one unit.
+struct Unit : tests::Tool {
+  explicit Unit(const char* name) : device(name) {
+    Open(device);
+    Take();
+  }
+  void Speak(const char* language, bool imperial) {
+    Find<ui::OptionButton>(imperial ? "optUnit(1)" : "optUnit(0)").Click();
+    strings->SetLanguage(language);
+    Main().ReInitializeStrings();
+    Take();
+  }
+  /// What the unit holds, in the language and units in use.
+  void Take() {
+    snapshot.head = {"1.2.3",
+                     "8000AB0C12340001",
+                     "3.1",
+                     "Harbour Street",
+                     device,
+                     "Roof north, bay 3",
+                     "2026-11-22T13:05:00Z",
+                     Find<ui::OptionButton>("optUnit(1)").Selected(),
+                     "",
+                     ""};
+    snapshot.values.clear();
+    for (const fields::Field* field : Main().Pending().Fields())
+      snapshot.values.push_back(
+          configuration::ValueOf(*field, numbers, Main().Pending().DeviceContent(*field)));
+    titles.clear();
+    for (const shell::PageEntry& entry : Main().Pages().Table())
+      titles.push_back({std::string(entry.pageClass), strings->GetStrings(entry.title)});
+    sensors.clear();
+    signals.clear();
+    const auto stored = [&](const std::string& object, const char* type) {
+      return base::Upper(building.StoredText(device, object, 2, type));
+    };
+    for (int i = 1; i <= 6; ++i)
+      sensors.push_back(stored("HardwareInput" + std::to_string(i), "UCPTsensorType"));
+    for (int i = 1; i <= 7; ++i)
+      signals.push_back(stored("HardwareOutput" + std::to_string(i), "UCPThardwareSignalType"));
+  }
+  RecordInput Input() {
+    return {snapshot,
+            titles,
+            *strings,
+            numbers,
+            {"J. Weber", "Harbour Street 12\nHamburg", note},
+            "2026-11-22 14:05",
+            verified,
+            sensors,
+            signals,
+            earlier,
+            shown};
+  }
+  Value& At(std::string_view page, std::string_view control) {
+    return const_cast<Value&>(*snapshot.Find(page, control));
+  }
+  static void Keep(const std::string& name, const std::string& record, const std::string& csv) {
+    std::filesystem::create_directory("records");
+    std::ofstream("records/" + name + ".html", std::ios::binary) << record;
+    std::ofstream("records/" + name + ".csv", std::ios::binary) << csv;
+  }
+
+  std::string device;
+  base::Numbers numbers{'.'};
+  Snapshot snapshot;
+  std::vector<configuration::PageTitle> titles;
+  std::vector<std::string> sensors, signals;
+  shell::Strings* strings = &program.GetStrings();
+  std::string note;
+  bool verified = true;
+  const Document* earlier = nullptr;
+  configuration::ShownContent shown;
+};
+
+TEST(AsLeftRecord, HoldsEveryFieldOnceInEveryUnitAndLanguage) {
+  const char* devices[] = {tests::kAssigned, tests::kUnassigned, tests::kPressure};
+  for (std::size_t i = 0; i < std::size(devices); ++i) {
+    Unit unit(devices[i]);
+    for (const auto& [language, code, imperial] :
+         {std::tuple("English", "en", false), {"English", "en", true}, {"German", "de", false}}) {
+      unit.Speak(language, imperial);
+      const std::string record = configuration::WriteRecord(unit.Input());
+      Unit::Keep(std::to_string(i + 1) + (imperial ? "-us-" : "-si-") + code, record,
+                 configuration::WriteRecordCsv(unit.Input()));
+      std::map<std::string, int> fields;
+      EXPECT_EQ(Fault(record, fields), "");
+      EXPECT_EQ(fields.size(), unit.snapshot.values.size());
+      for (const Value& value : unit.snapshot.values)
+        EXPECT_EQ(fields[value.page + "." + value.control], 1) << value.page << "." << value.control;
+      EXPECT_TRUE(Has(record, std::string(" lang=\"") + code));
+      EXPECT_EQ(Has(record, ">°F<"), imperial);
+      EXPECT_EQ(Has(record, ">°C<"), !imperial);
+      EXPECT_FALSE(Has(record, "script"));
+      EXPECT_FALSE(Has(record, "src="));
+    }
+  }
+}
+
+TEST(AsLeftRecord, TakesWhateverStandsInTheDeviceAsText) {
+  Unit unit(tests::kUnassigned);
+  const std::string nasty = "<b>&\"'</style>\x01\r\nx;,";
+  unit.snapshot.head.device = unit.snapshot.head.location = nasty;
+  unit.note = "=1+1 \"a;b\"";
+  Value& value = unit.At("fHardwareInput", "cboInput(0)");
+  value.content = value.shown = value.caption.row = value.caption.frame = nasty;
+  std::map<std::string, int> fields;
+  const std::string record = configuration::WriteRecord(unit.Input());
+  EXPECT_EQ(Fault(record, fields), "");
+  for (const char* text : {"<b>", "\x01"}) EXPECT_FALSE(Has(record, text)) << text;
+  EXPECT_TRUE(Has(record, "content:\"\\3c b\\3e \\26 \\22 \\27 \\3c \\2f style")) << "the foot of each sheet";
+  for (const char separator : {',', ';'}) {
+    unit.numbers = base::Numbers(separator == ',' ? '.' : ',');
+    const std::string csv = configuration::WriteRecordCsv(unit.Input());
+    ASSERT_TRUE(
+        csv.starts_with("\xEF\xBB\xBF"
+                        "Device"));
+    const auto lines = Cells(csv, separator);
+    for (std::size_t i = 0; i + 1 < lines.size(); ++i) EXPECT_EQ(lines[i].size(), 10u) << i;
+    const std::size_t first = lines.size() - 1 - unit.snapshot.values.size();
+    EXPECT_EQ(lines[first], (std::vector<std::string>{nasty, "Object Inputs", nasty, nasty, "Usage", nasty,
+                                                      "", "Yes", "fHardwareInput", "cboInput(0)"}));
+    EXPECT_EQ(lines[first - 1][5], "'=1+1 \"a;b\"") << "no formula";
+  }
+}
+
+TEST(AsLeftRecord, LaysTablesOutAsThePagesAre) {
+  Unit unit(tests::kAssigned);
+  const std::string record = configuration::WriteRecord(unit.Input());
+  for (const char* text :
+       {">Offset</th><th scope=\"col\" class=\"n\">Low limit</th><th scope=\"col\" class=\"n\">High "
+        "limit</th>",
+        "<th scope=\"row\">Space temp</th><td class=\"n\" data-field=\"fAlarm.txtAlarm(0)\">3.000 ",
+        "<td class=\"n off\" data-field=\"fPID.txtPressure(0)\">",
+        "<th scope=\"row\">Min heating time</th><td class=\"n\" "
+        "data-field=\"fHeatCool.txtminHeatPeriod\">4 "})
+    EXPECT_TRUE(Has(record, text)) << text;
+}
+
+TEST(AsLeftRecord, HasAPlaceForEveryFunctionAndListsTheOthers) {
+  using configuration::record::IsUnassigned, configuration::record::PlaceOf;
+  for (const std::string_view name : pages::kOutputFunctions)
+    EXPECT_NE(IsUnassigned(name), PlaceOf(name) != nullptr) << name;
+  for (const auto& function : pages::InputFunctions())
+    EXPECT_NE(IsUnassigned(function.name), PlaceOf(function.name) != nullptr) << function.name;
+  Unit unit(tests::kAssigned);
+  unit.At("fControlOutput", "cboOutput(4)").content = "UNASSIGNED";
+  unit.At("fControlOutput", "cboOutput(2)").content = "NEW_FUNCTION";
+  unit.At("fControlOutput", "cboOutput(0)").content = "HEAT_COOL_VALVE_MOD";
+  unit.At("fControlOutput", "chkOver(0)").content = "1";
+  unit.At("fControlOutput", "txtValue(0)").shown = "35.0";
+  unit.sensors.resize(1);
+  const std::string record = configuration::WriteRecord(unit.Input());
+  for (const char* text :
+       {"Not assigned: O5<", "in this drawing: O3 NEW_FUNCTION (DIGITAL), in manual: ON<",
+        "Heating: O1 Heat/cool valve DIGITAL in manual: 35.0 %, O2 Stage 1 DIGITAL, O7 Modulating PWM;",
+        "Cooling: O1 Heat/cool valve DIGITAL in manual: 35.0 %, O4 Stage 2 DIGITAL;",
+        "Space: I1 Temperature STD_THERMISTOR, I4 CO2 Level, I5 Humidity;"})
+    EXPECT_TRUE(Has(record, text)) << text;
+}
+
+TEST(AsLeftRecord, DrawsSetpointsAsTheyAre) {
+  Unit unit(tests::kAssigned);
+  const Snapshot sound = unit.snapshot;
+  const struct {
+    const char *page, *control, *content, *text;
+  } cases[] = {
+      {"fHeatCool", "txtSetPoint(3)", "23", "<p>Occupied/Bypass: heating is set higher than cooling.</p>"},
+      {"fHeatCool", "txtSetPoint(3)", "22.5", nullptr},  // equal
+      {"fHeatCool", "txtSetPoint(4)", "", "<p>Standby, Heating: &quot;&quot; cannot be drawn.</p>"},
+      {"fHeatCool", "txtSetPoint(4)", "1e300", "<p>Standby, Heating: &quot;1e300&quot; cannot be drawn.</p>"},
+      {"fHeatCool", "txtMinDischCool", "41", "<p>Supply temp: the minimum is higher than the maximum.</p>"},
+      {"fAlarm", "txtAlarm(2)", "36", "<p>Return temp: the low alarm limit is higher than the high one.</p>"},
+  };
+  for (const auto& [page, control, content, text] : cases) {
+    unit.snapshot = sound;
+    unit.At(page, control).content = unit.At(page, control).shown = content;
+    const std::string record = configuration::WriteRecord(unit.Input());
+    std::map<std::string, int> fields;
+    EXPECT_EQ(Fault(record, fields), "");
+    EXPECT_FALSE(Has(record, "width=\"-")) << content;
+    EXPECT_TRUE(!text || Has(record, text)) << content;
+    EXPECT_EQ(Has(record, "higher than"), text && Has(text, "higher than")) << content;
+  }
+  unit.snapshot.values.clear();
+  const std::string empty = configuration::WriteRecord(unit.Input());
+  EXPECT_TRUE(Has(empty, "<p>Standby, Heating: not recorded.</p>"));
+  EXPECT_FALSE(Has(empty, "setpoints-text")) << "nothing to draw";
+}
+
+TEST(AsLeftRecord, TellsWhatChangedSinceAnEarlierOne) {
+  Unit unit(tests::kAssigned);
+  const auto caption = [](std::string_view, std::string_view control) {
+    return "The " + std::string(control);
+  };
+  Document earlier = configuration::ToDocument(unit.snapshot, caption);
+  earlier.head.time = "2026-10-02T06:00:00Z";
+  unit.earlier = &earlier;
+  EXPECT_TRUE(Has(configuration::WriteRecord(unit.Input()), "No value is different."));
+  const auto entry = [&](std::string_view control) {
+    return std::ranges::find(earlier.entries, control, &configuration::Entry::control);
+  };
+  entry("txtPIDTemp(0)")->content = "30.5";
+  entry("txtPIDTemp(1)")->content = "0.30000";  // the same number
+  entry("chkPID")->content = "0";
+  entry("txtminHeatPeriod")->control = "txtGone";
+  unit.numbers = base::Numbers(',');
+  unit.shown = [](auto, auto control, auto content) {
+    return control == "chkPID" ? "OFF" : std::string(content);
+  };
+  const std::string record = configuration::WriteRecord(unit.Input());
+  const std::size_t start = record.find(">Changes since the record of 2026-10-02</h2>");
+  ASSERT_NE(start, std::string::npos);
+  const std::string section = record.substr(start, record.find("<h2", start) - start);
+  for (const char* text :
+       {"Space Temperature, Proportional Gain</th><td>30,5 % / °C</td><td>25.0000 % / °C</td>",
+        "limitation</th><td>OFF</td><td>ON</td>",
+        "Min heating time</th><td>not recorded then</td><td>4 min</td>",
+        "The txtminHeatPeriod</th><td>4 min</td><td>not there any more</td>"})
+    EXPECT_TRUE(Has(section, text)) << text;
+  EXPECT_FALSE(Has(section, "Dead Band"));
+  earlier.head.imperial = true;
+  EXPECT_TRUE(Has(configuration::WriteRecord(unit.Input()), "cannot be compared"));
+}
+
+TEST(AsLeftRecord, FindsItsTextsInEveryLanguage) {
+  Unit unit(tests::kAssigned);
+  const auto listener = std::make_shared<Listener>();
+  shell::Strings listening([&] { return automation::Object(listener); });
+  listening.ReloadStrings();
+  unit.strings = &listening;
+  unit.note = "note";
+  Document earlier = configuration::ToDocument(unit.snapshot, [](auto, auto) { return ""; });
+  configuration::WriteRecordCsv(unit.Input());
+  configuration::WriteRecord(unit.Input());
+  unit.earlier = &earlier;
+  unit.verified = false;
+  configuration::WriteRecord(unit.Input());
+  earlier.entries.front().control = "txtGone";
+  for (const Value& value : unit.snapshot.values) {
+    if (value.caption.unit == "°C")
+      unit.At(value.page, value.control).content = value.control == "txtSetPoint(0)" ? "-9" : "99";
+  }
+  const auto assign = [&](std::string_view page, const std::string& control, std::string_view function) {
+    unit.At(page, control).content = function;
+    configuration::WriteRecord(unit.Input());
+  };
+  for (const std::string_view name : pages::kOutputFunctions) assign("fControlOutput", "cboOutput(0)", name);
+  for (const auto& function : pages::InputFunctions()) assign("fHardwareInput", "cboInput(0)", function.name);
+  unit.At("fHardwareInput", "cboInput(0)").content = "NEW_FUNCTION";
+  unit.snapshot.head.imperial = true;
+  unit.At("fHeatCool", "txtSetPoint(1)").content = "none";
+  unit.At("fHeatCool", "txtSetPoint(2)").page = "";
+  configuration::WriteRecord(unit.Input());
+  ASSERT_GT(listener->asked.size(), 110u);
+  for (const char* language : {"French", "German", "Spanish"}) {
+    unit.program.GetStrings().SetLanguage(language);
+    for (const std::string& key : listener->asked)
+      EXPECT_NE(unit.program.GetStrings().GetStrings(key), key) << language;
+  }
+}
+
+}  // namespace
