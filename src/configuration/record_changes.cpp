@@ -23,7 +23,7 @@ struct Line {
 /// An earlier content as it would be shown now.
 std::string Before(const RecordInput& input, const Value& value, const Entry& entry) {
   Value before = value;
-  before.shown = Local(input.numbers, value.kind, entry.content);
+  before.shown = Local(input.numbers, value.kind, entry.content, value.shown);
   if (input.shown) before.shown = input.shown(value.page, value.control, before.shown);
   return WithUnit(before);
 }
@@ -46,7 +46,7 @@ std::vector<Line> Changes(const RecordInput& input) {
     if (!left.contains(entry.page + "." + entry.control)) continue;
     const std::string unit = entry.unit.empty() ? "" : " " + entry.unit;
     lines.push_back({TitleOf(input, entry.page), entry.caption.empty() ? entry.control : entry.caption,
-                     Local(input.numbers, fields::Kind::kText, entry.content) + unit,
+                     Local(input.numbers, fields::Kind::kText, entry.content, "0") + unit,
                      input.strings.GetStrings("not there any more")});
   }
   return lines;

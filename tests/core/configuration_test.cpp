@@ -147,7 +147,7 @@ TEST_P(RoundTripTest, GivesEveryStoredByteAgain) {
       }
     });
     Click("cmdApply");
-    ASSERT_EQ(Differing(building.StoredDevice(device), stored, imperial ? 1e-9 : 0), "")
+    ASSERT_EQ(Differing(building.StoredDevice(device), stored, imperial ? 1e-7 : 0), "")
         << testing::PrintToString(lines) << LastMessage();
     Click("cmdRefresh");
   }

@@ -310,7 +310,7 @@ TEST(AsLeftRecord, TellsWhatChangedSinceAnEarlierOne) {
   ASSERT_NE(start, std::string::npos);
   const std::string section = record.substr(start, record.find("<h2", start) - start);
   for (const char* text :
-       {"Space Temperature, Proportional Gain</th><td>30,5 % / °C</td><td>25.0000 % / °C</td>",
+       {"Space Temperature, Proportional Gain</th><td>30.5 % / °C</td><td>25.0000 % / °C</td>",
         "limitation</th><td>OFF</td><td>ON</td>",
         "Min heating time</th><td>not recorded then</td><td>4 min</td>",
         "The txtminHeatPeriod</th><td>4 min</td><td>not there any more</td>"})

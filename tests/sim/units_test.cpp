@@ -39,7 +39,7 @@ TEST(SimUnits, ANewUnitComesFromTheFactoryAndARemovedOneStaysAway) {
   again.AddUnit("Third", "");
   again.RemoveUnit(kNew);
   again.AddUnit(kNew, "");
-  EXPECT_EQ(again.StoredDevice(kNew), "") << "nothing of its predecessor, defaults alone";
+  EXPECT_EQ(again.StoredDevice(kNew), again.StoredDevice("Third")) << "defaults, nothing of its predecessor";
   EXPECT_EQ(Names(Building(options)), Names(again));
 }
 
