@@ -70,8 +70,8 @@ std::filesystem::path Backups::Folder(std::string_view kind, std::string_view ne
          base::PathOf(SafeName(device));
 }
 
-void Backups::Keep(const Document& document, std::time_t now) const {
-  const auto folder = Folder("Backups", document.head.network, document.head.device);
+void Backups::Keep(std::string_view kind, const Document& document, std::time_t now) const {
+  const auto folder = Folder(kind, document.head.network, document.head.device);
   const std::string stem = TimeText(now, "%Y-%m-%d %H-%M-%S", false);
   auto file = folder / (stem + kFileEnding);
   std::error_code ignored;
@@ -83,8 +83,9 @@ void Backups::Keep(const Document& document, std::time_t now) const {
   for (std::size_t i = 0; i + kMostBackups < kept.size(); ++i) std::filesystem::remove(kept[i], ignored);
 }
 
-std::vector<std::filesystem::path> Backups::Of(std::string_view network, std::string_view device) const {
-  auto files = base::FilesIn(Folder("Backups", network, device), kFileEnding);
+std::vector<std::filesystem::path> Backups::Of(std::string_view kind, std::string_view network,
+                                               std::string_view device) const {
+  auto files = base::FilesIn(Folder(kind, network, device), kFileEnding);
   std::ranges::reverse(files);
   return files;
 }

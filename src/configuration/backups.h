@@ -1,5 +1,6 @@
-// What was stored in a unit before each save, kept as files of the user: a folder for each network and unit,
-// a file for each save, the newest ones of each unit. Written by the desk, listed for the person.
+// What was stored in a unit before each save, and at each record of it, kept as files of the user: a folder
+// for each network and unit, a file for each time, the newest ones of each unit. Written by the desk, listed
+// for the person.
 #pragma once
 
 #include <ctime>
@@ -12,7 +13,11 @@
 
 namespace configuration {
 
-inline constexpr std::size_t kMostBackups = 50;  // of each unit
+inline constexpr std::size_t kMostBackups = 50;  // of each unit and kind
+
+// What is kept: the folders' names.
+inline constexpr std::string_view kBackups = "Backups";
+inline constexpr std::string_view kRecords = "Records";
 
 /// A file or folder name that every file system of the platform takes, another one for each `name`; names
 /// that differ by case alone are the same, as they are for units. (Microsoft, "Naming Files, Paths, and
@@ -25,10 +30,11 @@ class Backups {
   explicit Backups(std::string documentsFolder) : documents_(std::move(documentsFolder)) {}
 
   /// Writes one more and removes the oldest. Throws base::WordedError.
-  void Keep(const Document& document, std::time_t now) const;
+  void Keep(std::string_view kind, const Document& document, std::time_t now) const;
   /// Those of a unit, the newest first.
-  std::vector<std::filesystem::path> Of(std::string_view network, std::string_view device) const;
-  /// Where files of a unit of this kind ("Backups", "Records") are. Throws base::WordedError without a folder
+  std::vector<std::filesystem::path> Of(std::string_view kind, std::string_view network,
+                                        std::string_view device) const;
+  /// Where they are. Throws base::WordedError without a folder
   /// for documents.
   std::filesystem::path Folder(std::string_view kind, std::string_view network,
                                std::string_view device) const;

@@ -32,6 +32,7 @@ Desk::Desk(shell::fMain& main, const shell::Platform& platform, const shell::Set
       backups_(settings.documentsFolder),
       saveAs_(platform, settings, strings),
       pick_(platform, settings, strings),
+      record_(platform, settings, strings),
       differences_(platform, settings, strings, table) {}
 
 std::vector<ui::MenuItem> Desk::FileMenu() {
@@ -47,18 +48,21 @@ std::vector<ui::MenuItem> Desk::FileMenu() {
           item("&Open configuration...", "OpenConfiguration", &Desk::OpenFile),
           item("Compare with &unit...", "CompareUnit", &Desk::CompareUnit),
           item("&Backups...", "Backups", &Desk::ShowBackups),
+          item("&Record...", "Record", &Desk::SaveRecord),
           std::move(stop),
           {}};
 }
 
 void Desk::InitStrings() {
   saveAs_.InitStrings();
+  record_.InitStrings();
   differences_.InitStrings();
 }
 
 void Desk::Hide() {
   saveAs_.Hide();
   pick_.Hide();
+  record_.Hide();
   differences_.Hide();
 }
 
@@ -212,7 +216,7 @@ void Desk::OpenFile() {
 }
 
 void Desk::ShowBackups() {
-  const auto files = backups_.Of(main_.Opened.networkName, DeviceName());
+  const auto files = backups_.Of(kBackups, main_.Opened.networkName, DeviceName());
   if (files.empty()) {
     platform_.prompts.Ask({Text("There is no backup of this unit yet. One is kept before each save."),
                            settings_.title, ui::Buttons::kOk, ui::Icon::kInformation});
@@ -259,6 +263,56 @@ void Desk::CompareUnit() {
   }
   CompareWith(document, shell::ReplacePlaceholders(Text("Differences from %s1%"), {units[*chosen].name}),
               units[*chosen].name);
+}
+
+// --- the record ---
+
+RecordInput Desk::MakeRecord(const Snapshot& snapshot, const std::vector<PageTitle>& titles) const {
+  RecordInput input{.snapshot = snapshot,
+                    .pages = titles,
+                    .strings = strings_,
+                    .numbers = settings_.numbers,
+                    .request = record_.Request(),
+                    .time = platform_.locale.GeneralDateNow(),
+                    .verified = true};
+  for (int i = 0; i < host::DeviceObjects::kInputs; ++i)
+    input.sensors.push_back(main_.Selections().GetSensorType(static_cast<std::size_t>(i)));
+  for (int i = 0; i < host::DeviceObjects::kOutputs; ++i) {
+    const Value* signal =
+        snapshot.Find("fControlOutput", "UCPThardwareSignalType(" + std::to_string(i) + ")");
+    input.signals.push_back(signal ? signal->content : std::string());
+  }
+  input.shown = [this](auto page, auto control, auto content) {
+    const fields::Field* field = main_.Pending().Find(page, control);
+    return field ? field->shown(content) : std::string(content);
+  };
+  return input;
+}
+
+// The values of each record are kept beside the backups: the next one tells what has changed since.
+void Desk::SaveRecord() {
+  if (!record_.Ask()) return;
+  Snapshot snapshot = Take(false);
+  snapshot.head.note = record_.Request().note;
+  std::vector<PageTitle> titles = {{std::string(kMainWindow), Text("Main window")}};
+  for (const shell::PageEntry& entry : table_)
+    titles.push_back({std::string(entry.pageClass), std::string(base::Trim(Text(entry.listCaption)))});
+  RecordInput input = MakeRecord(snapshot, titles);
+  const auto file = platform_.fileDialog.AskSaveFile(
+      {Text("Records (*.html)|*.html"), settings_.documentsFolder + "\\" + SafeName(DeviceName()) + ".html",
+       kAskBeforeReplacing});
+  if (!file) return;
+  const auto last = backups_.Of(kRecords, snapshot.head.network, snapshot.head.device);
+  const Document earlier =
+      last.empty() ? Document() : Read(base::ReadFile(last.front(), kLargestFile), snapshot.head.programId);
+  if (!last.empty()) input.earlier = &earlier;
+  const std::filesystem::path path = base::PathOf(*file);
+  base::ReplaceFile(path, WriteRecord(input));
+  if (record_.WithTable())
+    base::ReplaceFile(std::filesystem::path(path).replace_extension(".csv"), WriteRecordCsv(input));
+  backups_.Keep(kRecords, ToFile(snapshot), std::time(nullptr));
+  main_.AddMessage(shell::ReplacePlaceholders(Text("The record was saved in %s1%"), {*file}), "Record",
+                   kLocation, logger::kInformation);
 }
 
 // --- differences and taking over ---
@@ -350,7 +404,7 @@ bool Desk::MayCommit() {
         snapshot.values.push_back(ValueOf(*held.field, settings_.numbers, WithDigitsBefore(held)));
     }
     if (!backupFault_.empty()) throw base::Error(backupFault_);
-    backups_.Keep(ToFile(snapshot), std::time(nullptr));
+    backups_.Keep(kBackups, ToFile(snapshot), std::time(nullptr));
     toldFault_ = false;
     return true;
   } catch (const std::exception& error) {

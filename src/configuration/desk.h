@@ -13,6 +13,7 @@
 #include "configuration/comparison.h"
 #include "configuration/fDifferences.h"
 #include "configuration/fPick.h"
+#include "configuration/fRecord.h"
 #include "configuration/fSaveAs.h"
 #include "configuration/snapshot.h"
 #include "configuration/unseen_pages.h"
@@ -34,6 +35,7 @@ class Desk final : public shell::Companion {
   fDifferences& Differences() { return differences_; }
   fSaveAs& SaveWindow() { return saveAs_; }
   fPick& PickWindow() { return pick_; }
+  fRecord& RecordWindow() { return record_; }
 
   /// The values of the unit in view: those that the device holds, with all their digits, or with the pending
   /// edits. Throws when the device cannot be read.
@@ -46,6 +48,8 @@ class Desk final : public shell::Companion {
   void OpenFile();
   void CompareUnit();
   void ShowBackups();
+  void SaveRecord();
+  RecordInput MakeRecord(const Snapshot& snapshot, const std::vector<PageTitle>& titles) const;
   void StopWithoutBackup(bool stop);
   void CompareWith(const Document& document, const std::string& title, const std::string& there);
 
@@ -79,6 +83,7 @@ class Desk final : public shell::Companion {
   bool toldFault_ = false;
   fSaveAs saveAs_;
   fPick pick_;
+  fRecord record_;
   fDifferences differences_;
 };
 
