@@ -70,12 +70,12 @@ Difference Told(const Held& held, const Entry* entry, const base::Numbers& numbe
     return line;
   }
   line.content = Local(numbers, field.kind, entry->content, held.content);
-  line.there = field.shown(line.content);
   if (held.applies && Same(field, numbers, held.content, line.content)) {
     line.kind = Kind::kEqual;
   } else {
     line.kind = CanHold(field, numbers, line.content, held.content) ? Kind::kDiffers : Kind::kCannotBeWritten;
   }
+  line.there = line.kind == Kind::kCannotBeWritten ? entry->content : field.shown(line.content);
   return line;
 }
 

@@ -11,15 +11,6 @@
 #include "logger/message_logger.h"
 
 namespace configuration {
-namespace {
-
-constexpr std::string_view kLocation = "Configuration";
-constexpr std::string_view kMainWindow = "fMain";
-constexpr const char* kStopChoice = "StopWithoutBackup";
-constexpr unsigned kAskBeforeReplacing = 0x2;  // OFN_OVERWRITEPROMPT
-
-}  // namespace
-
 Desk::Desk(shell::fMain& main, const shell::Platform& platform, const shell::Settings& settings,
            shell::Strings& strings, std::span<const shell::PageEntry> table)
     : main_(main),
@@ -39,12 +30,11 @@ std::vector<ui::MenuItem> Desk::FileMenu() {
   const auto item = [this](std::string_view caption, std::string_view routine, void (Desk::*work)()) {
     return ui::MenuItem{Text(caption), [=, this] { Do(routine, [=, this] { (this->*work)(); }); }, {}};
   };
-  const bool stops = base::ReadRegistryString(platform_.registry, base::RegistryRoot::kCurrentUser,
-                                              settings_.settingsKey, kStopChoice) == "1";
+  const bool stops = StopsWithoutBackup();
   ui::MenuItem stop{Text("&No save without a backup"), [this, stops] { StopWithoutBackup(!stops); }, {}};
   stop.checked = stops;
   return {{},
-          item("Save &configuration as...", "SaveConfiguration", &Desk::SaveAs),
+          item("Save con&figuration as...", "SaveConfiguration", &Desk::SaveAs),
           item("&Open configuration...", "OpenConfiguration", &Desk::OpenFile),
           item("Compare with &unit...", "CompareUnit", &Desk::CompareUnit),
           item("&Backups...", "Backups", &Desk::ShowBackups),
@@ -91,104 +81,6 @@ void Desk::Do(std::string_view routine, const std::function<void()>& work) {
       platform_.prompts.Ask({words, settings_.title, ui::Buttons::kOk, ui::Icon::kExclamation});
     }
   });
-}
-
-// --- what is compared and kept ---
-
-std::string Desk::DeviceName() const { return main_.Opened.deviceName; }
-
-Head Desk::MakeHead() {
-  if (identity_.programId.empty()) {
-    const automation::Object identity = main_.Device().Device.Child(host::kInterface);
-    identity_.version = identity.Text(host::kVersion);
-    identity_.programId = identity.Text(host::kProgramId);
-  }
-  Head head = identity_;
-  head.toolVersion = settings_.version;
-  head.network = main_.Opened.networkName;
-  head.device = DeviceName();
-  head.location = main_.LocationField().held();
-  head.time = UtcText(std::time(nullptr));
-  head.imperial = main_.Device().IsImperial;
-  head.user = settings_.userName;
-  return head;
-}
-
-std::unique_ptr<UnseenPages> Desk::NewPages(shell::Strings& strings) {
-  return std::make_unique<UnseenPages>(
-      UnseenPages::Surroundings{platform_, settings_, table_, main_.ProgressObject}, strings);
-}
-
-std::string Desk::EnglishName(std::string_view page, std::string_view control) {
-  const fields::Field* shown = main_.Pending().Find(page, control);
-  if (!captions_) captions_ = NewPages(english_);
-  shell::ISubForm* form = captions_->Page(page);
-  if (!form || (shown && !shown->control)) return shown ? shown->source : std::string(control);
-  if (const auto* option = dynamic_cast<const ui::OptionButton*>(form->Find(std::string(control) + "(0)")))
-    return PathOf(fields::CaptionOfGroup(*option));
-  const ui::Control* named = form->Find(control);
-  return named ? PathOf(fields::CaptionOf(*named)) : std::string(control);
-}
-
-Document Desk::ToFile(const Snapshot& snapshot) {
-  return ToDocument(snapshot, [this](auto page, auto control) { return EnglishName(page, control); });
-}
-
-std::vector<Held> Desk::Shown(bool withEdits) {
-  shell::Changes& pending = main_.Pending();
-  std::vector<Held> held;
-  held.push_back({&location_, withEdits ? location_.content() : location_.held(), true});
-  for (const fields::Field* field : pending.Fields()) {
-    const std::string content = field->stored ? field->stored() : pending.DeviceContent(*field);
-    held.push_back({field, content, withEdits ? field->applies() : pending.AppliedToDevice(*field)});
-  }
-  if (!withEdits) return held;
-  for (const shell::KeptChange& change : pending.Kept()) {
-    const fields::Field* field = pending.Find(change.page, change.field);
-    std::ranges::find(held, field, &Held::field)->content = change.present;
-  }
-  return held;
-}
-
-// The settings and the location are in no unit system: those that are known are taken.
-std::vector<Held> Desk::Unseen(const std::vector<fields::Field>& fields) {
-  std::vector<Held> held;
-  for (const Held& shown : Shown(false)) {
-    if (shown.field == &location_ || !shown.field->control) held.push_back(shown);
-  }
-  for (const fields::Field& field : fields) {
-    if (field.control) held.push_back({&field, field.content(), field.applies()});
-  }
-  return held;
-}
-
-Snapshot Desk::Take(bool withEdits) {
-  const host::DeviceObjects& device = main_.Device();
-  shell::Changes& pending = main_.Pending();
-  pending.ReadSettings();
-  const auto exact = NewPages(strings_);
-  {
-    const host::Journal::WithAllDigits digits(main_.Context().transactions.GetJournal());
-    exact->Load(device, main_.Context().network, device.IsImperial);
-  }
-  Snapshot snapshot{MakeHead(), {}};
-  const std::vector<fields::Field> fields = exact->Fields();
-  for (const Held& held : Shown(withEdits)) {
-    const fields::Field& field = *held.field;
-    const auto read = std::ranges::find_if(fields, [&field](const fields::Field& one) {
-      return one.page == field.page && one.name == field.name;
-    });
-    if (read == fields.end() || (withEdits && pending.IsEdited(field))) {
-      if (held.applies) snapshot.values.push_back(ValueOf(field, settings_.numbers, held.content));
-    } else if (withEdits ? held.applies : read->applies()) {
-      const std::string exact = read->stored ? read->stored() : read->content();
-      const bool same = EqualAsShown(settings_.numbers, held.content, exact);
-      const std::string content = same ? WithDigits(settings_.numbers, held.content, exact) : exact;
-      snapshot.values.push_back(
-          ValueOf(field, settings_.numbers, withEdits && !same ? held.content : content));
-    }
-  }
-  return snapshot;
 }
 
 // --- the File menu ---
@@ -259,60 +151,10 @@ void Desk::CompareUnit() {
       if (field.applies()) snapshot.values.push_back(ValueOf(field, settings_.numbers, field.content()));
     }
     document = ToDocument(snapshot, [](auto, auto control) { return std::string(control); });
-    document.entries.push_back({std::string(kMainWindow), location_.name, {}, {}, other.ReadLocation()});
+    document.entries.push_back({kMainWindow, location_.name, {}, {}, other.ReadLocation()});
   }
   CompareWith(document, shell::ReplacePlaceholders(Text("Differences from %s1%"), {units[*chosen].name}),
               units[*chosen].name);
-}
-
-// --- the record ---
-
-RecordInput Desk::MakeRecord(const Snapshot& snapshot, const std::vector<PageTitle>& titles) const {
-  RecordInput input{.snapshot = snapshot,
-                    .pages = titles,
-                    .strings = strings_,
-                    .numbers = settings_.numbers,
-                    .request = record_.Request(),
-                    .time = platform_.locale.GeneralDateNow(),
-                    .verified = true};
-  for (int i = 0; i < host::DeviceObjects::kInputs; ++i)
-    input.sensors.push_back(main_.Selections().GetSensorType(static_cast<std::size_t>(i)));
-  for (int i = 0; i < host::DeviceObjects::kOutputs; ++i) {
-    const Value* signal =
-        snapshot.Find("fControlOutput", "UCPThardwareSignalType(" + std::to_string(i) + ")");
-    input.signals.push_back(signal ? signal->content : std::string());
-  }
-  input.shown = [this](auto page, auto control, auto content) {
-    const fields::Field* field = main_.Pending().Find(page, control);
-    return field ? field->shown(content) : std::string(content);
-  };
-  return input;
-}
-
-// The values of each record are kept beside the backups: the next one tells what has changed since.
-void Desk::SaveRecord() {
-  if (!record_.Ask()) return;
-  Snapshot snapshot = Take(false);
-  snapshot.head.note = record_.Request().note;
-  std::vector<PageTitle> titles = {{std::string(kMainWindow), Text("Main window")}};
-  for (const shell::PageEntry& entry : table_)
-    titles.push_back({std::string(entry.pageClass), std::string(base::Trim(Text(entry.listCaption)))});
-  RecordInput input = MakeRecord(snapshot, titles);
-  const auto file = platform_.fileDialog.AskSaveFile(
-      {Text("Records (*.html)|*.html"), settings_.documentsFolder + "\\" + SafeName(DeviceName()) + ".html",
-       kAskBeforeReplacing});
-  if (!file) return;
-  const auto last = backups_.Of(kRecords, snapshot.head.network, snapshot.head.device);
-  const Document earlier =
-      last.empty() ? Document() : Read(base::ReadFile(last.front(), kLargestFile), snapshot.head.programId);
-  if (!last.empty()) input.earlier = &earlier;
-  const std::filesystem::path path = base::PathOf(*file);
-  base::ReplaceFile(path, WriteRecord(input));
-  if (record_.WithTable())
-    base::ReplaceFile(std::filesystem::path(path).replace_extension(".csv"), WriteRecordCsv(input));
-  backups_.Keep(kRecords, ToFile(snapshot), std::time(nullptr));
-  main_.AddMessage(shell::ReplacePlaceholders(Text("The record was saved in %s1%"), {*file}), "Record",
-                   kLocation, logger::kInformation);
 }
 
 // --- differences and taking over ---
@@ -372,59 +214,6 @@ std::vector<fDifferences::Refused> Desk::TakeOver(const std::vector<Difference>&
         {left.page, left.field, left.reason.empty() ? Text("no page shows this field now") : left.reason});
   }
   return refused;
-}
-
-// --- backups ---
-
-void Desk::SaveBegins() {
-  backupFault_.clear();
-  try {
-    MakeHead();
-    main_.Pending().ReadSettings();
-  } catch (const std::exception& error) {
-    backupFault_ = Words(error);
-  }
-}
-
-std::string Desk::WithDigitsBefore(const Held& held) const {
-  const std::string source = held.field->page + "." + held.field->name;
-  for (const host::Written& entry : main_.Context().transactions.GetJournal().Entries()) {
-    for (const host::ChangedField& changed : host::ChangedFields(entry)) {
-      if (changed.control == source) return WithDigits(settings_.numbers, held.content, changed.before);
-    }
-  }
-  return held.content;
-}
-
-bool Desk::MayCommit() {
-  try {
-    Snapshot snapshot{MakeHead(), {}};
-    for (const Held& held : Shown(false)) {
-      if (held.applies)
-        snapshot.values.push_back(ValueOf(*held.field, settings_.numbers, WithDigitsBefore(held)));
-    }
-    if (!backupFault_.empty()) throw base::Error(backupFault_);
-    backups_.Keep(kBackups, ToFile(snapshot), std::time(nullptr));
-    toldFault_ = false;
-    return true;
-  } catch (const std::exception& error) {
-    backupFault_ = Words(error);
-  }
-  const bool stop = base::ReadRegistryString(platform_.registry, base::RegistryRoot::kCurrentUser,
-                                             settings_.settingsKey, kStopChoice) == "1";
-  const std::string text =
-      Text(stop ? "Nothing was saved, since no backup of the present values could be kept:"
-                : "No backup of the former values could be kept:") +
-      "\r\n" + backupFault_;
-  if (stop || !std::exchange(toldFault_, true))
-    main_.AddMessage(text, "Backup", kLocation, stop ? logger::kError : logger::kExclamation);
-  return !stop;
-}
-
-void Desk::StopWithoutBackup(bool stop) {
-  base::WriteRegistryString(platform_.registry, base::RegistryRoot::kCurrentUser, settings_.settingsKey,
-                            kStopChoice, stop ? "1" : "0");
-  main_.BuildMenu();
 }
 
 }  // namespace configuration

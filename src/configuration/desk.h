@@ -42,6 +42,10 @@ class Desk final : public shell::Companion {
   Snapshot Take(bool withEdits);
 
  private:
+  static constexpr std::string_view kLocation = "Configuration";  // in the log
+  static constexpr const char* kMainWindow = "fMain";             // stands for the location as a field
+  static constexpr unsigned kAskBeforeReplacing = 0x2;            // OFN_OVERWRITEPROMPT
+
   /// One entry of the File menu: a command whose faults are told in a box and kept in the log.
   void Do(std::string_view routine, const std::function<void()>& work);
   void SaveAs();
@@ -50,6 +54,7 @@ class Desk final : public shell::Companion {
   void ShowBackups();
   void SaveRecord();
   RecordInput MakeRecord(const Snapshot& snapshot, const std::vector<PageTitle>& titles) const;
+  bool StopsWithoutBackup() const;
   void StopWithoutBackup(bool stop);
   void CompareWith(const Document& document, const std::string& title, const std::string& there);
 

@@ -40,10 +40,10 @@ struct RecordInput {
   std::string time;       // local, as the person writes it
   bool verified = false;  // the values were read back from the device
   // By number from 1, as the device names them; those that nobody knows are empty or left out.
-  std::vector<std::string> sensors;   // sensor types of the inputs
-  std::vector<std::string> signals;   // signal types of the outputs
-  const Document* earlier = nullptr;  // an earlier record or file of this unit
-  ShownContent shown = {};            // for the earlier contents; without it they are shown as stored
+  std::vector<std::string> sensors = {};  // sensor types of the inputs
+  std::vector<std::string> signals = {};  // signal types of the outputs
+  const Document* earlier = nullptr;      // an earlier record or file of this unit
+  ShownContent shown = {};                // for the earlier contents; without it they are shown as stored
 };
 
 /// A whole HTML document that is also well-formed XML, without script and without anything outside it. Each

@@ -40,6 +40,11 @@ void fMain::LoadLocation() {
 fields::Field fMain::LocationField() {
   fields::Field field = fields::FieldOf(txtLocation, TranslateBy(strings_));
   field.ofOneUnit = true;
+  field.caption = [this] {
+    fields::Caption caption;
+    caption.row = lblLocation.Text();
+    return caption;
+  };
   field.source = host::kLocationFormat;
   field.held = [this] { return storedLocation_; };
   return field;

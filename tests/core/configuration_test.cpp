@@ -59,11 +59,239 @@ struct ConfigurationTest : tests::ToolTest {
       lines.emplace_back(base::Trim(base::Join(row.cells, " | ")));
     return lines;
   }
+  static const std::string& Text(const ui::Control& control) { return control.Text(); }
+  using Tool::Text;
   Document Read() { return configuration::Read(base::ReadFile(file, configuration::kLargestFile), ""); }
 
   std::filesystem::path folder = std::filesystem::path(Documents()) / "files";
   std::string file = (folder / "unit.kvtarn").string();
 };
+
+TEST_F(ConfigurationTest, DifferencesAreToldByPageAndTakenAsTheyAreTicked) {
+  Open(tests::kAssigned);
+  SaveAs();
+  Document document = Read();
+  EXPECT_EQ(document.head.location, "Roof north, bay 3");
+  EXPECT_EQ(document.head.note, "before the winter");
+  EXPECT_EQ(document.head.user, "installer");
+  const auto put = [&document](const char* page, const char* control, const char* content) {
+    const_cast<Entry*>(document.Find(page, control))->content = content;
+  };
+  put("fPID", "txtPIDTemp(0)", "30.5");
+  put("fPID", "txtPIDTemp(1)", "0.30004");              // the same as far as it is shown
+  put("fPID", "chkPID", "yes");                         // cannot be
+  put("fControlOutput", "cboOutput(2)", "UNASSIGNED");  // COOLING_2 stands on it
+  put("fMain", "txtLocation", "Cellar");
+  std::erase_if(document.entries, [](const Entry& entry) { return entry.control == "txtFanPeriod"; });
+  document.entries.push_back({"fTomorrow", "txtNew", "A new thing", "K", "1"});
+  base::ReplaceFile(file, configuration::Write(document));
+
+  OpenFile([this](auto& window) {
+    auto& list = In<ui::ListView>(window, "lvwLines");
+    EXPECT_EQ(base::Join(Lines(window), "\n"),
+              "- Main window (1)\nLocation | Roof north, bay 3 | Cellar |  |\n"
+              "- Outputs (1)\nOutput 3, Usage | COOLING_1 | UNASSIGNED |  |\n"
+              "- Fan-Valve (1)\nFan, ON/OFF period | 2 |  | min | not in the file\n"
+              "- PID (2)\nSpace Temperature, Proportional Gain | 25.0000 | 30.5 | % / °C |\n"
+              "Use supply air temp only for limitation | ON | yes |  | this field cannot hold the value\n"
+              "- fTomorrow (1)\nA new thing |  | 1 | K | not here");
+    EXPECT_NE(Text(In<ui::Label>(window, "lblCount")).find("3 differ, 1 cannot be written, 1 only here"),
+              std::string::npos)
+        << Text(In<ui::Label>(window, "lblCount"));
+    EXPECT_EQ(list.Rows()[1].tick, ui::ListView::Tick::kOff) << "the location is the unit's own";
+    EXPECT_EQ(list.Rows()[3].tick, ui::ListView::Tick::kOn);
+    list.TurnTick(2);  // the page
+    EXPECT_EQ(list.Rows()[3].tick, ui::ListView::Tick::kOff);
+    list.TurnTick(3);
+    EXPECT_EQ(list.Rows()[2].tick, ui::ListView::Tick::kOn);
+    list.Choose(2);
+    list.Open();  // folds the page
+    EXPECT_EQ(list.Rows()[2].cells[0], "+ Outputs (1)");
+    list.Open();
+    In<ui::Button>(window, "cmdTake").Click();
+    EXPECT_NE(Lines(window)[3].find("Refused: You still have COOLING_2 selected"), std::string::npos)
+        << Lines(window)[3];
+  });
+  EXPECT_EQ(Find("fPID.txtPIDTemp(0)").Text(), "30.5");
+  EXPECT_EQ(Find("fPID.txtPIDTemp(1)").GetMark(), ui::Mark::kNone);
+  EXPECT_EQ(Text("cmdChanges"), "1 change on 1 page");
+  EXPECT_EQ(Text("txtLocation"), "Roof north, bay 3");
+
+  // With an edit pending the file may hold it, too.
+  SaveAs(true);
+  EXPECT_EQ(Read().Find("fPID", "txtPIDTemp(0)")->content, "30.5");
+  SaveAs();
+  EXPECT_EQ(Read().Find("fPID", "txtPIDTemp(0)")->content, "25.0000");
+}
+
+TEST_F(ConfigurationTest, NamesAreEnglishWhateverLanguageIsInUse) {
+  Open(tests::kPressure);
+  SaveAs();
+  const Document english = Read();
+  program.GetStrings().SetLanguage("German");
+  Main().ReInitializeStrings();
+  ChooseFile("Konfiguration speichern unter...");
+  const Document german = Read();
+  ASSERT_EQ(german.entries.size(), english.entries.size());
+  for (std::size_t i = 0; i < english.entries.size(); ++i) {
+    EXPECT_EQ(german.entries[i].caption, english.entries[i].caption) << english.entries[i].control;
+    EXPECT_EQ(german.entries[i].content, english.entries[i].content) << english.entries[i].control;
+    const Field* field = Main().Pending().Find(english.entries[i].page, english.entries[i].control);
+    EXPECT_TRUE(english.entries[i].caption != "" || !field) << english.entries[i].control;
+  }
+  EXPECT_EQ(english.Find("fPID", "txtPIDTemp(0)")->caption, "Space Temperature, Proportional Gain");
+}
+
+TEST_F(ConfigurationTest, AFileInOtherUnitsIsComparedInThemAndTakenAfterAQuestion) {
+  Open(tests::kAssigned);
+  SaveAs();
+  Find<ui::OptionButton>("optUnit(1)").Click();
+  Type("fPID.txtPIDTemp(0)", "20");
+  const auto asked = prompts.asked.size();
+  OpenFile([](auto& window) {
+    EXPECT_EQ(base::Join(Lines(window), "\n"), "") << "the edit is not in the device";
+  });
+  Click("cmdApply");
+  prompts.answers = {ui::Answer::kCancel, ui::Answer::kOk};
+  OpenFile([](auto& window) {
+    ASSERT_EQ(Lines(window).size(), 2u);
+    EXPECT_EQ(Lines(window)[1], "Space Temperature, Proportional Gain | 36.0000 | 25.0000 | % / °C |");
+    TakeAll(window);
+    EXPECT_NE(Lines(window)[1].find("units were not changed"), std::string::npos);
+    In<ui::Button>(window, "cmdTickAll").Click();
+    In<ui::Button>(window, "cmdTake").Click();
+  });
+  EXPECT_EQ(prompts.asked.size(), asked + 2);
+  EXPECT_FALSE(Main().Device().IsImperial);
+  EXPECT_EQ(Text("fPID.txtPIDTemp(0)"), "25.0000");
+  Click("cmdApply");
+  EXPECT_EQ(Stored(tests::kAssigned, 30, "UCPTspaceTempPIDparam#SI", 4).substr(0, 7), "25.0000");
+}
+
+TEST_F(ConfigurationTest, AnotherUnitIsComparedAndLeftAsItIs) {
+  Open(tests::kAssigned);
+  const std::string here = building.StoredDevice(tests::kAssigned),
+                    there = building.StoredDevice(tests::kPressure);
+  std::vector<std::string> rows;
+  loop.whileOpen = [&] {
+    if (Desk().PickWindow().Visible()) {
+      auto& list = In<ui::ListView>(Desk().PickWindow(), "lvwRows");
+      for (const auto& row : list.Rows()) rows.push_back(base::Join(row.cells, " | "));
+      list.Choose(1);
+      return (void)In<ui::Button>(Desk().PickWindow(), "cmdOK").Click();
+    }
+    InDifferences([&](auto& window) {
+      const auto lines = Lines(window);
+      EXPECT_NE(std::ranges::find(lines, "Input 1, Usage | SPACE_TEMP | DUCT_PRESSURE |  |"), lines.end());
+      EXPECT_NE(std::ranges::find(lines, "Location | Roof north, bay 3 | Plant room, level 4 |  |"),
+                lines.end());
+    });
+  };
+  ChooseFile("Compare with unit...");
+  EXPECT_EQ(base::Join(rows, "; "),
+            "RTU-2 South wing | Roof, south wing; RTU-3 Laboratory | Laboratory plant room; Cold store (old "
+            "program) | Cold store");
+  EXPECT_EQ(building.StoredDevice(tests::kAssigned), here);
+  EXPECT_EQ(building.StoredDevice(tests::kPressure), there);
+  Tool second(building);
+  second.Open(tests::kPressure);
+  EXPECT_FALSE(second.Main().Refused()) << "its session has ended";
+  EXPECT_EQ(building.Log().size(), 0u);
+}
+
+TEST_F(ConfigurationTest, EverySaveKeepsWhatWasThereBefore) {
+  Open(tests::kUnassigned);
+  const configuration::Backups backups(Documents());
+  const auto kept = [&] {
+    return backups.Of(configuration::kBackups, building.NetworkName(), tests::kUnassigned);
+  };
+  const std::string before = building.StoredDevice(tests::kUnassigned);
+  const std::size_t former = kept().size();
+  Store(30, "UCPTspaceTempPIDparam#SI", "25.0043 0.3 12.5 900 0 0");
+  Click("cmdRefresh");
+  AssignOutput(1, "HEATING_1");
+  Type("fPID.txtPIDTemp(0)", "30.5");
+  Click("cmdApply");
+  ASSERT_EQ(kept().size(), former + 1);
+  const Document backup =
+      configuration::Read(base::ReadFile(kept().front(), configuration::kLargestFile), "8000AB0C12340001");
+  EXPECT_EQ(backup.Find("fControlOutput", "cboOutput(0)")->content, "UNASSIGNED");
+  EXPECT_EQ(backup.Find("fPID", "txtPIDTemp(0)")->content, "25.0043") << "with all its digits";
+  EXPECT_EQ(backup.Find("fControlOutput", "UCPTpwmPeriod(0)")->content, "2.000000000");
+
+  loop.whileOpen = [this] {
+    if (Desk().PickWindow().Visible()) return (void)In<ui::Button>(Desk().PickWindow(), "cmdOK").Click();
+    InDifferences([](auto& window) { TakeAll(window); });
+  };
+  ChooseFile("Backups...");
+  Click("cmdApply");
+  Store(30, "UCPTspaceTempPIDparam#SI", "25 0.3 12.5 900 0 0");
+  EXPECT_EQ(building.StoredDevice(tests::kUnassigned), before);
+
+  // A folder that cannot be: told once, and the save goes on, or stops where the person wants it.
+  std::filesystem::remove_all(std::filesystem::path(Documents()) / "KV-TARN");
+  base::ReplaceFile(std::filesystem::path(Documents()) / "KV-TARN", "in the way");
+  const auto told = [this] {
+    const auto messages = Messages();
+    return std::ranges::count_if(messages,
+                                 [](const auto& text) { return text.find("ackup of") != std::string::npos; });
+  };
+  for (const char* text : {"31", "32"}) {
+    Type("fPID.txtPIDTemp(0)", text);
+    Click("cmdApply");
+    EXPECT_EQ(Stored(tests::kUnassigned, 30, "UCPTspaceTempPIDparam#SI", 0).substr(0, 2), text);
+  }
+  EXPECT_EQ(told(), 1) << testing::PrintToString(Messages());
+  ChooseFile("No save without a backup");
+  Type("fPID.txtPIDTemp(0)", "33");
+  Click("cmdApply");
+  EXPECT_EQ(Stored(tests::kUnassigned, 30, "UCPTspaceTempPIDparam#SI", 0).substr(0, 2), "32");
+  EXPECT_EQ(Text("fPID.txtPIDTemp(0)"), "33") << "nothing is lost";
+  EXPECT_EQ(told(), 2);
+  std::filesystem::remove(std::filesystem::path(Documents()) / "KV-TARN");
+}
+
+// Whatever fails, neither unit is touched, the file is whole, it is told, and the window works.
+TEST_F(ConfigurationTest, EveryCallMayFail) {
+  Open(tests::kAssigned);
+  SaveAs();
+  const std::string whole = base::ReadFile(file, configuration::kLargestFile);
+  const std::string here = building.StoredDevice(tests::kAssigned),
+                    there = building.StoredDevice(tests::kPressure);
+  const auto close = [this] {
+    if (Desk().PickWindow().Visible()) {
+      In<ui::ListView>(Desk().PickWindow(), "lvwRows").Choose(1);
+      return (void)In<ui::Button>(Desk().PickWindow(), "cmdOK").Click();
+    }
+    InDifferences([](auto& window) { TakeAll(window); });
+  };
+  const std::pair<const char*, std::function<void()>> operations[] = {
+      {"save", [this] { SaveAs(); }},
+      {"open", [this] { OpenFile([](auto& window) { TakeAll(window); }); }},
+      {"compare", [this, close] {
+         loop.whileOpen = close;
+         ChooseFile("Compare with unit...");
+       }}};
+  for (const auto& [name, operate] : operations) {
+    const auto before = building.Faults().Total();
+    operate();
+    const auto calls = building.Faults().Total() - before;
+    Click("cmdRefresh");
+    for (std::uint64_t call = 1; call <= calls; call += 31) {
+      prompts.asked.clear();
+      building.Faults().Fail({.call = call});
+      operate();
+      building.Faults().Clear();
+      EXPECT_FALSE(prompts.asked.empty() && Messages().empty()) << name << call;
+      ASSERT_EQ(building.StoredDevice(tests::kAssigned), here) << name << call;
+      ASSERT_EQ(building.StoredDevice(tests::kPressure), there) << name << call;
+      EXPECT_EQ(base::ReadFile(file, configuration::kLargestFile).size(), whole.size()) << name << call;
+      Click("cmdRefresh");
+      ASSERT_EQ(Text("cmdChanges"), "No changes") << name << call;
+    }
+  }
+  EXPECT_EQ(building.Log().size(), 0u) << testing::PrintToString(building.Log());
+}
 
 // Random contents as people and installers leave them, settings of sensors included; what a page refuses
 // stays as it was. Another seed: --gtest_random_seed=N.

@@ -1,0 +1,122 @@
+// The files that the desk keeps or hands over beside configurations: backups and records.
+#include "configuration/desk.h"
+
+#include <algorithm>
+#include <utility>
+
+#include "base/error.h"
+#include "base/files.h"
+#include "base/text.h"
+#include "logger/message_logger.h"
+
+namespace configuration {
+namespace {
+
+constexpr const char* kStopChoice = "StopWithoutBackup";
+
+}  // namespace
+
+RecordInput Desk::MakeRecord(const Snapshot& snapshot, const std::vector<PageTitle>& titles) const {
+  RecordInput input{.snapshot = snapshot,
+                    .pages = titles,
+                    .strings = strings_,
+                    .numbers = settings_.numbers,
+                    .request = record_.Request(),
+                    .time = platform_.locale.GeneralDateNow(),
+                    .verified = true};
+  for (int i = 0; i < host::DeviceObjects::kInputs; ++i)
+    input.sensors.push_back(main_.Selections().GetSensorType(static_cast<std::size_t>(i)));
+  for (int i = 0; i < host::DeviceObjects::kOutputs; ++i) {
+    const Value* signal =
+        snapshot.Find("fControlOutput", "UCPThardwareSignalType(" + std::to_string(i) + ")");
+    input.signals.push_back(signal ? signal->content : std::string());
+  }
+  input.shown = [this](auto page, auto control, auto content) {
+    const fields::Field* field = main_.Pending().Find(page, control);
+    return field ? field->shown(content) : std::string(content);
+  };
+  return input;
+}
+
+// The values of each record are kept beside the backups: the next one tells what has changed since.
+void Desk::SaveRecord() {
+  if (!record_.Ask()) return;
+  Snapshot snapshot = Take(false);
+  snapshot.head.note = record_.Request().note;
+  std::vector<PageTitle> titles = {{kMainWindow, Text("Main window")}};
+  for (const shell::PageEntry& entry : table_)
+    titles.push_back({std::string(entry.pageClass), std::string(base::Trim(Text(entry.listCaption)))});
+  RecordInput input = MakeRecord(snapshot, titles);
+  const auto file = platform_.fileDialog.AskSaveFile(
+      {Text("Records (*.html)|*.html"), settings_.documentsFolder + "\\" + SafeName(DeviceName()) + ".html",
+       kAskBeforeReplacing});
+  if (!file) return;
+  const auto last = backups_.Of(kRecords, snapshot.head.network, snapshot.head.device);
+  const Document earlier =
+      last.empty() ? Document() : Read(base::ReadFile(last.front(), kLargestFile), snapshot.head.programId);
+  if (!last.empty()) input.earlier = &earlier;
+  const std::filesystem::path path = base::PathOf(*file);
+  base::ReplaceFile(path, WriteRecord(input));
+  if (record_.WithTable())
+    base::ReplaceFile(std::filesystem::path(path).replace_extension(".csv"), WriteRecordCsv(input));
+  backups_.Keep(kRecords, ToFile(snapshot), std::time(nullptr));
+  main_.AddMessage(shell::ReplacePlaceholders(Text("The record was saved in %s1%"), {*file}), "Record",
+                   kLocation, logger::kInformation);
+}
+
+void Desk::SaveBegins() {
+  backupFault_.clear();
+  try {
+    MakeHead();
+    main_.Pending().ReadSettings();
+  } catch (const std::exception& error) {
+    backupFault_ = Words(error);
+  }
+}
+
+std::string Desk::WithDigitsBefore(const Held& held) const {
+  const std::string source = held.field->page + "." + held.field->name;
+  for (const host::Written& entry : main_.Context().transactions.GetJournal().Entries()) {
+    for (const host::ChangedField& changed : host::ChangedFields(entry)) {
+      if (changed.control == source) return WithDigits(settings_.numbers, held.content, changed.before);
+    }
+  }
+  return held.content;
+}
+
+bool Desk::MayCommit() {
+  try {
+    Snapshot snapshot{MakeHead(), {}};
+    for (const Held& held : Shown(false)) {
+      if (held.applies)
+        snapshot.values.push_back(ValueOf(*held.field, settings_.numbers, WithDigitsBefore(held)));
+    }
+    if (!backupFault_.empty()) throw base::Error(backupFault_);
+    backups_.Keep(kBackups, ToFile(snapshot), std::time(nullptr));
+    toldFault_ = false;
+    return true;
+  } catch (const std::exception& error) {
+    backupFault_ = Words(error);
+  }
+  const bool stop = StopsWithoutBackup();
+  const std::string text =
+      Text(stop ? "Nothing was saved, since no backup of the present values could be kept:"
+                : "No backup of the former values could be kept:") +
+      "\r\n" + backupFault_;
+  if (stop || !std::exchange(toldFault_, true))
+    main_.AddMessage(text, "Backup", kLocation, stop ? logger::kError : logger::kExclamation);
+  return !stop;
+}
+
+bool Desk::StopsWithoutBackup() const {
+  return base::ReadRegistryString(platform_.registry, base::RegistryRoot::kCurrentUser, settings_.settingsKey,
+                                  kStopChoice) == "1";
+}
+
+void Desk::StopWithoutBackup(bool stop) {
+  base::WriteRegistryString(platform_.registry, base::RegistryRoot::kCurrentUser, settings_.settingsKey,
+                            kStopChoice, stop ? "1" : "0");
+  main_.BuildMenu();
+}
+
+}  // namespace configuration

@@ -1,0 +1,107 @@
+// What the desk compares, keeps and records: the values of the unit in view, in several guises.
+#include "configuration/desk.h"
+
+#include <algorithm>
+
+#include "host/contract.h"
+
+namespace configuration {
+
+std::string Desk::DeviceName() const { return main_.Opened.deviceName; }
+
+Head Desk::MakeHead() {
+  if (identity_.programId.empty()) {
+    const automation::Object identity = main_.Device().Device.Child(host::kInterface);
+    identity_.version = identity.Text(host::kVersion);
+    identity_.programId = identity.Text(host::kProgramId);
+  }
+  Head head = identity_;
+  head.toolVersion = settings_.version;
+  head.network = main_.Opened.networkName;
+  head.device = DeviceName();
+  head.location = main_.LocationField().held();
+  head.time = UtcText(std::time(nullptr));
+  head.imperial = main_.Device().IsImperial;
+  head.user = settings_.userName;
+  return head;
+}
+
+std::unique_ptr<UnseenPages> Desk::NewPages(shell::Strings& strings) {
+  return std::make_unique<UnseenPages>(
+      UnseenPages::Surroundings{platform_, settings_, table_, main_.ProgressObject}, strings);
+}
+
+std::string Desk::EnglishName(std::string_view page, std::string_view control) {
+  if (page == kMainWindow) return "Location";
+  const fields::Field* shown = main_.Pending().Find(page, control);
+  if (!captions_) captions_ = NewPages(english_);
+  shell::ISubForm* form = captions_->Page(page);
+  if (!form || (shown && !shown->control)) return shown ? shown->source : std::string(control);
+  if (const auto* option = dynamic_cast<const ui::OptionButton*>(form->Find(std::string(control) + "(0)")))
+    return PathOf(fields::CaptionOfGroup(*option));
+  const ui::Control* named = form->Find(control);
+  return named ? PathOf(fields::CaptionOf(*named)) : std::string(control);
+}
+
+Document Desk::ToFile(const Snapshot& snapshot) {
+  return ToDocument(snapshot, [this](auto page, auto control) { return EnglishName(page, control); });
+}
+
+std::vector<Held> Desk::Shown(bool withEdits) {
+  shell::Changes& pending = main_.Pending();
+  std::vector<Held> held;
+  held.push_back({&location_, withEdits ? location_.content() : location_.held(), true});
+  for (const fields::Field* field : pending.Fields()) {
+    const std::string content = field->stored ? field->stored() : pending.DeviceContent(*field);
+    held.push_back({field, content, withEdits ? field->applies() : pending.AppliedToDevice(*field)});
+  }
+  if (!withEdits) return held;
+  for (const shell::KeptChange& change : pending.Kept()) {
+    const fields::Field* field = pending.Find(change.page, change.field);
+    std::ranges::find(held, field, &Held::field)->content = change.present;
+  }
+  return held;
+}
+
+// The settings and the location are in no unit system: those that are known are taken.
+std::vector<Held> Desk::Unseen(const std::vector<fields::Field>& fields) {
+  std::vector<Held> held;
+  for (const Held& shown : Shown(false)) {
+    if (shown.field == &location_ || !shown.field->control) held.push_back(shown);
+  }
+  for (const fields::Field& field : fields) {
+    if (field.control) held.push_back({&field, field.content(), field.applies()});
+  }
+  return held;
+}
+
+Snapshot Desk::Take(bool withEdits) {
+  const host::DeviceObjects& device = main_.Device();
+  shell::Changes& pending = main_.Pending();
+  pending.ReadSettings();
+  const auto exact = NewPages(strings_);
+  {
+    const host::Journal::WithAllDigits digits(main_.Context().transactions.GetJournal());
+    exact->Load(device, main_.Context().network, device.IsImperial);
+  }
+  Snapshot snapshot{MakeHead(), {}};
+  const std::vector<fields::Field> fields = exact->Fields();
+  for (const Held& held : Shown(withEdits)) {
+    const fields::Field& field = *held.field;
+    const auto read = std::ranges::find_if(fields, [&field](const fields::Field& one) {
+      return one.page == field.page && one.name == field.name;
+    });
+    if (read == fields.end() || (withEdits && pending.IsEdited(field))) {
+      if (held.applies) snapshot.values.push_back(ValueOf(field, settings_.numbers, held.content));
+    } else if (withEdits ? held.applies : read->applies()) {
+      const std::string exact = read->stored ? read->stored() : read->content();
+      const bool same = EqualAsShown(settings_.numbers, held.content, exact);
+      const std::string content = same ? WithDigits(settings_.numbers, held.content, exact) : exact;
+      snapshot.values.push_back(
+          ValueOf(field, settings_.numbers, withEdits && !same ? held.content : content));
+    }
+  }
+  return snapshot;
+}
+
+}  // namespace configuration
