@@ -7,6 +7,7 @@
 
 #include "base/text.h"
 #include "configuration/snapshot.h"
+#include "host/journal.h"
 
 namespace configuration {
 namespace {
@@ -87,6 +88,11 @@ bool EqualAsShown(const base::Numbers& numbers, std::string_view shown, std::str
   if (!first || !second) return false;
   const double half = std::pow(10.0, -static_cast<double>(DecimalsOf(base::Trim(shown)))) / 2;
   return std::abs(*first - *second) <= half * (1 + 1e-9);
+}
+
+bool MayBeCut(const base::Numbers& numbers, std::string_view content) {
+  return base::ParseEither(numbers, content) && DecimalsOf(content) >= host::kHighPrecision &&
+         !content.ends_with('0');
 }
 
 std::string WithDigits(const base::Numbers& numbers, const std::string& shown, const std::string& exact) {

@@ -40,6 +40,9 @@ std::vector<Difference> Compare(const std::vector<Held>& here, const Document& t
 /// Whether two contents are the same as far as the first of them shows: a number is rounded to its decimals.
 bool EqualAsShown(const base::Numbers& numbers, std::string_view shown, std::string_view other);
 
+/// Whether the host may have cut the number off: it has as many decimals as hosts give.
+bool MayBeCut(const base::Numbers& numbers, std::string_view content);
+
 /// `shown` with the further digits of `exact` where both are the same number as far as it is shown.
 std::string WithDigits(const base::Numbers& numbers, const std::string& shown, const std::string& exact);
 

@@ -20,6 +20,7 @@ Desk::Desk(shell::fMain& main, const shell::Platform& platform, const shell::Set
       table_(table),
       english_([] { return automation::Object(); }),
       location_(main.LocationField()),
+      lastFile_(settings.documentsFolder + "\\"),
       backups_(settings.documentsFolder),
       saveAs_(platform, settings, strings),
       pick_(platform, settings, strings),
@@ -94,14 +95,31 @@ void Desk::SaveAs() {
        settings_.documentsFolder + "\\" + SafeName(DeviceName()) + kFileEnding, kAskBeforeReplacing});
   if (!file) return;
   base::ReplaceFile(base::PathOf(*file), Write(ToFile(snapshot)));
+  lastFile_ = *file;
   main_.AddMessage(shell::ReplacePlaceholders(Text("%s1% values were saved in %s2%"),
                                               {std::to_string(snapshot.values.size()), *file}),
                    "SaveConfiguration", kLocation, logger::kInformation);
+  TellCutOff(snapshot);
+}
+
+void Desk::TellCutOff(const Snapshot& snapshot) {
+  std::vector<std::string> lines;
+  for (const Value& value : snapshot.values) {
+    if (value.kind == fields::Kind::kText && MayBeCut(base::Numbers(), value.content))
+      lines.push_back(PathOf(value.caption) + ": " + value.content);
+  }
+  if (lines.empty()) return;
+  main_.AddMessage(
+      shell::ReplacePlaceholders(
+          Text("%s1% values may have more digits than the host gives, and come back without them"),
+          {std::to_string(lines.size())}),
+      "SaveConfiguration", kLocation, logger::kInformation);
+  main_.Logger().AddDetails(lines);
 }
 
 void Desk::OpenFile() {
   const auto file = platform_.fileDialog.AskOpenFile(
-      {Text("Configurations (*.kvtarn)|*.kvtarn|All files (*.*)|*.*"), settings_.documentsFolder + "\\", 0});
+      {Text("Configurations (*.kvtarn)|*.kvtarn|All files (*.*)|*.*"), lastFile_, 0});
   if (!file) return;
   const Document document = Read(base::ReadFile(base::PathOf(*file), kLargestFile), MakeHead().programId);
   CompareWith(document, shell::ReplacePlaceholders(Text("Differences from %s1%"), {*file}), Text("File"));
@@ -147,7 +165,8 @@ void Desk::CompareUnit() {
     pages->Load(other.Device(), other.Network(), main_.Device().IsImperial);
     pages->ReadSettings();
     Snapshot snapshot{MakeHead(), {}};
-    for (const fields::Field& field : pages->Fields()) {
+    const fields::FieldList fields = pages->Fields();
+    for (const fields::Field& field : fields.All()) {
       if (field.applies()) snapshot.values.push_back(ValueOf(field, settings_.numbers, field.content()));
     }
     document = ToDocument(snapshot, [](auto, auto control) { return std::string(control); });
@@ -163,7 +182,7 @@ void Desk::CompareWith(const Document& document, const std::string& title, const
   main_.Pending().ReadSettings();
   const bool imperial = document.head.imperial;
   std::unique_ptr<UnseenPages> pages;
-  std::vector<fields::Field> fields;
+  fields::FieldList fields;
   std::vector<Held> here;
   if (imperial != main_.Device().IsImperial) {
     pages = NewPages(strings_);

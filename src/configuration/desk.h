@@ -49,6 +49,8 @@ class Desk final : public shell::Companion {
   /// One entry of the File menu: a command whose faults are told in a box and kept in the log.
   void Do(std::string_view routine, const std::function<void()>& work);
   void SaveAs();
+  /// Names the values that a file cannot give back to the last digit.
+  void TellCutOff(const Snapshot& snapshot);
   void OpenFile();
   void CompareUnit();
   void ShowBackups();
@@ -63,7 +65,7 @@ class Desk final : public shell::Companion {
   /// What the pages in view hold now, or what the device holds; the location, too.
   std::vector<Held> Shown(bool withEdits);
   /// The same by unseen pages, in these units.
-  std::vector<Held> Unseen(const std::vector<fields::Field>& fields);
+  std::vector<Held> Unseen(const fields::FieldList& fields);
   std::vector<fDifferences::Refused> TakeOver(const std::vector<Difference>& wanted, bool imperial);
   bool UseUnits(bool imperial);
   Head MakeHead();
@@ -83,6 +85,7 @@ class Desk final : public shell::Companion {
   Head identity_;                          // what the device says of itself, once it was asked
   std::unique_ptr<UnseenPages> captions_;  // in English
   fields::Field location_;
+  std::string lastFile_;  // saved or opened, to be proposed
   Backups backups_;
   std::string backupFault_;  // of the save under way
   bool toldFault_ = false;

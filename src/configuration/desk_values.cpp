@@ -64,12 +64,12 @@ std::vector<Held> Desk::Shown(bool withEdits) {
 }
 
 // The settings and the location are in no unit system: those that are known are taken.
-std::vector<Held> Desk::Unseen(const std::vector<fields::Field>& fields) {
+std::vector<Held> Desk::Unseen(const fields::FieldList& fields) {
   std::vector<Held> held;
   for (const Held& shown : Shown(false)) {
     if (shown.field == &location_ || !shown.field->control) held.push_back(shown);
   }
-  for (const fields::Field& field : fields) {
+  for (const fields::Field& field : fields.All()) {
     if (field.control) held.push_back({&field, field.content(), field.applies()});
   }
   return held;
@@ -79,27 +79,24 @@ Snapshot Desk::Take(bool withEdits) {
   const host::DeviceObjects& device = main_.Device();
   shell::Changes& pending = main_.Pending();
   pending.ReadSettings();
-  const auto exact = NewPages(strings_);
+  const auto pages = NewPages(strings_);
   {
     const host::Journal::WithAllDigits digits(main_.Context().transactions.GetJournal());
-    exact->Load(device, main_.Context().network, device.IsImperial);
+    pages->Load(device, main_.Context().network, device.IsImperial);
   }
+  const fields::FieldList fields = pages->Fields();
   Snapshot snapshot{MakeHead(), {}};
-  const std::vector<fields::Field> fields = exact->Fields();
   for (const Held& held : Shown(withEdits)) {
-    const fields::Field& field = *held.field;
-    const auto read = std::ranges::find_if(fields, [&field](const fields::Field& one) {
-      return one.page == field.page && one.name == field.name;
-    });
-    if (read == fields.end() || (withEdits && pending.IsEdited(field))) {
-      if (held.applies) snapshot.values.push_back(ValueOf(field, settings_.numbers, held.content));
-    } else if (withEdits ? held.applies : read->applies()) {
+    const fields::Field* read = fields.Find(held.field->page, held.field->name);
+    if (read && withEdits && pending.IsEdited(*held.field)) read = nullptr;
+    if (!(read && !withEdits ? read->applies() : held.applies)) continue;
+    std::string content = held.content;
+    if (read) {
       const std::string exact = read->stored ? read->stored() : read->content();
-      const bool same = EqualAsShown(settings_.numbers, held.content, exact);
-      const std::string content = same ? WithDigits(settings_.numbers, held.content, exact) : exact;
-      snapshot.values.push_back(
-          ValueOf(field, settings_.numbers, withEdits && !same ? held.content : content));
+      const bool same = EqualAsShown(settings_.numbers, content, exact);
+      if (same || !withEdits) content = same ? WithDigits(settings_.numbers, content, exact) : exact;
     }
+    snapshot.values.push_back(ValueOf(*held.field, settings_.numbers, content));
   }
   return snapshot;
 }

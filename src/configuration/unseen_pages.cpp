@@ -62,14 +62,6 @@ void UnseenPages::ReadSettings() {
   for (std::size_t i = 0; i < pages_.Count(); ++i) pages_.Page(i).ReadSettings();
 }
 
-std::vector<fields::Field> UnseenPages::Fields() const {
-  std::vector<fields::Field> fields;
-  for (std::size_t i = 0; i < pages_.Count(); ++i)
-    std::ranges::move(pages_.Page(i).ListFields(shell::TranslateBy(context_.strings)),
-                      std::back_inserter(fields));
-  return fields;
-}
-
 void UnseenPages::AddMessage(std::string_view message, std::string_view, std::string_view, int level) {
   if (level == logger::kError) told_.emplace_back(message);
 }

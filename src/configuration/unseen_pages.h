@@ -33,7 +33,7 @@ class UnseenPages : private shell::MessageSink, private shell::PageWork {
   void ReadSettings();
 
   /// Of all pages, in page and tab order; valid until the next Load.
-  std::vector<fields::Field> Fields() const;
+  fields::FieldList Fields() const { return pages_.Fields(context_.strings); }
   /// A page by its class; nothing when it has no values.
   shell::ISubForm* Page(std::string_view pageClass) { return pages_.FindPage(pageClass); }
 

@@ -151,6 +151,11 @@ TEST_F(ConfigurationTest, AFileInOtherUnitsIsComparedInThemAndTakenAfterAQuestio
   OpenFile([](auto& window) {
     EXPECT_EQ(base::Join(Lines(window), "\n"), "") << "the edit is not in the device";
   });
+  const std::string metric = file;
+  file += ".us";
+  SaveAs();
+  EXPECT_NE(LastMessage().find("may have more digits than the host gives"), std::string::npos);
+  file = metric;
   Click("cmdApply");
   prompts.answers = {ui::Answer::kCancel, ui::Answer::kOk};
   OpenFile([](auto& window) {
