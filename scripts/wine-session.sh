@@ -81,6 +81,8 @@ make_template() {
     quietly timeout -k 5 60 wine reg add 'HKCU\Software\Wine\WineDbg' /v ShowCrashDialog /t REG_DWORD /d 0 /f ||
     fail 91 "could not make the prefix $template"
   end_wine
+  # Documents and the like would be the caller's own folders.
+  find "$WINEPREFIX"/drive_c/users -type l -execdir sh -c 'rm "$1" && mkdir "$1"' sh {} \;
   mv "$WINEPREFIX" "$template"
   export WINEPREFIX=$prefix
 }

@@ -36,7 +36,6 @@ fDifferences::fDifferences(const shell::Platform& platform, const shell::Setting
   lvwLines.SetTicks(true);
   lvwLines.onTick = [this](std::size_t row) { TurnTick(row); };
   lvwLines.onOpen = [this] { Fold(); };
-  lvwLines.onSelection = [this] { cmdFold.SetEnabled(!lvwLines.Selection().empty()); };
   chkAll.onClick = [this] { ShowRows(); };
   cmdTickAll.onClick = [this] { TickAll(true); };
   cmdTickNone.onClick = [this] { TickAll(false); };
@@ -88,7 +87,7 @@ bool fDifferences::MayTick(const Line& line) const {
 }
 
 bool fDifferences::Shown(const Line& line) const {
-  return chkAll.Checked() || line.difference.kind != Kind::kEqual;
+  return chkAll.Checked() || line.handled || line.difference.kind != Kind::kEqual;
 }
 
 std::string fDifferences::PageTitle(const std::string& page) const {
@@ -105,8 +104,8 @@ void fDifferences::ShowRows() {
     if (std::ranges::find(pages, line.difference.page) == pages.end()) pages.push_back(line.difference.page);
   }
   for (const std::string& page : pages) AddPage(page, rows);
+  cmdFold.SetEnabled(!rows.empty());
   lvwLines.SetRows(std::move(rows));
-  cmdFold.SetEnabled(false);
   ShowTicks();
 }
 
@@ -190,13 +189,14 @@ void fDifferences::TakeOver() {
     const auto found = std::ranges::find_if(refused, [&](const Refused& one) {
       return one.page == difference.page && one.control == difference.control;
     });
+    line.handled = true;
     line.refused = found != refused.end();
     line.remark = line.refused ? strings_.GetStrings("Refused:") + " " + found->reason
                                : strings_.GetStrings("taken over");
     if (!line.refused) line.difference.kind = Kind::kEqual;
   }
-  chkAll.SetChecked(chkAll.Checked() || refused.empty());
   ShowRows();
+  if (!rows_.empty()) lvwLines.SetSelection({0});
   lvwLines.FitColumns();
 }
 

@@ -35,6 +35,7 @@ class fDifferences final : public Dialog {
     Difference difference;
     bool ticked = false;
     std::string remark = {};
+    bool handled = false;  // taken over, or refused
     bool refused = false;
   };
   /// A row is a page or a line of it.

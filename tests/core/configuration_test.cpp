@@ -173,6 +173,49 @@ TEST_F(ConfigurationTest, AFileInOtherUnitsIsComparedInThemAndTakenAfterAQuestio
   EXPECT_EQ(Stored(tests::kAssigned, 30, "UCPTspaceTempPIDparam#SI", 4).substr(0, 7), "25.0000");
 }
 
+TEST_F(ConfigurationTest, ComparingCostsLittleMoreThanARefresh) {
+  Open(tests::kAssigned);
+  SaveAs();
+  const auto calls = [this](const std::function<void()>& work) {
+    const auto before = building.Faults().Total();
+    work();
+    return building.Faults().Total() - before;
+  };
+  const auto refresh = calls([this] { Click("cmdRefresh"); });
+  EXPECT_LE(calls([this] { OpenFile([](auto&) {}); }), refresh * 12 / 10);
+  EXPECT_LE(calls([this] { SaveAs(); }), refresh * 12 / 10);
+  Find<ui::OptionButton>("optUnit(1)").Click();
+  EXPECT_LE(calls([this] { OpenFile([](auto&) {}); }), refresh * 12 / 10) << "in the units of the file";
+}
+
+TEST_F(ConfigurationTest, SettingsThatNoPageShowsAreFieldsLikeOthers) {
+  Open(tests::kAssigned);
+  Main().Pending().ReadSettings();
+  const auto take = [this](const char* page, const char* name, const char* content) {
+    const Field* field = Main().Pending().Find(page, name);
+    return field ? Main().Prompts().Take(*field, content) : "no such field";
+  };
+  EXPECT_EQ(take("fHardwareInput", "UCPTthermistorOffset(1)", "1.5"), "");
+  EXPECT_EQ(take("fControlOutput", "UCPTpwmPeriod(6)", "-1"), "");
+  EXPECT_NE(take("fHardwareInput", "nvoHwInput1(0)", "SNVT_nothing"), "") << "the device does not allow it";
+  EXPECT_EQ(Text("cmdChanges"), "2 changes on 2 pages");
+  const std::string stored = building.StoredDevice(tests::kAssigned);
+  Click("cmdApply");
+  EXPECT_EQ(building.StoredDevice(tests::kAssigned), stored) << "the host refuses the period";
+  EXPECT_EQ(Text("cmdChanges"), "2 changes on 2 pages, 1 refused");
+  EXPECT_EQ(take("fControlOutput", "UCPTpwmPeriod(6)", "2.500"), "");
+  Click("cmdApply");
+  EXPECT_EQ(LastMessage(), tests::kApplied);
+  EXPECT_EQ(building.StoredText(tests::kAssigned, "HardwareInput2", 6, "UCPTthermistorOffset", 1), "1.5");
+  EXPECT_EQ(building.StoredText(tests::kAssigned, "HardwareOutput7", 8, "UCPTpwmPeriod", 1), "2.5");
+  EXPECT_EQ(Text("cmdChanges"), "No changes");
+  take("fHardwareInput", "UCPTthermistorOffset(1)", "3");
+  Click("cmdRefresh");
+  EXPECT_EQ(Text("cmdChanges"), "No changes") << "a refresh drops edits";
+  ChooseFile("Take back the last save...");
+  EXPECT_EQ(Text("cmdChanges"), "2 changes on 2 pages");
+}
+
 TEST_F(ConfigurationTest, AnotherUnitIsComparedAndLeftAsItIs) {
   Open(tests::kAssigned);
   const std::string here = building.StoredDevice(tests::kAssigned),

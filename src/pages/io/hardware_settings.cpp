@@ -10,6 +10,18 @@ namespace {
 
 constexpr int kObjectName = 1;  // the property that names the object in its own device
 
+/// A record as a person reads it: numbers without the zeros at their ends.
+std::string Shown(std::string_view content) {
+  std::vector<std::string> pieces = base::Split(content, " ");
+  for (std::string& piece : pieces) {
+    const auto sign = piece.find_first_of(".,");
+    if (sign == std::string::npos || piece.find_first_not_of("+-.,0123456789") != std::string::npos) continue;
+    const auto last = piece.find_last_not_of('0');
+    piece.resize(last == sign ? sign : last + 1);
+  }
+  return base::Join(pieces, " ");
+}
+
 }  // namespace
 
 host::Property& HardwareSettings::PropertyOf(const Setting& setting) const {
@@ -84,7 +96,7 @@ fields::Field HardwareSettings::FieldOf(Setting& setting, const fields::Translat
   };
   field.content = [&setting] { return setting.present; };
   field.held = [&setting] { return setting.held; };
-  field.shown = [](std::string_view content) { return std::string(content); };
+  field.shown = Shown;
   field.take = [this, &setting, translate](std::string_view content) {
     return Take(setting, std::string(content), translate);
   };
