@@ -28,7 +28,7 @@ class Desk final : public shell::Companion {
 
   std::vector<ui::MenuItem> FileMenu() override;
   void InitStrings() override;
-  void SaveBegins() override;
+  bool SaveBegins() override;
   bool MayCommit() override;
   void Hide() override;
 

@@ -64,14 +64,20 @@ void Desk::SaveRecord() {
                    kLocation, logger::kInformation);
 }
 
-void Desk::SaveBegins() {
+// A host that does not answer now would not take the save either, and the person may have given it up.
+bool Desk::SaveBegins() {
   backupFault_.clear();
   try {
     MakeHead();
     main_.Pending().ReadSettings();
+  } catch (const automation::Error& error) {
+    backupFault_ = Words(error);
+    if (!error.Answered()) main_.AddMessage(backupFault_, "Backup", kLocation, logger::kError);
+    return error.Answered();
   } catch (const std::exception& error) {
     backupFault_ = Words(error);
   }
+  return true;
 }
 
 std::string Desk::WithDigitsBefore(const Held& held) const {

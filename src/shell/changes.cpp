@@ -304,15 +304,20 @@ std::vector<fields::Wanted> Changes::TakeAll(const std::vector<fields::Wanted>& 
     if (entry && SameContent(entry->field, numbers_, entry->field.content(), entry->Held()))
       entry->refused.clear();
   }
+  for (Page& page : followed_) JudgeAll(page);
+  JudgeAdjustments();
+  Told();
+  return left;
+}
+
+void Changes::DropUnedited() {
   for (Page& page : followed_) {
-    JudgeAll(page);
     const auto isEdited = [](const Entry& entry) { return entry.edited; };
     if (page.form && page.form->IsChanged() && std::ranges::none_of(page.entries, isEdited))
       page.form->TakenBack();
   }
   JudgeAdjustments();
   Told();
-  return left;
 }
 
 }  // namespace shell

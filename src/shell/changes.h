@@ -79,6 +79,8 @@ class Changes {
   /// Answers what was not taken.
   std::vector<fields::Wanted> TakeAll(const std::vector<fields::Wanted>& wanted,
                                       fields::PagePrompts& prompts);
+  /// After taking back: a page without an edited field is as after its fill.
+  void DropUnedited();
 
  private:
   struct Entry {

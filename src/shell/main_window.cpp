@@ -157,7 +157,7 @@ void fMain::InitStrings() {
 
 void fMain::SetCompanion(std::unique_ptr<Companion> companion) {
   companion_ = std::move(companion);
-  companion_->InitStrings();
+  if (companion_) companion_->InitStrings();
   BuildMenu();
 }
 

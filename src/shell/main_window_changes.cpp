@@ -81,7 +81,9 @@ void fMain::TakeBack(const std::vector<const fields::Field*>& fields) {
     std::vector<fields::Wanted> wanted;
     for (const fields::Field* field : fields)
       wanted.push_back({field->page, field->name, changes_.DeviceContent(*field)});
-    TellNotTaken(WhyNotTaken(changes_.TakeAll(wanted, pagePrompts_)));
+    const auto left = changes_.TakeAll(wanted, pagePrompts_);
+    changes_.DropUnedited();
+    TellNotTaken(WhyNotTaken(left));
   });
 }
 
@@ -168,6 +170,7 @@ void fMain::TakeBackLastSave() {
                         seen ? "" : strings_.GetStrings("no field shows this value")});
       }
       auto left = changes_.TakeAll(wanted, pagePrompts_);
+      changes_.DropUnedited();
       left.insert(left.end(), unseen.begin(), unseen.end());
       told = WhyNotTaken(left);
       changesWindow_.ShowMe();

@@ -67,7 +67,11 @@ bool fMain::WriteLocation(std::string_view routine) {
 
 SaveResult fMain::Save(std::string_view routine) {
   refusals_.clear();
-  if (companion_) companion_->SaveBegins();
+  if (companion_ && !companion_->SaveBegins()) {
+    AddMessage(strings_.GetStrings("The configuration settings were not applied"), routine, kLocation,
+               logger::kError);
+    return SaveResult::kCancelled;
+  }
   lastSave_.Begin(changes_.Kept(), device_.IsImperial);
   const SaveResult ended = pages_.SaveAllPages(context_, ProgressObject,
                                                [this] { return !companion_ || companion_->MayCommit(); });

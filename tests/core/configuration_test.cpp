@@ -299,6 +299,23 @@ TEST_F(ConfigurationTest, EverySaveKeepsWhatWasThereBefore) {
   std::filesystem::remove(std::filesystem::path(Documents()) / "KV-TARN");
 }
 
+// The box shows by itself what the hardware can do; what is stored is what a file gives back.
+TEST_F(ConfigurationTest, LocalHardwareIsTakenAsItWasStored) {
+  Open(tests::kAssigned);
+  SaveAs();
+  const std::string stored = building.StoredDevice(tests::kAssigned);
+  Find<ui::CheckBox>("fControlOutput.chkOutput(0)").Click();
+  Click("cmdApply");
+  ASSERT_NE(building.StoredDevice(tests::kAssigned), stored);
+  EXPECT_TRUE(Find<ui::CheckBox>("fControlOutput.chkOutput(0)").Checked());
+  OpenFile([](auto& window) {
+    EXPECT_EQ(Lines(window).back(), "Output 1, Use local hardware | OFF | ON |  |");
+    TakeAll(window);
+  });
+  Click("cmdApply");
+  EXPECT_EQ(building.StoredDevice(tests::kAssigned), stored);
+}
+
 // Whatever fails, neither unit is touched, the file is whole, it is told, and the window works.
 TEST_F(ConfigurationTest, EveryCallMayFail) {
   Open(tests::kAssigned);
