@@ -32,6 +32,11 @@ struct Held {
   bool applies;  // no where another field is shown in its place
 };
 
+/// What is stored, of a field as its page filled it.
+inline std::string StoredContent(const fields::Field& field) {
+  return field.stored ? field.stored() : field.content();
+}
+
 /// In the order of `here`; what is only in the document comes last. A field that does not apply is told where
 /// the document has it.
 std::vector<Difference> Compare(const std::vector<Held>& here, const Document& there,

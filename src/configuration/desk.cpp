@@ -167,7 +167,7 @@ void Desk::CompareUnit() {
     Snapshot snapshot{MakeHead(), {}};
     const fields::FieldList fields = pages->Fields();
     for (const fields::Field& field : fields.All()) {
-      if (field.applies()) snapshot.values.push_back(ValueOf(field, settings_.numbers, field.content()));
+      if (field.applies()) snapshot.values.push_back(ValueOf(field, settings_.numbers, StoredContent(field)));
     }
     document = ToDocument(snapshot, [](auto, auto control) { return std::string(control); });
     document.entries.push_back({kMainWindow, location_.name, {}, {}, other.ReadLocation()});

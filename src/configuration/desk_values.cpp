@@ -70,7 +70,7 @@ std::vector<Held> Desk::Unseen(const fields::FieldList& fields) {
     if (shown.field == &location_ || !shown.field->control) held.push_back(shown);
   }
   for (const fields::Field& field : fields.All()) {
-    if (field.control) held.push_back({&field, field.content(), field.applies()});
+    if (field.control) held.push_back({&field, StoredContent(field), field.applies()});
   }
   return held;
 }
@@ -92,7 +92,7 @@ Snapshot Desk::Take(bool withEdits) {
     if (!(read && !withEdits ? read->applies() : held.applies)) continue;
     std::string content = held.content;
     if (read) {
-      const std::string exact = read->stored ? read->stored() : read->content();
+      const std::string exact = StoredContent(*read);
       const bool same = EqualAsShown(settings_.numbers, content, exact);
       if (same || !withEdits) content = same ? WithDigits(settings_.numbers, content, exact) : exact;
     }
