@@ -11,7 +11,7 @@
 namespace configuration {
 
 inline constexpr const char* kFileEnding = ".kvtarn";
-inline constexpr std::size_t kLargestFile = 4 * 1024 * 1024;  // bytes
+inline constexpr std::size_t kLargestFile = std::size_t{4} << 20;  // bytes
 
 /// All texts are free but for those that say what they look like.
 struct Head {
