@@ -26,6 +26,7 @@ mkdir -p "$results"
 
 check "Code format" format scripts/format.sh --check
 check "Directions between rooms" rooms scripts/rooms.sh
+check "The schema of configuration files" schema scripts/check-schema.py
 
 if build asan core_tests fuzz_targets; then
   gtest "Core tests on Linux" core-linux timeout -k 5 900 build/asan/core_tests

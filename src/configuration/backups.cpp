@@ -12,13 +12,16 @@ namespace configuration {
 namespace {
 
 constexpr std::size_t kLongestName = 60;  // bytes: a whole path stays below 260
-constexpr std::string_view kReserved[] = {"CON", "PRN", "AUX", "NUL"};
+constexpr std::string_view kReserved[] = {"CON", "PRN", "AUX", "NUL", "CONIN$", "CONOUT$"};
 constexpr std::string_view kNumbered[] = {"COM", "LPT"};
+constexpr std::string_view kPlaces[] = {"0", "1", "2", "3", "4", "5", "6", "7", "8", "9", "¹", "²", "³"};
 
+/// Names of devices, whatever follows a point.
 bool IsReserved(std::string_view name) {
-  const std::string word = base::Upper(name.substr(0, name.find('.')));
-  const bool numbered =
-      word.size() > 3 && std::ranges::find(kNumbered, word.substr(0, 3)) != std::end(kNumbered);
+  const std::string word = base::Upper(base::Trim(name.substr(0, name.find('.'))));
+  const bool numbered = word.size() > 3 &&
+                        std::ranges::find(kNumbered, word.substr(0, 3)) != std::end(kNumbered) &&
+                        std::ranges::find(kPlaces, word.substr(3)) != std::end(kPlaces);
   return numbered || std::ranges::find(kReserved, word) != std::end(kReserved);
 }
 
@@ -47,6 +50,15 @@ std::string TimeText(std::time_t time, const char* format, bool utc) {
   return {text, std::strftime(text, sizeof text, format, &parts)};
 }
 
+/// A file that a person laid beside the backups is none, and stays.
+bool IsBackup(const std::filesystem::path& file) {
+  constexpr std::string_view kForm = "0000-00-00 00-00-00";
+  const std::string stem = base::PathText(file.stem()).substr(0, kForm.size());
+  return std::ranges::equal(stem, kForm, [](char letter, char form) {
+    return form == '0' ? letter >= '0' && letter <= '9' : letter == form;
+  });
+}
+
 }  // namespace
 
 std::string SafeName(std::string_view name) {
@@ -59,7 +71,8 @@ std::string SafeName(std::string_view name) {
   std::ranges::replace_if(
       safe, [](char letter) { return !IsUsable(letter); }, '_');
   safe.erase(safe.find_last_not_of(" .") + 1);
-  if (safe == name && !safe.empty() && !IsReserved(safe)) return safe;
+  if (IsReserved(safe)) safe.insert(0, 1, '_');
+  if (safe == name && !safe.empty()) return safe;
   return safe + Mark(lower);
 }
 
@@ -77,10 +90,12 @@ void Backups::Keep(std::string_view kind, const Document& document, std::time_t 
   std::error_code ignored;
   // Sorts behind the first of the same second.
   for (int i = 2; std::filesystem::exists(file, ignored); ++i)
-    file = folder / (stem + "_" + std::to_string(i) + kFileEnding);
+    file = folder / (stem + (i < 10 ? "_0" : "_") + std::to_string(i) + kFileEnding);
   base::ReplaceFile(file, Write(document));
   std::vector<std::filesystem::path> kept = base::FilesIn(folder, kFileEnding);
-  for (std::size_t i = 0; i + kMostBackups < kept.size(); ++i) std::filesystem::remove(kept[i], ignored);
+  // The clock may have been set back: the one just written is the newest all the same.
+  std::erase_if(kept, [&file](const auto& one) { return one == file || !IsBackup(one); });
+  for (std::size_t i = 0; i + kMostBackups <= kept.size(); ++i) std::filesystem::remove(kept[i], ignored);
 }
 
 std::vector<std::filesystem::path> Backups::Of(std::string_view kind, std::string_view network,

@@ -11,7 +11,7 @@
 namespace configuration {
 
 inline constexpr const char* kFileEnding = ".kvtarn";
-inline constexpr std::size_t kLargestFile = 4 * 1024 * 1024;  // bytes
+inline constexpr std::size_t kLargestFile = std::size_t{4} << 20;  // bytes
 
 /// All texts are free but for those that say what they look like.
 struct Head {
@@ -23,6 +23,8 @@ struct Head {
   bool imperial = false;  // the units of the contents
   std::string user;       // the system's name of who saved it
   std::string note;
+
+  bool operator==(const Head&) const = default;
 };
 
 /// One field, by page class and control. Caption and unit are for people and for text tools.
@@ -31,6 +33,8 @@ struct Entry {
   std::string caption;  // English: "Space Temperature, Proportional Gain"
   std::string unit;
   std::string content;  // as fields::Field::content, numbers with a decimal point
+
+  bool operator==(const Entry&) const = default;
 };
 
 struct Document {
@@ -38,6 +42,7 @@ struct Document {
   std::vector<Entry> entries;
 
   const Entry* Find(std::string_view page, std::string_view control) const;
+  bool operator==(const Document&) const = default;
 };
 
 std::string Write(const Document& document);

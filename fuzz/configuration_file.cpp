@@ -1,0 +1,26 @@
+// The reader of configuration files. Whatever stands in one, it is refused in words, or it reads the same
+// after it was written again.
+#include <string>
+
+#include "base/error.h"
+#include "configuration/document.h"
+#include "fuzz/support/input.h"
+
+extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t* data, std::size_t size) {
+  const std::string text(reinterpret_cast<const char*>(data), size);
+  configuration::Document document;
+  try {
+    document = configuration::Read(text, "");
+  } catch (const base::WordedError& error) {
+    fuzz::Check(error.what()[0] != 0, "a refusal has words");
+    fuzz::Check(
+        std::string(error.what()).find("%s") == std::string::npos || text.find("%s") != std::string::npos,
+        "a refusal says what it is about");
+    return 0;
+  }
+  const std::string written = Write(document);
+  const configuration::Document again = configuration::Read(written, document.head.programId);
+  fuzz::Check(again == document, "what is written reads the same");
+  fuzz::Check(Write(again) == written, "it is written the same again");
+  return 0;
+}
