@@ -202,15 +202,20 @@ void fDifferences::TakeOver() {
 
 std::string fDifferences::CountText() const {
   std::vector<std::string> parts;
+  const auto add = [&](const char* text, const auto& counts, bool always) {
+    const auto count = std::ranges::count_if(lines_, counts);
+    if (count > 0 || always)
+      parts.push_back(shell::ReplacePlaceholders(strings_.GetStrings(text), {std::to_string(count)}));
+  };
+  const auto taken = [](const Line& line) { return line.handled && !line.refused; };
   for (const Saying& saying : kSayings) {
-    const auto count = std::ranges::count_if(
-        lines_, [&saying](const Line& line) { return line.difference.kind == saying.kind; });
-    if (count > 0 || saying.kind == Kind::kDiffers)
-      parts.push_back(shell::ReplacePlaceholders(strings_.GetStrings(saying.count), {std::to_string(count)}));
+    add(
+        saying.count, [&](const Line& line) { return line.difference.kind == saying.kind && !taken(line); },
+        saying.kind == Kind::kDiffers);
   }
-  const auto ticked = std::ranges::count_if(lines_, &Line::ticked);
-  if (mayTake_)
-    parts.push_back(shell::ReplacePlaceholders(strings_.GetStrings("%s1% ticked"), {std::to_string(ticked)}));
+  add("%s1% taken over", taken, false);
+  add(
+      "%s1% ticked", [](const Line& line) { return line.ticked; }, mayTake_);
   return base::Join(parts, ", ");
 }
 
