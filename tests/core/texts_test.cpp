@@ -157,7 +157,7 @@ std::set<std::string> ShownTexts() {
   for (const char* file : {"plugin/plugin_api.cpp", "plugin/window_agent.cpp", "host/session.cpp"}) {
     texts.merge(ShownTexts(fs::path(SOURCE_DIR) / file));
   }
-  for (const char* room : {"pages", "shell", "logger", "fields", "serverlink"}) {
+  for (const char* room : {"pages", "shell", "logger", "fields", "serverlink", "advice"}) {
     for (const auto& file : fs::recursive_directory_iterator(fs::path(SOURCE_DIR) / room)) {
       if (file.path().extension() == ".cpp") texts.merge(ShownTexts(file.path()));
     }
