@@ -2,6 +2,7 @@
 
 #include <utility>
 
+#include "advice/fAdvice.h"
 #include "configuration/desk.h"
 #include "host/contract.h"
 #include "logger/message_logger.h"
@@ -118,8 +119,8 @@ void Program::ClientsGone() {
 std::unique_ptr<shell::fMain> Program::NewWindow() {
   auto window = std::make_unique<shell::fMain>(platform_, settings_, strings_, pageTable_, activity_,
                                                [this] { WindowEnding(); });
-  window->SetCompanion(
-      std::make_unique<configuration::Desk>(*window, platform_, settings_, strings_, pageTable_));
+  window->Add(std::make_unique<configuration::Desk>(*window, platform_, settings_, strings_, pageTable_));
+  window->Add(std::make_unique<advice::fAdvice>(*window, platform_, settings_, strings_));
   return window;
 }
 

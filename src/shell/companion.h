@@ -1,5 +1,6 @@
-// What a room above the shell adds to the main window: entries of its File menu and a part in its saves. Made
-// with the window by the composition of the program and owned by the window.
+// What rooms above the shell add to the main window: entries of its menus, windows of their own that follow
+// the pages, a part in its saves. Made with the window by the composition of the program and owned by the
+// window.
 #pragma once
 
 #include <vector>
@@ -12,16 +13,19 @@ class Companion {
  public:
   virtual ~Companion() = default;
   /// In the language in use; asked whenever the menu is built.
-  virtual std::vector<ui::MenuItem> FileMenu() = 0;
+  virtual std::vector<ui::MenuItem> FileMenu() { return {}; }
+  virtual std::vector<ui::MenuItem> ViewMenu() { return {}; }
   /// Another language is in use.
-  virtual void InitStrings() = 0;
+  virtual void InitStrings() {}
+  /// Fields show something else, or are others.
+  virtual void Follow() {}
   /// Before the transaction of a save, with nothing of it written. No cancels the save; the reason has been
   /// logged.
-  virtual bool SaveBegins() = 0;
+  virtual bool SaveBegins() { return true; }
   /// Inside it, when every page has written. No cancels the save; the reason has been logged.
-  virtual bool MayCommit() = 0;
+  virtual bool MayCommit() { return true; }
   /// The main window goes, and with it whatever this one shows.
-  virtual void Hide() = 0;
+  virtual void Hide() {}
 };
 
 }  // namespace shell

@@ -82,7 +82,10 @@ void fMain::ConnectHandlers() {
   lblTitle.SetHeading(true);
   cmdErrorLog.SetPicture(kNoMessage);
   txtLocation.SetColumns(32);
-  txtLocation.onChange = [this] { locationChanged_ = true; };
+  txtLocation.onChange = [this] {
+    locationChanged_ = true;
+    ShowPending();
+  };
   lvwConfig.onSelect = [this](std::size_t index) {
     flags_.pageSelected = true;
     Command("ShowPage", [this, index] { ShowPage(index); });
@@ -152,12 +155,12 @@ void fMain::InitStrings() {
   ProgressObject.InitStrings();
   changesWindow_.InitStrings();
   findWindow_.InitStrings();
-  if (companion_) companion_->InitStrings();
+  for (const auto& companion : companions_) companion->InitStrings();
 }
 
-void fMain::SetCompanion(std::unique_ptr<Companion> companion) {
-  companion_ = std::move(companion);
-  if (companion_) companion_->InitStrings();
+void fMain::Add(std::unique_ptr<Companion> companion) {
+  companions_.push_back(std::move(companion));
+  companions_.back()->InitStrings();
   BuildMenu();
 }
 
@@ -358,7 +361,7 @@ void fMain::EndPlugIn() {
     logger_.Hide();
     changesWindow_.Hide();
     findWindow_.Hide();
-    if (companion_) companion_->Hide();
+    for (const auto& companion : companions_) companion->Hide();
   }
   onEnd_();
 }

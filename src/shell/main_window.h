@@ -52,8 +52,8 @@ class fMain : public ui::Window, private MessageSink, private PageWork {
   void ProcessDeviceCommand(const automation::Object& network);
   void ProcessLonMarkObjectCommand(const automation::Object& network, std::string_view blockName);
 
-  void SetCompanion(std::unique_ptr<Companion> companion);
-  Companion* GetCompanion() const { return companion_.get(); }
+  void Add(std::unique_ptr<Companion> companion);
+  std::vector<std::unique_ptr<Companion>>& Companions() { return companions_; }
   /// Makes the menu anew: what it shows as chosen is another.
   void BuildMenu();
 
@@ -91,14 +91,19 @@ class fMain : public ui::Window, private MessageSink, private PageWork {
   fChanges& ChangesWindow() { return changesWindow_; }
   fFind& FindWindow() { return findWindow_; }
 
-  // For the companion.
+  // For the companions.
   const PageContext& Context() const { return context_; }
   bool Locked() const { return locked_; }
+  /// An entry of the menu with the key that does the same, shown as the user's language writes it.
+  ui::MenuItem WithKey(const std::string& caption, const std::string& key,
+                       std::function<void()> onClick) const;
   /// Runs one command unless another is under way, and reports its failure.
   void Command(std::string_view routine, const std::function<void()>& work);
   /// Lets all pages read again, in these units; drops unsaved edits. No, with the reason in the log, when not
   /// all could; a change of units is then undone.
   bool ReadAgain(bool imperial);
+  /// Brings the control's page up and the focus to it.
+  void GoTo(ui::Control& control);
   /// The location, as a field like those of the pages.
   fields::Field LocationField();
 
@@ -107,8 +112,6 @@ class fMain : public ui::Window, private MessageSink, private PageWork {
   void FollowPages(std::size_t index, ISubForm& page);
   void ShowPending();
   ui::ContextMenu MenuOf(std::size_t page, ui::Control& control);
-  /// Brings the control's page up and the focus to it.
-  void GoTo(ui::Control& control);
   void TakeBack(const std::vector<const fields::Field*>& fields);
   std::string WhyNotTaken(const std::vector<fields::Wanted>& left) const;
   void TellNotTaken(const std::string& told);
@@ -122,9 +125,6 @@ class fMain : public ui::Window, private MessageSink, private PageWork {
   void SetLocked(bool locked);
   void ChooseReview(bool review);
   std::string WindowTitle() const;
-  /// An entry of the menu with the key that does the same, shown as the user's language writes it.
-  ui::MenuItem WithKey(const std::string& caption, const std::string& key,
-                       std::function<void()> onClick) const;
   void RunModal(ui::Window& dialog) override;
   SaveResult InTransaction(std::string_view routine, std::string_view location,
                            const std::function<bool()>& work) override;
@@ -215,7 +215,7 @@ class fMain : public ui::Window, private MessageSink, private PageWork {
   ui::Button cmdCancel{*this, "cmdCancel"};
   ui::Button cmdApply{*this, "cmdApply"};
   ui::Timer tmrBlink;
-  std::unique_ptr<Companion> companion_;
+  std::vector<std::unique_ptr<Companion>> companions_;
 };
 
 }  // namespace shell

@@ -33,6 +33,7 @@ void fMain::ShowPending() {
   cmdTakeBack.SetVisible(changes_.Count(shownPage_) > 0 && !locked_);
   changesWindow_.Follow();
   findWindow_.Follow();
+  for (const auto& companion : companions_) companion->Follow();
 }
 
 ui::ContextMenu fMain::MenuOf(std::size_t page, ui::Control& control) {
@@ -223,19 +224,22 @@ void fMain::BuildMenu() {
   std::vector<ui::MenuItem> file = {
       WithKey(text("&Apply"), "Ctrl+S", [this] { cmdApply.Click(); }),
       {text("&Take back the last save..."), [this] { TakeBackLastSave(); }, {}}};
-  if (companion_) std::ranges::move(companion_->FileMenu(), std::back_inserter(file));
+  for (const auto& companion : companions_)
+    std::ranges::move(companion->FileMenu(), std::back_inserter(file));
   file.push_back({text("&Close"), [this] { Close(); }, {}});
+  std::vector<ui::MenuItem> view = {
+      WithKey(text("&Refresh"), "F5", [this] { cmdRefresh.Click(); }),
+      {text("&Message Logger"), [this] { cmdErrorLog.Click(); }, {}},
+      WithKey(text("&Changes"), "F8", [this] { cmdChanges.Click(); }),
+      WithKey(text("&Find a field..."), "Ctrl+F", [this] { findWindow_.ShowMe(); })};
+  for (const auto& companion : companions_)
+    std::ranges::move(companion->ViewMenu(), std::back_inserter(view));
+  view.push_back(std::move(review));
+  view.push_back(std::move(lock));
+  view.push_back({text("&Language") + "...", [this] { ChooseLanguage(); }, {}});
   menu = {
       {text("&File"), {}, std::move(file)},
-      {text("&View"),
-       {},
-       {WithKey(text("&Refresh"), "F5", [this] { cmdRefresh.Click(); }),
-        {text("&Message Logger"), [this] { cmdErrorLog.Click(); }, {}},
-        WithKey(text("&Changes"), "F8", [this] { cmdChanges.Click(); }),
-        WithKey(text("&Find a field..."), "Ctrl+F", [this] { findWindow_.ShowMe(); }),
-        std::move(review),
-        std::move(lock),
-        {text("&Language") + "...", [this] { ChooseLanguage(); }, {}}}},
+      {text("&View"), {}, std::move(view)},
       {text("&Help"), {}, {WithKey(text("&Contents"), "F1", [this] { cmdHelp.Click(); })}},
   };
 }

@@ -1,4 +1,6 @@
 // The main window's saves and refreshes: the location, OK and Apply, and transactions of single pages.
+#include <algorithm>
+
 #include "automation/error.h"
 #include "base/text.h"
 #include "host/contract.h"
@@ -67,14 +69,16 @@ bool fMain::WriteLocation(std::string_view routine) {
 
 SaveResult fMain::Save(std::string_view routine) {
   refusals_.clear();
-  if (companion_ && !companion_->SaveBegins()) {
+  const auto begins = [](const auto& companion) { return companion->SaveBegins(); };
+  if (!std::ranges::all_of(companions_, begins)) {
     AddMessage(strings_.GetStrings("The configuration settings were not applied"), routine, kLocation,
                logger::kError);
     return SaveResult::kCancelled;
   }
   lastSave_.Begin(changes_.Kept(), device_.IsImperial);
-  const SaveResult ended = pages_.SaveAllPages(context_, ProgressObject,
-                                               [this] { return !companion_ || companion_->MayCommit(); });
+  const SaveResult ended = pages_.SaveAllPages(context_, ProgressObject, [this] {
+    return std::ranges::all_of(companions_, [](const auto& companion) { return companion->MayCommit(); });
+  });
   const auto [result, reason, differences] = ReportSave(context_, ended, routine, kLocation);
   if (result == SaveResult::kCommitted) {
     if (ended != result) pages_.EndWriteValue();

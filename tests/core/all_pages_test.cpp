@@ -177,7 +177,7 @@ TEST(PageSaves, CallTheHostForWhatThePageNeedsAndNothingElse) {
   for (const PageSave& save : kSaves) {
     tests::Tool tool;
     tool.OpenPage(kDevice, "fHeatCool");
-    tool.Main().GetCompanion()->SaveBegins();  // what a backup needs beside the pages is asked for once
+    tool.Main().Companions().front()->SaveBegins();  // what a backup needs beside the pages is asked for once
     save.change(tool);
     tool.building.Faults().StartCounting();
     tool.Click("cmdOK");

@@ -16,7 +16,7 @@ using configuration::Entry;
 using fields::Field;
 
 struct ConfigurationTest : tests::ToolTest {
-  configuration::Desk& Desk() { return dynamic_cast<configuration::Desk&>(*Main().GetCompanion()); }
+  configuration::Desk& Desk() { return dynamic_cast<configuration::Desk&>(*Main().Companions().front()); }
   template <class T>
   static T& In(ui::Form& window, const char* name) {
     return dynamic_cast<T&>(*window.Find(name));

@@ -269,7 +269,7 @@ TEST_F(ExampleTest, IsWhatTheToolSaves) {
   const fs::path example = kProject / "docs" / "example.kvtarn";
   fileDialog.answer = made.string();
   loop.whileOpen = [this] {
-    auto& window = dynamic_cast<configuration::Desk&>(*Main().GetCompanion()).SaveWindow();
+    auto& window = dynamic_cast<configuration::Desk&>(*Main().Companions().front()).SaveWindow();
     dynamic_cast<ui::TextBox&>(*window.Find("txtNote")).Type("As commissioned");
     dynamic_cast<ui::Button&>(*window.Find("cmdOK")).Click();
   };

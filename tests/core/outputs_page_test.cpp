@@ -1,9 +1,9 @@
 #include <algorithm>
 
 #include "editor.h"
+#include "host/output_functions.h"
 #include "newer_building.h"
 #include "pages/io/assignment_rules.h"
-#include "pages/io/output_functions.h"
 #include "tool_test.h"
 
 namespace {
@@ -81,7 +81,7 @@ TEST(AssignmentRules, RefuseInTheirOrderWithTheirTexts) {
 template <class Use>
 void ForEachAcceptedChange(const OutputFunctions& functions, const Use& use) {
   for (std::size_t output = 0; output < functions.size(); ++output) {
-    for (const auto function : pages::kOutputFunctions) {
+    for (const auto function : host::kOutputFunctions) {
       if (!Refused(functions, output, std::string(function)).empty()) continue;
       OutputFunctions changed = functions;
       changed[output] = function;
@@ -121,10 +121,10 @@ TEST(AssignmentRules, NameTheMissingHalfOfAPair) {
 }
 
 TEST(OutputFunctions, BelongToASignalClass) {
-  EXPECT_EQ(pages::GetOutputSignalClass("heating_mod"), pages::SignalClass::kModulating);
-  EXPECT_EQ(pages::GetOutputSignalClass("MIN_FRESH_AIR_ENABLE"), pages::SignalClass::kOnOff);
+  EXPECT_EQ(host::GetOutputSignalClass("heating_mod"), host::SignalClass::kModulating);
+  EXPECT_EQ(host::GetOutputSignalClass("MIN_FRESH_AIR_ENABLE"), host::SignalClass::kOnOff);
   for (const char* name : {"UNASSIGNED", "", "NEW_MOD", "HEATING_5"}) {
-    EXPECT_EQ(pages::GetOutputSignalClass(name), pages::SignalClass::kNone) << name;
+    EXPECT_EQ(host::GetOutputSignalClass(name), host::SignalClass::kNone) << name;
   }
 }
 

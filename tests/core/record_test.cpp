@@ -8,8 +8,8 @@
 #include "configuration/record.h"
 #include "configuration/record_places.h"
 #include "host/device_tree.h"
-#include "pages/io/input_functions.h"
-#include "pages/io/output_functions.h"
+#include "host/input_functions.h"
+#include "host/output_functions.h"
 #include "tool_test.h"
 
 namespace {
@@ -236,9 +236,9 @@ TEST(AsLeftRecord, LaysTablesOutAsThePagesAre) {
 
 TEST(AsLeftRecord, HasAPlaceForEveryFunctionAndListsTheOthers) {
   using configuration::record::IsUnassigned, configuration::record::PlaceOf;
-  for (const std::string_view name : pages::kOutputFunctions)
+  for (const std::string_view name : host::kOutputFunctions)
     EXPECT_NE(IsUnassigned(name), PlaceOf(name) != nullptr) << name;
-  for (const auto& function : pages::InputFunctions())
+  for (const auto& function : host::InputFunctions())
     EXPECT_NE(IsUnassigned(function.name), PlaceOf(function.name) != nullptr) << function.name;
   Unit unit(tests::kAssigned);
   unit.At("fControlOutput", "cboOutput(4)").content = "UNASSIGNED";
@@ -342,8 +342,8 @@ TEST(AsLeftRecord, FindsItsTextsInEveryLanguage) {
     unit.At(page, control).content = function;
     configuration::WriteRecord(unit.Input());
   };
-  for (const std::string_view name : pages::kOutputFunctions) assign("fControlOutput", "cboOutput(0)", name);
-  for (const auto& function : pages::InputFunctions()) assign("fHardwareInput", "cboInput(0)", function.name);
+  for (const std::string_view name : host::kOutputFunctions) assign("fControlOutput", "cboOutput(0)", name);
+  for (const auto& function : host::InputFunctions()) assign("fHardwareInput", "cboInput(0)", function.name);
   unit.At("fHardwareInput", "cboInput(0)").content = "NEW_FUNCTION";
   unit.snapshot.head.imperial = true;
   unit.At("fHeatCool", "txtSetPoint(1)").content = "none";

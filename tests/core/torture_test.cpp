@@ -127,7 +127,7 @@ class Torture : public testing::TestWithParam<int> {
     tool = std::make_unique<TroubledTool>(building, Table());
     tool->Open(kDevice);
     tool->Main().Flags().pageSelected = true;
-    if (Page() >= 0) tool->Main().SetCompanion({});  // backups are part of the saves of all pages
+    if (Page() >= 0) tool->Main().Companions().clear();  // backups are part of the saves of all pages
   }
   void SetUp() override {
     Open();

@@ -3,10 +3,12 @@
 #include <algorithm>
 #include <span>
 
-#include "pages/io/output_functions.h"
+#include "host/output_functions.h"
 
 namespace pages {
 namespace {
+
+using host::kUnassigned, host::StageOf;
 
 using Result = std::optional<Refusal>;
 using Rule = Result (*)(const OutputChange&);

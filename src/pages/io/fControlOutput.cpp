@@ -4,10 +4,12 @@
 #include <iterator>
 
 #include "base/text.h"
-#include "pages/io/output_functions.h"
+#include "host/output_functions.h"
 
 namespace pages {
 namespace {
+
+using host::kUnassigned, host::SignalClass, host::GetOutputSignalClass;
 
 // Configuration properties of an output.
 enum PropertyNumber { kSignal = 2, kFunction = 3, kOverride = 4, kLocalHardware = 5, kLocalHardwareFlag = 6 };
@@ -181,7 +183,7 @@ void fControlOutput::FillOutput(std::size_t i) {
 }
 
 void fControlOutput::ShowFunction(std::size_t i, const std::string& function) {
-  std::vector<std::string> items(kOutputFunctions.begin(), kOutputFunctions.end());
+  std::vector<std::string> items(host::kOutputFunctions.begin(), host::kOutputFunctions.end());
   // A function that this tool does not know is shown as it is and written back unchanged.
   if (!function.empty() && std::ranges::find(items, function) == items.end()) items.push_back(function);
   cboOutput[i].SetItems(std::move(items));
@@ -225,7 +227,7 @@ std::string fControlOutput::SignalFor(std::size_t i, std::string_view function) 
 void fControlOutput::CheckHardware(std::size_t i, std::string_view signal) {
   const SignalClass signalClass = GetOutputSignalClass(functions_[i]);
   if (signalClass == SignalClass::kNone) return;  // left as it is
-  const bool canDrive = CanDrive(signal, signalClass);
+  const bool canDrive = host::CanDrive(signal, signalClass);
   chkOutput[i].SetChecked(canDrive);
   cmdConfigure[i].SetEnabled(canDrive);
 }

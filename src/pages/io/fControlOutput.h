@@ -6,10 +6,10 @@
 #include <memory>
 
 #include "base/record.h"
+#include "host/output_functions.h"
 #include "pages/io/assignment_rules.h"
 #include "pages/io/fConfigActuator.h"
 #include "pages/io/hardware_settings.h"
-#include "pages/io/output_functions.h"
 #include "pages/page_base.h"
 
 namespace pages {
@@ -50,7 +50,7 @@ class fControlOutput final : public PageBase {
   void ShowOverride(std::size_t i, std::string_view value, bool on);
   /// Shows the override that was there in the way of another function: ON is 100 %, and any value but 0 is
   /// ON.
-  void ConvertOverride(std::size_t i, SignalClass former);
+  void ConvertOverride(std::size_t i, host::SignalClass former);
   void EnableOverride(std::size_t i);
   std::vector<std::string> OverrideFields(std::size_t i) const;
   void WriteOutput(std::size_t i);

@@ -4,11 +4,13 @@
 #include <iterator>
 
 #include "base/text.h"
+#include "host/input_functions.h"
 #include "logger/message_logger.h"
-#include "pages/io/input_functions.h"
 
 namespace pages {
 namespace {
+
+using host::InputFunction, host::FindInputFunction, host::DefaultsOf, host::kUnused;
 
 // Configuration properties of an input.
 enum PropertyNumber { kSensorType = 2, kFunction = 3 };
@@ -110,7 +112,7 @@ void fHardwareInput::Fill() {
 
 void fHardwareInput::ShowFunction(std::size_t i, const std::string& function) {
   std::vector<std::string> items;
-  for (const InputFunction& known : InputFunctions()) items.emplace_back(known.name);
+  for (const InputFunction& known : host::InputFunctions()) items.emplace_back(known.name);
   // A function that this tool does not know is shown as it is and written back unchanged.
   if (!function.empty() && !FindInputFunction(function)) items.push_back(function);
   cboInput[i].SetItems(std::move(items));

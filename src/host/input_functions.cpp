@@ -1,11 +1,11 @@
-#include "pages/io/input_functions.h"
+#include "host/input_functions.h"
 
 #include <algorithm>
 #include <initializer_list>
 
 #include "base/text.h"
 
-namespace pages {
+namespace host {
 namespace {
 
 constexpr InputFunction kFunctions[] = {
@@ -77,4 +77,4 @@ std::optional<InputDefaults> DefaultsOf(std::string_view function, const base::N
                        row->variableType};
 }
 
-}  // namespace pages
+}  // namespace host

@@ -1,10 +1,10 @@
-#include "pages/io/output_functions.h"
+#include "host/output_functions.h"
 
 #include <algorithm>
 
 #include "base/text.h"
 
-namespace pages {
+namespace host {
 
 SignalClass GetOutputSignalClass(std::string_view function) {
   const std::string name = base::Upper(function);
@@ -26,4 +26,4 @@ bool CanDrive(std::string_view signalType, SignalClass signalClass) {
   return signalClass == SignalClass::kModulating && (signalType == kAnalog || signalType == kPwm);
 }
 
-}  // namespace pages
+}  // namespace host

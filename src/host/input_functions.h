@@ -10,7 +10,7 @@
 
 #include "base/numbers.h"
 
-namespace pages {
+namespace host {
 
 inline constexpr std::string_view kUnused = "UNUSED";
 
@@ -42,4 +42,4 @@ struct InputDefaults {
 /// Nothing for a function that has no defaults to offer. Numbers are written in the user's notation.
 std::optional<InputDefaults> DefaultsOf(std::string_view function, const base::Numbers& numbers);
 
-}  // namespace pages
+}  // namespace host

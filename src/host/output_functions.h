@@ -7,7 +7,7 @@
 #include <string>
 #include <string_view>
 
-namespace pages {
+namespace host {
 
 /// How an output with a function is driven; the numbers are those of the device's type definition.
 enum class SignalClass { kNone = 0, kOnOff = 1, kModulating = 6 };
@@ -72,4 +72,4 @@ inline constexpr std::string_view kAnalog = "ANALOG_0_10V";
 /// True when hardware with that signal type can drive a function of that class.
 bool CanDrive(std::string_view signalType, SignalClass signalClass);
 
-}  // namespace pages
+}  // namespace host

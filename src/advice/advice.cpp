@@ -1,0 +1,48 @@
+#include "advice/advice.h"
+
+#include <algorithm>
+
+#include "advice/rules.h"
+
+namespace advice {
+namespace {
+
+constexpr std::span<const Check> (*kTables[])() = {OutputRules,   InputRules,      MeasurementRules,
+                                                   SetpointRules, EconomizerRules, AlarmRules,
+                                                   LoopRules,     TimingRules,     NetworkRules};
+
+std::string Shown(const Value& value, const shell::Strings& strings) {
+  const std::string word = value.word.empty() ? std::string() : strings.GetStrings(value.word);
+  return value.shown + (value.shown.empty() || word.empty() ? "" : " ") + word;
+}
+
+}  // namespace
+
+std::vector<Advice> Evaluate(const Input& input) {
+  const Unit unit(input);
+  std::vector<Advice> found;
+  for (const auto table : kTables) {
+    for (const Check& check : table()) {
+      Report report(unit, check.rule, found);
+      check.find(unit, report);
+    }
+  }
+  std::ranges::stable_sort(found, {}, [](const Advice& advice) { return advice.rule->severity; });
+  return found;
+}
+
+std::vector<const Rule*> Rules() {
+  std::vector<const Rule*> rules;
+  for (const auto table : kTables) {
+    for (const Check& check : table()) rules.push_back(&check.rule);
+  }
+  return rules;
+}
+
+std::string TextOf(const Advice& advice, const shell::Strings& strings) {
+  std::vector<std::string> values;
+  for (const Value& value : advice.values) values.push_back(Shown(value, strings));
+  return shell::ReplacePlaceholders(strings.GetStrings(advice.rule->text), values);
+}
+
+}  // namespace advice

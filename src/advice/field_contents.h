@@ -1,0 +1,32 @@
+// The fields of the pages as contents to advise on. Built from shell::Changes::Fields() whenever its
+// generation is another; the contents themselves are asked for each time. The location, which is no field of
+// a page, is added by whoever has it.
+#pragma once
+
+#include <optional>
+#include <string>
+#include <string_view>
+#include <unordered_map>
+#include <vector>
+
+#include "fields/field.h"
+#include "shell/selected_types.h"
+
+namespace advice {
+
+class FieldContents {
+ public:
+  /// `fields` and `selections` outlive it.
+  FieldContents(const std::vector<const fields::Field*>& fields, const shell::SelectedTypes& selections);
+
+  std::optional<std::string> operator()(std::string_view page, std::string_view control) const;
+
+ private:
+  /// The sensor type that the inputs page has read last; the settings are read only when somebody wants them.
+  std::optional<std::string> SensorType(std::string_view control) const;
+
+  std::unordered_map<std::string, const fields::Field*> fields_;  // by "page.control"
+  const shell::SelectedTypes& selections_;
+};
+
+}  // namespace advice
