@@ -6,6 +6,8 @@
 #include <functional>
 #include <vector>
 
+#include "advice/advice.h"
+#include "advice/field_contents.h"
 #include "tests/core/tool.h"
 
 namespace bench {
@@ -48,6 +50,10 @@ int PrintKeys() {
   const char* const typed[] = {"c", "co", "co2", "co2 d", "nvi", ""};
   over += Print("typed to find a field", MedianMicroseconds([&](int round) { box.Type(typed[round % 6]); }),
                 5000);
+  const advice::FieldContents contents(tool.Main().Pending().Fields(), tool.Main().Selections());
+  const advice::Input input{std::cref(contents), false, base::Numbers()};
+  over +=
+      Print("all that there is to advise", MedianMicroseconds([&](int) { advice::Evaluate(input); }), 5000);
   return over;
 }
 

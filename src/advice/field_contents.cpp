@@ -1,7 +1,5 @@
 #include "advice/field_contents.h"
 
-#include "host/device_tree.h"
-
 namespace advice {
 namespace {
 
@@ -30,7 +28,6 @@ std::optional<std::string> FieldContents::operator()(std::string_view page, std:
 
 std::optional<std::string> FieldContents::SensorType(std::string_view control) const {
   const auto input = static_cast<std::size_t>(control[kSensorType.size()] - '0');
-  if (input >= host::DeviceObjects::kInputs) return std::nullopt;
   const std::string& type = selections_.GetSensorType(input);
   return type.empty() ? std::nullopt : std::optional(type);
 }

@@ -79,14 +79,13 @@ void NoSensor(const Unit& unit, Report& found) {
 
 void UnusualSensor(const Unit& unit, Report& found) {
   EachInput(unit, [&found](const HardwareInput& input) {
-    const host::InputFunction* function = host::FindInputFunction(input.Function());
     const Usual* row = input.Row();
     const std::string sensor = input.Sensor();
-    if (!function || !row || function->usualSensor.empty() || sensor.empty() || sensor == kDisconnected)
-      return;
-    if (sensor != function->usualSensor && sensor != row->otherSensor)
+    if (!row || sensor.empty() || sensor == kDisconnected) return;
+    const std::string_view usual = host::FindInputFunction(row->function)->usualSensor;
+    if (!usual.empty() && sensor != usual && sensor != row->otherSensor)
       found({input.FunctionPlace(), input.SensorPlace()},
-            {input.Number(), Text(input.Function()), Text(sensor), Text(function->usualSensor)});
+            {input.Number(), Text(input.Function()), Text(sensor), Text(usual)});
   });
 }
 

@@ -32,11 +32,11 @@ constexpr Loop kLoopTable[] = {
      [](const Unit& unit) { return unit.HasDamper() && unit.Number(kCO2Limit) > 0 && kCO2.IsThere(unit); }},
     {"Humidity", "txtHumidity", Quantity::kPlain, "%/% RH",
      [](const Unit& unit) {
-       return unit.Drives({"HUMIDIFIER", "DEHUMIDIFIER"}) >= 0;
+       return unit.Drives({"HUMIDIFIER", "DEHUMIDIFIER"});
      }},
     {"Pressure", "txtPressure", Quantity::kGainPerPressure, "",
      [](const Unit& unit) {
-       return unit.Drives({"FAN_SPEED_MOD", "BYPASS_DAMPER_MOD"}) >= 0;
+       return unit.Drives({"FAN_SPEED_MOD", "BYPASS_DAMPER_MOD"});
      }},
 };
 

@@ -32,21 +32,20 @@ const Need kNeeds[] = {
     {kFault, "Temperature control", kReturnTemp, ByReturnAir},
     {kFault, "Humidity", kSpaceHumidity,
      [](const Unit& unit) {
-       return unit.Drives({"HUMIDIFIER", "DEHUMIDIFIER"}) >= 0;
+       return unit.Drives({"HUMIDIFIER", "DEHUMIDIFIER"});
      }},
     {kFault, "Economizer", kOutdoorAir, [](const Unit& unit) { return unit.Economizes(); }},
     {kFault, "Pressure", kPressure,
      [](const Unit& unit) {
-       return unit.Drives({"FAN_SPEED_MOD", "BYPASS_DAMPER_MOD"}) >= 0;
+       return unit.Drives({"FAN_SPEED_MOD", "BYPASS_DAMPER_MOD"});
      }},
-    {kFault, "Heat/Cool Changeover", kWater,
-     [](const Unit& unit) { return unit.Drives({"HEAT_COOL"}) >= 0; }},
+    {kFault, "Heat/Cool Changeover", kWater, [](const Unit& unit) { return unit.Drives({"HEAT_COOL"}); }},
     {kHint, "CO2 limit", kCO2,
      [](const Unit& unit) { return unit.HasDamper() && unit.Number(kCO2Limit) > 0; }},
     {kHint, "Mechanical cooling", kOutdoorTemp, [](const Unit& unit) { return unit.CoolsMechanically(); }},
     {kHint, "Mixed air", kMixedTemp, [](const Unit& unit) { return unit.HasDamper(); }},
     {kHint, "Supply Temperature", kSupplyTemp, [](const Unit& unit) { return unit.Heats() || unit.Cools(); }},
-    {kHint, "Fan alarm", kFanState, [](const Unit& unit) { return unit.Drives({"FAN_"}) >= 0; }},
+    {kHint, "Fan alarm", kFanState, [](const Unit& unit) { return unit.Drives({"FAN_"}); }},
 };
 
 Value OneOf(const std::vector<std::string_view>& names) {

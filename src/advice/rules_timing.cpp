@@ -14,13 +14,13 @@ constexpr double kFastestMinimum = 60;                    // percent, of a fan
 constexpr double kSecondsPerMinute = 60;
 
 bool FloatingHeat(const Unit& unit) {
-  return unit.Drives({"HEAT_VALVE_", "HEAT_COOL_VALVE_OPEN", "HEAT_COOL_VALVE_CLOSE"}) >= 0;
+  return unit.Drives({"HEAT_VALVE_", "HEAT_COOL_VALVE_OPEN", "HEAT_COOL_VALVE_CLOSE"});
 }
 bool FloatingCool(const Unit& unit) {
-  return unit.Drives({"COOL_VALVE_", "HEAT_COOL_VALVE_OPEN", "HEAT_COOL_VALVE_CLOSE"}) >= 0;
+  return unit.Drives({"COOL_VALVE_", "HEAT_COOL_VALVE_OPEN", "HEAT_COOL_VALVE_CLOSE"});
 }
 bool FloatingDamper(const Unit& unit) {
-  return unit.Drives({"FRESH_AIR_DAMPER_OPEN", "FRESH_AIR_DAMPER_CLOSE"}) >= 0;
+  return unit.Drives({"FRESH_AIR_DAMPER_OPEN", "FRESH_AIR_DAMPER_CLOSE"});
 }
 
 struct Floating {
@@ -40,14 +40,14 @@ const CoolingTime kCoolingTimes[] = {{"Minimum time ON", kCoolOn}, {"Minimum tim
 
 void ShortCooling(const Unit& unit, Report& found) {
   for (const auto& [name, place] : kCoolingTimes) {
-    if (unit.Drives({"COOLING_1"}) >= 0 && unit.Number(place) < kShortestRun)
+    if (unit.Drives({"COOLING_1"}) && unit.Number(place) < kShortestRun)
       found({place}, {Word(name), unit.Shown(place), unit.Figure(kShortestRun, Quantity::kPlain, "sec")});
   }
 }
 
 void ShortRest(const Unit& unit, Report& found) {
   const double rest = unit.Number(kCoolOff);
-  if (unit.Drives({"COOLING_1"}) >= 0 && rest >= kShortestRun && rest < kShortestRest)
+  if (unit.Drives({"COOLING_1"}) && rest >= kShortestRun && rest < kShortestRest)
     found({kCoolOff}, {Word("Minimum time OFF"), unit.Shown(kCoolOff),
                        unit.Figure(kShortestRest, Quantity::kPlain, "sec")});
 }
@@ -69,7 +69,7 @@ void NoDriveTime(const Unit& unit, Report& found) {
 
 void FanSpeed(const Unit& unit, Report& found) {
   const double speed = unit.Number(kFanSpeed);
-  if (unit.Drives({"FAN_SPEED_MOD"}) >= 0 && (speed <= 0 || speed > kFastestMinimum))
+  if (unit.Drives({"FAN_SPEED_MOD"}) && (speed <= 0 || speed > kFastestMinimum))
     found({kFanSpeed}, {unit.Shown(kFanSpeed), unit.Figure(kFastestMinimum, Quantity::kPlain, "%")});
 }
 

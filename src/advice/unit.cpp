@@ -73,13 +73,11 @@ Concerned Unit::Held(const Place& place) const {
   return {std::string(place.page), place.control, std::move(held)};
 }
 
-int Unit::Drives(std::initializer_list<std::string_view> beginnings) const {
-  for (std::size_t i = 0; i < outputs_.size(); ++i) {
-    for (const std::string_view beginning : beginnings) {
-      if (outputs_[i].starts_with(beginning)) return static_cast<int>(i);
-    }
-  }
-  return -1;
+bool Unit::Drives(std::initializer_list<std::string_view> beginnings) const {
+  return std::ranges::any_of(outputs_, [&beginnings](const std::string& function) {
+    return std::ranges::any_of(
+        beginnings, [&function](std::string_view beginning) { return function.starts_with(beginning); });
+  });
 }
 
 bool Unit::HasInput(std::string_view function) const {
@@ -87,7 +85,7 @@ bool Unit::HasInput(std::string_view function) const {
 }
 
 bool Unit::Economizes() const {
-  return Is(kEconomizer, kFirstOption) && (HasDamper() || Drives({"ECONOMIZER_ENABLE"}) >= 0);
+  return Is(kEconomizer, kFirstOption) && (HasDamper() || Drives({"ECONOMIZER_ENABLE"}));
 }
 
 void Report::operator()(const std::vector<Place>& fields, std::vector<Value> values) {

@@ -57,14 +57,14 @@ class Unit {
   /// Functions by index from 0, in upper case.
   const std::string& OutputFunction(std::size_t output) const { return outputs_[output]; }
   const std::string& InputFunction(std::size_t input) const { return inputs_[input]; }
-  /// The first output whose function begins with one of these, or -1.
-  int Drives(std::initializer_list<std::string_view> beginnings) const;
+  /// Whether an output's function begins with one of these.
+  bool Drives(std::initializer_list<std::string_view> beginnings) const;
   bool HasInput(std::string_view function) const;
 
-  bool Heats() const { return Drives({"HEAT", "REVERSING_VALVE"}) >= 0; }
-  bool CoolsMechanically() const { return Drives({"COOL", "HEAT_COOL"}) >= 0; }
+  bool Heats() const { return Drives({"HEAT", "REVERSING_VALVE"}); }
+  bool CoolsMechanically() const { return Drives({"COOL", "HEAT_COOL"}); }
   bool Cools() const { return CoolsMechanically() || Economizes(); }
-  bool HasDamper() const { return Drives({"FRESH_AIR_DAMPER"}) >= 0; }
+  bool HasDamper() const { return Drives({"FRESH_AIR_DAMPER"}); }
   bool Economizes() const;
 
  private:
