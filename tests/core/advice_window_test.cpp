@@ -27,9 +27,10 @@ TEST_F(AdviceWindowTest, FollowsWhatIsTypedAndGoesThere) {
   Type("fPID.txtPIDTemp(0)", "0");
   auto after = Lines();
   ASSERT_EQ(after.size(), before.size() + 1) << testing::PrintToString(after);
-  EXPECT_EQ(after.front(), "48 PID: Space Temperature, Proportional Gain") << "faults come first";
+  EXPECT_EQ(after[0], "48 Outputs: Output 3, Permit override") << "faults come first";
+  EXPECT_EQ(after[1], "48 PID: Space Temperature, Proportional Gain");
   auto& list = dynamic_cast<ui::ListView&>(*Window().Find("lvwAdvice"));
-  list.Choose(0);
+  list.Choose(1);
   EXPECT_NE(Window().Find("lblWhy")->Text().find("Why: "), std::string::npos);
   ChoosePage("fAlarm");
   list.Open();
@@ -38,8 +39,7 @@ TEST_F(AdviceWindowTest, FollowsWhatIsTypedAndGoesThere) {
 
   program.GetStrings().SetLanguage("German");
   Main().ReInitializeStrings();
-  EXPECT_EQ(Lines().front(), "48 PID: Raumtemperatur, Proportionalbereich")
-      << testing::PrintToString(Lines());
+  EXPECT_EQ(Lines()[0], "48 Ausgänge: Ausgang 3, Übersteuerung erlaubt");
   Type("fPID.txtPIDTemp(0)", "25");
   EXPECT_EQ(Lines().size(), before.size());
   Type("txtLocation", "");

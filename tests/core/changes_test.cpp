@@ -304,7 +304,7 @@ TEST_F(ChangesTest, AreReviewedBeforeTheSaveWhereThePersonWantsIt) {
   tests::Tool another;
   another.registry = registry;
   another.OpenPage(tests::kAssigned, "fPID");
-  EXPECT_TRUE(another.Main().menu[1].items[4].checked);
+  EXPECT_TRUE(another.Main().menu[1].items[5].checked);
 }
 
 TEST_F(ChangesTest, AFieldIsFoundByItsCaptionsAndTheDevicesNames) {
