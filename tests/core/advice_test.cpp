@@ -180,6 +180,7 @@ const State kMeasurements[] = {
     {NoInput(2) + "txtnvi(17)=0 " + kNoCooling + kNoDamper, "not-measured-hint"},
     {"txtnvi(13)=0", "not-measured-hint"},
     {"txtnvi(13)=0 cboOutput(0)=UNASSIGNED", ""},
+    {"txtnvi(13)=0 " + Input("FAN_STATE", "DIGITAL", "SNVT_switch"), ""},
 };
 
 const State kSetpoints[] = {
@@ -385,7 +386,7 @@ TEST(Advice, ReadsNumbersInTheNotationOfThePersonAndOfTheHost) {
 }
 
 TEST(Advice, ThatWasAcceptedComesBackWhenAFieldConcernedChanges) {
-  const auto with = [](const char* edits, bool imperial) {
+  const auto with = [](const std::string& edits, bool imperial) {
     Contents contents = GoodUnit(imperial);
     Edit(contents, edits, imperial);
     return Evaluate(contents, imperial).at(0);
@@ -400,6 +401,9 @@ TEST(Advice, ThatWasAcceptedComesBackWhenAFieldConcernedChanges) {
   const auto manual = advice::Accept(with("chkOver(4)=1", false), {}, {}, {});
   EXPECT_TRUE(advice::Holds(manual, with("chkOver(4)=1", true)));
   EXPECT_FALSE(advice::Holds(manual, with("chkOver(4)=1 cboOutput(4)=DEHUMIDIFIER_ON_OFF", false)));
+  const std::string unmeasured = NoInput(0) + "txtnvi(19)=";
+  const auto nothing = advice::Accept(with(unmeasured + "0", false), {}, {}, {});
+  EXPECT_FALSE(advice::Holds(nothing, with(unmeasured, false)));
   Advice other = close;
   other.fields.pop_back();
   EXPECT_FALSE(advice::Holds(accepted[0], other));
@@ -421,8 +425,11 @@ TEST_F(AdviceOnUnits, IsWhatAPersonWouldSay) {
   for (const auto& [unit, names] : units) {
     tests::Tool tool(building);
     tool.Open(unit);
-    const advice::FieldContents contents(tool.Main().Pending().Fields(), tool.Main().Selections());
-    EXPECT_EQ(Names(advice::Evaluate({std::cref(contents), false, base::Numbers()})), names) << unit;
+    for (const bool imperial : {false, true}) {
+      if (imperial) tool.Find<ui::OptionButton>("optUnit(1)").Click();
+      const advice::FieldContents contents(tool.Main().Pending().Fields(), tool.Main().Selections());
+      EXPECT_EQ(Names(advice::Evaluate({std::cref(contents), imperial, base::Numbers()})), names) << unit;
+    }
   }
 }
 
