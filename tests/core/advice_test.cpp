@@ -404,6 +404,10 @@ TEST(Advice, ThatWasAcceptedComesBackWhenAFieldConcernedChanges) {
   const auto manual = advice::Accept(with("chkOver(4)=1", false), {}, {}, {});
   EXPECT_TRUE(advice::Holds(manual, with("chkOver(4)=1", true)));
   EXPECT_FALSE(advice::Holds(manual, with("chkOver(4)=1 cboOutput(4)=DEHUMIDIFIER_ON_OFF", false)));
+  for (const char* gain :
+       {"txtPIDTemp(0)=-25|-13.8889", "cboOutput(6)=FAN_SPEED_MOD txtPressure(0)=-0.12|-29.89067",
+        "cboOutput(6)=FAN_SPEED_MOD txtAlarm(13)=501|2.0113"})
+    EXPECT_TRUE(advice::Holds(advice::Accept(with(gain, false), {}, {}, {}), with(gain, true))) << gain;
   const std::string unmeasured = NoInput(0) + "txtnvi(19)=";
   const auto nothing = advice::Accept(with(unmeasured + "0", false), {}, {}, {});
   EXPECT_FALSE(advice::Holds(nothing, with(unmeasured, false)));
