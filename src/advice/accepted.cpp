@@ -8,18 +8,11 @@
 namespace advice {
 namespace {
 
-// The same stored value differs by the decimals shown when it is read in other units.
-constexpr double kRounding = 0.0005, kRelativeRounding = 0.0001;
-
-bool SameContent(const std::string& before, const std::string& now) {
-  const base::Numbers point;
-  const auto a = point.Parse(before), b = point.Parse(now);
-  if (!a || !b) return before == now;
-  return std::abs(*a - *b) <= kRounding + kRelativeRounding * std::abs(*a);
-}
-
 bool Same(const Concerned& before, const Concerned& now) {
-  return before.page == now.page && before.control == now.control && SameContent(before.held, now.held);
+  if (before.page != now.page || before.control != now.control) return false;
+  const base::Numbers point;
+  const auto a = point.Parse(before.held), b = point.Parse(now.held);
+  return a && b ? std::abs(*a - *b) <= now.rounding : before.held == now.held;
 }
 
 }  // namespace

@@ -41,6 +41,7 @@ struct Rule {
 struct Concerned {
   std::string page, control;
   std::string held;
+  double rounding = 0;  // numbers no further apart may be the same, read in other units
 };
 
 /// A piece of a rule's text: a text as it is shown, a key of the string table, or both with a blank between.

@@ -13,15 +13,10 @@ constexpr double kShortestRun = 60, kShortestRest = 300;  // seconds, of a compr
 constexpr double kFastestMinimum = 60;                    // percent, of a fan
 constexpr double kSecondsPerMinute = 60;
 
-bool FloatingHeat(const Unit& unit) {
-  return unit.Drives({"HEAT_VALVE_", "HEAT_COOL_VALVE_OPEN", "HEAT_COOL_VALVE_CLOSE"});
-}
-bool FloatingCool(const Unit& unit) {
-  return unit.Drives({"COOL_VALVE_", "HEAT_COOL_VALVE_OPEN", "HEAT_COOL_VALVE_CLOSE"});
-}
-bool FloatingDamper(const Unit& unit) {
-  return unit.Drives({"FRESH_AIR_DAMPER_OPEN", "FRESH_AIR_DAMPER_CLOSE"});
-}
+// The pages save an open and a close function only together.
+bool FloatingHeat(const Unit& unit) { return unit.Drives({"HEAT_VALVE_OPEN", "HEAT_COOL_VALVE_OPEN"}); }
+bool FloatingCool(const Unit& unit) { return unit.Drives({"COOL_VALVE_OPEN", "HEAT_COOL_VALVE_OPEN"}); }
+bool FloatingDamper(const Unit& unit) { return unit.Drives({"FRESH_AIR_DAMPER_OPEN"}); }
 
 struct Floating {
   const char* name;

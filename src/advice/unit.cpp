@@ -16,15 +16,16 @@ namespace {
 struct Conversion {
   double offset, factor;
   const char *metric, *imperial;
+  double rounding;  // in metric units, by the decimals that the pages show
 };
 constexpr double kPascal = 249.08891;  // of an inch of water column
-constexpr Conversion kConversions[] = {{0, 1, "", ""},
-                                       {32, 5 / 9.0, "°C", "°F"},
-                                       {0, 5 / 9.0, "°C", "°F"},
-                                       {0, 2.326, "KJ/kg", "BTU/lb"},
-                                       {0, kPascal, "Pa", "\" WC"},
-                                       {0, 9 / 5.0, "% / °C", "% / °F"},
-                                       {0, 1 / kPascal, "% / Pa", "%/ \" WC"}};
+constexpr Conversion kConversions[] = {{0, 1, "", "", 0},
+                                       {32, 5 / 9.0, "°C", "°F", 0.001},
+                                       {0, 5 / 9.0, "°C", "°F", 0.001},
+                                       {0, 2.326, "KJ/kg", "BTU/lb", 0.003},
+                                       {0, kPascal, "Pa", "\" WC", 0.13},
+                                       {0, 9 / 5.0, "% / °C", "% / °F", 0.001},
+                                       {0, 1 / kPascal, "% / Pa", "%/ \" WC", 0.006}};
 
 const Conversion& Of(Quantity quantity) { return kConversions[static_cast<std::size_t>(quantity)]; }
 
@@ -48,8 +49,8 @@ double Unit::Number(const Place& place) const {
   const auto content = Content(place);
   const auto number = content ? base::ParseEither(input_.numbers, *content) : std::nullopt;
   if (!number) return std::numeric_limits<double>::quiet_NaN();
-  const auto& [offset, factor, metric, imperial] = Of(place.quantity);
-  return input_.imperial ? (*number - offset) * factor : *number;
+  const Conversion& conversion = Of(place.quantity);
+  return input_.imperial ? (*number - conversion.offset) * conversion.factor : *number;
 }
 
 Value Unit::Shown(const Place& place) const {
@@ -70,7 +71,7 @@ Concerned Unit::Held(const Place& place) const {
   const bool known = !std::isnan(number);
   std::string held = known ? base::Numbers().Text(std::round(number * kHeldDecimals) / kHeldDecimals)
                            : Content(place).value_or("");
-  return {std::string(place.page), place.control, std::move(held)};
+  return {std::string(place.page), place.control, std::move(held), Of(place.quantity).rounding};
 }
 
 bool Unit::Drives(std::initializer_list<std::string_view> beginnings) const {

@@ -192,6 +192,8 @@ const State kSetpoints[] = {
     {"txtSetPoint(3)=23.5|74.3 " + kNoCooling, "!setpoints-crossed"},  // with outdoor air
     {"txtSetPoint(3)=23.5|74.3 " + kNoCooling + kNoDamper, ""},
     {"txtSetPoint(3)=23.5|74.3 " + kNoHeating, ""},
+    {"txtSetPoint(3)=23.5|74.3 cboOutput(6)=HEAT_COOL_VALVE_MOD " + kNoCooling + kNoDamper,
+     "!setpoints-crossed"},
     {"txtSetPoint(3)=23.5|74.3 cboOutput(1)=REVERSING_VALVE cboOutput(6)=UNASSIGNED", "!setpoints-crossed"},
     {"txtSetPoint(1)=23|73.4 txtSetPoint(4)=20|68", ""},
     {"txtSetPoint(4)=20.1|68.18", "!setback-tighter"},
@@ -307,6 +309,7 @@ const State kTiming[] = {
     {"txtStartTime=0 chkOptimum(1)=0 " + kNoHeating, ""},
     {"txtStartTime=0 chkOptimum(2)=0 " + kNoCooling + kNoDamper, ""},
     {"txtAt(0)=0", ""},
+    {"txtAt(1)=0", ""},
     {"txtAt(0)=0 txtAt(1)=0", "!averaging-weights"},
     {"txtAt(0)=-1", "!averaging-weights"},
     {"txtAt(1)=-1", "!averaging-weights"},
@@ -327,7 +330,7 @@ const State kTiming[] = {
 
 const State kNetwork[] = {
     {"txtNvo(0)=0 txtNvo(12)=0 txtNvo(14)=0 txtnciSndHrtBt=0", "4 no-heartbeat"},
-    {"txtNvo(12)=0 txtOutput(12)=61 cboOutput(6)=UNASSIGNED", ""},
+    {"txtNvo(6)=0 cboOutput(0)=UNASSIGNED txtNvo(12)=0 txtOutput(12)=61 cboOutput(6)=UNASSIGNED", ""},
     {"txtNvo(0)=0.5", ""},
     {"txtOutput(6)=60 txtOutput(14)=60 txtnciMinSendTime=60", ""},
     {"txtOutput(6)=60.1 txtOutput(14)=60.1 txtnciMinSendTime=60.1", "3 !throttle-too-long"},
@@ -401,6 +404,10 @@ TEST(Advice, ThatWasAcceptedComesBackWhenAFieldConcernedChanges) {
   const auto manual = advice::Accept(with("chkOver(4)=1", false), {}, {}, {});
   EXPECT_TRUE(advice::Holds(manual, with("chkOver(4)=1", true)));
   EXPECT_FALSE(advice::Holds(manual, with("chkOver(4)=1 cboOutput(4)=DEHUMIDIFIER_ON_OFF", false)));
+  for (const char* gain :
+       {"txtPIDTemp(0)=-25|-13.8889", "cboOutput(6)=FAN_SPEED_MOD txtPressure(0)=-0.12|-29.89067",
+        "cboOutput(6)=FAN_SPEED_MOD txtAlarm(13)=501|2.0113"})
+    EXPECT_TRUE(advice::Holds(advice::Accept(with(gain, false), {}, {}, {}), with(gain, true))) << gain;
   const std::string unmeasured = NoInput(0) + "txtnvi(19)=";
   const auto nothing = advice::Accept(with(unmeasured + "0", false), {}, {}, {});
   EXPECT_FALSE(advice::Holds(nothing, with(unmeasured, false)));
