@@ -134,13 +134,16 @@ constexpr std::string (*kSections[])(const RecordInput&) = {Opening,       UnitS
 }  // namespace
 
 std::string WriteRecord(const RecordInput& input) {
-  std::string body;
+  std::string body = "\n";
   for (const auto section : kSections) body += section(input);
+  std::string content = "\n";
+  content += HeadOf(input);
+  content += Element("body", body);
   const std::string language = input.strings.GetStrings(kLanguageCode);
-  return "<!DOCTYPE html>\n" +
-         Element("html xmlns=\"http://www.w3.org/1999/xhtml\"" + Attribute("lang", language),
-                 "\n" + HeadOf(input) + Element("body", "\n" + body)) +
-         "\n";
+  std::string text = "<!DOCTYPE html>\n";
+  text += Element("html xmlns=\"http://www.w3.org/1999/xhtml\"" + Attribute("lang", language), content);
+  text += "\n";
+  return text;
 }
 
 }  // namespace configuration
