@@ -153,9 +153,11 @@ struct Unit : tests::Tool {
     return const_cast<Value&>(*snapshot.Find(page, control));
   }
   static void Keep(const std::string& name, const std::string& record, const std::string& csv) {
-    std::filesystem::create_directory("records");
-    std::ofstream("records/" + name + ".html", std::ios::binary) << record;
-    std::ofstream("records/" + name + ".csv", std::ios::binary) << csv;
+    // To be looked at: beside the building's data, wherever the tests are run from.
+    const auto folder = std::filesystem::path(SIM_DATA_DIR).parent_path() / "records";
+    std::filesystem::create_directories(folder);
+    std::ofstream(folder / (name + ".html"), std::ios::binary) << record;
+    std::ofstream(folder / (name + ".csv"), std::ios::binary) << csv;
   }
 
   std::string device;
