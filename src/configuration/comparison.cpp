@@ -7,7 +7,6 @@
 
 #include "base/text.h"
 #include "configuration/snapshot.h"
-#include "host/journal.h"
 
 namespace configuration {
 namespace {
@@ -101,6 +100,16 @@ std::string WithDigits(const base::Numbers& numbers, const std::string& shown, c
   const std::string text(base::Trim(exact));
   return text.find_first_of("eE") != std::string::npos ? text
                                                        : text.substr(0, text.find_last_not_of('0') + 1);
+}
+
+std::string WithDigitsBefore(const host::Journal& journal, const Held& held) {
+  const std::string source = held.field->page + "." + held.field->name;
+  for (const host::Written& entry : journal.Entries()) {
+    for (const host::ChangedField& changed : host::ChangedFields(entry)) {
+      if (changed.control == source) return WithDigits(journal.Numbers(), held.content, changed.before);
+    }
+  }
+  return held.content;
 }
 
 std::vector<Difference> Compare(const std::vector<Held>& here, const Document& there,

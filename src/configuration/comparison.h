@@ -10,6 +10,7 @@
 #include "base/numbers.h"
 #include "configuration/document.h"
 #include "fields/field.h"
+#include "host/journal.h"
 
 namespace configuration {
 
@@ -50,5 +51,8 @@ bool MayBeCut(const base::Numbers& numbers, std::string_view content);
 
 /// `shown` with the further digits of `exact` where both are the same number as far as it is shown.
 std::string WithDigits(const base::Numbers& numbers, const std::string& shown, const std::string& exact);
+
+/// The content of a field before the save under way, with all the digits of what that save has changed.
+std::string WithDigitsBefore(const host::Journal& journal, const Held& held);
 
 }  // namespace configuration

@@ -6,7 +6,8 @@
 #include "base/error.h"
 #include "base/files.h"
 #include "base/text.h"
-#include "configuration/other_unit.h"
+#include "configuration/open_unit.h"
+#include "configuration/unit_list.h"
 #include "host/contract.h"
 #include "logger/message_logger.h"
 
@@ -18,7 +19,7 @@ Desk::Desk(shell::fMain& main, const shell::Platform& platform, const shell::Set
       settings_(settings),
       strings_(strings),
       table_(table),
-      english_([] { return automation::Object(); }),
+      unseen_(settings.numbers),
       location_(main.LocationField()),
       lastFile_(settings.documentsFolder + "\\"),
       backups_(settings.documentsFolder),
@@ -55,21 +56,6 @@ void Desk::Hide() {
   pick_.Hide();
   record_.Hide();
   differences_.Hide();
-}
-
-std::string Desk::Words(const std::exception& error) const {
-  if (const auto* worded = dynamic_cast<const base::WordedError*>(&error))
-    return shell::ReplacePlaceholders(Text(worded->Text()), worded->Arguments());
-  if (const auto* step = dynamic_cast<const host::StepError*>(&error)) {
-    std::string words = strings_.FormatStrings(step->what(), step->Arguments());
-    try {
-      std::rethrow_if_nested(*step);
-    } catch (const std::exception& reason) {
-      words += "\r\n" + shell::DescribeError(reason);
-    }
-    return words;
-  }
-  return shell::DescribeError(error);
 }
 
 void Desk::Do(std::string_view routine, const std::function<void()>& work) {
@@ -147,7 +133,7 @@ void Desk::ShowBackups() {
 }
 
 void Desk::CompareUnit() {
-  const auto units = ListUnits(main_.Context().network, MakeHead().programId, DeviceName());
+  const auto units = OthersOfKind(ListUnits(platform_, main_.Opened), MakeHead().programId, DeviceName());
   fPick::Table table{Text("Compare with unit"),
                      Text("The units of this network that are of the same kind:"),
                      {Text("Unit"), Text("Location")},
@@ -160,17 +146,9 @@ void Desk::CompareUnit() {
   {
     host::SessionRequest request = main_.Opened;
     request.deviceName = units[*chosen].name;
-    OtherUnit other(platform_, request, settings_.numbers);
-    const auto pages = NewPages(strings_);
-    pages->Load(other.Device(), other.Network(), main_.Device().IsImperial);
-    pages->ReadSettings();
-    Snapshot snapshot{MakeHead(), {}};
-    const fields::FieldList fields = pages->Fields();
-    for (const fields::Field& field : fields.All()) {
-      if (field.applies()) snapshot.values.push_back(ValueOf(field, settings_.numbers, StoredContent(field)));
-    }
-    document = ToDocument(snapshot, [](auto, auto control) { return std::string(control); });
-    document.entries.push_back({kMainWindow, location_.name, {}, {}, other.ReadLocation()});
+    OpenUnit other(Surroundings(), strings_, request, main_.Device().IsImperial);
+    other.ReadSettings();
+    document = ToFile(other.Take());
   }
   CompareWith(document, shell::ReplacePlaceholders(Text("Differences from %s1%"), {units[*chosen].name}),
               units[*chosen].name);
@@ -185,7 +163,7 @@ void Desk::CompareWith(const Document& document, const std::string& title, const
   fields::FieldList fields;
   std::vector<Held> here;
   if (imperial != main_.Device().IsImperial) {
-    pages = NewPages(strings_);
+    pages = NewPages();
     pages->Load(main_.Device(), main_.Context().network, imperial);
     fields = pages->Fields();
     here = Unseen(fields);

@@ -11,6 +11,7 @@
 
 #include "configuration/backups.h"
 #include "configuration/comparison.h"
+#include "configuration/english_names.h"
 #include "configuration/fDifferences.h"
 #include "configuration/fPick.h"
 #include "configuration/fRecord.h"
@@ -18,6 +19,7 @@
 #include "configuration/snapshot.h"
 #include "configuration/unseen_pages.h"
 #include "shell/main_window.h"
+#include "shell/words.h"
 
 namespace configuration {
 
@@ -40,14 +42,23 @@ class Desk final : public shell::Companion {
   /// The values of the unit in view: those that the device holds, with all their digits, or with the pending
   /// edits. Throws when the device cannot be read.
   Snapshot Take(bool withEdits);
+  Document ToFile(const Snapshot& snapshot);
+
+  /// Of the unit in view. Throws automation::Error.
+  Head MakeHead();
+  /// "No save without a backup" is chosen.
+  bool StopsWithoutBackup() const;
+  /// One entry of the File menu: a command whose faults are told in a box and kept in the log.
+  void Do(std::string_view routine, const std::function<void()>& work);
+  /// What further pages are made of.
+  UnseenPages::Surroundings Surroundings() const {
+    return {platform_, settings_, table_, main_.ProgressObject};
+  }
 
  private:
   static constexpr std::string_view kLocation = "Configuration";  // in the log
-  static constexpr const char* kMainWindow = "fMain";             // stands for the location as a field
   static constexpr unsigned kAskBeforeReplacing = 0x2;            // OFN_OVERWRITEPROMPT
 
-  /// One entry of the File menu: a command whose faults are told in a box and kept in the log.
-  void Do(std::string_view routine, const std::function<void()>& work);
   void SaveAs();
   /// Names the values that a file cannot give back to the last digit.
   void TellCutOff(const Snapshot& snapshot);
@@ -56,34 +67,28 @@ class Desk final : public shell::Companion {
   void ShowBackups();
   void SaveRecord();
   RecordInput MakeRecord(const Snapshot& snapshot, const std::vector<PageTitle>& titles) const;
-  bool StopsWithoutBackup() const;
   void StopWithoutBackup(bool stop);
   void CompareWith(const Document& document, const std::string& title, const std::string& there);
 
   std::string Text(std::string_view english) const { return strings_.GetStrings(english); }
-  std::string Words(const std::exception& error) const;
+  std::string Words(const std::exception& error) const { return shell::InWords(strings_, error); }
   /// What the pages in view hold now, or what the device holds; the location, too.
   std::vector<Held> Shown(bool withEdits);
   /// The same by unseen pages, in these units.
   std::vector<Held> Unseen(const fields::FieldList& fields);
   std::vector<fDifferences::Refused> TakeOver(const std::vector<Difference>& wanted, bool imperial);
   bool UseUnits(bool imperial);
-  Head MakeHead();
   std::string DeviceName() const;
-  Document ToFile(const Snapshot& snapshot);
-  std::string EnglishName(std::string_view page, std::string_view control);
-  std::unique_ptr<UnseenPages> NewPages(shell::Strings& strings);
-  /// Of a field that the save under way writes, all the digits of what was there.
-  std::string WithDigitsBefore(const Held& held) const;
+  std::unique_ptr<UnseenPages> NewPages();
 
   shell::fMain& main_;
   const shell::Platform& platform_;
   const shell::Settings& settings_;
   shell::Strings& strings_;
   std::span<const shell::PageEntry> table_;
-  shell::Strings english_;
-  Head identity_;                          // what the device says of itself, once it was asked
-  std::unique_ptr<UnseenPages> captions_;  // in English
+  Head identity_;  // what the device says of itself, once it was asked
+  host::Journal unseen_;
+  std::unique_ptr<EnglishNames> names_;
   fields::Field location_;
   std::string lastFile_;  // saved or opened, to be proposed
   Backups backups_;

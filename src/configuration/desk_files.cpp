@@ -80,22 +80,13 @@ bool Desk::SaveBegins() {
   return true;
 }
 
-std::string Desk::WithDigitsBefore(const Held& held) const {
-  const std::string source = held.field->page + "." + held.field->name;
-  for (const host::Written& entry : main_.Context().transactions.GetJournal().Entries()) {
-    for (const host::ChangedField& changed : host::ChangedFields(entry)) {
-      if (changed.control == source) return WithDigits(settings_.numbers, held.content, changed.before);
-    }
-  }
-  return held.content;
-}
-
 bool Desk::MayCommit() {
   try {
+    const host::Journal& journal = main_.Context().transactions.GetJournal();
     Snapshot snapshot{MakeHead(), {}};
     for (const Held& held : Shown(false)) {
       if (held.applies)
-        snapshot.values.push_back(ValueOf(*held.field, settings_.numbers, WithDigitsBefore(held)));
+        snapshot.values.push_back(ValueOf(*held.field, settings_.numbers, WithDigitsBefore(journal, held)));
     }
     if (!backupFault_.empty()) throw base::Error(backupFault_);
     backups_.Keep(kBackups, ToFile(snapshot), std::time(nullptr));

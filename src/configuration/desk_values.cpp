@@ -26,25 +26,13 @@ Head Desk::MakeHead() {
   return head;
 }
 
-std::unique_ptr<UnseenPages> Desk::NewPages(shell::Strings& strings) {
-  return std::make_unique<UnseenPages>(
-      UnseenPages::Surroundings{platform_, settings_, table_, main_.ProgressObject}, strings);
-}
-
-std::string Desk::EnglishName(std::string_view page, std::string_view control) {
-  if (page == kMainWindow) return "Location";
-  const fields::Field* shown = main_.Pending().Find(page, control);
-  if (!captions_) captions_ = NewPages(english_);
-  shell::ISubForm* form = captions_->Page(page);
-  if (!form || (shown && !shown->control)) return shown ? shown->source : std::string(control);
-  if (const auto* option = dynamic_cast<const ui::OptionButton*>(form->Find(std::string(control) + "(0)")))
-    return PathOf(fields::CaptionOfGroup(*option));
-  const ui::Control* named = form->Find(control);
-  return named ? PathOf(fields::CaptionOf(*named)) : std::string(control);
+std::unique_ptr<UnseenPages> Desk::NewPages() {
+  return std::make_unique<UnseenPages>(Surroundings(), strings_, unseen_);
 }
 
 Document Desk::ToFile(const Snapshot& snapshot) {
-  return ToDocument(snapshot, [this](auto page, auto control) { return EnglishName(page, control); });
+  if (!names_) names_ = std::make_unique<EnglishNames>(Surroundings());
+  return names_->ToDocument(snapshot);
 }
 
 std::vector<Held> Desk::Shown(bool withEdits) {
@@ -79,7 +67,7 @@ Snapshot Desk::Take(bool withEdits) {
   const host::DeviceObjects& device = main_.Device();
   shell::Changes& pending = main_.Pending();
   pending.ReadSettings();
-  const auto pages = NewPages(strings_);
+  const auto pages = NewPages();
   {
     const host::Journal::WithAllDigits digits(main_.Context().transactions.GetJournal());
     pages->Load(device, main_.Context().network, device.IsImperial);

@@ -1,4 +1,5 @@
-// What the parts of a record share: writing markup, and finding values. Only the files of the record use it.
+// What the parts of a record share: writing markup, and finding values. Used by the files of the record, and
+// its markup by the result of copying.
 #pragma once
 
 #include <initializer_list>

@@ -44,7 +44,8 @@ Value ValueOf(const fields::Field& field, const base::Numbers& numbers, std::str
           field.kind,
           Portable(numbers, field.kind, content),
           field.shown(content),
-          !field.control || field.control->EnabledInFrame()};
+          !field.control || field.control->EnabledInFrame(),
+          field.control ? std::string() : field.source};
 }
 
 const Value* Snapshot::Find(std::string_view page, std::string_view control) const {
@@ -53,12 +54,11 @@ const Value* Snapshot::Find(std::string_view page, std::string_view control) con
   return found == values.end() ? nullptr : &*found;
 }
 
-Document ToDocument(const Snapshot& snapshot, const Captions& captions) {
+Document ToDocument(const Snapshot& snapshot, const NameOfValue& name) {
   Document document{snapshot.head, {}};
   for (const Value& value : snapshot.values) {
     const std::string unit = value.kind == fields::Kind::kText ? value.caption.unit : std::string();
-    document.entries.push_back(
-        {value.page, value.control, captions(value.page, value.control), unit, value.content});
+    document.entries.push_back({value.page, value.control, name(value), unit, value.content});
   }
   return document;
 }

@@ -17,9 +17,10 @@ struct Value {
   std::string page, control;  // of the field
   fields::Caption caption;    // in the language and units in use
   fields::Kind kind = fields::Kind::kText;
-  std::string content;  // as in a file: a number has a decimal point
-  std::string shown;    // as a person reads it, without the unit
-  bool used = true;     // no where its control is greyed: no assigned function uses it
+  std::string content;      // as in a file: a number has a decimal point
+  std::string shown;        // as a person reads it, without the unit
+  bool used = true;         // no where its control is greyed: no assigned function uses it
+  std::string source = {};  // the property, of a value that no control shows
 };
 
 struct Snapshot {
@@ -39,9 +40,9 @@ std::string Local(const base::Numbers& numbers, fields::Kind kind, std::string_v
 /// What the field holds, or `content` in its place, in the user's notation.
 Value ValueOf(const fields::Field& field, const base::Numbers& numbers, std::string_view content);
 
-/// The English name of a field, by page class and control.
-using Captions = std::function<std::string(std::string_view page, std::string_view control)>;
+/// What a field is called in a file.
+using NameOfValue = std::function<std::string(const Value&)>;
 
-Document ToDocument(const Snapshot& snapshot, const Captions& captions);
+Document ToDocument(const Snapshot& snapshot, const NameOfValue& name);
 
 }  // namespace configuration

@@ -6,6 +6,7 @@
 #include "base/error.h"
 #include "base/text.h"
 #include "logger/message_logger.h"
+#include "shell/save_report.h"
 
 namespace configuration {
 namespace {
@@ -30,12 +31,11 @@ ui::Answer UnseenPages::Nobody::Ask(const ui::Prompt& prompt) {
                                                     : ui::Answer::kNo;
 }
 
-UnseenPages::UnseenPages(const Surroundings& surroundings, shell::Strings& strings)
+UnseenPages::UnseenPages(const Surroundings& surroundings, shell::Strings& strings, host::Journal& journal)
     : progress_(surroundings.progress),
       table_(WithValues(surroundings.table)),
-      platform_(WithoutWindows(surroundings.platform, nobody_)),
-      journal_(surroundings.settings.numbers),
-      transactions_(network_, journal_),
+      platform_(WithoutWindows(surroundings.platform, prompts_)),
+      transactions_(network_, journal),
       context_{platform_, surroundings.settings, device_, strings,       *this,    flags_,
                pages_,    selections_,           *this,   transactions_, network_, noServer_},
       pages_(table_) {
@@ -58,12 +58,40 @@ void UnseenPages::Load(const host::DeviceObjects& device, const automation::Obje
   }
 }
 
+std::vector<std::string> UnseenPages::SensorTypes() const {
+  std::vector<std::string> types;
+  for (std::size_t i = 0; i < host::DeviceObjects::kInputs; ++i)
+    types.push_back(selections_.GetSensorType(i));
+  return types;
+}
+
 void UnseenPages::ReadSettings() {
   for (std::size_t i = 0; i < pages_.Count(); ++i) pages_.Page(i).ReadSettings();
 }
 
+std::vector<fields::Wanted> UnseenPages::Take(const std::vector<fields::Wanted>& wanted) {
+  flags_.pageSelected = true;
+  const fields::FieldList fields = Fields();
+  return fields::TakeAll(
+      wanted, [&fields](auto page, auto field) { return fields.Find(page, field); },
+      context_.settings.numbers, prompts_);
+}
+
+UnseenPages::Saved UnseenPages::Save(const std::function<bool()>& mayCommit) {
+  told_.clear();
+  refused_ = false;
+  const shell::SaveResult ended = pages_.SaveAllPages(context_, progress_, mayCommit);
+  const shell::SaveReport report = shell::ReportSave(context_, ended, "Save", "Configuration");
+  if (report.result == shell::SaveResult::kCommitted && ended != report.result) pages_.EndWriteValue();
+  if (!report.reason.empty()) told_.push_back(report.reason);
+  const auto refused = [](const host::Written& entry) { return !entry.refused.empty(); };
+  refused_ = refused_ || std::ranges::any_of(transactions_.GetJournal().Entries(), refused);
+  return {report.result, refused_, base::Join(told_, "\r\n")};
+}
+
 void UnseenPages::AddMessage(std::string_view message, std::string_view, std::string_view, int level) {
-  if (level == logger::kError) told_.emplace_back(message);
+  if ((level == logger::kError || level == logger::kExclamation) && !message.empty())
+    told_.emplace_back(message);
 }
 
 shell::SaveResult UnseenPages::InTransaction(std::string_view, std::string_view,

@@ -9,6 +9,7 @@
 #include <vector>
 
 #include "fields/page_prompts.h"
+#include "fields/take_all.h"
 #include "shell/page_set.h"
 
 namespace configuration {
@@ -23,8 +24,9 @@ class UnseenPages : private shell::MessageSink, private shell::PageWork {
     shell::fLoading& progress;
   };
 
-  /// Texts are those of `strings`, also of the captions.
-  UnseenPages(const Surroundings& surroundings, shell::Strings& strings);
+  /// Texts are those of `strings`, also of the captions. `journal` is that of the pages' own transactions;
+  /// for pages that save, the one into which the device's tree notes.
+  UnseenPages(const Surroundings& surroundings, shell::Strings& strings, host::Journal& journal);
 
   /// Reads all values of the device, whose tree is copied; `network` carries the transactions. Throws
   /// base::Error with what the pages had to say when one of them cannot be read.
@@ -34,8 +36,22 @@ class UnseenPages : private shell::MessageSink, private shell::PageWork {
 
   /// Of all pages, in page and tab order; valid until the next Load.
   fields::FieldList Fields() const { return pages_.Fields(context_.strings); }
+  /// As the device names them, by input number from 0; those that nobody knows are empty.
+  std::vector<std::string> SensorTypes() const;
   /// A page by its class; nothing when it has no values.
   shell::ISubForm* Page(std::string_view pageClass) { return pages_.FindPage(pageClass); }
+
+  /// Puts contents in as a person would; answers what was not taken, with the reasons. Nothing is written.
+  std::vector<fields::Wanted> Take(const std::vector<fields::Wanted>& wanted);
+
+  /// How a save ended, by what the device holds.
+  struct Saved {
+    shell::SaveResult result = shell::SaveResult::kCancelled;
+    bool refused = false;   // a rule or the device did not take a value
+    std::string told = {};  // why it is not committed, or what is to be known of it all the same
+  };
+  /// Writes what was taken, in one transaction; `mayCommit` runs inside it when all is written.
+  Saved Save(const std::function<bool()>& mayCommit);
 
  private:
   /// Asked what only a person could decide, it declines.
@@ -44,16 +60,16 @@ class UnseenPages : private shell::MessageSink, private shell::PageWork {
   };
 
   void AddMessage(std::string_view message, std::string_view, std::string_view, int level) override;
-  void RefuseControl(const ui::Control&, std::string_view) override {}
+  void RefuseControl(const ui::Control&, std::string_view) override { refused_ = true; }
   void RunModal(ui::Window&) override {}
   shell::SaveResult InTransaction(std::string_view, std::string_view, const std::function<bool()>&) override;
 
   shell::fLoading& progress_;
   std::vector<shell::PageEntry> table_;  // of the pages with values
   Nobody nobody_;
+  fields::PagePrompts prompts_{nobody_};
   shell::Platform platform_;
   automation::Object network_, noServer_;
-  host::Journal journal_;
   host::Transactions transactions_;
   host::DeviceObjects device_;
   shell::PageFlags flags_;
@@ -61,6 +77,7 @@ class UnseenPages : private shell::MessageSink, private shell::PageWork {
   shell::PageContext context_;
   shell::PageSet pages_;
   std::vector<std::string> told_;  // faults of the work under way
+  bool refused_ = false;
 };
 
 }  // namespace configuration

@@ -16,22 +16,27 @@ std::string SessionRequest::NetworkPlace() const {
   return networkName + " at " + ipAddress + ":" + std::to_string(ipPort);
 }
 
-Session::Session(Object objectServer, const SessionRequest& request) : server_(std::move(objectServer)) {
+NetworkSession::NetworkSession(Object objectServer, const SessionRequest& request)
+    : server_(std::move(objectServer)) {
   Connect(request);
   Open(request);
+}
+
+Session::Session(Object objectServer, const SessionRequest& request)
+    : NetworkSession(std::move(objectServer), request) {
   FindDevice(request);
   LoadTemplate(request);
   FindBlock(request);
 }
 
-void Session::Connect(const SessionRequest& request) {
+void NetworkSession::Connect(const SessionRequest& request) {
   Try("Cannot connect to the network %s%", {request.NetworkPlace()}, [&] {
     network_ = automation::RequireObject(
         server_.Call(kConnect, request.networkName, request.ipAddress, request.ipPort), kConnect);
   });
 }
 
-void Session::Open(const SessionRequest& request) const {
+void NetworkSession::Open(const SessionRequest& request) const {
   constexpr std::string_view kFailure = "Network error in first transaction with %s%";
   const std::vector<std::string> address{request.ipAddress};
   const std::string status = Try(kFailure, address, [&] {
@@ -49,7 +54,7 @@ void Session::Open(const SessionRequest& request) const {
 
 void Session::FindDevice(const SessionRequest& request) {
   Try("Network error when getting device data with %s%", {request.deviceName}, [&] {
-    device_ = network_.Child(kAppDevices).Child(kItem, request.deviceName);
+    device_ = Network().Child(kAppDevices).Child(kItem, request.deviceName);
     device_.Put(kName, request.deviceName);
   });
 }

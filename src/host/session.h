@@ -62,31 +62,41 @@ struct SessionRequest {
   std::string NetworkPlace() const;
 };
 
-/// Its end lets go of device, network and object server; the host then ends the session, unless somebody else
-/// still holds what was taken from here.
-class Session {
+/// A network joined through an object server that is used for nothing else. Its end lets go of both; the
+/// host then ends the session, unless somebody else still holds what was taken from here.
+class NetworkSession {
  public:
-  /// Opens the device through an object server that is used for nothing else. Throws StepError.
-  Session(automation::Object objectServer, const SessionRequest& request);
-  Session(Session&&) = default;
-  Session& operator=(Session&&) = default;
+  /// Of the request, the device and what belongs to it are not used but for the block's number. Throws
+  /// StepError.
+  NetworkSession(automation::Object objectServer, const SessionRequest& request);
 
   const automation::Object& Server() const { return server_; }
   const automation::Object& Network() const { return network_; }
+
+ private:
+  void Connect(const SessionRequest& request);
+  void Open(const SessionRequest& request) const;
+
+  // In the order in which they are taken; let go of the other way round.
+  automation::Object server_;
+  automation::Object network_;
+};
+
+/// A device opened there.
+class Session : public NetworkSession {
+ public:
+  /// Throws StepError.
+  Session(automation::Object objectServer, const SessionRequest& request);
+
   const automation::Object& Device() const { return device_; }
   /// The name of the functional block.
   const std::string& BlockName() const { return blockName_; }
 
  private:
-  void Connect(const SessionRequest& request);
-  void Open(const SessionRequest& request) const;
   void FindDevice(const SessionRequest& request);
   void LoadTemplate(const SessionRequest& request);
   void FindBlock(const SessionRequest& request);
 
-  // In the order in which they are taken; let go of the other way round.
-  automation::Object server_;
-  automation::Object network_;
   automation::Object device_;
   automation::Object lonMarkObjects_;
   std::string blockName_;

@@ -4,6 +4,7 @@
 
 #include "advice/fAdvice.h"
 #include "configuration/desk.h"
+#include "fleet/fleet.h"
 #include "host/contract.h"
 #include "logger/message_logger.h"
 
@@ -119,7 +120,10 @@ void Program::ClientsGone() {
 std::unique_ptr<shell::fMain> Program::NewWindow() {
   auto window = std::make_unique<shell::fMain>(platform_, settings_, strings_, pageTable_, activity_,
                                                [this] { WindowEnding(); });
-  window->Add(std::make_unique<configuration::Desk>(*window, platform_, settings_, strings_, pageTable_));
+  auto desk = std::make_unique<configuration::Desk>(*window, platform_, settings_, strings_, pageTable_);
+  auto fleet = std::make_unique<fleet::Fleet>(*window, *desk, platform_, settings_, strings_);
+  window->Add(std::move(desk));
+  window->Add(std::move(fleet));
   window->Add(std::make_unique<advice::fAdvice>(*window, platform_, settings_, strings_));
   return window;
 }

@@ -289,9 +289,7 @@ TEST(AsLeftRecord, DrawsSetpointsAsTheyAre) {
 
 TEST(AsLeftRecord, TellsWhatChangedSinceAnEarlierOne) {
   Unit unit(tests::kAssigned);
-  const auto caption = [](std::string_view, std::string_view control) {
-    return "The " + std::string(control);
-  };
+  const auto caption = [](const configuration::Value& value) { return "The " + value.control; };
   Document earlier = configuration::ToDocument(unit.snapshot, caption);
   earlier.head.time = "2026-10-02T06:00:00Z";
   unit.earlier = &earlier;
@@ -329,7 +327,7 @@ TEST(AsLeftRecord, FindsItsTextsInEveryLanguage) {
   listening.ReloadStrings();
   unit.strings = &listening;
   unit.note = "note";
-  Document earlier = configuration::ToDocument(unit.snapshot, [](auto, auto) { return ""; });
+  Document earlier = configuration::ToDocument(unit.snapshot, [](const auto&) { return ""; });
   configuration::WriteRecordCsv(unit.Input());
   configuration::WriteRecord(unit.Input());
   unit.earlier = &earlier;

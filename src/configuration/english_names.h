@@ -1,0 +1,31 @@
+// What each field is called in English, whatever language is in use: in files, which are read anywhere, and
+// for scripts. Made once by whoever writes files; asks the host for nothing.
+#pragma once
+
+#include <string>
+#include <string_view>
+
+#include "configuration/snapshot.h"
+#include "configuration/unseen_pages.h"
+
+namespace configuration {
+
+/// The class of the main window, whose location is a value like those of the pages.
+inline constexpr const char* kMainWindow = "fMain";
+inline constexpr const char* kLocationControl = "txtLocation";
+
+class EnglishNames {
+ public:
+  explicit EnglishNames(const UnseenPages::Surroundings& surroundings);
+
+  /// "Space Temperature, Proportional Gain".
+  std::string Of(const Value& value);
+  Document ToDocument(const Snapshot& snapshot);
+
+ private:
+  shell::Strings english_;
+  host::Journal journal_;
+  UnseenPages pages_;
+};
+
+}  // namespace configuration

@@ -1,0 +1,173 @@
+#include "configuration/open_unit.h"
+
+#include <algorithm>
+#include <ctime>
+
+#include "base/text.h"
+#include "configuration/unit_list.h"
+#include "host/contract.h"
+
+namespace configuration {
+namespace {
+
+// What is not among the fields of these pages is a setting that was not read.
+constexpr std::string_view kPagesWithSettings[] = {"fHardwareInput", "fControlOutput"};
+
+}  // namespace
+
+OpenUnit::OpenUnit(const UnseenPages::Surroundings& surroundings, shell::Strings& strings,
+                   const host::SessionRequest& request, bool imperial)
+    : settings_(surroundings.settings),
+      strings_(strings),
+      request_(request),
+      journal_(settings_.numbers),
+      session_(NewServer(surroundings.platform), request),
+      pages_(surroundings, strings, journal_),
+      location_(LocationField()) {
+  host::LoadDeviceObjects(session_.Server(), device_, journal_);
+  host::CheckIfOccupency(device_);
+  device_.IsImperial = imperial;
+  LocationProperty().Bind(host::kLocationFormat);
+  storedLocation_ = locationText_ = LocationProperty().Read();
+  pages_.Load(device_, session_.Network(), imperial);
+  ListFields();
+}
+
+fields::Field OpenUnit::LocationField() {
+  fields::Field field;
+  field.page = kMainWindow;
+  field.name = kLocationControl;
+  field.source = host::kLocationFormat;
+  field.ofOneUnit = true;
+  field.caption = [this] {
+    fields::Caption caption;
+    caption.row = strings_.GetStrings("Location");
+    return caption;
+  };
+  field.content = [this] { return locationText_; };
+  field.held = [this] { return storedLocation_; };
+  field.shown = [](std::string_view content) { return std::string(content); };
+  field.take = [this](std::string_view content) {
+    locationText_ = content;
+    return std::string();
+  };
+  return field;
+}
+
+void OpenUnit::ListFields() {
+  before_.clear();
+  fields_ = pages_.Fields();
+  before_ = Values();
+}
+
+void OpenUnit::ReadSettings() {
+  pages_.ReadSettings();
+  ListFields();
+}
+
+std::vector<Held> OpenUnit::Values() const {
+  std::vector<Held> values = {{&location_, locationText_, true}};
+  for (const fields::Field& field : fields_.All())
+    values.push_back({&field, StoredContent(field), field.applies()});
+  return values;
+}
+
+Head OpenUnit::MakeHead() {
+  const automation::Object identity = session_.Device().Child(host::kInterface);
+  return {.toolVersion = settings_.version,
+          .programId = identity.Text(host::kProgramId),
+          .version = identity.Text(host::kVersion),
+          .network = request_.networkName,
+          .device = request_.deviceName,
+          .location = storedLocation_,
+          .time = UtcText(std::time(nullptr)),
+          .imperial = device_.IsImperial,
+          .user = settings_.userName,
+          .note = {}};
+}
+
+Snapshot OpenUnit::Take() {
+  Snapshot snapshot{MakeHead(), {}};
+  for (const Held& held : Values()) {
+    if (held.applies) snapshot.values.push_back(ValueOf(*held.field, settings_.numbers, held.content));
+  }
+  return snapshot;
+}
+
+Snapshot OpenUnit::BeforeSave() {
+  Snapshot snapshot{MakeHead(), {}};
+  for (const Held& held : before_) {
+    if (!held.applies) continue;
+    snapshot.values.push_back(ValueOf(*held.field, settings_.numbers, WithDigitsBefore(journal_, held)));
+  }
+  return snapshot;
+}
+
+bool OpenUnit::Selected(const Selection& selection, const fields::Field& field) const {
+  if (field.ofOneUnit) return selection.ofOneUnit;
+  if (!field.control) return selection.settings;
+  return selection.pages.contains(field.page);
+}
+
+bool OpenUnit::Unknown(const Selection& selection, const Entry& entry) const {
+  if (entry.page == kMainWindow || fields_.Find(entry.page, entry.control)) return false;
+  const bool setting = std::ranges::find(kPagesWithSettings, entry.page) != std::end(kPagesWithSettings);
+  return setting ? selection.settings : selection.pages.contains(entry.page);
+}
+
+std::vector<Difference> OpenUnit::Compare(const Document& document, const Selection& selection) const {
+  Document selected{document.head, {}};
+  std::vector<Held> here;
+  for (const Held& held : Values()) {
+    const Entry* entry = document.Find(held.field->page, held.field->name);
+    if (!entry || !Selected(selection, *held.field)) continue;
+    here.push_back(held);
+    selected.entries.push_back(*entry);
+  }
+  for (const Entry& entry : document.entries) {
+    if (Unknown(selection, entry)) selected.entries.push_back(entry);
+  }
+  std::vector<Difference> differences = configuration::Compare(here, selected, settings_.numbers);
+  std::erase_if(differences, [](const Difference& one) { return one.kind == Difference::Kind::kEqual; });
+  return differences;
+}
+
+std::vector<fields::Wanted> OpenUnit::Fill(std::vector<fields::Wanted> wanted) {
+  std::erase_if(wanted, [this](const fields::Wanted& one) {
+    return one.page == kMainWindow && location_.take(one.content).empty();
+  });
+  return pages_.Take(wanted);
+}
+
+UnseenPages::Saved OpenUnit::Save(const std::function<bool()>& mayCommit) {
+  const UnseenPages::Saved saved = pages_.Save([&] {
+    if (locationText_ != storedLocation_) LocationProperty().WriteText(locationText_);
+    return mayCommit();
+  });
+  if (saved.result == shell::SaveResult::kCommitted) storedLocation_ = locationText_;
+  return saved;
+}
+
+std::vector<WrittenValue> OpenUnit::LastWritten() const {
+  std::vector<WrittenValue> written;
+  std::set<const fields::Field*> met;
+  for (const host::Written& entry : journal_.Entries()) {
+    for (const host::ChangedField& changed : host::ChangedFields(entry)) {
+      const auto point = changed.control.find('.');
+      const fields::Field* field = point == std::string::npos
+                                       ? nullptr
+                                       : fields_.Find(std::string_view(changed.control).substr(0, point),
+                                                      changed.control.substr(point + 1));
+      if (!field) {
+        written.push_back({{}, entry.Name(), changed.before, changed.written});
+      } else if (met.insert(field).second) {
+        const auto before = std::ranges::find(before_, field, &Held::field);
+        written.push_back({field->page, PathOf(field->caption()), field->shown(before->content),
+                           field->shown(field->content())});
+      }
+    }
+  }
+  return written;
+}
+
+}  // namespace configuration

@@ -1,0 +1,403 @@
+#include "fleet/fCopy.h"
+
+#include <algorithm>
+
+#include "base/files.h"
+#include "base/text.h"
+#include "configuration/unit_list.h"
+#include "host/device_template.h"
+#include "logger/message_logger.h"
+#include "shell/words.h"
+
+namespace fleet {
+namespace {
+
+using Tick = ui::ListView::Tick;
+
+constexpr const char* kLocation = "Fleet";     // in the log
+constexpr unsigned kAskBeforeReplacing = 0x2;  // OFN_OVERWRITEPROMPT
+constexpr const char* kSettings = "settings";  // rows of the pages that are none
+constexpr const char* kOfOneUnit = "names";
+
+int IconOf(const UnitLine& line) {
+  switch (line.state) {
+    case UnitState::kRefused:
+    case UnitState::kFailed:
+    case UnitState::kUnknown:
+      return logger::kError;
+    case UnitState::kDone:
+      return line.reason.empty() ? 0 : logger::kExclamation;
+    default:
+      return 0;
+  }
+}
+
+/// As a link writes it: what is not plain is a percent sign and two digits (RFC 3986, 2.1).
+std::string Linked(std::string_view path) {
+  constexpr std::string_view kDigits = "0123456789ABCDEF";
+  std::string link;
+  for (const char c : path) {
+    const auto byte = static_cast<unsigned char>(c);
+    const bool plain = (c >= '0' && c <= '9') || (c >= 'A' && c <= 'Z') || (c >= 'a' && c <= 'z') ||
+                       std::string_view("-._~/").find(c) != std::string_view::npos;
+    if (plain) {
+      link += c;
+    } else {
+      link.append({'%', kDigits[byte >> 4], kDigits[byte & 15]});
+    }
+  }
+  return link;
+}
+
+}  // namespace
+
+fCopy::fCopy(shell::fMain& main, configuration::Desk& desk, const shell::Platform& platform,
+             const shell::Settings& settings, shell::Strings& strings)
+    : Dialog("fCopy", platform, settings), main_(main), desk_(desk), settings_(settings), strings_(strings) {
+  cancelButton = &cmdClose;
+  txtFile.SetEnabled(false);
+  txtFile.SetColumns(50);
+  lvwUnits.SetTicks(true);
+  lvwPages.SetTicks(true);
+  for (std::size_t i = 0; i < optSource.Size(); ++i) {
+    optSource[i].onClick = [this] {
+      Forget();
+      if (optSource[1].Selected() && !ofFile_) ChooseFile();
+    };
+  }
+  cmdBrowse.onClick = [this] { ChooseFile(); };
+  lvwUnits.onTick = [this](std::size_t) { Enable(); };
+  lvwPages.onTick = [this](std::size_t) { Forget(); };
+  cmdTickAll.onClick = [this] { TickAll(true); };
+  cmdTickNone.onClick = [this] { TickAll(false); };
+  cmdCompare.onClick = [this] { Work(false); };
+  cmdCopy.onClick = [this] { Work(true); };
+  cmdStop.onClick = [this] { stop_ = true; };
+  cmdSave.onClick = [this] { SaveResult(); };
+  cmdClose.onClick = [this] { Close(); };
+  onQueryClose = [this] {
+    stop_ = true;
+    return !running_;
+  };
+  using namespace ui;
+  SetLayout(Stack({
+      GrowX(Box(fraSource, Stack({Item(optSource[0]), GrowX(Line({Item(optSource[1]), GrowX(Item(txtFile)),
+                                                                  Item(cmdBrowse)}))}))),
+      Grow(Line({Grow(Stack({Item(lblUnits), Grow(Item(lvwUnits))})),
+                 GrowY(Stack({Item(lblPages), GrowY(Item(lvwPages))}))})),
+      GrowX(Item(lblCount)),
+      GrowX(Item(barUnits)),
+      GrowX(Line({Item(cmdTickAll), Item(cmdTickNone), GrowX(Empty()), Item(cmdCompare), Item(cmdCopy),
+                  Item(cmdStop), Item(cmdSave), Item(cmdClose)})),
+  }));
+}
+
+void fCopy::InitStrings() {
+  SetTitle(Text("Copy to units"));
+  fraSource.SetText(Text("Source"));
+  optSource[0].SetText(Text("&This unit, as the device holds it"));
+  optSource[1].SetText(Text("A &file:"));
+  cmdBrowse.SetText(Text("&Browse..."));
+  lblUnits.SetText(Text("&Units of the network:"));
+  lblPages.SetText(Text("&What is copied:"));
+  cmdTickAll.SetText(Text("Tick &all"));
+  cmdTickNone.SetText(Text("Tick &none"));
+  cmdCompare.SetText(Text("Co&mpare"));
+  cmdCompare.SetTip(Text("Finds the differences of the ticked units; writes nothing"));
+  cmdCopy.SetText(Text("&Copy..."));
+  cmdStop.SetText(Text("Canc&el"));
+  cmdStop.SetTip(Text("Ends after the present unit"));
+  cmdSave.SetText(Text("&Save result..."));
+  cmdClose.SetText(Text("C&lose"));
+}
+
+void fCopy::ShowUnits() {
+  copier_ = std::make_unique<Copier>(desk_.Surroundings(), strings_, main_.Opened);
+  copier_->onState = [this](const UnitLine& line) {
+    ShowLine(line);
+    platform_.loop.Turn();
+  };
+  copier_->mayCommit = [this] { return !main_.Flags().sessionEnds; };
+  ofUnit_.reset();
+  ofFile_.reset();
+  file_.clear();
+  txtFile.SetText({});
+  optSource[0].Select();
+  ListPages();
+  ListUnits();
+  stop_ = false;
+  Run(lvwUnits);
+  copier_.reset();
+}
+
+void fCopy::ListUnits() {
+  lines_.clear();
+  const std::string programId = desk_.MakeHead().programId, inView = main_.Opened.deviceName;
+  int number = 0;
+  for (configuration::UnitEntry& unit : configuration::ListUnits(platform_, main_.Opened)) {
+    ++number;
+    // The unit in view is open in this tool's own session, and a host may refuse it for that.
+    const bool own = base::EqualsNoCase(unit.name, inView) ||
+                     (unit.name.empty() && unit.fault.find('"' + inView + '"') != std::string::npos);
+    if (own) continue;
+    UnitLine line{std::move(unit)};
+    line.reason = WhyNot(line.unit, programId);
+    if (line.unit.name.empty())
+      line.unit.name = shell::ReplacePlaceholders(Text("Unit %s1%"), {std::to_string(number)});
+    if (!line.reason.empty()) line.state = UnitState::kNotTaken;
+    lines_.push_back(std::move(line));
+  }
+  lvwUnits.SetColumns({Text("Unit"), Text("Location"), Text("State"), Text("Remark")});
+  lvwUnits.SetRows({});
+  ShowRows();
+  TickAll(true);
+  lvwUnits.FitColumns();
+  barUnits.SetRange(0);
+}
+
+std::string fCopy::WhyNot(const configuration::UnitEntry& unit, const std::string& programId) const {
+  if (!unit.fault.empty()) return unit.fault;
+  if (!base::EqualsNoCase(unit.programId, programId)) return Text("another kind of device");
+  try {
+    platform_.readFile(
+        host::TemplatePath(settings_.commonFilesFolder, host::TemplateName(unit.programId, unit.version)));
+    return {};
+  } catch (const std::exception& error) {
+    return shell::InWords(strings_, error);
+  }
+}
+
+void fCopy::ListPages() {
+  pages_.clear();
+  lvwPages.SetColumns({Text("Page")});
+  std::vector<ui::ListView::Row> rows;
+  for (const shell::PageEntry& entry : desk_.Surroundings().table) {
+    if (!entry.showsDeviceValues) continue;
+    pages_.push_back({std::string(entry.pageClass), std::string(base::Trim(Text(entry.listCaption)))});
+    rows.push_back({pages_.back().page, {pages_.back().title}, 0, Tick::kOn});
+  }
+  rows.push_back({kSettings, {Text("Sensor and actuator settings")}, 0, Tick::kOn});
+  rows.push_back({kOfOneUnit, {Text("Location and names")}, 0, Tick::kOff});
+  lvwPages.SetRows(std::move(rows));
+  lvwPages.FitColumns();
+}
+
+void fCopy::ChooseFile() {
+  const auto file =
+      platform_.fileDialog.AskOpenFile({Text("Configurations (*.kvtarn)|*.kvtarn|All files (*.*)|*.*"),
+                                        file_.empty() ? settings_.documentsFolder + "\\" : file_, 0});
+  if (file) {
+    try {
+      ofFile_ = configuration::Read(base::ReadFile(base::PathOf(*file), configuration::kLargestFile),
+                                    desk_.MakeHead().programId);
+      file_ = *file;
+      txtFile.SetText(file_);
+    } catch (const std::exception& error) {
+      platform_.prompts.Ask(
+          {shell::InWords(strings_, error), settings_.title, ui::Buttons::kOk, ui::Icon::kExclamation});
+    }
+  }
+  optSource[ofFile_ && (file || optSource[1].Selected()) ? 1 : 0].Select();
+  Forget();
+}
+
+const configuration::Document& fCopy::Source() {
+  if (optSource[1].Selected() && ofFile_) return *ofFile_;
+  if (!ofUnit_) ofUnit_ = desk_.ToFile(desk_.Take(false));
+  return *ofUnit_;
+}
+
+std::string fCopy::SourceName() const {
+  return optSource[1].Selected() && ofFile_ ? file_ : main_.Opened.deviceName;
+}
+
+void fCopy::Forget() {
+  for (UnitLine& line : lines_) {
+    if (line.state != UnitState::kNotTaken) line = {line.unit};
+  }
+  ShowRows();
+}
+
+configuration::Selection fCopy::Selected() const {
+  configuration::Selection selection{{}, false, false};
+  for (const ui::ListView::Row& row : lvwPages.Rows()) {
+    if (row.tick != Tick::kOn) continue;
+    if (row.key == kSettings) {
+      selection.settings = true;
+    } else if (row.key == kOfOneUnit) {
+      selection.ofOneUnit = true;
+    } else {
+      selection.pages.insert(row.key);
+    }
+  }
+  return selection;
+}
+
+std::vector<UnitLine*> fCopy::Ticked() {
+  std::vector<UnitLine*> ticked;
+  for (std::size_t i = 0; i < lines_.size(); ++i) {
+    if (lvwUnits.Rows()[i].tick == Tick::kOn) ticked.push_back(&lines_[i]);
+  }
+  return ticked;
+}
+
+bool fCopy::Confirmed(const Job& job, std::size_t units) {
+  const auto& entries = job.source.entries;
+  const auto fields = std::ranges::count_if(entries, [&job](const configuration::Entry& entry) {
+    return job.selection.pages.contains(entry.page);
+  });
+  const std::string text = shell::ReplacePlaceholders(
+      Text("Copy %s1% values of %s2% to %s3% units? Only what differs is written. The former values of each "
+           "unit are kept as a backup, and what was saved is read back."),
+      {std::to_string(fields), SourceName(), std::to_string(units)});
+  return platform_.prompts.Ask({text, settings_.title, ui::Buttons::kOkCancel, ui::Icon::kQuestion}) ==
+         ui::Answer::kOk;
+}
+
+void fCopy::Work(bool write) {
+  const std::vector<UnitLine*> ticked = Ticked();
+  running_ = true;
+  stop_ = false;
+  Enable();
+  std::size_t begun = 0;
+  try {
+    const Job job{Source(), Selected(), write, desk_.StopsWithoutBackup(), pages_};
+    if (!write || Confirmed(job, ticked.size())) {
+      for (UnitLine* line : ticked) {
+        if (line->state != UnitState::kNotTaken) *line = {line->unit};
+      }
+      ShowRows();
+      barUnits.SetRange(static_cast<int>(ticked.size()));
+      for (; begun < ticked.size() && !stop_ && Visible() && !main_.Flags().sessionEnds; ++begun) {
+        copier_->Work(*ticked[begun], job);
+        barUnits.SetValue(static_cast<int>(begun) + 1);
+        ShowCount();
+      }
+      if (write) Log(begun);
+    }
+  } catch (const std::exception& error) {
+    platform_.prompts.Ask(
+        {shell::InWords(strings_, error), settings_.title, ui::Buttons::kOk, ui::Icon::kExclamation});
+  }
+  running_ = false;
+  ShowRows();
+  lvwUnits.FitColumns();
+}
+
+void fCopy::Log(std::size_t begun) {
+  std::vector<std::string> details;
+  for (const UnitLine& line : lines_) {
+    if (line.state == UnitState::kWaiting || line.state == UnitState::kNotTaken) continue;
+    details.push_back(line.unit.name + ": " + StateText(strings_, line) +
+                      (line.reason.empty() ? "" : ": " + base::ReplaceAll(line.reason, "\r\n", " ")));
+  }
+  const bool bad =
+      std::ranges::any_of(lines_, [](const UnitLine& line) { return IconOf(line) == logger::kError; });
+  main_.AddMessage(shell::ReplacePlaceholders(Text("%s1% was copied to %s2% units"),
+                                              {SourceName(), std::to_string(begun)}),
+                   "CopyToUnits", kLocation, bad ? logger::kError : logger::kInformation);
+  main_.Logger().AddDetails(details);
+}
+
+void fCopy::SaveResult() {
+  const auto file = platform_.fileDialog.AskSaveFile(
+      {Text("Results (*.html)|*.html|Tables (*.csv)|*.csv"),
+       settings_.documentsFolder + "\\" + configuration::SafeName(main_.Opened.networkName) + ".html",
+       kAskBeforeReplacing});
+  if (!file) return;
+  try {
+    const std::filesystem::path path = base::PathOf(*file);
+    Result result{
+        SourceName(), main_.Opened.networkName, platform_.locale.GeneralDateNow(), settings_.userName, lines_,
+        pages_};
+    if (base::EqualsNoCase(base::PathText(path.extension()), ".csv")) {
+      base::ReplaceFile(path, WriteResultCsv(result, strings_, settings_.numbers));
+      return;
+    }
+    const std::string folder = base::PathText(path.stem()) + " " + Text("records");
+    const auto name = [](const UnitLine& line) { return configuration::SafeName(line.unit.name) + ".html"; };
+    for (const UnitLine& line : lines_) {
+      if (line.record.empty()) continue;
+      base::ReplaceFile(path.parent_path() / base::PathOf(folder) / base::PathOf(name(line)),
+                        base::ReadFile(line.record, configuration::kLargestFile));
+    }
+    result.record = [&](const UnitLine& line) {
+      return line.record.empty() ? std::string() : Linked(folder + "/" + name(line));
+    };
+    base::ReplaceFile(path, WriteResult(result, strings_));
+  } catch (const std::exception& error) {
+    platform_.prompts.Ask(
+        {shell::InWords(strings_, error), settings_.title, ui::Buttons::kOk, ui::Icon::kExclamation});
+  }
+}
+
+void fCopy::TickAll(bool ticked) {
+  for (std::size_t i = 0; i < lines_.size(); ++i) {
+    if (lines_[i].state != UnitState::kNotTaken) lvwUnits.SetTick(i, ticked ? Tick::kOn : Tick::kOff);
+  }
+  Enable();
+}
+
+// --- what is shown ---
+
+std::vector<std::string> fCopy::CellsOf(const UnitLine& line) const {
+  return {line.unit.name, line.unit.location, StateText(strings_, line),
+          base::ReplaceAll(line.reason, "\r\n", "; ")};
+}
+
+void fCopy::ShowLine(const UnitLine& line) {
+  const auto row = static_cast<std::size_t>(&line - lines_.data());
+  const std::vector<std::string> cells = CellsOf(line);
+  for (std::size_t column = 2; column < cells.size(); ++column) lvwUnits.SetCell(row, column, cells[column]);
+}
+
+void fCopy::ShowRows() {
+  const bool known = lvwUnits.Rows().size() == lines_.size();
+  std::vector<ui::ListView::Row> rows;
+  for (std::size_t i = 0; i < lines_.size(); ++i) {
+    const UnitLine& line = lines_[i];
+    const Tick tick = line.state == UnitState::kNotTaken ? Tick::kNone
+                      : known                            ? lvwUnits.Rows()[i].tick
+                                                         : Tick::kOn;
+    rows.push_back({std::to_string(i), CellsOf(line), IconOf(line), tick});
+  }
+  const std::vector<std::size_t> selection = lvwUnits.Selection();
+  lvwUnits.SetRows(std::move(rows));
+  if (!lines_.empty()) lvwUnits.SetSelection(selection.empty() ? std::vector<std::size_t>{0} : selection);
+  Enable();
+}
+
+void fCopy::ShowCount() {
+  std::vector<std::string> parts;
+  const auto add = [&](const char* text, std::size_t count) {
+    if (count > 0) parts.push_back(shell::ReplacePlaceholders(Text(text), {std::to_string(count)}));
+  };
+  const auto in = [this](UnitState state) {
+    return static_cast<std::size_t>(std::ranges::count(lines_, state, &UnitLine::state));
+  };
+  add("%s1% units ticked", Ticked().size());
+  add("%s1% done", in(UnitState::kDone));
+  add("%s1% with nothing to change", in(UnitState::kEqual));
+  add("%s1% that differ", in(UnitState::kDiffers));
+  add("%s1% refused", in(UnitState::kRefused));
+  add("%s1% failed", in(UnitState::kFailed));
+  add("%s1% not known", in(UnitState::kUnknown));
+  lblCount.SetText(base::Join(parts, ", "));
+}
+
+void fCopy::Enable() {
+  const bool some = !Ticked().empty() && !running_;
+  for (ui::Control* control :
+       {static_cast<ui::Control*>(&optSource[0]), static_cast<ui::Control*>(&optSource[1]),
+        static_cast<ui::Control*>(&cmdBrowse), static_cast<ui::Control*>(&lvwPages),
+        static_cast<ui::Control*>(&cmdTickAll), static_cast<ui::Control*>(&cmdTickNone),
+        static_cast<ui::Control*>(&cmdClose), static_cast<ui::Control*>(&cmdSave)})
+    control->SetEnabled(!running_);
+  lvwUnits.SetEnabled(true);
+  cmdCompare.SetEnabled(some);
+  cmdCopy.SetEnabled(some);
+  cmdStop.SetEnabled(running_);
+  ShowCount();
+}
+
+}  // namespace fleet

@@ -1,0 +1,383 @@
+// Copying one configuration to many units: what each line tells, what each unit holds, and that nothing is
+// left open, whatever the host does meanwhile.
+#include <cstdlib>
+#include <filesystem>
+#include <map>
+#include <set>
+
+#include "base/files.h"
+#include "fleet/fleet.h"
+#include "tool_test.h"
+
+namespace {
+
+using automation::Access;
+using automation::Error;
+using automation::Object;
+using automation::Value;
+using fleet::UnitLine;
+
+/// What goes wrong in the sessions of one unit: asked before each call and after it, with its number.
+struct UnitFault {
+  std::function<void(int call, Access access, std::string_view member)> before = [](int, Access, auto) {};
+  std::function<void(int call, std::string_view member)> after = [](int, auto) {};
+};
+struct UnitFaults {
+  std::map<std::string, UnitFault, std::less<>> of;
+  int calls = 0;  // in sessions of units that may fail, over all
+};
+
+/// A host that serves each session apart: which unit it is shows when the unit is asked for by its name.
+class UnitTarget : public automation::Target {
+ public:
+  struct Session {
+    std::string unit;
+    int calls = 0;
+  };
+  UnitTarget(UnitFaults& faults, std::shared_ptr<Session> session, Object inner)
+      : faults_(faults), session_(std::move(session)), inner_(std::move(inner)) {}
+
+  static Object Wrap(UnitFaults& faults, const Object& object) {
+    return Object(std::make_shared<UnitTarget>(faults, std::make_shared<Session>(), object));
+  }
+
+  Value Invoke(Access access, std::string_view member, std::span<const Value> arguments) override {
+    if (session_->unit.empty() && member == "Item" && std::holds_alternative<std::string>(arguments[0].Get()))
+      session_->unit = arguments[0].AsText();
+    const auto fault = faults_.of.find(session_->unit);
+    const bool may = fault != faults_.of.end();
+    const int call = may ? ++session_->calls : 0;
+    if (may) ++faults_.calls;
+    if (may) fault->second.before(call, access, member);
+    Value answer = inner_.GetTarget()->Invoke(access, member, arguments);
+    if (may) fault->second.after(call, member);
+    const auto* object = std::get_if<Object>(&answer.Get());
+    if (!object || !*object) return answer;
+    return Object(std::make_shared<UnitTarget>(faults_, session_, *object));
+  }
+
+ private:
+  UnitFaults& faults_;
+  std::shared_ptr<Session> session_;
+  Object inner_;
+};
+
+struct FleetTest : tests::ToolTest {
+  FleetTest() {
+    throughHost = [this](std::string_view id, const Object& object) {
+      return id == "MVPlugInLib.ObjectServer" ? UnitTarget::Wrap(faults, object) : object;
+    };
+  }
+  configuration::Desk& Desk() { return dynamic_cast<configuration::Desk&>(*Main().Companions().front()); }
+  fleet::fCopy& Window() { return dynamic_cast<fleet::Fleet&>(*Main().Companions().at(1)).CopyWindow(); }
+  template <class T>
+  T& In(const char* name) {
+    return dynamic_cast<T&>(*Window().Find(name));
+  }
+  /// Opens the window, does `work` in it and closes it.
+  void InWindow(const std::function<void()>& work) {
+    loop.whileOpen = [this, work] {
+      work();
+      In<ui::Button>("cmdClose").Click();
+    };
+    for (const ui::MenuItem& item : Main().menu.front().items) {
+      if (item.caption.starts_with("Cop&y")) return item.onClick();
+    }
+    FAIL() << "no entry";
+  }
+  void Press(const char* button) { EXPECT_TRUE(In<ui::Button>(button).Click()) << button; }
+  /// "Unit: state: remark".
+  std::vector<std::string> Lines() {
+    std::vector<std::string> lines;
+    for (const auto& row : In<ui::ListView>("lvwUnits").Rows())
+      lines.push_back(row.cells[0] + ": " + row.cells[2] + (row.cells[3].empty() ? "" : ": " + row.cells[3]));
+    return lines;
+  }
+  std::string LineOf(const std::string& unit) {
+    for (const std::string& line : Lines()) {
+      if (line.starts_with(unit + ": ")) return line.substr(unit.size() + 2);
+    }
+    return "no line";
+  }
+  void Tick(const char* list, const std::string& key, bool on) {
+    auto& view = In<ui::ListView>(list);
+    for (std::size_t i = 0; i < view.Rows().size(); ++i) {
+      const auto& row = view.Rows()[i];
+      const bool meant = row.key == key || row.cells[0] == key;
+      if (meant && (row.tick == ui::ListView::Tick::kOn) != on) {
+        EXPECT_TRUE(view.TurnTick(i));
+      }
+    }
+  }
+
+  UnitFaults faults;
+};
+
+TEST_F(FleetTest, AUnitGetsWhatIsTickedAndNothingElse) {
+  Open(tests::kAssigned);
+  building.AddUnit("RTU-9", "Barn");
+  const std::string location = building.StoredText("RTU-9", "NodeObject", 2, "SCPTlocation");
+  InWindow([&] {
+    EXPECT_NE(LineOf(tests::kNoTemplate).find("cannot be copied to: C:\\LonWorks"), std::string::npos)
+        << LineOf(tests::kNoTemplate);
+    EXPECT_EQ(LineOf(tests::kAssigned), "no line");
+    Press("cmdTickNone");
+    EXPECT_FALSE(In<ui::Button>("cmdCopy").Usable());
+    Tick("lvwUnits", "RTU-9", true);
+    const std::string before = building.StoredDevice("RTU-9");
+    Press("cmdCompare");
+    EXPECT_NE(LineOf("RTU-9").find("values differ"), std::string::npos) << LineOf("RTU-9");
+    EXPECT_EQ(building.StoredDevice("RTU-9"), before);
+    prompts.answers = {ui::Answer::kCancel};
+    Press("cmdCopy");
+    EXPECT_EQ(building.StoredDevice("RTU-9"), before) << "not confirmed";
+    Press("cmdCopy");
+    EXPECT_EQ(LineOf("RTU-9").substr(0, 6), "done (") << LineOf("RTU-9");
+    EXPECT_EQ(building.StoredText("RTU-9", "NodeObject", 2, "SCPTlocation"), location);
+    Press("cmdCopy");
+    EXPECT_EQ(LineOf("RTU-9"), "nothing to change");
+  });
+}
+
+TEST_F(FleetTest, AFileInOtherUnitsAndOnlyWhatIsTicked) {
+  Open(tests::kPressure);
+  Main().Pending().ReadSettings();
+  auto document = Desk().ToFile(Desk().Take(false));
+  const auto put = [&document](const char* page, const char* control, const char* content) {
+    const_cast<configuration::Entry*>(document.Find(page, control))->content = content;
+  };
+  put("fPID", "txtPIDTemp(0)", "30.5");
+  put("fPID", "txtPIDTemp(1)", "0.6");
+  put("fHardwareInput", "UCPTthermistorOffset(1)", "1.5");
+  put("fMain", "txtLocation", "Everywhere");
+  const std::string file = Documents() + "/fleet.kvtarn";
+  base::ReplaceFile(file, configuration::Write(document));
+  Find<ui::OptionButton>("optUnit(1)").Click();  // the file is in the other units
+  const std::string location = building.StoredText(tests::kAssigned, "NodeObject", 2, "SCPTlocation");
+  const auto stored = [this](const char* device, int number, const char* format) {
+    return Stored(device, number, format, 4);
+  };
+  fileDialog.answer = file;
+  InWindow([&] {
+    EXPECT_TRUE(In<ui::OptionButton>("optSource(1)").Click());
+    EXPECT_EQ(In<ui::TextBox>("txtFile").Text(), file);
+    for (const auto& row : std::vector(In<ui::ListView>("lvwPages").Rows())) Tick("lvwPages", row.key, false);
+    Tick("lvwPages", "fPID", true);
+    Press("cmdCopy");
+    EXPECT_EQ(LineOf(tests::kAssigned).substr(0, 4), "done") << LineOf(tests::kAssigned);
+    EXPECT_EQ(stored(tests::kAssigned, 30, "UCPTspaceTempPIDparam#SI").substr(0, 14), "30.5000 0.6000");
+    Tick("lvwPages", "fPID", false);
+    EXPECT_EQ(LineOf(tests::kAssigned), "waiting") << "for other pages nothing is known yet";
+    Tick("lvwPages", "names", true);
+    Tick("lvwPages", "settings", true);
+    Press("cmdCopy");
+    EXPECT_EQ(LineOf(tests::kAssigned).substr(0, 6), "done (") << LineOf(tests::kAssigned);
+    EXPECT_EQ(stored(tests::kAssigned, 30, "UCPTspaceTempPIDparam#SI").substr(0, 14), "30.5000 0.6000");
+    EXPECT_EQ(base::Trim(building.StoredText(tests::kAssigned, "NodeObject", 2, "SCPTlocation")),
+              "Everywhere");
+    Press("cmdCopy");
+    EXPECT_EQ(LineOf(tests::kAssigned), "nothing to change");
+
+    put("fPID", "txtPIDTemp(0)", "warm");  // no content of that box
+    base::ReplaceFile(file, configuration::Write(document));
+    Press("cmdBrowse");
+    Tick("lvwPages", "fPID", true);
+    Press("cmdCopy");
+    EXPECT_EQ(LineOf(tests::kAssigned),
+              "refused: Space Temperature, Proportional Gain = warm: this field cannot hold the value");
+    base::ReplaceFile(file, "no configuration");
+    const auto asked = prompts.asked.size();
+    Press("cmdBrowse");
+    EXPECT_EQ(prompts.asked.size(), asked + 1);
+    EXPECT_EQ(In<ui::TextBox>("txtFile").Text(), file) << "the one before stays";
+  });
+}
+
+/// A building of many units, of which some go wrong, each in a way of its own.
+struct ManyUnits : FleetTest {
+  static constexpr int kUnits = 24;
+  void Build(int units) {
+    for (int i = 0; i < units; ++i) building.AddUnit(Name(i), "Bay " + std::to_string(i));
+    source = WithoutLocation(tests::kAssigned);
+  }
+  static std::string Name(int number) { return "AHU " + std::to_string(1000 + number); }
+  /// Everything that a unit holds but for its place.
+  std::string WithoutLocation(const std::string& unit) const {
+    std::vector<std::string> lines = base::Split(building.StoredDevice(unit), "\n");
+    std::erase_if(lines, [](const std::string& line) { return line.starts_with("NodeObject.2="); });
+    return base::Join(lines, "\n");
+  }
+  /// Another client has the unit open for as long as the answer lives.
+  Object OpenElsewhere(const std::string& unit) const {
+    const Object network = building.ObjectServer()
+                               .Call("Connect", building.NetworkName(), building.IpAddress(), building.Port())
+                               .AsObject();
+    network.Call("OpenSession", building.NetworkName(), false, "another", 1, "tool");
+    network.Child("AppDevices").Child("Item", unit);
+    return network;
+  }
+  void ExpectNothingOpen() {
+    for (const std::string& line : building.Log())
+      EXPECT_EQ(line.find("within a transaction"), line.npos) << line;
+    for (const auto& device : building.Devices()) {
+      if (device.name == tests::kAssigned) continue;
+      EXPECT_NO_THROW(OpenElsewhere(device.name)) << device.name;
+    }
+  }
+  std::string source;
+};
+
+TEST_F(ManyUnits, EachLineIsRightWhateverGoesWrongAndASecondRunDoesTheRest) {
+  Open(tests::kAssigned);
+  Type("fPID.txtPIDTemp(0)", "31");
+  Type("fGeneral.txtBypassTime", "95");
+  Click("cmdApply");
+  building.Limits().clients = 20;
+  Build(kUnits);
+  const auto before = [this](int i) -> auto& { return faults.of[Name(i)].before; };
+  before(3) = [](int, Access access, auto member) {
+    if (access == Access::kPut && member == "Value")
+      throw Error(automation::kApplicationDefined, "31.0000 is out of range.", "Host");
+  };
+  bool wrote = false, dead = false;
+  before(4) = [&wrote](int, Access access, auto member) {
+    wrote = wrote || (access == Access::kPut && member == "Value");
+  };
+  faults.of[Name(4)].after = [&wrote](int, auto member) {
+    if (wrote && member == "CommitTransaction") throw Error(0x800706BE, "The remote procedure call failed.");
+  };
+  before(5) = [](int call, Access, auto) {
+    if (call == 150) throw Error(0x80010002, "Call was canceled by the message filter.");
+  };
+  before(6) = [&dead, writes = false](int, Access access, auto member) mutable {
+    writes = writes || (access == Access::kPut && member == "Value");
+    dead = dead || (writes && member == "CommitTransaction");
+    if (dead) throw Error(0x800706BA, "The RPC server is unavailable.");
+  };
+  std::vector<Object> others;
+  for (const int i : {7, 8, 9}) others.push_back(OpenElsewhere(Name(i)));
+
+  InWindow([&] {
+    EXPECT_NE(LineOf("Unit " + std::to_string(4 + 7 + 1)).find("is open in another session"),
+              std::string::npos);
+    Press("cmdCopy");
+    EXPECT_EQ(LineOf(Name(0)).substr(0, 6), "done (") << LineOf(Name(0));
+    EXPECT_EQ(LineOf(Name(3)).substr(0, 8), "refused:") << LineOf(Name(3));
+    EXPECT_NE(LineOf(Name(3)).find("out of range"), std::string::npos);
+    EXPECT_TRUE(LineOf(Name(4)).starts_with("done (") &&
+                LineOf(Name(4)).find("was read back") != std::string::npos)
+        << LineOf(Name(4));
+    EXPECT_EQ(LineOf(Name(5)).substr(0, 21), "failed while reading:") << LineOf(Name(5));
+    EXPECT_EQ(LineOf(Name(6)).substr(0, 10), "not known:") << LineOf(Name(6));
+    for (int i = 0; i < kUnits; ++i) {
+      const bool done = i < 3 || i == 4 || i > 9;
+      EXPECT_EQ(WithoutLocation(Name(i)) == source, done) << i;
+    }
+    EXPECT_NE(In<ui::Label>("lblCount").Text().find("1 refused, 1 failed, 1 not known"), std::string::npos);
+
+    fileDialog.answer = Documents() + "/result of it.html";
+    Press("cmdSave");
+    const std::string html = base::ReadFile(*fileDialog.answer, 1 << 20);
+    EXPECT_NE(html.find("<a href=\"result%20of%20it%20records/AHU%201000.html\">"), std::string::npos);
+    EXPECT_NE(base::ReadFile(Documents() + "/result of it records/AHU 1000.html", 1 << 20).find("31.0000"),
+              std::string::npos);
+    fileDialog.answer = Documents() + "/result.CSV";
+    Press("cmdSave");
+    EXPECT_NE(base::ReadFile(*fileDialog.answer, 1 << 20)
+                  .find(",PID,\"Space Temperature, Proportional Gain\",25.0000,31.0000,"),
+              std::string::npos);
+  });
+  others.clear();
+  faults.of.clear();
+  InWindow([&] {
+    Press("cmdCopy");
+    const std::set<int> missing = {3, 5, 6, 7, 8, 9};
+    for (int i = 0; i < kUnits; ++i) {
+      EXPECT_EQ(LineOf(Name(i)).substr(0, 4), missing.contains(i) ? "done" : "noth") << i;
+      EXPECT_EQ(WithoutLocation(Name(i)), source) << i;
+    }
+  });
+}
+
+TEST_F(ManyUnits, EveryCallThatFailsLeavesAUnitWhollyOldOrWhollyNewAndSaysWhich) {
+  Open(tests::kAssigned);
+  AssignOutput(7, "UNASSIGNED");
+  Type("fPID.txtPIDTemp(0)", "31");
+  Type("fPID.txtPIDTemp(2)", "0.8");
+  Click("cmdApply");
+  Build(3);
+  const char* const kStep = std::getenv("FLEET_STEP");
+  const int step = kStep ? std::atoi(kStep) : 97;
+  const Error errors[] = {{0x800706BA, "The RPC server is unavailable."},
+                          {automation::kApplicationDefined, "The host refuses.", "Host"}};
+  int failed = 0;
+  for (int call = 1; call > 0; call += step) {
+    building.RemoveUnit(Name(1));
+    building.AddUnit(Name(1), "Bay");
+    const std::string old = WithoutLocation(Name(1));
+    bool reached = false;
+    const bool lost = call % 2 == 0;
+    const auto fail = [&](int number) {
+      if (number == call && !std::exchange(reached, true)) throw errors[lost ? 0 : call / 2 % 2];
+    };
+    faults.of[Name(1)] = {[&](int number, Access, auto) { lost ? void() : fail(number); },
+                          [&](int number, auto) { lost ? fail(number) : void(); }};
+    std::string line, stored;
+    InWindow([&] {
+      Press("cmdTickNone");
+      for (int i = 0; i < 3; ++i) Tick("lvwUnits", Name(i), true);
+      Press("cmdCopy");
+      line = LineOf(Name(1));
+      stored = WithoutLocation(Name(1));
+      EXPECT_TRUE(LineOf(Name(2)).starts_with("done") || LineOf(Name(2)) == "nothing to change");
+    });
+    if (!reached) break;
+    ++failed;
+    EXPECT_TRUE(stored == old || stored == source) << call << " " << line;
+    const bool saysDone = line.starts_with("done");
+    EXPECT_TRUE(saysDone ? stored == source : stored == old || line.starts_with("not known"))
+        << call << " " << line;
+    EXPECT_FALSE(!saysDone && line.find(": ") == std::string::npos) << "no reason: " << call << " " << line;
+    faults.of.clear();
+  }
+  EXPECT_GT(failed, 5);
+  ExpectNothingOpen();
+}
+
+TEST_F(ManyUnits, ItEndsAfterThePresentUnitAndTheWindowStaysUntilThen) {
+  Open(tests::kAssigned);
+  Type("fPID.txtPIDTemp(0)", "31");
+  Click("cmdApply");
+  Build(3);
+  InWindow([&] {
+    faults.of[Name(1)].before = [this](int call, Access, auto) {
+      if (call != 100) return;
+      EXPECT_FALSE(Window().Close());
+      EXPECT_TRUE(Window().Visible());
+      EXPECT_TRUE(In<ui::Button>("cmdStop").Usable());
+      EXPECT_FALSE(In<ui::Button>("cmdCopy").Usable());
+      EXPECT_THROW(api.Call("SendCommand", 0, 0, ""), Error) << "one thing at a time";
+    };
+    Press("cmdTickNone");
+    for (int i = 0; i < 3; ++i) Tick("lvwUnits", Name(i), true);
+    Press("cmdCopy");
+    EXPECT_EQ(LineOf(Name(1)).substr(0, 4), "done");
+    EXPECT_EQ(LineOf(Name(2)), "waiting");
+  });
+  Type("fPID.txtPIDTemp(0)", "33");
+  Click("cmdApply");
+  EXPECT_EQ(Stored(tests::kAssigned, 30, "UCPTspaceTempPIDparam#SI", 4).substr(0, 7), "33.0000");
+}
+
+TEST_F(ManyUnits, LookingAtOtherUnitsDoesNotMoveTheSavesOfTheOneInView) {
+  Open(tests::kAssigned);
+  InWindow([] {});
+  Type("fPID.txtPIDTemp(0)", "31");
+  building.Faults().Fail({.member = "Network.CommitTransaction"});
+  Click("cmdApply");
+  EXPECT_EQ(Stored(tests::kAssigned, 30, "UCPTspaceTempPIDparam#SI", 4).substr(0, 7), "25.0000");
+  Click("cmdApply");
+  EXPECT_EQ(Stored(tests::kAssigned, 30, "UCPTspaceTempPIDparam#SI", 4).substr(0, 7), "31.0000");
+}
+
+}  // namespace
