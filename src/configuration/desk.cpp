@@ -136,7 +136,7 @@ void Desk::CompareUnit() {
   const auto units = OthersOfKind(ListUnits(platform_, main_.Opened), MakeHead().programId, DeviceName());
   fPick::Table table{Text("Compare with unit"),
                      Text("The units of this network that are of the same kind:"),
-                     {Text("Unit"), Text("Location")},
+                     {Text("Unit name"), Text("Location")},
                      {},
                      Text("&Compare...")};
   for (const UnitEntry& unit : units) table.rows.push_back({unit.name, unit.location});

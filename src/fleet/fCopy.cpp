@@ -147,7 +147,7 @@ void fCopy::ListUnits() {
     if (!line.reason.empty()) line.state = UnitState::kNotTaken;
     lines_.push_back(std::move(line));
   }
-  lvwUnits.SetColumns({Text("Unit"), Text("Location"), Text("State"), Text("Remark")});
+  lvwUnits.SetColumns({Text("Unit name"), Text("Location"), Text("State"), Text("Remark")});
   lvwUnits.SetRows({});
   ShowRows();
   TickAll(true);

@@ -77,14 +77,14 @@ class Writer {
     std::string facts;
     for (const auto& [name, value] :
          {std::pair{"Source", &result_.source}, std::pair{"Network", &result_.network},
-          std::pair{"Date", &result_.time}, std::pair{"User", &result_.user}})
+          std::pair{"Date", &result_.time}, std::pair{"Installer", &result_.user}})
       facts += Element("p", Word(name) + ": " + Escaped(*value)) + "\n";
     return facts;
   }
 
   std::string Units() const {
-    std::string rows =
-        Row("th", {Word("Unit"), Word("Location"), Word("State"), Word("Remark"), Word("As-left record")});
+    std::string rows = Row(
+        "th", {Word("Unit name"), Word("Location"), Word("State"), Word("Remark"), Word("As-left record")});
     for (const UnitLine& line : result_.lines) {
       const std::string record = result_.record ? result_.record(line) : std::string();
       const std::string link =
@@ -129,8 +129,8 @@ std::string WriteResult(const Result& result, const shell::Strings& strings) {
 std::string WriteResultCsv(const Result& result, const shell::Strings& strings,
                            const base::Numbers& numbers) {
   configuration::Csv csv(numbers);
-  std::array<std::string, 8> headings = {"Unit",  "Location", "State", "Page",
-                                         "Field", "Before",   "After", "Remark"};
+  std::array<std::string, 8> headings = {"Unit name", "Location", "State", "Page",
+                                         "Field",     "Before",   "After", "Remark"};
   for (std::string& heading : headings) heading = strings.GetStrings(heading);
   csv.Add(headings);
   for (const UnitLine& line : result.lines) {

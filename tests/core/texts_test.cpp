@@ -160,9 +160,11 @@ std::set<std::string> ShownTexts() {
   for (const char* file : {"plugin/plugin_api.cpp", "plugin/window_agent.cpp", "host/session.cpp"}) {
     texts.merge(ShownTexts(fs::path(SOURCE_DIR) / file));
   }
-  for (const char* room : {"pages", "shell", "logger", "fields", "configuration", "serverlink", "advice"}) {
+  for (const char* room :
+       {"pages", "shell", "logger", "fields", "configuration", "serverlink", "advice", "fleet"}) {
     for (const auto& file : fs::recursive_directory_iterator(fs::path(SOURCE_DIR) / room)) {
-      const bool markup = file.path().filename().string().starts_with("record");  // has tests of its own
+      const std::string name = file.path().stem().string();
+      const bool markup = name.starts_with("record") || name == "result";  // has tests of its own
       if (file.path().extension() == ".cpp" && !markup) texts.merge(ShownTexts(file.path()));
     }
   }
