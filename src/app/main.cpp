@@ -20,6 +20,7 @@
 #include "platform/win32/window/dialogs.h"
 #include "platform/win32/window/message_loop.h"
 #include "platform/win32/window/toolkit.h"
+#include "plugin/configuration_api.h"
 #include "plugin/plugin_api.h"
 #include "plugin/startup.h"
 #include "serverlink/transaction.h"
@@ -36,8 +37,8 @@ constexpr const char* kLonWorksPath = "LonWorks Path";
 
 using MakeObject = std::function<std::shared_ptr<automation::LocalObject>()>;
 
-/// The automation classes; `makeApi` is needed only to serve, not to register.
-std::vector<win32::ServerClass> Classes(MakeObject makeApi = {}) {
+/// The automation classes; the functions are needed only to serve, not to register.
+std::vector<win32::ServerClass> Classes(MakeObject makeApi = {}, MakeObject makeConfiguration = {}) {
   return {{CLSID_OVXPlugInAPI,
            {"QVRKvTARNCfg.LNSPlugInAPI", "QVRKvTARNCfg.OVXPlugInAPI"},
            kTitle,
@@ -50,6 +51,13 @@ std::vector<win32::ServerClass> Classes(MakeObject makeApi = {}) {
            "KV-TARN Transaction",
            [] { return std::make_shared<serverlink::CTransaction>(); },
            DIID__CTransaction,
+           false,
+           kApplicationId},
+          {CLSID_Configuration,
+           {"QVRKvTARNCfg.Configuration"},
+           "KV-TARN Configurations for scripts",
+           std::move(makeConfiguration),
+           DIID__Configuration,
            false,
            kApplicationId}};
 }
@@ -116,8 +124,10 @@ int ServeHost() {
                               },
                           .over = [&program] { program.CallOver(); }});
   const win32::ClientWatch watch(apartment, [&program] { program.ClientsGone(); });
-  const win32::ComServer server(Classes([&program] { return std::make_shared<plugin::PlugInApi>(program); }),
-                                {true, kTypeLibrary, [&program] { program.Released(); }});
+  const win32::ComServer server(
+      Classes([&program] { return std::make_shared<plugin::PlugInApi>(program); },
+              [&program] { return std::make_shared<plugin::ConfigurationApi>(program); }),
+      {true, kTypeLibrary, [&program] { program.Released(); }});
   program.outstanding = [&server] { return server.Outstanding(); };
   loop.Post([&program] { program.Prepare(); });
   const int exitCode = loop.Run();

@@ -37,6 +37,8 @@ struct MemberOf {
   Value (*get)(T&, const Arguments&) = nullptr;
   void (*put)(T&, const Value&) = nullptr;
   Value (*call)(T&, const Arguments&) = nullptr;
+  /// A write with arguments in front of the content, which comes last.
+  void (*putAt)(T&, const Arguments&) = nullptr;
 };
 
 class LocalObject : public Target {
@@ -45,6 +47,8 @@ class LocalObject : public Target {
   virtual int Find(std::string_view member) const = 0;
   virtual int MemberCount() const = 0;
   virtual std::string_view MemberName(int place) const = 0;
+  /// Whether a write of the member has arguments in front of the content.
+  virtual bool HasIndex(int place) const = 0;
   /// kMemberNotFound when the member does not allow this access. A call of a readable member reads it and the
   /// other way round, as late-bound callers do not tell the two apart.
   virtual Value InvokeAt(int place, Access access, std::span<const Value> arguments) = 0;
@@ -71,12 +75,20 @@ class LocalClass : public LocalObject {
     return T::kMembers[static_cast<std::size_t>(place)].name;
   }
 
+  bool HasIndex(int place) const final {
+    return T::kMembers[static_cast<std::size_t>(place)].putAt != nullptr;
+  }
+
   Value InvokeAt(int place, Access access, std::span<const Value> arguments) final {
     const MemberOf<T>& member = T::kMembers[static_cast<std::size_t>(place)];
     T& self = static_cast<T&>(*this);
     self.BeforeCall(member.name);
     const Arguments list(arguments);
     if (access == Access::kPut) {
+      if (member.putAt) {
+        member.putAt(self, list);
+        return {};
+      }
       if (!member.put)
         throw Error(kMemberNotFound, "\"" + std::string(member.name) + "\" cannot be written.");
       member.put(self, list[0]);

@@ -102,6 +102,11 @@ Object Value::AsObject() const {
   Mismatch("an object");
 }
 
+const List& Value::AsList() const {
+  if (const auto* list = std::get_if<List>(&content_)) return *list;
+  Mismatch("a list");
+}
+
 Value Object::Invoke(Access access, std::string_view member, std::span<const Value> arguments) const {
   if (!target_) throw Error(kTypeMismatch, "There is no object to ask for " + std::string(member) + ".");
   const std::shared_ptr<Target> target =

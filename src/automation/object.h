@@ -53,8 +53,10 @@ class Object {
 };
 
 using Bytes = std::vector<std::uint8_t>;
+using List = std::vector<Value>;
 
-/// One argument or result: nothing, boolean, whole number, real number, UTF-8 text, bytes or an object.
+/// One argument or result: nothing, boolean, whole number, real number, UTF-8 text, bytes, an object or, as a
+/// result only, a list of further ones.
 class Value {
  public:
   Value() = default;
@@ -66,6 +68,7 @@ class Value {
   Value(const char* value) : content_(std::string(value)) {}
   Value(Bytes value) : content_(std::move(value)) {}
   Value(Object value) : content_(std::move(value)) {}
+  Value(List value) : content_(std::move(value)) {}
 
   bool IsEmpty() const { return std::holds_alternative<std::monostate>(content_); }
 
@@ -78,8 +81,9 @@ class Value {
   const Bytes& AsBytes() const;
   /// The object, which may be nothing.
   Object AsObject() const;
+  const List& AsList() const;
 
-  using Content = std::variant<std::monostate, bool, std::int32_t, double, std::string, Bytes, Object>;
+  using Content = std::variant<std::monostate, bool, std::int32_t, double, std::string, Bytes, Object, List>;
   const Content& Get() const { return content_; }
 
  private:

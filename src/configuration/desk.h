@@ -46,8 +46,6 @@ class Desk final : public shell::Companion {
 
   /// Of the unit in view. Throws automation::Error.
   Head MakeHead();
-  /// "No save without a backup" is chosen.
-  bool StopsWithoutBackup() const;
   /// One entry of the File menu: a command whose faults are told in a box and kept in the log.
   void Do(std::string_view routine, const std::function<void()>& work);
   /// What further pages are made of.
@@ -67,6 +65,7 @@ class Desk final : public shell::Companion {
   void ShowBackups();
   void SaveRecord();
   RecordInput MakeRecord(const Snapshot& snapshot, const std::vector<PageTitle>& titles) const;
+  bool StopsWithoutBackup() const;
   void StopWithoutBackup(bool stop);
   void CompareWith(const Document& document, const std::string& title, const std::string& there);
 

@@ -7,15 +7,10 @@
 #include "base/error.h"
 #include "base/files.h"
 #include "base/text.h"
+#include "configuration/unit_desk.h"
 #include "logger/message_logger.h"
 
 namespace configuration {
-namespace {
-
-constexpr const char* kStopChoice = "StopWithoutBackup";
-
-}  // namespace
-
 RecordInput Desk::MakeRecord(const Snapshot& snapshot, const std::vector<PageTitle>& titles) const {
   RecordInput input{.snapshot = snapshot,
                     .pages = titles,
@@ -26,11 +21,7 @@ RecordInput Desk::MakeRecord(const Snapshot& snapshot, const std::vector<PageTit
                     .verified = true};
   for (int i = 0; i < host::DeviceObjects::kInputs; ++i)
     input.sensors.push_back(main_.Selections().GetSensorType(static_cast<std::size_t>(i)));
-  for (int i = 0; i < host::DeviceObjects::kOutputs; ++i) {
-    const Value* signal =
-        snapshot.Find("fControlOutput", "UCPThardwareSignalType(" + std::to_string(i) + ")");
-    input.signals.push_back(signal ? signal->content : std::string());
-  }
+  input.signals = SignalTypes(snapshot);
   input.shown = [this](auto page, auto control, auto content) {
     const fields::Field* field = main_.Pending().Find(page, control);
     return field ? field->shown(content) : std::string(content);
@@ -43,9 +34,7 @@ void Desk::SaveRecord() {
   if (!record_.Ask()) return;
   Snapshot snapshot = Take(false);
   snapshot.head.note = record_.Request().note;
-  std::vector<PageTitle> titles = {{kMainWindow, Text("Main window")}};
-  for (const shell::PageEntry& entry : table_)
-    titles.push_back({std::string(entry.pageClass), std::string(base::Trim(Text(entry.listCaption)))});
+  const std::vector<PageTitle> titles = TitlesOf(table_, strings_);
   RecordInput input = MakeRecord(snapshot, titles);
   const auto file = platform_.fileDialog.AskSaveFile(
       {Text("Records (*.html)|*.html"), settings_.documentsFolder + "\\" + SafeName(DeviceName()) + ".html",
@@ -106,13 +95,11 @@ bool Desk::MayCommit() {
 }
 
 bool Desk::StopsWithoutBackup() const {
-  return base::ReadRegistryString(platform_.registry, base::RegistryRoot::kCurrentUser, settings_.settingsKey,
-                                  kStopChoice) == "1";
+  return configuration::StopsWithoutBackup(platform_.registry, settings_);
 }
 
 void Desk::StopWithoutBackup(bool stop) {
-  base::WriteRegistryString(platform_.registry, base::RegistryRoot::kCurrentUser, settings_.settingsKey,
-                            kStopChoice, stop ? "1" : "0");
+  configuration::StopWithoutBackup(platform_.registry, settings_, stop);
   main_.BuildMenu();
 }
 

@@ -17,7 +17,8 @@ constexpr std::string_view kPagesWithSettings[] = {"fHardwareInput", "fControlOu
 
 OpenUnit::OpenUnit(const UnseenPages::Surroundings& surroundings, shell::Strings& strings,
                    const host::SessionRequest& request, bool imperial)
-    : settings_(surroundings.settings),
+    : surroundings_(surroundings),
+      settings_(surroundings.settings),
       strings_(strings),
       request_(request),
       journal_(settings_.numbers),
@@ -94,6 +95,24 @@ Snapshot OpenUnit::Take() {
   return snapshot;
 }
 
+Snapshot OpenUnit::TakeAllDigits() {
+  UnseenPages exact(surroundings_, strings_, journal_);
+  {
+    const host::Journal::WithAllDigits digits(journal_);
+    exact.Load(device_, session_.Network(), device_.IsImperial);
+  }
+  const fields::FieldList read = exact.Fields();
+  Snapshot snapshot{MakeHead(), {}};
+  for (const Held& held : Values()) {
+    if (!held.applies) continue;
+    const fields::Field* field = read.Find(held.field->page, held.field->name);
+    const std::string content =
+        field ? WithDigits(settings_.numbers, held.content, StoredContent(*field)) : held.content;
+    snapshot.values.push_back(ValueOf(*held.field, settings_.numbers, content));
+  }
+  return snapshot;
+}
+
 Snapshot OpenUnit::BeforeSave() {
   Snapshot snapshot{MakeHead(), {}};
   for (const Held& held : before_) {
@@ -144,11 +163,15 @@ UnseenPages::Saved OpenUnit::Save(const std::function<bool()>& mayCommit) {
     if (locationText_ != storedLocation_) LocationProperty().WriteText(locationText_);
     return mayCommit();
   });
-  if (saved.result == shell::SaveResult::kCommitted) storedLocation_ = locationText_;
+  written_.clear();
+  if (saved.result == shell::SaveResult::kCancelled) return saved;
+  written_ = ListWritten();
+  storedLocation_ = locationText_;
+  before_ = Values();
   return saved;
 }
 
-std::vector<WrittenValue> OpenUnit::LastWritten() const {
+std::vector<WrittenValue> OpenUnit::ListWritten() const {
   std::vector<WrittenValue> written;
   std::set<const fields::Field*> met;
   for (const host::Written& entry : journal_.Entries()) {

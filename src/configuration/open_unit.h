@@ -42,6 +42,8 @@ class OpenUnit {
   /// What it holds or, when something is filled in, would hold; the location first.
   std::vector<Held> Values() const;
   Snapshot Take();
+  /// The same with all the digits that the host gives, of which pages show some: the unit is read again.
+  Snapshot TakeAllDigits();
   /// Where it differs from the document in what is selected; equal values are left out.
   std::vector<Difference> Compare(const Document& document, const Selection& selection) const;
 
@@ -50,8 +52,8 @@ class OpenUnit {
   std::vector<fields::Wanted> Fill(std::vector<fields::Wanted> wanted);
   /// Saves what was filled in, in one transaction; `mayCommit` runs inside it when all is written.
   UnseenPages::Saved Save(const std::function<bool()>& mayCommit);
-  /// What the last save changed.
-  std::vector<WrittenValue> LastWritten() const;
+  /// What the last save changed, unless it was cancelled.
+  const std::vector<WrittenValue>& LastWritten() const { return written_; }
   /// The values before the save under way, with all the digits of those that it changes. For a backup.
   Snapshot BeforeSave();
 
@@ -66,10 +68,12 @@ class OpenUnit {
  private:
   fields::Field LocationField();
   void ListFields();
+  std::vector<WrittenValue> ListWritten() const;
   bool Selected(const Selection& selection, const fields::Field& field) const;
   bool Unknown(const Selection& selection, const Entry& entry) const;
   host::Property& LocationProperty() { return device_.NodeProperties[host::kLocationProperty]; }
 
+  UnseenPages::Surroundings surroundings_;
   const shell::Settings& settings_;
   shell::Strings& strings_;
   host::SessionRequest request_;
@@ -81,6 +85,7 @@ class OpenUnit {
   std::string storedLocation_, locationText_;
   fields::FieldList fields_;  // of the pages
   std::vector<Held> before_;  // before anything was filled in
+  std::vector<WrittenValue> written_;
 };
 
 }  // namespace configuration

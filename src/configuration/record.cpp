@@ -1,6 +1,7 @@
 #include "configuration/record.h"
 
 #include "configuration/record_parts.h"
+#include "host/device_tree.h"
 
 namespace configuration {
 namespace {
@@ -132,6 +133,16 @@ constexpr std::string (*kSections[])(const RecordInput&) = {Opening,       UnitS
                                                             ChangeSection, Signature,   TableSection};
 
 }  // namespace
+
+std::vector<std::string> SignalTypes(const Snapshot& snapshot) {
+  std::vector<std::string> types;
+  for (int i = 0; i < host::DeviceObjects::kOutputs; ++i) {
+    const Value* signal =
+        snapshot.Find("fControlOutput", "UCPThardwareSignalType(" + std::to_string(i) + ")");
+    types.push_back(signal ? signal->content : std::string());
+  }
+  return types;
+}
 
 std::string WriteRecord(const RecordInput& input) {
   std::string body = "\n";

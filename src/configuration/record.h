@@ -46,6 +46,9 @@ struct RecordInput {
   ShownContent shown = {};                // for the earlier contents; without it they are shown as stored
 };
 
+/// The signal types of the outputs, as the record wants them, where the settings were read.
+std::vector<std::string> SignalTypes(const Snapshot& snapshot);
+
 /// A whole HTML document that is also well-formed XML, without script and without anything outside it. Each
 /// field stands in its tables once, marked by data-field="page.control".
 std::string WriteRecord(const RecordInput& input);

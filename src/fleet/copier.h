@@ -9,8 +9,7 @@
 #include <string_view>
 #include <vector>
 
-#include "configuration/open_unit.h"
-#include "configuration/record.h"
+#include "configuration/unit_desk.h"
 #include "configuration/unit_list.h"
 
 namespace fleet {
@@ -43,9 +42,7 @@ struct UnitLine {
 struct Job {
   configuration::Document source;
   configuration::Selection selection;
-  bool write = false;                                // no: a dry run, which writes nothing
-  bool onlyWithBackup = false;                       // no backup, no save
-  std::vector<configuration::PageTitle> pages = {};  // for the records; none: no record is kept
+  bool write = false;  // no: a dry run, which writes nothing
 };
 
 /// The name of an as-left record in the unit's folder of records.
@@ -72,26 +69,21 @@ class Copier {
   };
 
   End Run(UnitLine& line, const Job& job);
-  End Save(UnitLine& line, const Job& job, configuration::OpenUnit& unit);
+  End Save(UnitLine& line, configuration::OpenUnit& unit);
   /// After a lost commit: by what a further session reads.
   End LookAgain(UnitLine& line, const Job& job, const std::vector<configuration::Difference>& differences,
                 const std::string& told);
-  std::string WhyRefused(configuration::OpenUnit& unit,
-                         const std::vector<configuration::Difference>& differences) const;
   /// Answers why not; nothing when it was kept.
-  std::string KeepBackup(configuration::OpenUnit& unit, configuration::Document& before);
-  std::string KeepRecord(UnitLine& line, const Job& job, configuration::OpenUnit& unit,
-                         const configuration::Document& before);
+  std::string KeepRecord(UnitLine& line, configuration::OpenUnit& unit,
+                         const configuration::Document& before) const;
   host::SessionRequest RequestOf(const UnitLine& line) const;
   void Enter(UnitLine& line, UnitState state) const;
   std::string Text(std::string_view english) const { return strings_.GetStrings(english); }
 
   shell::fLoading quiet_;
-  configuration::UnseenPages::Surroundings surroundings_;
   shell::Strings& strings_;
   host::SessionRequest request_;
-  configuration::Backups backups_;
-  configuration::EnglishNames names_;
+  configuration::UnitDesk desk_;
 };
 
 }  // namespace fleet

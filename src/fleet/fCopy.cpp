@@ -261,7 +261,7 @@ void fCopy::Work(bool write) {
   Enable();
   std::size_t begun = 0;
   try {
-    const Job job{Source(), Selected(), write, desk_.StopsWithoutBackup(), pages_};
+    const Job job{Source(), Selected(), write};
     if (!write || Confirmed(job, ticked.size())) {
       for (UnitLine* line : ticked) {
         if (line->state != UnitState::kNotTaken) *line = {line->unit};

@@ -33,6 +33,8 @@ class Program {
   const shell::Settings& GetSettings() const { return settings_; }
   shell::Strings& GetStrings() { return strings_; }
 
+  std::span<const shell::PageEntry> PageTable() const { return pageTable_; }
+
   /// True while nothing else may be begun: a command, a question or a start is under way.
   bool Busy() const { return comingUp_ || activity_.Busy(); }
   bool IsComingUp() const { return comingUp_; }
@@ -48,6 +50,24 @@ class Program {
 
    private:
     Program& program_;
+  };
+
+  /// Work for a script: nothing else is begun meanwhile, and nobody is there to be asked about a silent host.
+  class Unattended {
+   public:
+    explicit Unattended(Program& program) : program_(program), scope_(program.activity_) {
+      ++program_.unattended_;
+    }
+    Unattended(const Unattended&) = delete;
+    Unattended& operator=(const Unattended&) = delete;
+    ~Unattended() {
+      --program_.unattended_;
+      program_.end_.Look();
+    }
+
+   private:
+    Program& program_;
+    shell::Activity::Scope scope_;
   };
 
   /// The main window, or nothing before the first command that got so far, and after one that was refused.
@@ -91,9 +111,9 @@ class Program {
   std::function<int()> outstanding;
 
   /// A call of the host's member has been pending for `elapsed`, 5 s or more: answers whether the user gives
-  /// it up.
+  /// it up. Without a user it is given up after a minute.
   bool CallOverdue(std::string_view member, std::chrono::milliseconds elapsed) {
-    return waiting_.Overdue(member, elapsed);
+    return unattended_ > 0 ? elapsed >= kUnattendedWait : waiting_.Overdue(member, elapsed);
   }
   /// That call has ended.
   void CallOver() { waiting_.Over(); }
@@ -102,6 +122,8 @@ class Program {
   bool Ending() const { return end_.Due(); }
 
  private:
+  static constexpr std::chrono::seconds kUnattendedWait{60};
+
   std::unique_ptr<shell::fMain> NewWindow();
   void WindowEnding();
   bool SomethingToSee() const;
@@ -124,6 +146,7 @@ class Program {
   bool clientsGone_ = false;
   bool gaveWay_ = false;
   bool comingUp_ = false;
+  int unattended_ = 0;
   struct Noted {
     std::string message;
     std::string routine;

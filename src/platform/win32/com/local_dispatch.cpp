@@ -209,7 +209,7 @@ class LocalDispatch : public ComClass<IDispatch> {
     const int place = id == DISPID_VALUE ? DefaultMember() : static_cast<int>(id) - 1;
     if (place < 0 || place >= object_->MemberCount()) return DISP_E_MEMBERNOTFOUND;
     const bool put = (flags & (DISPATCH_PROPERTYPUT | DISPATCH_PROPERTYPUTREF)) != 0;
-    if (put && parameters->cArgs != 1) return DISP_E_BADPARAMCOUNT;
+    if (put && parameters->cArgs != 1 && !object_->HasIndex(place)) return DISP_E_BADPARAMCOUNT;
     const Access access = put ? Access::kPut : flags & DISPATCH_PROPERTYGET ? Access::kGet : Access::kCall;
     const MemberDescription& described = description_.At(place);
     try {

@@ -171,6 +171,14 @@ struct Writer {
     out->pdispVal = ToDispatch(object).Release();
     out->vt = VT_DISPATCH;
   }
+  void operator()(const automation::List& list) const {
+    out->parray = SafeArrayCreateVector(VT_VARIANT, 0, static_cast<ULONG>(list.size()));
+    if (!out->parray) Check(E_OUTOFMEMORY);
+    out->vt = VT_ARRAY | VT_VARIANT;
+    const ArrayAccess access(out->parray);
+    auto* elements = static_cast<VARIANT*>(access.Data());
+    for (std::size_t i = 0; i < list.size(); ++i) elements[i] = ToVariant(list[i]).Release();
+  }
 };
 
 }  // namespace

@@ -12,7 +12,8 @@ namespace win32 {
 /// other type is an automation::Error kTypeMismatch that names it.
 automation::Value ToValue(const VARIANT& variant);
 
-/// Text becomes VT_BSTR, bytes VT_ARRAY | VT_UI1, an object VT_DISPATCH. Throws as ToDispatch does.
+/// Text becomes VT_BSTR, bytes VT_ARRAY | VT_UI1, a list VT_ARRAY | VT_VARIANT, an object VT_DISPATCH. Throws
+/// as ToDispatch does.
 Variant ToVariant(const automation::Value& value);
 
 }  // namespace win32

@@ -1,0 +1,103 @@
+#include "configuration/unit_desk.h"
+
+#include <algorithm>
+#include <ctime>
+
+#include "base/text.h"
+#include "shell/words.h"
+
+namespace configuration {
+namespace {
+
+constexpr const char* kStopChoice = "StopWithoutBackup";
+
+}  // namespace
+
+UnitDesk::UnitDesk(const UnseenPages::Surroundings& surroundings, const shell::Strings& strings)
+    : surroundings_(surroundings),
+      strings_(strings),
+      backups_(surroundings.settings.documentsFolder),
+      names_(surroundings) {}
+
+std::string UnitDesk::Fill(OpenUnit& unit, const std::vector<Difference>& differences) const {
+  std::vector<std::string> reasons;
+  std::vector<fields::Wanted> wanted;
+  for (const Difference& one : differences) {
+    if (one.kind == Difference::Kind::kCannotBeWritten) {
+      reasons.push_back(one.name + " = " + one.there + ": " + Text("this field cannot hold the value"));
+    } else if (one.kind == Difference::Kind::kOnlyThere) {
+      reasons.push_back(one.name + ": " + Text("not here"));
+    } else {
+      wanted.push_back({one.page, one.control, one.content});
+    }
+  }
+  if (!reasons.empty()) return base::Join(reasons, "\r\n");
+  for (const fields::Wanted& left : unit.Fill(std::move(wanted))) {
+    const fields::Field* field = unit.Find(left.page, left.field);
+    reasons.push_back((field ? PathOf(field->caption()) : left.field) + ": " +
+                      (left.reason.empty() ? Text("no page shows this field now") : left.reason));
+  }
+  return base::Join(reasons, "\r\n");
+}
+
+UnitDesk::Saved UnitDesk::Save(OpenUnit& unit, const std::function<bool()>& mayCommit) {
+  Saved saved;
+  std::string noBackup;
+  saved.save = unit.Save([&] {
+    try {
+      saved.before = names_.ToDocument(unit.BeforeSave());
+      backups_.Keep(kBackups, saved.before, std::time(nullptr));
+    } catch (const std::exception& error) {
+      saved.before.entries.clear();
+      noBackup =
+          Text("No backup of the former values could be kept:") + " " + shell::InWords(strings_, error);
+    }
+    const bool stop =
+        !noBackup.empty() && StopsWithoutBackup(surroundings_.platform.registry, surroundings_.settings);
+    return !stop && mayCommit();
+  });
+  saved.told = saved.save.told;
+  if (!noBackup.empty()) saved.told += (saved.told.empty() ? "" : "\r\n") + noBackup;
+  return saved;
+}
+
+std::string UnitDesk::Record(OpenUnit& unit, const Document& earlier, bool table) const {
+  const Snapshot snapshot = unit.Take();
+  const std::vector<PageTitle> titles = TitlesOf(surroundings_.table, strings_);
+  RecordInput input{.snapshot = snapshot,
+                    .pages = titles,
+                    .strings = strings_,
+                    .numbers = surroundings_.settings.numbers,
+                    .request = {},
+                    .time = surroundings_.platform.locale.GeneralDateNow(),
+                    .verified = true};
+  input.request.installer = surroundings_.settings.userName;
+  input.sensors = unit.SensorTypes();
+  input.signals = SignalTypes(snapshot);
+  if (!earlier.entries.empty()) input.earlier = &earlier;
+  input.shown = [&unit](auto page, auto control, auto content) {
+    const fields::Field* field = unit.Find(page, control);
+    return field ? field->shown(content) : std::string(content);
+  };
+  return table ? WriteRecordCsv(input) : WriteRecord(input);
+}
+
+std::vector<PageTitle> TitlesOf(std::span<const shell::PageEntry> table, const shell::Strings& strings) {
+  std::vector<PageTitle> titles = {{kMainWindow, strings.GetStrings("Main window")}};
+  for (const shell::PageEntry& entry : table)
+    titles.push_back(
+        {std::string(entry.pageClass), std::string(base::Trim(strings.GetStrings(entry.listCaption)))});
+  return titles;
+}
+
+bool StopsWithoutBackup(base::Registry& registry, const shell::Settings& settings) {
+  return base::ReadRegistryString(registry, base::RegistryRoot::kCurrentUser, settings.settingsKey,
+                                  kStopChoice) == "1";
+}
+
+void StopWithoutBackup(base::Registry& registry, const shell::Settings& settings, bool stop) {
+  base::WriteRegistryString(registry, base::RegistryRoot::kCurrentUser, settings.settingsKey, kStopChoice,
+                            stop ? "1" : "0");
+}
+
+}  // namespace configuration

@@ -1,0 +1,276 @@
+#include "plugin/configuration_api.h"
+
+#include <algorithm>
+#include <ctime>
+
+#include "base/error.h"
+#include "base/files.h"
+#include "base/text.h"
+#include "configuration/unit_list.h"
+#include "shell/words.h"
+
+namespace plugin {
+
+using automation::Arguments;
+using configuration::Difference;
+using configuration::Document;
+
+namespace {
+
+/// Who opens the session, as the host is told.
+constexpr const char* kWhoOpens = "QVRKvTARNCfg.Configuration";
+
+}  // namespace
+
+// The members in the order of the type library; a caller's member id is the place in the table plus 1.
+struct ConfigurationMembers {
+  using Api = ConfigurationApi;
+  using Answer = automation::Value;
+
+  static Answer Open(Api& api, const Arguments& arguments) {
+    const host::SessionRequest request = {
+        .networkName = arguments[0].AsText(),
+        .ipAddress = arguments[1].AsText(),
+        .ipPort = arguments[2].AsWhole(),
+        .remote = false,
+        .interfaceName = {},
+        .programId = kWhoOpens,
+        .deviceName = arguments[3].AsText(),
+        .lmoIndex = arguments[4].AsWhole(),
+        .commonFilesFolder = api.program_.GetSettings().commonFilesFolder,
+        .readFile = api.program_.GetPlatform().readFile,
+    };
+    return api.Run([&] { api.Open(request); });
+  }
+  static Answer Close(Api& api, const Arguments&) {
+    return api.Run([&] { api.Close(); });
+  }
+  static Answer Units(Api& api, const Arguments&) {
+    return api.Run([&] { return api.Units(); });
+  }
+  static Answer Imperial(Api& api, const Arguments&) { return api.imperial_; }
+  static void SetImperial(Api& api, const Answer& value) {
+    const bool imperial = value.AsBool();
+    api.Run([&] {
+      if (api.unit_ && imperial != api.imperial_) api.Load(imperial);
+      api.imperial_ = imperial;
+    });
+  }
+  static Answer Save(Api& api, const Arguments& arguments) {
+    return api.Run([&] { api.Save(arguments[0].AsText()); });
+  }
+  static Answer Compare(Api& api, const Arguments& arguments) {
+    return api.Run([&] { return api.Compare(arguments[0].AsText()); });
+  }
+  static Answer Apply(Api& api, const Arguments& arguments) {
+    const std::string file =
+        arguments.Count() == 0 || arguments[0].IsEmpty() ? std::string() : arguments[0].AsText();
+    return api.Run([&] { return Answer(api.Apply(file)); });
+  }
+  static Answer Record(Api& api, const Arguments& arguments) {
+    return api.Run([&] { api.Record(arguments[0].AsText()); });
+  }
+  static Answer Value(Api& api, const Arguments& arguments) {
+    return api.Run([&] { return Answer(api.Value(arguments[0].AsText(), arguments[1].AsText())); });
+  }
+  static void SetValue(Api& api, const Arguments& arguments) {
+    api.Run([&] { api.SetValue(arguments[0].AsText(), arguments[1].AsText(), arguments[2]); });
+  }
+};
+
+const automation::MemberOf<ConfigurationApi> ConfigurationApi::kMembers[9] = {
+    {"Open", nullptr, nullptr, ConfigurationMembers::Open},
+    {"Close", nullptr, nullptr, ConfigurationMembers::Close},
+    {"Units", ConfigurationMembers::Units},
+    {"Imperial", ConfigurationMembers::Imperial, ConfigurationMembers::SetImperial},
+    {"Save", nullptr, nullptr, ConfigurationMembers::Save},
+    {"Compare", nullptr, nullptr, ConfigurationMembers::Compare},
+    {"Apply", nullptr, nullptr, ConfigurationMembers::Apply},
+    {"Record", nullptr, nullptr, ConfigurationMembers::Record},
+    {"Value", ConfigurationMembers::Value, nullptr, nullptr, ConfigurationMembers::SetValue},
+};
+
+ConfigurationApi::ConfigurationApi(Program& program)
+    : program_(program),
+      english_([] { return automation::Object(); }),
+      quiet_(nullptr, program.GetPlatform().loop, english_) {
+  program_.Attach();
+}
+
+ConfigurationApi::~ConfigurationApi() {
+  unit_.reset();
+  program_.Detach();
+}
+
+template <class Work>
+automation::Value ConfigurationApi::Run(Work work) {
+  const std::string& title = program_.GetSettings().title;
+  if (program_.Busy())
+    throw automation::Error(automation::kApplicationDefined,
+                            "The configuration tool is busy. Please try again when it has finished.", title);
+  program_.Needed();
+  const Program::Unattended unattended(program_);
+  try {
+    if constexpr (std::is_void_v<decltype(work())>) {
+      work();
+      return {};
+    } else {
+      return work();
+    }
+  } catch (const std::exception& error) {
+    throw automation::Error(automation::kApplicationDefined, shell::InWords(english_, error), title);
+  }
+}
+
+configuration::OpenUnit& ConfigurationApi::Unit() {
+  if (!unit_) throw base::Error("No unit is open.");
+  return *unit_;
+}
+
+void ConfigurationApi::RequireApplied() const {
+  if (filled_) throw base::Error("Values that were put in are not applied. Apply them, or close the unit.");
+}
+
+void ConfigurationApi::Load(bool imperial) {
+  RequireApplied();
+  unit_.reset();
+  unit_ = std::make_unique<configuration::OpenUnit>(desk_->Surroundings(), english_, request_, imperial);
+  imperial_ = imperial;
+}
+
+void ConfigurationApi::Open(const host::SessionRequest& request) {
+  Close();
+  if (!desk_) {
+    desk_ = std::make_unique<configuration::UnitDesk>(
+        configuration::UnseenPages::Surroundings{program_.GetPlatform(), program_.GetSettings(),
+                                                 program_.PageTable(), quiet_},
+        english_);
+  }
+  request_ = request;
+  if (!request.deviceName.empty()) Load(imperial_);
+}
+
+void ConfigurationApi::Close() {
+  unit_.reset();
+  filled_ = false;
+}
+
+automation::Value ConfigurationApi::Units() {
+  if (!desk_) throw base::Error("No network is open.");
+  automation::List names;
+  for (const configuration::UnitEntry& unit : configuration::ListUnits(program_.GetPlatform(), request_)) {
+    // The one that is open here may be refused to the session that lists.
+    const bool own = unit_ && unit.fault.find('"' + request_.deviceName + '"') != std::string::npos;
+    if (!unit.name.empty() || own) names.emplace_back(own ? request_.deviceName : unit.name);
+  }
+  return names;
+}
+
+void ConfigurationApi::Save(const std::string& file) {
+  RequireApplied();
+  Unit().ReadSettings();
+  base::ReplaceFile(base::PathOf(file), configuration::Write(desk_->ToDocument(Unit().TakeAllDigits())));
+}
+
+Document ConfigurationApi::ReadDocument(const std::string& file) {
+  return configuration::Read(base::ReadFile(base::PathOf(file), configuration::kLargestFile),
+                             Unit().MakeHead().programId);
+}
+
+configuration::OpenUnit& ConfigurationApi::UnitFor(const Document& document) {
+  if (document.head.imperial != imperial_) Load(document.head.imperial);
+  Unit().ReadSettings();
+  return Unit();
+}
+
+configuration::Selection ConfigurationApi::Everything() const {
+  configuration::Selection selection;
+  for (const shell::PageEntry& entry : program_.PageTable())
+    selection.pages.insert(std::string(entry.pageClass));
+  return selection;
+}
+
+automation::Value ConfigurationApi::Compare(const std::string& file) {
+  const Document document = ReadDocument(file);
+  configuration::Selection selection = Everything();
+  selection.ofOneUnit = true;
+  automation::List lines;
+  for (const Difference& one : UnitFor(document).Compare(document, selection))
+    lines.emplace_back(automation::List{one.page, one.name, one.here, one.there});
+  return lines;
+}
+
+std::int32_t ConfigurationApi::Apply(const std::string& file) {
+  if (file.empty()) return Store();
+  const Document document = ReadDocument(file);
+  configuration::OpenUnit& unit = UnitFor(document);
+  const auto differences = unit.Compare(document, Everything());
+  if (differences.empty() && !filled_) return 0;
+  filled_ = true;
+  const std::string refused = desk_->Fill(unit, differences);
+  if (refused.empty()) return Store();
+  filled_ = false;
+  Load(imperial_);  // half of the file must not be applied by the next call
+  throw base::Error("Nothing was applied.\r\n" + refused);
+}
+
+std::int32_t ConfigurationApi::Store() {
+  if (!filled_) return 0;
+  const auto saved = desk_->Save(Unit(), [this] { return !program_.Ending(); });
+  switch (saved.save.result) {
+    case host::SaveResult::kCommitted:
+      break;
+    case host::SaveResult::kCancelled:
+      throw base::Error("Nothing was applied.\r\n" + saved.told);
+    case host::SaveResult::kUnknown:
+      throw base::Error("It is not known whether the values were applied.\r\n" + saved.told);
+  }
+  filled_ = false;
+  return static_cast<std::int32_t>(Unit().LastWritten().size());
+}
+
+void ConfigurationApi::Record(const std::string& file) {
+  RequireApplied();
+  Unit().ReadSettings();
+  const std::filesystem::path path = base::PathOf(file);
+  const bool table = base::EqualsNoCase(base::PathText(path.extension()), ".csv");
+  base::ReplaceFile(path, desk_->Record(Unit(), {}, table));
+}
+
+const fields::Field& ConfigurationApi::FieldNamed(const std::string& page, const std::string& field) {
+  if (base::EqualsNoCase(page, "Main window") || base::EqualsNoCase(page, configuration::kMainWindow))
+    return *Unit().Find(configuration::kMainWindow, configuration::kLocationControl);
+  std::string pageClass;
+  for (const shell::PageEntry& entry : program_.PageTable()) {
+    if (base::EqualsNoCase(page, entry.pageClass) || base::EqualsNoCase(page, base::Trim(entry.listCaption)))
+      pageClass = entry.pageClass;
+  }
+  for (const configuration::Held& held : Unit().Values()) {
+    const fields::Field& one = *held.field;
+    if (one.page != pageClass) continue;
+    if (base::EqualsNoCase(one.name, field) || base::EqualsNoCase(PathOf(one.caption()), field)) return one;
+  }
+  throw base::Error("There is no field \"" + field + "\" on a page \"" + page + "\".");
+}
+
+std::string ConfigurationApi::Value(const std::string& page, const std::string& field) {
+  const fields::Field& found = FieldNamed(page, field);
+  return configuration::Portable(program_.GetSettings().numbers, found.kind,
+                                 configuration::StoredContent(found));
+}
+
+void ConfigurationApi::SetValue(const std::string& page, const std::string& field,
+                                const automation::Value& content) {
+  const fields::Field& found = FieldNamed(page, field);
+  const auto* flag = std::get_if<bool>(&content.Get());
+  const std::string text = flag ? (*flag ? "1" : "0") : content.AsText();
+  const std::string local =
+      configuration::Local(program_.GetSettings().numbers, found.kind, text, found.content());
+  filled_ = true;
+  const auto left = Unit().Fill({{found.page, found.name, local}});
+  if (!left.empty())
+    throw base::Error(PathOf(found.caption()) + " = " + text + ": " +
+                      (left.front().reason.empty() ? "no page shows this field now" : left.front().reason));
+}
+
+}  // namespace plugin

@@ -1,0 +1,133 @@
+// The automation class for scripts: what a caller sees of it, what a unit holds afterwards, and that a
+// session ends.
+#include <filesystem>
+
+#include "base/files.h"
+#include "plugin/configuration_api.h"
+#include "tool_test.h"
+
+namespace {
+
+using automation::Error;
+using automation::Object;
+using automation::Value;
+
+struct ScriptTest : tests::ToolTest {
+  void OpenUnit(const std::string& device) {
+    script.Call("Open", building.NetworkName(), building.IpAddress(), building.Port(), device, 1);
+  }
+  void Put(const char* page, const char* field, const Value& content) {
+    const Value arguments[] = {page, field, content};
+    script.GetTarget()->Invoke(automation::Access::kPut, "Value", arguments);
+  }
+  std::string Get(const char* page, const char* field) { return script.Get("Value", page, field).AsText(); }
+  template <class Work>
+  std::string FaultOf(Work work) {
+    try {
+      work();
+    } catch (const Error& error) {
+      EXPECT_EQ(error.Code(), automation::kApplicationDefined);
+      EXPECT_EQ(error.Source(), "KV-TARN Configuration");
+      return error.Description();
+    }
+    return "no fault";
+  }
+  std::string Gain(const char* device) {
+    return Stored(device, 30, "UCPTspaceTempPIDparam#SI", 4).substr(0, 7);
+  }
+
+  std::string file = (std::filesystem::path(Documents()) / "script.kvtarn").string();
+  Object script{std::make_shared<plugin::ConfigurationApi>(program)};
+};
+
+TEST_F(ScriptTest, ValuesAreReadAndPutInByNameOrCaptionAndStoredByApply) {
+  OpenUnit(tests::kAssigned);
+  EXPECT_EQ(Get("PID", "space temperature, proportional gain"), "25.0000");
+  EXPECT_EQ(Get("fControlOutput", "cboOutput(2)"), "COOLING_1");
+  Put("fPID", "txtPIDTemp(0)", 30.5);
+  EXPECT_EQ(Get("PID", "Space Temperature, Proportional Gain"), "30.5");
+  EXPECT_EQ(Gain(tests::kAssigned), "25.0000");
+  EXPECT_NE(FaultOf([&] { script.Call("Save", file); }).find("not applied"), std::string::npos);
+  EXPECT_NE(FaultOf([&] { script.Put("Imperial", true); }).find("not applied"), std::string::npos);
+  EXPECT_EQ(script.Call("Apply").AsWhole(), 1);
+  EXPECT_EQ(script.Call("Apply").AsWhole(), 0);
+  EXPECT_EQ(Gain(tests::kAssigned), "30.5000");
+  script.Put("Imperial", true);
+  EXPECT_EQ(Get("PID", "Space Temperature, Proportional Gain").substr(0, 6), "16.944");
+  script.Put("Imperial", false);
+
+  EXPECT_NE(FaultOf([&] { Put("Outputs", "Output 3, Usage", "UNASSIGNED"); }).find("COOLING_2 selected"),
+            std::string::npos);
+  EXPECT_NE(FaultOf([&] { Put("PID", "Nothing", 1); }).find("no field \"Nothing\""), std::string::npos);
+  Put("fPID", "chkPID", false);
+  Put("Main window", "Location", "Roof");
+  script.Call("Close");
+  EXPECT_EQ(FaultOf([&] { Get("PID", "txtPIDTemp(0)"); }), "No unit is open.");
+  OpenUnit(tests::kAssigned);
+  EXPECT_EQ(base::Trim(Get("fMain", "txtLocation")), "Roof north, bay 3")
+      << "what was not applied is dropped";
+}
+
+TEST_F(ScriptTest, AFileIsAppliedWhollyOrNotAtAllAndComparedInItsUnits) {
+  script.Put("Imperial", true);
+  OpenUnit(tests::kPressure);
+  script.Call("Save", file);
+  script.Put("Imperial", false);
+  OpenUnit(tests::kUnassigned);
+  const automation::List lines = script.Call("Compare", file).AsList();
+  ASSERT_GT(lines.size(), 20u);
+  EXPECT_EQ(lines[0].AsList().size(), 4u);
+  EXPECT_GT(script.Call("Apply", file).AsWhole(), 20);
+  EXPECT_EQ(script.Call("Compare", file).AsList().size(), 1u) << "the location is the unit's own";
+  EXPECT_EQ(script.Call("Apply", file).AsWhole(), 0);
+
+  auto document = configuration::Read(base::ReadFile(file, configuration::kLargestFile), "");
+  const_cast<configuration::Entry*>(document.Find("fPID", "txtPIDTemp(0)"))->content = "20";
+  const_cast<configuration::Entry*>(document.Find("fControlOutput", "cboOutput(0)"))->content = "NO_FUNCTION";
+  base::ReplaceFile(file, configuration::Write(document));
+  const std::string before = building.StoredDevice(tests::kUnassigned);
+  EXPECT_NE(FaultOf([&] { script.Call("Apply", file); }).find("Output 1, Usage"), std::string::npos);
+  EXPECT_EQ(script.Call("Apply").AsWhole(), 0) << "half of a refused file";
+  building.Faults().Fail({.member = "Network.CommitTransaction"});
+  EXPECT_EQ(building.StoredDevice(tests::kUnassigned), before);
+  EXPECT_NE(FaultOf([&] { script.Call("Apply", Documents() + "/none.kvtarn"); }).find("none.kvtarn"),
+            std::string::npos);
+  const std::string record = Documents() + "/script.html";
+  building.Faults().Clear();
+  script.Call("Record", record);
+  EXPECT_NE(base::ReadFile(record, 1 << 20).find(tests::kUnassigned), std::string::npos);
+}
+
+TEST_F(ScriptTest, AScriptAndTheWindowTakeTurnsAndALetGoSessionEnds) {
+  EXPECT_EQ(FaultOf([&] { script.Get("Units"); }), "No network is open.");
+  script.Call("Open", building.NetworkName(), building.IpAddress(), building.Port(), "", 1);
+  EXPECT_EQ(script.Get("Units").AsList().size(), 4u);
+  OpenUnit(tests::kUnassigned);
+  EXPECT_EQ(script.Get("Units").AsList()[1].AsText(), tests::kUnassigned);
+  EXPECT_EQ(script.Get("Units").AsList().size(), 4u) << "also the one that is open here";
+  Open(tests::kAssigned);
+  EXPECT_NE(FaultOf([&] { OpenUnit(tests::kAssigned); }).find("is open in another session"),
+            std::string::npos);
+  prompts.whileAsked = [this] {
+    EXPECT_NE(FaultOf([&] { script.Call("Close"); }).find("is busy"), std::string::npos);
+  };
+  Type("fPID.txtPIDTemp(0)", "31");
+  Main().Close();  // asks
+  EXPECT_TRUE(prompts.asked.size() > 0);
+  prompts.whileAsked = {};
+  OpenUnit(tests::kPressure);
+  script = {};
+  Object other{std::make_shared<plugin::ConfigurationApi>(program)};
+  EXPECT_NO_THROW(
+      other.Call("Open", building.NetworkName(), building.IpAddress(), building.Port(), tests::kPressure, 1));
+  loop.onTurn = [this, &other] {
+    loop.onTurn = {};
+    EXPECT_NE(FaultOf([&] { other.Call("Close"); }).find("is busy"), std::string::npos);
+    EXPECT_TRUE(program.CallOverdue("Value", std::chrono::seconds(61)));
+    EXPECT_FALSE(program.CallOverdue("Value", std::chrono::seconds(59)));
+  };
+  other.Call("Save", file);
+  EXPECT_FALSE(loop.onTurn) << "the loop was turned";
+}
+
+}  // namespace
