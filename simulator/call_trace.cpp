@@ -18,8 +18,8 @@ json ToJson(const Value& value) {
   return std::visit(
       [](const auto& content) -> json {
         using T = std::decay_t<decltype(content)>;
-        if constexpr (std::is_same_v<T, Object>) {
-          throw base::Error("A trace holds no calls with objects as arguments.");
+        if constexpr (std::is_same_v<T, Object> || std::is_same_v<T, automation::List>) {
+          throw base::Error("A trace holds no calls with objects or lists as arguments.");
         } else if constexpr (std::is_same_v<T, std::monostate>) {
           return nullptr;
         } else {

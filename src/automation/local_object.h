@@ -48,7 +48,7 @@ class LocalObject : public Target {
   virtual int MemberCount() const = 0;
   virtual std::string_view MemberName(int place) const = 0;
   /// Whether a write of the member has arguments in front of the content.
-  virtual bool HasIndex(int place) const = 0;
+  virtual bool HasIndex(int) const { return false; }
   /// kMemberNotFound when the member does not allow this access. A call of a readable member reads it and the
   /// other way round, as late-bound callers do not tell the two apart.
   virtual Value InvokeAt(int place, Access access, std::span<const Value> arguments) = 0;
@@ -75,7 +75,7 @@ class LocalClass : public LocalObject {
     return T::kMembers[static_cast<std::size_t>(place)].name;
   }
 
-  bool HasIndex(int place) const final {
+  bool HasIndex(int place) const override {
     return T::kMembers[static_cast<std::size_t>(place)].putAt != nullptr;
   }
 
