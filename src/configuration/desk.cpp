@@ -57,21 +57,6 @@ void Desk::Hide() {
   differences_.Hide();
 }
 
-std::string Desk::Words(const std::exception& error) const {
-  if (const auto* worded = dynamic_cast<const base::WordedError*>(&error))
-    return shell::ReplacePlaceholders(Text(worded->Text()), worded->Arguments());
-  if (const auto* step = dynamic_cast<const host::StepError*>(&error)) {
-    std::string words = strings_.FormatStrings(step->what(), step->Arguments());
-    try {
-      std::rethrow_if_nested(*step);
-    } catch (const std::exception& reason) {
-      words += "\r\n" + shell::DescribeError(reason);
-    }
-    return words;
-  }
-  return shell::DescribeError(error);
-}
-
 void Desk::Do(std::string_view routine, const std::function<void()>& work) {
   main_.Command(routine, [&] {
     try {
@@ -94,7 +79,9 @@ void Desk::SaveAs() {
       {Text("Configurations (*.kvtarn)|*.kvtarn|All files (*.*)|*.*"),
        settings_.documentsFolder + "\\" + SafeName(DeviceName()) + kFileEnding, kAskBeforeReplacing});
   if (!file) return;
-  base::ReplaceFile(base::PathOf(*file), Write(ToFile(snapshot)));
+  Document document = ToFile(snapshot);
+  document.sections = UnitFile(settings_, main_.Opened, kNotes).Read();
+  base::ReplaceFile(base::PathOf(*file), Write(document));
   lastFile_ = *file;
   main_.AddMessage(shell::ReplacePlaceholders(Text("%s1% values were saved in %s2%"),
                                               {std::to_string(snapshot.values.size()), *file}),

@@ -16,7 +16,9 @@
 #include "configuration/fRecord.h"
 #include "configuration/fSaveAs.h"
 #include "configuration/snapshot.h"
+#include "configuration/unit_file.h"
 #include "configuration/unseen_pages.h"
+#include "configuration/words.h"
 #include "shell/main_window.h"
 
 namespace configuration {
@@ -31,6 +33,9 @@ class Desk final : public shell::Companion {
   bool SaveBegins() override;
   bool MayCommit() override;
   void Hide() override;
+
+  /// What the tool advises on these values, for the record.
+  std::function<std::vector<AdviceLine>(const Snapshot&)> onAdvise;
 
   fDifferences& Differences() { return differences_; }
   fSaveAs& SaveWindow() { return saveAs_; }
@@ -61,7 +66,7 @@ class Desk final : public shell::Companion {
   void CompareWith(const Document& document, const std::string& title, const std::string& there);
 
   std::string Text(std::string_view english) const { return strings_.GetStrings(english); }
-  std::string Words(const std::exception& error) const;
+  std::string Words(const std::exception& error) const { return WordsOf(error, strings_); }
   /// What the pages in view hold now, or what the device holds; the location, too.
   std::vector<Held> Shown(bool withEdits);
   /// The same by unseen pages, in these units.

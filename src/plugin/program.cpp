@@ -3,6 +3,7 @@
 #include <utility>
 
 #include "advice/fAdvice.h"
+#include "checkout/fCheckOut.h"
 #include "configuration/desk.h"
 #include "host/contract.h"
 #include "logger/message_logger.h"
@@ -119,8 +120,12 @@ void Program::ClientsGone() {
 std::unique_ptr<shell::fMain> Program::NewWindow() {
   auto window = std::make_unique<shell::fMain>(platform_, settings_, strings_, pageTable_, activity_,
                                                [this] { WindowEnding(); });
-  window->Add(std::make_unique<configuration::Desk>(*window, platform_, settings_, strings_, pageTable_));
-  window->Add(std::make_unique<advice::fAdvice>(*window, platform_, settings_, strings_));
+  auto desk = std::make_unique<configuration::Desk>(*window, platform_, settings_, strings_, pageTable_);
+  auto advice = std::make_unique<advice::fAdvice>(*window, platform_, settings_, strings_);
+  desk->onAdvise = [&advice = *advice](const auto& snapshot) { return advice.AdviceOn(snapshot); };
+  window->Add(std::move(desk));
+  window->Add(std::move(advice));
+  window->Add(std::make_unique<checkout::fCheckOut>(*window, platform_, settings_, strings_));
   return window;
 }
 

@@ -37,7 +37,10 @@ void Changes::Attach(std::size_t page, ISubForm& form) {
   };
 }
 
-void Changes::Clear() { followed_.clear(); }
+void Changes::Clear() {
+  followed_.clear();
+  ++generation_;
+}
 
 void Changes::Follow(Page& page) {
   for (const Entry& entry : page.entries) SetMark(entry.field, ui::Mark::kNone, {});

@@ -88,7 +88,10 @@ TEST_P(LanguageTables, GiveEveryKeyOfAWindowOnce) {
   const std::vector<std::string> windows[] = {
       {"&File", "&View", "&Help", "&OK"},
       {"&Apply", "&Take back the last save...", "Save con&figuration as...", "&Open configuration...",
-       "Compare with &unit...", "&Backups...", "&Record...", "&No save without a backup", "&Close"},
+       "Compare with &unit...", "&Backups...", "&Record...", "&No save without a backup",
+       "C&heck out outputs...", "&Close"},
+      {"Time &limit:", "&Remark:", "&Yes, it moved", "&No", "S&kip", "&Start", "&Put back", "&Close"},
+      {"&Go to", "&Accept...", "&Close"},
       {"&Show what is equal, too", "Tick &all", "Tick &none", "&Fold", "&Take over", "&Close"},
       {"&Refresh", "&Message Logger", "&Language"},
       {"Config&ure", "&Save to File", "Cl&ose", "&Clear"}};
@@ -160,7 +163,8 @@ std::set<std::string> ShownTexts() {
   for (const char* file : {"plugin/plugin_api.cpp", "plugin/window_agent.cpp", "host/session.cpp"}) {
     texts.merge(ShownTexts(fs::path(SOURCE_DIR) / file));
   }
-  for (const char* room : {"pages", "shell", "logger", "fields", "configuration", "serverlink", "advice"}) {
+  for (const char* room :
+       {"pages", "shell", "logger", "fields", "configuration", "serverlink", "advice", "checkout"}) {
     for (const auto& file : fs::recursive_directory_iterator(fs::path(SOURCE_DIR) / room)) {
       const bool markup = file.path().filename().string().starts_with("record");  // has tests of its own
       if (file.path().extension() == ".cpp" && !markup) texts.merge(ShownTexts(file.path()));
@@ -199,7 +203,7 @@ TEST_P(LanguageTables, HoldNothingThatTheSourcesLost) {
 TEST_P(LanguageTables, HoldEveryCaptionOfTheWindows) {
   // Units and numbers, names of the device and what it holds.
   const std::regex unlike(
-      R"(nv[io].*|[°%"] ?[\w/ %°"]*|Pa|KJ/kg|BTU/lb|[^a-zA-Z]*|[A-Z0-9]+(_\w+)*|Veldran.*|(In|Out)put \d)");
+      R"(nv[io].*|[°%"] ?[\w/ %°"]*|Pa|KJ/kg|BTU/lb|[^a-zA-Z]*|[A-Z0-9]+(_\w+)*|Veldran.*|(In|Out)put \d|1 fault, \d hints)");
   const auto table = Table(GetParam());
   tests::Tool tool;
   tool.Open(tests::kAssigned);
