@@ -7,6 +7,7 @@
 #include "configuration/backups.h"
 #include "configuration/words.h"
 #include "logger/message_logger.h"
+#include "shell/window_place.h"
 
 namespace advice {
 namespace {
@@ -96,7 +97,10 @@ void fAdvice::Loaded() {
 void fAdvice::ShowMe() {
   // What no control shows concerns some rules too.
   main_.Command("Advice", [this] { main_.Pending().ReadSettings(); });
-  if (platform_.toolkit && !GetWindowPeer()) platform_.toolkit->Realize(*this);
+  if (platform_.toolkit && !GetWindowPeer()) {
+    platform_.toolkit->Realize(*this);
+    shell::Widen(*this);
+  }
   Show();
   ShowRows();
   lvwAdvice.FitColumns();

@@ -135,7 +135,7 @@ void fCheckOut::OfferToPutBack() {
            settings_.title, ui::Buttons::kYesNo, ui::Icon::kExclamation}) != ui::Answer::kYes) {
     return;
   }
-  const bool edits = main_.Pages().AnyPageChanged();
+  const bool edits = HasEdits();
   if (!PutBack()) return;
   main_.AddMessage(Text("The outputs were put back."), "CheckOut", kLocation, logger::kInformation);
   if (!edits) main_.ReadAgain(main_.Device().IsImperial);
@@ -143,10 +143,15 @@ void fCheckOut::OfferToPutBack() {
 
 // --- opening ---
 
+// What pages change by themselves loses nothing.
+bool fCheckOut::HasEdits() const {
+  const auto changes = main_.Pending().List();
+  return std::ranges::any_of(changes, [](const shell::Change& change) { return change.field != nullptr; });
+}
+
 std::string fCheckOut::WhyNot() {
   if (main_.Locked()) return Text("The window is locked. Unlock it to check the outputs.");
-  if (main_.Pages().AnyPageChanged())
-    return Text("There are changes that are not applied. Apply them or take them back first.");
+  if (HasEdits()) return Text("There are changes that are not applied. Apply them or take them back first.");
   outputs_.Load();
   if (!outputs_.Standing().empty()) OfferToPutBack();
   if (!outputs_.Standing().empty())
@@ -178,7 +183,6 @@ void fCheckOut::Lead() {
   if (platform_.toolkit && !GetWindowPeer()) platform_.toolkit->Realize(*this);
   Show();
   ShowSteps();
-  lvwSteps.FitColumns();
   BringToFront();
   cmdStart.Focus();
   second_.Start();
@@ -216,6 +220,7 @@ void fCheckOut::ShowSteps() {
   }
   lvwSteps.SetRows(std::move(rows));
   lvwSteps.SetSelection({step_});
+  lvwSteps.FitColumns();
   ShowState();
 }
 
@@ -369,6 +374,7 @@ bool fCheckOut::MayClose() {
 }
 
 void fCheckOut::Hide() {
+  offer_.Stop();
   if (Visible()) outputs_.PutBack();  // nobody is told any more; the next start offers what is left
   Window::Hide();
 }

@@ -32,6 +32,7 @@ class fCheckOut final : public ui::Window, public shell::Companion {
   void Open();
   /// Why no check-out can begin now, in words; empty when it can.
   std::string WhyNot();
+  bool HasEdits() const;
   void Lead();
   void OfferToPutBack();
 

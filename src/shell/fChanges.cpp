@@ -4,6 +4,7 @@
 
 #include "base/text.h"
 #include "logger/message_logger.h"
+#include "shell/window_place.h"
 
 namespace shell {
 namespace {
@@ -76,7 +77,10 @@ void fChanges::SetReviewing(bool reviewing) {
 }
 
 void fChanges::Realize() {
-  if (platform_.toolkit && !GetWindowPeer()) platform_.toolkit->Realize(*this);
+  if (platform_.toolkit && !GetWindowPeer()) {
+    platform_.toolkit->Realize(*this);
+    Widen(*this);
+  }
   Show();
   ShowRows();
   lvwChanges.FitColumns();
