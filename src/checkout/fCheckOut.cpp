@@ -20,6 +20,8 @@ constexpr std::string_view kLocation = "Check-out";  // in the log
 constexpr const char* kLimit = "CheckOutLimit";      // in the settings
 constexpr const char* kUsualLimit = "120";           // seconds
 constexpr int kShortestLimit = 5, kLongestLimit = 3600;
+// Results, as files have them: keys of the string table.
+constexpr const char *kMoved = "moved", *kNotMoved = "not moved", *kSkipped = "skipped";
 constexpr auto kOfferInterval = 500ms;  // until the main window is there and has nothing else to do
 
 }  // namespace
@@ -39,9 +41,9 @@ fCheckOut::fCheckOut(shell::fMain& main, const shell::Platform& platform, const 
   iconFile = settings.iconFile;
   lvwSteps.onSelection = [this] { ChooseStep(); };
   cmdStart.onClick = [this] { StartStep(); };
-  cmdYes.onClick = [this] { Answer("moved"); };
-  cmdNo.onClick = [this] { Answer("not moved"); };
-  cmdSkip.onClick = [this] { Answer("skipped"); };
+  cmdYes.onClick = [this] { Answer(kMoved); };
+  cmdNo.onClick = [this] { Answer(kNotMoved); };
+  cmdSkip.onClick = [this] { Answer(kSkipped); };
   cmdClose.onClick = [this] { Close(); };
   cancelButton = &cmdClose;
   onQueryClose = [this] { return MayClose(); };
@@ -180,9 +182,9 @@ void fCheckOut::Lead() {
   results_ = notes_.Read()[configuration::kCheckOut];
   step_ = 0;
   started_ = timeOver_ = false;
+  ShowSteps();
   if (platform_.toolkit && !GetWindowPeer()) platform_.toolkit->Realize(*this);
   Show();
-  ShowSteps();
   BringToFront();
   cmdStart.Focus();
   second_.Start();
@@ -216,7 +218,7 @@ void fCheckOut::ShowSteps() {
                     {Text("Output %s1%", {std::to_string(step.Looked().output)}), step.Looked().function,
                      Text(step.position), line ? Text(TextOf(result, "result")) : std::string(),
                      TextOf(result, "remark"), TextOf(result, "who"), when.substr(0, when.find('T'))},
-                    TextOf(result, "result") == "not moved" ? logger::kExclamation : 0});
+                    TextOf(result, "result") == kNotMoved ? logger::kExclamation : 0});
   }
   lvwSteps.SetRows(std::move(rows));
   lvwSteps.SetSelection({step_});
@@ -310,8 +312,8 @@ void fCheckOut::Tick() {
 }
 
 void fCheckOut::Answer(const char* result) {
-  if (outputs_.Busy()) return;
-  if (result == std::string_view("not moved") && base::Trim(txtRemark.Text()).empty()) {
+  if (outputs_.Busy() || (!started_ && result != std::string_view(kSkipped))) return;
+  if (result == std::string_view(kNotMoved) && base::Trim(txtRemark.Text()).empty()) {
     platform_.prompts.Ask({Text("Say in the remark what happened instead."), settings_.title,
                            ui::Buttons::kOk, ui::Icon::kInformation});
     return txtRemark.Focus();
