@@ -234,7 +234,7 @@ std::string fCheckOut::WhatHappens(const Step& step) const {
                          ? Text("Output %s1%, %s2%, switches ON.", {output, function})
                          : Text("Output %s1%, %s2%, goes to %s3%.", {output, function, step.position});
   if (step.overrides.size() > 1)
-    text += " " + Text("%s1% stays OFF meanwhile.", {step.overrides.back().function});
+    text.append(" ").append(Text("%s1% stays OFF meanwhile.", {step.overrides.back().function}));
   return text;
 }
 

@@ -4,6 +4,7 @@
 #include <ctime>
 #include <system_error>
 
+#include "base/error.h"
 #include "base/files.h"
 #include "configuration/backups.h"
 
@@ -17,12 +18,18 @@ std::filesystem::path UnitFile::Path() const {
 Sections UnitFile::Read() const {
   std::error_code ignored;
   if (settings_.documentsFolder.empty() || !std::filesystem::exists(Path(), ignored)) return {};
-  return configuration::Read(base::ReadFile(Path(), kLargestFile), {}).sections;
+  const std::string text = base::ReadFile(Path(), kLargestFile);
+  try {
+    return configuration::Read(text, {}).sections;
+  } catch (const base::WordedError&) {
+    throw base::WordedError("%s1% is damaged. Correct the file or remove it.", {base::PathText(Path())});
+  }
 }
 
 void UnitFile::Write(const Sections& sections) const {
   if (std::ranges::all_of(sections, [](const auto& section) { return section.second.empty(); })) {
-    std::filesystem::remove(Path());
+    std::error_code ignored;  // whoever reads the list again finds that it says nothing
+    std::filesystem::remove(Path(), ignored);
     return;
   }
   Document document{{}, {}, sections};

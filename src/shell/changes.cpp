@@ -53,6 +53,7 @@ void Changes::Follow(Page& page) {
 }
 
 void Changes::Add(Page& page, Field field) {
+  ++generation_;
   Entry entry;
   entry.device = field.content();
   entry.applied = field.applies();
@@ -75,7 +76,6 @@ void Changes::ReadSettings() {
     }
     JudgeAll(page);
   }
-  ++generation_;
   Told();
 }
 
