@@ -15,14 +15,15 @@ serverlink: base automation ui
 shell: base automation ui host logger fields
 pages: base automation ui host logger fields shell
 configuration: base automation ui host logger fields shell
-advice: base automation ui host logger fields shell
+advice: base automation ui host logger fields shell configuration
+checkout: base automation ui host logger fields shell configuration
 fleet: base automation ui host logger fields shell configuration
-plugin: base automation ui host logger fields shell configuration advice fleet
+plugin: base automation ui host logger fields shell configuration advice checkout fleet
 platform/win32/system: base automation ui plugin
 platform/win32/com: base automation platform/win32/system
 platform/win32/window: base automation ui shell platform/win32/system
 platform/win32/control: base automation ui platform/win32/system platform/win32/com platform/win32/window
-app: base automation ui host logger fields serverlink shell pages configuration advice fleet plugin platform/win32/system platform/win32/com
+app: base automation ui host logger fields serverlink shell pages configuration advice checkout fleet plugin platform/win32/system platform/win32/com
   platform/win32/window platform/win32/control
 '
 # A leaf: names of the host alone.

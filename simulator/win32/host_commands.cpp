@@ -160,6 +160,8 @@ void SetPatience(Stage& stage, Words words) {
   stage.patience.limit = std::chrono::seconds(WholeNumber(words[0]));
 }
 
+void KillTool(Stage&, Words) { EndToolProcesses(); }
+
 // [LEFT]
 void WaitProcessEnd(Stage& stage, Words words) {
   const auto left = words.empty() ? std::size_t{0} : static_cast<std::size_t>(WholeNumber(words[0]));
@@ -190,6 +192,7 @@ constexpr Command kCommands[] = {
     {"other-host resume", "", 0, 0, ResumeOtherHost},
     {"other-host end", "[killed]", 0, 1, WaitOtherHost},
     {"reopen", "", 0, 0, ReopenStore},
+    {"kill-tool", "", 0, 0, KillTool},
     {"patience", "SECONDS", 1, 1, SetPatience},
     {"wait process-end", "[LEFT]", 0, 1, WaitProcessEnd},
 };

@@ -8,6 +8,7 @@
 #include <vector>
 
 #include "advice/advice.h"
+#include "configuration/document.h"
 
 namespace advice {
 
@@ -23,6 +24,10 @@ Accepted Accept(const Advice& advice, std::string who, std::string when, std::st
 
 /// Whether this is about the same rule and fields, and nothing has changed since.
 bool Holds(const Accepted& accepted, const Advice& advice);
+
+/// As a file has it, and back; a line that somebody has damaged holds for nothing.
+configuration::Line ToLine(const Accepted& accepted);
+Accepted FromLine(const configuration::Line& line);
 
 /// The acceptance of an advice that still holds, the latest of several; nothing: the advice is open.
 const Accepted* AcceptanceOf(const Advice& advice, std::span<const Accepted> accepted);

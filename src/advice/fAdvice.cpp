@@ -1,34 +1,53 @@
 #include "advice/fAdvice.h"
 
 #include <algorithm>
+#include <ctime>
 
-#include "advice/field_contents.h"
 #include "base/text.h"
+#include "configuration/backups.h"
 #include "logger/message_logger.h"
+#include "shell/window_place.h"
+#include "shell/words.h"
 
 namespace advice {
 namespace {
 
-constexpr const char* kColumns[] = {"Page", "Field", "Advice", "What to do"};
+constexpr const char* kColumns[] = {"Advice", "Severity", "Page", "Field"};
 constexpr std::string_view kMainWindow = "fMain";  // has the location
+constexpr std::string_view kLocation = "Advice";   // in the log
+constexpr std::size_t kDateLength = 10;            // of "2026-11-22T14:05:00Z"
+
+bool IsFault(const Advice& advice) { return advice.rule->severity == Severity::kFault; }
 
 }  // namespace
 
 fAdvice::fAdvice(shell::fMain& main, const shell::Platform& platform, const shell::Settings& settings,
                  const shell::Strings& strings)
-    : Window("fAdvice"), main_(main), platform_(platform), settings_(settings), strings_(strings) {
+    : Window("fAdvice"),
+      main_(main),
+      platform_(platform),
+      settings_(settings),
+      strings_(strings),
+      notes_(settings, main.Opened, configuration::kNotes),
+      accept_(platform, settings, strings),
+      location_(main.LocationField()) {
   iconFile = settings.iconFile;
   lvwAdvice.onSelection = [this] { ShowReason(); };
   lvwAdvice.onOpen = [this] { GoTo(); };
   cmdGoTo.onClick = [this] { GoTo(); };
+  cmdAccept.onClick = [this] { AcceptSelected(); };
   cmdClose.onClick = [this] { Close(); };
+  main.AdviceButton().onClick = [this] { ShowMe(); };
   defaultButton = &cmdGoTo;
   cancelButton = &cmdClose;
   SetLayout(ui::Stack({
       ui::Grow(ui::Item(lvwAdvice)),
       ui::GrowX(ui::Item(lblWhy)),
+      ui::GrowX(ui::Item(lblTodo)),
       ui::GrowX(ui::Item(lblSource)),
-      ui::GrowX(ui::Line({ui::GrowX(ui::Item(lblCount)), ui::Item(cmdGoTo), ui::Item(cmdClose)})),
+      ui::GrowX(ui::Item(lblAccepted)),
+      ui::GrowX(ui::Line(
+          {ui::GrowX(ui::Item(lblCount)), ui::Item(cmdGoTo), ui::Item(cmdAccept), ui::Item(cmdClose)})),
   }));
 }
 
@@ -46,12 +65,42 @@ void fAdvice::InitStrings() {
   for (const char* column : kColumns) columns.push_back(strings_.GetStrings(column));
   lvwAdvice.SetColumns(std::move(columns));
   cmdGoTo.SetText(strings_.GetStrings("&Go to"));
+  cmdAccept.SetText(strings_.GetStrings("&Accept..."));
+  cmdAccept.SetTip(strings_.GetStrings("It is right as it is: asks for the reason"));
   cmdClose.SetText(strings_.GetStrings("&Close"));
+  accept_.InitStrings();
+  main_.AdviceButton().SetTip(strings_.GetStrings("Shows what the tool advises"));
+  main_.AdviceButton().SetRoom(
+      base::Join({shell::ReplacePlaceholders(strings_.GetStrings("%s1% faults"), {"88"}),
+                  shell::ReplacePlaceholders(strings_.GetStrings("%s1% hints"), {"88"})},
+                 ", "));
+  Follow();
+}
+
+void fAdvice::Hide() {
+  accept_.Hide();
+  Window::Hide();
+}
+
+void fAdvice::Loaded() {
+  accepted_.clear();
+  try {
+    const configuration::Sections kept = notes_.Read();
+    const auto lines = kept.find(configuration::kAccepted);
+    if (lines != kept.end()) std::ranges::transform(lines->second, std::back_inserter(accepted_), FromLine);
+  } catch (const std::exception& error) {
+    main_.AddMessage(shell::InWords(strings_, error), "Loaded", kLocation, logger::kExclamation);
+  }
   Follow();
 }
 
 void fAdvice::ShowMe() {
-  if (platform_.toolkit && !GetWindowPeer()) platform_.toolkit->Realize(*this);
+  // What no control shows concerns some rules too.
+  main_.Command("Advice", [this] { main_.Pending().ReadSettings(); });
+  if (platform_.toolkit && !GetWindowPeer()) {
+    platform_.toolkit->Realize(*this);
+    shell::Widen(*this);
+  }
   Show();
   ShowRows();
   lvwAdvice.FitColumns();
@@ -60,42 +109,97 @@ void fAdvice::ShowMe() {
 }
 
 void fAdvice::Follow() {
+  Judge();
+  main_.AdviceButton().SetText(CountText());
   if (Visible()) ShowRows();
 }
 
-std::optional<std::string> fAdvice::ContentOf(std::string_view page, std::string_view control) const {
-  const ui::Control* box = page == kMainWindow ? main_.Find(control) : nullptr;
-  return box ? std::optional(box->Text()) : std::nullopt;
+void fAdvice::Judge() {
+  if (generation_ != main_.Pending().Generation()) {
+    generation_ = main_.Pending().Generation();
+    std::vector<const fields::Field*> fields = main_.Pending().Fields();
+    if (!fields.empty()) fields.push_back(&location_);
+    contents_.emplace(fields, main_.Selections());
+  }
+  list_.clear();
+  for (Advice& advice : Evaluate({std::cref(*contents_), main_.Device().IsImperial, settings_.numbers})) {
+    const Accepted* accepted = AcceptanceOf(advice, accepted_);
+    list_.push_back({std::move(advice), accepted ? std::optional(*accepted) : std::nullopt});
+  }
+  std::ranges::stable_partition(list_, [](const Found& found) { return !found.accepted; });
 }
 
-std::vector<Advice> fAdvice::Found() const {
-  const FieldContents pages(main_.Pending().Fields(), main_.Selections());
-  return Evaluate({[&](std::string_view page, std::string_view control) {
-                     return page == kMainWindow ? ContentOf(page, control) : pages(page, control);
-                   },
-                   main_.Device().IsImperial, settings_.numbers});
+std::vector<shell::Warning> fAdvice::Warnings() {
+  std::vector<shell::Warning> warnings;
+  for (const auto& [advice, accepted] : list_) {
+    const Concerned& first = advice.fields.front();
+    if (IsFault(advice) && !accepted)
+      warnings.push_back({PageOf(first), PathOf(first), TextOf(advice, strings_)});
+  }
+  return warnings;
+}
+
+std::vector<configuration::AdviceLine> fAdvice::AdviceOn(const configuration::Snapshot& snapshot) const {
+  const auto contents = [&](std::string_view page, std::string_view control) -> std::optional<std::string> {
+    const configuration::Value* value = snapshot.Find(page, control);
+    if (!value) return std::nullopt;
+    return configuration::Local(settings_.numbers, value->kind, value->content, value->shown);
+  };
+  std::vector<configuration::AdviceLine> lines;
+  for (const Advice& advice : Evaluate({contents, snapshot.head.imperial, settings_.numbers})) {
+    configuration::AdviceLine line{.fault = IsFault(advice),
+                                   .text = TextOf(advice, strings_),
+                                   .why = strings_.GetStrings(advice.rule->why)};
+    if (const Accepted* accepted = AcceptanceOf(advice, accepted_)) {
+      line.who = accepted->who;
+      line.when = accepted->when;
+      line.reason = accepted->reason;
+    }
+    lines.push_back(std::move(line));
+  }
+  return lines;
+}
+
+std::string fAdvice::PageOf(const Concerned& concerned) const {
+  const auto table = main_.Pages().Table();
+  const auto entry = std::ranges::find(table, concerned.page, &shell::PageEntry::pageClass);
+  if (entry == table.end()) return strings_.GetStrings("Main window");
+  return std::string(base::Trim(strings_.GetStrings(entry->listCaption)));
 }
 
 std::string fAdvice::PathOf(const Concerned& concerned) const {
-  const fields::Field* field = main_.Pending().Find(concerned.page, concerned.control);
+  const bool location = concerned.page == kMainWindow;
+  const fields::Field* field =
+      location ? &location_ : main_.Pending().Find(concerned.page, concerned.control);
   return field ? fields::PathOf(field->caption()) : std::string();
 }
 
+std::string fAdvice::SeverityOf(const Found& found) const {
+  return strings_.GetStrings(found.accepted ? "Accepted" : IsFault(found.advice) ? "Fault" : "Hint");
+}
+
+std::string fAdvice::CountText() const {
+  std::vector<std::string> counts;
+  for (const auto& [fault, one, many] :
+       {std::tuple(true, "1 fault", "%s1% faults"), {false, "1 hint", "%s1% hints"}}) {
+    const auto count = std::ranges::count_if(list_, [fault = fault](const Found& found) {
+      return !found.accepted && IsFault(found.advice) == fault;
+    });
+    if (count > 0)
+      counts.push_back(
+          shell::ReplacePlaceholders(strings_.GetStrings(count == 1 ? one : many), {std::to_string(count)}));
+  }
+  return counts.empty() ? strings_.GetStrings("No advice") : base::Join(counts, ", ");
+}
+
 void fAdvice::ShowRows() {
-  list_ = Found();
   std::vector<ui::ListView::Row> rows;
-  std::size_t faults = 0;
-  for (const Advice& advice : list_) {
-    const Concerned& first = advice.fields.front();
-    const auto table = main_.Pages().Table();
-    const auto entry = std::ranges::find(table, first.page, &shell::PageEntry::pageClass);
-    const bool fault = advice.rule->severity == Severity::kFault;
-    faults += fault ? 1 : 0;
+  for (const Found& found : list_) {
+    const Concerned& first = found.advice.fields.front();
+    const int icon = found.accepted ? 0 : IsFault(found.advice) ? logger::kExclamation : logger::kInformation;
     rows.push_back({std::to_string(rows.size()),
-                    {entry == table.end() ? strings_.GetStrings("Main window")
-                                          : std::string(base::Trim(strings_.GetStrings(entry->listCaption))),
-                     PathOf(first), TextOf(advice, strings_), strings_.GetStrings(advice.rule->todo)},
-                    fault ? logger::kExclamation : logger::kInformation});
+                    {TextOf(found.advice, strings_), SeverityOf(found), PageOf(first), PathOf(first)},
+                    icon});
   }
   const auto sameLine = [](const auto& a, const auto& b) { return a.cells == b.cells && a.icon == b.icon; };
   if (!std::ranges::equal(lvwAdvice.Rows(), rows, sameLine)) {
@@ -103,35 +207,67 @@ void fAdvice::ShowRows() {
     if (!list_.empty()) lvwAdvice.SetSelection({0});
     lvwAdvice.FitColumns();
   }
-  lblCount.SetText(
-      shell::ReplacePlaceholders(strings_.GetStrings("%s1% faults, %s2% hints"),
-                                 {std::to_string(faults), std::to_string(list_.size() - faults)}));
+  lblCount.SetText(CountText());
   ShowReason();
 }
 
-const Advice* fAdvice::Selected() const {
+const fAdvice::Found* fAdvice::Selected() const {
   if (lvwAdvice.Selection().empty() || lvwAdvice.Selection().front() >= list_.size()) return nullptr;
   return &list_[lvwAdvice.Selection().front()];
 }
 
 void fAdvice::ShowReason() {
-  const Advice* advice = Selected();
-  lblWhy.SetText(advice ? strings_.GetStrings("Why:") + " " + strings_.GetStrings(advice->rule->why) : "");
-  lblSource.SetText(advice ? strings_.GetStrings("Source:") + " " + strings_.GetStrings(advice->rule->source)
-                           : "");
-  cmdGoTo.SetEnabled(advice != nullptr);
+  const Found* found = Selected();
+  const Rule* rule = found ? found->advice.rule : nullptr;
+  const auto say = [&](ui::Label& label, const char* head, const char* text) {
+    label.SetText(rule ? strings_.GetStrings(head) + " " + strings_.GetStrings(text) : std::string());
+  };
+  say(lblWhy, "Why:", rule ? rule->why : "");
+  say(lblTodo, "What to do:", rule ? rule->todo : "");
+  say(lblSource, "Source:", rule ? rule->source : "");
+  lblAccepted.SetText(
+      found && found->accepted
+          ? shell::ReplacePlaceholders(
+                strings_.GetStrings("Accepted by %s1% on %s2%: %s3%"),
+                {found->accepted->who, found->accepted->when.substr(0, kDateLength), found->accepted->reason})
+          : std::string());
+  cmdGoTo.SetEnabled(found != nullptr);
+  cmdAccept.SetEnabled(found && !found->accepted);
 }
 
 void fAdvice::GoTo() {
-  const Advice* advice = Selected();
-  if (!advice) return;
-  const Concerned& first = advice->fields.front();
+  const Found* found = Selected();
+  if (!found) return;
+  const Concerned& first = found->advice.fields.front();
   const fields::Field* field = main_.Pending().Find(first.page, first.control);
   if (field && field->cursor) return main_.GoTo(*field->cursor);
-  if (ui::Control* control = first.page == kMainWindow ? main_.Find(first.control) : nullptr) {
+  if (first.page == kMainWindow) {
     main_.BringToFront();
-    control->Focus();
+    location_.control->Focus();
   }
+}
+
+void fAdvice::AcceptSelected() {
+  if (!Selected()) return;
+  main_.Command("Accept", [this] {
+    const Advice advice = Selected()->advice;
+    const auto reason = accept_.Ask(TextOf(advice, strings_));
+    if (!reason) return;
+    try {
+      std::vector<Accepted> accepted = accepted_;
+      accepted.push_back(
+          Accept(advice, settings_.userName, configuration::UtcText(std::time(nullptr)), *reason));
+      std::vector<configuration::Line> lines;
+      std::ranges::transform(accepted, std::back_inserter(lines), ToLine);
+      notes_.Keep(configuration::kAccepted, std::move(lines));
+      accepted_ = std::move(accepted);
+    } catch (const std::exception& error) {
+      const std::string words = shell::InWords(strings_, error);
+      main_.AddMessage(words, "Accept", kLocation, logger::kError);
+      platform_.prompts.Ask({words, settings_.title, ui::Buttons::kOk, ui::Icon::kExclamation});
+    }
+    Follow();
+  });
 }
 
 }  // namespace advice

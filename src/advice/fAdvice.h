@@ -1,12 +1,17 @@
-// The window of advice (F9): what the rules say of the unit as the pages stand, kept true while one types;
-// why it matters, what to do, and the way to the field. Owned by the main window as its companion.
+// The window of advice (F9): what the rules say of the unit as the pages stand, kept true while one types,
+// with a count beside that of the changes; why it matters, what to do, the way to the field, and accepting a
+// line as it is. Owned by the main window as its companion.
 #pragma once
 
 #include <optional>
 #include <string>
 #include <vector>
 
-#include "advice/advice.h"
+#include "advice/accepted.h"
+#include "advice/fAccept.h"
+#include "advice/field_contents.h"
+#include "configuration/record.h"
+#include "configuration/unit_file.h"
 #include "shell/companion.h"
 #include "shell/main_window.h"
 
@@ -20,32 +25,55 @@ class fAdvice final : public ui::Window, public shell::Companion {
 
   std::vector<ui::MenuItem> ViewMenu() override;
   void InitStrings() override;
+  void Loaded() override;
   void Follow() override;
-  void Hide() override { Window::Hide(); }
+  std::vector<shell::Warning> Warnings() override;
+  void Hide() override;
 
-  /// What the rules say now.
-  std::vector<Advice> Found() const;
+  /// What is to be said of these values, and what of it somebody has accepted.
+  std::vector<configuration::AdviceLine> AdviceOn(const configuration::Snapshot& snapshot) const;
+
+  fAccept& AcceptWindow() { return accept_; }
 
  private:
   void ShowMe();
+  void Judge();
   void ShowRows();
   void ShowReason();
   void GoTo();
-  const Advice* Selected() const;
+  void AcceptSelected();
+  std::string CountText() const;
+  std::string PageOf(const Concerned& field) const;
   std::string PathOf(const Concerned& field) const;
-  std::optional<std::string> ContentOf(std::string_view page, std::string_view control) const;
+
+  /// One line of the list: open, or accepted by somebody.
+  struct Found {
+    Advice advice;
+    std::optional<Accepted> accepted;
+  };
+  const Found* Selected() const;
+  std::string SeverityOf(const Found& found) const;
 
   shell::fMain& main_;
   const shell::Platform& platform_;
   const shell::Settings& settings_;
   const shell::Strings& strings_;
-  std::vector<Advice> list_;
+  configuration::UnitFile notes_;
+  fAccept accept_;
+  fields::Field location_;
+  std::optional<FieldContents> contents_;
+  int generation_ = -1;  // of the fields in contents_
+  std::vector<Accepted> accepted_;
+  std::vector<Found> list_;  // what is open, then what is accepted
 
   ui::ListView lvwAdvice{*this, "lvwAdvice"};
   ui::Label lblWhy{*this, "lblWhy"};
+  ui::Label lblTodo{*this, "lblTodo"};
   ui::Label lblSource{*this, "lblSource"};
+  ui::Label lblAccepted{*this, "lblAccepted"};
   ui::Label lblCount{*this, "lblCount"};
   ui::Button cmdGoTo{*this, "cmdGoTo"};
+  ui::Button cmdAccept{*this, "cmdAccept"};
   ui::Button cmdClose{*this, "cmdClose"};
 };
 

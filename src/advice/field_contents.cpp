@@ -3,7 +3,15 @@
 namespace advice {
 namespace {
 
-constexpr std::string_view kInputsPage = "fHardwareInput", kSensorType = "UCPTsensorType(";
+/// What the pages know of the hardware before its settings are read.
+struct Known {
+  std::string_view page, control;
+  const std::string& (shell::SelectedTypes::*type)(std::size_t index) const;
+};
+constexpr Known kKnown[] = {
+    {"fHardwareInput", "UCPTsensorType(", &shell::SelectedTypes::GetSensorType},
+    {"fControlOutput", "UCPThardwareSignalType(", &shell::SelectedTypes::GetSignalType},
+};
 
 std::string Key(std::string_view page, std::string_view control) {
   return std::string(page).append(1, '.').append(control);
@@ -20,16 +28,20 @@ FieldContents::FieldContents(const std::vector<const fields::Field*>& fields,
 std::optional<std::string> FieldContents::operator()(std::string_view page, std::string_view control) const {
   const auto found = fields_.find(Key(page, control));
   const fields::Field* field = found == fields_.end() ? nullptr : found->second;
-  const bool sensor = page == kInputsPage && control.starts_with(kSensorType);
+  const auto known = HardwareType(page, control);
   // A type that was taken and is not saved goes before what the page has read.
-  if (sensor && !(field && field->content() != field->held())) return SensorType(control);
+  if (known && !(field && field->content() != field->held())) return known;
   return field ? std::optional(field->content()) : std::nullopt;
 }
 
-std::optional<std::string> FieldContents::SensorType(std::string_view control) const {
-  const auto input = static_cast<std::size_t>(control[kSensorType.size()] - '0');
-  const std::string& type = selections_.GetSensorType(input);
-  return type.empty() ? std::nullopt : std::optional(type);
+std::optional<std::string> FieldContents::HardwareType(std::string_view page,
+                                                       std::string_view control) const {
+  for (const auto& [ofPage, beginning, type] : kKnown) {
+    if (page != ofPage || !control.starts_with(beginning)) continue;
+    const std::string& known = (selections_.*type)(static_cast<std::size_t>(control[beginning.size()] - '0'));
+    return known.empty() ? std::nullopt : std::optional(known);
+  }
+  return std::nullopt;
 }
 
 }  // namespace advice

@@ -1,6 +1,6 @@
 // The fields of the pages as contents to advise on. Built from shell::Changes::Fields() whenever its
 // generation is another; the contents themselves are asked for each time. The location, which is no field of
-// a page, is added by whoever has it.
+// a page, is one of them where whoever builds this adds it.
 #pragma once
 
 #include <optional>
@@ -22,8 +22,9 @@ class FieldContents {
   std::optional<std::string> operator()(std::string_view page, std::string_view control) const;
 
  private:
-  /// The sensor type that the inputs page has read last; the settings are read only when somebody wants them.
-  std::optional<std::string> SensorType(std::string_view control) const;
+  /// The type of an input's sensor or an output's hardware that its page has read last; the settings are read
+  /// only when somebody wants them.
+  std::optional<std::string> HardwareType(std::string_view page, std::string_view control) const;
 
   std::unordered_map<std::string, const fields::Field*> fields_;  // by "page.control"
   const shell::SelectedTypes& selections_;

@@ -80,7 +80,9 @@ void Desk::SaveAs() {
       {Text("Configurations (*.kvtarn)|*.kvtarn|All files (*.*)|*.*"),
        settings_.documentsFolder + "\\" + SafeName(DeviceName()) + kFileEnding, kAskBeforeReplacing});
   if (!file) return;
-  base::ReplaceFile(base::PathOf(*file), Write(ToFile(snapshot)));
+  Document document = ToFile(snapshot);
+  document.sections = UnitFile(settings_, main_.Opened, kNotes).Read();
+  base::ReplaceFile(base::PathOf(*file), Write(document));
   lastFile_ = *file;
   main_.AddMessage(shell::ReplacePlaceholders(Text("%s1% values were saved in %s2%"),
                                               {std::to_string(snapshot.values.size()), *file}),

@@ -17,6 +17,7 @@
 #include "configuration/fRecord.h"
 #include "configuration/fSaveAs.h"
 #include "configuration/snapshot.h"
+#include "configuration/unit_file.h"
 #include "configuration/unseen_pages.h"
 #include "shell/main_window.h"
 #include "shell/words.h"
@@ -33,6 +34,9 @@ class Desk final : public shell::Companion {
   bool SaveBegins() override;
   bool MayCommit() override;
   void Hide() override;
+
+  /// What the tool advises on these values, for the record.
+  std::function<std::vector<AdviceLine>(const Snapshot&)> onAdvise;
 
   fDifferences& Differences() { return differences_; }
   fSaveAs& SaveWindow() { return saveAs_; }

@@ -26,6 +26,8 @@ RecordInput Desk::MakeRecord(const Snapshot& snapshot, const std::vector<PageTit
     const fields::Field* field = main_.Pending().Find(page, control);
     return field ? field->shown(content) : std::string(content);
   };
+  if (onAdvise) input.advice = onAdvise(snapshot);
+  input.checks = UnitFile(settings_, main_.Opened, kNotes).Read()[kCheckOut];
   return input;
 }
 

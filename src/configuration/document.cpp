@@ -38,6 +38,8 @@ constexpr EntryText kEntryTexts[] = {
     {"unit", &Entry::unit, false}, {"content", &Entry::content, true},
 };
 
+constexpr const char* kSections[] = {kAccepted, kCheckOut, kOverrides};
+
 [[noreturn]] void Refuse(std::string_view text, std::vector<std::string> arguments = {}) {
   throw base::WordedError(text, std::move(arguments));
 }
@@ -91,7 +93,28 @@ Entry ReadEntry(const Json& json, std::size_t line) {
   return entry;
 }
 
+/// Line by line, so that text tools can compare these too.
+template <class List, class ToJson>
+std::string Lines(const List& list, ToJson toJson) {
+  std::string text = "[\n";
+  for (const auto& item : list) text += Quoted(toJson(item)) + (&item == &list.back() ? "\n" : ",\n");
+  return text + "]";
+}
+
+std::vector<Line> ReadSection(const Json& section, const char* name, std::size_t line) {
+  const auto isText = [](const Json& text) { return text.is_string(); };
+  const auto isLine = [&](const Json& item) { return item.is_object() && std::ranges::all_of(item, isText); };
+  if (!section.is_array() || !std::ranges::all_of(section, isLine))
+    Refuse("The list \"%s1%\" in line %s2% is damaged.", {name, std::to_string(line)});
+  return section.get<std::vector<Line>>();
+}
+
 }  // namespace
+
+std::string TextOf(const Line& line, std::string_view name) {
+  const auto found = line.find(name);
+  return found == line.end() ? std::string() : found->second;
+}
 
 const Entry* Document::Find(std::string_view page, std::string_view control) const {
   const auto found = std::ranges::find_if(
@@ -106,13 +129,16 @@ std::string Write(const Document& document) {
   };
   for (const auto& [name, member] : kHeadTexts) add(name, document.head.*member);
   add("units", document.head.imperial ? kImperial : kMetric);
-  text += "\"fields\": [\n";
-  for (const Entry& entry : document.entries) {
-    nlohmann::ordered_json line;
-    for (const auto& [name, member, required] : kEntryTexts) line[name] = entry.*member;
-    text += Quoted(line) + (&entry == &document.entries.back() ? "\n" : ",\n");
+  text += "\"fields\": " + Lines(document.entries, [](const Entry& entry) {
+            nlohmann::ordered_json line;
+            for (const auto& [name, member, required] : kEntryTexts) line[name] = entry.*member;
+            return line;
+          });
+  for (const auto& [name, lines] : document.sections) {
+    if (!lines.empty())
+      text += ",\n" + Quoted(name) + ": " + Lines(lines, [](const Line& line) { return Json(line); });
   }
-  return text + "]\n}\n";
+  return text + "\n}\n";
 }
 
 Document Read(std::string_view text, std::string_view programId) {
@@ -131,6 +157,10 @@ Document Read(std::string_view text, std::string_view programId) {
       Refuse("The field %s1% stands in the file twice, the second time in line %s2%.",
              {name, std::to_string(places.fields[i])});
     }
+  }
+  for (const char* name : kSections) {
+    if (const Json* section = Part(json, name))
+      document.sections[name] = ReadSection(*section, name, places.head.at(name));
   }
   return document;
 }

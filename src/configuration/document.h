@@ -4,6 +4,7 @@
 #pragma once
 
 #include <cstddef>
+#include <map>
 #include <string>
 #include <string_view>
 #include <vector>
@@ -37,9 +38,22 @@ struct Entry {
   bool operator==(const Entry&) const = default;
 };
 
+/// Texts by their names.
+using Line = std::map<std::string, std::string, std::less<>>;
+/// Empty where the line has no such text.
+std::string TextOf(const Line& line, std::string_view name);
+
+// What is said of a unit beside its values: lists of lines by their names. Whoever has something to say gives
+// the texts of a line their names.
+using Sections = std::map<std::string, std::vector<Line>, std::less<>>;
+inline constexpr const char* kAccepted = "accepted";    // advice that somebody takes as it is
+inline constexpr const char* kCheckOut = "checkout";    // outputs that somebody has seen move, or not
+inline constexpr const char* kOverrides = "overrides";  // what overridden outputs are to go back to
+
 struct Document {
   Head head;
   std::vector<Entry> entries;
+  Sections sections = {};
 
   const Entry* Find(std::string_view page, std::string_view control) const;
   bool operator==(const Document&) const = default;
@@ -49,7 +63,7 @@ std::string Write(const Document& document);
 
 /// Throws base::WordedError, with the line, when the text is no complete configuration, of a newer format,
 /// for another program id than `programId` (empty: any), names a field twice or holds something of the wrong
-/// kind.
+/// kind. Sections of other names are left unread.
 Document Read(std::string_view text, std::string_view programId);
 
 }  // namespace configuration

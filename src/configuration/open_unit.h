@@ -57,6 +57,7 @@ class OpenUnit {
   /// The values before the save under way, with all the digits of those that it changes. For a backup.
   Snapshot BeforeSave();
 
+  const host::SessionRequest& Request() const { return request_; }
   std::vector<std::string> SensorTypes() const { return pages_.SensorTypes(); }
   /// Nothing when there is no such field.
   const fields::Field* Find(std::string_view page, std::string_view control) const {

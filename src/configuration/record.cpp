@@ -129,8 +129,9 @@ std::string Signature(const RecordInput& input) {
 }
 
 // What is signed comes before the tables: on the first sheet, mostly.
-constexpr std::string (*kSections[])(const RecordInput&) = {Opening,       UnitSection, SetpointSection,
-                                                            ChangeSection, Signature,   TableSection};
+constexpr std::string (*kSections[])(const RecordInput&) = {Opening,       UnitSection,  SetpointSection,
+                                                            AdviceSection, CheckSection, ChangeSection,
+                                                            Signature,     TableSection};
 
 }  // namespace
 

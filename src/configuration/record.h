@@ -31,6 +31,13 @@ struct PageTitle {
 using ShownContent =
     std::function<std::string(std::string_view page, std::string_view control, std::string_view content)>;
 
+/// One advice on the unit, in the language in use. Accepted: by whom, when (UTC) and why; open: all empty.
+struct AdviceLine {
+  bool fault = false;
+  std::string text, why;
+  std::string who = {}, when = {}, reason = {};
+};
+
 struct RecordInput {
   const Snapshot& snapshot;
   std::span<const PageTitle> pages;  // in order; values of pages that are not among them come last
@@ -44,6 +51,8 @@ struct RecordInput {
   std::vector<std::string> signals = {};  // signal types of the outputs
   const Document* earlier = nullptr;      // an earlier record or file of this unit
   ShownContent shown = {};                // for the earlier contents; without it they are shown as stored
+  std::vector<AdviceLine> advice = {};
+  std::vector<Line> checks = {};  // of the check-out, as files have them
 };
 
 /// The signal types of the outputs, as the record wants them, where the settings were read.

@@ -1,5 +1,6 @@
 #include <array>
 
+#include "base/text.h"
 #include "configuration/csv.h"
 #include "configuration/record_parts.h"
 
@@ -36,6 +37,23 @@ std::string WriteRecordCsv(const RecordInput& input) {
   const std::string record = input.strings.GetStrings("As-left record");
   for (const auto& [fact, value] : Facts(input))
     csv.Add(Cells{input.snapshot.head.device, record, "", fact, "", value, "", "", "", ""});
+  const std::string device = input.snapshot.head.device;
+  const auto said = [&](const char* what, const std::string& group, const std::string& row,
+                        const std::vector<std::string>& pieces) {
+    csv.Add(Cells{device, input.strings.GetStrings(what), group, row, "", base::Join(pieces, "; "), "", "",
+                  "", ""});
+  };
+  for (const AdviceLine& line : input.advice) {
+    const std::string state = input.strings.GetStrings(line.who.empty() ? "Open" : "Accepted");
+    std::vector<std::string> pieces = {state};
+    if (!line.who.empty()) pieces.insert(pieces.end(), {line.who, TimeOf(line.when), line.reason});
+    said("Advice", SeverityOf(input, line), line.text, pieces);
+  }
+  for (const Line& check : input.checks) {
+    said("Check-out of the outputs", OutputOf(input, check), input.strings.GetStrings(TextOf(check, "step")),
+         {input.strings.GetStrings(TextOf(check, "result")), TextOf(check, "remark"), TextOf(check, "who"),
+          TimeOf(TextOf(check, "when"))});
+  }
   for (const Value& value : input.snapshot.values) csv.Add(LineOf(input, value));
   return csv.Text();
 }

@@ -41,6 +41,13 @@ std::string TitleOf(const RecordInput& input, std::string_view page);
 /// left out.
 std::vector<std::pair<std::string, std::string>> Facts(const RecordInput& input);
 
+// What people have said of the unit, plain.
+std::string SeverityOf(const RecordInput& input, const AdviceLine& line);
+/// "2026-11-22 14:05 UTC".
+std::string TimeOf(std::string_view utc);
+/// "Output 3, COOLING_1".
+std::string OutputOf(const RecordInput& input, const Line& check);
+
 /// A drawing's frame, with what it shows in words.
 std::string Drawing(std::string_view id, int width, int height, std::string_view title,
                     std::string_view description, std::string_view content);
@@ -51,6 +58,8 @@ std::string DrawnText(int x, int y, std::string_view look, std::string_view text
 // The sections, each with its heading; empty where there is nothing to say.
 std::string UnitSection(const RecordInput& input);
 std::string SetpointSection(const RecordInput& input);
+std::string AdviceSection(const RecordInput& input);
+std::string CheckSection(const RecordInput& input);
 std::string ChangeSection(const RecordInput& input);
 std::string TableSection(const RecordInput& input);
 

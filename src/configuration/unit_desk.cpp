@@ -4,6 +4,7 @@
 #include <ctime>
 
 #include "base/text.h"
+#include "configuration/unit_file.h"
 #include "shell/words.h"
 
 namespace configuration {
@@ -79,6 +80,7 @@ std::string UnitDesk::Record(OpenUnit& unit, const Document& earlier, bool table
     const fields::Field* field = unit.Find(page, control);
     return field ? field->shown(content) : std::string(content);
   };
+  input.checks = UnitFile(surroundings_.settings, unit.Request(), kNotes).Read()[kCheckOut];
   return table ? WriteRecordCsv(input) : WriteRecord(input);
 }
 

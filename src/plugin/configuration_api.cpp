@@ -6,6 +6,7 @@
 #include "base/error.h"
 #include "base/files.h"
 #include "base/text.h"
+#include "configuration/unit_file.h"
 #include "configuration/unit_list.h"
 #include "shell/words.h"
 
@@ -169,7 +170,9 @@ automation::Value ConfigurationApi::Units() {
 void ConfigurationApi::Save(const std::string& file) {
   RequireApplied();
   Unit().ReadSettings();
-  base::ReplaceFile(base::PathOf(file), configuration::Write(desk_->ToDocument(Unit().TakeAllDigits())));
+  Document document = desk_->ToDocument(Unit().TakeAllDigits());
+  document.sections = configuration::UnitFile(program_.GetSettings(), request_, configuration::kNotes).Read();
+  base::ReplaceFile(base::PathOf(file), configuration::Write(document));
 }
 
 Document ConfigurationApi::ReadDocument(const std::string& file) {

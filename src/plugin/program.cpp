@@ -3,6 +3,7 @@
 #include <utility>
 
 #include "advice/fAdvice.h"
+#include "checkout/fCheckOut.h"
 #include "configuration/desk.h"
 #include "fleet/fleet.h"
 #include "host/contract.h"
@@ -122,9 +123,12 @@ std::unique_ptr<shell::fMain> Program::NewWindow() {
                                                [this] { WindowEnding(); });
   auto desk = std::make_unique<configuration::Desk>(*window, platform_, settings_, strings_, pageTable_);
   auto fleet = std::make_unique<fleet::Fleet>(*window, *desk, platform_, settings_, strings_);
+  auto advice = std::make_unique<advice::fAdvice>(*window, platform_, settings_, strings_);
+  desk->onAdvise = [&advice = *advice](const auto& snapshot) { return advice.AdviceOn(snapshot); };
   window->Add(std::move(desk));
   window->Add(std::move(fleet));
-  window->Add(std::make_unique<advice::fAdvice>(*window, platform_, settings_, strings_));
+  window->Add(std::move(advice));
+  window->Add(std::make_unique<checkout::fCheckOut>(*window, platform_, settings_, strings_));
   return window;
 }
 

@@ -37,7 +37,10 @@ void Changes::Attach(std::size_t page, ISubForm& form) {
   };
 }
 
-void Changes::Clear() { followed_.clear(); }
+void Changes::Clear() {
+  followed_.clear();
+  ++generation_;
+}
 
 void Changes::Follow(Page& page) {
   for (const Entry& entry : page.entries) SetMark(entry.field, ui::Mark::kNone, {});
@@ -50,6 +53,7 @@ void Changes::Follow(Page& page) {
 }
 
 void Changes::Add(Page& page, Field field) {
+  ++generation_;
   Entry entry;
   entry.device = field.content();
   entry.applied = field.applies();
@@ -72,7 +76,6 @@ void Changes::ReadSettings() {
     }
     JudgeAll(page);
   }
-  ++generation_;
   Told();
 }
 

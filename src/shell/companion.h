@@ -3,11 +3,17 @@
 // window.
 #pragma once
 
+#include <string>
 #include <vector>
 
 #include "ui/control.h"
 
 namespace shell {
+
+/// A line of a review before a save, in the language in use: something that looks wrong, and where.
+struct Warning {
+  std::string page, field, text;
+};
 
 class Companion {
  public:
@@ -17,8 +23,12 @@ class Companion {
   virtual std::vector<ui::MenuItem> ViewMenu() { return {}; }
   /// Another language is in use.
   virtual void InitStrings() {}
+  /// A device was loaded; part of the command that loads it.
+  virtual void Loaded() {}
   /// Fields show something else, or are others.
   virtual void Follow() {}
+  /// For the person who reviews the changes before a save. They keep nobody from saving.
+  virtual std::vector<Warning> Warnings() { return {}; }
   /// Before the transaction of a save, with nothing of it written. No cancels the save; the reason has been
   /// logged.
   virtual bool SaveBegins() { return true; }

@@ -4,6 +4,7 @@
 
 #include "base/text.h"
 #include "logger/message_logger.h"
+#include "shell/window_place.h"
 
 namespace shell {
 namespace {
@@ -76,7 +77,10 @@ void fChanges::SetReviewing(bool reviewing) {
 }
 
 void fChanges::Realize() {
-  if (platform_.toolkit && !GetWindowPeer()) platform_.toolkit->Realize(*this);
+  if (platform_.toolkit && !GetWindowPeer()) {
+    platform_.toolkit->Realize(*this);
+    Widen(*this);
+  }
   Show();
   ShowRows();
   lvwChanges.FitColumns();
@@ -89,12 +93,14 @@ void fChanges::ShowMe() {
   Realize();
 }
 
-bool fChanges::Review() {
+bool fChanges::Review(std::vector<Warning> warnings) {
   SetReviewing(true);
+  warnings_ = std::move(warnings);
   accepted_ = false;
   Realize();
   platform_.loop.RunUntil([this] { return !Visible(); });
   SetReviewing(false);
+  warnings_.clear();
   return accepted_;
 }
 
@@ -110,6 +116,8 @@ void fChanges::Follow() {
 void fChanges::ShowRows() {
   list_ = changes_.List();
   std::vector<ui::ListView::Row> rows;
+  for (const auto& [page, field, text] : warnings_)
+    rows.push_back({std::to_string(rows.size()), {page, field, "", "", "", text}, logger::kExclamation});
   for (const Change& change : list_) {
     const std::string page = strings_.GetStrings(pages_.Table()[change.page].listCaption);
     std::string remark = change.reason;
@@ -147,7 +155,8 @@ void fChanges::EnableButtons() {
 std::vector<const Change*> fChanges::Selected() const {
   std::vector<const Change*> selected;
   for (const std::size_t place : lvwChanges.Selection()) {
-    if (place < list_.size()) selected.push_back(&list_[place]);
+    const std::size_t change = place - warnings_.size();  // far beyond the list for a warning
+    if (change < list_.size()) selected.push_back(&list_[change]);
   }
   return selected;
 }

@@ -8,6 +8,7 @@
 #include <vector>
 
 #include "shell/changes.h"
+#include "shell/companion.h"
 #include "shell/platform.h"
 #include "shell/settings.h"
 #include "ui/form.h"
@@ -27,8 +28,8 @@ class fChanges final : public ui::Window {
 
   void InitStrings();
   void ShowMe();
-  /// Shows the list alone and waits; answers whether it may be applied.
-  bool Review();
+  /// Shows the list alone, warnings on top, and waits; answers whether it may be applied.
+  bool Review(std::vector<Warning> warnings);
   /// The changes are others; harmless while the window is not visible.
   void Follow();
   /// Locked: nothing can be taken back or applied.
@@ -49,6 +50,7 @@ class fChanges final : public ui::Window {
   const PageSet& pages_;
   Changes& changes_;
   std::vector<Change> list_;
+  std::vector<Warning> warnings_;  // lines above the list; none but in a review
   bool reviewing_ = false;
   bool accepted_ = false;
   bool locked_ = false;

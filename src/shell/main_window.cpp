@@ -59,9 +59,10 @@ fMain::~fMain() {
 }
 
 void fMain::BuildLayout() {
-  const auto commands = ui::Line({ui::Item(cmdErrorLog), ui::Item(lblCompany), ui::Item(cmdChanges),
-                                  ui::GrowX(ui::Empty()), ui::Item(cmdHelp), ui::Item(cmdRefresh),
-                                  ui::Item(cmdOK), ui::Item(cmdCancel), ui::Item(cmdApply)});
+  const auto commands =
+      ui::Line({ui::Item(cmdErrorLog), ui::Item(lblCompany), ui::Item(cmdChanges), ui::Item(cmdAdvice),
+                ui::GrowX(ui::Empty()), ui::Item(cmdHelp), ui::Item(cmdRefresh), ui::Item(cmdOK),
+                ui::Item(cmdCancel), ui::Item(cmdApply)});
   SetLayout(ui::Stack({
       ui::Grow(ui::Line({
           ui::GrowY(ui::Stack({
@@ -245,6 +246,7 @@ void fMain::Load() {
                (blockName_.empty() ? "" : " - " + blockName_);
       SetTitle(WindowTitle());
       ListPages();
+      for (const auto& companion : companions_) companion->Loaded();
     } catch (...) {
       tag_ = kRefuseToStart;
       ProgressObject.HideFLoading();

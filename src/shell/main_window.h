@@ -92,6 +92,8 @@ class fMain : public ui::Window, private MessageSink, private PageWork {
   fFind& FindWindow() { return findWindow_; }
 
   // For the companions.
+  /// Beside the count of changes, for the companion that advises.
+  ui::Button& AdviceButton() { return cmdAdvice; }
   const PageContext& Context() const { return context_; }
   bool Locked() const { return locked_; }
   /// An entry of the menu with the key that does the same, shown as the user's language writes it.
@@ -208,6 +210,7 @@ class fMain : public ui::Window, private MessageSink, private PageWork {
   ui::OptionGroup<2> optUnit{*this, "optUnit"};  // 0 metric, 1 imperial
   ui::Label lblCompany{*this, "lblCompany"};
   ui::Button cmdChanges{*this, "cmdChanges"};
+  ui::Button cmdAdvice{*this, "cmdAdvice"};
   ui::Button cmdErrorLog{*this, "cmdErrorLog"};
   ui::Button cmdHelp{*this, "cmdHelp"};
   ui::Button cmdRefresh{*this, "cmdRefresh"};

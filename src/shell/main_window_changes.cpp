@@ -98,7 +98,10 @@ void fMain::TakeBackPage() {
 
 bool fMain::Reviewed() {
   if (!review_ || !pages_.AnyPageChanged()) return true;
-  return changesWindow_.Review() && !ending_;
+  std::vector<Warning> warnings;
+  for (const auto& companion : companions_)
+    std::ranges::move(companion->Warnings(), std::back_inserter(warnings));
+  return changesWindow_.Review(std::move(warnings)) && !ending_;
 }
 
 void fMain::TellSave(const std::vector<host::Difference>& differences) {

@@ -50,4 +50,10 @@ void SelectedTypes::SetSensorType(std::size_t index, std::string_view sensor) {
 
 const std::string& SelectedTypes::GetSensorType(std::size_t index) const { return At(sensors_, index); }
 
+void SelectedTypes::SetSignalType(std::size_t index, std::string_view signal) {
+  At(signals_, index) = signal;
+}
+
+const std::string& SelectedTypes::GetSignalType(std::size_t index) const { return At(signals_, index); }
+
 }  // namespace shell

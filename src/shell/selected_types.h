@@ -1,5 +1,5 @@
 // The functions that are chosen at this moment for the hardware inputs and outputs, also before they are
-// saved, and the sensors behind the inputs. The inputs and outputs pages keep it current; other pages ask it,
+// saved, and the hardware behind them. The inputs and outputs pages keep it current; other pages ask it,
 // so that they follow a choice at once. Owned by the main window.
 #pragma once
 
@@ -27,11 +27,15 @@ class SelectedTypes {
   /// The sensor type behind an input, as the inputs page last read it.
   void SetSensorType(std::size_t index, std::string_view sensor);
   const std::string& GetSensorType(std::size_t index) const;
+  /// The signal type of an output's hardware, as the outputs page last read it; empty before.
+  void SetSignalType(std::size_t index, std::string_view signal);
+  const std::string& GetSignalType(std::size_t index) const;
 
  private:
   std::array<std::string, host::DeviceObjects::kOutputs> outputs_;
   std::array<std::string, host::DeviceObjects::kInputs> inputs_;
   std::array<std::string, host::DeviceObjects::kInputs> sensors_;
+  std::array<std::string, host::DeviceObjects::kOutputs> signals_;
 };
 
 }  // namespace shell

@@ -32,4 +32,9 @@ void KeepPlace(const ui::Window& window, base::Registry& registry, const Setting
                                 " " + std::to_string(height));
 }
 
+void Widen(ui::Window& window) {
+  const ui::Bounds place = window.GetBounds();
+  window.Resize(place.width * 3 / 2, place.height);
+}
+
 }  // namespace shell

@@ -1,20 +1,20 @@
 // The window of advice: follows what is typed, says why, goes to the field, speaks the language in use.
 #include "advice/fAdvice.h"
+#include "configuration/desk.h"
 #include "tool_test.h"
 
 namespace {
 
 struct AdviceWindowTest : tests::ToolTest {
-  advice::fAdvice& Window() { return dynamic_cast<advice::fAdvice&>(*Main().Companions().back()); }
-  void ShowWindow() {
-    for (const ui::MenuItem& item : Main().menu[1].items) {
-      if (item.key == "F9") item.onClick();
-    }
+  void TearDown() override {
+    std::filesystem::remove_all(std::filesystem::path(Documents()) / "KV-TARN" / "Notes");
   }
+  advice::fAdvice& Window() { return Companion<advice::fAdvice>(); }
+  void ShowWindow() { ChooseMenu("View", "Advice"); }
   std::vector<std::string> Lines() {
     std::vector<std::string> lines;
     for (const auto& row : dynamic_cast<ui::ListView&>(*Window().Find("lvwAdvice")).Rows())
-      lines.push_back(std::to_string(row.icon) + " " + row.cells[0] + ": " + row.cells[1]);
+      lines.push_back(row.cells[1] + " " + row.cells[2] + ": " + row.cells[3]);
     return lines;
   }
 };
@@ -27,8 +27,8 @@ TEST_F(AdviceWindowTest, FollowsWhatIsTypedAndGoesThere) {
   Type("fPID.txtPIDTemp(0)", "0");
   auto after = Lines();
   ASSERT_EQ(after.size(), before.size() + 1) << testing::PrintToString(after);
-  EXPECT_EQ(after[0], "48 Outputs: Output 3, Permit override") << "faults come first";
-  EXPECT_EQ(after[1], "48 PID: Space Temperature, Proportional Gain");
+  EXPECT_EQ(after[0], "Fault Outputs: Output 3, Permit override") << "faults come first";
+  EXPECT_EQ(after[1], "Fault PID: Space Temperature, Proportional Gain");
   auto& list = dynamic_cast<ui::ListView&>(*Window().Find("lvwAdvice"));
   list.Choose(1);
   EXPECT_NE(Window().Find("lblWhy")->Text().find("Why: "), std::string::npos);
@@ -39,11 +39,61 @@ TEST_F(AdviceWindowTest, FollowsWhatIsTypedAndGoesThere) {
 
   program.GetStrings().SetLanguage("German");
   Main().ReInitializeStrings();
-  EXPECT_EQ(Lines()[0], "48 Ausgänge: Ausgang 3, Übersteuerung erlaubt");
+  EXPECT_EQ(Lines()[0], "Fehler Ausgänge: Ausgang 3, Übersteuerung erlaubt");
   Type("fPID.txtPIDTemp(0)", "25");
   EXPECT_EQ(Lines().size(), before.size());
   Type("txtLocation", "");
   EXPECT_EQ(Lines().size(), before.size() + 1);
+}
+
+TEST_F(AdviceWindowTest, CountsWhatIsOpenAndKeepsWhatIsAccepted) {
+  Open(tests::kAssigned);
+  const std::string before = Text("cmdAdvice");
+  EXPECT_TRUE(before.starts_with("1 fault, ")) << before;
+  ShowWindow();
+  EXPECT_EQ(Text("cmdAdvice"), before) << "the settings that no page shows change nothing";
+  Type("fPID.txtPIDTemp(0)", "0");
+  EXPECT_TRUE(Text("cmdAdvice").starts_with("2 faults, ")) << Text("cmdAdvice");
+  const auto accept = [this](std::size_t line, const char* reason) {
+    dynamic_cast<ui::ListView&>(*Window().Find("lvwAdvice")).Choose(line);
+    loop.whileOpen = [&] {
+      auto& asked = Window().AcceptWindow();
+      dynamic_cast<ui::TextBox&>(*asked.Find("txtReason")).Type(reason);
+      if (!dynamic_cast<ui::Button&>(*asked.Find("cmdOK")).Click()) asked.Close();
+    };
+    dynamic_cast<ui::Button&>(*Window().Find("cmdAccept")).Click();
+  };
+  accept(1, "  ");
+  EXPECT_EQ(Lines()[1], "Fault PID: Space Temperature, Proportional Gain") << "not without a reason";
+  accept(1, "switched by hand");
+  EXPECT_EQ(Lines().back(), "Accepted PID: Space Temperature, Proportional Gain");
+  EXPECT_EQ(Text("cmdAdvice"), before);
+
+  // The review names what is open, and lets it be applied.
+  ChooseMenu("View", "Review before applying");
+  std::vector<ui::ListView::Row> review;
+  loop.whileOpen = [&] {
+    auto& window = Main().ChangesWindow();
+    review = dynamic_cast<ui::ListView&>(*window.Find("lvwChanges")).Rows();
+    dynamic_cast<ui::Button&>(*window.Find("cmdApply")).Click();
+  };
+  Click("cmdApply");
+  EXPECT_EQ(LastMessage(), tests::kApplied);
+  ASSERT_EQ(review.size(), 2u) << "one fault, one change";
+  EXPECT_EQ(review[0].cells[0] + "|" + review[0].cells[5], "Outputs|Output 3 (COOLING_1) is in manual: ON.");
+
+  // The record knows it, and the next time, in other units too; another value opens it again.
+  const auto lines = Window().AdviceOn(Companion<configuration::Desk>().Take(false));
+  const auto line = std::ranges::find(lines, "switched by hand", &configuration::AdviceLine::reason);
+  ASSERT_NE(line, lines.end());
+  EXPECT_TRUE(line->fault);
+  EXPECT_EQ(line->who, "installer");
+  Window().Loaded();
+  EXPECT_EQ(Text("cmdAdvice"), before);
+  Find<ui::OptionButton>("optUnit(1)").Click();
+  EXPECT_EQ(Text("cmdAdvice"), before);
+  Type("fPID.txtPIDTemp(0)", "-1");
+  EXPECT_NE(Text("cmdAdvice"), before);
 }
 
 }  // namespace

@@ -31,6 +31,8 @@ using tests::FaultOf;
 Document Filled(const std::string& text) {
   Document document{{text, text, text, text, text, text, text, true, text, text}, {}};
   document.entries = {{"fA", text, text, text, text}, {"fB", text, "", "", ""}};
+  document.sections = {{configuration::kAccepted, {{{"rule", text}, {"who", text}}, {{"rule", "B"}}}},
+                       {configuration::kCheckOut, {{{"remark", text}}}}};
   return document;
 }
 
@@ -105,6 +107,8 @@ TEST(Document, RefusesInWordsAndWithTheLine) {
       {"optTemp", "chkPID", "The field fPID.chkPID stands in the file twice, the second time in line 8."},
       {"\"2\"", "\"2\",\n\"content\": \"3\"",
        "The field content stands in the file twice, the second time in line 9."},
+      {"\"note\"", "\"checkout\": {}, \"note\"", "The list \"checkout\" in line 4 is damaged."},
+      {"\"note\"", "\"accepted\": [{\"who\": 1}], \"note\"", "The list \"accepted\" in line 4 is damaged."},
       // What this version does not know stands before it.
       {"\"\"", "{\"fields\": [[], 1, {\n}]}, \"a\": 1, \"b\": [2,\n{\"fields\": \"}\"}]",
        "\"note\" in line 4 is no text."},

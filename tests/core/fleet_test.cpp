@@ -68,8 +68,8 @@ struct FleetTest : tests::ToolTest {
       return id == "MVPlugInLib.ObjectServer" ? UnitTarget::Wrap(faults, object) : object;
     };
   }
-  configuration::Desk& Desk() { return dynamic_cast<configuration::Desk&>(*Main().Companions().front()); }
-  fleet::fCopy& Window() { return dynamic_cast<fleet::Fleet&>(*Main().Companions().at(1)).CopyWindow(); }
+  configuration::Desk& Desk() { return Companion<configuration::Desk>(); }
+  fleet::fCopy& Window() { return Companion<fleet::Fleet>().CopyWindow(); }
   template <class T>
   T& In(const char* name) {
     return dynamic_cast<T&>(*Window().Find(name));

@@ -147,7 +147,20 @@ struct Unit : tests::Tool {
             sensors,
             signals,
             earlier,
-            shown};
+            shown,
+            advice,
+            checks};
+  }
+  void SaySomething() {
+    advice = {{true, "<in manual>", "moves"},
+              {false, "close", "drifts", "A. Bee", "2026-11-22T14:05:00Z", "a museum"}};
+    checks = {{{"output", "1"},
+               {"function", "FAN_ON_OFF"},
+               {"step", "ON"},
+               {"result", "not moved"},
+               {"remark", "belt"},
+               {"who", "C. Dee"},
+               {"when", "2026-11-23T08:00:00Z"}}};
   }
   Value& At(std::string_view page, std::string_view control) {
     return const_cast<Value&>(*snapshot.Find(page, control));
@@ -170,6 +183,8 @@ struct Unit : tests::Tool {
   bool verified = true;
   const Document* earlier = nullptr;
   configuration::ShownContent shown;
+  std::vector<configuration::AdviceLine> advice;
+  std::vector<configuration::Line> checks;
 };
 
 TEST(AsLeftRecord, HoldsEveryFieldOnceInEveryUnitAndLanguage) {
@@ -221,6 +236,23 @@ TEST(AsLeftRecord, TakesWhateverStandsInTheDeviceAsText) {
                                                       "", "Yes", "fHardwareInput", "cboInput(0)"}));
     EXPECT_EQ(lines[first - 1][5], "'=1+1 \"a;b\"") << "no formula";
   }
+}
+
+TEST(AsLeftRecord, SaysWhatIsOpenWhatWasAcceptedAndWhatWasSeen) {
+  Unit unit(tests::kUnassigned);
+  unit.SaySomething();
+  std::map<std::string, int> fields;
+  const std::string record = configuration::WriteRecord(unit.Input());
+  EXPECT_EQ(Fault(record, fields), "");
+  for (const char* text : {"<td>Fault</td><td>&lt;in manual&gt;</td><td>moves</td>",
+                           "<td>close</td><td>A. Bee</td><td>2026-11-22 14:05 UTC</td><td>a museum</td>",
+                           "<td>Output 1, FAN_ON_OFF</td><td>ON</td><td>not moved</td><td>belt</td>"})
+    EXPECT_TRUE(Has(record, text)) << text;
+  const std::string csv = configuration::WriteRecordCsv(unit.Input());
+  for (const char* text :
+       {",Fault,<in manual>,,Open,", ",Hint,close,,Accepted; A. Bee; 2026-11-22 14:05 UTC; a museum,",
+        "\"Output 1, FAN_ON_OFF\",ON,,not moved; belt; C. Dee; 2026-11-23 08:00 UTC,"})
+    EXPECT_TRUE(Has(csv, text)) << text;
 }
 
 TEST(AsLeftRecord, LaysTablesOutAsThePagesAre) {
@@ -331,6 +363,7 @@ TEST(AsLeftRecord, FindsItsTextsInEveryLanguage) {
   configuration::WriteRecordCsv(unit.Input());
   configuration::WriteRecord(unit.Input());
   unit.earlier = &earlier;
+  unit.SaySomething();
   unit.verified = false;
   configuration::WriteRecord(unit.Input());
   earlier.entries.front().control = "txtGone";

@@ -88,7 +88,10 @@ TEST_P(LanguageTables, GiveEveryKeyOfAWindowOnce) {
   const std::vector<std::string> windows[] = {
       {"&File", "&View", "&Help", "&OK"},
       {"&Apply", "&Take back the last save...", "Save con&figuration as...", "&Open configuration...",
-       "Compare with &unit...", "&Backups...", "&Record...", "&No save without a backup", "&Close"},
+       "Compare with &unit...", "&Backups...", "&Record...", "&No save without a backup",
+       "C&heck out outputs...", "&Close"},
+      {"Time &limit:", "&Remark:", "&Yes, it moved", "&No", "S&kip", "&Start", "&Put back", "&Close"},
+      {"&Go to", "&Accept...", "&Close"},
       {"&Show what is equal, too", "Tick &all", "Tick &none", "&Fold", "&Take over", "&Close"},
       {"&Refresh", "&Message Logger", "&Language"},
       {"Config&ure", "&Save to File", "Cl&ose", "&Clear"}};
@@ -161,7 +164,7 @@ std::set<std::string> ShownTexts() {
     texts.merge(ShownTexts(fs::path(SOURCE_DIR) / file));
   }
   for (const char* room :
-       {"pages", "shell", "logger", "fields", "configuration", "serverlink", "advice", "fleet"}) {
+       {"pages", "shell", "logger", "fields", "configuration", "serverlink", "advice", "checkout", "fleet"}) {
     for (const auto& file : fs::recursive_directory_iterator(fs::path(SOURCE_DIR) / room)) {
       const std::string name = file.path().stem().string();
       const bool markup = name.starts_with("record") || name == "result";  // has tests of its own
@@ -201,7 +204,7 @@ TEST_P(LanguageTables, HoldNothingThatTheSourcesLost) {
 TEST_P(LanguageTables, HoldEveryCaptionOfTheWindows) {
   // Units and numbers, names of the device and what it holds.
   const std::regex unlike(
-      R"(nv[io].*|[°%"] ?[\w/ %°"]*|Pa|KJ/kg|BTU/lb|[^a-zA-Z]*|[A-Z0-9]+(_\w+)*|Veldran.*|(In|Out)put \d)");
+      R"(nv[io].*|[°%"] ?[\w/ %°"]*|Pa|KJ/kg|BTU/lb|[^a-zA-Z]*|[A-Z0-9]+(_\w+)*|Veldran.*|(In|Out)put \d|1 fault, \d hints)");
   const auto table = Table(GetParam());
   tests::Tool tool;
   tool.Open(tests::kAssigned);

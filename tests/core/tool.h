@@ -7,6 +7,7 @@
 #include <random>
 #include <string>
 
+#include "base/text.h"
 #include "pages/page_table.h"
 #include "plugin/plugin_api.h"
 #include "plugin/startup.h"
@@ -105,6 +106,26 @@ struct Tool : StandIns {
   }
 
   shell::fMain& Main() { return *program.Window(); }
+  template <class T>
+  T& Companion() {
+    for (const auto& companion : Main().Companions()) {
+      if (T* typed = dynamic_cast<T*>(companion.get())) return *typed;
+    }
+    throw base::Error("no such companion");
+  }
+  /// Chooses an entry of the menu by its captions in the language in use, without the letters' marks.
+  void ChooseMenu(std::string_view menu, std::string_view entry) {
+    const auto plain = [](std::string_view caption) {
+      return base::ReplaceAll(caption.substr(0, caption.find('\t')), "&", "");
+    };
+    for (const ui::MenuItem& top : Main().menu) {
+      if (plain(top.caption) != menu) continue;
+      for (const ui::MenuItem& item : top.items) {
+        if (plain(item.caption) == entry) return std::function(item.onClick)();
+      }
+    }
+    throw base::Error("no such entry of the menu");
+  }
 
   /// A control of the main window, or of the page named before the point ("fPID.txtPIDTemp(0)").
   template <class T = ui::Control>

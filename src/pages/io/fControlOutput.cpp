@@ -227,6 +227,7 @@ std::string fControlOutput::SignalFor(std::size_t i, std::string_view function) 
 void fControlOutput::CheckHardware(std::size_t i, std::string_view signal) {
   const SignalClass signalClass = GetOutputSignalClass(functions_[i]);
   if (signalClass == SignalClass::kNone) return;  // left as it is
+  Context().selections.SetSignalType(i, signal);
   const bool canDrive = host::CanDrive(signal, signalClass);
   chkOutput[i].SetChecked(canDrive);
   cmdConfigure[i].SetEnabled(canDrive);

@@ -1,0 +1,281 @@
+// The check-out of outputs: what is overridden and for how long, and that it is put back whatever fails, or
+// named until a later start has done so.
+#include <iostream>
+
+#include "checkout/fCheckOut.h"
+#include "faulty_host.h"
+#include "host/contract.h"
+#include "tool_test.h"
+
+namespace {
+
+using checkout::fCheckOut;
+using configuration::TextOf;
+using tests::Failure;
+using Lines = std::vector<std::string>;
+
+/// The whole tool, or one without pages, with the check-out as a person does it.
+struct CheckOutTool : tests::Tool {
+  using Tool::Tool;
+
+  fCheckOut& Window() { return Companion<fCheckOut>(); }
+  bool Press(const char* button) { return dynamic_cast<ui::Button&>(*Window().Find(button)).Click(); }
+  void Write(const char* box, const char* text) {
+    dynamic_cast<ui::TextBox&>(*Window().Find(box)).Type(text);
+  }
+  std::string Says(const char* label) { return Window().Find(label)->Text(); }
+  ui::ListView& Steps() { return dynamic_cast<ui::ListView&>(*Window().Find("lvwSteps")); }
+  /// Does `work` in the window, and closes it.
+  void CheckOut(const std::function<void()>& work) {
+    bool opened = false;
+    loop.whileOpen = [&] {
+      opened = true;
+      work();
+      Press("cmdClose");
+    };
+    ChooseMenu("File", "Check out outputs...");
+    if (!opened) throw base::Error("not opened: " + LastPrompt());
+  }
+  std::string Override(int output) {
+    return building.StoredText(device, "HardwareOutput" + std::to_string(output), 4, "SNVT_switch");
+  }
+  std::filesystem::path List() {
+    return configuration::UnitFile(program.GetSettings(), Main().Opened, configuration::kOverridden).Path();
+  }
+  std::string LastPrompt() { return prompts.asked.empty() ? "" : prompts.asked.back().text; }
+
+  const char* device = tests::kAssigned;
+};
+
+struct CheckOutTest : testing::Test, CheckOutTool {
+  CheckOutTest() : CheckOutTool(Options()) {}
+  void TearDown() override {
+    std::filesystem::remove_all(std::filesystem::path(Documents()) / "KV-TARN" / "Notes");
+  }
+};
+
+TEST_F(CheckOutTest, LeadsThroughTheStepsAndKeepsWhatWasSeen) {
+  Open(device);
+  const std::string before = building.StoredDevice(device);
+  EXPECT_EQ(Override(3), "100.0 1") << "was overridden before";
+  Lines steps, overridden;
+  CheckOut([&] {
+    for (const auto& row : Steps().Rows())
+      steps.push_back(base::Join({row.cells[0], row.cells[1], row.cells[2]}, " "));
+    for (std::size_t i = 0; i < Steps().Rows().size(); ++i) {
+      const int output = Steps().Rows()[i].cells[0].back() - '0';
+      EXPECT_TRUE(Press("cmdStart"));
+      EXPECT_TRUE(std::filesystem::exists(List()));
+      overridden.push_back(Override(output));
+      if (i == 0) {
+        EXPECT_EQ(Says("lblStep"), "Output 1, FAN_ON_OFF, switches ON.");
+        EXPECT_FALSE(Press("cmdStart"));
+        Steps().ChooseRows({4});
+        EXPECT_EQ(Steps().Selection(), std::vector<std::size_t>{0}) << "no other step while one stands";
+        EXPECT_TRUE(Press("cmdNo"));
+        EXPECT_EQ(LastPrompt(), "Say in the remark what happened instead.");
+        Write("txtRemark", "Belt is loose");
+      }
+      EXPECT_TRUE(Press(i == 0 ? "cmdNo" : i == 1 ? "cmdSkip" : "cmdYes"));
+      EXPECT_EQ(building.StoredDevice(device), before) << i;
+      EXPECT_FALSE(std::filesystem::exists(List()));
+    }
+  });
+  EXPECT_EQ(steps.size(), 16u);
+  EXPECT_EQ(steps[1], "Output 1 FAN_ON_OFF OFF");
+  EXPECT_EQ(Lines(steps.end() - 3, steps.end()),
+            (Lines{"Output 7 HEATING_MOD 0 %", "Output 7 HEATING_MOD 50 %", "Output 7 HEATING_MOD 100 %"}));
+  EXPECT_EQ(Lines(overridden.begin() + 8, overridden.begin() + 13),
+            (Lines{"100.0 1", "0.0 0", "0.0 1", "50.0 1", "100.0 1"}));
+  // A second look replaces the first; the notes are in the next window, in files and in the record.
+  CheckOut([&] {
+    EXPECT_EQ(Steps().Rows()[0].cells[4], "Belt is loose");
+    Press("cmdStart");
+    Press("cmdYes");
+  });
+  const auto notes =
+      configuration::UnitFile(program.GetSettings(), Main().Opened, configuration::kNotes).Read();
+  const auto& lines = notes.at(configuration::kCheckOut);
+  ASSERT_EQ(lines.size(), 16u);
+  EXPECT_EQ(TextOf(lines[0], "result") + TextOf(lines[0], "remark"), "moved");
+  EXPECT_EQ(TextOf(lines[1], "result") + " by " + TextOf(lines[1], "who"), "skipped by installer");
+}
+
+TEST_F(CheckOutTest, HoldsTheOtherHalfOfAnActuatorOff) {
+  device = tests::kPressure;
+  Open(device);
+  CheckOut([&] {
+    Steps().ChooseRows({2});
+    EXPECT_EQ(Says("lblStep"),
+              "Output 2, HEAT_VALVE_CLOSE, switches ON. HEAT_VALVE_OPEN stays OFF meanwhile.");
+    Press("cmdStart");
+    EXPECT_EQ(Override(1) + ", " + Override(2), "0.0 0, 100.0 1");
+  });
+  EXPECT_EQ(Override(1) + ", " + Override(2), "0.0 -1, 0.0 -1") << "closing puts back";
+}
+
+TEST_F(CheckOutTest, GoesBackByItselfWhenTheTimeIsOver) {
+  Open(device);
+  auto time = std::chrono::steady_clock::now();
+  Window().Outputs().now = [&time] { return time; };
+  CheckOut([&] {
+    for (const char* wrong : {"", "4", "3601", "7.5", "soon"}) {
+      Write("txtLimit", wrong);
+      Press("cmdStart");
+      EXPECT_EQ(Override(1), "0.0 -1") << wrong;
+    }
+    EXPECT_EQ(LastPrompt(), "The time limit is a whole number of seconds from 5 to 3600.");
+    Write("txtLimit", "60");
+    Press("cmdStart");
+    time += std::chrono::seconds(59);
+    loop.Tick();
+    EXPECT_EQ(Override(1), "100.0 1");
+    EXPECT_NE(Says("lblState").find("in 1 sec"), std::string::npos) << Says("lblState");
+    time += std::chrono::seconds(1);
+    loop.Tick();
+    EXPECT_EQ(Override(1), "0.0 -1");
+    EXPECT_TRUE(Press("cmdYes")) << "the answer is still due";
+  });
+  CheckOut([&] { EXPECT_EQ(Says("txtLimit"), "60"); });
+}
+
+TEST_F(CheckOutTest, TakesNoOtherCommandMeanwhileAndBeginsOnlyWhereItMay) {
+  Open(device);
+  CheckOut([&] {
+    Press("cmdStart");
+    const std::string stands = building.StoredDevice(device);
+    Find<ui::Button>("cmdRefresh").Click();
+    EXPECT_FALSE(Main().Close());
+    EXPECT_THROW(api.Call("SendCommand", 0, 0, ""), automation::Error);
+    EXPECT_EQ(building.StoredDevice(device), stands);
+    Main().onSessionEnd();
+    EXPECT_EQ(Override(1), "0.0 -1") << "the user signs out";
+  });
+}
+
+TEST_F(CheckOutTest, BeginsOnlyWhereItMay) {
+  const auto refusal = [this] {
+    EXPECT_THROW(CheckOut([] {}), base::Error);
+    return LastPrompt();
+  };
+  Open(device);
+  ChooseMenu("View", "Locked");
+  EXPECT_EQ(refusal(), "The window is locked. Unlock it to check the outputs.");
+  ChooseMenu("View", "Locked");
+  Type("fPID.txtPIDTemp(0)", "30");
+  EXPECT_EQ(refusal(), "There are changes that are not applied. Apply them or take them back first.");
+  Click("cmdRefresh");
+  // Without a list on the disk nothing is overridden.
+  std::filesystem::create_directories(List() / "in the way");
+  const std::string before = building.StoredDevice(device);
+  refusal();
+  EXPECT_NE(LastPrompt().find("cannot be read"), std::string::npos) << LastPrompt();
+  EXPECT_EQ(building.StoredDevice(device), before);
+  std::filesystem::remove_all(List());
+  CheckOut([&] {
+    std::filesystem::create_directories(List() / "in the way");
+    Press("cmdStart");
+    EXPECT_NE(LastPrompt().find("cannot be written"), std::string::npos) << LastPrompt();
+    EXPECT_EQ(building.StoredDevice(device), before);
+  });
+  std::filesystem::remove_all(List());
+}
+
+TEST_F(CheckOutTest, HasNothingToDoWithoutFunctions) {
+  Open(tests::kUnassigned);
+  EXPECT_THROW(CheckOut([] {}), base::Error);
+  EXPECT_EQ(LastPrompt(), "No output with a function drives its local hardware.");
+}
+
+/// One check-out of the first output with a failing call; then a start without a failure. Answers how many
+/// calls were made.
+int FailOnce(const simulator::Building& building, Failure failure, int call, bool forever) {
+  const std::string where = "way " + std::to_string(static_cast<int>(failure)) + ", call " +
+                            std::to_string(call) + (forever ? " on" : "");
+  const std::string before = building.StoredDevice(tests::kAssigned);
+  tests::FailurePlan plan;
+  {
+    CheckOutTool tool(building, std::span<const shell::PageEntry>());
+    tool.throughHost = [&plan](std::string_view id, const automation::Object& object) {
+      return id == host::kObjectServerId ? tests::FaultyTarget::Wrap(plan, object) : object;
+    };
+    tool.Open(tool.device);
+    tool.CheckOut([&] {
+      plan.Arm(failure, {call}, forever);
+      tool.Press("cmdStart");
+      tool.Press("cmdYes");
+    });
+    const bool back = building.StoredDevice(tool.device) == before;
+    EXPECT_TRUE(forever || (back && plan.open == 0)) << where;
+    if (!back) {
+      EXPECT_NE(tool.LastPrompt().find("OF RTU-1 North wing COULD NOT BE PUT BACK"), std::string::npos)
+          << where;
+      EXPECT_NE(tool.LastPrompt().find("Output 1, FAN_ON_OFF"), std::string::npos) << where;
+      EXPECT_TRUE(std::filesystem::exists(tool.List())) << where;
+    }
+    plan.Disarm();
+    if (back && !std::filesystem::exists(tool.List())) return plan.seen;
+  }
+  CheckOutTool next(building, std::span<const shell::PageEntry>());
+  next.Open(next.device);
+  next.prompts.answers = {ui::Answer::kYes};
+  next.loop.Tick();
+  EXPECT_EQ(building.StoredDevice(next.device), before) << where;
+  EXPECT_FALSE(std::filesystem::exists(next.List())) << where;
+  return plan.seen;
+}
+
+TEST(CheckOutFaults, AnyCallMayFail) {
+  const simulator::Building building(tests::Tool::Options());
+  int met = 0;
+  for (const Failure failure : tests::kAllFailures) {
+    for (const bool forever : {false, true}) {
+      for (int call = 1; FailOnce(building, failure, call, forever) >= call && !testing::Test::HasFailure();
+           ++call)
+        ++met;
+    }
+  }
+  std::cout << "  " << met << " failures\n";
+  EXPECT_GT(met, 200);
+  std::filesystem::remove_all(std::filesystem::path(tests::Tool::Documents()) / "KV-TARN" / "Notes");
+}
+
+TEST(CheckOutKilled, WhatItLeftIsPutBackFirst) {
+  const simulator::Building building(tests::Tool::Options());
+  const auto overridden = [&building] {
+    return building.StoredText(tests::kAssigned, "HardwareOutput1", 4, "SNVT_switch");
+  };
+  auto tool = std::make_unique<CheckOutTool>(building);
+  const auto start = [&] {
+    tool.reset();  // the host has one session for a unit
+    tool = std::make_unique<CheckOutTool>(building);
+    tool->Open(tool->device);
+  };
+  start();
+  const std::string before = building.StoredDevice(tool->device);
+  {  // killed: nothing of its end happens
+    checkout::CheckOut killed(tool->Main().Device(), tool->Main().Context().transactions,
+                              {tool->program.GetSettings(), tool->Main().Opened, configuration::kOverridden});
+    killed.Start(checkout::ReadSteps(tool->Main().Device()).front(), std::chrono::seconds(60));
+  }
+  start();
+  tool->prompts.answers = {ui::Answer::kNo, ui::Answer::kNo};
+  tool->loop.Tick();
+  EXPECT_NE(tool->LastPrompt().find("check-out of RTU-1 North wing ended"), std::string::npos);
+  tool->loop.Tick();
+  EXPECT_EQ(tool->prompts.asked.size(), 1u) << "asked once";
+  EXPECT_THROW(tool->CheckOut([] {}), base::Error) << "these go first";
+  tool->Main().Close();
+  EXPECT_EQ(overridden(), "100.0 1");
+
+  start();
+  const auto shown = [&] { return tool->Find<ui::CheckBox>("fControlOutput.chkOver(0)").Checked(); };
+  EXPECT_TRUE(shown());
+  tool->prompts.answers = {ui::Answer::kYes};
+  tool->loop.Tick();
+  EXPECT_EQ(building.StoredDevice(tool->device), before);
+  EXPECT_FALSE(shown()) << "read again";
+  EXPECT_FALSE(std::filesystem::exists(tool->List()));
+}
+
+}  // namespace
