@@ -8,46 +8,25 @@
 
 namespace {
 
-constexpr int kRoofTopProperties = 52;
 constexpr const char* kDevice = tests::kAssigned;
 
-/// A change of one field of a page, and the calls that the page's own algorithm asks for to save it.
-struct PageSave {
-  const char* page;
-  void (*change)(tests::Tool& tool);
-  std::uint64_t formats;     // set before writing
-  std::uint64_t precisions;  // set before reading what is there
-  std::uint64_t values;      // read, written, and those that were changed read again after the commit
-  std::uint64_t objects;     // properties that filling the page did not need
-};
-const PageSave kSaves[] = {
-    {"fHardwareInput", [](tests::Tool& tool) { tool.AssignInput(6, "OCC_CONTACT"); }, 6, 0, 13, 0},
-    {"fControlOutput", [](tests::Tool& tool) { tool.AssignOutput(5, "DEHUMIDIFIER_ON_OFF"); }, 14, 0, 57, 7},
-    {"fHeatCool", [](tests::Tool& tool) { tool.Find<ui::CheckBox>("fHeatCool.chkMechAndEco").Click(); }, 12,
-     11, 25, 0},
-    {"fFanValve", [](tests::Tool& tool) { tool.Find<ui::CheckBox>("fFanValve.chkFan").Click(); }, 8, 7, 17,
-     0},
-    {"fPID", [](tests::Tool& tool) { tool.Find<ui::CheckBox>("fPID.chkPID").Click(); }, 6, 5, 13, 0},
-    {"fAlarm", [](tests::Tool& tool) { tool.Type("fAlarm.txtAlarm(0)", "4"); }, 10, 10, 21, 0},
-    {"fGeneral", [](tests::Tool& tool) { tool.Find<ui::OptionButton>("fGeneral.optEcono(1)").Click(); }, 11,
-     10, 23, 0},
-    {"fOptions", [](tests::Tool& tool) { tool.Find<ui::CheckBox>("fOptions.chkFrost").Click(); }, 6, 5, 13,
-     0},
-    {"fNetworkInput", [](tests::Tool& tool) { tool.Find<ui::CheckBox>("fNetworkInput.chkInput(0)").Click(); },
-     24, 24, 51, 0},
-    {"fNetworkOutput", [](tests::Tool& tool) { tool.Type("fNetworkOutput.txtNvo(0)", "30"); }, 5, 29, 59, 0},
+/// A change of one field of each page.
+const std::pair<const char*, void (*)(tests::Tool& tool)> kChanges[] = {
+    {"fHardwareInput", [](tests::Tool& tool) { tool.AssignInput(6, "OCC_CONTACT"); }},
+    {"fControlOutput", [](tests::Tool& tool) { tool.AssignOutput(5, "DEHUMIDIFIER_ON_OFF"); }},
+    {"fHeatCool", [](tests::Tool& tool) { tool.Find<ui::CheckBox>("fHeatCool.chkMechAndEco").Click(); }},
+    {"fFanValve", [](tests::Tool& tool) { tool.Find<ui::CheckBox>("fFanValve.chkFan").Click(); }},
+    {"fPID", [](tests::Tool& tool) { tool.Find<ui::CheckBox>("fPID.chkPID").Click(); }},
+    {"fAlarm", [](tests::Tool& tool) { tool.Type("fAlarm.txtAlarm(0)", "4"); }},
+    {"fGeneral", [](tests::Tool& tool) { tool.Find<ui::OptionButton>("fGeneral.optEcono(1)").Click(); }},
+    {"fOptions", [](tests::Tool& tool) { tool.Find<ui::CheckBox>("fOptions.chkFrost").Click(); }},
+    {"fNetworkInput",
+     [](tests::Tool& tool) { tool.Find<ui::CheckBox>("fNetworkInput.chkInput(0)").Click(); }},
+    {"fNetworkOutput", [](tests::Tool& tool) { tool.Type("fNetworkOutput.txtNvo(0)", "30"); }},
 };
 
 struct AllPages : tests::ToolTest {
-  /// Every value of the rooftop object as the store holds it, by number.
-  std::map<int, std::string> RoofTop() {
-    std::map<int, std::string> values;
-    auto& properties = Main().Device().RoofTopProperties;
-    for (int number = 1; number <= kRoofTopProperties; ++number) {
-      values[number] = Stored(kDevice, number, properties[number].Object().Text("Name").c_str(), -1);
-    }
-    return values;
-  }
+  std::string Device() const { return building.StoredDevice(kDevice); }
   std::vector<std::string> ValuePages() {
     std::vector<std::string> names;
     for (const auto& entry : Main().Pages().Table()) {
@@ -55,24 +34,19 @@ struct AllPages : tests::ToolTest {
     }
     return names;
   }
-
-  void ChangeOneFieldOnEachPage() {
-    for (const PageSave& save : kSaves) save.change(*this);
-  }
 };
 
 TEST_F(AllPages, OnePageThatRefusesKeepsAllBackUntilItIsCorrected) {
   OpenPage(kDevice, "fHeatCool");
-  const auto before = RoofTop();
-  ChangeOneFieldOnEachPage();
+  const auto before = Device();
+  for (const auto& [page, change] : kChanges) change(*this);
   const std::string limit = Text("fAlarm.txtAlarm(8)");
   Type("fAlarm.txtAlarm(8)", "30");  // above the supply setpoint, so two pages refuse
   for (const char* button : {"cmdApply", "cmdOK"}) {
     building.Faults().StartCounting();
     Click(button);
-    EXPECT_EQ(RoofTop(), before);
-    EXPECT_TRUE(LastMessage().ends_with("/Main: The configuration settings were not applied"))
-        << LastMessage();
+    EXPECT_EQ(Device(), before);
+    EXPECT_THAT(LastMessage(), testing::EndsWith("/Main: The configuration settings were not applied"));
     EXPECT_TRUE(Main().Visible());
     EXPECT_EQ(building.Faults().Count("Network.CancelTransaction"), 1u);
     EXPECT_EQ(building.Faults().Count("Network.CommitTransaction"), 0u);
@@ -81,9 +55,8 @@ TEST_F(AllPages, OnePageThatRefusesKeepsAllBackUntilItIsCorrected) {
   }
 
   Type("fAlarm.txtAlarm(8)", limit);
-  Click("cmdApply");
-  EXPECT_EQ(LastMessage(), tests::kApplied);
-  EXPECT_NE(RoofTop(), before);
+  Save();
+  EXPECT_NE(Device(), before);
 }
 
 TEST_F(AllPages, SwitchingUnitsToAndFroMovesNoValueAlsoWhenSaved) {
@@ -94,9 +67,8 @@ TEST_F(AllPages, SwitchingUnitsToAndFroMovesNoValueAlsoWhenSaved) {
       Type(box, base::ReplaceAll(Text(box), ".000", ".123"));
     }
   }
-  Click("cmdApply");
-  ASSERT_EQ(LastMessage(), tests::kApplied);
-  const auto stored = RoofTop();
+  Save();
+  const auto stored = Device();
   std::map<std::string, std::string> shown;
   for (int turn = 0; turn < 10; ++turn) {
     for (const char* unit : {"optUnit(1)", "optUnit(0)"}) {
@@ -111,11 +83,10 @@ TEST_F(AllPages, SwitchingUnitsToAndFroMovesNoValueAlsoWhenSaved) {
           if (box && box->Usable()) box->Type(" " + box->Text());
         }
       }
-      Click("cmdApply");
-      ASSERT_EQ(LastMessage(), tests::kApplied);
+      Save();
     }
   }
-  EXPECT_EQ(RoofTop(), stored);
+  EXPECT_EQ(Device(), stored);
 }
 
 TEST_F(AllPages, OldMarkersAreAdjustedWithTheNextSaveAndToldOnce) {
@@ -173,21 +144,26 @@ TEST_F(AllPages, UnitsStandInTheCaptions) {
   }
 }
 
-TEST(PageSaves, CallTheHostForWhatThePageNeedsAndNothingElse) {
-  for (const PageSave& save : kSaves) {
+// Of each of its properties the page reads what is stored and writes it; what was changed is read once more.
+constexpr std::uint64_t kPairs = 7;  // the outputs' second marks, which only saving asks for
+
+TEST(PageSaves, CallTheHostForThePageThatWasChangedAndNothingElse) {
+  for (const auto& [page, change] : kChanges) {
     tests::Tool tool;
     tool.OpenPage(kDevice, "fHeatCool");
     tool.Main().Companions().front()->SaveBegins();  // what a backup needs beside the pages is asked for once
-    save.change(tool);
-    tool.building.Faults().StartCounting();
+    simulator::Faults& faults = tool.building.Faults();
+    faults.StartCounting();
+    tool.Main().Pages().FindPage(page)->FillValue();
+    const auto filled = faults.Counts();
+    change(tool);
+    faults.StartCounting();
     tool.Click("cmdOK");
-    std::map<std::string, std::uint64_t, std::less<>> expected = {{"Network.BeginTransaction", 1},
-                                                                  {"Network.CommitTransaction", 1},
-                                                                  {"Property.Value", save.values},
-                                                                  {"Property.formatName", save.formats}};
-    if (save.precisions > 0) expected["Property.Precision"] = save.precisions;
-    if (save.objects > 0) expected["Collection.Item"] = save.objects;
-    EXPECT_EQ(tool.building.Faults().Counts(), expected) << save.page;
+    for (const auto& [member, count] : faults.Counts()) {
+      const bool once = member.ends_with("Transaction");
+      const auto known = filled.contains(member) ? filled.at(member) : once ? 1 : kPairs;
+      EXPECT_LE(count, member == "Property.Value" ? 2 * known + 1 : known) << page << ": " << member;
+    }
   }
 }
 
