@@ -195,14 +195,6 @@ TEST_F(ClientTest, AnAnswerWithMoreBehindItStandsAndThenTheConnectionEnds) {
   }
 }
 
-TEST_F(ClientTest, AnAnswerThatLiesInTheSocketCountsHoweverLongTheMessageLoopTakes) {
-  Connect();
-  comm.setTransactionTimeout(1);
-  clockSpeed = 100;
-  loop.onTurn = [] { std::this_thread::sleep_for(30ms); };
-  for (const std::size_t size : {1, 20'000}) EXPECT_EQ(Echo(Pattern(size)), Pattern(size));
-}
-
 TEST_F(ClientTest, WhatNobodyWaitsForTakesNoMemory) {
   clockSpeed = 100;
   Connect();
@@ -230,21 +222,6 @@ TEST_F(ClientTest, OneRequestIsOnItsWayAtMostAndClosingLetsGoOfIt) {
   comm.ovpClose();
   EXPECT_FALSE(socket.Sending());
   EXPECT_EQ(Refusal([&] { comm.ovpTransaction(1, 1, 5, ""); }), "No argument was set for the transaction.");
-}
-
-TEST_F(ClientTest, EndsAtEveryByteOfAnAnswerLeaveAClientThatConnectsAgain) {
-  clockSpeed = 100;
-  comm.setTransactionTimeout(1);
-  for (const ServerMode mode : {ServerMode::kClosing, ServerMode::kResetting, ServerMode::kSilent}) {
-    for (std::size_t offset = 0; offset < 34; ++offset) {
-      server.Set({.mode = mode, .offset = offset});
-      Connect();
-      ASSERT_NE(Refusal([&] { Echo(Pattern(10)); }), "") << offset;
-      server.Set({});
-      Connect();
-      ASSERT_EQ(Echo(Pattern(10)), Pattern(10)) << offset;
-    }
-  }
 }
 
 TEST_F(ClientTest, DrippingBytesDoNotExtendTheTimeOut) {
