@@ -93,7 +93,7 @@ TEST_P(LanguageTables, GiveEveryKeyOfAWindowOnce) {
   tests::Tool tool;
   tool.Open(tests::kAssigned);
   tool.UseLanguage(GetParam());
-  // A menu and its entries, and the buttons of a window, by what a person reads.
+  // The menu bar with the buttons of its window, the entries of each menu, the buttons of each other window.
   std::vector<std::vector<std::string>> groups(1);
   for (const ui::MenuItem& menu : tool.Main().menu) {
     groups[0].push_back(menu.caption);
@@ -103,9 +103,9 @@ TEST_P(LanguageTables, GiveEveryKeyOfAWindowOnce) {
   auto& desk = dynamic_cast<configuration::Desk&>(*tool.Main().Companions().front());
   for (const ui::Form* form : std::initializer_list<const ui::Form*>{
            &tool.Main(), &tool.Main().Logger(), &desk.Differences(), &tool.Main().ChangesWindow()}) {
-    groups.emplace_back();
+    auto& group = form == &tool.Main() ? groups[0] : groups.emplace_back();
     for (const ui::Control* control : form->Controls())
-      if (dynamic_cast<const ui::Button*>(control)) groups.back().push_back(control->Text());
+      if (dynamic_cast<const ui::Button*>(control)) group.push_back(control->Text());
   }
   for (const auto& texts : groups) {
     std::set<std::string> letters;
