@@ -26,17 +26,6 @@ std::string PlaceOf(tests::Tool& tool, const std::string& box) {
   return NameOf(fields::CaptionOf(tool.Find(box)));
 }
 
-TEST_F(ToolTest, AlarmBoxesFollowTheRecords) {
-  OpenPage(tests::kAssigned, "fAlarm");
-  for (std::size_t i = 0; i < 27; ++i) EXPECT_EQ(Find(Box(i)).Visible(), i < 23) << i;
-  const std::pair<std::size_t, const char*> places[] = {
-      {0, "Space temp, Offset"},           {2, "Return temp, Low limit"},
-      {8, "Supply temp, Low limit"},       {9, "Supply temp, High limit"},
-      {11, "Supply pressure, High limit"}, {13, "Duct pressure, Low limit"},
-      {19, "Space CO2 level, High limit"}, {22, "Fan alarm, Delay"}};
-  for (const auto& [number, place] : places) EXPECT_EQ(PlaceOf(*this, Box(number)), place) << number;
-}
-
 TEST_F(ToolTest, AlarmLimitsAreHeldAgainstTheSupplySetpoints) {
   const struct {
     std::string low, high, minimum, maximum;

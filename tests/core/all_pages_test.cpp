@@ -1,6 +1,8 @@
 // What only all pages together can show: one save over all of them, the option record that they share, and
 // the two unit systems.
 #include <map>
+#include <regex>
+#include <set>
 
 #include "base/record.h"
 #include "base/text.h"
@@ -8,46 +10,25 @@
 
 namespace {
 
-constexpr int kRoofTopProperties = 52;
 constexpr const char* kDevice = tests::kAssigned;
 
-/// A change of one field of a page, and the calls that the page's own algorithm asks for to save it.
-struct PageSave {
-  const char* page;
-  void (*change)(tests::Tool& tool);
-  std::uint64_t formats;     // set before writing
-  std::uint64_t precisions;  // set before reading what is there
-  std::uint64_t values;      // read, written, and those that were changed read again after the commit
-  std::uint64_t objects;     // properties that filling the page did not need
-};
-const PageSave kSaves[] = {
-    {"fHardwareInput", [](tests::Tool& tool) { tool.AssignInput(6, "OCC_CONTACT"); }, 6, 0, 13, 0},
-    {"fControlOutput", [](tests::Tool& tool) { tool.AssignOutput(5, "DEHUMIDIFIER_ON_OFF"); }, 14, 0, 57, 7},
-    {"fHeatCool", [](tests::Tool& tool) { tool.Find<ui::CheckBox>("fHeatCool.chkMechAndEco").Click(); }, 12,
-     11, 25, 0},
-    {"fFanValve", [](tests::Tool& tool) { tool.Find<ui::CheckBox>("fFanValve.chkFan").Click(); }, 8, 7, 17,
-     0},
-    {"fPID", [](tests::Tool& tool) { tool.Find<ui::CheckBox>("fPID.chkPID").Click(); }, 6, 5, 13, 0},
-    {"fAlarm", [](tests::Tool& tool) { tool.Type("fAlarm.txtAlarm(0)", "4"); }, 10, 10, 21, 0},
-    {"fGeneral", [](tests::Tool& tool) { tool.Find<ui::OptionButton>("fGeneral.optEcono(1)").Click(); }, 11,
-     10, 23, 0},
-    {"fOptions", [](tests::Tool& tool) { tool.Find<ui::CheckBox>("fOptions.chkFrost").Click(); }, 6, 5, 13,
-     0},
-    {"fNetworkInput", [](tests::Tool& tool) { tool.Find<ui::CheckBox>("fNetworkInput.chkInput(0)").Click(); },
-     24, 24, 51, 0},
-    {"fNetworkOutput", [](tests::Tool& tool) { tool.Type("fNetworkOutput.txtNvo(0)", "30"); }, 5, 29, 59, 0},
+/// A change of one field of each page.
+const std::pair<const char*, void (*)(tests::Tool& tool)> kChanges[] = {
+    {"fHardwareInput", [](tests::Tool& tool) { tool.AssignInput(6, "OCC_CONTACT"); }},
+    {"fControlOutput", [](tests::Tool& tool) { tool.AssignOutput(5, "DEHUMIDIFIER_ON_OFF"); }},
+    {"fHeatCool", [](tests::Tool& tool) { tool.Find<ui::CheckBox>("fHeatCool.chkMechAndEco").Click(); }},
+    {"fFanValve", [](tests::Tool& tool) { tool.Find<ui::CheckBox>("fFanValve.chkFan").Click(); }},
+    {"fPID", [](tests::Tool& tool) { tool.Find<ui::CheckBox>("fPID.chkPID").Click(); }},
+    {"fAlarm", [](tests::Tool& tool) { tool.Type("fAlarm.txtAlarm(0)", "4"); }},
+    {"fGeneral", [](tests::Tool& tool) { tool.Find<ui::OptionButton>("fGeneral.optEcono(1)").Click(); }},
+    {"fOptions", [](tests::Tool& tool) { tool.Find<ui::CheckBox>("fOptions.chkFrost").Click(); }},
+    {"fNetworkInput",
+     [](tests::Tool& tool) { tool.Find<ui::CheckBox>("fNetworkInput.chkInput(0)").Click(); }},
+    {"fNetworkOutput", [](tests::Tool& tool) { tool.Type("fNetworkOutput.txtNvo(0)", "30"); }},
 };
 
 struct AllPages : tests::ToolTest {
-  /// Every value of the rooftop object as the store holds it, by number.
-  std::map<int, std::string> RoofTop() {
-    std::map<int, std::string> values;
-    auto& properties = Main().Device().RoofTopProperties;
-    for (int number = 1; number <= kRoofTopProperties; ++number) {
-      values[number] = Stored(kDevice, number, properties[number].Object().Text("Name").c_str(), -1);
-    }
-    return values;
-  }
+  std::string Device() const { return building.StoredDevice(kDevice); }
   std::vector<std::string> ValuePages() {
     std::vector<std::string> names;
     for (const auto& entry : Main().Pages().Table()) {
@@ -55,24 +36,19 @@ struct AllPages : tests::ToolTest {
     }
     return names;
   }
-
-  void ChangeOneFieldOnEachPage() {
-    for (const PageSave& save : kSaves) save.change(*this);
-  }
 };
 
 TEST_F(AllPages, OnePageThatRefusesKeepsAllBackUntilItIsCorrected) {
   OpenPage(kDevice, "fHeatCool");
-  const auto before = RoofTop();
-  ChangeOneFieldOnEachPage();
+  const auto before = Device();
+  for (const auto& [page, change] : kChanges) change(*this);
   const std::string limit = Text("fAlarm.txtAlarm(8)");
   Type("fAlarm.txtAlarm(8)", "30");  // above the supply setpoint, so two pages refuse
   for (const char* button : {"cmdApply", "cmdOK"}) {
     building.Faults().StartCounting();
     Click(button);
-    EXPECT_EQ(RoofTop(), before);
-    EXPECT_TRUE(LastMessage().ends_with("/Main: The configuration settings were not applied"))
-        << LastMessage();
+    EXPECT_EQ(Device(), before);
+    EXPECT_THAT(LastMessage(), testing::EndsWith("/Main: The configuration settings were not applied"));
     EXPECT_TRUE(Main().Visible());
     EXPECT_EQ(building.Faults().Count("Network.CancelTransaction"), 1u);
     EXPECT_EQ(building.Faults().Count("Network.CommitTransaction"), 0u);
@@ -81,9 +57,8 @@ TEST_F(AllPages, OnePageThatRefusesKeepsAllBackUntilItIsCorrected) {
   }
 
   Type("fAlarm.txtAlarm(8)", limit);
-  Click("cmdApply");
-  EXPECT_EQ(LastMessage(), tests::kApplied);
-  EXPECT_NE(RoofTop(), before);
+  Save();
+  EXPECT_NE(Device(), before);
 }
 
 TEST_F(AllPages, SwitchingUnitsToAndFroMovesNoValueAlsoWhenSaved) {
@@ -94,9 +69,8 @@ TEST_F(AllPages, SwitchingUnitsToAndFroMovesNoValueAlsoWhenSaved) {
       Type(box, base::ReplaceAll(Text(box), ".000", ".123"));
     }
   }
-  Click("cmdApply");
-  ASSERT_EQ(LastMessage(), tests::kApplied);
-  const auto stored = RoofTop();
+  Save();
+  const auto stored = Device();
   std::map<std::string, std::string> shown;
   for (int turn = 0; turn < 10; ++turn) {
     for (const char* unit : {"optUnit(1)", "optUnit(0)"}) {
@@ -111,11 +85,10 @@ TEST_F(AllPages, SwitchingUnitsToAndFroMovesNoValueAlsoWhenSaved) {
           if (box && box->Usable()) box->Type(" " + box->Text());
         }
       }
-      Click("cmdApply");
-      ASSERT_EQ(LastMessage(), tests::kApplied);
+      Save();
     }
   }
-  EXPECT_EQ(RoofTop(), stored);
+  EXPECT_EQ(Device(), stored);
 }
 
 TEST_F(AllPages, OldMarkersAreAdjustedWithTheNextSaveAndToldOnce) {
@@ -156,38 +129,47 @@ TEST_F(AllPages, OldMarkersAreAdjustedWithTheNextSaveAndToldOnce) {
 }
 
 TEST_F(AllPages, UnitsStandInTheCaptions) {
-  const std::tuple<const char*, const char*, const char*> captions[] = {
-      {"fHeatCool.lblUnits(9)", "°C", "°F"},         {"fHeatCool.lblBtu", "KJ/kg", "BTU/lb"},
-      {"fPID.lblUnit(5)", "% / °C", "% / °F"},       {"fPID.lblDeadBandUnit(1)", "°C", "°F"},
-      {"fPID.lblPressure(2)", "% / Pa", "%/ \" WC"}, {"fPID.lblPressD", "Pa", "\" WC"},
-      {"fAlarm.lblCelsius(5)", "°C", "°F"},          {"fAlarm.lblUnitP(2)", "Pa", "\" WC"},
-      {"fGeneral.lblAirUnit", "°C", "°F"},           {"fGeneral.lblPressUnit(0)", "Pa", "\" WC"},
-      {"fOptions.lblMaxOffsetUnit", "°C", "°F"},     {"fNetworkOutput.lblDeltaUnit(0)", "°C", "°F"},
-      {"fNetworkOutput.lblDeltaUnit(1)", "%", "%"}};
+  const std::regex metric(R"(.*(°C|\bPa\b|KJ/kg).*)"), imperial(R"(.*(°F|" WC|BTU/lb).*)");
   Open(kDevice);
-  for (const bool imperial : {false, true}) {
-    if (imperial) Find<ui::OptionButton>("optUnit(1)").Click();
-    for (const auto& [label, metric, us] : captions) EXPECT_EQ(Text(label), imperial ? us : metric) << label;
-    EXPECT_EQ(Find("fPID.txtPIDTemp(0)").AccessibleName(),
-              std::string("Space Temperature, Proportional Gain, ") + (imperial ? "% / °F" : "% / °C"));
-  }
+  const auto labels = [this](const std::regex& unit) {
+    std::set<std::string> names;
+    for (const std::string& name : ValuePages()) {
+      for (const ui::Control* control : Main().Pages().FindPage(name)->Controls()) {
+        const bool label = control->GetKind() == ui::Kind::kLabel;
+        if (label && std::regex_match(control->Text(), unit)) names.insert(name + "." + control->Name());
+      }
+    }
+    return names;
+  };
+  const auto followed = labels(metric);
+  EXPECT_GT(followed.size(), 30u);
+  EXPECT_EQ(labels(imperial).size(), 0u);
+  Find<ui::OptionButton>("optUnit(1)").Click();
+  EXPECT_EQ(labels(imperial), followed);
+  EXPECT_EQ(labels(metric).size(), 0u);
+  EXPECT_EQ(Find("fPID.txtPIDTemp(0)").AccessibleName(), "Space Temperature, Proportional Gain, % / °F");
 }
 
-TEST(PageSaves, CallTheHostForWhatThePageNeedsAndNothingElse) {
-  for (const PageSave& save : kSaves) {
+// Of each of its properties the page reads what is stored and writes it; what was changed is read once more.
+constexpr std::uint64_t kPairs = 7;  // the outputs' second marks, which only saving asks for
+
+TEST(PageSaves, CallTheHostForThePageThatWasChangedAndNothingElse) {
+  for (const auto& [page, change] : kChanges) {
     tests::Tool tool;
     tool.OpenPage(kDevice, "fHeatCool");
     tool.Main().Companions().front()->SaveBegins();  // what a backup needs beside the pages is asked for once
-    save.change(tool);
-    tool.building.Faults().StartCounting();
+    simulator::Faults& faults = tool.building.Faults();
+    faults.StartCounting();
+    tool.Main().Pages().FindPage(page)->FillValue();
+    const auto filled = faults.Counts();
+    change(tool);
+    faults.StartCounting();
     tool.Click("cmdOK");
-    std::map<std::string, std::uint64_t, std::less<>> expected = {{"Network.BeginTransaction", 1},
-                                                                  {"Network.CommitTransaction", 1},
-                                                                  {"Property.Value", save.values},
-                                                                  {"Property.formatName", save.formats}};
-    if (save.precisions > 0) expected["Property.Precision"] = save.precisions;
-    if (save.objects > 0) expected["Collection.Item"] = save.objects;
-    EXPECT_EQ(tool.building.Faults().Counts(), expected) << save.page;
+    for (const auto& [member, count] : faults.Counts()) {
+      const bool once = member.ends_with("Transaction");
+      const auto known = filled.contains(member) ? filled.at(member) : once ? 1 : kPairs;
+      EXPECT_LE(count, member == "Property.Value" ? 2 * known + 1 : known) << page << ": " << member;
+    }
   }
 }
 

@@ -1,26 +1,17 @@
 #include <gtest/gtest.h>
 
-#include <functional>
 #include <limits>
 #include <optional>
 
-#include "automation/error.h"
 #include "automation/object.h"
+#include "fault_of.h"
 
 namespace {
 
 using automation::Value;
+using tests::CodeOf;
 
 constexpr std::uint32_t kDone = 0;
-
-std::uint32_t CodeOf(const std::function<void()>& work) {
-  try {
-    work();
-  } catch (const automation::Error& error) {
-    return error.Code();
-  }
-  return kDone;
-}
 
 TEST(Value, ConvertsAsThePlatformDoes) {
   struct {

@@ -4,9 +4,8 @@
 #include <algorithm>
 #include <chrono>
 #include <map>
-#include <random>
-#include <set>
 
+#include "random_contents.h"
 #include "tool_test.h"
 
 namespace {
@@ -32,16 +31,6 @@ struct ChangesTest : tests::ToolTest {
       if (row.key == page) return row.cells[0];
     }
     return "no page";
-  }
-  void Choose(const std::string& menu, const std::string& entry) {
-    for (const ui::MenuItem& top : Main().menu) {
-      if (base::ReplaceAll(top.caption, "&", "") != menu) continue;
-      for (const ui::MenuItem& item : top.items) {
-        const std::string caption = base::ReplaceAll(item.caption, "&", "");
-        if (caption.substr(0, caption.find('\t')) == entry) return item.onClick();
-      }
-    }
-    FAIL() << "no entry " << menu << " > " << entry;
   }
   std::vector<const Field*> Edited() {
     std::vector<const Field*> fields;
@@ -89,10 +78,7 @@ TEST_F(ChangesTest, AreMarkedAtOnceAndUnmarkedWhenTypedBack) {
 
 // Also what the pages themselves change when they are saved.
 TEST_F(ChangesTest, ListWhatTheSaveChangesWhateverIsEdited) {
-  std::mt19937 random(static_cast<unsigned>(testing::UnitTest::GetInstance()->random_seed()));
-  const auto any = [&random](std::size_t count) {
-    return std::uniform_int_distribution<std::size_t>(0, count - 1)(random);
-  };
+  tests::RandomContents random;
   OpenPage(tests::kPressure, "fHeatCool");
   const auto contents = [this] {
     std::map<std::string, std::pair<const Field*, std::string>> all;
@@ -105,20 +91,14 @@ TEST_F(ChangesTest, ListWhatTheSaveChangesWhateverIsEdited) {
   for (int round = 0; round < 60; ++round) {
     if (round == 30) {
       Find<ui::OptionButton>("optUnit(1)").Click();
-      program.GetStrings().SetLanguage("German");
-      Main().ReInitializeStrings();
+      UseLanguage("German");
     }
     Click("cmdRefresh");
     const auto before = contents();
     const auto& fields = Main().Pending().Fields();
     for (int edits = 0; edits < 5; ++edits) {
-      const Field& field = *fields[any(fields.size())];
-      std::string content = std::to_string(any(3));
-      if (auto* list = dynamic_cast<ui::ListBox*>(field.control))
-        content = list->Translated() ? content : list->Items()[any(list->Items().size())];
-      const auto number = base::Numbers().Parse(field.content());
-      if (field.kind == fields::Kind::kText && number) content = base::Numbers().Text(*number + 1, 1);
-      Main().Prompts().Take(field, content);
+      const Field& field = *fields[random.Any(fields.size())];
+      Main().Prompts().Take(field, random.Of(field));
     }
     std::map<std::string, std::string> listed;
     SCOPED_TRACE(testing::PrintToString(Lines()));
@@ -164,7 +144,7 @@ TEST_F(ChangesTest, TakenBackLeaveNothingToBeSaved) {
   // What cannot be taken back alone says why.
   OpenContextMenu("fControlOutput", "cboOutput(0)", 0);
   ASSERT_EQ(prompts.asked.size(), 1u);
-  EXPECT_NE(prompts.asked[0].text.find("HEATING_2 selected, HEATING_1 must remain"), std::string::npos);
+  EXPECT_THAT(prompts.asked[0].text, testing::HasSubstr("HEATING_2 selected, HEATING_1 must remain"));
   ChoosePage("fPID");
   Click("cmdTakeBack");
   EXPECT_EQ(Edited().size(), 4u) << testing::PrintToString(Lines());
@@ -173,10 +153,10 @@ TEST_F(ChangesTest, TakenBackLeaveNothingToBeSaved) {
 
   Click("cmdChanges");
   auto& window = Main().ChangesWindow();
-  auto& list = dynamic_cast<ui::ListView&>(*window.Find("lvwChanges"));
+  auto& list = In<ui::ListView>(window, "lvwChanges");
   ASSERT_EQ(list.Rows().size(), 4u + unasked);
   list.ChooseRows({0, 1, 2, 3});
-  dynamic_cast<ui::Button&>(*window.Find("cmdTakeBack")).Click();  // the second first, or it is refused
+  ClickIn(window, "cmdTakeBack");  // the second first, or it is refused
   EXPECT_EQ(prompts.asked.size(), 1u);
   EXPECT_EQ(Edited().size(), 0u);
   EXPECT_FALSE(Main().Pages().FindPage("fControlOutput")->IsChanged());
@@ -192,7 +172,7 @@ TEST_F(ChangesTest, WhatWasRefusedIsFoundAtItsBox) {
   Type("fPID.txtPIDTemp(3)", "-5");  // the host quotes it
   Click("cmdApply");
   EXPECT_EQ(Find("fPID.txtPIDTemp(3)").GetMark(), ui::Mark::kRefused);
-  EXPECT_NE(Find("fPID.txtPIDTemp(3)").ShownTip().find("outside the range"), std::string::npos);
+  EXPECT_THAT(Find("fPID.txtPIDTemp(3)").ShownTip(), testing::HasSubstr("outside the range"));
   EXPECT_EQ(Find("fPID.txtPIDTemp(0)").GetMark(), ui::Mark::kChanged);
   EXPECT_EQ(ListCaption("fPID"), "PID (2) !");
   EXPECT_EQ(Count(), "2 changes on 1 page, 1 refused");
@@ -220,15 +200,15 @@ TEST_F(ChangesTest, TheLogSaysWhatASaveDid) {
   Find<ui::CheckBox>("fPID.chkPID").Click();
   Type("fAlarm.txtAlarm(1)", "61");
   Click("cmdApply");
-  auto& log = dynamic_cast<ui::ListView&>(*Main().Logger().Find("ListView1"));
+  auto& log = LogList();
   ASSERT_EQ(log.Rows().size(), 2u);
   EXPECT_EQ(log.Rows()[0].cells[2], "3 values were written on 2 pages");
   log.Choose(0);
   log.Open();
   ASSERT_EQ(log.Rows().size(), 5u);
   EXPECT_EQ(log.Rows()[1].cells[2].substr(0, 47), "    PID: Space Temperature, Proportional Gain: ");
-  EXPECT_NE(log.Rows()[1].cells[2].find(" -> 30.5 % / °C"), std::string::npos);
-  EXPECT_NE(Main().Logger().LogText().find("Use supply air temp only for limitation: "), std::string::npos);
+  EXPECT_THAT(log.Rows()[1].cells[2], testing::HasSubstr(" -> 30.5 % / °C"));
+  EXPECT_THAT(Main().Logger().LogText(), testing::HasSubstr("Use supply air temp only for limitation: "));
   log.Choose(0);
   log.popup.front().onClick();  // clears it, and its details
   EXPECT_EQ(log.Rows().size(), 1u);
@@ -236,8 +216,8 @@ TEST_F(ChangesTest, TheLogSaysWhatASaveDid) {
 
 TEST_F(ChangesTest, TheLastSaveIsTakenBackToTheLastDigit) {
   OpenPage(tests::kAssigned, "fPID");
-  Choose("File", "Take back the last save...");
-  EXPECT_EQ(prompts.asked.back().text, "Nothing was saved since this window was opened.");
+  ChooseEntry("Take back the last save...");
+  EXPECT_EQ(prompts.Last().text, "Nothing was saved since this window was opened.");
   Store(30, "UCPTspaceTempPIDparam#SI", "25.123456 0.5 7 700 0 0");
   Click("cmdRefresh");
   Unlock("fHeatCool");
@@ -257,15 +237,13 @@ TEST_F(ChangesTest, TheLastSaveIsTakenBackToTheLastDigit) {
   Unlock("fOptions");
   Type("fOptions.txtChangeOver", "44");  // stored at twice what is shown
   Find<ui::OptionButton>("fGeneral.optEcono(1)").Click();
-  Click("cmdApply");
-  ASSERT_EQ(LastMessage(), tests::kApplied);
-  Choose("File", "Take back the last save...");
-  EXPECT_EQ(prompts.asked.size(), 1u) << prompts.asked.back().text;
+  Save();
+  ChooseEntry("Take back the last save...");
+  EXPECT_EQ(prompts.asked.size(), 1u) << prompts.Last().text;
   EXPECT_EQ(Edited().size(), 6u) << "the valve too, which the general page resets: "
                                  << testing::PrintToString(Lines());
   EXPECT_TRUE(Main().ChangesWindow().Visible());
-  Click("cmdApply");
-  EXPECT_EQ(LastMessage(), tests::kApplied);
+  Save();
   Unlock("fHeatCool");  // saving the general page has reset the valve again, as the list said
   Find<ui::OptionButton>("fHeatCool.OptionNormallyHeat").Click();
   Click("cmdApply");
@@ -274,8 +252,8 @@ TEST_F(ChangesTest, TheLastSaveIsTakenBackToTheLastDigit) {
   Type("fPID.txtPIDTemp(0)", "31");
   Click("cmdApply");
   Store(30, "UCPTspaceTempPIDparam#SI", "32 0.5 7 700 0 0");
-  Choose("File", "Take back the last save...");
-  EXPECT_EQ(prompts.asked.back().text,
+  ChooseEntry("Take back the last save...");
+  EXPECT_EQ(prompts.Last().text,
             "The device has been changed by somebody else since the last save:\r\n"
             "Space Temperature, Proportional Gain");
   EXPECT_EQ(Text("fPID.txtPIDTemp(0)").substr(0, 2), "31");
@@ -283,7 +261,7 @@ TEST_F(ChangesTest, TheLastSaveIsTakenBackToTheLastDigit) {
 
 TEST_F(ChangesTest, AreReviewedBeforeTheSaveWhereThePersonWantsIt) {
   OpenPage(tests::kAssigned, "fPID");
-  Choose("View", "Review before applying");
+  ChooseEntry("Review before applying");
   Click("cmdApply");  // nothing to be seen
   Type("fPID.txtPIDTemp(0)", "30.5");
   const auto click = [this](const char* button) {
@@ -291,7 +269,7 @@ TEST_F(ChangesTest, AreReviewedBeforeTheSaveWhereThePersonWantsIt) {
       auto& window = Main().ChangesWindow();
       EXPECT_TRUE(window.Visible());
       EXPECT_FALSE(window.Find("cmdTakeBack")->Visible());
-      dynamic_cast<ui::Button&>(*window.Find(button)).Click();
+      ClickIn(window, button);
     };
   };
   click("cmdClose");
@@ -299,8 +277,7 @@ TEST_F(ChangesTest, AreReviewedBeforeTheSaveWhereThePersonWantsIt) {
   EXPECT_TRUE(Messages().empty());
   EXPECT_TRUE(Main().Visible());
   click("cmdApply");
-  Click("cmdApply");
-  EXPECT_EQ(LastMessage(), tests::kApplied);
+  Save();
   tests::Tool another;
   another.registry = registry;
   another.OpenPage(tests::kAssigned, "fPID");
@@ -309,13 +286,12 @@ TEST_F(ChangesTest, AreReviewedBeforeTheSaveWhereThePersonWantsIt) {
 
 TEST_F(ChangesTest, AFieldIsFoundByItsCaptionsAndTheDevicesNames) {
   Open(tests::kAssigned);
-  program.GetStrings().SetLanguage("German");
-  Main().ReInitializeStrings();
-  Choose("Ansicht", "Feld suchen...");
+  UseLanguage("German");
+  ChooseEntry("Feld suchen...");
   auto& window = Main().FindWindow();
   ASSERT_TRUE(window.Visible());
-  auto& box = dynamic_cast<ui::TextBox&>(*window.Find("txtFind"));
-  const auto& rows = dynamic_cast<ui::ListView&>(*window.Find("lvwFound")).Rows();
+  auto& box = In<ui::TextBox>(window, "txtFind");
+  const auto& rows = In<ui::ListView>(window, "lvwFound").Rows();
   const auto all = rows.size();
   const struct {
     const char* typed;
@@ -337,7 +313,7 @@ TEST_F(ChangesTest, AFieldIsFoundByItsCaptionsAndTheDevicesNames) {
     EXPECT_LT(std::chrono::steady_clock::now() - start, std::chrono::seconds(1));
   }
   box.Type("totband co2");
-  dynamic_cast<ui::Button&>(*window.Find("cmdGoTo")).Click();
+  ClickIn(window, "cmdGoTo");
   EXPECT_FALSE(window.Visible());
   EXPECT_EQ(Main().Pages().FindPage("fPID")->Focused(), &Find("fPID.txtCO2Level(1)"));
 }
@@ -346,7 +322,7 @@ TEST_F(ChangesTest, ALockedWindowShowsEverythingAndTakesNothing) {
   OpenPage(tests::kAssigned, "fPID");
   Type("fPID.txtPIDTemp(0)", "30.5");
   const std::string title = Main().Title();
-  Choose("View", "Locked");
+  ChooseEntry("Locked");
   EXPECT_EQ(Main().Title(), title + " - Locked");
   EXPECT_FALSE(Find<ui::TextBox>("fPID.txtPIDTemp(0)").Type("31"));
   EXPECT_FALSE(Find<ui::TextBox>("txtLocation").Type("roof"));
@@ -357,7 +333,7 @@ TEST_F(ChangesTest, ALockedWindowShowsEverythingAndTakesNothing) {
   EXPECT_FALSE(Main().ChangesWindow().Find("cmdApply")->Usable());
   Click("cmdRefresh");
   ChoosePage("fAlarm");
-  Choose("View", "Locked");
+  ChooseEntry("Locked");
   EXPECT_TRUE(Find<ui::TextBox>("fPID.txtPIDTemp(0)").Type("31"));
   EXPECT_EQ(Main().Title(), title);
 }

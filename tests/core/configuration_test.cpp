@@ -2,10 +2,11 @@
 // backups.
 #include <cstdlib>
 #include <filesystem>
-#include <random>
+#include <regex>
 
 #include "base/files.h"
 #include "configuration/desk.h"
+#include "random_contents.h"
 #include "tool_test.h"
 
 namespace {
@@ -17,40 +18,36 @@ using fields::Field;
 
 struct ConfigurationTest : tests::ToolTest {
   configuration::Desk& Desk() { return dynamic_cast<configuration::Desk&>(*Main().Companions().front()); }
-  template <class T>
-  static T& In(ui::Form& window, const char* name) {
-    return dynamic_cast<T&>(*window.Find(name));
-  }
-
-  void ChooseFile(const std::string& entry) {
-    for (const ui::MenuItem& item : Main().menu.front().items) {
-      if (base::ReplaceAll(item.caption, "&", "") == entry) return item.onClick();
-    }
-    FAIL() << "no entry " << entry;
-  }
   /// Through the menu, the small window and the system's dialog.
   void SaveAs(bool withEdits = false) {
     fileDialog.answer = file;
     loop.whileOpen = [this, withEdits] {
       In<ui::OptionButton>(Desk().SaveWindow(), withEdits ? "optValues(1)" : "optValues(0)").Click();
-      In<ui::TextBox>(Desk().SaveWindow(), "txtNote").Type("before the winter");
-      In<ui::Button>(Desk().SaveWindow(), "cmdOK").Click();
+      In<ui::TextBox>(Desk().SaveWindow(), "txtNote").Type("As commissioned");
+      ClickIn(Desk().SaveWindow(), "cmdOK");
     };
-    ChooseFile("Save configuration as...");
+    ChooseEntry("Save configuration as...");
   }
   /// Opens the file, does `work` in the window of differences and closes it.
   void OpenFile(const std::function<void(configuration::fDifferences&)>& work) {
     fileDialog.answer = file;
     loop.whileOpen = [this, work] { InDifferences(work); };
-    ChooseFile("Open configuration...");
+    ChooseEntry("Open configuration...");
+  }
+  /// Answers whether the list to choose from was open, and chooses in it.
+  bool Pick(std::size_t row) {
+    if (!Desk().PickWindow().Visible()) return false;
+    In<ui::ListView>(Desk().PickWindow(), "lvwRows").Choose(row);
+    ClickIn(Desk().PickWindow(), "cmdOK");
+    return true;
   }
   void InDifferences(const std::function<void(configuration::fDifferences&)>& work) {
     work(Desk().Differences());
-    In<ui::Button>(Desk().Differences(), "cmdClose").Click();
+    ClickIn(Desk().Differences(), "cmdClose");
   }
   static void TakeAll(configuration::fDifferences& window) {
-    In<ui::Button>(window, "cmdTickAll").Click();
-    In<ui::Button>(window, "cmdTake").Click();
+    ClickIn(window, "cmdTickAll");
+    ClickIn(window, "cmdTake");
   }
   /// "Field | here | there | unit | remark" of each line that is shown.
   static std::vector<std::string> Lines(ui::Form& window) {
@@ -59,8 +56,6 @@ struct ConfigurationTest : tests::ToolTest {
       lines.emplace_back(base::Trim(base::Join(row.cells, " | ")));
     return lines;
   }
-  static const std::string& Text(const ui::Control& control) { return control.Text(); }
-  using Tool::Text;
   Document Read() { return configuration::Read(base::ReadFile(file, configuration::kLargestFile), ""); }
 
   std::filesystem::path folder = std::filesystem::path(Documents()) / "files";
@@ -72,7 +67,7 @@ TEST_F(ConfigurationTest, DifferencesAreToldByPageAndTakenAsTheyAreTicked) {
   SaveAs();
   Document document = Read();
   EXPECT_EQ(document.head.location, "Roof north, bay 3");
-  EXPECT_EQ(document.head.note, "before the winter");
+  EXPECT_EQ(document.head.note, "As commissioned");
   EXPECT_EQ(document.head.user, "installer");
   const auto put = [&document](const char* page, const char* control, const char* content) {
     const_cast<Entry*>(document.Find(page, control))->content = content;
@@ -95,9 +90,8 @@ TEST_F(ConfigurationTest, DifferencesAreToldByPageAndTakenAsTheyAreTicked) {
               "- PID (2)\nSpace Temperature, Proportional Gain | 25.0000 | 30.5 | % / °C |\n"
               "Use supply air temp only for limitation | ON | yes |  | this field cannot hold the value\n"
               "- fTomorrow (1)\nA new thing |  | 1 | K | not here");
-    EXPECT_NE(Text(In<ui::Label>(window, "lblCount")).find("3 differ, 1 cannot be written, 1 only here"),
-              std::string::npos)
-        << Text(In<ui::Label>(window, "lblCount"));
+    const std::string count = window.Find("lblCount")->Text();
+    EXPECT_THAT(count, testing::HasSubstr("3 differ, 1 cannot be written, 1 only here"));
     EXPECT_EQ(list.Rows()[1].tick, ui::ListView::Tick::kOff) << "the location is the unit's own";
     EXPECT_EQ(list.Rows()[3].tick, ui::ListView::Tick::kOn);
     list.TurnTick(2);  // the page
@@ -108,9 +102,8 @@ TEST_F(ConfigurationTest, DifferencesAreToldByPageAndTakenAsTheyAreTicked) {
     list.Open();  // folds the page
     EXPECT_EQ(list.Rows()[2].cells[0], "+ Outputs (1)");
     list.Open();
-    In<ui::Button>(window, "cmdTake").Click();
-    EXPECT_NE(Lines(window)[3].find("Refused: You still have COOLING_2 selected"), std::string::npos)
-        << Lines(window)[3];
+    ClickIn(window, "cmdTake");
+    EXPECT_THAT(Lines(window)[3], testing::HasSubstr("Refused: You still have COOLING_2 selected"));
   });
   EXPECT_EQ(Find("fPID.txtPIDTemp(0)").Text(), "30.5");
   EXPECT_EQ(Find("fPID.txtPIDTemp(1)").GetMark(), ui::Mark::kNone);
@@ -128,9 +121,8 @@ TEST_F(ConfigurationTest, NamesAreEnglishWhateverLanguageIsInUse) {
   Open(tests::kPressure);
   SaveAs();
   const Document english = Read();
-  program.GetStrings().SetLanguage("German");
-  Main().ReInitializeStrings();
-  ChooseFile("Konfiguration speichern unter...");
+  UseLanguage("German");
+  ChooseEntry("Konfiguration speichern unter...");
   const Document german = Read();
   ASSERT_EQ(german.entries.size(), english.entries.size());
   for (std::size_t i = 0; i < english.entries.size(); ++i) {
@@ -154,7 +146,7 @@ TEST_F(ConfigurationTest, AFileInOtherUnitsIsComparedInThemAndTakenAfterAQuestio
   const std::string metric = file;
   file += ".us";
   SaveAs();
-  EXPECT_NE(LastMessage().find("may have more digits than the host gives"), std::string::npos);
+  EXPECT_THAT(LastMessage(), testing::HasSubstr("may have more digits than the host gives"));
   file = metric;
   Click("cmdApply");
   prompts.answers = {ui::Answer::kCancel, ui::Answer::kOk};
@@ -162,9 +154,8 @@ TEST_F(ConfigurationTest, AFileInOtherUnitsIsComparedInThemAndTakenAfterAQuestio
     ASSERT_EQ(Lines(window).size(), 2u);
     EXPECT_EQ(Lines(window)[1], "Space Temperature, Proportional Gain | 36.0000 | 25.0000 | % / °C |");
     TakeAll(window);
-    EXPECT_NE(Lines(window)[1].find("units were not changed"), std::string::npos);
-    In<ui::Button>(window, "cmdTickAll").Click();
-    In<ui::Button>(window, "cmdTake").Click();
+    EXPECT_THAT(Lines(window)[1], testing::HasSubstr("units were not changed"));
+    TakeAll(window);
   });
   EXPECT_EQ(prompts.asked.size(), asked + 2);
   EXPECT_FALSE(Main().Device().IsImperial);
@@ -204,15 +195,14 @@ TEST_F(ConfigurationTest, SettingsThatNoPageShowsAreFieldsLikeOthers) {
   EXPECT_EQ(building.StoredDevice(tests::kAssigned), stored) << "the host refuses the period";
   EXPECT_EQ(Text("cmdChanges"), "2 changes on 2 pages, 1 refused");
   EXPECT_EQ(take("fControlOutput", "UCPTpwmPeriod(6)", "2.500"), "");
-  Click("cmdApply");
-  EXPECT_EQ(LastMessage(), tests::kApplied);
+  Save();
   EXPECT_EQ(building.StoredText(tests::kAssigned, "HardwareInput2", 6, "UCPTthermistorOffset", 1), "1.5");
   EXPECT_EQ(building.StoredText(tests::kAssigned, "HardwareOutput7", 8, "UCPTpwmPeriod", 1), "2.5");
   EXPECT_EQ(Text("cmdChanges"), "No changes");
   take("fHardwareInput", "UCPTthermistorOffset(1)", "3");
   Click("cmdRefresh");
   EXPECT_EQ(Text("cmdChanges"), "No changes") << "a refresh drops edits";
-  ChooseFile("Take back the last save...");
+  ChooseEntry("Take back the last save...");
   EXPECT_EQ(Text("cmdChanges"), "2 changes on 2 pages");
 }
 
@@ -223,11 +213,10 @@ TEST_F(ConfigurationTest, AnotherUnitIsComparedAndLeftAsItIs) {
   std::vector<std::string> rows;
   loop.whileOpen = [&] {
     if (Desk().PickWindow().Visible()) {
-      auto& list = In<ui::ListView>(Desk().PickWindow(), "lvwRows");
-      for (const auto& row : list.Rows()) rows.push_back(base::Join(row.cells, " | "));
-      list.Choose(1);
-      return (void)In<ui::Button>(Desk().PickWindow(), "cmdOK").Click();
+      for (const auto& row : In<ui::ListView>(Desk().PickWindow(), "lvwRows").Rows())
+        rows.push_back(base::Join(row.cells, " | "));
     }
+    if (Pick(1)) return;
     InDifferences([&](auto& window) {
       const auto lines = Lines(window);
       EXPECT_NE(std::ranges::find(lines, "Input 1, Usage | SPACE_TEMP | DUCT_PRESSURE |  |"), lines.end());
@@ -235,7 +224,7 @@ TEST_F(ConfigurationTest, AnotherUnitIsComparedAndLeftAsItIs) {
                 lines.end());
     });
   };
-  ChooseFile("Compare with unit...");
+  ChooseEntry("Compare with unit...");
   EXPECT_EQ(base::Join(rows, "; "),
             "RTU-2 South wing | Roof, south wing; RTU-3 Laboratory | Laboratory plant room; Cold store (old "
             "program) | Cold store");
@@ -268,10 +257,9 @@ TEST_F(ConfigurationTest, EverySaveKeepsWhatWasThereBefore) {
   EXPECT_EQ(backup.Find("fControlOutput", "UCPTpwmPeriod(0)")->content, "2.000000000");
 
   loop.whileOpen = [this] {
-    if (Desk().PickWindow().Visible()) return (void)In<ui::Button>(Desk().PickWindow(), "cmdOK").Click();
-    InDifferences([](auto& window) { TakeAll(window); });
+    if (!Pick(0)) InDifferences(TakeAll);
   };
-  ChooseFile("Backups...");
+  ChooseEntry("Backups...");
   Click("cmdApply");
   Store(30, "UCPTspaceTempPIDparam#SI", "25 0.3 12.5 900 0 0");
   EXPECT_EQ(building.StoredDevice(tests::kUnassigned), before);
@@ -290,7 +278,7 @@ TEST_F(ConfigurationTest, EverySaveKeepsWhatWasThereBefore) {
     EXPECT_EQ(Stored(tests::kUnassigned, 30, "UCPTspaceTempPIDparam#SI", 0).substr(0, 2), text);
   }
   EXPECT_EQ(told(), 1) << testing::PrintToString(Messages());
-  ChooseFile("No save without a backup");
+  ChooseEntry("No save without a backup");
   Type("fPID.txtPIDTemp(0)", "33");
   Click("cmdApply");
   EXPECT_EQ(Stored(tests::kUnassigned, 30, "UCPTspaceTempPIDparam#SI", 0).substr(0, 2), "32");
@@ -316,6 +304,23 @@ TEST_F(ConfigurationTest, LocalHardwareIsTakenAsItWasStored) {
   EXPECT_EQ(building.StoredDevice(tests::kAssigned), stored);
 }
 
+#ifdef SOURCE_DIR
+
+TEST_F(ConfigurationTest, TheExampleOfTheDocumentsIsWhatTheToolSaves) {
+  Open(tests::kAssigned);
+  SaveAs();
+  std::string saved = base::ReadFile(file, configuration::kLargestFile);
+  saved = std::regex_replace(saved, std::regex(R"re(("time": ")[^"]*)re"), "$012026-11-22T14:05:00Z");
+  EXPECT_EQ(Write(configuration::Read(saved, "8000AB0C12340001")), saved);
+  const auto example = std::filesystem::path(SOURCE_DIR).parent_path() / "docs" / "example.kvtarn";
+  const auto kept = std::filesystem::current_path() / "example.kvtarn";
+  if (base::ReadFile(example, configuration::kLargestFile) == saved) return;
+  base::ReplaceFile(kept, saved);
+  FAIL() << "the tool saves something else: look at " << kept << " and copy it to docs";
+}
+
+#endif
+
 // Whatever fails, neither unit is touched, the file is whole, it is told, and the window works.
 TEST_F(ConfigurationTest, EveryCallMayFail) {
   Open(tests::kAssigned);
@@ -323,20 +328,15 @@ TEST_F(ConfigurationTest, EveryCallMayFail) {
   const std::string whole = base::ReadFile(file, configuration::kLargestFile);
   const std::string here = building.StoredDevice(tests::kAssigned),
                     there = building.StoredDevice(tests::kPressure);
-  const auto close = [this] {
-    if (Desk().PickWindow().Visible()) {
-      In<ui::ListView>(Desk().PickWindow(), "lvwRows").Choose(1);
-      return (void)In<ui::Button>(Desk().PickWindow(), "cmdOK").Click();
-    }
-    InDifferences([](auto& window) { TakeAll(window); });
-  };
-  const std::pair<const char*, std::function<void()>> operations[] = {
-      {"save", [this] { SaveAs(); }},
-      {"open", [this] { OpenFile([](auto& window) { TakeAll(window); }); }},
-      {"compare", [this, close] {
-         loop.whileOpen = close;
-         ChooseFile("Compare with unit...");
-       }}};
+  const std::pair<const char*, std::function<void()>> operations[] = {{"save", [this] { SaveAs(); }},
+                                                                      {"open", [this] { OpenFile(TakeAll); }},
+                                                                      {"compare", [this] {
+                                                                         loop.whileOpen = [this] {
+                                                                           if (!Pick(1))
+                                                                             InDifferences(TakeAll);
+                                                                         };
+                                                                         ChooseEntry("Compare with unit...");
+                                                                       }}};
   for (const auto& [name, operate] : operations) {
     const auto before = building.Faults().Total();
     operate();
@@ -358,40 +358,19 @@ TEST_F(ConfigurationTest, EveryCallMayFail) {
   EXPECT_EQ(building.Log().size(), 0u) << testing::PrintToString(building.Log());
 }
 
-// Random contents as people and installers leave them, settings of sensors included; what a page refuses
-// stays as it was. Another seed: --gtest_random_seed=N.
+// Random contents, settings of sensors included; what a page refuses stays as it was.
 struct RoundTripTest : ConfigurationTest, testing::WithParamInterface<std::tuple<const char*, bool>> {
-  std::mt19937 random{static_cast<unsigned>(testing::UnitTest::GetInstance()->random_seed())};
+  tests::RandomContents random;
 
-  std::size_t Any(std::size_t count) {
-    return std::uniform_int_distribution<std::size_t>(0, count - 1)(random);
-  }
-  std::string AnyContent(const Field& field) {
-    if (auto* list = dynamic_cast<ui::ListBox*>(field.control))
-      return list->Translated() ? std::to_string(Any(3)) : list->Items()[Any(list->Items().size())];
-    const auto number = base::Numbers().Parse(field.content());
-    if (field.kind == fields::Kind::kText && number) {
-      // As many decimals as are shown: further ones would not be seen as a difference.
-      const auto point = field.content().find('.');
-      const auto decimals = point == std::string::npos ? 0 : field.content().size() - point - 1;
-      return base::Numbers().Text(*number + (static_cast<double>(Any(40)) - 20) / (decimals == 0 ? 1 : 10),
-                                  static_cast<int>(decimals));
-    }
-    if (field.kind != fields::Kind::kRecord) return std::to_string(Any(3));
-    std::vector<std::string> pieces = base::Split(field.content(), " ");
-    std::string& piece = pieces[Any(pieces.size())];
-    if (const auto value = base::Numbers().Parse(piece)) piece = base::Numbers().Text(*value + 1);
-    return base::Join(pieces, " ");
-  }
   void SaveAnything() {
     Click("cmdRefresh");
     Main().Pending().ReadSettings();
     for (int edits = 0; edits < 12; ++edits) {
       const auto fields = Main().Pending().Fields();
-      const Field& field = *fields[Any(fields.size())];
+      const Field& field = *fields[random.Any(fields.size())];
       // Saving the general settings resets the reversing valve, and says so before.
       if (field.applies() && field.name != "OptionNormallyCool")
-        Main().Prompts().Take(field, AnyContent(field));
+        Main().Prompts().Take(field, random.Of(field));
     }
     Click("cmdApply");
     Click("cmdRefresh");

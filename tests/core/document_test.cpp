@@ -9,7 +9,6 @@
 #include "base/files.h"
 #include "configuration/backups.h"
 #include "configuration/comparison.h"
-#include "configuration/desk.h"
 #include "fault_of.h"
 #include "tool_test.h"
 #ifndef _WIN32
@@ -254,40 +253,14 @@ TEST(SafeName, IsTakenByEveryFileSystem) {
 
 #ifdef SOURCE_DIR
 
-const fs::path kProject = fs::path(SOURCE_DIR).parent_path();
-
 // The schema says the same of them, but for what it cannot know: `refused-`.
 TEST(Document, SeedsOfTheFuzzerAreWhatTheirNamesSay) {
-  for (const auto& file : fs::directory_iterator(kProject / "fuzz" / "seeds" / "configuration_file")) {
+  for (const auto& file :
+       fs::directory_iterator(fs::path(SOURCE_DIR).parent_path() / "fuzz" / "seeds" / "configuration_file")) {
     const std::string text = base::ReadFile(file.path(), configuration::kLargestFile);
     const std::string fault = FaultOf([&] { configuration::Read(text, ""); });
     EXPECT_EQ(fault.empty(), file.path().filename().string().starts_with("sound-")) << file.path() << fault;
   }
-}
-
-struct ExampleTest : tests::ToolTest {};
-
-TEST_F(ExampleTest, IsWhatTheToolSaves) {
-  Open(tests::kAssigned);
-  const fs::path made = fs::path(Documents()) / "example.kvtarn";
-  const fs::path example = kProject / "docs" / "example.kvtarn";
-  fileDialog.answer = made.string();
-  loop.whileOpen = [this] {
-    auto& window = dynamic_cast<configuration::Desk&>(*Main().Companions().front()).SaveWindow();
-    dynamic_cast<ui::TextBox&>(*window.Find("txtNote")).Type("As commissioned");
-    dynamic_cast<ui::Button&>(*window.Find("cmdOK")).Click();
-  };
-  for (const ui::MenuItem& item : Main().menu.front().items) {
-    if (base::ReplaceAll(item.caption, "&", "") == "Save configuration as...") item.onClick();
-  }
-  const std::string saved =
-      std::regex_replace(base::ReadFile(made, configuration::kLargestFile),
-                         std::regex(R"re(("time": ")[^"]*)re"), "$012026-11-22T14:05:00Z");
-  EXPECT_EQ(Write(configuration::Read(saved, "8000AB0C12340001")), saved);
-  const fs::path kept = fs::current_path() / "example.kvtarn";
-  if (base::ReadFile(example, configuration::kLargestFile) == saved) return;
-  base::ReplaceFile(kept, saved);
-  FAIL() << "the tool saves something else: look at " << kept << " and copy it to docs";
 }
 
 #endif

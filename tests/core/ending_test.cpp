@@ -115,65 +115,35 @@ TEST(Ending, FreesNothingUnderACallOfThePages) {
 }
 
 TEST(Ending, ComesWhenNobodyUsesTheProgramAnyMore) {
+  const auto open = [](Tool& tool) { tool.Open(tests::kAssigned); };
+  const auto hide = [](Tool& tool) { tool.api.Put("Visible", false); };
+  const auto release = [](Tool& tool) { tool.api = {}; };
+  const auto close = [](Tool& tool) { tool.Main().Close(); };
+  const auto second = [](Tool& tool) {
+    automation::Object(std::make_shared<plugin::PlugInApi>(tool.program));
+  };
+  const auto otherClass = [](Tool& tool) { tool.program.outstanding = [] { return 1; }; };
+  const auto hostDied = [](Tool& tool) { tool.program.ClientsGone(); };
   const struct {
     const char* what;
-    std::function<void(Tool&)> act;
+    std::vector<std::function<void(Tool&)>> acts;
     bool ends;
   } cases[] = {
-      {"held without a window", [](Tool&) {}, false},
-      {"let go without a window", [](Tool& tool) { tool.api = {}; }, true},
-      {"let go of a visible window",
-       [](Tool& tool) {
-         tool.Open(tests::kAssigned);
-         tool.api = {};
-       },
-       false},
-      {"let go, then closed",
-       [](Tool& tool) {
-         tool.Open(tests::kAssigned);
-         tool.api = {};
-         tool.Main().Close();
-       },
-       true},
-      {"held and closed",
-       [](Tool& tool) {
-         tool.Open(tests::kAssigned);
-         tool.Main().Close();
-       },
-       true},
-      {"hidden and held",
-       [](Tool& tool) {
-         tool.Open(tests::kAssigned);
-         tool.api.Put("Visible", false);
-       },
-       false},
-      {"hidden and let go",
-       [](Tool& tool) {
-         tool.Open(tests::kAssigned);
-         LetGo(tool);
-       },
-       true},
-      {"one of two objects let go",
-       [](Tool& tool) { automation::Object(std::make_shared<plugin::PlugInApi>(tool.program)); }, false},
-      {"an object of another class is held",
-       [](Tool& tool) {
-         tool.program.outstanding = [] { return 1; };
-         tool.api = {};
-       },
-       false},
-      {"the host's process died, its object never released", [](Tool& tool) { tool.program.ClientsGone(); },
-       true},
-      {"another client came after that",
-       [](Tool& tool) {
-         tool.program.ClientsGone();
-         tool.Open(tests::kAssigned);
-         tool.api.Put("Visible", false);
-       },
-       false},
+      {"held without a window", {}, false},
+      {"let go without a window", {release}, true},
+      {"let go of a visible window", {open, release}, false},
+      {"let go, then closed", {open, release, close}, true},
+      {"held and closed", {open, close}, true},
+      {"hidden and held", {open, hide}, false},
+      {"hidden and let go", {open, LetGo}, true},
+      {"one of two objects let go", {second}, false},
+      {"an object of another class is held", {otherClass, release}, false},
+      {"the host's process died, its object never released", {hostDied}, true},
+      {"another client came after that", {hostDied, open, hide}, false},
   };
   for (const auto& item : cases) {
     Tool tool;
-    item.act(tool);
+    for (const auto& act : item.acts) act(tool);
     for (int i = 0; i < 2; ++i) tool.loop.Tick();
     EXPECT_EQ(tool.quit, item.ends) << item.what;
   }

@@ -31,6 +31,16 @@ inline std::string ErrorOf(const std::function<void()>& work) {
   return "no error";
 }
 
+/// The code of the error that the host receives, 0 when there is none.
+inline std::uint32_t CodeOf(const std::function<void()>& work) {
+  try {
+    work();
+  } catch (const automation::Error& error) {
+    return error.Code();
+  }
+  return 0;
+}
+
 /// One that the tool raises itself.
 inline std::string Raised(const std::string& text) {
   return "80040000: " + text + " | KV-TARN Configuration";

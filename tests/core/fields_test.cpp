@@ -24,9 +24,12 @@ struct FieldsTest : tests::ToolTest {
   /// "page.control" takes `content` and nobody is asked. Answers the reason against it.
   std::string Take(const std::string& name, const std::string& content) {
     const FieldList list = Fields();
-    const auto point = name.find('.');
-    const Field* field = list.Find(name.substr(0, point), name.substr(point + 1));
+    const Field* field = At(list, name);
     return field ? Main().Prompts().Take(*field, content) : "no field";
+  }
+  static const Field* At(const FieldList& list, const std::string& name) {
+    const auto point = name.find('.');
+    return list.Find(name.substr(0, point), name.substr(point + 1));
   }
   /// Of all fields that are shown, by page and name.
   static std::map<std::string, std::string> Contents(const FieldList& list) {
@@ -38,8 +41,7 @@ struct FieldsTest : tests::ToolTest {
   }
   std::string Content(const std::string& name) {
     const FieldList list = Fields();
-    const auto point = name.find('.');
-    return list.Find(name.substr(0, point), name.substr(point + 1))->content();
+    return At(list, name)->content();
   }
 };
 
@@ -113,8 +115,7 @@ TEST_F(FieldsTest, AreCalledWhatAPersonCallsThem) {
   EXPECT_EQ(NameOf(fields::CaptionOf(Find("fControlOutput.cmdConfigure(0)"))), "Output 1, Configure...");
   Find<ui::OptionButton>("optUnit(1)").Click();
   const auto contents = Contents(list);
-  program.GetStrings().SetLanguage("German");
-  Main().ReInitializeStrings();
+  UseLanguage("German");
   for (const auto& test : cases) EXPECT_EQ(Path(list, test.page, test.control), test.german);
   EXPECT_EQ(Contents(list), contents) << "they depend on no language";
 }
@@ -175,31 +176,6 @@ TEST_F(FieldsTest, TakeAContentAsAPersonWouldAndSayWhyNot) {
   EXPECT_EQ(reason, "The page did not take the value.");
   ASSERT_EQ(prompts.asked.size(), 1u);
   EXPECT_EQ(prompts.asked[0].text, "You still have HEATING_2 selected, HEATING_1 must remain selected.");
-}
-
-// Whatever the functions of the two are, the second has the contents of the first in the end, and saves them.
-TEST_F(FieldsTest, AnotherUnitTakesAllContentsInAFewPasses) {
-  tests::Tool source;
-  source.Open(tests::kAssigned);
-  const FieldList wanted = source.Main().Pages().Fields(source.program.GetStrings());
-  OpenPage(tests::kPressure, "fHeatCool");  // which is written only after a page was selected
-  std::string reasons = "first pass";
-  for (int pass = 0; pass < 4 && !reasons.empty(); ++pass) {
-    reasons.clear();
-    const FieldList list = Fields();
-    for (const Field& field : wanted.All()) {
-      if (!field.applies()) continue;
-      const Field* target = list.Find(field.page, field.name);
-      const std::string reason = target ? Main().Prompts().Take(*target, field.content()) : "no field";
-      if (!reason.empty()) reasons += field.page + "." + field.name + ": " + reason + "\n";
-    }
-  }
-  EXPECT_EQ(reasons, "");
-  Click("cmdApply");
-  EXPECT_EQ(LastMessage(), tests::kApplied);
-  auto contents = Contents(Fields());
-  for (const auto& [name, content] : Contents(wanted)) EXPECT_EQ(contents[name], content) << name;
-  EXPECT_TRUE(prompts.asked.empty());
 }
 
 }  // namespace

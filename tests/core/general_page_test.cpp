@@ -32,7 +32,7 @@ TEST_F(GeneralTest, DamperPositionsMustBeInOrderWhileThereIsADamper) {
       continue;
     }
     ASSERT_GT(Messages().size(), told);
-    EXPECT_TRUE(Messages()[told].starts_with(item.fault)) << Messages()[told];
+    EXPECT_THAT(Messages()[told], testing::StartsWith(item.fault));
     EXPECT_EQ(Stored(tests::kAssigned, 27, "UCPTminOutdoorAir", 1), before) << item.minimum;
     EXPECT_EQ(Text("fGeneral.txtOutdoor"), item.minimum);
     Main().Flags().writeError = false;

@@ -78,7 +78,7 @@ TEST_F(HeatCoolTest, RulesBetweenFieldsAndWithTheAlarms) {
     const std::string what = edits[0].second + " and " + edits.back().second;
     const Log log = tool.Messages();
     ASSERT_EQ(log.size(), refusals.size() + 1) << what;
-    for (std::size_t i = 0; i < refusals.size(); ++i) EXPECT_EQ(log[i].find(refusals[i]), 0u) << log[i];
+    for (std::size_t i = 0; i < refusals.size(); ++i) EXPECT_THAT(log[i], testing::StartsWith(refusals[i]));
     EXPECT_EQ(log.back(), refusals.empty() ? tests::kApplied : kNotApplied) << what;
     if (refusals.empty()) continue;
     EXPECT_EQ(tool.Stored(tests::kAssigned, 3, "SCPTsetPnts#SI", 3), stored) << what;
@@ -139,8 +139,7 @@ TEST_F(HeatCoolTest, AnEmptyOptionRecordLeavesOnlyTheOptionsOut) {
   EXPECT_FALSE(Find(Page("chkMechAndEco")).Enabled());
   Find<ui::CheckBox>(Page("chkMechAndEco")).SetChecked(true);
   Type(Page("txtChngeOverDelay"), "16");
-  Click("cmdApply");
-  EXPECT_EQ(LastMessage(), tests::kApplied);
+  Save();
   EXPECT_EQ(Stored(tests::kAssigned, 48, "UCPTobjectOptions", 0), options);
   EXPECT_TRUE(Find(Page("chkMechAndEco")).Enabled()) << "the record could be read again";
 }

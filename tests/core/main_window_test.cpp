@@ -112,7 +112,8 @@ TEST_F(ToolTest, LocationIsShownFilledInAndWritten) {
   for (const std::string button : {"Apply", "OK"}) {
     building.Faults().Fail({.member = "Property.Value", .text = "too long"});
     Click("cmd" + button);
-    EXPECT_EQ(Messages()[Messages().size() - 2].find(button + "/Main: SCPTlocation: too long"), 0u);
+    EXPECT_THAT(Messages()[Messages().size() - 2],
+                testing::StartsWith(button + "/Main: SCPTlocation: too long"));
     EXPECT_EQ(LastMessage(), button + "/Main: The configuration settings were not applied");
     EXPECT_TRUE(Main().Visible());
     EXPECT_EQ(Text("txtLocation"), "Roof, bay 5");
@@ -139,14 +140,14 @@ TEST_F(ToolTest, WhatCouldBeReadAgainIsShownButAnotherUnitOnlyByAllPages) {
   EXPECT_TRUE(Main().Pages().FindPage("fNetworkInput")->IsChanged());
   building.Faults().Fail({.member = "Network.BeginTransaction", .once = false});
   Click("cmdRefresh");
-  EXPECT_NE(LastMessage().find(": Inputs, Outputs, "), std::string::npos) << LastMessage();
+  EXPECT_THAT(LastMessage(), testing::HasSubstr(": Inputs, Outputs, "));
 }
 
 TEST_F(ToolTest, ALocationThatTheDeviceRefusesIsToldButDoesNotKeepTheInstallerOut) {
   building.Faults().Fail({.member = "Property.Value", .call = 2, .text = "too long"});
   Open(tests::kUnassigned);
   EXPECT_EQ(Main().Tag(), "");
-  EXPECT_EQ(Messages()[0].find("Load/Main: SCPTlocation: too long"), 0u);
+  EXPECT_THAT(Messages()[0], testing::StartsWith("Load/Main: SCPTlocation: too long"));
   EXPECT_EQ(Text("txtLocation"), "Roof, south wing");
 }
 
@@ -157,7 +158,7 @@ TEST_F(ToolTest, UnitChoiceAsksStoresAndShowsEverythingAnew) {
   Find<ui::OptionButton>("optUnit(1)").Click();
   EXPECT_TRUE(Find<ui::OptionButton>("optUnit(0)").Selected()) << "cancelled";
   EXPECT_EQ(Text(kBox), metric);
-  EXPECT_EQ(prompts.asked.back().text,
+  EXPECT_EQ(prompts.Last().text,
             "If you change the Measurement Units now all unsaved data will be lost.\r\n"
             "Are you sure you want to change now?");
   Find<ui::OptionButton>("optUnit(1)").Click();
@@ -191,8 +192,8 @@ TEST_F(ToolTest, AFailedLoadClosesTheWindowAndKeepsTheReasonInSight) {
   EXPECT_TRUE(Main().Logger().Visible());
   const auto messages = Messages();
   ASSERT_EQ(messages.size(), 2u);
-  EXPECT_EQ(messages[0].find("FillValue/Heating and cooling: SCPTsetPnts: "), 0u) << messages[0];
-  EXPECT_NE(messages[0].find("The device does not answer."), std::string::npos);
+  EXPECT_THAT(messages[0], testing::StartsWith("FillValue/Heating and cooling: SCPTsetPnts: "));
+  EXPECT_THAT(messages[0], testing::HasSubstr("The device does not answer."));
   EXPECT_EQ(messages[1], "Load/Main: The page \"Heating-Cooling\" could not be loaded.");
   loop.Tick();
   EXPECT_FALSE(quit);
@@ -207,8 +208,8 @@ TEST_F(ToolTest, ARefusedEntryKeepsTheFocusAndStopsTheSave) {
   box.Enter();
   box.Type("abc");
   EXPECT_FALSE(box.Leave());
-  EXPECT_EQ(prompts.asked.back().text, "Invalid value for this field");
-  EXPECT_EQ(prompts.asked.back().icon, ui::Icon::kInformation);
+  EXPECT_EQ(prompts.Last().text, "Invalid value for this field");
+  EXPECT_EQ(prompts.Last().icon, ui::Icon::kInformation);
   EXPECT_EQ(Main().Pages().FindPage("fPID")->Focused(), &box);
   building.Faults().StartCounting();
   Click("cmdApply");  // by the Enter key the box is not left first
@@ -224,7 +225,7 @@ TEST_F(ToolTest, HelpOpensThePagesTopic) {
   for (const auto outcome : {shell::HelpOutcome::kNoFile, shell::HelpOutcome::kNoViewer}) {
     help.outcome = outcome;
     Click("cmdHelp");
-    EXPECT_TRUE(prompts.asked.back().text.ends_with("C:\\Tool\\HelpFile\\TARN-M Help File.chm"));
+    EXPECT_THAT(prompts.Last().text, testing::EndsWith("C:\\Tool\\HelpFile\\TARN-M Help File.chm"));
   }
   EXPECT_NE(prompts.asked[0].text, prompts.asked[1].text);
 }
@@ -339,7 +340,7 @@ TEST_F(ToolTest, ErrorButtonTellsTheLevelAndAWarningBlinks) {
   Open(tests::kAssigned);
   auto& button = Find<ui::Button>("cmdErrorLog");
   EXPECT_EQ(button.Picture(), 1);
-  const auto clear = [this] { dynamic_cast<ui::Button*>(Main().Logger().Find("BtnCmd(3)"))->Click(); };
+  const auto clear = [this] { ClearLog(); };
   for (const auto& [level, picture] : {std::pair{64, 1}, {16, 2}, {99, 2}, {48, 3}}) {
     clear();
     Main().AddMessage("text", "r", "l", level);

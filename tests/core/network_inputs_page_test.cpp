@@ -155,9 +155,8 @@ TEST_F(NetworkInputsTest, ARefusedValueTakesTheNewTypeBackAndKeepsTheEntries) {
   Type(Indexed("txtnvi", 12), "70");
   Type(Indexed("txtnvi", 20), "7000");
   Click("cmdApply");
-  EXPECT_NE(Messages()[0].find("WriteValue/Network Input: nviSpaceRH: SCPTmaxRcvTime: \"7000\""),
-            std::string::npos)
-      << Messages()[0];
+  EXPECT_THAT(Messages()[0],
+              testing::HasSubstr("WriteValue/Network Input: nviSpaceRH: SCPTmaxRcvTime: \"7000\""));
   EXPECT_EQ(StoredOf("nviCO2", 1, "SCPTmaxRcvTime"), before);
   EXPECT_EQ(TypeInDevice("nviOccCmd"), "SNVT_occupancy");
   Type(Indexed("txtnvi", 20), "600");

@@ -31,7 +31,7 @@ TEST_F(OptionsTest, TheCycleTimeFollowsTheChangeoverDelayAndItsOwnRange) {
     Type("fOptions.txtHeatCool", item.cycle);
     prompts.asked.clear();
     EXPECT_TRUE(Leave("txtHeatCool"));
-    EXPECT_EQ(prompts.asked.empty() ? "" : prompts.asked.back().text, item.fault) << item.cycle;
+    EXPECT_EQ(prompts.asked.empty() ? "" : prompts.Last().text, item.fault) << item.cycle;
     const std::string before = Extra(tests::kAssigned);
     const std::size_t told = Messages().size();
     Click("cmdApply");
@@ -69,7 +69,7 @@ TEST_F(OptionsTest, TheChangeoverDemandIsStoredDoubledAndRounded) {
     prompts.asked.clear();
     EXPECT_EQ(Leave("txtChangeOver"), accepted) << text;
     if (!accepted) {
-      EXPECT_EQ(prompts.asked.back().text, *text ? refusal : "Invalid value for this field");
+      EXPECT_EQ(prompts.Last().text, *text ? refusal : "Invalid value for this field");
     }
   }
 }
@@ -90,7 +90,7 @@ TEST_F(OptionsTest, AValueThatCannotBeShownIsNamed) {
   for (const auto& [before, failure, told] : cases) {
     plan.Arm(failure, {calls - before}, false);
     page.FillValue();
-    EXPECT_EQ(LastMessage().find(told), 0u) << LastMessage();
+    EXPECT_THAT(LastMessage(), testing::StartsWith(told));
   }
 }
 

@@ -156,12 +156,11 @@ TEST_F(OutputsTest, ARefusedChoiceIsPutBackAndAnAcceptedOneIsSavedAndReadBack) {
   EXPECT_EQ(Main().Selections().GetSelectedOutputType(2), "COOLING_1");
   program.GetStrings().SetLanguage("German");
   EXPECT_TRUE(Choose(3, "UNASSIGNED"));
-  EXPECT_EQ(prompts.asked.back().text, "Noch gewählt ist COOLING_2, deshalb muss COOLING_1 gewählt bleiben.");
+  EXPECT_EQ(prompts.Last().text, "Noch gewählt ist COOLING_2, deshalb muss COOLING_1 gewählt bleiben.");
 
   EXPECT_TRUE(Choose(4, "REVERSING_VALVE"));
   program.GetStrings().SetLanguage("English");
-  Click("cmdApply");
-  EXPECT_EQ(LastMessage(), tests::kApplied);
+  Save();
   EXPECT_EQ(StoredFunction(3), "COOLING_1");
   EXPECT_EQ(StoredFunction(4), "REVERSING_VALVE");
   EXPECT_EQ(Function(4), "REVERSING_VALVE");
@@ -203,8 +202,7 @@ TEST_F(OutputsTest, OverridesAreWrittenAsSwitchTexts) {
 
   Type(Output("txtValue", 7), "142.5");
   Click("cmdApply");
-  EXPECT_NE(Messages()[Messages().size() - 2].find("Output 7: "), std::string::npos)
-      << Messages()[Messages().size() - 2];
+  EXPECT_THAT(Messages()[Messages().size() - 2], testing::HasSubstr("Output 7: "));
   EXPECT_EQ(StoredOutput(7, 4, "SNVT_switch"), "42.5 1");
   EXPECT_EQ(Text(Output("txtValue", 7)), "142.5");
 
@@ -232,8 +230,7 @@ TEST_F(OutputsTest, AnIncompletePairStopsTheWholeSave) {
 TEST_F(OutputsTest, TheActuatorDialogWritesThroughItsControl) {
   Open(device);
   Click(Output("cmdConfigure", 7));
-  EXPECT_NE(LastMessage().find("\"MVConfigActuator.ctlConfigActuator\" is not registered"),
-            std::string::npos);
+  EXPECT_THAT(LastMessage(), testing::HasSubstr("\"MVConfigActuator.ctlConfigActuator\" is not registered"));
   EXPECT_TRUE(Main().AcceptsInput()) << "the page stays usable";
 
   tests::EditorDialog dialog(*this, [this](tests::EditorDialog& open) {
@@ -293,8 +290,7 @@ TEST_F(OutputsTest, AnOutputThatNobodyTouchedIsWrittenBackAsItWas) {
   EXPECT_TRUE(Find<ui::CheckBox>(Output("chkOutput", 1)).Checked()) << "by the hardware check";
   const auto before = stored();
   Choose(5, "DEHUMIDIFIER_ON_OFF");
-  Click("cmdApply");
-  EXPECT_EQ(LastMessage(), tests::kApplied);
+  Save();
   EXPECT_EQ(stored(), before);
   Find<ui::CheckBox>(Output("chkOver", 1)).Click();
   Click("cmdApply");

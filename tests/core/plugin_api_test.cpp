@@ -200,7 +200,7 @@ TEST_F(ToolTest, TheReasonThatTheHostGaveStandsInTheLog) {
   building.Limits().answer.clear();
   Open(tests::kAssigned);
   ASSERT_EQ(Messages().size(), 2u);
-  EXPECT_EQ(Messages()[0].find("SendCommand/OVXPlugInAPI: The template is locked."), 0u) << Messages()[0];
+  EXPECT_THAT(Messages()[0], testing::StartsWith("SendCommand/OVXPlugInAPI: The template is locked."));
   EXPECT_EQ(Messages()[1], "SendCommand/OVXPlugInAPI: The host answered \"BUSY\".");
 }
 
@@ -215,8 +215,8 @@ TEST_F(ToolTest, AFaultInTheDeviceTreeNamesObjectAndMember) {
     tool.building.Faults().Fail({.member = member, .call = call, .text = "The line is dead."});
     tool.Open(tests::kAssigned);
     ASSERT_FALSE(tool.Messages().empty()) << member;
-    EXPECT_EQ(tool.Messages()[0].find(std::string("Load/Main: ") + named + "The line is dead."), 0u)
-        << tool.Messages()[0];
+    EXPECT_THAT(tool.Messages()[0],
+                testing::StartsWith(std::string("Load/Main: ") + named + "The line is dead."));
   }
 }
 

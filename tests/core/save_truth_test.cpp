@@ -136,7 +136,7 @@ TEST_F(SaveTruth, IsToldAfterRandomEditsAndEveryKindOfEnding) {
   for (int save = 0; save < kSaves && !HasFailure(); ++save) {
     if (save == kSaves / 2) Find<ui::OptionButton>("optUnit(1)").Click();
     Click("cmdRefresh");
-    dynamic_cast<ui::Button*>(Main().Logger().Find("BtnCmd(3)"))->Click();
+    ClearLog();
     EditSomething();
     plan.ending = static_cast<Ending>(save % static_cast<int>(Ending::kCount));
     if (plan.ending == Ending::kOtherClient) {
@@ -164,8 +164,8 @@ TEST_F(SaveTruth, IsToldAfterRandomEditsAndEveryKindOfEnding) {
       }
     } else if (ending == Ending::kOtherClient) {
       EXPECT_EQ(text, "It is not known");
-      EXPECT_NE(testing::PrintToString(Messages()).find("Space Temperature, Proportional Gain: "),
-                std::string::npos);
+      EXPECT_THAT(testing::PrintToString(Messages()),
+                  testing::HasSubstr("Space Temperature, Proportional Gain: "));
     } else if (ending == Ending::kRoundedAndLost) {
       EXPECT_TRUE(text != "were not applied" || !changed) << before << "\n" << Device();
     } else {
@@ -218,8 +218,7 @@ TEST_F(SaveTruth, ASaveAfterAFailedChangeOfUnitsRoundsNoNeighbour) {
     Find<ui::OptionButton>("optUnit(1)").Click();
     ASSERT_TRUE(Find<ui::OptionButton>("optUnit(0)").Selected());
     Type(box, "61");
-    Click("cmdApply");
-    EXPECT_EQ(LastMessage(), tests::kApplied);
+    Save();
     EXPECT_EQ(Stored(kDevice, number, text, 9), before);
   }
 }
@@ -231,8 +230,7 @@ TEST_F(SaveTruth, ATransactionThatIsNotOursIsLeftAlone) {
   Click("cmdApply");
   EXPECT_EQ(LastMessage(), "Apply/Main: The configuration settings were not applied");
   plan.network.Call("CommitTransaction");  // still open
-  Click("cmdApply");
-  EXPECT_EQ(LastMessage(), tests::kApplied);
+  Save();
 }
 
 }  // namespace

@@ -2,7 +2,6 @@
 
 #include <filesystem>
 #include <fstream>
-#include <sstream>
 
 #include "link.h"
 
@@ -45,32 +44,24 @@ TEST_F(ClientTest, GreetsAndTakesTheAnswerApart) {
                                              "Sending response argument 3"}));
 }
 
-TEST(Trace, AppendsLinesWithTheirTimeToItsFile) {
-  const auto path = std::filesystem::path(testing::TempDir()) / "link.trace";
-  std::filesystem::remove(path);
-  for (const int number : {7018, 7019}) serverlink::TraceToFile(path.string())("Rx=", number);
-  std::vector<std::string> lines;
-  std::ifstream file(path);
-  for (std::string line; std::getline(file, line);) lines.push_back(line);
-  const std::string time = "....-..-.. ..:..:..\\.... ";
-  EXPECT_THAT(lines, testing::ElementsAre(testing::MatchesRegex(time + "Rx=7018"),
-                                          testing::MatchesRegex(time + "Rx=7019")));
-  EXPECT_FALSE(serverlink::TraceToFile(testing::TempDir() + "nowhere/link.trace").On());
-}
-
-TEST(Trace, KeepsTheLastLinesWithinTwiceItsLimit) {
+TEST(Trace, KeepsTheLastLinesWithTheirTimeWithinTwiceItsLimit) {
   const std::string path = testing::TempDir() + "limited.trace";
   const auto old = path + ".old";
   for (const auto& file : {path, old}) std::filesystem::remove(file);
   for (int i = 0; i < 300; ++i) serverlink::TraceToFile(path, 1'000)("Rx=", i);
   const auto trace = serverlink::TraceToFile(path, 1'000);
   for (int i = 300; i < 600; ++i) trace("Rx=", i);
-  std::stringstream kept;
+  std::vector<std::string> lines;
   for (const auto& file : {old, path}) {
     EXPECT_LE(std::filesystem::file_size(file), 1'000u);
-    kept << std::ifstream(file).rdbuf();
+    std::ifstream stream(file);
+    for (std::string line; std::getline(stream, line);) lines.push_back(line);
   }
-  EXPECT_THAT(kept.str(), testing::AllOf(HasSubstr("Rx=585"), HasSubstr("Rx=599")));
+  ASSERT_GE(lines.size(), 15u);
+  for (std::size_t i = 0; i < lines.size(); ++i)
+    EXPECT_THAT(lines[i], testing::MatchesRegex("....-..-.. ..:..:..\\.... Rx=" +
+                                                std::to_string(600 - lines.size() + i)));
+  EXPECT_FALSE(serverlink::TraceToFile(testing::TempDir() + "nowhere/link.trace").On());
 }
 
 TEST_F(ClientTest, RequestsCarryTypeTextAndArgument) {
@@ -195,14 +186,6 @@ TEST_F(ClientTest, AnAnswerWithMoreBehindItStandsAndThenTheConnectionEnds) {
   }
 }
 
-TEST_F(ClientTest, AnAnswerThatLiesInTheSocketCountsHoweverLongTheMessageLoopTakes) {
-  Connect();
-  comm.setTransactionTimeout(1);
-  clockSpeed = 100;
-  loop.onTurn = [] { std::this_thread::sleep_for(30ms); };
-  for (const std::size_t size : {1, 20'000}) EXPECT_EQ(Echo(Pattern(size)), Pattern(size));
-}
-
 TEST_F(ClientTest, WhatNobodyWaitsForTakesNoMemory) {
   clockSpeed = 100;
   Connect();
@@ -230,21 +213,6 @@ TEST_F(ClientTest, OneRequestIsOnItsWayAtMostAndClosingLetsGoOfIt) {
   comm.ovpClose();
   EXPECT_FALSE(socket.Sending());
   EXPECT_EQ(Refusal([&] { comm.ovpTransaction(1, 1, 5, ""); }), "No argument was set for the transaction.");
-}
-
-TEST_F(ClientTest, EndsAtEveryByteOfAnAnswerLeaveAClientThatConnectsAgain) {
-  clockSpeed = 100;
-  comm.setTransactionTimeout(1);
-  for (const ServerMode mode : {ServerMode::kClosing, ServerMode::kResetting, ServerMode::kSilent}) {
-    for (std::size_t offset = 0; offset < 34; ++offset) {
-      server.Set({.mode = mode, .offset = offset});
-      Connect();
-      ASSERT_NE(Refusal([&] { Echo(Pattern(10)); }), "") << offset;
-      server.Set({});
-      Connect();
-      ASSERT_EQ(Echo(Pattern(10)), Pattern(10)) << offset;
-    }
-  }
 }
 
 TEST_F(ClientTest, DrippingBytesDoNotExtendTheTimeOut) {

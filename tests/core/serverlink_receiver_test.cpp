@@ -102,19 +102,6 @@ TEST_F(Reassembly, AnswersThatComeTogetherAreTakenWhereverTheReadsCutTheirHeader
   }
 }
 
-TEST_F(Reassembly, TheLastOfThreePiecesCompletes) {
-  Expect({1'000});
-  const std::size_t cuts[] = {0, 24, 524, 1'024};
-  const std::int16_t states[] = {serverlink::kReceiving, serverlink::kReceiving, serverlink::kComplete};
-  const std::int32_t counts[] = {0, 500, 1'000};
-  for (std::size_t i = 0; i < 3; ++i) {
-    Arrive(cuts[i], cuts[i + 1]);
-    EXPECT_EQ(table.At(7018)->State, states[i]);
-    EXPECT_EQ(table.At(7018)->ReceivedBytesArg, counts[i]);
-  }
-  CheckAll();
-}
-
 TEST_F(Reassembly, MemoryGrowsWithWhatHasArrivedNotWithWhatIsAnnounced) {
   Expect({0});
   stream[12] = 0x04;  // 64 MiB, the longest that is taken

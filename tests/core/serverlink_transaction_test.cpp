@@ -1,5 +1,6 @@
 #include <gmock/gmock.h>
 
+#include "fault_of.h"
 #include "serverlink/transaction.h"
 
 namespace {
@@ -7,19 +8,11 @@ namespace {
 using automation::Bytes;
 using automation::Object;
 using serverlink::CTransaction;
+using tests::CodeOf;
 
 struct TransactionRecord : testing::Test {
   std::shared_ptr<CTransaction> transaction = std::make_shared<CTransaction>();
   Object byName{transaction};
-
-  std::uint32_t CodeOf(const std::function<void()>& work) {
-    try {
-      work();
-    } catch (const automation::Error& error) {
-      return error.Code();
-    }
-    return 0;
-  }
 };
 
 TEST_F(TransactionRecord, IsEmptyAtFirstAndKeepsWhatIsWrittenByName) {

@@ -27,6 +27,9 @@ class ScriptedPrompts : public ui::Prompts {
     return answer;
   }
 
+  /// The last question; an empty one when nobody was asked.
+  ui::Prompt Last() const { return asked.empty() ? ui::Prompt() : asked.back(); }
+
   std::vector<ui::Prompt> asked;
   std::deque<ui::Answer> answers;
   std::function<void()> whileAsked;

@@ -4,6 +4,7 @@
 
 #include "base/record.h"
 #include "base/text.h"
+#include "fields/caption.h"
 #include "tool_test.h"
 
 namespace {
@@ -89,18 +90,6 @@ const std::pair<const char*, int> kOptions[] = {{"fHeatCool.chkMechAndEco", 32},
                                                 {"fOptions.chkFrost", 62},
                                                 {"fFanValve.chkFan", 63}};
 
-/// The variables of the network pages in the order of their boxes.
-constexpr const char* kInputs[] = {"nviOccCmd",      "nviApplicMode",   "nviHotWater",     "nviOutdoorRH",
-                                   "nviOutdoorEnth", "nviSetPtOffset",  "nviShedding",     "nviSlave",
-                                   "nviWaterTemp",   "nviMixedAirTemp", "nviReturnTemp",   "nviTerminalLoad",
-                                   "nviCO2",         "nviFanState",     "nviDuctPressure", "nviEconoEnable",
-                                   "nviEmergCmd",    "nviSupplyTemp",   "nviSupplyPress",  "nviSpaceTemp",
-                                   "nviSpaceRH",     "nviSpaceEnth",    "nviOutdoorTemp"};
-constexpr const char* kOutputs[] = {"nvoSpaceTemp",   "nvoTerminalLoad", "nvoTermLoadInAvg", "nvoEconoEnable",
-                                    "nvoEffectSetPt", "nvoOccState",     "nvoCtrlOutput1",   "nvoCtrlOutput2",
-                                    "nvoCtrlOutput3", "nvoCtrlOutput4",  "nvoCtrlOutput5",   "nvoCtrlOutput6",
-                                    "nvoCtrlOutput7", "nvoFanSpeed",     "nvoUnitStatus"};
-
 std::string At(const std::string& name, std::size_t index) {
   return name + "(" + std::to_string(index) + ")";
 }
@@ -160,16 +149,16 @@ struct StoredFields : tests::ToolTest {
       for (const char* name : {"cboOutput", "chkOutput", "chkOver", "cboONOFF", "txtValue"})
         homes[At(std::string("fControlOutput.") + name, i)] = "HardwareOutput" + std::to_string(i + 1) + ".";
     }
-    for (std::size_t i = 0; i < std::size(kInputs); ++i) {
-      const std::string variable = std::string("RoofTopObject/") + kInputs[i];
-      const bool emergency = kInputs[i] == std::string("nviEmergCmd");
+    for (std::size_t i = 0; i < 23; ++i) {
+      const std::string variable = VariableOf(At("fNetworkInput.txtnvi", i));
+      const bool emergency = variable.ends_with("nviEmergCmd");
       homes[At("fNetworkInput.txtnvi", i)] = variable + (emergency ? ".2[0]" : ".1[0]");
       homes[At("fNetworkInput.chkInput", i)] = Place(49, i);
       homes[At("fNetworkInput.lblType", i)] = variable;
       if (emergency) homes["fNetworkInput.txtEmergCmd"] = variable + ".1[0]";
     }
-    for (std::size_t i = 0; i < std::size(kOutputs); ++i) {
-      const std::string variable = std::string("RoofTopObject/") + kOutputs[i];
+    for (std::size_t i = 0; i < 15; ++i) {
+      const std::string variable = VariableOf(At("fNetworkOutput.txtNvo", i));
       homes[At("fNetworkOutput.txtNvo", i)] = variable + ".1[0]";
       if (i < 3) homes[At("fNetworkOutput.txtDelta", i)] = variable + ".2[0]";
       if (i >= 6) homes[At("fNetworkOutput.txtOutput", i)] = variable + ".2[0]";
@@ -179,6 +168,10 @@ struct StoredFields : tests::ToolTest {
     return homes;
   }
 
+  /// The variable that the row of a box is called by.
+  std::string VariableOf(const std::string& box) {
+    return "RoofTopObject/" + fields::CaptionOf(Find(box)).row;
+  }
   /// Contents that the field may be given instead of the one that it has.
   std::vector<std::string> Others(const fields::Field& field) {
     const std::string content = field.content();
@@ -191,11 +184,10 @@ struct StoredFields : tests::ToolTest {
     const auto* list = dynamic_cast<const ui::ListBox*>(field.control);
     if (list && list->Translated()) return {content == "1" ? "0" : "1"};
     if (list) return {list->Items().rbegin(), list->Items().rend()};
-    const std::size_t i = std::stoul(field.name.substr(field.name.find('(') + 1));
-    return Main().Device().RoofTopVariables[kInputs[i]].AllowedTypes();
+    return Main().Device().RoofTopVariables[field.caption().row].AllowedTypes();
   }
   /// Takes a content and stores it. Answers whether the page did.
-  bool Save(const fields::Field& field, const std::string& content) {
+  bool SaveField(const fields::Field& field, const std::string& content) {
     shell::ISubForm& page = *Main().Pages().FindPage(field.page);
     if (!Main().Prompts().Take(field, content).empty()) return false;
     EXPECT_TRUE(page.IsChanged()) << field.page << "." << field.name;
@@ -211,8 +203,7 @@ TEST_F(StoredFields, EachAloneIsStoredInItsPlaceAndComesBack) {
     auto& over = Find<ui::CheckBox>(At("fControlOutput.chkOver", static_cast<std::size_t>(i)));
     if (!over.Checked()) over.Click();  // without it no override is stored
   }
-  Click("cmdApply");
-  ASSERT_EQ(LastMessage(), tests::kApplied);
+  Save();
   auto homes = Homes();
   const auto list = Main().Pages().Fields(program.GetStrings());
   for (const fields::Field& field : list.All()) {
@@ -224,7 +215,7 @@ TEST_F(StoredFields, EachAloneIsStoredInItsPlaceAndComesBack) {
     const std::string content = field.content();
     std::string taken;
     for (const std::string& other : Others(field)) {
-      if (taken.empty() && other != content && Save(field, other)) taken = other;
+      if (taken.empty() && other != content && SaveField(field, other)) taken = other;
     }
     // COOLING_2 stands on it; and a variable may have one type only.
     if (taken.empty() && (name == "fControlOutput.cboOutput(2)" || name.starts_with("fNetworkInput.lblType")))
@@ -237,7 +228,7 @@ TEST_F(StoredFields, EachAloneIsStoredInItsPlaceAndComesBack) {
       EXPECT_EQ(numbers.Parse(field.content()), numbers.Parse(taken)) << name;
       EXPECT_EQ(numbers.IsNumber(taken) ? taken : field.content(), taken) << name;
     }
-    EXPECT_TRUE(Save(field, content)) << name << testing::PrintToString(Messages());
+    EXPECT_TRUE(SaveField(field, content)) << name << testing::PrintToString(Messages());
     const std::string changed = Differences(stored, Device());
     if (home.ends_with(']')) {
       EXPECT_EQ(changed, home) << name;
@@ -245,7 +236,7 @@ TEST_F(StoredFields, EachAloneIsStoredInItsPlaceAndComesBack) {
     }
     EXPECT_NE(changed, "") << name;
     for (const std::string& place : base::Split(changed, " "))
-      EXPECT_EQ(place.find(home), 0u) << name << place;
+      EXPECT_THAT(place, testing::StartsWith(home)) << name << place;
   }
   EXPECT_EQ(homes, (std::map<std::string, std::string>())) << "fields that are not in the list";
 }

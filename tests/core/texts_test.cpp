@@ -7,19 +7,28 @@
 #include <set>
 #include <sstream>
 
+#include "advice/fAdvice.h"
 #include "base/text.h"
+#include "checkout/fCheckOut.h"
+#include "fleet/fleet.h"
 #include "tool_test.h"
 
 namespace {
 
 namespace fs = std::filesystem;
 
-constexpr const char* kLanguages[] = {"French", "German", "Spanish"};
-
 std::string ReadFile(const fs::path& path) {
   std::stringstream content;
   content << std::ifstream(path, std::ios::binary).rdbuf();
   return content.str();
+}
+
+/// Of each file of texts.
+std::vector<std::string> Languages() {
+  std::vector<std::string> names;
+  for (const auto& file : fs::directory_iterator(fs::path(SIM_DATA_DIR) / "languages"))
+    names.push_back(file.path().stem().string());
+  return names;
 }
 
 /// As the tool looks a text up.
@@ -57,20 +66,12 @@ std::multiset<std::string> Fixed(const std::string& text) {
   return found;
 }
 
-std::set<std::string> Mnemonics(const std::string& language, const std::vector<std::string>& texts) {
-  const auto table = Table(language);
-  std::set<std::string> letters;
-  for (const std::string& english : texts) {
-    const auto entry = table.find(Key(english));
-    const std::string text = entry == table.end() ? "" : entry->second.text;
-    // A letter outside ASCII takes two bytes.
-    const auto place = text.find('&') + 1;
-    letters.insert(base::Upper(text.substr(place, (text[place] & 0x80) ? 2 : 1)));
+class LanguageTables : public testing::TestWithParam<std::string> {
+ protected:
+  void Lacks(const std::string& text) {
+    ADD_FAILURE() << "lang/" << GetParam() << ".json lacks \"" << text << "\"";
   }
-  return letters;
-}
-
-class LanguageTables : public testing::TestWithParam<const char*> {};
+};
 
 TEST_P(LanguageTables, KeepWhatBelongsToTheText) {
   for (const auto& [key, entry] : Table(GetParam())) {
@@ -84,19 +85,38 @@ TEST_P(LanguageTables, KeepWhatBelongsToTheText) {
   }
 }
 
+/// The letter after `&`; one outside ASCII takes two bytes.
+std::string Mnemonic(const std::string& text) {
+  const auto place = text.find('&') + 1;
+  return place == 0 ? "" : base::Upper(text.substr(place, (text[place] & 0x80) ? 2 : 1));
+}
+
 TEST_P(LanguageTables, GiveEveryKeyOfAWindowOnce) {
-  const std::vector<std::string> windows[] = {
-      {"&File", "&View", "&Help", "&OK"},
-      {"&Apply", "&Take back the last save...", "Save con&figuration as...", "&Open configuration...",
-       "Compare with &unit...", "&Backups...", "&Record...", "&No save without a backup",
-       "C&heck out outputs...", "&Close"},
-      {"Time &limit:", "&Remark:", "&Yes, it moved", "&No", "S&kip", "&Start", "&Put back", "&Close"},
-      {"&Go to", "&Accept...", "&Close"},
-      {"&Show what is equal, too", "Tick &all", "Tick &none", "&Fold", "&Take over", "&Close"},
-      {"&Refresh", "&Message Logger", "&Language"},
-      {"Config&ure", "&Save to File", "Cl&ose", "&Clear"}};
-  for (const auto& texts : windows) {
-    EXPECT_EQ(Mnemonics(GetParam(), texts).size(), texts.size()) << texts.front();
+  tests::Tool tool;
+  tool.Open(tests::kAssigned);
+  tool.UseLanguage(GetParam());
+  // The menu bar with the buttons of its window, the entries of each menu, the buttons of each other window.
+  std::vector<std::vector<std::string>> groups(1);
+  for (const ui::MenuItem& menu : tool.Main().menu) {
+    groups[0].push_back(menu.caption);
+    groups.emplace_back();
+    for (const ui::MenuItem& item : menu.items) groups.back().push_back(item.caption);
+  }
+  auto& desk = tool.Companion<configuration::Desk>();
+  for (const ui::Form* form : std::initializer_list<const ui::Form*>{
+           &tool.Main(), &tool.Main().Logger(), &desk.Differences(), &tool.Main().ChangesWindow(),
+           &tool.Companion<fleet::Fleet>().CopyWindow(), &tool.Companion<checkout::fCheckOut>(),
+           &tool.Companion<advice::fAdvice>()}) {
+    auto& group = form == &tool.Main() ? groups[0] : groups.emplace_back();
+    for (const ui::Control* control : form->Controls())
+      if (control->GetKind() != ui::Kind::kTextBox) group.push_back(control->Text());
+  }
+  for (const auto& texts : groups) {
+    std::set<std::string> letters;
+    for (const std::string& text : texts) {
+      const std::string letter = Mnemonic(text);
+      EXPECT_TRUE(letter.empty() || letters.insert(letter).second) << text << " takes a letter again";
+    }
   }
 }
 
@@ -181,7 +201,7 @@ TEST_P(LanguageTables, HoldEveryTextOfTheSources) {
   for (const std::string& text : shown) {
     const auto entry = table.find(Key(text));
     if (entry == table.end()) {
-      ADD_FAILURE() << text;
+      Lacks(text);
     } else if (text.ends_with(' ')) {
       EXPECT_TRUE(entry->second.text.ends_with(' ')) << "the blank at the end of: " << text;
     }
@@ -226,10 +246,12 @@ TEST_P(LanguageTables, HoldEveryCaptionOfTheWindows) {
     }
   }
   ASSERT_GT(shown.size(), 100u);
-  for (const std::string& text : shown) EXPECT_TRUE(table.contains(Key(text))) << text;
+  for (const std::string& text : shown) {
+    if (!table.contains(Key(text))) Lacks(text);
+  }
 }
 
-INSTANTIATE_TEST_SUITE_P(, LanguageTables, testing::ValuesIn(kLanguages),
+INSTANTIATE_TEST_SUITE_P(, LanguageTables, testing::ValuesIn(Languages()),
                          [](const auto& info) { return info.param; });
 
 }  // namespace

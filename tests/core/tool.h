@@ -150,16 +150,40 @@ struct Tool : StandIns {
     for (ui::Control* control : Main().Pages().FindPage(pageClass)->Controls()) control->SetEnabled(true);
   }
   std::string Text(const std::string& name) { return Find(name).Text(); }
+  /// A control of any other window of the tool.
+  template <class T>
+  static T& In(const ui::Form& window, const std::string& name) {
+    return dynamic_cast<T&>(*window.Find(name));
+  }
+  static void ClickIn(const ui::Form& window, const std::string& button) {
+    In<ui::Button>(window, button).Click();
+  }
+  /// An entry of the main window's menus by what a person reads, without its letter and its key.
+  void ChooseEntry(const std::string& caption) {
+    for (const ui::MenuItem& menu : Main().menu) {
+      for (const ui::MenuItem& item : menu.items) {
+        const std::string text = base::ReplaceAll(item.caption, "&", "");
+        if (text.substr(0, text.find('\t')) == caption) return item.onClick();
+      }
+    }
+    throw base::Error("no entry " + caption);
+  }
+  void UseLanguage(const std::string& language) {
+    program.GetStrings().SetLanguage(language);
+    Main().ReInitializeStrings();
+  }
   /// What a person does; a control that cannot be used is an error of the test.
   void Type(const std::string& name, const std::string& text) {
     Usable(name, Find<ui::TextBox>(name).Type(text));
   }
   void Click(const std::string& name) { Usable(name, Find<ui::Button>(name).Click()); }
 
+  ui::ListView& LogList() { return In<ui::ListView>(Main().Logger(), "ListView1"); }
+  void ClearLog() { ClickIn(Main().Logger(), "BtnCmd(3)"); }
   /// Messages of the logger, oldest first.
   std::vector<std::string> Messages() {
     std::vector<std::string> texts;
-    for (const auto& row : dynamic_cast<ui::ListView*>(Main().Logger().Find("ListView1"))->Rows()) {
+    for (const auto& row : LogList().Rows()) {
       if (row.cells[3] == "Save") continue;  // how many values were written
       texts.push_back(row.cells[3] + "/" + row.cells[4] + ": " + row.cells[2]);
     }

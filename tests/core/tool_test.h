@@ -1,7 +1,7 @@
 // The fixture of all tests that work with the whole tool.
 #pragma once
 
-#include <gtest/gtest.h>
+#include <gmock/gmock.h>
 
 #include <span>
 #include <tuple>
@@ -16,6 +16,11 @@ constexpr const char* kApplied = "Apply/Main: The configuration settings were ap
 
 struct ToolTest : testing::Test, Tool {
   explicit ToolTest(ui::Toolkit* toolkit = nullptr) : Tool(Options(), toolkit) {}
+  /// Apply, which must go well.
+  void Save() {
+    Click("cmdApply");
+    EXPECT_EQ(LastMessage(), kApplied) << testing::PrintToString(Messages());
+  }
 };
 
 }  // namespace tests

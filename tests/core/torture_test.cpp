@@ -98,7 +98,7 @@ struct TroubledTool : tests::Tool {
   }
   /// Something other than information, with routine and location, about what the failing call concerned.
   bool TellsTheFault() {
-    const auto& rows = dynamic_cast<ui::ListView*>(Main().Logger().Find("ListView1"))->Rows();
+    const auto& rows = LogList().Rows();
     return std::ranges::any_of(rows, [this](const auto& row) {
       const std::string told = base::ReplaceAll(row.cells[2], " ", "");
       const auto named = [&told](const std::string& name) {
@@ -108,7 +108,6 @@ struct TroubledTool : tests::Tool {
              (plan.concerned.empty() || std::ranges::any_of(plan.concerned, named));
     });
   }
-  void ClearLog() { dynamic_cast<ui::Button*>(Main().Logger().Find("BtnCmd(3)"))->Click(); }
 
   tests::FailurePlan plan;
 };

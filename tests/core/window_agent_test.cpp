@@ -121,7 +121,7 @@ TEST_F(WindowAgent, DifferentDevicesHaveDifferentShortSectionNames) {
   const std::string names[] = {section("Tool", "Harbour", "RTU-1.1"),  section("Tool", "Harbour", "RTU-11"),
                                section("Tool", "Harbour RTU-1.1", ""), section("Other", "Harbour", "RTU-1.1"),
                                section("Tool!", umlauts, "a"),         section("Tool!", umlauts, "b")};
-  EXPECT_TRUE(names[0].starts_with("tool harbour rtu-11 ")) << names[0];
+  EXPECT_THAT(names[0], testing::StartsWith("tool harbour rtu-11 "));
   EXPECT_EQ(section("Tool", "HARBOUR", "\xC3\x9C rtu"), section("Tool", "harbour", "\xC3\xBC RTU"))
       << "in any case";
   EXPECT_EQ(std::set(std::begin(names), std::end(names)).size(), std::size(names));
@@ -170,24 +170,19 @@ TEST_F(SecondProcess, OpensItsOwnWindowOnceTheFirstOneIsGone) {
   EXPECT_FALSE(quit) << "it is needed again";
 }
 
-TEST_F(SecondProcess, SaysWhenTheOpenWindowDoesNotAnswer) {
-  desktop.sight = Sight::kSilent;
-  EXPECT_EQ(
-      Command(),
-      "KV-TARN Configuration: The configuration window is open on RTU-1 North wing already, but does not "
-      "answer. Please close it first.");
-  EXPECT_EQ(program.Window(), nullptr);
-  loop.Tick();
-  EXPECT_FALSE(quit) << "the host may try again";
-}
-
-TEST_F(SecondProcess, SaysWhenTheOpenWindowIsOfAProgramWithOtherRights) {
-  memory.denied = true;
-  EXPECT_EQ(
-      Command(),
-      "KV-TARN Configuration: The configuration window is open on RTU-1 North wing already, in a program "
-      "with other rights. Please close it first.");
-  EXPECT_EQ(program.Window(), nullptr);
+TEST_F(SecondProcess, SaysWhyTheOpenWindowCannotBeRaised) {
+  for (const bool denied : {false, true}) {
+    memory.denied = denied;
+    desktop.sight = denied ? Sight::kNormal : Sight::kSilent;
+    EXPECT_EQ(
+        Command(),
+        std::string("KV-TARN Configuration: The configuration window is open on RTU-1 North wing already, ") +
+            (denied ? "in a program with other rights." : "but does not answer.") +
+            " Please close it first.");
+    EXPECT_EQ(program.Window(), nullptr);
+    loop.Tick();
+    EXPECT_FALSE(quit) << "the host may try again";
+  }
 }
 
 }  // namespace

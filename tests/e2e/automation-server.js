@@ -48,12 +48,9 @@ function testProperties(tool) {
   tool.NetworkName = "Geb\u00e4ude 7";
   tool.networkipport = 7018;  // names do not depend on case
   tool.Remote = true;
-  tool.LmoIndex = 3;
   equal("NetworkName", tool.NetworkName, "Geb\u00e4ude 7");
   equal("NetworkIpPort", tool.NetworkIpPort, 7018);
   equal("Remote", tool.Remote, true);
-  equal("LmoIndex", tool.LmoIndex, "3");
-  equal("Name", tool.Name, "KV-TARN Configuration");
   check("version", /^[1-9]\d*\.\d+\.\d+$/.test(tool.version), tool.version);
 }
 
@@ -62,9 +59,6 @@ function testRefusals(tool) {
   equal("number of a refusal", refused.number | 0, 0x80040000 | 0);
   equal("text of a refusal", refused.text, "Attempt to write to read-only property");
   check("an unknown member", errorOf(function () { tool.NoSuchMember(); }).number !== 0);
-  check("too few arguments", errorOf(function () { tool.SendCommand(0); }).number !== 0);
-  check("a text that is no number", errorOf(function () { tool.NetworkIpPort = "port"; }).number !== 0);
-  equal("NetworkIpPort after a refusal", tool.NetworkIpPort, 7018);
 }
 
 function testOneProcessEach() {
@@ -112,7 +106,6 @@ function testRegistration() {
   check("the tool is registered", id !== null);
   var server = registered("CLSID\\" + id + "\\LocalServer32");
   check("the server's path is quoted", /^".*\.exe"$/i.test(server), server);
-  equal("class of the second program id", registered("QVRKvTARNCfg.OVXPlugInAPI\\CLSID"), id);
 
   equal("exit code of -UnregServer", shell.Run(server + " -UnregServer", 0, true), 0);
   check("creating an unregistered tool", errorOf(function () { new ActiveXObject("QVRKvTARNCfg.LNSPlugInAPI"); }).number !== 0);

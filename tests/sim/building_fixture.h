@@ -2,7 +2,7 @@
 // ways to a property, and the sentence of a refusal.
 #pragma once
 
-#include <gtest/gtest.h>
+#include <gmock/gmock.h>
 
 #include <filesystem>
 #include <random>

@@ -148,7 +148,7 @@ TEST_F(Controls, ARefusedValueIsToldAndKept) {
     sensor.Type("ctlSensorTable", 7, entered);
     EXPECT_FALSE(sensor.WriteValue());
     ASSERT_EQ(sensor.failures.size(), 1U);
-    EXPECT_NE(sensor.failures[0].find(told), std::string::npos) << sensor.failures[0];
+    EXPECT_THAT(sensor.failures[0], testing::HasSubstr(told));
     EXPECT_EQ(sensor.Find<ui::TextBox>("ctlSensorTable", "txt(7)").Text(), entered);
     EXPECT_TRUE(sensor.IsChanged());
     // Not a new type with settings that were refused.
@@ -222,7 +222,7 @@ TEST_F(Controls, ActuatorStoresTheSettingsOfItsSignal) {
   EXPECT_EQ(actuator.ShownSection(), "ctlActuatorPwm");
   actuator.Type("ctlActuatorPwm", 0, "30");
   EXPECT_FALSE(actuator.WriteValue());
-  EXPECT_NE(actuator.failures.at(0).find("25.5"), std::string::npos) << actuator.failures[0];
+  EXPECT_THAT(actuator.failures.at(0), testing::HasSubstr("25.5")) << actuator.failures[0];
   actuator.Type("ctlActuatorPwm", 0, "4");
   EXPECT_TRUE(actuator.WriteValue());
   EXPECT_EQ(Stored("HardwareOutput6", 8, "UCPTpwmPeriod"), "4.0");

@@ -69,7 +69,7 @@ TEST(SimStore, AFailedCommitLeavesFileAndValues) {
   client.network.Call("BeginTransaction");
   limit.Put("Value", "1200");
   const std::string sentence = RefusalOf([&] { client.network.Call("CommitTransaction"); });
-  EXPECT_NE(sentence.find("store.json cannot be written"), std::string::npos) << sentence;
+  EXPECT_THAT(sentence, testing::HasSubstr("store.json cannot be written"));
   EXPECT_EQ(limit.Text("Value"), "1000");
   EXPECT_EQ(Content(file), content);
   EXPECT_EQ(RefusalOf([&] { client.network.Call("CancelTransaction"); }), "No transaction is open.");

@@ -62,12 +62,12 @@ TEST_F(SimTemplateOpen, RefusalsSayWhatIsWrong) {
     const std::string changed = base::ReplaceAll(json, c.from, c.to);
     ASSERT_NE(changed, json) << c.from;
     const std::string reason = Load(building, client, simulator::PackTemplate(changed));
-    EXPECT_NE(reason.find(c.words), std::string::npos) << reason;
-    EXPECT_EQ(reason.find("RTU-1 North wing, t.bin: The device template is "), 0U) << reason;
+    EXPECT_THAT(reason, testing::HasSubstr(c.words));
+    EXPECT_THAT(reason, testing::StartsWith("RTU-1 North wing, t.bin: The device template is "));
   }
   for (const int index : {15, -1}) {
     const std::string reason = Load(building, client, building.TemplateBytes(), index);
-    EXPECT_TRUE(reason.ends_with("no object with index " + std::to_string(index) + ".")) << reason;
+    EXPECT_THAT(reason, testing::EndsWith("no object with index " + std::to_string(index) + "."));
   }
 }
 
@@ -79,9 +79,8 @@ TEST_F(SimTemplateOpen, ValuesThatWereStoredOutliveALoadAndMustFitIt) {
   const std::string other = base::ReplaceAll(json, "\"name\": \"SCPTlimitCO2\", ",
                                              "\"name\": \"SCPTlimitCO2\", \"type\": \"SCPTbypassTime\", ");
   ASSERT_NE(other, json);
-  EXPECT_NE(
-      Load(building, client, simulator::PackTemplate(other)).find("RoofTopObject.12 does not fit its type"),
-      std::string::npos);
+  EXPECT_THAT(Load(building, client, simulator::PackTemplate(other)),
+              testing::HasSubstr("RoofTopObject.12 does not fit its type"));
 }
 
 }  // namespace

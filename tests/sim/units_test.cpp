@@ -79,7 +79,7 @@ TEST(SimUnits, AStoreThatRefusesLeavesTheUnitsAsTheyWere) {
   for (const std::string& sentence :
        {RefusalOf([&] { building.AddUnit("Spare", ""); }), RefusalOf([&] { building.RemoveUnit(kNew); }),
         RefusalOf([&] { building.RemoveUnit(kFirstDevice); })})
-    EXPECT_NE(sentence.find("store.json cannot be written"), std::string::npos) << sentence;
+    EXPECT_THAT(sentence, testing::HasSubstr("store.json cannot be written"));
   EXPECT_EQ(Names(building), listed);
   EXPECT_EQ(Names(Building(options)), listed);
 }

@@ -89,16 +89,7 @@ TEST(TypeLibrary, DescribesTheMembersOfBothClassesWithTheirIds) {
   CheckDescription(std::make_shared<serverlink::CTransaction>(), DIID__CTransaction);
 
   tests::StandIns around;
-  const shell::Platform platform{nullptr,
-                                 around.prompts,
-                                 around.loop,
-                                 around.fileDialog,
-                                 around.help,
-                                 around.controls,
-                                 around.registry,
-                                 around.locale,
-                                 {},
-                                 {}};
+  const shell::Platform platform = around.Bare();
   const shell::Settings settings;
   plugin::Program program(platform, around.memory, around.desktop, plugin::BuildDescription({}), settings, {},
                           [] {});

@@ -1,7 +1,5 @@
-#include <gmock/gmock.h>
+#include <gtest/gtest.h>
 
-#include "base/error.h"
-#include "platform/win32/system/files.h"
 #include "platform/win32/system/handle.h"
 #include "platform/win32/system/process.h"
 #include "platform/win32/system/registry.h"
@@ -88,15 +86,6 @@ TEST(SystemErrors, AlwaysShowTheNumber) {
       << win32::SystemText(ERROR_ACCESS_DENIED);
   EXPECT_TRUE(win32::SystemText(DISP_E_MEMBERNOTFOUND).ends_with(" (0x80020003)"));
   EXPECT_EQ(win32::SystemText(static_cast<HRESULT>(0x8ABC1234)), "Error (0x8ABC1234)");
-}
-
-TEST(Files, AreReadWholeOrNamed) {
-  const std::string own = win32::ProgramPath();
-  const automation::Bytes content = win32::ReadWholeFile(own);
-  ASSERT_GT(content.size(), 1000u);
-  EXPECT_EQ(std::string(content.begin(), content.begin() + 2), "MZ");
-  EXPECT_THAT([] { win32::ReadWholeFile("C:\\no such folder\\template.bin"); },
-              testing::ThrowsMessage<base::Error>(testing::HasSubstr("C:\\no such folder\\template.bin")));
 }
 
 }  // namespace

@@ -1,7 +1,6 @@
 #include <gtest/gtest.h>
 
 #include <cstring>
-#include <optional>
 #include <span>
 
 #include "automation/error.h"
@@ -112,46 +111,6 @@ TEST(Variant, ArraysOfScriptsAreBytesWhenTheyFit) {
   EXPECT_THROW(ToValue(ArrayOfNumbers({0, 256}).Get()), automation::Error);
   EXPECT_THROW(ToValue(ArrayOfNumbers({-1}).Get()), automation::Error);
   EXPECT_THROW(ToValue(Plain(VT_ERROR, E_FAIL)), automation::Error) << "an error code is no value";
-}
-
-/// What the platform itself makes of `value`; nothing when it refuses.
-std::optional<VARIANT> Platform(const Value& value, VARTYPE type) {
-  const Variant given = ToVariant(value);
-  VARIANT made;
-  VariantInit(&made);
-  if (FAILED(VariantChangeTypeEx(&made, const_cast<VARIANT*>(&given.Get()), LOCALE_INVARIANT, 0, type)))
-    return {};
-  return made;
-}
-
-template <class Read>
-auto OurOwn(Read read) -> std::optional<decltype(read())> {
-  try {
-    return read();
-  } catch (const automation::Error&) {
-    return {};
-  }
-}
-
-TEST(Variant, ValuesConvertAsThePlatformConvertsThem) {
-  const Value values[] = {{},           true,         false,         7,       2.5,   3.5,    -0.5,
-                          2147483647.4, 4e9,          "True",        "fALSE", "12",  " -7 ", "2.5",
-                          "&H10",       "&hffffffff", "&H80000",     "&O17",  "&H",  "&HG",  "",
-                          "12abc",      "#TRUE#",     "&H1FFFFFFFF", "0x10",  "1e3", "yes",  "-1"};
-  for (const Value& value : values) {
-    const auto place = &value - values;
-    const auto whole = Platform(value, VT_I4);
-    EXPECT_EQ(OurOwn([&] { return value.AsWhole(); }),
-              whole ? std::optional<std::int32_t>(whole->lVal) : std::nullopt)
-        << place;
-    // Bits that make a number below 0 are refused for a boolean only by some versions of the system.
-    const auto* text = std::get_if<std::string>(&value.Get());
-    if (text && *text == "&hffffffff") continue;
-    const auto flag = Platform(value, VT_BOOL);
-    EXPECT_EQ(OurOwn([&] { return value.AsBool(); }),
-              flag ? std::optional<bool>(flag->boolVal != VARIANT_FALSE) : std::nullopt)
-        << place;
-  }
 }
 
 }  // namespace

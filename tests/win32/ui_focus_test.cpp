@@ -1,4 +1,5 @@
-// The way of the keyboard focus: leave checks, tab order, dialog keys, and the focus coming back.
+// The way of the keyboard focus: leave checks, tab order, dialog keys, and the focus coming back; pages that
+// scroll to it or are arranged anew.
 #include <thread>
 
 #include "platform/win32/window/dialogs.h"
@@ -224,6 +225,18 @@ TEST_F(UiFocus, ABusyWindowTakesNothingAndGivesTheFocusBack) {
   Settle();
   EXPECT_EQ(Focused(), "fPage.txt(1)");
   EXPECT_EQ(dialog_.TakeEvents(), Events{"leave first"});
+}
+
+// As the alarms page does when a refresh finds records with other fields.
+TEST_F(UiFocus, AnotherLayoutIsArrangedAtOnce) {
+  const auto box = [this](std::size_t i) { return RectOf(Native(*dialog_.page.boxes[i])); };
+  EXPECT_LT(box(0).top, box(1).top);
+  dialog_.page.SetLayout(
+      ui::Line({ui::Item(*dialog_.page.boxes[1]), ui::Item(*dialog_.page.boxes[0]),
+                ui::Item(*dialog_.page.captions[0]), ui::Item(*dialog_.page.captions[1])}));
+  Settle();
+  EXPECT_EQ(box(0).top, box(1).top);
+  EXPECT_GT(box(0).left, box(1).left);
 }
 
 TEST_F(UiFocus, APageTallerThanTheScreenScrollsToTheFocus) {
