@@ -312,7 +312,7 @@ void fCheckOut::Tick() {
 }
 
 void fCheckOut::Answer(const char* result) {
-  if (outputs_.Busy() || (!started_ && result != std::string_view(kSkipped))) return;
+  if (outputs_.Busy()) return;
   if (result == std::string_view(kNotMoved) && base::Trim(txtRemark.Text()).empty()) {
     platform_.prompts.Ask({Text("Say in the remark what happened instead."), settings_.title,
                            ui::Buttons::kOk, ui::Icon::kInformation});
