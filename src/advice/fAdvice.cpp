@@ -119,7 +119,7 @@ void fAdvice::Judge() {
     generation_ = main_.Pending().Generation();
     std::vector<const fields::Field*> fields = main_.Pending().Fields();
     if (!fields.empty()) fields.push_back(&location_);
-    contents_.emplace(fields, main_.Selections());
+    contents_ = std::make_unique<FieldContents>(fields, main_.Selections());
   }
   list_.clear();
   for (Advice& advice : Evaluate({std::cref(*contents_), main_.Device().IsImperial, settings_.numbers})) {

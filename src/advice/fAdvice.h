@@ -3,6 +3,7 @@
 // line as it is. Owned by the main window as its companion.
 #pragma once
 
+#include <memory>
 #include <optional>
 #include <string>
 #include <vector>
@@ -61,7 +62,7 @@ class fAdvice final : public ui::Window, public shell::Companion {
   configuration::UnitFile notes_;
   fAccept accept_;
   fields::Field location_;
-  std::optional<FieldContents> contents_;
+  std::unique_ptr<FieldContents> contents_;
   int generation_ = -1;  // of the fields in contents_
   std::vector<Accepted> accepted_;
   std::vector<Found> list_;  // what is open, then what is accepted

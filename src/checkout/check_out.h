@@ -27,8 +27,8 @@ class CheckOut {
   using Time = std::chrono::steady_clock::time_point;
 
   /// All outlive it.
-  CheckOut(host::DeviceObjects& device, host::Transactions& transactions, configuration::UnitFile file)
-      : device_(device), transactions_(transactions), file_(std::move(file)) {}
+  CheckOut(host::DeviceObjects& device, host::Transactions& transactions, const configuration::UnitFile& file)
+      : device_(device), transactions_(transactions), file_(file) {}
 
   std::function<Time()> now = std::chrono::steady_clock::now;
 

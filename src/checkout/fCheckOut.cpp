@@ -107,42 +107,6 @@ void fCheckOut::Tell(const std::string& words, ui::Icon icon) {
   platform_.prompts.Ask({words, settings_.title, ui::Buttons::kOk, icon});
 }
 
-// --- what an earlier check-out left ---
-
-void fCheckOut::Loaded() {
-  try {
-    outputs_.Load();
-    if (!outputs_.Standing().empty()) offer_.Start();
-  } catch (const std::exception& error) {
-    main_.AddMessage(shell::InWords(strings_, error), "Loaded", kLocation, logger::kError);
-  }
-}
-
-std::string fCheckOut::NamesOf(const std::vector<Kept>& kept) const {
-  std::vector<std::string> names;
-  for (const auto& [output, function, text] : kept)
-    names.push_back(Text("Output %s1%", {std::to_string(output)}) + ", " + function);
-  return base::Join(names, "\r\n");
-}
-
-void fCheckOut::OfferToPutBack() {
-  offer_.Stop();
-  outputs_.Check();
-  if (outputs_.Standing().empty()) return;
-  const std::string question = Text(
-      "The last check-out of %s1% ended without putting these outputs back. They may still be overridden:",
-      {main_.Opened.deviceName});
-  if (platform_.prompts.Ask(
-          {question + "\r\n\r\n" + NamesOf(outputs_.Standing()) + "\r\n\r\n" + Text("Put them back now?"),
-           settings_.title, ui::Buttons::kYesNo, ui::Icon::kExclamation}) != ui::Answer::kYes) {
-    return;
-  }
-  const bool edits = HasEdits();
-  if (!PutBack()) return;
-  main_.AddMessage(Text("The outputs were put back."), "CheckOut", kLocation, logger::kInformation);
-  if (!edits) main_.ReadAgain(main_.Device().IsImperial);
-}
-
 // --- opening ---
 
 // What pages change by themselves loses nothing.
@@ -312,7 +276,7 @@ void fCheckOut::Tick() {
 }
 
 void fCheckOut::Answer(const char* result) {
-  if (outputs_.Busy() || (!started_ && result != std::string_view(kSkipped))) return;
+  if (outputs_.Busy()) return;
   if (result == std::string_view(kNotMoved) && base::Trim(txtRemark.Text()).empty()) {
     platform_.prompts.Ask({Text("Say in the remark what happened instead."), settings_.title,
                            ui::Buttons::kOk, ui::Icon::kInformation});
@@ -346,39 +310,6 @@ void fCheckOut::Keep(const char* result) {
   } catch (const std::exception& error) {
     Tell(shell::InWords(strings_, error), ui::Icon::kExclamation);
   }
-}
-
-// --- putting back ---
-
-void fCheckOut::TellStanding() {
-  Tell(
-      Text("THESE OUTPUTS OF %s1% COULD NOT BE PUT BACK and may still be overridden:",
-           {main_.Opened.deviceName}) +
-          "\r\n\r\n" + NamesOf(outputs_.Standing()) + "\r\n\r\n" +
-          Text("The next start of this tool on this unit offers to put them back. Take the overrides away by "
-               "another way if it cannot be started again.") +
-          "\r\n\r\n" + outputs_.Fault(),
-      ui::Icon::kError);
-}
-
-bool fCheckOut::PutBack() {
-  const ui::WaitPointer pointer(platform_.loop);
-  if (outputs_.PutBack()) return true;
-  started_ = false;
-  TellStanding();
-  return false;
-}
-
-bool fCheckOut::MayClose() {
-  if (outputs_.Busy()) return false;
-  PutBack();
-  return true;
-}
-
-void fCheckOut::Hide() {
-  offer_.Stop();
-  if (Visible()) outputs_.PutBack();  // nobody is told any more; the next start offers what is left
-  Window::Hide();
 }
 
 }  // namespace checkout

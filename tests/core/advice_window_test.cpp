@@ -50,6 +50,9 @@ TEST_F(AdviceWindowTest, CountsWhatIsOpenAndKeepsWhatIsAccepted) {
   Open(tests::kAssigned);
   const std::string before = Text("cmdAdvice");
   EXPECT_TRUE(before.starts_with("1 fault, ")) << before;
+  AssignOutput(5, "HUMIDIFIER_MOD");
+  EXPECT_TRUE(Text("cmdAdvice").starts_with("2 faults, ")) << "the page has read what its hardware is";
+  AssignOutput(5, "HUMIDIFIER_ON_OFF");
   ShowWindow();
   EXPECT_EQ(Text("cmdAdvice"), before) << "the settings that no page shows change nothing";
   Type("fPID.txtPIDTemp(0)", "0");

@@ -187,6 +187,53 @@ TEST_F(CheckOutTest, HasNothingToDoWithoutFunctions) {
   EXPECT_EQ(LastPrompt(), "No output with a function drives its local hardware.");
 }
 
+/// A host at which something happens before it carries out a call, or instead.
+class Meddler : public automation::Target {
+ public:
+  using Before = std::function<bool(automation::Access access, std::string_view member)>;
+
+  static automation::Object Wrap(const automation::Object& inner, const Before& before) {
+    return automation::Object(std::make_shared<Meddler>(inner, before));
+  }
+  Meddler(automation::Object inner, Before before) : inner_(std::move(inner)), before_(std::move(before)) {}
+
+  automation::Value Invoke(automation::Access access, std::string_view member,
+                           std::span<const automation::Value> arguments) override {
+    if (!before_(access, member)) return {};
+    automation::Value answer = inner_.GetTarget()->Invoke(access, member, arguments);
+    const auto* object = std::get_if<automation::Object>(&answer.Get());
+    return object && *object ? Wrap(*object, before_) : answer;
+  }
+
+ private:
+  automation::Object inner_;
+  Before before_;
+};
+
+TEST_F(CheckOutTest, IsRefusedByADeviceThatDoesNotKeepItAndEndsWithTheSession) {
+  bool ignores = false, signsOut = false;
+  throughHost = [&](std::string_view id, const automation::Object& object) {
+    if (id != host::kObjectServerId) return object;
+    return Meddler::Wrap(object, [&](automation::Access access, std::string_view member) {
+      if (member == host::kCommitTransaction && std::exchange(signsOut, false)) Main().onSessionEnd();
+      return !(ignores && access == automation::Access::kPut && member == host::kValue);
+    });
+  };
+  Open(device);
+  const std::string before = building.StoredDevice(device);
+  CheckOut([&] {
+    ignores = true;
+    Press("cmdStart");
+    EXPECT_EQ(LastPrompt(), "The output was not overridden: the device holds 0.");
+    ignores = false;
+    EXPECT_FALSE(Press("cmdYes"));
+    signsOut = true;
+    Press("cmdStart");
+    EXPECT_FALSE(signsOut);
+    EXPECT_EQ(building.StoredDevice(device), before) << "signed out while it was written";
+  });
+}
+
 /// One check-out of the first output with a failing call; then a start without a failure. Answers how many
 /// calls were made.
 int FailOnce(const simulator::Building& building, Failure failure, int call, bool forever) {
@@ -194,6 +241,7 @@ int FailOnce(const simulator::Building& building, Failure failure, int call, boo
                             std::to_string(call) + (forever ? " on" : "");
   const std::string before = building.StoredDevice(tests::kAssigned);
   tests::FailurePlan plan;
+  bool left = false;
   {
     CheckOutTool tool(building, std::span<const shell::PageEntry>());
     tool.throughHost = [&plan](std::string_view id, const automation::Object& object) {
@@ -204,6 +252,7 @@ int FailOnce(const simulator::Building& building, Failure failure, int call, boo
       plan.Arm(failure, {call}, forever);
       tool.Press("cmdStart");
       tool.Press("cmdYes");
+      EXPECT_TRUE(forever || building.StoredDevice(tool.device) == before) << where << ": not at once";
     });
     const bool back = building.StoredDevice(tool.device) == before;
     EXPECT_TRUE(forever || (back && plan.open == 0)) << where;
@@ -214,6 +263,7 @@ int FailOnce(const simulator::Building& building, Failure failure, int call, boo
       EXPECT_TRUE(std::filesystem::exists(tool.List())) << where;
     }
     plan.Disarm();
+    left = !back;
     if (back && !std::filesystem::exists(tool.List())) return plan.seen;
   }
   CheckOutTool next(building, std::span<const shell::PageEntry>());
@@ -222,6 +272,7 @@ int FailOnce(const simulator::Building& building, Failure failure, int call, boo
   next.loop.Tick();
   EXPECT_EQ(building.StoredDevice(next.device), before) << where;
   EXPECT_FALSE(std::filesystem::exists(next.List())) << where;
+  EXPECT_EQ(next.prompts.asked.size(), left ? 1u : 0u) << where << ": asked only where something is left";
   return plan.seen;
 }
 
