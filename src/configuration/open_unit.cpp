@@ -6,6 +6,7 @@
 #include "base/text.h"
 #include "configuration/unit_list.h"
 #include "host/contract.h"
+#include "shell/words.h"
 
 namespace configuration {
 namespace {
@@ -159,7 +160,7 @@ std::vector<fields::Wanted> OpenUnit::Fill(std::vector<fields::Wanted> wanted) {
 }
 
 UnseenPages::Saved OpenUnit::Save(const std::function<bool()>& mayCommit) {
-  const UnseenPages::Saved saved = pages_.Save([&] {
+  UnseenPages::Saved saved = pages_.Save([&] {
     if (locationText_ != storedLocation_) LocationProperty().WriteText(locationText_);
     return mayCommit();
   });
@@ -167,7 +168,12 @@ UnseenPages::Saved OpenUnit::Save(const std::function<bool()>& mayCommit) {
   if (saved.result == shell::SaveResult::kCancelled) return saved;
   written_ = ListWritten();
   storedLocation_ = locationText_;
-  before_ = Values();
+  try {
+    pages_.Load(device_, session_.Network(), device_.IsImperial);
+    ListFields();
+  } catch (const std::exception& error) {
+    saved.told += (saved.told.empty() ? "" : "\r\n") + shell::InWords(strings_, error);
+  }
   return saved;
 }
 

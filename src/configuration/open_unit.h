@@ -50,7 +50,8 @@ class OpenUnit {
   /// Fills in the contents as a person would; answers what was not taken, with the reasons. Nothing of the
   /// device changes.
   std::vector<fields::Wanted> Fill(std::vector<fields::Wanted> wanted);
-  /// Saves what was filled in, in one transaction; `mayCommit` runs inside it when all is written.
+  /// Saves what was filled in, in one transaction; `mayCommit` runs inside it when all is written. Afterwards
+  /// the pages are read again: they show what the device holds.
   UnseenPages::Saved Save(const std::function<bool()>& mayCommit);
   /// What the last save changed, unless it was cancelled.
   const std::vector<WrittenValue>& LastWritten() const { return written_; }

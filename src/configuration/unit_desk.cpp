@@ -12,6 +12,11 @@ namespace {
 
 constexpr const char* kStopChoice = "StopWithoutBackup";
 
+/// A further line.
+void Add(std::string& told, const std::string& more) {
+  told += (told.empty() || more.empty() ? "" : "\r\n") + more;
+}
+
 }  // namespace
 
 UnitDesk::UnitDesk(const UnseenPages::Surroundings& surroundings, const shell::Strings& strings)
@@ -58,7 +63,26 @@ UnitDesk::Saved UnitDesk::Save(OpenUnit& unit, const std::function<bool()>& mayC
     return !stop && mayCommit();
   });
   saved.told = saved.save.told;
-  if (!noBackup.empty()) saved.told += (saved.told.empty() ? "" : "\r\n") + noBackup;
+  Add(saved.told, noBackup);
+  saved.values = unit.LastWritten();
+  return saved;
+}
+
+UnitDesk::Saved UnitDesk::SaveAll(OpenUnit& unit, const Document& document, const Selection& selection,
+                                  const std::function<bool()>& mayCommit) {
+  Saved saved = Save(unit, mayCommit);
+  if (saved.save.result != host::SaveResult::kCommitted) return saved;
+  std::vector<Difference> left = unit.Compare(document, selection);
+  if (left.empty()) return saved;
+  if (Fill(unit, left).empty()) {
+    const Saved again = Save(unit, mayCommit);
+    saved.values.insert(saved.values.end(), again.values.begin(), again.values.end());
+    Add(saved.told, again.told);
+    if (again.save.result == host::SaveResult::kCommitted) left = unit.Compare(document, selection);
+  }
+  if (left.empty()) return saved;
+  saved.save.result = host::SaveResult::kUnknown;
+  for (const Difference& one : left) Add(saved.told, one.name + ": " + one.here);
   return saved;
 }
 

@@ -28,10 +28,16 @@ class UnitDesk {
     UnseenPages::Saved save;
     Document before;   // without entries when no backup was kept
     std::string told;  // all there is to tell, in the language in use
+    std::vector<WrittenValue> values;
   };
   /// Saves what was filled in. The former values are kept first, inside the transaction; whether it goes on
   /// without a backup is the user's choice.
   Saved Save(OpenUnit& unit, const std::function<bool()>& mayCommit);
+  /// Saves what Fill has put in of a document. Saving a page may reset a field of another one by its rules:
+  /// what is not as in the document then is filled in and saved again. Unknown: the unit holds neither all
+  /// nor nothing of it.
+  Saved SaveAll(OpenUnit& unit, const Document& document, const Selection& selection,
+                const std::function<bool()>& mayCommit);
 
   Document ToDocument(const Snapshot& snapshot) { return names_.ToDocument(snapshot); }
 

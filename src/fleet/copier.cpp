@@ -55,17 +55,17 @@ Copier::End Copier::Run(UnitLine& line, const Job& job) {
   if (std::string why = desk_.Fill(*unit, differences); !why.empty()) return {UnitState::kRefused, why};
   if (!job.write) return {UnitState::kDiffers};
   Enter(line, UnitState::kWriting);
-  End end = Save(line, *unit);
+  End end = Save(line, job, *unit);
   if (end.state != UnitState::kUnknown) return end;
   unit.reset();
   return LookAgain(line, job, differences, end.reason);
 }
 
-Copier::End Copier::Save(UnitLine& line, OpenUnit& unit) {
-  const auto saved = desk_.Save(unit, mayCommit);
+Copier::End Copier::Save(UnitLine& line, const Job& job, OpenUnit& unit) {
+  const auto saved = desk_.SaveAll(unit, job.source, job.selection, mayCommit);
   if (saved.save.result == host::SaveResult::kCancelled)
     return {saved.save.refused ? UnitState::kRefused : UnitState::kFailed, saved.told};
-  line.values = unit.LastWritten();
+  line.values = saved.values;
   if (saved.save.result == host::SaveResult::kUnknown) return {UnitState::kUnknown, saved.told};
   line.count = line.values.size();
   const std::string noRecord = KeepRecord(line, unit, saved.before);

@@ -69,7 +69,7 @@ class Copier {
   };
 
   End Run(UnitLine& line, const Job& job);
-  End Save(UnitLine& line, configuration::OpenUnit& unit);
+  End Save(UnitLine& line, const Job& job, configuration::OpenUnit& unit);
   /// After a lost commit: by what a further session reads.
   End LookAgain(UnitLine& line, const Job& job, const std::vector<configuration::Difference>& differences,
                 const std::string& told);

@@ -211,7 +211,8 @@ std::int32_t ConfigurationApi::Apply(const std::string& file) {
   if (differences.empty() && !filled_) return 0;
   filled_ = true;
   const std::string refused = desk_->Fill(unit, differences);
-  if (refused.empty()) return Store();
+  if (refused.empty())
+    return Ended(desk_->SaveAll(unit, document, Everything(), [this] { return !program_.Ending(); }));
   filled_ = false;
   Load(imperial_);  // half of the file must not be applied by the next call
   throw base::Error("Nothing was applied.\r\n" + refused);
@@ -219,7 +220,10 @@ std::int32_t ConfigurationApi::Apply(const std::string& file) {
 
 std::int32_t ConfigurationApi::Store() {
   if (!filled_) return 0;
-  const auto saved = desk_->Save(Unit(), [this] { return !program_.Ending(); });
+  return Ended(desk_->Save(Unit(), [this] { return !program_.Ending(); }));
+}
+
+std::int32_t ConfigurationApi::Ended(const configuration::UnitDesk::Saved& saved) {
   switch (saved.save.result) {
     case host::SaveResult::kCommitted:
       break;
@@ -229,7 +233,7 @@ std::int32_t ConfigurationApi::Store() {
       throw base::Error("It is not known whether the values were applied.\r\n" + saved.told);
   }
   filled_ = false;
-  return static_cast<std::int32_t>(Unit().LastWritten().size());
+  return static_cast<std::int32_t>(saved.values.size());
 }
 
 void ConfigurationApi::Record(const std::string& file) {
