@@ -7,6 +7,7 @@
 #include "configuration/unit_list.h"
 #include "host/device_template.h"
 #include "logger/message_logger.h"
+#include "shell/window_place.h"
 #include "shell/words.h"
 
 namespace fleet {
@@ -126,6 +127,10 @@ void fCopy::ShowUnits() {
   ListPages();
   ListUnits();
   stop_ = false;
+  if (platform_.toolkit && !GetWindowPeer()) {
+    platform_.toolkit->Realize(*this);
+    shell::Widen(*this);
+  }
   Run(lvwUnits);
   copier_.reset();
 }
@@ -295,7 +300,7 @@ void fCopy::Log(std::size_t begun) {
       std::ranges::any_of(lines_, [](const UnitLine& line) { return IconOf(line) == logger::kError; });
   main_.AddMessage(shell::ReplacePlaceholders(Text("%s1% was copied to %s2% units"),
                                               {SourceName(), std::to_string(begun)}),
-                   "CopyToUnits", kLocation, bad ? logger::kError : logger::kInformation);
+                   "CopyToUnits", kLocation, bad ? logger::kExclamation : logger::kInformation);
   main_.Logger().AddDetails(details);
 }
 

@@ -8,6 +8,7 @@
 #include "base/text.h"
 #include "configuration/unit_file.h"
 #include "configuration/unit_list.h"
+#include "host/contract.h"
 #include "shell/words.h"
 
 namespace plugin {
@@ -140,7 +141,9 @@ void ConfigurationApi::Load(bool imperial) {
 }
 
 void ConfigurationApi::Open(const host::SessionRequest& request) {
-  Close();
+  unit_.reset();
+  filled_ = false;
+  host_ = program_.GetPlatform().createObject(host::kObjectServerId);
   if (!desk_) {
     desk_ = std::make_unique<configuration::UnitDesk>(
         configuration::UnseenPages::Surroundings{program_.GetPlatform(), program_.GetSettings(),
@@ -154,6 +157,7 @@ void ConfigurationApi::Open(const host::SessionRequest& request) {
 void ConfigurationApi::Close() {
   unit_.reset();
   filled_ = false;
+  host_ = {};
 }
 
 automation::Value ConfigurationApi::Units() {

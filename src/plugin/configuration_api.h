@@ -58,7 +58,8 @@ class ConfigurationApi : public automation::LocalClass<ConfigurationApi> {
   std::unique_ptr<configuration::UnitDesk> desk_;
   host::SessionRequest request_;
   bool imperial_ = false;
-  bool filled_ = false;  // something was put in that is not applied
+  bool filled_ = false;      // something was put in that is not applied
+  automation::Object host_;  // held from unit to unit, or the host would end in between
   std::unique_ptr<configuration::OpenUnit> unit_;
 };
 
