@@ -278,7 +278,7 @@ void fCopy::Work(bool write) {
         barUnits.SetValue(static_cast<int>(begun) + 1);
         ShowCount();
       }
-      if (write) Log(begun);
+      if (write && begun > 0) Log();
     }
   } catch (const std::exception& error) {
     platform_.prompts.Ask(
@@ -289,18 +289,15 @@ void fCopy::Work(bool write) {
   lvwUnits.FitColumns();
 }
 
-void fCopy::Log(std::size_t begun) {
+void fCopy::Log() {
   std::vector<std::string> details;
   for (const UnitLine& line : lines_) {
     if (line.state == UnitState::kWaiting || line.state == UnitState::kNotTaken) continue;
     details.push_back(line.unit.name + ": " + StateText(strings_, line) +
                       (line.reason.empty() ? "" : ": " + base::ReplaceAll(line.reason, "\r\n", " ")));
   }
-  const bool bad =
-      std::ranges::any_of(lines_, [](const UnitLine& line) { return IconOf(line) == logger::kError; });
-  main_.AddMessage(shell::ReplacePlaceholders(Text("%s1% was copied to %s2% units"),
-                                              {SourceName(), std::to_string(begun)}),
-                   "CopyToUnits", kLocation, bad ? logger::kExclamation : logger::kInformation);
+  main_.AddMessage(Text("Copy to units") + ": " + SourceName() + ": " + lblCount.Text(), "CopyToUnits",
+                   kLocation, logger::kInformation);
   main_.Logger().AddDetails(details);
 }
 

@@ -39,7 +39,7 @@ class fCopy final : public configuration::Dialog {
   std::vector<UnitLine*> Ticked();
   bool Confirmed(const Job& job, std::size_t units);
   void Work(bool write);
-  void Log(std::size_t begun);
+  void Log();
   void SaveResult();
   void TickAll(bool ticked);
 
