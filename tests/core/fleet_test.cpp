@@ -195,7 +195,7 @@ TEST_F(FleetTest, AFileInOtherUnitsAndOnlyWhatIsTicked) {
 
 /// A building of many units, of which some go wrong, each in a way of its own.
 struct ManyUnits : FleetTest {
-  static constexpr int kUnits = 24;
+  static constexpr int kUnits = 12;
   void Build(int units) {
     for (int i = 0; i < units; ++i) building.AddUnit(Name(i), "Bay " + std::to_string(i));
     source = WithoutLocation(tests::kAssigned);
