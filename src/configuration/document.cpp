@@ -159,8 +159,10 @@ Document Read(std::string_view text, std::string_view programId) {
     }
   }
   for (const char* name : kSections) {
-    if (const Json* section = Part(json, name))
-      document.sections[name] = ReadSection(*section, name, places.head.at(name));
+    const Json* section = Part(json, name);
+    std::vector<Line> lines =
+        section ? ReadSection(*section, name, places.head.at(name)) : std::vector<Line>();
+    if (!lines.empty()) document.sections[name] = std::move(lines);  // none is not written either
   }
   return document;
 }
