@@ -27,8 +27,8 @@ check_numbers() { scripts/check-help.sh "$out/TARN-M Help File.chm" "$out/help.h
 
 begin "Make the help in $out"
 scripts/setup.sh && build asan help_generator || finish 1
-if [ ! -f $shots/message-log.png ] || [ ! -f $shots/configuration-record.png ] || [ ! -f $shots/advice-accept.png ] || [ ! -f $shots/check-out-stands.png ] || [ ! -f $shots/host-new-unit.png ]; then
-  build win64 programs && take_shots tests/e2e/{advice,check-out,pages,changes,configuration,new-unit}.sim || finish 1
+if [ ! -f $shots/message-log.png ] || [ ! -f $shots/configuration-record.png ] || [ ! -f $shots/advice-accept.png ] || [ ! -f $shots/check-out-stands.png ] || [ ! -f $shots/host-new-unit.png ] || [ ! -f $shots/fleet-copied.png ]; then
+  build win64 programs && take_shots tests/e2e/{advice,check-out,pages,changes,configuration,fleet,new-unit}.sim || finish 1
 fi
 step "Write the pages" help-pages generate &&
   step "Compile the help file" help-compile compile &&

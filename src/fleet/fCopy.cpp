@@ -397,7 +397,7 @@ void fCopy::Enable() {
     control->SetEnabled(!running_);
   lvwUnits.SetEnabled(true);
   cmdCompare.SetEnabled(some);
-  cmdCopy.SetEnabled(some);
+  cmdCopy.SetEnabled(some && !main_.Locked());
   cmdStop.SetEnabled(running_);
   ShowCount();
 }

@@ -362,7 +362,12 @@ TEST_F(ConfigurationTest, EveryCallMayFail) {
 struct RoundTripTest : ConfigurationTest, testing::WithParamInterface<std::tuple<const char*, bool>> {
   tests::RandomContents random;
 
-  void SaveAnything() {
+  /// Whatever the rules and the device take.
+  void SaveAnything(const char* device) {
+    const std::string before = building.StoredDevice(device);
+    for (int tries = 0; tries < 20 && building.StoredDevice(device) == before; ++tries) TrySaving();
+  }
+  void TrySaving() {
     Click("cmdRefresh");
     Main().Pending().ReadSettings();
     for (int edits = 0; edits < 12; ++edits) {
@@ -404,13 +409,12 @@ TEST_P(RoundTripTest, GivesEveryStoredByteAgain) {
   Open(device);
   Find<ui::OptionButton>(imperial ? "optUnit(1)" : "optUnit(0)").Click();
   Click("cmdApply");  // what a save adjusts once by itself, and no field shows
-  int differed = 0;
   for (int round = 0; round < kRounds; ++round) {
-    SaveAnything();
+    SaveAnything(device);
     const std::string stored = building.StoredDevice(device);
     SaveAs();
-    SaveAnything();
-    differed += building.StoredDevice(device) != stored;
+    SaveAnything(device);
+    ASSERT_NE(building.StoredDevice(device), stored);
     std::vector<std::string> lines;
     OpenFile([&lines](auto& window) {
       TakeAll(window);
@@ -423,7 +427,6 @@ TEST_P(RoundTripTest, GivesEveryStoredByteAgain) {
         << testing::PrintToString(lines) << LastMessage();
     Click("cmdRefresh");
   }
-  EXPECT_GT(differed, 0);
 }
 
 INSTANTIATE_TEST_SUITE_P(Units, RoundTripTest,

@@ -137,6 +137,11 @@ TEST_F(FleetTest, AUnitGetsWhatIsTickedAndNothingElse) {
     Press("cmdCopy");
     EXPECT_EQ(LineOf("RTU-9"), "nothing to change");
   });
+  ChooseEntry("Locked");
+  InWindow([&] {
+    EXPECT_TRUE(In<ui::Button>("cmdCompare").Usable());
+    EXPECT_FALSE(In<ui::Button>("cmdCopy").Usable());
+  });
 }
 
 TEST_F(FleetTest, AFileInOtherUnitsAndOnlyWhatIsTicked) {

@@ -1,5 +1,4 @@
-// Contents for fields as people and installers leave them. Another seed: --gtest_random_seed=N with
-// --gtest_shuffle.
+// Contents for fields as people and installers leave them.
 #pragma once
 
 #include <gtest/gtest.h>
@@ -11,6 +10,9 @@
 #include "fields/field.h"
 
 namespace tests {
+
+/// The same in every run, so that a run that fails can be had again; another one: --gtest_random_seed=N.
+inline unsigned Seed() { return static_cast<unsigned>(GTEST_FLAG_GET(random_seed)); }
 
 class RandomContents {
  public:
@@ -36,7 +38,7 @@ class RandomContents {
   }
 
  private:
-  std::mt19937 random_{static_cast<unsigned>(testing::UnitTest::GetInstance()->random_seed())};
+  std::mt19937 random_{Seed()};
 };
 
 }  // namespace tests

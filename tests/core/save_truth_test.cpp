@@ -1,10 +1,11 @@
 // What a save is told to have become is what the device holds: random edits on random pages, saved while the
 // host loses its answer before or after the commit, refuses it, rounds what it takes, or lets another client
-// write in between. Another seed: --gtest_random_seed=N, also with --gtest_repeat=N.
+// write in between.
 #include <cmath>
 #include <random>
 
 #include "base/record.h"
+#include "random_contents.h"
 #include "tool_test.h"
 
 namespace {
@@ -126,7 +127,7 @@ struct SaveTruth : tests::ToolTest {
   static constexpr const char* kDevice = tests::kAssigned;
   Plan plan;
   std::string otherGain;
-  std::mt19937 random{static_cast<unsigned>(testing::UnitTest::GetInstance()->random_seed())};
+  std::mt19937 random{tests::Seed()};
 };
 
 TEST_F(SaveTruth, IsToldAfterRandomEditsAndEveryKindOfEnding) {
