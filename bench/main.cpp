@@ -41,10 +41,19 @@ struct Ratio {
 // Made again under Wine to measure what the calls cost alone; see bench/load.sim.
 constexpr const char* kTraceFile = "build/bench/calls.json";
 constexpr const char* kTwentyUnits = "build/bench/units";
+constexpr const char* kCopyTrace = "build/bench/copy.json";
+constexpr const char* kHundredUnits = "build/bench/hundred";
 
 constexpr Ratio kRatios[] = {
     {"change one of 64 fields / plain string_view and memchr", "RecordChange", "PlainRecord", 1.0},
 };
+
+void PrintCalls(const char* title, const simulator::CallTrace& trace, const char* file) {
+  std::printf("\n%-58s %10s\n", title, "calls");
+  for (const auto& operation : trace.operations)
+    std::printf("%-58s %10zu\n", operation.name.c_str(), bench::CountCalls(operation));
+  std::ofstream(file) << trace.ToJson();
+}
 
 }  // namespace
 
@@ -71,11 +80,8 @@ int main() {
   over += bench::PrintGrowth();
   over += bench::PrintKeys();
   bench::WriteBuilding(kTwentyUnits, 20);
-  std::printf("\n%-58s %10s\n", "host calls, all pages", "calls");
-  const simulator::CallTrace trace = bench::TraceHostCalls();
-  for (const auto& operation : trace.operations) {
-    std::printf("%-58s %10zu\n", operation.name.c_str(), bench::CountCalls(operation));
-  }
-  std::ofstream(kTraceFile) << trace.ToJson();
+  bench::WriteBuilding(kHundredUnits, 101);
+  PrintCalls("host calls, all pages", bench::TraceHostCalls(), kTraceFile);
+  PrintCalls("host calls, one unit's values for a hundred", bench::TraceCopying(kHundredUnits), kCopyTrace);
   return over == 0 ? 0 : 1;
 }

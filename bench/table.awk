@@ -10,9 +10,11 @@ function median(list, count,    i, j, kept) {
   return list[int((count + 1) / 2)]
 }
 
-# Loading may cost a tenth more than its calls; a page comes at once, and the process and all within two seconds.
+# Loading may cost a tenth more than its calls, reading many units as well, and copying to them a quarter, which is
+# backups and records; a page comes at once, and the process and all within two seconds.
 function limit(what) {
-  if (what == "load") return 1.10
+  if (what == "load" || what == "dry-run" || what == "again") return 1.10
+  if (what == "copy") return 1.25
   if (what ~ /^page/) return 100
   if (what == "activation") return 2000
   return 2.5

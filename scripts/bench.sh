@@ -24,6 +24,8 @@ table load 1
 table work 1
 say "The last five of twenty tools on twenty controllers"
 BUILDING=build/bench/units table windows 15
+say "One unit's values for a hundred others"
+SIMHOST_TIMEOUT=1500 SESSION_TIMEOUT=1500 BUILDING=build/bench/hundred table copying 0
 say "$(stat -c '%s bytes  %n' build/win64/QVRKvTARNCfg.exe) (limit 4194304)"
 [ "$(stat -c %s build/win64/QVRKvTARNCfg.exe)" -le 4194304 ] || status=1
 finish $status

@@ -10,7 +10,7 @@ struct AdviceWindowTest : tests::ToolTest {
     std::filesystem::remove_all(std::filesystem::path(Documents()) / "KV-TARN" / "Notes");
   }
   advice::fAdvice& Window() { return Companion<advice::fAdvice>(); }
-  void ShowWindow() { ChooseMenu("View", "Advice"); }
+  void ShowWindow() { ChooseEntry("Advice"); }
   std::vector<std::string> Lines() {
     std::vector<std::string> lines;
     for (const auto& row : dynamic_cast<ui::ListView&>(*Window().Find("lvwAdvice")).Rows())
@@ -73,7 +73,7 @@ TEST_F(AdviceWindowTest, CountsWhatIsOpenAndKeepsWhatIsAccepted) {
   EXPECT_EQ(Text("cmdAdvice"), before);
 
   // The review names what is open, and lets it be applied.
-  ChooseMenu("View", "Review before applying");
+  ChooseEntry("Review before applying");
   std::vector<ui::ListView::Row> review;
   loop.whileOpen = [&] {
     auto& window = Main().ChangesWindow();

@@ -33,7 +33,7 @@ struct CheckOutTool : tests::Tool {
       work();
       Press("cmdClose");
     };
-    ChooseMenu("File", "Check out outputs...");
+    ChooseEntry("Check out outputs...");
     if (!opened) throw base::Error("not opened: " + LastPrompt());
   }
   std::string Override(int output) {
@@ -159,9 +159,9 @@ TEST_F(CheckOutTest, BeginsOnlyWhereItMay) {
     return LastPrompt();
   };
   Open(device);
-  ChooseMenu("View", "Locked");
+  ChooseEntry("Locked");
   EXPECT_EQ(refusal(), "The window is locked. Unlock it to check the outputs.");
-  ChooseMenu("View", "Locked");
+  ChooseEntry("Locked");
   Type("fPID.txtPIDTemp(0)", "30");
   EXPECT_EQ(refusal(), "There are changes that are not applied. Apply them or take them back first.");
   Click("cmdRefresh");

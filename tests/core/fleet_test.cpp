@@ -80,10 +80,7 @@ struct FleetTest : tests::ToolTest {
       work();
       In<ui::Button>("cmdClose").Click();
     };
-    for (const ui::MenuItem& item : Main().menu.front().items) {
-      if (item.caption.starts_with("Cop&y")) return item.onClick();
-    }
-    FAIL() << "no entry";
+    ChooseEntry("Copy to units...");
   }
   void Press(const char* button) { EXPECT_TRUE(In<ui::Button>(button).Click()) << button; }
   /// "Unit: state: remark".

@@ -113,20 +113,6 @@ struct Tool : StandIns {
     }
     throw base::Error("no such companion");
   }
-  /// Chooses an entry of the menu by its captions in the language in use, without the letters' marks.
-  void ChooseMenu(std::string_view menu, std::string_view entry) {
-    const auto plain = [](std::string_view caption) {
-      return base::ReplaceAll(caption.substr(0, caption.find('\t')), "&", "");
-    };
-    for (const ui::MenuItem& top : Main().menu) {
-      if (plain(top.caption) != menu) continue;
-      for (const ui::MenuItem& item : top.items) {
-        if (plain(item.caption) == entry) return std::function(item.onClick)();
-      }
-    }
-    throw base::Error("no such entry of the menu");
-  }
-
   /// A control of the main window, or of the page named before the point ("fPID.txtPIDTemp(0)").
   template <class T = ui::Control>
   T& Find(const std::string& name) {
@@ -159,14 +145,15 @@ struct Tool : StandIns {
     In<ui::Button>(window, button).Click();
   }
   /// An entry of the main window's menus by what a person reads, without its letter and its key.
-  void ChooseEntry(const std::string& caption) {
+  void ChooseEntry(std::string_view caption) {
     for (const ui::MenuItem& menu : Main().menu) {
       for (const ui::MenuItem& item : menu.items) {
         const std::string text = base::ReplaceAll(item.caption, "&", "");
-        if (text.substr(0, text.find('\t')) == caption) return item.onClick();
+        if (text.substr(0, text.find('\t')) == caption)
+          return std::function(item.onClick)();  // may rebuild the menu
       }
     }
-    throw base::Error("no entry " + caption);
+    throw base::Error("no entry " + std::string(caption));
   }
   void UseLanguage(const std::string& language) {
     program.GetStrings().SetLanguage(language);

@@ -1,5 +1,5 @@
 // The tool in a process of its own, as a host that was compiled with the type library uses it: by the
-// dispatch interfaces of its two classes, with named arguments, and with the types that the library promises.
+// dispatch interfaces of its classes, with named arguments, and with the types that the library promises.
 #include <gtest/gtest.h>
 
 #include "QVRKvTARNCfg.h"
@@ -56,7 +56,7 @@ class EarlyBound : public testing::Test {
 
   /// Arguments in the order of `names`, the member's first; all are named. The result when there is one.
   static HRESULT Call(IDispatch* object, std::vector<std::wstring> names, const std::vector<Value>& values,
-                      win32::Variant* result = nullptr) {
+                      win32::Variant* result = nullptr, EXCEPINFO* why = nullptr) {
     std::vector<LPOLESTR> words;
     for (std::wstring& name : names) words.push_back(name.data());
     std::vector<DISPID> ids(names.size());
@@ -70,7 +70,7 @@ class EarlyBound : public testing::Test {
     const auto count = static_cast<UINT>(arguments.size());
     DISPPARAMS parameters = {arguments.data(), ids.data() + 1, count, count};
     return object->Invoke(ids[0], GUID{}, 0, DISPATCH_METHOD | DISPATCH_PROPERTYGET, &parameters,
-                          result ? result->Put() : nullptr, nullptr, nullptr);
+                          result ? result->Put() : nullptr, why, nullptr);
   }
 
   win32::ComApartment apartment_;
@@ -94,6 +94,19 @@ TEST_F(EarlyBound, TheTransactionOfAnotherProcessHasTheTypesOfItsLibrary) {
     ASSERT_EQ(Call(record.Get(), {name}, {}, &result), S_OK);
     EXPECT_EQ(result.Get().vt, type) << win32::Utf8(name);
   }
+}
+
+TEST_F(EarlyBound, ConfigurationsAnswerWithCodeWordsAndSource) {
+  const auto configuration = Create(CLSID_Configuration, DIID__Configuration);
+  ASSERT_TRUE(configuration);
+  EXCEPINFO why = {};
+  EXPECT_EQ(Call(configuration.Get(), {L"Value", L"Field", L"Page"}, {"txtPIDTemp(0)", "PID"}, nullptr, &why),
+            DISP_E_EXCEPTION);
+  EXPECT_EQ(win32::Utf8(why.bstrDescription ? why.bstrDescription : L""), "No unit is open.");
+  EXPECT_EQ(win32::Utf8(why.bstrSource ? why.bstrSource : L""), "KV-TARN Configuration");
+  EXPECT_TRUE(FAILED(why.scode)) << why.scode;
+  for (const BSTR text : {why.bstrDescription, why.bstrSource, why.bstrHelpFile}) SysFreeString(text);
+  EXPECT_EQ(Call(configuration.Get(), {L"Close"}, {}), S_OK);
 }
 
 }  // namespace
