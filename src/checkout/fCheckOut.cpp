@@ -253,7 +253,6 @@ void fCheckOut::StartStep() {
     const ui::WaitPointer pointer(platform_.loop);
     outputs_.Start(steps_[step_], std::chrono::seconds(static_cast<int>(limit)));
     started_ = true;
-    main_.AddMessage(WhatHappens(steps_[step_]), "CheckOut", kLocation, logger::kInformation);
   } catch (const std::exception& error) {
     started_ = false;
     if (outputs_.Standing().empty()) {

@@ -299,6 +299,7 @@ void fCopy::Log() {
   main_.AddMessage(Text("Copy to units") + ": " + SourceName() + ": " + lblCount.Text(), "CopyToUnits",
                    kLocation, logger::kInformation);
   main_.Logger().AddDetails(details);
+  BringToFront();  // the log comes up over the table
 }
 
 void fCopy::SaveResult() {

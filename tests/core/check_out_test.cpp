@@ -1,5 +1,10 @@
 // The check-out of outputs: what is overridden and for how long, and that it is put back whatever fails, or
 // named until a later start has done so.
+#ifndef _WIN32
+#include <sys/wait.h>
+#include <unistd.h>
+#endif
+
 #include <iostream>
 
 #include "checkout/fCheckOut.h"
@@ -290,6 +295,56 @@ TEST(CheckOutFaults, AnyCallMayFail) {
   EXPECT_GT(met, 200);
   std::filesystem::remove_all(std::filesystem::path(tests::Tool::Documents()) / "KV-TARN" / "Notes");
 }
+
+#ifndef _WIN32
+/// A process ends at the call, as if it had been killed; the host keeps its values. Answers whether it came
+/// so far.
+bool KilledAt(const simulator::BuildingOptions& options, int call) {
+  const pid_t child = fork();
+  if (child == 0) {
+    const simulator::Building building(options);
+    CheckOutTool tool(building, std::span<const shell::PageEntry>());
+    tests::FailurePlan plan;
+    tool.throughHost = [&plan](std::string_view id, const automation::Object& object) {
+      return id == host::kObjectServerId ? tests::FaultyTarget::Wrap(plan, object) : object;
+    };
+    tool.Open(tool.device);
+    plan.Arm(Failure::kApplicationError, {}, false);
+    plan.onCall = [call](int seen) {
+      if (seen == call) _exit(9);
+    };
+    tool.CheckOut([&] {
+      tool.Press("cmdStart");
+      tool.Press("cmdYes");
+    });
+    _exit(0);
+  }
+  int status = 0;
+  waitpid(child, &status, 0);
+  EXPECT_TRUE(WIFEXITED(status)) << call;
+  return WEXITSTATUS(status) == 9;
+}
+
+TEST(CheckOutKilled, AtAnyCallTheNextStartPutsBackWhatIsOverridden) {
+  simulator::BuildingOptions options = tests::Tool::Options();
+  options.storeFile = std::filesystem::path(tests::Tool::Documents()) / "killed.json";
+  const std::string before = simulator::Building(options).StoredDevice(tests::kAssigned);
+  int left = 0;
+  for (int call = 1; KilledAt(options, call); ++call) {
+    const simulator::Building building(options);
+    const bool overridden = building.StoredDevice(tests::kAssigned) != before;
+    left += overridden;
+    CheckOutTool next(building, std::span<const shell::PageEntry>());
+    next.Open(next.device);
+    next.prompts.answers = {ui::Answer::kYes};
+    next.loop.Tick();
+    EXPECT_EQ(next.prompts.asked.empty(), !overridden) << call;
+    EXPECT_EQ(building.StoredDevice(next.device), before) << call;
+    ASSERT_FALSE(std::filesystem::exists(next.List())) << call;
+  }
+  EXPECT_GT(left, 5);
+}
+#endif
 
 TEST(CheckOutKilled, WhatItLeftIsPutBackFirst) {
   const simulator::Building building(tests::Tool::Options());

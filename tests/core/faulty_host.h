@@ -2,6 +2,7 @@
 // every call, lets chosen ones fail in one of the ways in which a host can, and follows the transactions.
 #pragma once
 
+#include <functional>
 #include <memory>
 #include <set>
 #include <string>
@@ -41,6 +42,7 @@ struct FailurePlan {
   int open = 0;                        // transactions begun and not ended, as the host sees it
   int surplus = 0;                     // ends that were asked for although the tool knew of the end
   bool ended = true;                   // the tool knows that none is open
+  std::function<void(int call)> onCall;
 
   void Arm(Failure how, std::set<int> which, bool always) {
     failure = how;
@@ -52,6 +54,7 @@ struct FailurePlan {
   void Disarm() { calls.clear(); }
   bool Due() {
     ++seen;
+    if (onCall) onCall(seen);
     return !calls.empty() && (calls.contains(seen) || (forever && seen > *calls.begin()));
   }
 };
