@@ -1,11 +1,12 @@
 # The front door: every target is a short script in scripts/. See `make help`.
 
-.PHONY: help run test check bench fuzz torture shots manual installer release format clean
+.PHONY: help run test x86 check bench fuzz torture shots manual installer release format clean
 .DEFAULT_GOAL := help
 
 help:
 	@echo "make run        build the tool and open it in the simulated building (screenshots without a display)"
 	@echo "make test       build and test everything: Linux, Windows under Wine, end to end, help, installer, format"
+	@echo "make x86        test the x86 programs as well, in a small system with 32-bit Wine that is made once"
 	@echo "make check      static checks with clang-tidy, and which lines the core tests run"
 	@echo "make bench      measure the hot paths"
 	@echo "make fuzz       feed the parsers with bad input for a minute each"
@@ -18,7 +19,7 @@ help:
 	@echo "make clean      remove everything that was built"
 	@echo "What is missing of the Debian packages in scripts/packages.txt is installed first."
 
-run test check bench fuzz torture shots manual installer release format:
+run test x86 check bench fuzz torture shots manual installer release format:
 	@scripts/$@.sh
 
 clean:

@@ -51,12 +51,16 @@ fi
 
 if build win32 programs; then
   check "Check the x86 programs" check-win32 scripts/check-programs.sh build/win32 pei-i386
-  if ! runs_x86; then
-    skipped x86-on-wine "Tests of the x86 programs: NOT RUN, Wine here runs no 32-bit programs; only their build was checked"
-  elif build win32 all; then
-    wine_tests win32
+  if runs_x86; then
+    tests_x86=(wine_tests win32)
+  elif scripts/x86.sh --there; then
+    tests_x86=(scripts/x86.sh --tests)
   else
-    broken build-win32-tests
+    tests_x86=()
+    skipped x86-on-wine "Tests of the x86 programs: NOT RUN, Wine here runs no 32-bit programs (\`make x86\` brings one that does); only their build was checked"
+  fi
+  if [ ${#tests_x86[@]} -gt 0 ]; then
+    if build win32 all; then "${tests_x86[@]}"; else broken build-win32-tests; fi
   fi
 else
   broken build-win32

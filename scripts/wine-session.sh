@@ -6,6 +6,7 @@
 # ends with it. A prefix that is not there yet is made from build/wine-template, in a moment and with little disk
 # space; one that is there is used again, with what earlier sessions left in its registry.
 #
+#   WINE_TEMPLATE=build/wine-template
 #   WINE_DISPLAY=user      the caller's display instead of a private one
 #   SESSION_TIMEOUT=600    seconds until COMMAND is ended; 0 for no limit
 #
@@ -14,7 +15,7 @@ set -u
 [ $# -ge 2 ] || { sed -n '2,/^set/s/^# \{0,1\}//p' "$0"; exit 2; }
 prefix=$(realpath -m "$1")
 shift
-template=$(realpath -m "$(dirname "$0")/../build/wine-template")
+template=$(realpath -m "$(dirname "$0")/../${WINE_TEMPLATE:-build/wine-template}")
 limit=${SESSION_TIMEOUT:-600}
 
 export WINEPREFIX=$prefix WINEARCH=win64 WINEDEBUG=${WINEDEBUG:--all}

@@ -287,32 +287,6 @@ void fMain::Help() {
   ShowHelp(platform_, settings_, strings_, topic);
 }
 
-bool fMain::Unsaved() {
-  if (ending_ || Refused()) return false;
-  return pages_.AnyPageChanged() || locationChanged_;
-}
-
-std::string fMain::WhyNotEnd() {
-  if (activity_.Busy()) {
-    return strings_.GetStrings("The configuration tool is busy. Please try again when it has finished.");
-  }
-  return Unsaved() ? strings_.GetStrings("All unsaved changes will be lost.") : std::string();
-}
-
-bool fMain::MayClose() {
-  if (Refused()) return true;
-  if (activity_.Busy()) return false;
-  if (!Unsaved()) return true;
-  bool mayClose = false;
-  Command("Cancel", [&] {
-    mayClose = platform_.prompts.Ask(
-                   {strings_.GetStrings("All unsaved changes will be lost.") + "\r\n" +
-                        strings_.GetStrings("Are you sure you want to close the configuration tool?"),
-                    settings_.title, ui::Buttons::kYesNoCancel, ui::Icon::kQuestion}) == ui::Answer::kYes;
-  });
-  return mayClose;
-}
-
 void fMain::ChooseLanguage() {
   if (activity_.Busy() || ending_) return;
   if (language_.Open()) Command("Language", [this] { ReInitializeStrings(); });

@@ -1,4 +1,5 @@
-// The main window's saves and refreshes: the location, OK and Apply, and transactions of single pages.
+// The main window's saves and refreshes: the location, OK and Apply, transactions of single pages, and the question
+// before unsaved changes are lost.
 #include <algorithm>
 
 #include "automation/error.h"
@@ -152,6 +153,32 @@ SaveResult fMain::Transact(std::string_view routine, std::string_view location,
   const SaveResult result = RunTransaction(context_, routine, location, work);
   // Without an entry there is nothing to judge a lost answer by.
   return journal_.Entries().empty() ? result : ReportSave(context_, result, routine, location).result;
+}
+
+bool fMain::Unsaved() {
+  if (ending_ || Refused()) return false;
+  return pages_.AnyPageChanged() || locationChanged_;
+}
+
+std::string fMain::WhyNotEnd() {
+  if (activity_.Busy()) {
+    return strings_.GetStrings("The configuration tool is busy. Please try again when it has finished.");
+  }
+  return Unsaved() ? strings_.GetStrings("All unsaved changes will be lost.") : std::string();
+}
+
+bool fMain::MayClose() {
+  if (Refused()) return true;
+  if (activity_.Busy()) return false;
+  if (!Unsaved()) return true;
+  bool mayClose = false;
+  Command("Cancel", [&] {
+    mayClose = platform_.prompts.Ask(
+                   {strings_.GetStrings("All unsaved changes will be lost.") + "\r\n" +
+                        strings_.GetStrings("Are you sure you want to close the configuration tool?"),
+                    settings_.title, ui::Buttons::kYesNoCancel, ui::Icon::kQuestion}) == ui::Answer::kYes;
+  });
+  return mayClose;
 }
 
 }  // namespace shell

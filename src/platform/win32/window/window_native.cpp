@@ -123,6 +123,23 @@ std::optional<LRESULT> NativeWindow::Handle(UINT message, WPARAM wParam, LPARAM 
       return std::nullopt;
     case WM_SETCURSOR:
       return context_.loop.ShowPointer() ? std::optional<LRESULT>(TRUE) : std::nullopt;
+    case WM_TIMER:  // the only one that it has
+      LeaveTopmost();
+      return 0;
+    case WM_CLOSE:
+      context_.loop.RunOutsideSend([weak = weak_from_this()] {
+        const auto self = weak.lock();
+        if (self && self->Alive()) self->CloseAsked();
+      });
+      return 0;
+    default:
+      return HandleSystem(message, wParam, lParam);
+  }
+}
+
+// What becomes of the desktop and of the session.
+std::optional<LRESULT> NativeWindow::HandleSystem(UINT message, WPARAM wParam, LPARAM lParam) {
+  switch (message) {
     case WM_DPICHANGED:
       DensityChanged(LOWORD(wParam), *reinterpret_cast<const RECT*>(lParam));
       return 0;
@@ -137,19 +154,10 @@ std::optional<LRESULT> NativeWindow::Handle(UINT message, WPARAM wParam, LPARAM 
     case WM_DISPLAYCHANGE:
       QueueArrange();
       return std::nullopt;
-    case WM_TIMER:  // the only one that it has
-      LeaveTopmost();
-      return 0;
     case WM_QUERYENDSESSION:
       return SessionMayEnd();
     case WM_ENDSESSION:
       SessionEnds(wParam != FALSE);
-      return 0;
-    case WM_CLOSE:
-      context_.loop.RunOutsideSend([weak = weak_from_this()] {
-        const auto self = weak.lock();
-        if (self && self->Alive()) self->CloseAsked();
-      });
       return 0;
     default:
       return std::nullopt;

@@ -69,6 +69,7 @@ class NativeWindow : public ui::WindowPeer, public std::enable_shared_from_this<
  private:
   static LRESULT CALLBACK Procedure(HWND window, UINT message, WPARAM wParam, LPARAM lParam);
   std::optional<LRESULT> Handle(UINT message, WPARAM wParam, LPARAM lParam);
+  std::optional<LRESULT> HandleSystem(UINT message, WPARAM wParam, LPARAM lParam);
   void Command(WPARAM wParam);
   void Activated(bool active);
   void UseDensity(int dpi);
