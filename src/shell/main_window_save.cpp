@@ -1,5 +1,5 @@
-// The main window's saves and refreshes: the location, OK and Apply, transactions of single pages, and the question
-// before unsaved changes are lost.
+// The main window's saves and refreshes: the location, OK and Apply, transactions of single pages, and the
+// question before unsaved changes are lost.
 #include <algorithm>
 
 #include "automation/error.h"
