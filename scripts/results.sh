@@ -38,6 +38,16 @@ gtest() {
   say "  $title: $(tally "$found"), $(elapsed "$started")"
 }
 
+# gtest_shares TITLE NAME COMMAND...: the same in as many processes as there are processors, each with its share.
+gtest_shares() {
+  local shares share
+  shares=$(nproc)
+  for ((share = 0; share < shares; share++)); do
+    GTEST_TOTAL_SHARDS=$shares GTEST_SHARD_INDEX=$share gtest "$1, share $((share + 1)) of $shares" "$2-$share" "${@:3}" &
+  done
+  wait
+}
+
 # tally FILE...: the counts in words.
 tally() {
   awk '{ n[$1]++ } END {

@@ -29,7 +29,7 @@ void Csv::Add(std::span<const std::string> cells) {
 }
 
 std::string Csv::Cell(const std::string& text) const {
-  const std::string cell = LooksLikeFormula(text, numbers_) ? "'" + text : text;
+  std::string cell = LooksLikeFormula(text, numbers_) ? "'" + text : text;
   if (cell.find_first_of(std::string("\"\r\n") + separator_) == std::string::npos) return cell;
   return "\"" + base::ReplaceAll(cell, "\"", "\"\"") + "\"";
 }
