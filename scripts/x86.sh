@@ -43,12 +43,14 @@ make_root() {
   echo "deb $site $release main" |
     mmdebstrap --architectures=amd64,i386 --variant=apt --aptopt='APT::Install-Recommends "false"' --include="$packages" \
       "$release" "$root" - &&
-    in_root wine --version && touch "$root/made"
+    echo "127.0.0.1 localhost" >"$root/etc/hosts" && in_root wine --version && touch "$root/made"
 }
 
 tests() {
   rm -rf build/wine-x86
   in_root env SESSION_TIMEOUT=900 scripts/wine-session.sh build/wine-x86 scripts/wine-tests.sh win32 || broken wine-session-win32
+  rm -rf build/wine-x86
+  in_root scripts/wine-session.sh build/wine-x86 scripts/both-widths.sh || broken both-widths
 }
 
 case ${1:-} in
