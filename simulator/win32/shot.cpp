@@ -44,6 +44,9 @@ void Start(const std::wstring& program, const std::wstring& window, const std::w
                       &start, &information)) {
     throw base::Error("the picture program cannot be started: " + win32::LastErrorText());
   }
+  // Of a program that is none of this system's Wine gives no process, and in the other members whatever was
+  // there.
+  if (!information.hProcess) return;
   const win32::Handle process(information.hProcess);
   const win32::Handle thread(information.hThread);
 }
