@@ -3,7 +3,7 @@
 #pragma once
 
 #define TARN_MAJOR 1
-#define TARN_MINOR 0
+#define TARN_MINOR 1
 #define TARN_REVISION 0
 #define TARN_PRODUCT "KV-TARN Configuration"
 #define TARN_COMPANY "Veldran, Inc"

@@ -8,9 +8,9 @@ version=$(scripts/version.sh)
 
 # stage_tool WIDTH PRESET: a tool with what it wants beside it.
 stage_tool() {
-  mkdir -p "$out/stage/program/$1/HelpFile" &&
+  mkdir -p "$out/stage/program/$1" &&
     cp "build/$2/QVRKvTARNCfg.exe" "build/$2/generated/QVRKvTARNCfg.tlb" "$out/stage/program/$1" &&
-    cp "build/help/TARN-M Help File.chm" "$out/stage/program/$1/HelpFile"
+    cp -r build/help/HelpFile "$out/stage/program/$1"
 }
 
 # stage_building WIDTH PRESET: the virtual building, beside the tool.
@@ -63,7 +63,7 @@ pack() {
 
 if [ "${BASH_SOURCE[0]}" = "$0" ]; then
   begin "Make the installer in $out"
-  [ -f "build/help/TARN-M Help File.chm" ] || scripts/manual.sh || finish 1
+  [ -d build/help/HelpFile ] || scripts/manual.sh || finish 1
   scripts/setup.sh && build asan write_template && build win64 programs && build win32 programs || finish 1
   setup=$out/KV-TARN-Configuration-$version.exe
   step "Collect what is installed" stage stage && step "Pack $setup" pack pack stage "$version" "$setup"

@@ -8,11 +8,20 @@ begin "Make the release"
 name=KV-TARN-Configuration-$(scripts/version.sh)
 folder=build/release/$name
 
+# The manual in each language, without what only the help files are made of.
+cp_manual() {
+  local language
+  for language in $(ls help/topics); do
+    mkdir -p "$folder/manual/$language" &&
+      cp build/help/"$language"/*.{html,css,png} "$folder/manual/$language" || return
+  done
+}
+
 pack() {
   rm -rf "$folder" "$folder.zip"
   mkdir -p "$folder/manual" "$folder/licences"
   cp build/installer/"$name".exe "$folder" &&
-    cp build/help/*.html build/help/*.css build/help/*.png "$folder/manual" &&
+    cp_manual &&
     scripts/licences.sh "$folder/licences" &&
     (cd "$folder" && sha256sum ./*.exe >SHA256SUMS) || return
   # The same content makes the same archive: names in order, times of the last change of the sources.

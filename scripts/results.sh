@@ -2,7 +2,7 @@
 # Sourced by the test scripts: runs test programs and counts. Each result is one line in a file of build/results, so
 # that scripts in other processes add to the same count.
 
-results=build/results
+results=${RESULTS:-build/results}
 
 # broken NAME: a step that could not be done counts as one failure.
 broken() { echo "FAIL $1" >>"$results/steps"; }

@@ -18,24 +18,25 @@ bool IsExplained(const ui::Control& control) {
   return fields::IsValue(control) || control.GetKind() == ui::Kind::kButton;
 }
 
-std::string Accepts(const ui::Control& control, const fields::Caption& caption, const Range* range) {
+std::string Accepts(const Language& language, const ui::Control& control, const fields::Caption& caption,
+                    const Range* range) {
   switch (control.GetKind()) {
     case ui::Kind::kTextBox:
       if (!range) return "";
-      return fmt::format("{} to {}{}{}", range->lowest, range->highest, caption.unit.empty() ? "" : " ",
-                         caption.unit);
+      return RangeText(language, range->lowest, range->highest) + (caption.unit.empty() ? "" : " ") +
+             caption.unit;
     case ui::Kind::kListBox:
       return base::Join(static_cast<const ui::ListBox&>(control).Items(), "\n");
     case ui::Kind::kCheckBox:
-      return "on or off";
+      return std::string(language.onOrOff);
     case ui::Kind::kOptionButton:
-      return "one of the group";
+      return std::string(language.oneOfGroup);
     default:
       return "";
   }
 }
 
-std::vector<Field> FieldsNow(tests::Tool& tool, const Ranges& ranges) {
+std::vector<Field> FieldsNow(tests::Tool& tool, const Language& language, const Ranges& ranges) {
   std::vector<Field> fields;
   shell::PageSet& pages = tool.Main().Pages();
   for (std::size_t i = 0; i < pages.Count(); ++i) {
@@ -46,7 +47,8 @@ std::vector<Field> FieldsNow(tests::Tool& tool, const Ranges& ranges) {
       const auto range = ranges.find(page.Name() + "." + control->Name());
       Field field{page.Name(), control->Name(), control->VisibleInFrame(), fields::CaptionOf(*control), "",
                   ""};
-      field.metric = Accepts(*control, field.caption, range == ranges.end() ? nullptr : &range->second);
+      field.metric =
+          Accepts(language, *control, field.caption, range == ranges.end() ? nullptr : &range->second);
       fields.push_back(std::move(field));
     }
   }
@@ -78,22 +80,44 @@ void Check(const Topic& topic, const std::vector<Field>& fields) {
 
 std::string Lines(const std::string& text) { return base::ReplaceAll(Escape(text), "\n", "<br>"); }
 
-std::string CaptionCell(const fields::Caption& caption) {
-  std::string cell;
-  if (!caption.frame.empty()) cell = fmt::format("<small>{}</small><br>", Escape(caption.frame));
-  return cell + Escape(fields::NameOf(caption));
-}
-
 std::string AcceptsCell(const Field& field) {
   if (field.metric == field.imperial) return Lines(field.metric);
   return Lines(field.metric) + "<br>" + Lines(field.imperial);
 }
 
 struct Row {
-  std::string captions;
-  std::string accepts;
   std::string frame;
+  std::vector<std::string> names;
+  std::string accepts;
 };
+
+// Names that count on, as "Output 1, Usage" to "Output 7, Usage", stand in one line.
+std::vector<std::string> Condensed(const std::vector<std::string>& names, const Language& language) {
+  constexpr std::string_view kDigits = "0123456789";
+  const auto last = [&](std::size_t first, const std::string& before, const std::string& behind, int number) {
+    std::size_t i = first;
+    while (i + 1 < names.size() && names[i + 1] == before + std::to_string(number + 1) + behind)
+      ++i, ++number;
+    return i;
+  };
+  std::vector<std::string> lines;
+  for (std::size_t i = 0; i < names.size(); ++i) {
+    const std::string& name = names[i];
+    const std::size_t digits = name.find_first_of(kDigits);
+    lines.push_back(name);
+    if (digits == name.npos) continue;
+    const std::size_t end = std::min(name.find_first_not_of(kDigits, digits), name.size());
+    const std::string before = name.substr(0, digits), behind = name.substr(end);
+    const int first = std::stoi(name.substr(digits, end - digits));
+    const std::size_t to = last(i, before, behind, first);
+    if (to < i + 2) continue;
+    const auto count = static_cast<int>(to - i);
+    lines.back() =
+        before + RangeText(language, std::to_string(first), std::to_string(first + count)) + behind;
+    i = to;
+  }
+  return lines;
+}
 
 // Fields that accept the same stand in one row.
 std::vector<Row> RowsOf(const Note& note, const std::string& page, const std::vector<Field>& fields) {
@@ -106,13 +130,17 @@ std::vector<Row> RowsOf(const Note& note, const std::string& page, const std::ve
   std::vector<Row> rows;
   for (const Field* field : explained) {
     const std::string accepts = AcceptsCell(*field);
-    if (!rows.empty() && rows.back().accepts == accepts && rows.back().frame == field->caption.frame) {
-      rows.back().captions += "<br>" + Escape(fields::NameOf(field->caption));
-    } else {
-      rows.push_back({CaptionCell(field->caption), accepts, field->caption.frame});
-    }
+    if (rows.empty() || rows.back().accepts != accepts || rows.back().frame != field->caption.frame)
+      rows.push_back({field->caption.frame, {}, accepts});
+    rows.back().names.push_back(fields::NameOf(field->caption));
   }
   return rows;
+}
+
+std::string CaptionCell(const Row& row, const Language& language) {
+  std::string cell;
+  if (!row.frame.empty()) cell = fmt::format("<small>{}</small><br>", Escape(row.frame));
+  return cell + Lines(base::Join(Condensed(row.names, language), "\n"));
 }
 
 }  // namespace
@@ -126,24 +154,33 @@ std::string Escape(std::string_view text) {
   return escaped;
 }
 
-std::vector<Field> ReadFields() {
+std::map<std::string, std::vector<Field>, std::less<>> ReadFields() {
   tests::Tool tool;
   tool.Open(tests::kAssigned);
   RangeFinder finder(tool);
-  std::vector<Field> fields = FieldsNow(tool, finder.Find());
+  std::map<std::string, std::vector<Field>, std::less<>> all;
+  const auto inEachLanguage = [&](const Ranges& ranges, const auto& take) {
+    for (const Language& language : Languages()) {
+      tool.UseLanguage(std::string(language.name));
+      take(all[std::string(language.name)], FieldsNow(tool, language, ranges));
+    }
+  };
+  inEachLanguage(finder.Find(), [](auto& fields, auto now) { fields = std::move(now); });
   tool.Find<ui::OptionButton>(fmt::format("optUnit({})", kImperialButton)).Click();
-  const std::vector<Field> imperial = FieldsNow(tool, finder.Find());
-  for (std::size_t i = 0; i < fields.size(); ++i) fields[i].imperial = imperial.at(i).metric;
-  return fields;
+  inEachLanguage(finder.Find(), [](auto& fields, const auto& now) {
+    for (std::size_t i = 0; i < fields.size(); ++i) fields[i].imperial = now.at(i).metric;
+  });
+  return all;
 }
 
-std::string FieldTable(const Topic& topic, const std::vector<Field>& fields) {
+std::string FieldTable(const Topic& topic, const std::vector<Field>& fields, const Language& language) {
   Check(topic, fields);
-  std::string html = "<table>\n<tr><th>Field</th><th>Accepts</th><th>Meaning</th></tr>\n";
+  std::string html = fmt::format("<table>\n<tr><th>{}</th><th>{}</th><th>{}</th></tr>\n", language.field,
+                                 language.accepts, language.meaning);
   for (const Note& note : topic.notes) {
     const std::vector<Row> rows = RowsOf(note, topic.page, fields);
     for (std::size_t i = 0; i < rows.size(); ++i) {
-      html += fmt::format("<tr><td>{}</td><td>{}</td>", rows[i].captions, rows[i].accepts);
+      html += fmt::format("<tr><td>{}</td><td>{}</td>", CaptionCell(rows[i], language), rows[i].accepts);
       if (i == 0) html += fmt::format("<td rowspan=\"{}\">{}</td>", rows.size(), note.text);
       html += "</tr>\n";
     }

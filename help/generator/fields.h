@@ -7,6 +7,7 @@
 #include <vector>
 
 #include "fields/caption.h"
+#include "help/generator/language.h"
 #include "help/generator/topic.h"
 
 namespace help {
@@ -20,12 +21,14 @@ struct Field {
   std::string imperial;  // the same in the other units
 };
 
-/// All fields of the value pages in the order of the layouts. Throws base::Error or automation::Error.
-std::vector<Field> ReadFields();
+/// All fields of the value pages in the order of the layouts, by the name of the language in which the pages
+/// speak. Throws base::Error or automation::Error.
+std::map<std::string, std::vector<Field>, std::less<>> ReadFields();
 
-/// The table of the fields that the notes of `topic` explain, as HTML. Throws base::Error naming the controls
-/// of the page that no note explains, and notes about controls that the page does not have.
-std::string FieldTable(const Topic& topic, const std::vector<Field>& fields);
+/// The table of the fields that the notes of `topic` explain, as HTML in the words of `language`. Throws
+/// base::Error naming the controls of the page that no note explains, and notes about controls that the page
+/// does not have.
+std::string FieldTable(const Topic& topic, const std::vector<Field>& fields, const Language& language);
 
 /// `text` with the characters that HTML takes for its own written otherwise.
 std::string Escape(std::string_view text);

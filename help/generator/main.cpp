@@ -1,4 +1,6 @@
-// usage: help_generator TOPICS PICTURES FOLDER    writes the help from the folders of its topics and pictures
+// usage: help_generator TOPICS PICTURES FOLDER
+//
+// Writes the help in every language. Each of the three folders has one for each language.
 #include <algorithm>
 #include <cstdio>
 #include <exception>
@@ -26,16 +28,26 @@ std::vector<help::Topic> ReadTopics(const fs::path& folder) {
   return topics;
 }
 
-void WriteManual(const fs::path& topics, const fs::path& pictures, const fs::path& folder) {
-  std::map<int, std::string> asked;
-  for (const shell::PageEntry& page : pages::PageTable()) {
-    asked[page.helpTopic] = page.showsDeviceValues ? page.pageClass : "";
-  }
-  const help::Manual manual = help::MakeManual(ReadTopics(topics), help::ReadFields(), asked);
+void Write(const help::Manual& manual, const fs::path& pictures, const fs::path& folder) {
+  fs::create_directories(folder);
   for (const auto& [name, content] : manual.files) simulator::ReplaceFile(folder / name, content);
   for (const std::string& picture : manual.pictures) {
     if (!fs::exists(pictures / picture)) throw base::Error("the picture " + picture + " is missing");
     fs::copy_file(pictures / picture, folder / picture, fs::copy_options::overwrite_existing);
+  }
+}
+
+void WriteManuals(const fs::path& topics, const fs::path& pictures, const fs::path& folder) {
+  std::map<int, std::string> asked;
+  for (const shell::PageEntry& page : pages::PageTable()) {
+    asked[page.helpTopic] = page.showsDeviceValues ? page.pageClass : "";
+  }
+  const auto fields = help::ReadFields();
+  const std::vector<help::Topic> english = ReadTopics(topics / help::Languages().front().name);
+  for (const help::Language& language : help::Languages()) {
+    const auto own = help::Translated(english, ReadTopics(topics / language.name));
+    Write(help::MakeManual(language, own, fields.at(std::string(language.name)), asked),
+          pictures / language.name, folder / language.name);
   }
 }
 
@@ -44,7 +56,7 @@ void WriteManual(const fs::path& topics, const fs::path& pictures, const fs::pat
 int main(int count, char** arguments) {
   try {
     if (count != 4) throw base::Error("usage: help_generator TOPICS PICTURES FOLDER");
-    WriteManual(arguments[1], arguments[2], arguments[3]);
+    WriteManuals(arguments[1], arguments[2], arguments[3]);
     return 0;
   } catch (const std::exception& error) {
     std::fprintf(stderr, "help: %s\n", error.what());

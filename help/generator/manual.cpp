@@ -14,9 +14,9 @@ namespace {
 constexpr const char* kTitle = "KV-TARN Configuration";
 
 constexpr const char* kHead = R"(<!DOCTYPE html>
-<html lang="en">
+<html lang="{2}">
 <head>
-<meta http-equiv="Content-Type" content="text/html; charset=utf-8">
+<meta http-equiv="Content-Type" content="text/html; charset=windows-1252">
 <title>{0}</title>
 <link rel="stylesheet" href="manual.css">
 </head>
@@ -46,11 +46,11 @@ Index file=index.hhk
 Default topic={0}
 Default Window=Main
 Full-text search=Yes
-Language=0x409 English (United States)
-Title={1} Help
+Language={2}
+Title={1} - {3}
 
 [WINDOWS]
-Main="{1} Help","contents.hhc","index.hhk","{0}","{0}",,,,,0x63520,240,0x387e,[60,40,1060,760],,,,,,,0
+Main="{1} - {3}","contents.hhc","index.hhk","{0}","{0}",,,,,0x63520,240,0x387e,[60,40,1060,760],,,,,,,0
 
 )";
 
@@ -85,11 +85,13 @@ std::string TakePictures(std::string text, std::set<std::string>& pictures) {
   return text;
 }
 
-std::string Html(const Topic& topic, const std::vector<Topic>& topics, const std::vector<Field>& fields) {
+std::string Html(const Language& language, const Topic& topic, const std::vector<Topic>& topics,
+                 const std::vector<Field>& fields) {
   std::string text = topic.text;
-  if (!topic.notes.empty()) text = base::ReplaceAll(text, "{fields}", FieldTable(topic, fields));
+  if (!topic.notes.empty()) text = base::ReplaceAll(text, "{fields}", FieldTable(topic, fields, language));
   text = base::ReplaceAll(text, "{contents}", ContentsList(topics));
-  return fmt::format(kHead, Escape(topic.title), topics.front().file) + text + "</body>\n</html>\n";
+  return fmt::format(kHead, Escape(topic.title), topics.front().file, language.code) + text +
+         "</body>\n</html>\n";
 }
 
 void CheckNumbers(const std::vector<Topic>& topics, const std::map<int, std::string>& asked) {
@@ -120,8 +122,8 @@ void CheckLinks(const std::string& file, const std::string& html, const std::vec
 
 }  // namespace
 
-Manual MakeManual(const std::vector<Topic>& topics, const std::vector<Field>& fields,
-                  const std::map<int, std::string>& asked) {
+Manual MakeManual(const Language& language, const std::vector<Topic>& topics,
+                  const std::vector<Field>& fields, const std::map<int, std::string>& asked) {
   CheckNumbers(topics, asked);
   Manual manual;
   manual.files.emplace_back("manual.css", kStyle);
@@ -131,7 +133,7 @@ Manual MakeManual(const std::vector<Topic>& topics, const std::vector<Field>& fi
   std::string aliases = "\n[ALIAS]\n";
   std::string map = "\n[MAP]\n";
   for (const Topic& topic : topics) {
-    const std::string html = TakePictures(Html(topic, topics, fields), manual.pictures);
+    const std::string html = TakePictures(Html(language, topic, topics, fields), manual.pictures);
     CheckLinks(topic.file, html, topics);
     manual.files.emplace_back(topic.file, html);
     contents += Entry(topic.title, topic.file);
@@ -144,8 +146,9 @@ Manual MakeManual(const std::vector<Topic>& topics, const std::vector<Field>& fi
   for (const std::string& picture : manual.pictures) names += picture + "\n";
   manual.files.emplace_back("contents.hhc", SiteMap(contents));
   manual.files.emplace_back("index.hhk", SiteMap(keywords));
-  manual.files.emplace_back("help.hhp",
-                            fmt::format(kProject, topics.front().file, kTitle) + names + aliases + map);
+  manual.files.emplace_back(
+      "help.hhp", fmt::format(kProject, topics.front().file, kTitle, language.project, language.help) +
+                      names + aliases + map);
   return manual;
 }
 

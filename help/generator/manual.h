@@ -1,5 +1,5 @@
-// Makes the help of its topics: one HTML page each, and the project, contents and index files from which the
-// help compiler makes the help file.
+// Makes the help in one language of its topics: one HTML page each, and the project, contents and index files
+// from which the help compiler makes the help file.
 #pragma once
 
 #include <map>
@@ -9,6 +9,7 @@
 #include <vector>
 
 #include "help/generator/fields.h"
+#include "help/generator/language.h"
 #include "help/generator/topic.h"
 
 namespace help {
@@ -22,7 +23,7 @@ struct Manual {
 /// numbers by which the program asks, each with the page whose fields that topic must explain, or nothing.
 /// Throws base::Error for a number that no topic has or two have, a page that its topic does not explain, a
 /// link to no topic, and what FieldTable finds.
-Manual MakeManual(const std::vector<Topic>& topics, const std::vector<Field>& fields,
-                  const std::map<int, std::string>& asked);
+Manual MakeManual(const Language& language, const std::vector<Topic>& topics,
+                  const std::vector<Field>& fields, const std::map<int, std::string>& asked);
 
 }  // namespace help

@@ -2,6 +2,8 @@
 
 #include <fmt/format.h>
 
+#include <algorithm>
+
 #include "base/error.h"
 #include "base/numbers.h"
 #include "base/text.h"
@@ -32,7 +34,8 @@ class Parser {
     if (topic_.title.empty()) Fail("it has no title");
     for (; at_ < lines_.size(); ++at_) TakeLine(lines_[at_]);
     if (inNotes_) Fail("{fields} without {end}");
-    if (topic_.page.empty() != topic_.notes.empty()) Fail("a page needs notes between {fields} and {end}");
+    if (!translated_ && topic_.page.empty() != topic_.notes.empty())
+      Fail("a page needs notes between {fields} and {end}");
     return std::move(topic_);
   }
 
@@ -51,6 +54,8 @@ class Parser {
       topic_.number = base::Numbers().ToInt16(value);
     } else if (key == "page") {
       topic_.page = value;
+    } else if (key == "english") {
+      translated_ = true;  // scripts/check-translations.sh compares
     } else if (key == "keywords") {
       topic_.keywords = TrimmedPieces(value, ";");
     } else {
@@ -79,11 +84,26 @@ class Parser {
   Topic topic_;
   std::size_t at_ = 0;
   bool inNotes_ = false;
+  bool translated_ = false;
 };
 
 }  // namespace
 
 Topic ParseTopic(std::string_view name, std::string_view content) { return Parser(name, content).Parse(); }
+
+std::vector<Topic> Translated(std::vector<Topic> english, const std::vector<Topic>& topics) {
+  for (const Topic& topic : topics) {
+    const auto found = std::ranges::find(english, topic.file, &Topic::file);
+    if (found == english.end()) throw base::Error(topic.file + ": there is no such topic in English");
+    if (found->notes.empty() != topic.notes.empty())
+      throw base::Error(topic.file + ": the English topic and this one do not explain the same fields");
+    Topic translated = topic;
+    translated.number = found->number;
+    translated.page = found->page;
+    *found = std::move(translated);
+  }
+  return english;
+}
 
 bool Names(std::string_view name, std::string_view control) {
   return control == name || (control.starts_with(name) && control[name.size()] == '(');

@@ -54,6 +54,15 @@ std::string NameOf(HWND window) {
   return win32::Utf8({name, length});
 }
 
+std::string ShownForm(HWND window) {
+  std::string shown;
+  EachChild(window, [&](HWND child) {
+    const std::string name = NameOf(child);
+    if (shown.empty() && !name.empty() && name.find('.') == name.npos && OnScreen(child)) shown = name;
+  });
+  return shown;
+}
+
 std::vector<HWND> FindForms(std::string_view name) {
   std::vector<HWND> found;
   EachTopWindow([&](HWND window) {

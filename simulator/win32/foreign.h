@@ -18,6 +18,9 @@ HWND FindNamed(std::string_view name);
 /// All top-level windows of that name, hidden ones too.
 std::vector<HWND> FindForms(std::string_view name);
 
+/// The name of the outermost form that is shown inside of `window`, as a page is; empty without one.
+std::string ShownForm(HWND window);
+
 /// The text of the window's TarnName, empty when it has none.
 std::string NameOf(HWND window);
 

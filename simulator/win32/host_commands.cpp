@@ -81,6 +81,11 @@ void WriteRegistry(Stage&, Words words) {
                             words[3].text);
 }
 
+// Of all plug-ins, before a tool is started.
+void ChooseLanguage(Stage& stage, Words words) {
+  stage.OnHost([name = words[0].text](Host& host) { host.GetBuilding().Language().Put("Language", name); });
+}
+
 // NAME = question
 void Remember(Stage& stage, Words words) {
   if (PlaceOfEquals(words) != 1) throw base::Error("expected remember NAME = ...");
@@ -182,6 +187,7 @@ constexpr Command kCommands[] = {
     {"send", "COMMAND CLASS KEY", 3, 3, Send},
     {"tool", "PROPERTY = value", 3, 3, SetToolProperty},
     {"registry", "KEY NAME = text", 4, 4, WriteRegistry},
+    {"language", "NAME", 1, 1, ChooseLanguage},
     {"release", "", 0, 0, Release},
     {"expect", "QUESTION = text", 3, 10, Expect},
     {"remember", "NAME = QUESTION | \"text\"", 3, 10, Remember},

@@ -53,6 +53,11 @@ void Start(const std::wstring& program, const std::wstring& window, const std::w
 
 }  // namespace
 
+void UseShotFolder(const std::string& name) {
+  const std::wstring folder = Environment(L"SIMHOST_SHOTS") + L"/" + win32::Wide(name);
+  SetEnvironmentVariableW(L"SIMHOST_SHOTS", folder.c_str());
+}
+
 void TakeShot(HWND window, const std::string& name, const Patience& patience) {
   const std::wstring program = Environment(L"SIMHOST_SHOT");
   if (program.empty()) return WriteLine("        (no picture: SIMHOST_SHOT is not set)");

@@ -11,6 +11,9 @@
 
 namespace simhost {
 
+/// Further pictures go to this folder below that of all pictures.
+void UseShotFolder(const std::string& name);
+
 /// Brings the window to the front and waits until the file `name`.png is there. Throws base::Error.
 void TakeShot(HWND window, const std::string& name, const Patience& patience);
 

@@ -14,6 +14,7 @@ constexpr char kMainWindow[] = "fMain";
 constexpr char kProgressWindow[] = "fLoading";
 constexpr char kPageList[] = "fMain.lvwConfig";
 constexpr char kLogList[] = "fMessage.ListView1";
+constexpr char kTextsOfTool[] = "RoofTopConfiguration";
 
 bool Shown(const std::string& name) {
   HWND window = FindNamed(name);
@@ -67,8 +68,20 @@ void Open(Stage& stage, Words words) {
   WaitIdle(stage, Words(window).last(1));
 }
 
+// What the tool shows for an English text in the language chosen for all plug-ins; other texts as they are.
+std::string InLanguage(Stage& stage, const std::string& text) {
+  return stage.OnHost([text](Host& host) {
+    try {
+      const auto texts = host.GetBuilding().Language().Call("Section", kTextsOfTool).AsObject();
+      return texts.Get("Item", base::Upper(base::Trim(text))).AsText();
+    } catch (const automation::Error&) {
+      return text;
+    }
+  });
+}
+
 void Page(Stage& stage, Words words) {
-  person::ClickRow(Named(stage, kPageList), words[0].text, stage.patience);
+  person::ClickRow(Named(stage, kPageList), InLanguage(stage, words[0].text), stage.patience);
   WaitIdle(stage, {});
 }
 
@@ -84,12 +97,19 @@ void PressKeys(Stage& stage, Words words) {
   for (const Word& key : words.subspan(1)) person::Press(Named(stage, words[0].text), key.text);
 }
 
+// A letter, or the underlined one of an English caption in the language of the tool.
+char MenuLetter(Stage& stage, const std::string& word) {
+  if (word.size() == 1) return word[0];
+  const std::string caption = InLanguage(stage, word);
+  const std::size_t mark = caption.find('&');
+  if (mark + 1 >= caption.size()) throw base::Error("\"" + caption + "\" has no underlined letter");
+  return caption[mark + 1];
+}
+
 void Menu(Stage& stage, Words words) {
-  if (words[0].text.size() != 1 || words[1].text.size() != 1) {
-    throw base::Error("expected the letter of a menu and that of an entry");
-  }
   WaitIdle(stage, {});
-  person::ChooseInMenu(Named(stage, kMainWindow), words[0].text[0], words[1].text[0], stage.patience);
+  const char menu = MenuLetter(stage, words[0].text);
+  person::ChooseInMenu(Named(stage, kMainWindow), menu, MenuLetter(stage, words[1].text), stage.patience);
 }
 
 void Popup(Stage& stage, Words words) {
@@ -168,15 +188,17 @@ void Shot(Stage& stage, Words words) {
   TakeShot(window, words[0].text, stage.patience);
 }
 
-// A picture of each page, named by its caption in the list.
+void ShotFolder(Stage&, Words words) { UseShotFolder(words[0].text); }
+
+// A picture of each page, named by its window class.
 void ShotPages(Stage& stage, Words) {
   const ForeignList list(Named(stage, kPageList));
   for (int row = 0; row < list.Rows(); ++row) {
     const std::string caption = list.Cell(row, 0);
     person::ClickRow(FindNamed(kPageList), caption, stage.patience);
     WaitIdle(stage, {});
-    TakeShot(Named(stage, kMainWindow), "page-" + base::ReplaceAll(base::Trim(caption), " ", "-"),
-             stage.patience);
+    HWND main = Named(stage, kMainWindow);
+    TakeShot(main, "page-" + ShownForm(main), stage.patience);
   }
 }
 
@@ -189,7 +211,7 @@ constexpr Command kCommands[] = {
     {"select", "LIST text", 2, 2, Select},
     {"type", "NAME text", 2, 2, TypeText},
     {"key", "NAME {TAB} ...", 2, 20, PressKeys},
-    {"menu", "LETTER LETTER", 2, 2, Menu},
+    {"menu", "LETTER|CAPTION LETTER|CAPTION", 2, 2, Menu},
     {"popup", "NAME LETTER", 2, 2, Popup},
     {"open row", "LIST text", 2, 2, OpenRow},
     {"wheel", "NAME", 1, 1, Wheel},
@@ -202,6 +224,7 @@ constexpr Command kCommands[] = {
     {"log contains", "text", 1, 1, LogContains},
     {"close", "WINDOW", 1, 1, CloseNamed},
     {"shot", "NAME [WINDOW|prompt]", 1, 2, Shot},
+    {"shot-folder", "NAME", 1, 1, ShotFolder},
     {"shot-pages", "", 0, 0, ShotPages},
 };
 

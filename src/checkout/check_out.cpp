@@ -42,8 +42,9 @@ host::Property& CheckOut::OverrideOf(int output) {
 std::string CheckOut::ReadOverride(int output) {
   std::string text = OverrideOf(output).Read();
   if (base::Record(text).Count() < kFields)
-    throw base::WordedError("%s1% cannot be put back afterwards: the host says \"%s2%\" of its override.",
-                            {OutputName(output), text});
+    throw base::WordedError(
+        "Output %s1% cannot be put back afterwards: the host says \"%s2%\" of its override.",
+        {std::to_string(output), text});
   return text;
 }
 

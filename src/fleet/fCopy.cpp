@@ -19,16 +19,8 @@ constexpr const char* kSettings = "settings";  // rows of the pages that are non
 constexpr const char* kOfOneUnit = "names";
 
 int IconOf(const UnitLine& line) {
-  switch (line.state) {
-    case UnitState::kRefused:
-    case UnitState::kFailed:
-    case UnitState::kUnknown:
-      return logger::kError;
-    case UnitState::kDone:
-      return line.reason.empty() ? 0 : logger::kExclamation;
-    default:
-      return 0;
-  }
+  if (IsBad(line.state)) return logger::kError;
+  return line.state == UnitState::kDone && !line.reason.empty() ? logger::kExclamation : 0;
 }
 
 }  // namespace
@@ -76,21 +68,24 @@ fCopy::fCopy(shell::fMain& main, configuration::Desk& desk, const shell::Platfor
 
 void fCopy::InitStrings() {
   SetTitle(Text("Copy to units"));
-  fraSource.SetText(Text("Source"));
-  optSource[0].SetText(Text("&This unit, as the device holds it"));
-  optSource[1].SetText(Text("A &file:"));
-  cmdBrowse.SetText(Text("&Browse..."));
-  lblUnits.SetText(Text("&Units of the network:"));
-  lblPages.SetText(Text("&What is copied:"));
-  cmdTickAll.SetText(Text("Tick &all"));
-  cmdTickNone.SetText(Text("Tick &none"));
-  cmdCompare.SetText(Text("Co&mpare"));
+  const std::pair<ui::Control*, const char*> captions[] = {
+      {&fraSource, "Source"},
+      {&optSource[0], "&This unit, as the device holds it"},
+      {&optSource[1], "A &file:"},
+      {&cmdBrowse, "&Browse..."},
+      {&lblUnits, "&Units of the network:"},
+      {&lblPages, "&What is copied:"},
+      {&cmdTickAll, "Tick &all"},
+      {&cmdTickNone, "Tick &none"},
+      {&cmdCompare, "Co&mpare"},
+      {&cmdCopy, "&Copy..."},
+      {&cmdStop, "Canc&el"},
+      {&cmdSave, "&Save result..."},
+      {&cmdClose, "C&lose"},
+  };
+  for (const auto& [control, caption] : captions) control->SetText(Text(caption));
   cmdCompare.SetTip(Text("Finds the differences of the ticked units; writes nothing"));
-  cmdCopy.SetText(Text("&Copy..."));
-  cmdStop.SetText(Text("Canc&el"));
   cmdStop.SetTip(Text("Ends after the present unit"));
-  cmdSave.SetText(Text("&Save result..."));
-  cmdClose.SetText(Text("C&lose"));
 }
 
 void fCopy::ShowUnits() {
@@ -179,8 +174,7 @@ void fCopy::ChooseFile() {
       file_ = *file;
       txtFile.SetText(file_);
     } catch (const std::exception& error) {
-      platform_.prompts.Ask(
-          {shell::InWords(strings_, error), settings_.title, ui::Buttons::kOk, ui::Icon::kExclamation});
+      Tell(error);
     }
   }
   optSource[ofFile_ && (file || optSource[1].Selected()) ? 1 : 0].Select();
@@ -227,6 +221,11 @@ std::vector<UnitLine*> fCopy::Ticked() {
   return ticked;
 }
 
+void fCopy::Tell(const std::exception& error) {
+  platform_.prompts.Ask(
+      {shell::InWords(strings_, error), settings_.title, ui::Buttons::kOk, ui::Icon::kExclamation});
+}
+
 bool fCopy::Confirmed(const Job& job, std::size_t units) {
   const auto& entries = job.source.entries;
   const auto fields = std::ranges::count_if(entries, [&job](const configuration::Entry& entry) {
@@ -262,8 +261,7 @@ void fCopy::Work(bool write) {
       if (write && begun > 0) Log();
     }
   } catch (const std::exception& error) {
-    platform_.prompts.Ask(
-        {shell::InWords(strings_, error), settings_.title, ui::Buttons::kOk, ui::Icon::kExclamation});
+    Tell(error);
   }
   running_ = false;
   ShowRows();
@@ -307,32 +305,18 @@ void fCopy::ShowRows() {
 }
 
 void fCopy::ShowCount() {
-  std::vector<std::string> parts;
-  const auto add = [&](const char* text, std::size_t count) {
-    if (count > 0) parts.push_back(shell::ReplacePlaceholders(Text(text), {std::to_string(count)}));
-  };
-  const auto in = [this](UnitState state) {
-    return static_cast<std::size_t>(std::ranges::count(lines_, state, &UnitLine::state));
-  };
-  add("%s1% units ticked", Ticked().size());
-  add("%s1% done", in(UnitState::kDone));
-  add("%s1% with nothing to change", in(UnitState::kEqual));
-  add("%s1% that differ", in(UnitState::kDiffers));
-  add("%s1% refused", in(UnitState::kRefused));
-  add("%s1% failed", in(UnitState::kFailed));
-  add("%s1% not known", in(UnitState::kUnknown));
+  std::vector<std::string> parts = CountTexts(strings_, lines_);
+  if (const std::size_t ticked = Ticked().size(); ticked > 0)
+    parts.insert(parts.begin(),
+                 shell::ReplacePlaceholders(Text("%s1% units ticked"), {std::to_string(ticked)}));
   lblCount.SetText(base::Join(parts, ", "));
 }
 
 void fCopy::Enable() {
   const bool some = !Ticked().empty() && !running_;
-  for (ui::Control* control :
-       {static_cast<ui::Control*>(&optSource[0]), static_cast<ui::Control*>(&optSource[1]),
-        static_cast<ui::Control*>(&cmdBrowse), static_cast<ui::Control*>(&lvwPages),
-        static_cast<ui::Control*>(&cmdTickAll), static_cast<ui::Control*>(&cmdTickNone),
-        static_cast<ui::Control*>(&cmdClose), static_cast<ui::Control*>(&cmdSave)})
-    control->SetEnabled(!running_);
-  lvwUnits.SetEnabled(true);
+  ui::Control* const idle[] = {&optSource[0], &optSource[1], &cmdBrowse, &lvwPages,
+                               &cmdTickAll,   &cmdTickNone,  &cmdClose,  &cmdSave};
+  for (ui::Control* control : idle) control->SetEnabled(!running_);
   cmdCompare.SetEnabled(some);
   cmdCopy.SetEnabled(some && !main_.Locked());
   cmdStop.SetEnabled(running_);

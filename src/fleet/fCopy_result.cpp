@@ -70,8 +70,7 @@ void fCopy::SaveResult() {
     };
     base::ReplaceFile(path, WriteResult(result, strings_));
   } catch (const std::exception& error) {
-    platform_.prompts.Ask(
-        {shell::InWords(strings_, error), settings_.title, ui::Buttons::kOk, ui::Icon::kExclamation});
+    Tell(error);
   }
 }
 

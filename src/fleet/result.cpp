@@ -29,19 +29,29 @@ tr{break-inside:avoid}
 @media print{body{padding:0;max-width:none}}
 )";
 
-/// The words of each state; those that say a number have a form for one.
+/// The words of each state; those that say a number have a form for one. `count` are the words of all units
+/// in it, in the order in which they are told.
 struct Words {
   UnitState state;
   const char* text;
   const char* one = nullptr;
+  const char* count = nullptr;
+  bool bad = false;
 };
 constexpr Words kWords[] = {
-    {UnitState::kWaiting, "waiting"},         {UnitState::kReading, "reading"},
-    {UnitState::kWriting, "writing"},         {UnitState::kDone, "done (%s1% values)", "done (1 value)"},
-    {UnitState::kEqual, "nothing to change"}, {UnitState::kDiffers, "%s1% values differ", "1 value differs"},
-    {UnitState::kRefused, "refused"},         {UnitState::kFailed, "failed while reading"},
-    {UnitState::kUnknown, "not known"},       {UnitState::kNotTaken, "cannot be copied to"},
+    {UnitState::kWaiting, "waiting"},
+    {UnitState::kReading, "reading"},
+    {UnitState::kWriting, "writing"},
+    {UnitState::kNotTaken, "cannot be copied to"},
+    {UnitState::kDone, "done (%s1% values)", "done (1 value)", "%s1% done"},
+    {UnitState::kEqual, "nothing to change", nullptr, "%s1% with nothing to change"},
+    {UnitState::kDiffers, "%s1% values differ", "1 value differs", "%s1% that differ"},
+    {UnitState::kRefused, "refused", nullptr, "%s1% refused", true},
+    {UnitState::kFailed, "failed while reading", nullptr, "%s1% failed", true},
+    {UnitState::kUnknown, "not known", nullptr, "%s1% not known", true},
 };
+
+const Words& WordsOf(UnitState state) { return *std::ranges::find(kWords, state, &Words::state); }
 
 std::string TitleOf(const Result& result, const std::string& page) {
   const auto found = std::ranges::find(result.pages, page, &configuration::PageTitle::page);
@@ -89,11 +99,11 @@ class Writer {
       const std::string record = result_.record ? result_.record(line) : std::string();
       const std::string link =
           record.empty() ? std::string() : Element("a" + Attribute("href", record), Word("As-left record"));
-      const bool bad = line.state == UnitState::kRefused || line.state == UnitState::kFailed ||
-                       line.state == UnitState::kUnknown;
-      rows += Row("td", {Escaped(line.unit.name), Escaped(line.unit.location),
-                         Element(bad ? "span class=\"bad\"" : "span", Escaped(StateText(strings_, line))),
-                         Escaped(line.reason), link});
+      rows +=
+          Row("td",
+              {Escaped(line.unit.name), Escaped(line.unit.location),
+               Element(IsBad(line.state) ? "span class=\"bad\"" : "span", Escaped(StateText(strings_, line))),
+               Escaped(line.reason), link});
     }
     return Element("table", "\n" + rows) + "\n";
   }
@@ -116,10 +126,22 @@ class Writer {
 std::string StateText(const shell::Strings& strings, const UnitLine& line) {
   if (line.state == UnitState::kFailed && line.failedIn == UnitState::kWriting)
     return strings.GetStrings("failed while writing");
-  const Words& words = *std::ranges::find(kWords, line.state, &Words::state);
+  const Words& words = WordsOf(line.state);
   if (!words.one) return strings.GetStrings(words.text);
   return shell::ReplacePlaceholders(strings.GetStrings(line.count == 1 ? words.one : words.text),
                                     {std::to_string(line.count)});
+}
+
+bool IsBad(UnitState state) { return WordsOf(state).bad; }
+
+std::vector<std::string> CountTexts(const shell::Strings& strings, std::span<const UnitLine> lines) {
+  std::vector<std::string> texts;
+  for (const Words& words : kWords) {
+    const auto count = std::ranges::count(lines, words.state, &UnitLine::state);
+    if (words.count && count > 0)
+      texts.push_back(shell::ReplacePlaceholders(strings.GetStrings(words.count), {std::to_string(count)}));
+  }
+  return texts;
 }
 
 std::string WriteResult(const Result& result, const shell::Strings& strings) {

@@ -4,6 +4,7 @@
 
 #include <span>
 #include <string>
+#include <vector>
 
 #include "fleet/copier.h"
 
@@ -11,6 +12,12 @@ namespace fleet {
 
 /// "done (3 values)".
 std::string StateText(const shell::Strings& strings, const UnitLine& line);
+
+/// Whether a unit in this state did not get what it was meant to.
+bool IsBad(UnitState state);
+
+/// "3 done", "1 failed": the units that have come to an end, by state.
+std::vector<std::string> CountTexts(const shell::Strings& strings, std::span<const UnitLine> lines);
 
 struct Result {
   std::string source;  // what was copied, as the person chose it

@@ -1,7 +1,7 @@
 #include "host/input_functions.h"
 
 #include <algorithm>
-#include <initializer_list>
+#include <vector>
 
 #include "base/text.h"
 
@@ -44,7 +44,7 @@ struct DefaultRow {
   std::string_view sensor;
   int number;
   std::string_view format;
-  std::initializer_list<double> values;
+  std::vector<double> values;
   std::string_view variableType;
 };
 

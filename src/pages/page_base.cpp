@@ -6,14 +6,6 @@
 
 namespace pages {
 
-PageBase::PageBase(std::string pageClass, std::string location, int pageNumber, int helpTopic,
-                   const shell::PageContext& context)
-    : ISubForm(std::move(pageClass)),
-      context_(context),
-      location_(std::move(location)),
-      pageNumber_(pageNumber),
-      helpTopic_(helpTopic) {}
-
 bool PageBase::Guarded(std::string_view routine, const std::function<void()>& work) {
   try {
     work();
@@ -42,7 +34,7 @@ void PageBase::ShowValue() {
     changed_ = false;
     for (const auto& step : std::exchange(steps_, {})) step();
     for (auto& [box, text] : given_) text = box->Text();
-    context_.flags.lastFilledPage = pageNumber_;
+    context_.flags.lastFilledPage = PageNumber();
   });
   if (onFill) onFill(false);
 }

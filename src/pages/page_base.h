@@ -24,7 +24,6 @@ class PageBase : public shell::ISubForm {
  public:
   bool IsChanged() final { return changed_; }
   void EndWriteValue() final;
-  int HelpIndex() final { return helpTopic_; }
   /// Drops unsaved edits by filling again; a page without edits is left as it is.
   void RefreshPage() final;
   void ReInitializeStrings() final;
@@ -35,9 +34,9 @@ class PageBase : public shell::ISubForm {
   std::vector<fields::Field> ListFields(const fields::Translate& translate) override;
 
  protected:
-  /// `location` names the page in messages, `pageNumber` is its place in the full page table plus 1.
-  PageBase(std::string pageClass, std::string location, int pageNumber, int helpTopic,
-           const shell::PageContext& context);
+  /// `location` names the page in messages.
+  PageBase(const shell::PageContext& context, const shell::PagePlace& place, std::string location)
+      : ISubForm(place), context_(context), location_(std::move(location)) {}
 
   // What a page adds. Each may throw; the guard around it reports.
   virtual void InitStrings() = 0;
@@ -124,8 +123,6 @@ class PageBase : public shell::ISubForm {
  private:
   shell::PageContext context_;
   std::string location_;
-  int pageNumber_;
-  int helpTopic_;
   bool changed_ = false;
   std::vector<std::function<void()>> steps_;
   std::map<const ui::Control*, std::string> sources_;

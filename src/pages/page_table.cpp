@@ -17,8 +17,8 @@ namespace pages {
 namespace {
 
 template <class Page>
-std::unique_ptr<shell::ISubForm> Create(const shell::PageContext& context, int helpTopic) {
-  return std::make_unique<Page>(context, helpTopic);
+std::unique_ptr<shell::ISubForm> Create(const shell::PageContext& context, const shell::PagePlace& place) {
+  return std::make_unique<Page>(context, place);
 }
 
 constexpr shell::PageEntry kTable[] = {

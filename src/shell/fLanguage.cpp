@@ -9,7 +9,7 @@ constexpr int kHelpTopic = 3;
 
 }  // namespace
 
-fLanguage::fLanguage(const PageContext& context) : ISubForm("fLanguage"), context_(context) {
+fLanguage::fLanguage(const PageContext& context) : ISubForm({"fLanguage", 0, kHelpTopic}), context_(context) {
   SetLayout(ui::Grid(2, {ui::Item(lblLanguage), ui::GrowX(ui::Item(cboLanguage))}));
   dialog_.area.Embed(*this);
   dialog_.area.Show(*this);
@@ -33,8 +33,6 @@ fLanguage::fLanguage(const PageContext& context) : ISubForm("fLanguage"), contex
 fLanguage::~fLanguage() {
   if (context_.platform.toolkit) context_.platform.toolkit->Discard(dialog_);
 }
-
-int fLanguage::HelpIndex() { return kHelpTopic; }
 
 bool fLanguage::Open() {
   try {

@@ -29,7 +29,6 @@ class fLanguage final : public ISubForm {
   void RefreshPage() override { FillValue(); }
   bool IsChanged() override { return cboLanguage.Selected() >= 0 && cboLanguage.SelectedText() != current_; }
   void EndWriteValue() override {}
-  int HelpIndex() override;
 
  private:
   struct Dialog : ui::Window {

@@ -23,8 +23,9 @@ class HelpViewer {
   virtual HelpOutcome Show(const std::string& target, unsigned command, int topic) = 0;
 };
 
-/// Opens the help file in the help window "Main" at `topic`; topic 0 opens the file's first page. Where that
-/// cannot be done, a message box says where the file is.
-void ShowHelp(const Platform& platform, const Settings& settings, const Strings& strings, int topic);
+/// Opens the help file of the language in use, where there is one in the folder of that name beside the file
+/// of the settings, which is English; else that one. In the help window "Main" at `topic`; topic 0 opens the
+/// file's first page. Where that cannot be done, a message box says where the file is.
+void ShowHelp(const Platform& platform, const Settings& settings, Strings& strings, int topic);
 
 }  // namespace shell

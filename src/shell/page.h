@@ -33,11 +33,18 @@ struct Adjustment {
   bool operator==(const Adjustment&) const = default;
 };
 
+/// Where a page stands in the page table.
+struct PagePlace {
+  std::string_view pageClass;
+  int number;     // index in the table + 1; 0: not in the table
+  int helpTopic;  // number in the help file
+};
+
 /// One page of the main window. Name() (of the form) is its window-class name, for example "fAlarm". No
 /// operation lets an error out: a page reports its own and answers no.
 class ISubForm : public ui::Form {
  public:
-  using Form::Form;
+  explicit ISubForm(const PagePlace& place) : Form(std::string(place.pageClass)), place_(place) {}
 
   /// Reloads the texts if they are out of date and sets every caption again.
   virtual void ReInitializeStrings() = 0;
@@ -67,7 +74,7 @@ class ISubForm : public ui::Form {
   /// Called on every page after a save has been committed; clears the changed flag.
   virtual void EndWriteValue() = 0;
   /// The page's topic number in the help file.
-  virtual int HelpIndex() = 0;
+  int HelpIndex() const { return place_.helpTopic; }
   /// For a page whose controls can be used or not by the functions of inputs and outputs: looks again at
   /// those chosen at this moment, also before they are saved. Asks the host for nothing.
   virtual void FollowFunctions() {}
@@ -80,9 +87,19 @@ class ISubForm : public ui::Form {
   virtual std::vector<fields::Field> ListFields(const fields::Translate& translate) {
     return fields::FieldsOf(*this, translate);
   }
+
+ protected:
+  int PageNumber() const { return place_.number; }
+
+ private:
+  PagePlace place_;
 };
 
-/// Flags that all pages share.
+/// Flags that all pages share. They belong to the whole window and not to a page: a page clears `writeError`
+/// when its save begins, so what it finds set afterwards is its own or that of a rule that it shares with
+/// another page. `pageSelected` is never cleared: before the first choice in the list some rules do not run,
+/// since nobody can have edited what they look at. A refusal with the flag clear (see fOptions) cancels the
+/// save as well: what counts is the answer of the page.
 struct PageFlags {
   bool writeError = false;     // a rule or a write failed in the save under way
   bool errorOccurred = false;  // a run-time error was reported since this was last cleared
@@ -153,7 +170,7 @@ struct PageEntry {
   std::string_view pageClass;
   int helpTopic;
   bool showsDeviceValues;  // false: never asked to fill
-  std::unique_ptr<ISubForm> (*create)(const PageContext& context, int helpTopic);
+  std::unique_ptr<ISubForm> (*create)(const PageContext& context, const PagePlace& place);
 };
 
 /// The description of an error with its number, and its source where it has one.

@@ -62,7 +62,8 @@ void PageSet::CheckOutputDependencies() {
 void PageSet::CreatePages(const PageContext& context, const std::function<void(ISubForm&)>& embed) {
   context.flags.errorOccurred = false;
   for (const PageEntry& entry : table_) {
-    ISubForm& page = *pages_.emplace_back(entry.create(context, entry.helpTopic));
+    const PagePlace place{entry.pageClass, static_cast<int>(pages_.size()) + 1, entry.helpTopic};
+    ISubForm& page = *pages_.emplace_back(entry.create(context, place));
     embed(page);
     RequireLoaded(context, entry);
   }

@@ -11,6 +11,8 @@
 
 #include "ui/control.h"
 #include "ui/layout.h"
+#include "ui/list_view.h"
+#include "ui/menu.h"
 
 namespace ui {
 

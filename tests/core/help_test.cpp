@@ -54,20 +54,21 @@ TEST(Help, AFieldThatChangedOnThePageIsNoticed) {
   for (const auto& test : cases) {
     const auto topic = Topic("a.html", 7, std::string("page: fA\n\n{fields}\n") + test.notes + "{end}\n");
     EXPECT_THAT(FaultOf([&] {
-                  static_cast<void>(help::MakeManual({topic}, kFields, {{7, "fA"}}));
+                  static_cast<void>(help::MakeManual(help::Languages()[0], {topic}, kFields, {{7, "fA"}}));
                 }),
                 HasSubstr(test.fault));
   }
   // Fields that accept the same share a row.
-  const std::string table = help::FieldTable(
-      Topic("a.html", 7, "page: fA\n\n{fields}\n[txtX]\nfirst\n[txtY]\nsecond\n{end}\n"), kFields);
+  const std::string table =
+      help::FieldTable(Topic("a.html", 7, "page: fA\n\n{fields}\n[txtX]\nfirst\n[txtY]\nsecond\n{end}\n"),
+                       kFields, help::Languages()[0]);
   EXPECT_THAT(table, HasSubstr("<small>Frame</small><br>X, 1<br>X, &lt;2&gt;</td><td>0 to 9 %</td>"));
   EXPECT_THAT(table, HasSubstr("0 to 9 Pa<br>0 to 1 &quot; WC"));
 }
 
 TEST(Help, TopicsAreFoundByNumberAndByLink) {
   const auto make = [](const std::vector<help::Topic>& topics, const std::map<int, std::string>& asked) {
-    return FaultOf([&] { help::MakeManual(topics, {}, asked); });
+    return FaultOf([&] { help::MakeManual(help::Languages()[0], topics, {}, asked); });
   };
   EXPECT_EQ(make({Topic("a.html", 7), Topic("b.html", 8)}, {{7, ""}, {8, ""}}), "");
   EXPECT_THAT(make({Topic("a.html", 7)}, {{7, ""}, {8, ""}}), HasSubstr("no topic with the number 8"));
@@ -76,12 +77,45 @@ TEST(Help, TopicsAreFoundByNumberAndByLink) {
   EXPECT_THAT(make({Topic("a.html", 7, "\n<a href=\"gone.html\">")}, {{7, ""}}),
               HasSubstr("refers to gone.html"));
 
-  const auto manual = help::MakeManual({Topic("a.html", 7, "\n{picture p}\n{picture q}")}, {}, {{7, ""}});
+  const auto manual = help::MakeManual(help::Languages()[0],
+                                       {Topic("a.html", 7, "\n{picture p}\n{picture q}")}, {}, {{7, ""}});
   EXPECT_EQ(manual.pictures, (std::set<std::string>{"p.png", "q.png"}));
   const auto project =
       std::ranges::find(manual.files, "help.hhp", &std::pair<std::string, std::string>::first);
   EXPECT_THAT(project->second, HasSubstr("TOPIC_7=a.html"));
   EXPECT_THAT(project->second, HasSubstr("#define TOPIC_7 7"));
+}
+
+// A translation has title and text of its own, number and page of the English topic; what is not translated
+// stays English.
+TEST(Help, ATranslationTakesThePlaceOfItsTopic) {
+  const std::string notes = "page: fA\n\n{fields}\n[txtX txtY]\na\n{end}\n";
+  const std::vector<help::Topic> english = {Topic("a.html", 7, notes), Topic("b.html", 8)};
+  const auto german =
+      help::ParseTopic("10-a.html", "title: Ü\nenglish: 12\n\n{fields}\n[txtX txtY]\nb\n{end}\n");
+  const auto topics = help::Translated(english, {german});
+  EXPECT_EQ(topics[0].title, "Ü");
+  EXPECT_EQ(topics[1].title, "T & U");
+  const help::Language& words = help::Languages()[2];
+  const auto manual = help::MakeManual(words, topics, kFields, {{7, "fA"}, {8, ""}});
+  EXPECT_THAT(manual.files[1].second,
+              testing::AllOf(HasSubstr("<html lang=\"de\">"), HasSubstr(words.meaning)));
+  const auto fault = [&](const std::string& file, const std::string& text) {
+    return FaultOf([&] { help::Translated(english, {help::ParseTopic(file, text)}); });
+  };
+  EXPECT_THAT(fault("10-c.html", "title: C\nenglish: 1\n\n"), HasSubstr("c.html: there is no such topic"));
+  EXPECT_THAT(fault("10-a.html", "title: C\nenglish: 1\n\n"), HasSubstr("do not explain the same fields"));
+}
+
+TEST(Help, NamesThatCountOnStandInOneLine) {
+  std::vector<help::Field> fields;
+  for (const char* row : {"Output 1", "Output 2", "Output 3", "Output 5", "Output 6", "Fan"})
+    fields.push_back({"fA", "txtX", true, {"", row, "Usage", ""}, "1.5", "1.5"});
+  const std::string table = help::FieldTable(
+      Topic("a.html", 7, "page: fA\n\n{fields}\n[txtX]\nfirst\n{end}\n"), fields, help::Languages()[2]);
+  EXPECT_THAT(
+      table, HasSubstr("<td>Output 1 bis 3, Usage<br>Output 5, Usage<br>Output 6, Usage<br>Fan, Usage</td>"));
+  EXPECT_EQ(help::RangeText(help::Languages()[2], "0.5", "9.5"), "0,5 bis 9,5");
 }
 
 TEST_F(ToolTest, RangesAreThoseThatThePagesShow) {

@@ -228,6 +228,23 @@ TEST_F(ToolTest, HelpOpensThePagesTopic) {
     EXPECT_THAT(prompts.Last().text, testing::EndsWith("C:\\Tool\\HelpFile\\TARN-M Help File.chm"));
   }
   EXPECT_NE(prompts.asked[0].text, prompts.asked[1].text);
+
+  // In the language in use, or in English where there is none in it or nobody can say which it is.
+  const std::string english = help.shown[0];
+  const std::string german = "C:\\Tool\\HelpFile\\German\\TARN-M Help File.chm>Main 15 45";
+  UseLanguage("German");
+  help.outcome = shell::HelpOutcome::kOpened;
+  for (const auto& [missing, tried] :
+       {std::pair("Help", std::vector{german, english}), {"German", {german, english}}, {"?", {german}}}) {
+    help.missing = missing;
+    help.shown.clear();
+    Click("cmdHelp");
+    EXPECT_EQ(help.shown, tried);
+  }
+  building.Faults().Fail({.member = "Language.Language"});
+  help.shown.clear();
+  Click("cmdHelp");
+  EXPECT_EQ(help.shown, std::vector{english});
 }
 
 TEST_F(ToolTest, TheWindowComesBackWhereItWas) {

@@ -113,11 +113,12 @@ class RecordedHelp : public shell::HelpViewer {
  public:
   shell::HelpOutcome Show(const std::string& target, unsigned command, int topic) override {
     shown.push_back(target + " " + std::to_string(command) + " " + std::to_string(topic));
-    return outcome;
+    return missing.empty() || target.find(missing) == target.npos ? outcome : shell::HelpOutcome::kNoFile;
   }
 
   std::vector<std::string> shown;
   shell::HelpOutcome outcome = shell::HelpOutcome::kOpened;
+  std::string missing;  // in the name of a file that is not there
 };
 
 /// The maker's controls made by the test; none can be created until it says how to make them.

@@ -49,8 +49,8 @@ std::array<fAlarm::Row, fAlarm::kRecords> fAlarm::MakeRows() {
   };
 }
 
-fAlarm::fAlarm(const shell::PageContext& context, int helpTopic)
-    : ControlPage("fAlarm", "Alarm", 6, helpTopic, context) {
+fAlarm::fAlarm(const shell::PageContext& context, const shell::PagePlace& place)
+    : ControlPage(context, place, "Alarm") {
   Watch(txtAlarm);
   for (std::size_t r = 0; r < kRecords; ++r) counts_[r] = rows_[r].cells.size();
   BuildLayout();

@@ -12,7 +12,7 @@ namespace pages {
 
 class fAlarm final : public ControlPage {
  public:
-  fAlarm(const shell::PageContext& context, int helpTopic);
+  fAlarm(const shell::PageContext& context, const shell::PagePlace& place);
 
  private:
   static constexpr std::size_t kRecords = 10;

@@ -25,8 +25,8 @@ constexpr std::size_t kFloatingOutputs = 6;  // only the first six outputs are l
 
 }  // namespace
 
-fFanValve::fFanValve(const shell::PageContext& context, int helpTopic)
-    : ControlPage("fFanValve", "Fan-Valve", 4, helpTopic, context) {
+fFanValve::fFanValve(const shell::PageContext& context, const shell::PagePlace& place)
+    : ControlPage(context, place, "Fan-Valve") {
   for (ui::TextBox* box :
        {&txtHeat, &txtCool, &txtMinHeatValue, &txtCoolValue, &txtFanSpeed, &txtFanPeriod, &txtThresHold}) {
     Watch(*box);

@@ -10,7 +10,7 @@ namespace pages {
 
 class fFanValve final : public ControlPage {
  public:
-  fFanValve(const shell::PageContext& context, int helpTopic);
+  fFanValve(const shell::PageContext& context, const shell::PagePlace& place);
 
   void FollowFunctions() override { CheckIfFrameEnable(); }
   /// Decides which controls can be used.

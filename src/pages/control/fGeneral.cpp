@@ -36,15 +36,15 @@ constexpr std::size_t kTemperatureOption = 56;
 
 }  // namespace
 
-fGeneral::fGeneral(const shell::PageContext& context, int helpTopic)
-    : ControlPage("fGeneral", "General", 7, helpTopic, context), boxes_{{kBypassTime, txtBypassTime},
-                                                                        {kCO2Limit, txtCO2},
-                                                                        {kDuctPressure, txtDuctPressure},
-                                                                        {kAirLowLimit, txtAirLowLimit},
-                                                                        {kMaxPressure, txtMaxPressure},
-                                                                        {kHumidity, txtHumidity},
-                                                                        {kHumidityTime, txtHumidityMin},
-                                                                        {kMinimumPosition, txtOutdoor}} {
+fGeneral::fGeneral(const shell::PageContext& context, const shell::PagePlace& place)
+    : ControlPage(context, place, "General"), boxes_{{kBypassTime, txtBypassTime},
+                                                     {kCO2Limit, txtCO2},
+                                                     {kDuctPressure, txtDuctPressure},
+                                                     {kAirLowLimit, txtAirLowLimit},
+                                                     {kMaxPressure, txtMaxPressure},
+                                                     {kHumidity, txtHumidity},
+                                                     {kHumidityTime, txtHumidityMin},
+                                                     {kMinimumPosition, txtOutdoor}} {
   for (ui::TextBox* box : {&txtBypassTime, &txtCO2, &txtDuctPressure, &txtAirLowLimit, &txtMaxPressure,
                            &txtHumidity, &txtHumidityMin, &txtOutdoor, &txtOutdoorMax, &txtFreshAir}) {
     Watch(*box);

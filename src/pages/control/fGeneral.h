@@ -11,7 +11,7 @@ namespace pages {
 
 class fGeneral final : public ControlPage {
  public:
-  fGeneral(const shell::PageContext& context, int helpTopic);
+  fGeneral(const shell::PageContext& context, const shell::PagePlace& place);
 
   void FollowFunctions() override;
   /// Switches the rule between the two damper positions on while the fresh-air group can be used: what nobody

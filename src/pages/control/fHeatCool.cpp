@@ -40,8 +40,8 @@ bool IsSet(std::string_view option) { return option != "0"; }
 
 }  // namespace
 
-fHeatCool::fHeatCool(const shell::PageContext& context, int helpTopic)
-    : ControlPage("fHeatCool", "Heating and cooling", 3, helpTopic, context) {
+fHeatCool::fHeatCool(const shell::PageContext& context, const shell::PagePlace& place)
+    : ControlPage(context, place, "Heating and cooling") {
   Watch(txtSetPoint);
   for (ui::TextBox* box : {&txtminHeatPeriod, &txtCoolOn, &txtCoolOFF, &txtMechCoolDelay, &txtfreeCoolDegree,
                            &txtfreeCooling, &txtMechCoolLL, &txtChngeOverDelay}) {

@@ -2,6 +2,13 @@
 // heating stages, economizer, mechanical cooling and changeover. Temperatures and enthalpy in the unit system
 // in use. The supply limits are checked against the alarms page, which checks the same pair from its side.
 // Which controls can be used follows from the functions of the outputs, also before they are saved.
+//
+// When its rules run, all on purpose: no rule runs and nothing is written before a page has been selected in
+// the list, so what a unit came with never stops a save that nobody made on this page. After that every save
+// runs the rules, also while this page has no edits. Crossed setpoints refuse the save and take the page's
+// edits off the count of unsaved ones until somebody types again; the next save is refused all the same. The
+// supply maximum refuses once: as long as its warning stands, which is until a person enters the box again,
+// neither it nor the minimum is looked at. The minimum's own warning holds nothing back but its box's check.
 #pragma once
 
 #include "pages/control/control_page.h"
@@ -10,7 +17,7 @@ namespace pages {
 
 class fHeatCool final : public ControlPage {
  public:
-  fHeatCool(const shell::PageContext& context, int helpTopic);
+  fHeatCool(const shell::PageContext& context, const shell::PagePlace& place);
 
   void FollowFunctions() override;
 

@@ -41,8 +41,8 @@ constexpr int kFullDemand = 100;                         // percent
 
 }  // namespace
 
-fOptions::fOptions(const shell::PageContext& context, int helpTopic)
-    : ControlPage("fOptions", "Options", 8, helpTopic, context) {
+fOptions::fOptions(const shell::PageContext& context, const shell::PagePlace& place)
+    : ControlPage(context, place, "Options") {
   for (ui::TextBox* box : {&txtStartTime, &txtMaxOffset, &txtInput, &txtHeatCool, &txtChangeOver})
     Watch(*box);
   Watch(txtAt);

@@ -2,6 +2,11 @@
 // heating and cooling, and frost protection. Times in minutes (the validity period in seconds), weights and
 // demands in percent. Owns its fields of the shared option record; two markers in it tell that the device was
 // made for an older algorithm, and the next save adjusts them.
+//
+// The cycle time of the periodic alternation is looked at twice in a save, on purpose: first before anything,
+// also while the page has no edits, where a fault only stands in the log and the shared flag of failed writes
+// stays clear; then after the options were written, since host calls have run between, where it is told in a
+// box and sets that flag. Either way the page answers no, and the whole save is cancelled.
 #pragma once
 
 #include "pages/control/control_page.h"
@@ -10,7 +15,7 @@ namespace pages {
 
 class fOptions final : public ControlPage {
  public:
-  fOptions(const shell::PageContext& context, int helpTopic);
+  fOptions(const shell::PageContext& context, const shell::PagePlace& place);
 
   std::vector<shell::Adjustment> Adjustments() override;
 

@@ -22,8 +22,8 @@ constexpr const char* kTemperatureLoops[] = {"Space Temperature", "Supply Temper
 
 }  // namespace
 
-fPID::fPID(const shell::PageContext& context, int helpTopic)
-    : ControlPage("fPID", "PID", 5, helpTopic, context) {
+fPID::fPID(const shell::PageContext& context, const shell::PagePlace& place)
+    : ControlPage(context, place, "PID") {
   for (std::size_t loop = 0; loop < loops_.size(); ++loop) {
     Watch(*loops_[loop]);
     SetSource(kRecords[loop].type, *loops_[loop]);

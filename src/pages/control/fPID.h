@@ -12,7 +12,7 @@ namespace pages {
 
 class fPID final : public ControlPage {
  public:
-  fPID(const shell::PageContext& context, int helpTopic);
+  fPID(const shell::PageContext& context, const shell::PagePlace& place);
 
   void FollowFunctions() override;
 

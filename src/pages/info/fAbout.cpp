@@ -4,8 +4,8 @@
 
 namespace pages {
 
-fAbout::fAbout(const shell::PageContext& context, int helpTopic)
-    : HostedPage("fAbout", "ctlAbout", host::kAboutId, "About", helpTopic, context) {}
+fAbout::fAbout(const shell::PageContext& context, const shell::PagePlace& place)
+    : HostedPage(context, place, "About", "ctlAbout", host::kAboutId) {}
 
 void fAbout::Initialize(const automation::Object& control) {
   const shell::Settings& settings = Context().settings;

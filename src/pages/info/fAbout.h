@@ -8,7 +8,7 @@ namespace pages {
 
 class fAbout final : public HostedPage {
  public:
-  fAbout(const shell::PageContext& context, int helpTopic);
+  fAbout(const shell::PageContext& context, const shell::PagePlace& place);
 
  private:
   void Initialize(const automation::Object& control) override;

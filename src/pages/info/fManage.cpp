@@ -4,8 +4,8 @@
 
 namespace pages {
 
-fManage::fManage(const shell::PageContext& context, int helpTopic)
-    : HostedPage("fManage", "ctlObjectManager", host::kObjectManagerId, "Manage", helpTopic, context) {}
+fManage::fManage(const shell::PageContext& context, const shell::PagePlace& place)
+    : HostedPage(context, place, "Manage", "ctlObjectManager", host::kObjectManagerId) {}
 
 void fManage::Initialize(const automation::Object& control) {
   control.Call(host::kInitialize, Context().strings.GetStrings("RoofTop Configuration"), Context().network,

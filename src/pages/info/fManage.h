@@ -8,7 +8,7 @@ namespace pages {
 
 class fManage final : public HostedPage {
  public:
-  fManage(const shell::PageContext& context, int helpTopic);
+  fManage(const shell::PageContext& context, const shell::PagePlace& place);
 
  private:
   void Initialize(const automation::Object& control) override;

@@ -16,13 +16,12 @@ constexpr std::string_view kInitialize = "Initialize";
 
 }  // namespace
 
-HostedPage::HostedPage(std::string pageClass, std::string controlName, std::string_view programId,
-                       std::string location, int helpTopic, const shell::PageContext& context)
-    : ISubForm(std::move(pageClass)),
+HostedPage::HostedPage(const shell::PageContext& context, const shell::PagePlace& place, std::string location,
+                       std::string controlName, std::string_view programId)
+    : ISubForm(place),
       context_(context),
       programId_(programId),
       location_(std::move(location)),
-      helpTopic_(helpTopic),
       site_(*this, std::move(controlName), kSiteWidth, kSiteHeight) {
   SetLayout(ui::Overlay({ui::Grow(ui::Item(site_)), ui::Grow(ui::Stack({ui::Item(lblFault_)}))}));
   ShowFault({});

@@ -23,13 +23,12 @@ class HostedPage : public shell::ISubForm {
   void RefreshPage() final {}
   bool IsChanged() final { return false; }
   void EndWriteValue() final {}
-  int HelpIndex() final { return helpTopic_; }
   void PageShown() final;
 
  protected:
   /// `location` names the page in messages.
-  HostedPage(std::string pageClass, std::string controlName, std::string_view programId, std::string location,
-             int helpTopic, const shell::PageContext& context);
+  HostedPage(const shell::PageContext& context, const shell::PagePlace& place, std::string location,
+             std::string controlName, std::string_view programId);
 
   /// Hands the control what it shows. May throw; the page reports.
   virtual void Initialize(const automation::Object& control) = 0;
@@ -48,7 +47,6 @@ class HostedPage : public shell::ISubForm {
   shell::PageContext context_;
   std::string programId_;
   std::string location_;
-  int helpTopic_;
   automation::Object control_;
   bool initializing_ = false;
   std::string lastFault_;

@@ -34,8 +34,8 @@ constexpr std::string_view kNoValue = "0.0";  // shown so in every notation
 
 }  // namespace
 
-fControlOutput::fControlOutput(const shell::PageContext& context, int helpTopic)
-    : PageBase("fControlOutput", "Hardware Output", 2, helpTopic, context),
+fControlOutput::fControlOutput(const shell::PageContext& context, const shell::PagePlace& place)
+    : PageBase(context, place, "Hardware Output"),
       settings_(Name(), SettingsOwners(), {kFunction, kOverride, kLocalHardware, kLocalHardwareFlag},
                 [this] { MarkChanged(); }) {
   for (std::size_t i = 0; i < kOutputCount; ++i) ConnectHandlers(i);

@@ -16,7 +16,7 @@ namespace pages {
 
 class fControlOutput final : public PageBase {
  public:
-  fControlOutput(const shell::PageContext& context, int helpTopic);
+  fControlOutput(const shell::PageContext& context, const shell::PagePlace& place);
 
   std::vector<shell::Adjustment> Adjustments() override;
   void ReadSettings() override { settings_.Read(); }

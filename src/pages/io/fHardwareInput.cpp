@@ -22,8 +22,8 @@ constexpr const char* kColumns[] = {"Sensor Input", "Usage", "Sensor"};
 
 }  // namespace
 
-fHardwareInput::fHardwareInput(const shell::PageContext& context, int helpTopic)
-    : PageBase("fHardwareInput", "Hardware Input", 1, helpTopic, context),
+fHardwareInput::fHardwareInput(const shell::PageContext& context, const shell::PagePlace& place)
+    : PageBase(context, place, "Hardware Input"),
       settings_(Name(), SettingsOwners(), {kFunction}, [this] { MarkChanged(); }) {
   for (std::size_t i = 0; i < kInputs; ++i) {
     cboInput[i].onClick = [this, i] { Guarded("ChooseFunction", [this, i] { ChooseFunction(i); }); };

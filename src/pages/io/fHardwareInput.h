@@ -12,7 +12,7 @@ namespace pages {
 
 class fHardwareInput final : public PageBase {
  public:
-  fHardwareInput(const shell::PageContext& context, int helpTopic);
+  fHardwareInput(const shell::PageContext& context, const shell::PagePlace& place);
 
   void ReadSettings() override { settings_.Read(); }
   std::vector<fields::Field> ListFields(const fields::Translate& translate) override;

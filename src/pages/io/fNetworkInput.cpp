@@ -48,8 +48,8 @@ constexpr const char* kOccupancyControls[] = {"txtStartTime", "fraOptimum", "lbl
 
 }  // namespace
 
-fNetworkInput::fNetworkInput(const shell::PageContext& context, int helpTopic)
-    : NetworkPage("fNetworkInput", "Network Input", 9, helpTopic, context) {
+fNetworkInput::fNetworkInput(const shell::PageContext& context, const shell::PagePlace& place)
+    : NetworkPage(context, place, "Network Input") {
   static_assert(std::size(kInputs) == kVariableCount && std::size(kGroups) == kGroupCount);
   for (const Field& field : Fields()) Watch(field.box);
   for (std::size_t i = 0; i < kVariableCount; ++i) {

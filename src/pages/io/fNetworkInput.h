@@ -13,7 +13,7 @@ namespace pages {
 
 class fNetworkInput final : public NetworkPage {
  public:
-  fNetworkInput(const shell::PageContext& context, int helpTopic);
+  fNetworkInput(const shell::PageContext& context, const shell::PagePlace& place);
 
   /// The types of the variables too, by the labels that show them.
   std::vector<fields::Field> ListFields(const fields::Translate& translate) override;

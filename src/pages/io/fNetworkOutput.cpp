@@ -17,8 +17,8 @@ constexpr int kTimeDecimals = 1, kTemperatureDecimals = 2, kPercentDecimals = 3;
 
 }  // namespace
 
-fNetworkOutput::fNetworkOutput(const shell::PageContext& context, int helpTopic)
-    : NetworkPage("fNetworkOutput", "Network Output", 10, helpTopic, context) {
+fNetworkOutput::fNetworkOutput(const shell::PageContext& context, const shell::PagePlace& place)
+    : NetworkPage(context, place, "Network Output") {
   static_assert(std::size(kVariables) == kVariableCount);
   for (const Field& field : Fields()) Watch(field.box);
   BuildLayout();

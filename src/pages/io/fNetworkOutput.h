@@ -11,7 +11,7 @@ namespace pages {
 
 class fNetworkOutput final : public NetworkPage {
  public:
-  fNetworkOutput(const shell::PageContext& context, int helpTopic);
+  fNetworkOutput(const shell::PageContext& context, const shell::PagePlace& place);
 
  private:
   static constexpr std::size_t kVariableCount = 15;

@@ -10,7 +10,7 @@
 #include <string>
 
 #include "platform/win32/window/font_metrics.h"
-#include "ui/control.h"
+#include "ui/list_view.h"
 
 namespace win32 {
 

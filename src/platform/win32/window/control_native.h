@@ -14,6 +14,7 @@
 #include "platform/win32/window/ui_context.h"
 #include "ui/control.h"
 #include "ui/layout.h"
+#include "ui/menu.h"
 
 namespace win32 {
 

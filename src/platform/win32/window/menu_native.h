@@ -10,7 +10,7 @@
 #include <vector>
 
 #include "platform/win32/system/handle.h"
-#include "ui/control.h"
+#include "ui/menu.h"
 
 namespace win32 {
 
