@@ -79,7 +79,7 @@ old_version() {
   rm -rf build/installer/old
   cp -r build/installer/stage build/installer/old
   echo "gone with the next version" >"build/installer/old/program/old only.txt"
-  pack old 0.9.0 "$work/old.exe" "$stub"
+  pack old 1.0.0 "$work/old.exe" "$stub"
 }
 
 # What the other width's controls would look like; on Windows the program id is shared, on Wine it is not.
@@ -120,14 +120,15 @@ snapshot "$work/before"
 
 part "an older version, then this one over it"
 expect install "$work/old.exe"
-expect in_registry "$uninstall_key" DisplayVersion 0.9.0
+expect in_registry "$uninstall_key" DisplayVersion 1.0.0
 expect [ -f "$program/old only.txt" ]
 wine reg add "$settings_key" /v Choice /d kept /f >/dev/null
+PROGRAMS=$work/host expect scripts/simhost.sh --script installer/before-upgrade.sim
 expect install "$setup"
 expect in_registry "$uninstall_key" DisplayVersion "$version"
 expect in_registry "$settings_key" Choice kept
 expect [ ! -e "$program/old only.txt" ]
-for file in {x64,x86}/{QVRKvTARNCfg.exe,QVRKvTARNCfg.tlb,"HelpFile/TARN-M Help File.chm"} uninstall.exe; do
+for file in {x64,x86}/{QVRKvTARNCfg.exe,QVRKvTARNCfg.tlb,HelpFile/{,French/,German/,Spanish/}"TARN-M Help File.chm"} uninstall.exe; do
   expect [ -s "$program/$file" ]
 done
 for file in Templates/8000AB0C12340001_3_1.bin languages/French.json icon.ico icon32.ico; do
@@ -152,8 +153,8 @@ expect in_registry "$uninstall_key" WidthByHand x64
 expect eval 'registered_tool 64 | grep -q x64'
 expect registered_with_host
 
-part "the host starts the installed tool, which opens its help"
-PROGRAMS=$work/host expect scripts/simhost.sh --script installer/installed.sim
+part "the host starts the installed tool, which keeps what was chosen and saved before, and opens its help"
+PROGRAMS=$work/host expect scripts/simhost.sh --script installer/after-upgrade.sim
 
 part "not while the tool is open"
 timeout 30 wine "$program/x64/QVRKvTARNCfg.exe" -Embedding </dev/null >/dev/null 2>&1 &
@@ -172,6 +173,9 @@ part "nothing is left"
 find "$common/Templates" -name '*_2_4.bin' -delete # the host put it there for a device of its own
 uninstall
 expect eval '! registered_with_host'
+backups=$(find "$drive/users" -path '*KV-TARN/Backups' -type d)
+expect [ "$(find "$backups" -type f | wc -l)" -eq 2 ]
+rm -rf "${backups%/Backups}" # what a person kept is that person's
 same_as before
 
 part "without a host the virtual building comes along"
@@ -181,9 +185,12 @@ expect wine reg delete 'HKLM\Software\LonWorks' /f
 snapshot "$work/bare"
 timeout -k 1 10 wineserver -k # a tool that was killed stays in Wine's list of running servers
 timeout -k 1 10 wineserver -w
-expect install "$setup" /X64
+expect install "$work/old.exe" /X64
 building_is there
 PROGRAMS=$program/x64 expect scripts/simhost.sh --script installer/desk.sim
+expect install "$setup"
+building_is there
+PROGRAMS=$program/x64 expect scripts/simhost.sh --script installer/desk-kept.sim
 store=$(find "$drive/users" -name script-store.json)
 expect grep -q 'RTU-9 Annex' "$store"
 
