@@ -38,11 +38,13 @@ gtest() {
   say "  $title: $(tally "$found"), $(elapsed "$started")"
 }
 
-# gtest_shares TITLE NAME COMMAND...: the same in as many processes as there are processors, each with its share.
+# gtest_shares TITLE NAME COMMAND...: the same in several processes, as many at a time as there are processors. A share is
+# small enough that the last one does not keep the others waiting.
 gtest_shares() {
   local shares share
-  shares=$(nproc)
+  shares=$((3 * $(nproc)))
   for ((share = 0; share < shares; share++)); do
+    [ $share -lt "$(nproc)" ] || wait -n
     GTEST_TOTAL_SHARDS=$shares GTEST_SHARD_INDEX=$share gtest "$1, share $((share + 1)) of $shares" "$2-$share" "${@:3}" &
   done
   wait

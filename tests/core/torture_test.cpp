@@ -55,7 +55,7 @@ constexpr Operation kOperations[] = {{"edit", "", false, 1},
                                      {"refresh", "cmdRefresh", false, 3},
                                      {"units", "optUnit(1)", false, 3}};
 constexpr int kForeverStep = 3;     // times the step when the host stays away
-constexpr int kAllPagesStep = 120;  // times the step when all pages are there
+constexpr int kAllPagesStep = 300;  // times the step when all pages are there
 
 /// A window with one page, or with all, over a host that fails as planned.
 struct TroubledTool : tests::Tool {
