@@ -1,9 +1,8 @@
 // The stand-in server of the binary protocol as a program, for trying the client by hand.
-#include <asio.hpp>
-
 #include <cstdio>
 #include <string>
 
+#include "serverlink/asio.h"
 #include "simulator/protocol/server.h"
 #include "tools/arguments.h"
 

@@ -2,11 +2,10 @@
 // a command line.
 #pragma once
 
-#include <asio.hpp>
-
 #include <map>
 #include <memory>
 
+#include "serverlink/asio.h"
 #include "ui/event_loop.h"
 
 namespace serverlink {

@@ -2,12 +2,12 @@
 // runs on a thread of its own that is left behind when nobody waits for it any more.
 #pragma once
 
-#include <asio.hpp>
-
 #include <functional>
 #include <future>
 #include <string>
 #include <vector>
+
+#include "serverlink/asio.h"
 
 namespace serverlink {
 

@@ -117,6 +117,28 @@ TEST_F(ConfigurationTest, DifferencesAreToldByPageAndTakenAsTheyAreTicked) {
   EXPECT_EQ(Read().Find("fPID", "txtPIDTemp(0)")->content, "25.0000");
 }
 
+TEST_F(ConfigurationTest, ARecordHoldsWhatTheDeviceHoldsAndSaysWhatHasChangedSinceTheLast) {
+  Open(tests::kAssigned);
+  const auto record = [this](const std::string& content, bool apply) {
+    Type("fPID.txtPIDTemp(0)", content);
+    if (apply) Click("cmdApply");
+    fileDialog.answer = (folder / "record.html").string();
+    loop.whileOpen = [this] {
+      In<ui::TextBox>(Desk().RecordWindow(), "txtInstaller").Type("J. Weber");
+      In<ui::CheckBox>(Desk().RecordWindow(), "chkTable").SetChecked(true);
+      ClickIn(Desk().RecordWindow(), "cmdOK");
+    };
+    ChooseEntry("Record...");
+    return base::ReadFile(folder / "record.html", configuration::kLargestFile) +
+           base::ReadFile(folder / "record.csv", configuration::kLargestFile);
+  };
+  const std::string first = record("33.5", false);
+  EXPECT_THAT(first,
+              testing::AllOf(testing::HasSubstr("J. Weber"), testing::Not(testing::HasSubstr("33.5"))));
+  EXPECT_THAT(LastMessage(), testing::HasSubstr("The record was saved in"));
+  EXPECT_THAT(record("34.5", true), testing::HasSubstr("34.5"));
+}
+
 TEST_F(ConfigurationTest, NamesAreEnglishWhateverLanguageIsInUse) {
   Open(tests::kPressure);
   SaveAs();

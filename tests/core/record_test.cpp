@@ -205,9 +205,10 @@ TEST(AsLeftRecord, TakesWhateverStandsInTheDeviceAsText) {
   for (const char separator : {',', ';'}) {
     unit.numbers = base::Numbers(separator == ',' ? '.' : ',');
     const std::string csv = configuration::WriteRecordCsv(unit.Input());
-    ASSERT_TRUE(
-        csv.starts_with("\xEF\xBB\xBF"
-                        "Device"));
+    const std::string headings = base::Join(
+        {"Device", "Page", "Group", "Row", "Column", "Value", "Unit", "Used", "Page class", "Control"},
+        std::string(1, separator));
+    ASSERT_EQ(csv.substr(0, csv.find('\r')), "\xEF\xBB\xBF" + headings);
     const std::string quoted = "\"" + base::ReplaceAll(nasty, "\"", "\"\"") + "\"";
     const std::string line = base::Join({quoted, "Object Inputs", quoted, quoted, "Usage", quoted, "", "Yes",
                                          "fHardwareInput", "cboInput(0)"},

@@ -4,6 +4,7 @@
 #include <fstream>
 
 #include "link.h"
+#include "serverlink/asio_loop.h"
 
 namespace {
 
@@ -223,6 +224,15 @@ TEST_F(ClientTest, DrippingBytesDoNotExtendTheTimeOut) {
       Took([&] { EXPECT_THAT(Refusal([&] { Echo(Pattern(1'000)); }), HasSubstr("of 1000 bytes")); });
   EXPECT_GE(took, 1'000ms);
   EXPECT_LE(took, 2'000ms);  // the whole answer would take thirty seconds
+}
+
+TEST(AsioLoop, TurnsAgainAfterItHadNothingToDo) {
+  serverlink::AsioLoop loop;
+  loop.Turn();
+  bool done = false;
+  loop.Post([&done] { done = true; });
+  loop.Turn();
+  EXPECT_TRUE(done);
 }
 
 TEST_F(ClientTest, WaitingTurnsTheLoopWithoutSpinningAndWakesForData) {
