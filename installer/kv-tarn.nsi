@@ -59,6 +59,7 @@ VIAddVersionKey LegalCopyright "${MAKER}"
 !insertmacro MUI_UNPAGE_INSTFILES
 !insertmacro MUI_LANGUAGE English
 
+Var Created ; the folder that the older version has made in that of the host, or nothing
 Var Common   ; where the host's machine keeps the files of this device family; empty without a host
 Var Previous ; where an older version is installed; empty without one
 Var Width    ; of the tool that is registered: x64 or x86
@@ -186,6 +187,7 @@ Section "-Before"
     !insertmacro StopWhileAnyOpen $Previous
     ; The older version knows best which files are its own. What the user chose in it stays.
     DetailPrint "Removing the older version"
+    ReadRegStr $Created HKLM "${UNINSTALL}" "CreatedFolder"
     ExecWait '"$Previous\uninstall.exe" /S /UPGRADE _?=$Previous'
     Delete "$Previous\uninstall.exe"
     RMDir "$Previous"
@@ -207,6 +209,7 @@ Section "${TITLE}" SecTool
       that the device template, the languages and the icons get into their place." /SD IDOK
   ${Else}
     ${IfNot} ${FileExists} "$0\Apps\*.*"
+    ${OrIf} $Created == "$0\Apps" ; by the older version, and a host has put something into it since
       WriteRegStr HKLM "${UNINSTALL}" "CreatedFolder" "$0\Apps"
     ${EndIf}
     !insertmacro InstallCommon

@@ -136,7 +136,8 @@ TEST_F(ConfigurationTest, ARecordHoldsWhatTheDeviceHoldsAndSaysWhatHasChangedSin
   EXPECT_THAT(first,
               testing::AllOf(testing::HasSubstr("J. Weber"), testing::Not(testing::HasSubstr("33.5"))));
   EXPECT_THAT(LastMessage(), testing::HasSubstr("The record was saved in"));
-  EXPECT_THAT(record("34.5", true), testing::HasSubstr("34.5"));
+  record("34.5", true);
+  EXPECT_THAT(record("35.5", true), testing::AllOf(testing::HasSubstr("34.5"), testing::HasSubstr("35.5")));
 }
 
 TEST_F(ConfigurationTest, NamesAreEnglishWhateverLanguageIsInUse) {

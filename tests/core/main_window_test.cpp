@@ -106,8 +106,11 @@ TEST_F(ToolTest, LocationIsShownFilledInAndWritten) {
   EXPECT_EQ(Text("txtLocation"), "Roof, south wing") << "taken from the host, none was stored";
   EXPECT_EQ(building.StoredText(tests::kUnassigned, "NodeObject", 2, "SCPTlocation"), Text("txtLocation"));
   Type("txtLocation", "Roof, bay 4");
+  Type(kBox, "26");
   Click("cmdApply");
   EXPECT_EQ(building.StoredText(tests::kUnassigned, "NodeObject", 2, "SCPTlocation"), "Roof, bay 4");
+  EXPECT_EQ(Text(kBox), "26.0000") << "the pages are saved along with it";
+  EXPECT_EQ(Text("cmdChanges"), "No changes");
   Type("txtLocation", "Roof, bay 5");
   for (const std::string button : {"Apply", "OK"}) {
     building.Faults().Fail({.member = "Property.Value", .text = "too long"});
