@@ -165,4 +165,17 @@ TEST_F(NetworkInputsTest, ARefusedValueTakesTheNewTypeBackAndKeepsTheEntries) {
   EXPECT_EQ(TypeInDevice("nviOccCmd"), "SNVT_tod_event");
 }
 
+TEST(NetworkVariable, TakesTheTypesOfAHostThatIsGenerousWithBlanks) {
+  struct Host : automation::Target {
+    automation::Value Invoke(automation::Access, std::string_view,
+                             std::span<const automation::Value>) override {
+      return automation::Value(std::string(" SNVT_temp_p  SNVT_temp "));
+    }
+  };
+  const base::Numbers numbers;
+  host::Journal journal(numbers);
+  const host::NetworkVariable variable(automation::Object(std::make_shared<Host>()), "nviSpaceTemp", journal);
+  EXPECT_EQ(variable.AllowedTypes(), (std::vector<std::string>{"SNVT_temp_p", "SNVT_temp"}));
+}
+
 }  // namespace

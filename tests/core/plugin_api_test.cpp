@@ -251,4 +251,15 @@ TEST_F(ToolTest, RegistersByTheFirstWordOfTheCommandLine) {
   EXPECT_EQ(building.PlugIns()[0].id, "QVRKvTARNCfg.LNSPlugInAPI");
 }
 
+TEST(Settings, NameTheLargeIconWhereTheFamilyHasOne) {
+  plugin::StartUpFacts facts;
+  facts.lonWorksFolder = "C:\\LonWorks";
+  for (const bool large : {false, true}) {
+    facts.fileExists = [large](const std::string& file) { return large && file.ends_with("\\icon32.ico"); };
+    EXPECT_EQ(
+        plugin::MakeSettings(facts, {}).iconFile,
+        std::string("C:\\LonWorks\\Apps\\QVR KV\\OvxCommonFiles\\") + (large ? "icon32.ico" : "icon.ico"));
+  }
+}
+
 }  // namespace

@@ -226,13 +226,22 @@ TEST_F(ClientTest, DrippingBytesDoNotExtendTheTimeOut) {
   EXPECT_LE(took, 2'000ms);  // the whole answer would take thirty seconds
 }
 
-TEST(AsioLoop, TurnsAgainAfterItHadNothingToDo) {
+TEST(AsioLoop, TurnsAgainAfterItHadNothingToDoAndTicksUntilATimerIsStopped) {
   serverlink::AsioLoop loop;
   loop.Turn();
   bool done = false;
   loop.Post([&done] { done = true; });
   loop.Turn();
   EXPECT_TRUE(done);
+  int ticks = 0;
+  ui::Timer timer(loop, 1ms);
+  timer.onTick = [&] {
+    if (++ticks == 3) timer.Stop();
+  };
+  timer.Start();
+  const auto end = std::chrono::steady_clock::now() + 100ms;
+  loop.RunUntil([&] { return std::chrono::steady_clock::now() > end; });
+  EXPECT_EQ(ticks, 3);
 }
 
 TEST_F(ClientTest, WaitingTurnsTheLoopWithoutSpinningAndWakesForData) {
