@@ -370,7 +370,8 @@ TEST(Advice, HasNoRuleThatNeverSpeaks) {
     for (const State& state : group.states) found += state.found + std::string(", ");
   }
   for (const advice::Rule* rule : advice::Rules())
-    EXPECT_NE(found.find(std::string(rule->name) + ","), std::string::npos) << rule->name;
+    EXPECT_TRUE(found.find(std::string(rule->name) + ",") != std::string::npos)
+        << rule->name << " speaks in no state of this file";
 }
 
 TEST(Advice, SaysNothingOfWhatIsNotKnown) {

@@ -35,7 +35,7 @@ TEST_F(AdviceWindowTest, FollowsWhatIsTypedAndGoesThere) {
   ChoosePage("fAlarm");
   list.Open();
   EXPECT_EQ(Text("lblTitle"), "PID Configuration");
-  EXPECT_EQ(Main().Pages().FindPage("fPID")->Focused(), &Find("fPID.txtPIDTemp(0)"));
+  EXPECT_EQ(Page("fPID").Focused(), &Find("fPID.txtPIDTemp(0)"));
 
   program.GetStrings().SetLanguage("German");
   Main().ReInitializeStrings();

@@ -45,7 +45,7 @@ TEST_F(ToolTest, AlarmLimitsAreHeldAgainstTheSupplySetpoints) {
       tool.Type(Box(9), item.high);
       tool.Type("fHeatCool.txtMinDischCool", item.minimum);
       tool.Type("fHeatCool.txtMaxDischHeat", item.maximum);
-      shell::ISubForm& page = *tool.Main().Pages().FindPage("fAlarm");
+      shell::ISubForm& page = tool.Page("fAlarm");
       if (!changed) page.EndWriteValue();
       tool.Main().Flags().writeError = false;
       const std::string what = std::string(item.minimum) + " to " + item.maximum;
@@ -79,7 +79,7 @@ TEST(NewerAlarms, AFurtherFieldShiftsTheBoxesAndTheRulesWithThem) {
   EXPECT_EQ(PlaceOf(tool, Box(23)), "Fan alarm, Delay");
 
   tool.Type(Box(2), "8");
-  EXPECT_FALSE(tool.Main().Pages().FindPage("fAlarm")->WriteValue());
+  EXPECT_FALSE(tool.Page("fAlarm").WriteValue());
   EXPECT_EQ(tool.Messages(), kBothRules) << "a delay and a low limit stand in boxes 8 and 9";
   tool.Type(Box(8), "0");
   tool.Type(Box(9), "50");
@@ -106,7 +106,7 @@ TEST_F(ToolTest, AlarmBoxesAreArrangedAnewWhenTheRecordsHaveOtherFields) {
   throughHost = tests::FailingBy(plan);
   OpenPage(tests::kAssigned, "fAlarm");
   Screen screen;
-  shell::ISubForm& page = *Main().Pages().FindPage("fAlarm");
+  shell::ISubForm& page = Page("fAlarm");
   page.SetPeer(&screen);
   for (const int expected : {0, 1, 1, 2}) {
     if (expected == 1) plan.Arm(tests::Failure::kShortRecord, {1}, true);

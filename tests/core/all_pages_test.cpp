@@ -51,7 +51,7 @@ TEST_F(AllPages, OnePageThatRefusesKeepsAllBackUntilItIsCorrected) {
     EXPECT_EQ(building.Faults().Count("Network.CancelTransaction"), 1u);
     EXPECT_EQ(building.Faults().Count("Network.CommitTransaction"), 0u);
     for (const std::string& name : ValuePages())
-      EXPECT_TRUE(Main().Pages().FindPage(name)->IsChanged()) << name;
+      EXPECT_TRUE(Page(name).IsChanged()) << name << ": give it a change in kChanges";
   }
 
   Type("fAlarm.txtAlarm(8)", limit);
@@ -74,7 +74,7 @@ TEST_F(AllPages, SwitchingUnitsToAndFroMovesNoValueAlsoWhenSaved) {
     for (const char* unit : {"optUnit(1)", "optUnit(0)"}) {
       Find<ui::OptionButton>(unit).Click();
       for (const std::string& name : ValuePages()) {
-        for (ui::Control* control : Main().Pages().FindPage(name)->Controls()) {
+        for (ui::Control* control : Page(name).Controls()) {
           const std::string key = std::string(unit) + name + "." + control->Name();
           const auto [known, first] = shown.emplace(key, control->Text());
           EXPECT_EQ(known->second, control->Text()) << key << " turn " << turn;
@@ -107,7 +107,7 @@ TEST_F(AllPages, OldMarkersAreAdjustedWithTheNextSaveAndToldOnce) {
   Open(tests::kPressure);
   const auto options = [this] { return base::Record(Stored(tests::kPressure, 48, "UCPTobjectOptions", 0)); };
   for (const auto& item : cases) {
-    EXPECT_TRUE(Main().Pages().FindPage(item.page)->IsChanged());
+    EXPECT_TRUE(Page(item.page).IsChanged());
     for (const std::size_t field : item.fields) EXPECT_EQ(options().Field(field), "1") << field;
   }
   Type("fPID.txtPIDTemp(0)", "abc");
@@ -117,7 +117,7 @@ TEST_F(AllPages, OldMarkersAreAdjustedWithTheNextSaveAndToldOnce) {
   for (int save = 0; save < 2; ++save) {
     Click("cmdApply");
     for (const auto& item : cases) {
-      EXPECT_FALSE(Main().Pages().FindPage(item.page)->IsChanged());
+      EXPECT_FALSE(Page(item.page).IsChanged());
       for (const std::size_t field : item.fields) EXPECT_EQ(options().Field(field), "0") << field;
       EXPECT_EQ(std::ranges::count(Messages(), item.notice), 1);
       Unlock(item.page);
@@ -154,7 +154,7 @@ TEST(PageSaves, CallTheHostForThePageThatWasChangedAndNothingElse) {
     tool.Main().Companions().front()->SaveBegins();  // what a backup needs beside the pages is asked for once
     simulator::Faults& faults = tool.building.Faults();
     faults.StartCounting();
-    tool.Main().Pages().FindPage(page)->FillValue();
+    tool.Page(page).FillValue();
     const auto filled = faults.Counts();
     change(tool);
     faults.StartCounting();

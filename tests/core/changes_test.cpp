@@ -40,7 +40,7 @@ struct ChangesTest : tests::ToolTest {
     return fields;
   }
   void OpenContextMenu(const std::string& page, const std::string& control, std::size_t entry) {
-    ui::Form& form = *Main().Pages().FindPage(page);
+    ui::Form& form = Page(page);
     const ui::ContextMenu menu = form.onContextMenu(*form.Find(control));
     ASSERT_GT(menu.items.size(), entry) << control;
     menu.items[entry].onClick();
@@ -148,7 +148,7 @@ TEST_F(ChangesTest, TakenBackLeaveNothingToBeSaved) {
   ChoosePage("fPID");
   Click("cmdTakeBack");
   EXPECT_EQ(Edited().size(), 4u) << testing::PrintToString(Lines());
-  EXPECT_FALSE(Main().Pages().FindPage("fPID")->IsChanged());
+  EXPECT_FALSE(Page("fPID").IsChanged());
   EXPECT_FALSE(Find("cmdTakeBack").Visible());
 
   Click("cmdChanges");
@@ -159,7 +159,7 @@ TEST_F(ChangesTest, TakenBackLeaveNothingToBeSaved) {
   ClickIn(window, "cmdTakeBack");  // the second first, or it is refused
   EXPECT_EQ(prompts.asked.size(), 1u);
   EXPECT_EQ(Edited().size(), 0u);
-  EXPECT_FALSE(Main().Pages().FindPage("fControlOutput")->IsChanged());
+  EXPECT_FALSE(Page("fControlOutput").IsChanged());
   building.Faults().Fail({.member = "Network.BeginTransaction", .once = false});
   Click("cmdApply");
   EXPECT_EQ(LastMessage(), "") << "nothing is to be saved";
@@ -176,7 +176,7 @@ TEST_F(ChangesTest, WhatWasRefusedIsFoundAtItsBox) {
   EXPECT_EQ(Find("fPID.txtPIDTemp(0)").GetMark(), ui::Mark::kChanged);
   EXPECT_EQ(ListCaption("fPID"), "PID (2) !");
   EXPECT_EQ(Count(), "2 changes on 1 page, 1 refused");
-  EXPECT_EQ(Main().Pages().FindPage("fPID")->Focused(), &Find("fPID.txtPIDTemp(3)"));
+  EXPECT_EQ(Page("fPID").Focused(), &Find("fPID.txtPIDTemp(3)"));
   Type("fPID.txtPIDTemp(3)", "600");
   EXPECT_EQ(Find("fPID.txtPIDTemp(3)").GetMark(), ui::Mark::kChanged);
 
@@ -315,7 +315,7 @@ TEST_F(ChangesTest, AFieldIsFoundByItsCaptionsAndTheDevicesNames) {
   box.Type("totband co2");
   ClickIn(window, "cmdGoTo");
   EXPECT_FALSE(window.Visible());
-  EXPECT_EQ(Main().Pages().FindPage("fPID")->Focused(), &Find("fPID.txtCO2Level(1)"));
+  EXPECT_EQ(Page("fPID").Focused(), &Find("fPID.txtCO2Level(1)"));
 }
 
 TEST_F(ChangesTest, ALockedWindowShowsEverythingAndTakesNothing) {

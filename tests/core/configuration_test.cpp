@@ -336,7 +336,7 @@ TEST_F(ConfigurationTest, TheExampleOfTheDocumentsIsWhatTheToolSaves) {
   saved = std::regex_replace(saved, std::regex(R"re(("time": ")[^"]*)re"), "$012026-11-22T14:05:00Z");
   EXPECT_EQ(Write(configuration::Read(saved, "8000AB0C12340001")), saved);
   const auto example = std::filesystem::path(SOURCE_DIR).parent_path() / "docs" / "example.kvtarn";
-  const auto kept = std::filesystem::current_path() / "example.kvtarn";
+  const auto kept = std::filesystem::temp_directory_path() / "example.kvtarn";
   if (base::ReadFile(example, configuration::kLargestFile) == saved) return;
   base::ReplaceFile(kept, saved);
   FAIL() << "the tool saves something else: look at " << kept << " and copy it to docs";

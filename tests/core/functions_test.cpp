@@ -11,12 +11,12 @@ struct Step {
   const char* usable;
 };
 /// Controls and arrays of a page that can be used or not together: what they are for, and their names.
-struct Page {
+struct PageFunctions {
   const char* name;
   std::vector<std::pair<std::string, std::string>> groups;
   std::vector<Step> steps;
 };
-const Page kPages[] = {
+const PageFunctions kPages[] = {
     {"fHeatCool",
      {{"stage", "chkHeatStage"},
       {"cooling", "txtCoolOn lblCoolOn lblSec(0) txtCoolOFF lblCoolOFF lblSec(1)"},
@@ -82,13 +82,13 @@ const Page kPages[] = {
 };
 
 struct Functions : tests::ToolTest {
-  std::string Usable(const Page& page) {
+  std::string Usable(const PageFunctions& page) {
     std::string usable;
     for (const auto& [group, names] : page.groups) {
       const auto controls = base::Split(names, " ");
       const bool first = AllUsable(std::string(page.name) + "." + controls[0]);
       for (const std::string& name : controls) {
-        for (const ui::Control* control : Main().Pages().FindPage(page.name)->Group(name))
+        for (const ui::Control* control : Page(page.name).Group(name))
           EXPECT_EQ(control->Usable(), first) << control->Name();
       }
       if (first) usable += (usable.empty() ? "" : ", ") + group;
@@ -98,7 +98,7 @@ struct Functions : tests::ToolTest {
 };
 
 TEST_F(Functions, DecideWhatCanBeUsed) {
-  for (const Page& page : kPages) {
+  for (const PageFunctions& page : kPages) {
     SCOPED_TRACE(page.name);
     if (program.Window()) {
       for (int output = 7; output > 0; --output) AssignOutput(output, "UNASSIGNED");

@@ -25,7 +25,7 @@ TEST_F(GeneralTest, DamperPositionsMustBeInOrderWhileThereIsADamper) {
     Type("fGeneral.txtOutdoor", item.minimum);
     Type("fGeneral.txtOutdoorMax", item.maximum);
     const std::size_t told = Messages().size();
-    Main().Pages().FindPage("fGeneral")->SetFocused(nullptr);  // the last refusal put the cursor there
+    Page("fGeneral").SetFocused(nullptr);  // the last refusal put the cursor there
     Click("cmdApply");
     if (item.fault.empty()) {
       EXPECT_EQ(Stored(tests::kAssigned, 27, "UCPTminOutdoorAir", 1), "20.0");
@@ -36,7 +36,7 @@ TEST_F(GeneralTest, DamperPositionsMustBeInOrderWhileThereIsADamper) {
     EXPECT_EQ(Stored(tests::kAssigned, 27, "UCPTminOutdoorAir", 1), before) << item.minimum;
     EXPECT_EQ(Text("fGeneral.txtOutdoor"), item.minimum);
     Main().Flags().writeError = false;
-    EXPECT_FALSE(Main().Pages().FindPage("fGeneral")->WriteValue());
+    EXPECT_FALSE(Page("fGeneral").WriteValue());
     EXPECT_TRUE(Main().Flags().writeError) << item.minimum;
   }
   Type("fGeneral.txtOutdoor", "21");

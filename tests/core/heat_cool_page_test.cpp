@@ -19,8 +19,8 @@ using Log = std::vector<std::string>;
 using Edits = std::vector<std::pair<std::string, std::string>>;
 
 struct HeatCoolTest : tests::ToolTest {
-  std::string Page(const std::string& control) { return "fHeatCool." + control; }
-  std::string Setpoint(int i) { return Page("txtSetPoint(" + std::to_string(i) + ")"); }
+  std::string Of(const std::string& control) { return "fHeatCool." + control; }
+  std::string Setpoint(int i) { return Of("txtSetPoint(" + std::to_string(i) + ")"); }
   std::string StoredSetpoints() { return Stored(tests::kAssigned, 3, "SCPTsetPnts#SI", 3); }
   /// What Apply logged.
   Log Apply() {
@@ -84,26 +84,26 @@ TEST_F(HeatCoolTest, RulesBetweenFieldsAndWithTheAlarms) {
     EXPECT_EQ(tool.Stored(tests::kAssigned, 3, "SCPTsetPnts#SI", 3), stored) << what;
     for (const auto& [box, text] : edits) EXPECT_EQ(tool.Text(box), text) << what;
     // Crossed setpoints are no unsaved edit any more, after any other failure the edits are.
-    EXPECT_EQ(tool.Main().Pages().FindPage("fHeatCool")->IsChanged(), refusals[0] != kSetpointRule) << what;
+    EXPECT_EQ(tool.Page("fHeatCool").IsChanged(), refusals[0] != kSetpointRule) << what;
   }
 }
 
 TEST_F(HeatCoolTest, AWarningAboutTheMaximumHoldsBackBothRulesUntilItsBoxIsEntered) {
   OpenPage(tests::kAssigned, "fHeatCool");
   Type("fAlarm.txtAlarm(9)", "35");
-  Type(Page("txtMaxDischHeat"), "35");
-  Type(Page("txtMinDischCool"), "8");
+  Type(Of("txtMaxDischHeat"), "35");
+  Type(Of("txtMinDischCool"), "8");
   EXPECT_EQ(Apply(), (Log{kMaximumRule, kNotApplied}));
   EXPECT_EQ(Apply(), (Log{tests::kApplied})) << "neither rule; the alarms page takes equal values";
-  Find<ui::TextBox>(Page("txtMinDischCool")).Enter();
-  Type(Page("txtMinDischCool"), "7.6");
+  Find<ui::TextBox>(Of("txtMinDischCool")).Enter();
+  Type(Of("txtMinDischCool"), "7.6");
   EXPECT_EQ(Apply(), (Log{tests::kApplied})) << "its own box does not bring the minimum back";
-  Find<ui::TextBox>(Page("txtMaxDischHeat")).Enter();
-  Type(Page("txtMaxDischHeat"), "30");
+  Find<ui::TextBox>(Of("txtMaxDischHeat")).Enter();
+  Type(Of("txtMaxDischHeat"), "30");
   for (int i = 0; i < 2; ++i) {
     EXPECT_EQ(Apply(), (Log{kMinimumRule, kNotApplied})) << "its own warning does not hold it back";
   }
-  auto& minimum = Find<ui::TextBox>(Page("txtMinDischCool"));
+  auto& minimum = Find<ui::TextBox>(Of("txtMinDischCool"));
   minimum.Type("abc");
   EXPECT_TRUE(minimum.Leave()) << "but it lets the person go";
 }
@@ -111,7 +111,7 @@ TEST_F(HeatCoolTest, AWarningAboutTheMaximumHoldsBackBothRulesUntilItsBoxIsEnter
 TEST_F(HeatCoolTest, ASupplyBoxIsRefusedOnceEachTimeItIsEntered) {
   OpenPage(tests::kAssigned, "fHeatCool");
   for (const char* name : {"txtMaxDischHeat", "txtMinDischCool"}) {
-    auto& box = Find<ui::TextBox>(Page(name));
+    auto& box = Find<ui::TextBox>(Of(name));
     for (std::size_t entered = 1; entered <= 2; ++entered) {
       prompts.asked.clear();
       box.Enter();
@@ -127,7 +127,7 @@ TEST_F(HeatCoolTest, AnEmptyOptionRecordLeavesOnlyTheOptionsOut) {
   tests::FailurePlan plan;
   throughHost = tests::FailingBy(plan);
   OpenPage(tests::kAssigned, "fHeatCool");
-  shell::ISubForm& page = *Main().Pages().FindPage("fHeatCool");
+  shell::ISubForm& page = Page("fHeatCool");
   plan.Arm(tests::Failure::kEmptyText, {}, false);
   page.FillValue();
   plan.Arm(tests::Failure::kEmptyText, {plan.seen - 7}, false);  // before the functions of the outputs
@@ -135,13 +135,13 @@ TEST_F(HeatCoolTest, AnEmptyOptionRecordLeavesOnlyTheOptionsOut) {
   const std::string options = Stored(tests::kAssigned, 48, "UCPTobjectOptions", 0);
   plan.seen = 0;
   page.FillValue();
-  EXPECT_EQ(Text(Page("txtminHeatPeriod")), "9");
-  EXPECT_FALSE(Find(Page("chkMechAndEco")).Enabled());
-  Find<ui::CheckBox>(Page("chkMechAndEco")).SetChecked(true);
-  Type(Page("txtChngeOverDelay"), "16");
+  EXPECT_EQ(Text(Of("txtminHeatPeriod")), "9");
+  EXPECT_FALSE(Find(Of("chkMechAndEco")).Enabled());
+  Find<ui::CheckBox>(Of("chkMechAndEco")).SetChecked(true);
+  Type(Of("txtChngeOverDelay"), "16");
   Save();
   EXPECT_EQ(Stored(tests::kAssigned, 48, "UCPTobjectOptions", 0), options);
-  EXPECT_TRUE(Find(Page("chkMechAndEco")).Enabled()) << "the record could be read again";
+  EXPECT_TRUE(Find(Of("chkMechAndEco")).Enabled()) << "the record could be read again";
 }
 
 }  // namespace

@@ -59,7 +59,7 @@ struct NetworkInputsTest : Windows, tests::ToolTest {
     const bool standard = Main().Device().OccupancyIsStandard;
     for (const char* name :
          {"txtStartTime", "fraOptimum", "lblStartTime", "lblUnitStartTime", "chkOptimum"}) {
-      for (const ui::Control* control : Main().Pages().FindPage("fOptions")->Group(name))
+      for (const ui::Control* control : Page("fOptions").Group(name))
         EXPECT_EQ(control->Enabled(), standard) << name;
     }
     return standard;
@@ -98,7 +98,7 @@ TEST_F(NetworkInputsTest, BackToTheTypeInTheDeviceKeepsItsScope) {
   EXPECT_EQ(Text(Indexed("lblType", 0)), "SNVT_tod_event");
   EXPECT_FALSE(OptimumStart());
   Choose("nviOccCmd", "SNVT_tod_event");
-  EXPECT_FALSE(Main().Pages().FindPage("fNetworkInput")->IsChanged()) << "it has that type already";
+  EXPECT_FALSE(Page("fNetworkInput").IsChanged()) << "it has that type already";
   Choose("nviOccCmd", "SNVT_occupancy");
   EXPECT_TRUE(OptimumStart());
   Choose("nviOccCmd", "SNVT_tod_event");
@@ -118,7 +118,7 @@ TEST_F(NetworkInputsTest, ATypeWithAScopeIsTheOneWithoutIt) {
     ChooseRow("lvwVariable", "nviOccCmd");
     EXPECT_EQ(In<ui::ListView>("lvwType").Selection(), std::vector<std::size_t>{1});
   });
-  EXPECT_FALSE(Main().Pages().FindPage("fNetworkInput")->IsChanged());
+  EXPECT_FALSE(Page("fNetworkInput").IsChanged());
 }
 
 TEST_F(NetworkInputsTest, TheDialogListsWhatTheVariablesAllow) {

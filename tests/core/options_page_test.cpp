@@ -53,7 +53,7 @@ TEST_F(OptionsTest, TheCycleTimeFollowsTheChangeoverDelayAndItsOwnRange) {
 TEST_F(OptionsTest, TheChangeoverDemandIsStoredDoubledAndRounded) {
   Open(tests::kAssigned);
   Store(52, "UCPTextraConfig", "60 45 100.0 120 0");
-  Main().Pages().FindPage("fOptions")->FillValue();
+  Page("fOptions").FillValue();
   EXPECT_EQ(Text("fOptions.txtChangeOver"), "22.5");
   Find<ui::CheckBox>("fOptions.chkAlternate").SetChecked(false);
   ToggleCheck("chkAlternate");
@@ -78,7 +78,7 @@ TEST_F(OptionsTest, AValueThatCannotBeShownIsNamed) {
   tests::FailurePlan plan;
   throughHost = tests::FailingBy(plan);
   Open(tests::kAssigned);
-  shell::ISubForm& page = *Main().Pages().FindPage("fOptions");
+  shell::ISubForm& page = Page("fOptions");
   plan.Arm(tests::Failure::kOtherText, {}, false);
   page.FillValue();
   plan.otherText = "60 x 100.0 120 0";
@@ -108,7 +108,7 @@ TEST_F(OptionsTest, GroupsFollowTheirCheckBoxes) {
 
 TEST_F(OptionsTest, ThePageItselfTestsTheTypeOfTheOccupancyCommand) {
   Open(tests::kUnassigned);
-  Main().Pages().FindPage("fOptions")->FillValue();
+  Page("fOptions").FillValue();
   EXPECT_FALSE(Enabled("txtStartTime"));  // type 109 is the standard one; the name test says the opposite
 }
 

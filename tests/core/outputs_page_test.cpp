@@ -264,7 +264,7 @@ TEST_F(OutputsTest, AnOverrideIsOnOrOffByItsValue) {
   Open(device);
   for (const auto& [stored, shown] : {std::pair{"0.0 1", "OFF"}, {"100.0 0", "OFF"}, {"0.5 1", "ON"}}) {
     Main().Device().OutputProperties[3][4].Object().Put("Value", stored);
-    Main().Pages().FindPage("fControlOutput")->FillValue();
+    Page("fControlOutput").FillValue();
     EXPECT_EQ(Find<ui::ListBox>(Output("cboONOFF", 3)).SelectedText(), shown) << stored;
     EXPECT_TRUE(Find<ui::CheckBox>(Output("chkOver", 3)).Checked()) << stored;
   }

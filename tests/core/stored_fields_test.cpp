@@ -188,7 +188,7 @@ struct StoredFields : tests::ToolTest {
   }
   /// Takes a content and stores it. Answers whether the page did.
   bool SaveField(const fields::Field& field, const std::string& content) {
-    shell::ISubForm& page = *Main().Pages().FindPage(field.page);
+    shell::ISubForm& page = Page(field.page);
     if (!Main().Prompts().Take(field, content).empty()) return false;
     EXPECT_TRUE(page.IsChanged()) << field.page << "." << field.name;
     if (!page.WriteValue()) return false;
@@ -209,6 +209,7 @@ TEST_F(StoredFields, EachAloneIsStoredInItsPlaceAndComesBack) {
   for (const fields::Field& field : list.All()) {
     if (!field.control) continue;  // a setting of a sensor or an actuator
     const std::string name = field.page + "." + field.name;
+    EXPECT_TRUE(homes.contains(name)) << name << " has no line in kBoxes or kOptions";
     const std::string home = homes[name];
     homes.erase(name);
     if (!field.applies()) continue;
@@ -223,7 +224,7 @@ TEST_F(StoredFields, EachAloneIsStoredInItsPlaceAndComesBack) {
     ASSERT_NE(taken, "") << name << testing::PrintToString(Messages());
     const auto stored = Device();
     if (!name.starts_with("fControlOutput.chkOutput")) {  // which the hardware decides when it is read
-      Main().Pages().FindPage(field.page)->FillValue();
+      Page(field.page).FillValue();
       const base::Numbers numbers;
       EXPECT_EQ(numbers.Parse(field.content()), numbers.Parse(taken)) << name;
       EXPECT_EQ(numbers.IsNumber(taken) ? taken : field.content(), taken) << name;
@@ -273,7 +274,7 @@ TEST_F(StoredFields, AreShownInTheirFormatAndDecimals) {
 
 TEST_F(StoredFields, ARefreshOfAPageDropsEditsOnlyWhenThereAreSome) {
   Open(kDevice);
-  shell::ISubForm& page = *Main().Pages().FindPage("fPID");
+  shell::ISubForm& page = Page("fPID");
   const std::string stored = Text("fPID.txtPIDTemp(2)");
   const auto calls = building.Faults().Total();
   page.RefreshPage();

@@ -105,7 +105,16 @@ struct Tool : StandIns {
            Find<ui::ListBox>("fHardwareInput.cboInput(" + std::to_string(input - 1) + ")").Choose(function));
   }
 
-  shell::fMain& Main() { return *program.Window(); }
+  shell::fMain& Main() {
+    if (!program.Window()) throw base::Error("the tool shows no window; " + Told());
+    return *program.Window();
+  }
+  /// A page by its class.
+  shell::ISubForm& Page(std::string_view pageClass) {
+    shell::ISubForm* page = Main().Pages().FindPage(pageClass);
+    if (!page) throw base::Error("no page " + std::string(pageClass) + "; " + Told());
+    return *page;
+  }
   template <class T>
   T& Companion() {
     for (const auto& companion : Main().Companions()) {
@@ -117,23 +126,21 @@ struct Tool : StandIns {
   template <class T = ui::Control>
   T& Find(const std::string& name) {
     const auto point = name.find('.');
-    ui::Form* form = program.Window();
-    if (point != std::string::npos) form = Main().Pages().FindPage(name.substr(0, point));
-    ui::Control* control =
-        form ? form->Find(name.substr(point == std::string::npos ? 0 : point + 1)) : nullptr;
-    T* typed = dynamic_cast<T*>(control);
+    const ui::Form& form =
+        point == std::string::npos ? static_cast<ui::Form&>(Main()) : Page(name.substr(0, point));
+    T* typed = dynamic_cast<T*>(form.Find(name.substr(point == std::string::npos ? 0 : point + 1)));
     if (!typed) throw base::Error("no control " + name);
     return *typed;
   }
   /// Whether a person could act on every control of an array or a single control ("fPID.txtPIDTemp").
   bool AllUsable(const std::string& name) {
     const auto point = name.find('.');
-    const auto group = Main().Pages().FindPage(name.substr(0, point))->Group(name.substr(point + 1));
+    const auto group = Page(name.substr(0, point)).Group(name.substr(point + 1));
     return std::ranges::all_of(group, &ui::Control::Usable);
   }
   /// Lets a person use every control of a page, whatever the functions assigned allow.
   void Unlock(const std::string& pageClass) {
-    for (ui::Control* control : Main().Pages().FindPage(pageClass)->Controls()) control->SetEnabled(true);
+    for (ui::Control* control : Page(pageClass).Controls()) control->SetEnabled(true);
   }
   std::string Text(const std::string& name) { return Find(name).Text(); }
   /// A control of any other window of the tool.
@@ -218,6 +225,11 @@ struct Tool : StandIns {
   automation::Object api{std::make_shared<plugin::PlugInApi>(program)};
 
  private:
+  /// What a person was told last: mostly the reason why something is not there.
+  std::string Told() {
+    const std::string box = prompts.asked.empty() ? "" : prompts.asked.back().text;
+    return "the tool said last: " + (box.empty() && program.Window() ? LastMessage() : box);
+  }
   static void Usable(const std::string& name, bool done) {
     if (!done) throw base::Error(name + " cannot be used now");
   }

@@ -85,7 +85,7 @@ struct TroubledTool : tests::Tool {
   /// Pages that count as changed show what was typed.
   bool Holds(int state) {
     return std::ranges::all_of(kEdits, [&](const Edit& edit) {
-      if (!Concerns(edit) || !Main().Pages().FindPage(edit.page)->IsChanged()) return true;
+      if (!Concerns(edit) || !Page(edit.page).IsChanged()) return true;
       ui::Control& control = Find(NameOf(edit));
       const auto* list = dynamic_cast<ui::ListBox*>(&control);
       return (list ? list->SelectedText() : control.Text()) == edit.texts[state];
