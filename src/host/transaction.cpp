@@ -34,12 +34,22 @@ void Transaction::Begin() {
   open_ = true;
 }
 
+// What decides about a commit that failed is read back. That must not be read in the transaction itself, so a
+// cancel that failed too is tried once more; beginning another one ends the doubt whether there is one to
+// cancel.
 void Transaction::Commit() {
   open_ = false;
   all_.journal_.Close();
   try {
     all_.network_.Call(kCommitTransaction);
   } catch (const automation::Error&) {
+    CancelQuietly();
+    if (!all_.leftOpen_) throw;
+    try {
+      Begin();
+    } catch (const automation::Error&) {
+      // One is open, or the host is gone.
+    }
     CancelQuietly();
     throw;
   }
