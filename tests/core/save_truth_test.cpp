@@ -178,6 +178,25 @@ TEST_F(SaveTruth, IsToldAfterRandomEditsAndEveryKindOfEnding) {
   }
 }
 
+// What is pending in a transaction that is still open reads as if it were stored.
+TEST_F(SaveTruth, IsNotReadInTheTransactionWhoseCommitAndCancelWereRefused) {
+  OpenPage(kDevice, "fPID");
+  Type("fPID.txtPIDTemp(0)", "12");
+  const std::string before = Device();
+  building.Faults().Fail({.member = "Network.CommitTransaction", .instead = [this] {
+                            building.Faults().Fail({.member = "Network.CancelTransaction"});
+                            throw automation::Error(automation::kApplicationDefined, "The host refuses.");
+                          }});
+  Click("cmdOK");
+  EXPECT_EQ(Told(), "were not applied");
+  EXPECT_EQ(Device(), before);
+  ASSERT_TRUE(program.Window() && Main().Visible());
+  EXPECT_EQ(Text("fPID.txtPIDTemp(0)"), "12");
+  Click("cmdApply");
+  EXPECT_EQ(Told(), "applied successfully");
+  EXPECT_NE(Device(), before);
+}
+
 TEST_F(SaveTruth, StaysUnknownWhenTheDeviceCannotBeReadBack) {
   OpenPage(kDevice, "fPID");
   Type("fPID.txtPIDTemp(0)", "12");
