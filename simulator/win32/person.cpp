@@ -1,5 +1,6 @@
 #include "simulator/win32/person.h"
 
+#include <chrono>
 #include <cstdlib>
 #include <span>
 #include <string>
@@ -46,12 +47,17 @@ void RequireUsable(HWND window, const Patience& patience) {
   });
 }
 
-// Puts the keyboard into `control`, as a click does.
+// Puts the keyboard into `control`, as a click does; as a person would, once more where a window that came up
+// in the same moment has taken it away.
 void TakeFocus(HWND control, const Patience& patience) {
-  if (FocusOf(control) == control) return;
-  ClickAt(control, {3, 3});
+  auto again = std::chrono::steady_clock::now();
   patience.Until([&]() -> std::string {
-    return FocusOf(control) == control ? "" : "\"" + NameOf(control) + "\" did not take the keyboard";
+    if (FocusOf(control) == control) return {};
+    if (std::chrono::steady_clock::now() >= again) {
+      ClickAt(control, {3, 3});
+      again += std::chrono::seconds(2);
+    }
+    return "\"" + NameOf(control) + "\" did not take the keyboard";
   });
 }
 
