@@ -239,8 +239,12 @@ TEST(AsioLoop, TurnsAgainAfterItHadNothingToDoAndTicksUntilATimerIsStopped) {
     if (++ticks == 3) timer.Stop();
   };
   timer.Start();
-  const auto end = std::chrono::steady_clock::now() + 100ms;
-  loop.RunUntil([&] { return std::chrono::steady_clock::now() > end; });
+  const auto runFor = [&loop, &ticks](std::chrono::milliseconds time, int enough) {
+    const auto end = std::chrono::steady_clock::now() + time;
+    loop.RunUntil([&] { return ticks >= enough || std::chrono::steady_clock::now() > end; });
+  };
+  runFor(10s, 3);
+  runFor(60ms, 4);
   EXPECT_EQ(ticks, 3);
 }
 
