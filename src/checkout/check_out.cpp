@@ -111,6 +111,7 @@ std::chrono::seconds CheckOut::Left() const {
 }
 
 void CheckOut::Look() {
+  transactions_.EndLeft();
   std::vector<Kept> left;
   for (const Kept& kept : kept_) {
     if (OverrideOf(kept.output).Read() != kept.text) left.push_back(kept);

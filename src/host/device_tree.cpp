@@ -54,6 +54,8 @@ Property& PropertyCollection::operator[](int number) {
   return properties_.emplace(number, std::move(property)).first->second;
 }
 
+int PropertyCollection::Count() const { return collection_.Get(kCount).AsWhole(); }
+
 PropertyCollection& NetworkVariable::ConfigProperties() {
   if (!properties_) properties_ = PropertiesOf(object_, name_, *journal_);
   return *properties_;

@@ -10,7 +10,6 @@
 #include <vector>
 
 #include "automation/object.h"
-#include "host/contract.h"
 #include "host/property.h"
 
 namespace host {
@@ -28,7 +27,7 @@ class PropertyCollection {
   /// the input and output tables, which is never filled.
   Property& operator[](int number);
   /// How many there are. Throws automation::Error.
-  int Count() const { return collection_.Get(kCount).AsWhole(); }
+  int Count() const;
 
  private:
   automation::Object collection_;

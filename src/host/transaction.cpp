@@ -7,14 +7,42 @@
 
 namespace host {
 
-Transaction::Transaction(Transactions& all) : all_(all) {
+void Transactions::Begin() {
+  try {
+    network_.Call(kBeginTransaction);
+  } catch (const automation::Error& error) {
+    if (!error.Answered()) leftOpen_ = true;
+    throw;
+  }
+  leftOpen_ = false;
+}
+
+void Transactions::Cancel() {
+  leftOpen_ = true;  // until the host has answered
+  network_.Call(kCancelTransaction);
+  leftOpen_ = false;
+}
+
+// Beginning another one ends the doubt whether there is one to cancel.
+void Transactions::EndLeft() {
+  if (!leftOpen_) return;
   try {
     Begin();
+  } catch (const automation::Error&) {
+    // One is open, or the host is gone.
+  }
+  Cancel();
+}
+
+Transaction::Transaction(Transactions& all) : all_(all) {
+  try {
+    all_.Begin();
   } catch (const automation::Error& error) {
     if (error.Answered() && !all_.leftOpen_) throw;
     CancelQuietly();
-    Begin();
+    all_.Begin();
   }
+  open_ = true;
   all_.journal_.Open();
 }
 
@@ -23,20 +51,6 @@ Transaction::~Transaction() {
   all_.journal_.Close();
 }
 
-void Transaction::Begin() {
-  try {
-    all_.network_.Call(kBeginTransaction);
-  } catch (const automation::Error& error) {
-    if (!error.Answered()) all_.leftOpen_ = true;
-    throw;
-  }
-  all_.leftOpen_ = false;
-  open_ = true;
-}
-
-// What decides about a commit that failed is read back. That must not be read in the transaction itself, so a
-// cancel that failed too is tried once more; beginning another one ends the doubt whether there is one to
-// cancel.
 void Transaction::Commit() {
   open_ = false;
   all_.journal_.Close();
@@ -44,22 +58,13 @@ void Transaction::Commit() {
     all_.network_.Call(kCommitTransaction);
   } catch (const automation::Error&) {
     CancelQuietly();
-    if (!all_.leftOpen_) throw;
-    try {
-      Begin();
-    } catch (const automation::Error&) {
-      // One is open, or the host is gone.
-    }
-    CancelQuietly();
     throw;
   }
 }
 
 void Transaction::Cancel() {
   open_ = false;
-  all_.leftOpen_ = true;  // until the host has answered
-  all_.network_.Call(kCancelTransaction);
-  all_.leftOpen_ = false;
+  all_.Cancel();
 }
 
 void Transaction::CancelQuietly() {

@@ -15,8 +15,16 @@ class Transactions {
 
   Journal& GetJournal() const { return journal_; }
 
+  /// Ends one that the host may still have open: until then what is pending reads as if it were stored.
+  /// Called before the device is read to see what became of a transaction. Throws automation::Error when the
+  /// host refuses.
+  void EndLeft();
+
  private:
   friend class Transaction;
+  void Begin();
+  void Cancel();
+
   const automation::Object& network_;
   Journal& journal_;
   bool leftOpen_ = false;  // the host did not say whether the last one has ended
@@ -36,7 +44,6 @@ class Transaction {
   void Cancel();
 
  private:
-  void Begin();
   void CancelQuietly();
 
   Transactions& all_;

@@ -146,6 +146,7 @@ std::string fMain::WhyNotTakeBack() {
   if (lastSave_.Empty()) return text("Nothing was saved since this window was opened.");
   if (lastSave_.Imperial() != device_.IsImperial)
     return text("The last save was made in the other measurement units. Change them back first.");
+  transactions_.EndLeft();
   std::vector<std::string> names;
   for (const host::ChangedField& changed : host::ChangedSince(settings_.numbers, lastSave_.Entries())) {
     const auto point = changed.control.find('.');

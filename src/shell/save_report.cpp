@@ -65,6 +65,7 @@ SaveReport ReportSave(const PageContext& context, SaveResult result, std::string
                       std::string_view location) {
   if (result == SaveResult::kCancelled) return {result, {}};
   try {
+    context.transactions.EndLeft();
     if (result == SaveResult::kUnknown) return Settle(context, routine, location);
     const auto differences = host::HeldOtherwise(context.transactions.GetJournal());
     context.messages.AddMessage(Lines(context, differences), routine, location, logger::kExclamation);

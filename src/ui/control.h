@@ -32,6 +32,7 @@ enum class Kind {
   kProgressBar,
   kPageArea,
   kControlSite,
+  kCount
 };
 
 /// What changed about a control: caption or typed text, enabled, visible, tip, accessible name, mark, or its

@@ -239,6 +239,29 @@ TEST_F(CheckOutTest, IsRefusedByADeviceThatDoesNotKeepItAndEndsWithTheSession) {
   });
 }
 
+// What was put back is only pending while the transaction is open.
+TEST_F(CheckOutTest, IsNotForgottenWhenTheTransactionThatPutsBackCannotBeEnded) {
+  bool refuses = false, open = false;
+  throughHost = [&](std::string_view id, const automation::Object& object) {
+    if (id != host::kObjectServerId) return object;
+    return Meddler::Wrap(object, [&](automation::Access, std::string_view member) {
+      const bool begins = member == host::kBeginTransaction;
+      const bool ends = member == host::kCommitTransaction || member == host::kCancelTransaction;
+      if (refuses && (ends || (begins && std::exchange(open, true))))
+        throw automation::Error(automation::kApplicationDefined, "The host refuses.");
+      return true;
+    });
+  };
+  Open(device);
+  CheckOut([&] {
+    Press("cmdStart");
+    refuses = true;
+    Press("cmdYes");
+  });
+  EXPECT_NE(LastPrompt().find("COULD NOT BE PUT BACK"), std::string::npos) << LastPrompt();
+  EXPECT_TRUE(std::filesystem::exists(List()));
+}
+
 /// One check-out of the first output with a failing call; then a start without a failure. Answers how many
 /// calls were made.
 int FailOnce(const simulator::Building& building, Failure failure, int call, bool forever) {

@@ -28,6 +28,7 @@ enum class Ending {
 struct Plan {
   Ending ending = Ending::kWell;
   bool committed = false;
+  std::function<bool(std::string_view member)> refuses;
   std::function<void()> otherClient;  // runs after the commit, where there is another client
   Object network;
 };
@@ -38,6 +39,8 @@ class EndingTarget : public automation::Target {
   EndingTarget(Plan& plan, Object inner) : plan_(plan), inner_(std::move(inner)) {}
 
   Value Invoke(Access access, std::string_view member, std::span<const Value> arguments) override {
+    if (plan_.refuses && plan_.refuses(member))
+      throw automation::Error(automation::kApplicationDefined, "The host refuses.");
     if (member == "CommitTransaction") return Commit(arguments);
     if (member == "BeginTransaction") plan_.network = inner_;
     std::vector<Value> passed(arguments.begin(), arguments.end());
@@ -183,15 +186,19 @@ TEST_F(SaveTruth, IsNotReadInTheTransactionWhoseCommitAndCancelWereRefused) {
   OpenPage(kDevice, "fPID");
   Type("fPID.txtPIDTemp(0)", "12");
   const std::string before = Device();
-  building.Faults().Fail({.member = "Network.CommitTransaction", .instead = [this] {
-                            building.Faults().Fail({.member = "Network.CancelTransaction"});
-                            throw automation::Error(automation::kApplicationDefined, "The host refuses.");
-                          }});
-  Click("cmdOK");
-  EXPECT_EQ(Told(), "were not applied");
-  EXPECT_EQ(Device(), before);
-  ASSERT_TRUE(program.Window() && Main().Visible());
-  EXPECT_EQ(Text("fPID.txtPIDTemp(0)"), "12");
+  for (const bool forGood : {false, true}) {
+    plan.refuses = [&, commits = 0, cancels = 0](std::string_view member) mutable {
+      if (member == "CommitTransaction") return ++commits == 1;
+      if (member == "CancelTransaction") return forGood || (commits && ++cancels == 1);
+      return forGood && commits && member == "BeginTransaction";
+    };
+    Click("cmdOK");
+    EXPECT_EQ(Told(), forGood ? "It is not known" : "were not applied");
+    ASSERT_TRUE(program.Window() && Main().Visible());
+    EXPECT_EQ(Text("fPID.txtPIDTemp(0)"), "12");
+    EXPECT_TRUE(Main().Pages().AnyPageChanged());
+  }
+  plan.refuses = nullptr;
   Click("cmdApply");
   EXPECT_EQ(Told(), "applied successfully");
   EXPECT_NE(Device(), before);
