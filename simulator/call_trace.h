@@ -3,10 +3,8 @@
 // stand-in host's measurements.
 #pragma once
 
-#include <cstdint>
 #include <functional>
 #include <map>
-#include <memory>
 #include <string>
 #include <string_view>
 #include <vector>

@@ -2,7 +2,6 @@
 
 #include <algorithm>
 #include <nlohmann/json.hpp>
-#include <optional>
 
 #include "base/text.h"
 #include "simulator/files.h"
@@ -15,13 +14,6 @@ namespace {
 using Json = nlohmann::ordered_json;
 
 constexpr char kFont[] = "Tahoma";
-
-/// Owner and number of "RoofTopObject.30" or "RoofTopObject/nviCO2.1"; nothing for the key of a variable.
-std::optional<std::pair<std::string, int>> SplitKey(const std::string& key) {
-  const std::size_t point = key.rfind('.');
-  if (point == std::string::npos) return std::nullopt;
-  return std::pair{key.substr(0, point), static_cast<int>(base::Numbers().ToInt16(key.substr(point + 1)))};
-}
 
 bool Fits(const Field& field, const FieldValue& value) {
   const auto* text = std::get_if<std::string>(&value);

@@ -1,6 +1,7 @@
 #include "simulator/device.h"
 
 #include "base/text.h"
+#include "simulator/members.h"
 #include "simulator/property.h"
 #include "simulator/units.h"
 
@@ -25,11 +26,7 @@ constexpr automation::MemberOf<LonMarkObject> LonMarkObject::kMembers[] = {
        return self.Current().enabled ? kEnabled : kDisabled;
      },
      [](LonMarkObject& self, const Value& value) { self.ChangeState(value.AsText()); }},
-    {"Test", nullptr, nullptr,
-     [](LonMarkObject& self, const Arguments&) -> Value {
-       self.Test();
-       return {};
-     }},
+    {"Test", nullptr, nullptr, Run<&LonMarkObject::Test>},
     {"TestResult", [](LonMarkObject& self, const Arguments&) -> Value { return self.Current().test; }},
 };
 
@@ -92,14 +89,8 @@ std::string LonMarkObject::Diagnosis() const {
 }
 
 constexpr automation::MemberOf<DeviceInterface> DeviceInterface::kMembers[] = {
-    {"ProgramId",
-     [](DeviceInterface& self, const Arguments&) -> Value {
-       return self.GetCore().Record(self.deviceKey_).programId;
-     }},
-    {"Version",
-     [](DeviceInterface& self, const Arguments&) -> Value {
-       return self.GetCore().Record(self.deviceKey_).version;
-     }},
+    {"ProgramId", [](DeviceInterface& self, const Arguments&) -> Value { return self.Record().programId; }},
+    {"Version", [](DeviceInterface& self, const Arguments&) -> Value { return self.Record().version; }},
 };
 
 constexpr automation::MemberOf<Device> Device::kMembers[] = {

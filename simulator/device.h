@@ -49,6 +49,8 @@ class DeviceInterface : public HostObject<DeviceInterface> {
   static const automation::MemberOf<DeviceInterface> kMembers[2];
 
  private:
+  const DeviceRecord& Record() const { return GetCore().Record(deviceKey_); }
+
   std::string deviceKey_;
 };
 

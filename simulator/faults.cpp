@@ -24,23 +24,17 @@ void Faults::Fail(Fault fault) {
   armed_ = active_ = true;
 }
 
-void Faults::Clear() { counting_ = armed_ = active_ = false; }
-
 void Faults::Slow(std::string_view className, std::string_view member) {
   if (counting_) {
     last_ = std::chrono::steady_clock::now();
     if (counts_.empty()) first_ = last_;
     ++counts_[std::string(className) + "." + std::string(member)];
   }
-  if (armed_ && !fault_.loseAnswer && Matches(className, member) && Due()) {
-    Happen();
-  }
+  if (armed_ && !fault_.loseAnswer && Matches(className, member)) Strike();
 }
 
 void Faults::After(std::string_view className, std::string_view member) {
-  if (armed_ && fault_.loseAnswer && Matches(className, member) && Due()) {
-    Happen();
-  }
+  if (armed_ && fault_.loseAnswer && Matches(className, member)) Strike();
 }
 
 bool Faults::Matches(std::string_view className, std::string_view member) const {
@@ -48,16 +42,11 @@ bool Faults::Matches(std::string_view className, std::string_view member) const 
   return base::EqualsNoCase(fault_.member, std::string(className) + "." + std::string(member));
 }
 
-void Faults::Happen() const {
+void Faults::Strike() {
+  if (++seen_ < fault_.call) return;
+  if (fault_.once) armed_ = false;
   if (!fault_.instead) throw automation::Error(fault_.code, fault_.text);
   fault_.instead();
-}
-
-bool Faults::Due() {
-  ++seen_;
-  if (seen_ < fault_.call) return false;
-  if (fault_.once) armed_ = false;
-  return true;
 }
 
 }  // namespace simulator

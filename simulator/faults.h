@@ -41,7 +41,7 @@ class Faults {
   /// Sets the one fault; it replaces an earlier one. Throws base::Error when `fault.call` is 0.
   void Fail(Fault fault);
   /// No fault, no counting by member.
-  void Clear();
+  void Clear() { counting_ = armed_ = active_ = false; }
 
   /// Called by the objects. Before throws the fault when its call has come; After does so for a lost answer.
   void Before(std::string_view className, std::string_view member) {
@@ -53,8 +53,8 @@ class Faults {
  private:
   void Slow(std::string_view className, std::string_view member);
   bool Matches(std::string_view className, std::string_view member) const;
-  bool Due();
-  void Happen() const;
+  /// Counts a call that matches; the fault happens when its turn has come.
+  void Strike();
 
   std::uint64_t total_ = 0;
   bool active_ = false;

@@ -3,7 +3,6 @@
 #include <chrono>
 #include <ctime>
 
-#include "base/text.h"
 #include "simulator/collection.h"
 
 namespace simulator {
@@ -30,13 +29,9 @@ double Now() {
 constexpr automation::MemberOf<Language> Language::kMembers[] = {
     {"Section", nullptr, nullptr,
      [](Language& self, const Arguments& arguments) -> Value { return self.Section(arguments[0].AsText()); }},
-    {"LastChange",
-     [](Language& self, const Arguments&) -> Value {
-       return self.GetCore().store.Committed().languageChanged;
-     }},
+    {"LastChange", [](Language& self, const Arguments&) -> Value { return self.Kept().languageChanged; }},
     {"Languages", [](Language& self, const Arguments&) -> Value { return self.Languages(); }},
-    {"Language",
-     [](Language& self, const Arguments&) -> Value { return self.GetCore().store.Committed().language; },
+    {"Language", [](Language& self, const Arguments&) -> Value { return self.Kept().language; },
      [](Language& self, const Value& value) { self.Choose(value.AsText()); }},
     {"Font", [](Language& self, const Arguments&) -> Value { return self.InUse().font; }},
 };
@@ -44,7 +39,7 @@ constexpr automation::MemberOf<Language> Language::kMembers[] = {
 // The store may name a language whose texts were taken away since.
 const LanguageTexts& Language::InUse() const {
   const auto& languages = GetCore().languages;
-  const auto chosen = languages.find(GetCore().store.Committed().language);
+  const auto chosen = languages.find(Kept().language);
   return chosen == languages.end() ? languages.find("English")->second : chosen->second;
 }
 
@@ -64,9 +59,7 @@ Object Language::Languages() const {
 }
 
 void Language::Choose(const std::string& language) {
-  if (GetCore().languages.find(language) == GetCore().languages.end()) {
-    Refuse("There is no language \"" + language + "\".");
-  }
+  if (!GetCore().languages.contains(language)) Refuse("There is no language \"" + language + "\".");
   Refusing([&] {
     GetCore().store.ChangeContent([&](StoreContent& content) {
       content.language = language;

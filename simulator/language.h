@@ -20,6 +20,7 @@ class Language : public HostObject<Language> {
   static const automation::MemberOf<Language> kMembers[5];
 
  private:
+  const StoreContent& Kept() const { return GetCore().store.Committed(); }
   const LanguageTexts& InUse() const;
   automation::Object Section(const std::string& name) const;
   automation::Object Languages() const;

@@ -5,6 +5,7 @@
 #include "base/text.h"
 #include "simulator/collection.h"
 #include "simulator/device.h"
+#include "simulator/members.h"
 
 namespace simulator {
 
@@ -57,30 +58,12 @@ Object AppDevices::Take(const Value& wanted) {
 
 constexpr automation::MemberOf<Network> Network::kMembers[] = {
     {"Name", [](Network& self, const Arguments&) -> Value { return self.GetCore().networkName; }},
-    {"OpenSession", nullptr, nullptr,
-     [](Network& self, const Arguments& arguments) -> Value { return self.OpenSession(arguments); }},
-    {"AppDevices", [](Network& self, const Arguments&) -> Value { return self.Devices(); }},
-    {"BeginTransaction", nullptr, nullptr,
-     [](Network& self, const Arguments&) -> Value {
-       self.Begin();
-       self.GetCore().faults.After(kClassName, "BeginTransaction");
-       return {};
-     }},
-    {"CommitTransaction", nullptr, nullptr,
-     [](Network& self, const Arguments&) -> Value {
-       self.End(&Store::Commit);
-       self.GetCore().faults.After(kClassName, "CommitTransaction");
-       return {};
-     }},
-    {"CancelTransaction", nullptr, nullptr,
-     [](Network& self, const Arguments&) -> Value {
-       self.End(&Store::Cancel);
-       self.GetCore().faults.After(kClassName, "CancelTransaction");
-       return {};
-     }},
+    {"OpenSession", nullptr, nullptr, Run<&Network::OpenSession>},
+    {"AppDevices", Run<&Network::Devices>},
+    {"BeginTransaction", nullptr, nullptr, Run<&Network::Begin>},
+    {"CommitTransaction", nullptr, nullptr, Run<&Network::Commit>},
+    {"CancelTransaction", nullptr, nullptr, Run<&Network::Cancel>},
 };
-
-Network::Network(std::shared_ptr<Core> core) : HostObject(std::move(core)) {}
 
 Network::~Network() {
   Core& core = GetCore();
@@ -106,12 +89,10 @@ std::string Network::OpenSession(const Arguments& arguments) {
   wanted.lmoIndex = arguments[3].AsWhole();
   wanted.programId = arguments[4].AsText();
   if (static_cast<int>(core.sessions.size()) >= limits.clients) return kMaxClients;
-  const auto same =
-      std::count_if(core.sessions.begin(), core.sessions.end(),
-                    [&wanted](const Session* session) { return SameIdentity(*session, wanted); });
-  const std::size_t most =
-      limits.sameBlock > 0 ? static_cast<std::size_t>(limits.sameBlock) : core.devices.size();
-  if (static_cast<std::size_t>(same) >= most) return kInstanceExists;
+  const auto same = std::ranges::count_if(
+      core.sessions, [&wanted](const Session* session) { return SameIdentity(*session, wanted); });
+  const auto most = limits.sameBlock > 0 ? limits.sameBlock : std::ssize(core.devices);
+  if (same >= most) return kInstanceExists;
   *session_ = std::move(wanted);
   core.sessions.push_back(session_.get());
   return kOk;
@@ -128,6 +109,17 @@ void Network::Begin() {
   if (!session_->transactionDevice.empty()) Refuse("A transaction is open already.");
   Refusing([&] { GetCore().store.Begin(session_->deviceKey); });
   session_->transactionDevice = session_->deviceKey;
+  GetCore().faults.After(kClassName, "BeginTransaction");
+}
+
+void Network::Commit() {
+  End(&Store::Commit);
+  GetCore().faults.After(kClassName, "CommitTransaction");
+}
+
+void Network::Cancel() {
+  End(&Store::Cancel);
+  GetCore().faults.After(kClassName, "CancelTransaction");
 }
 
 void Network::End(void (Store::*end)(const std::string&)) {
@@ -141,8 +133,7 @@ constexpr automation::MemberOf<ObjectServer> ObjectServer::kMembers[] = {
      [](ObjectServer& self, const Arguments& arguments) -> Value {
        return base::EqualsNoCase(arguments[0].AsText(), self.GetCore().makerPrefix);
      }},
-    {"Connect", nullptr, nullptr,
-     [](ObjectServer& self, const Arguments& arguments) -> Value { return self.Connect(arguments); }},
+    {"Connect", nullptr, nullptr, Run<&ObjectServer::Connect>},
     {"Device",
      [](ObjectServer& self, const Arguments&) -> Value {
        const std::shared_ptr<Session> session = self.session_.lock();

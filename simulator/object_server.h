@@ -29,7 +29,7 @@ class AppDevices : public HostObject<AppDevices> {
 
 class Network : public HostObject<Network> {
  public:
-  explicit Network(std::shared_ptr<Core> core);
+  using HostObject::HostObject;
   ~Network() override;
 
   static constexpr std::string_view kClassName = "Network";
@@ -43,6 +43,8 @@ class Network : public HostObject<Network> {
   std::string OpenSession(const automation::Arguments& arguments);
   automation::Object Devices();
   void Begin();
+  void Commit();
+  void Cancel();
   void End(void (Store::*end)(const std::string&));
 
   std::shared_ptr<Session> session_ = std::make_shared<Session>();

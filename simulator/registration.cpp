@@ -1,8 +1,7 @@
 #include "simulator/registration.h"
 
-#include <algorithm>
-
 #include "base/text.h"
+#include "simulator/members.h"
 
 namespace simulator {
 
@@ -21,8 +20,9 @@ std::shared_ptr<PropertyBag> BagOf(const Object& object) {
   return std::dynamic_pointer_cast<PropertyBag>(object.GetTarget());
 }
 
-RegisteredPlugIn Read(const Value& value) {
-  const std::shared_ptr<PropertyBag> bag = BagOf(value.AsObject());
+/// The description that is the only argument of a call.
+RegisteredPlugIn Read(const Arguments& arguments) {
+  const std::shared_ptr<PropertyBag> bag = BagOf(arguments[0].AsObject());
   if (!bag) Refuse("This is no description made by NewDescription.");
   RegisteredPlugIn plugIn;
   plugIn.id = bag->Text(kId);
@@ -92,20 +92,12 @@ constexpr automation::MemberOf<Registration> Registration::kMembers[] = {
        for (const char* name : kRecords) description->AddRecord(name);
        return Object(std::move(description));
      }},
-    {"Register", nullptr, nullptr,
-     [](Registration& self, const Arguments& arguments) -> Value {
-       self.Register(arguments[0]);
-       return {};
-     }},
-    {"Deregister", nullptr, nullptr,
-     [](Registration& self, const Arguments& arguments) -> Value {
-       self.Deregister(arguments[0]);
-       return {};
-     }},
+    {"Register", nullptr, nullptr, Run<&Registration::Register>},
+    {"Deregister", nullptr, nullptr, Run<&Registration::Deregister>},
 };
 
-void Registration::Register(const Value& description) {
-  const RegisteredPlugIn plugIn = Read(description);
+void Registration::Register(const Arguments& arguments) {
+  const RegisteredPlugIn plugIn = Read(arguments);
   Refusing([&] {
     GetCore().store.ChangeContent([&plugIn](StoreContent& content) {
       Erase(content, plugIn.id);
@@ -114,8 +106,8 @@ void Registration::Register(const Value& description) {
   });
 }
 
-void Registration::Deregister(const Value& description) {
-  const RegisteredPlugIn plugIn = Read(description);
+void Registration::Deregister(const Arguments& arguments) {
+  const RegisteredPlugIn plugIn = Read(arguments);
   Refusing([&] {
     GetCore().store.ChangeContent([&plugIn](StoreContent& content) {
       if (Erase(content, plugIn.id) == 0) throw base::Error("\"" + plugIn.id + "\" is not registered.");

@@ -48,8 +48,8 @@ class Registration : public HostObject<Registration> {
   static const automation::MemberOf<Registration> kMembers[3];
 
  private:
-  void Register(const automation::Value& description);
-  void Deregister(const automation::Value& description);
+  void Register(const automation::Arguments& arguments);
+  void Deregister(const automation::Arguments& arguments);
 };
 
 }  // namespace simulator

@@ -23,11 +23,7 @@ Json ToJson(const Fields& fields) {
 Fields ToFields(const Json& json) {
   Fields fields;
   for (const Json& field : json) {
-    if (field.is_string()) {
-      fields.emplace_back(field.get<std::string>());
-    } else {
-      fields.emplace_back(field.get<double>());
-    }
+    fields.push_back(field.is_string() ? FieldValue(field.get<std::string>()) : field.get<double>());
   }
   return fields;
 }
@@ -140,8 +136,6 @@ void Store::Commit(const std::string& device) {
   if (working == Device(device)) return;
   ChangeContent([&](StoreContent& content) { content.devices[device] = std::move(working); });
 }
-
-void Store::Cancel(const std::string& device) { TakeWorking(device); }
 
 DeviceValues Store::TakeWorking(const std::string& device) {
   auto node = working_.extract(device);

@@ -11,7 +11,6 @@
 #include <set>
 #include <string>
 #include <string_view>
-#include <utility>
 #include <vector>
 
 #include "simulator/building.h"
@@ -63,13 +62,13 @@ class Store {
   /// refuses.
   void ChangeContent(const std::function<void(StoreContent&)>& change);
 
-  bool InTransaction(std::string_view device) const { return working_.find(device) != working_.end(); }
+  bool InTransaction(std::string_view device) const { return working_.contains(device); }
   /// Throws base::Error when a transaction of this device is open already.
   void Begin(const std::string& device);
   /// Both throw base::Error when no transaction is open. A commit that the file refuses ends the transaction
   /// like a cancel, leaves file and values as they were, and throws base::Error.
   void Commit(const std::string& device);
-  void Cancel(const std::string& device);
+  void Cancel(const std::string& device) { TakeWorking(device); }
 
  private:
   DeviceValues TakeWorking(const std::string& device);

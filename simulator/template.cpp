@@ -43,27 +43,17 @@ std::uint32_t GetLittle(const automation::Bytes& bytes, std::size_t offset, int 
   return value;
 }
 
-std::pair<std::string, int> SplitKey(const std::string& key) {
-  const std::size_t point = key.rfind('.');
-  if (point == std::string::npos) return {key, 0};
-  return {key.substr(0, point), base::Numbers().ToInt32(key.substr(point + 1))};
-}
-
 /// For a template that may be changed and for one that may not.
 template <class Template>
 auto PropertyIn(Template& device, std::string_view owner, int number) {
-  auto* properties = &device.objects.front().properties;
-  bool found = false;
-  const auto take = [&](std::string_view name, auto& list) {
-    if (name != owner) return;
-    properties = &list;
-    found = true;
-  };
+  decltype(&device.objects.front().properties) properties = nullptr;
   for (auto& object : device.objects) {
-    take(object.name, object.properties);
-    for (auto& variable : object.variables) take(variable.key, variable.properties);
+    if (object.name == owner) properties = &object.properties;
+    for (auto& variable : object.variables) {
+      if (variable.key == owner) properties = &variable.properties;
+    }
   }
-  const bool inside = found && number >= 1 && number <= static_cast<int>(properties->size());
+  const bool inside = properties && number >= 1 && number <= static_cast<int>(properties->size());
   return inside ? &(*properties)[static_cast<std::size_t>(number) - 1] : nullptr;
 }
 
@@ -187,14 +177,14 @@ class Reader {
   }
 
   void ResolveAlias(const Alias& alias) {
-    const auto [owner, number] = SplitKey(alias.target);
-    const PropertyTemplate* source = result_.FindProperty(owner, number);
+    const auto target = SplitKey(alias.target);
+    const auto* source = target ? result_.FindProperty(target->first, target->second) : nullptr;
     if (!source || !source->type) {
       throw base::Error(alias.key + " is the same as " + alias.target + ", which is not there");
     }
     const PropertyTemplate copy = *source;
-    const auto [place, placeNumber] = SplitKey(alias.key);
-    *PropertyIn(result_, place, placeNumber) = copy;
+    const auto place = SplitKey(alias.key);
+    *PropertyIn(result_, place->first, place->second) = copy;
   }
 
   const TypeCatalogue& catalogue_;
@@ -204,6 +194,12 @@ class Reader {
 };
 
 }  // namespace
+
+std::optional<std::pair<std::string, int>> SplitKey(const std::string& key) {
+  const std::size_t point = key.rfind('.');
+  if (point == std::string::npos) return std::nullopt;
+  return std::pair{key.substr(0, point), static_cast<int>(base::Numbers().ToInt16(key.substr(point + 1)))};
+}
 
 bool CarriesNvType(const PropertyTemplate& property) {
   return property.type && property.type->name == "SCPTnvType" && property.initial.size() > kNvTypeIndexField;

@@ -5,8 +5,10 @@
 #pragma once
 
 #include <cstddef>
+#include <optional>
 #include <string>
 #include <string_view>
+#include <utility>
 #include <vector>
 
 #include "automation/object.h"
@@ -19,12 +21,14 @@ inline constexpr std::size_t kNvTypeIndexField = 9;
 
 struct PropertyTemplate {
   std::string name;
-  std::string
-      key;  // where the value is kept: "RoofTopObject.30", "RoofTopObject/nviCO2.1"; shared by aliases
+  std::string key;  // where the value is kept: "RoofTopObject.30", "RoofTopObject/nviCO2.1"; aliases share it
   const Type* type = nullptr;
   Fields initial;
   bool readOnly = false;
 };
+
+/// Owner and number of "RoofTopObject.30" or "RoofTopObject/nviCO2.1"; nothing for the key of a variable.
+std::optional<std::pair<std::string, int>> SplitKey(const std::string& key);
 
 /// True for a property that follows the type of its variable.
 bool CarriesNvType(const PropertyTemplate& property);

@@ -4,17 +4,13 @@
 #include <nlohmann/json.hpp>
 
 #include "base/text.h"
+#include "simulator/value_text.h"
 
 namespace simulator {
 namespace {
 
 constexpr std::size_t kLongestName = 50;  // characters; lists and window titles still show it whole
 constexpr char kLocationType[] = "SCPTlocation";
-
-std::size_t Characters(std::string_view text) {
-  return static_cast<std::size_t>(
-      std::ranges::count_if(text, [](char c) { return (static_cast<unsigned char>(c) & 0xC0) != 0x80; }));
-}
 
 void CheckText(const std::string& what, const std::string& text, std::size_t longest) {
   const std::size_t length = Characters(text);

@@ -84,8 +84,7 @@ class Parser {
   }
 
   FieldValue ParseText(const Field& field, std::string_view text) const {
-    const auto isStart = [](char c) { return (static_cast<unsigned char>(c) & 0xC0) != 0x80; };
-    const auto length = std::count_if(text.begin(), text.end(), isStart);
+    const std::size_t length = Characters(text);
     if (static_cast<double>(length) > field.highest) {
       Refuse(property_ + ": \"" + std::string(text) + "\" has " + std::to_string(length) +
              " characters; at most " + base::Numbers().Text(field.highest) + " are allowed.");
@@ -154,6 +153,11 @@ class Parser {
 };
 
 }  // namespace
+
+std::size_t Characters(std::string_view text) {
+  return static_cast<std::size_t>(
+      std::ranges::count_if(text, [](char c) { return (static_cast<unsigned char>(c) & 0xC0) != 0x80; }));
+}
 
 std::string FormatValue(const Presentation& presentation, const Fields& value) {
   const std::vector<Field>& fields = presentation.format.type->fields;

@@ -18,6 +18,9 @@ struct Presentation {
   base::Numbers numbers;
 };
 
+/// How many characters a text in UTF-8 has.
+std::size_t Characters(std::string_view text);
+
 /// The fields joined by single blanks.
 std::string FormatValue(const Presentation& presentation, const Fields& value);
 

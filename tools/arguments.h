@@ -1,11 +1,13 @@
-// The command line of the small programs: words, and options as "--name value". Used by every program of this
-// folder.
+// The command line of the small programs: words, and options as "--name value"; and what all of them answer
+// with. Used by every program of this folder.
 #pragma once
 
+#include <algorithm>
 #include <charconv>
-#include <limits>
+#include <cstdio>
 #include <map>
 #include <string>
+#include <string_view>
 #include <vector>
 
 #include "base/error.h"
@@ -56,5 +58,25 @@ class Arguments {
   std::vector<std::string> words_;
   std::map<std::string, std::string> options_;
 };
+
+/// Runs what `read` makes of the command line. Answers the exit code of the program: 1 when `run` fails, 2
+/// when the command line is wrong.
+template <class Read, class Run>
+int Main(int count, char** words, const std::string& usage, Read read, Run run) {
+  try {
+    if (count == 2 && std::string_view(words[1]) == "--help") return std::fputs(usage.c_str(), stdout) < 0;
+    const auto order = read(count, words);
+    try {
+      run(order);
+      return 0;
+    } catch (const std::exception& error) {
+      std::fprintf(stderr, "%s\n", error.what());
+      return 1;
+    }
+  } catch (const base::Error& error) {
+    std::fprintf(stderr, "%s\n\n%s", error.what(), usage.c_str());
+    return 2;
+  }
+}
 
 }  // namespace tools

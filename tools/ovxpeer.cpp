@@ -15,8 +15,7 @@ std::string Usage() {
          "\n"
          "  --mode NAME         how requests are answered (echo): " +
          simulator::ModeNames() +
-         "\n"
-         "  --answer TEXT       answer to the greeting (Ok)\n"
+         "\n  --answer TEXT       answer to the greeting (Ok)\n"
          "  --piece BYTES       pieces of the chunked mode, surplus of the surplus mode,\n"
          "                      requests that the late mode lets pile up (7)\n"
          "  --pause MS          between the pieces of the chunked mode, before the surplus (0)\n"
@@ -54,28 +53,17 @@ Service Read(int count, char** words) {
   return service;
 }
 
+void Serve(const Service& service) {
+  simulator::ProtocolServer server(service.options, service.port, service.address);
+  server.KeepNoRequests();
+  std::printf("serving at %s, port %u\n", service.address.c_str(), unsigned{server.Port()});
+  std::fflush(stdout);
+  asio::io_context io;
+  asio::signal_set signals(io, SIGINT, SIGTERM);
+  signals.async_wait([](const asio::error_code&, int) {});
+  io.run();
+}
+
 }  // namespace
 
-int main(int count, char** words) {
-  try {
-    if (count == 2 && std::string_view(words[1]) == "--help") return std::fputs(Usage().c_str(), stdout) < 0;
-    const Service service = Read(count, words);
-    try {
-      simulator::ProtocolServer server(service.options, service.port, service.address);
-      server.KeepNoRequests();
-      std::printf("serving at %s, port %u\n", service.address.c_str(), unsigned{server.Port()});
-      std::fflush(stdout);
-      asio::io_context io;
-      asio::signal_set signals(io, SIGINT, SIGTERM);
-      signals.async_wait([](const asio::error_code&, int) {});
-      io.run();
-      return 0;
-    } catch (const std::exception& error) {
-      std::fprintf(stderr, "%s\n", error.what());
-      return 1;
-    }
-  } catch (const base::Error& error) {
-    std::fprintf(stderr, "%s\n\n%s", error.what(), Usage().c_str());
-    return 2;
-  }
-}
+int main(int count, char** words) { return tools::Main(count, words, Usage(), Read, Serve); }

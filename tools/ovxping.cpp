@@ -136,19 +136,4 @@ void Run(const Request& request) {
 
 }  // namespace
 
-int main(int count, char** words) {
-  try {
-    if (count == 2 && std::string_view(words[1]) == "--help") return std::fputs(kUsage, stdout) < 0;
-    const Request request = Read(count, words);
-    try {
-      Run(request);
-      return 0;
-    } catch (const std::exception& error) {
-      std::fprintf(stderr, "%s\n", error.what());
-      return 1;
-    }
-  } catch (const base::Error& error) {
-    std::fprintf(stderr, "%s\n\n%s", error.what(), kUsage);
-    return 2;
-  }
-}
+int main(int count, char** words) { return tools::Main(count, words, kUsage, Read, Run); }

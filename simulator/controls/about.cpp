@@ -2,6 +2,7 @@
 
 #include "base/error.h"
 #include "base/text.h"
+#include "simulator/members.h"
 
 namespace controls {
 
@@ -9,11 +10,7 @@ using automation::Arguments;
 using automation::Value;
 
 constexpr automation::MemberOf<About> About::kMembers[] = {
-    {"Initialize", nullptr, nullptr,
-     [](About& self, const Arguments& arguments) -> Value {
-       self.Initialize(arguments);
-       return {};
-     }},
+    {"Initialize", nullptr, nullptr, simulator::Run<&About::Initialize>},
     {"Finish", nullptr, nullptr, [](About&, const Arguments&) -> Value { return {}; }},
 };
 

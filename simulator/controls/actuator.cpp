@@ -1,6 +1,7 @@
 #include "simulator/controls/actuator.h"
 
 #include <algorithm>
+#include <utility>
 
 #include "base/error.h"
 
@@ -33,31 +34,19 @@ const std::vector<Signal>& Signals() {
   return signals;
 }
 
-std::vector<Choice> SignalChoices() {
-  std::vector<Choice> choices;
-  for (const Signal& entry : Signals()) choices.push_back(entry.signal);
-  return choices;
-}
-
-void CheckSignal(const std::string& signal) {
-  if (signal.empty()) return;
-  for (const Signal& entry : Signals()) {
-    if (entry.signal.name == signal) return;
-  }
-  throw base::Error("There is no signal \"" + signal + "\"; the signals are DIGITAL, PWM and ANALOG_0_10V.");
-}
-
 }  // namespace
 
 Actuator::Actuator() : Editor("ctlConfigActuator") {
   lblSignal_.SetText("Signal");
   lblSense_.SetText("Action");
   lstSignal_.onClick = [this] { ShowChosen(); };
+  std::vector<Choice> signals;
   for (const Signal& entry : Signals()) {
+    signals.push_back(entry.signal);
     sections_.push_back(std::make_unique<Section>(entry.plan));
     area_.Embed(*sections_.back());
   }
-  signal_.SetChoices(SignalChoices());
+  signal_.SetChoices(std::move(signals));
   sense_.SetChoices({{"DIRECT", "Direct"}, {"REVERSE", "Reversed"}});
   // Lists of one width, which is the wider one's and not the window's.
   ui::Node lists = ui::Grid(2, {ui::Item(lblSignal_), ui::GrowX(ui::Item(lstSignal_)), ui::Item(lblSense_),
@@ -67,7 +56,11 @@ Actuator::Actuator() : Editor("ctlConfigActuator") {
 }
 
 void Actuator::Open(const automation::Object& device, int number, const std::string& signal) {
-  CheckSignal(signal);
+  const auto isSignal = [&signal](const Signal& entry) { return entry.signal.name == signal; };
+  if (!signal.empty() && std::ranges::none_of(Signals(), isSignal)) {
+    throw base::Error("There is no signal \"" + signal +
+                      "\"; the signals are DIGITAL, PWM and ANALOG_0_10V.");
+  }
   const auto output = NumberedObject(device, "HardwareOutput", number, kOutputs, "hardware output");
   signal_.Attach(PropertyOf(output, kSignalProperty), "Value", "UCPThardwareSignalType");
   sense_.Attach(PropertyOf(output, kSenseProperty), "Value", "UCPToutputSense");

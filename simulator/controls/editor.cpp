@@ -5,29 +5,18 @@
 #include <fmt/format.h>
 
 #include "base/error.h"
+#include "simulator/members.h"
 
 namespace controls {
 
-using automation::Arguments;
-using automation::Value;
-
 constexpr automation::MemberOf<Editor> Editor::kMembers[] = {
-    {"Initialize", nullptr, nullptr,
-     [](Editor& self, const Arguments& arguments) -> Value {
-       self.Initialize(arguments);
-       return {};
-     }},
-    {"IsChanged", [](Editor& self, const Arguments&) -> Value { return self.IsChanged(); }},
-    {"WriteValue", nullptr, nullptr,
-     [](Editor& self, const Arguments&) -> Value { return self.WriteValue(); }},
-    {"Finish", nullptr, nullptr,
-     [](Editor& self, const Arguments&) -> Value {
-       self.Finish();
-       return {};
-     }},
+    {"Initialize", nullptr, nullptr, simulator::Run<&Editor::Initialize>},
+    {"IsChanged", simulator::Run<&Editor::IsChanged>},
+    {"WriteValue", nullptr, nullptr, simulator::Run<&Editor::WriteValue>},
+    {"Finish", nullptr, nullptr, simulator::Run<&Editor::Finish>},
 };
 
-void Editor::Initialize(const Arguments& arguments) {
+void Editor::Initialize(const automation::Arguments& arguments) {
   open_ = false;
   try {
     const automation::Object device = arguments[0].AsObject();

@@ -2,7 +2,6 @@
 // is measured and as which types its value can be published.
 #pragma once
 
-#include <span>
 #include <string>
 #include <string_view>
 #include <vector>

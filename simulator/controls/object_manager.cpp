@@ -1,13 +1,12 @@
 #include "simulator/controls/object_manager.h"
 
 #include "base/error.h"
+#include "simulator/members.h"
 
 namespace controls {
 namespace {
 
-using automation::Arguments;
 using automation::Object;
-using automation::Value;
 
 constexpr char kDisabled[] = "DISABLED";
 constexpr char kFailed[] = "FAILED";
@@ -28,16 +27,8 @@ ui::ListView::Row RowOf(const Object& object) {
 }  // namespace
 
 constexpr automation::MemberOf<ObjectManager> ObjectManager::kMembers[] = {
-    {"Initialize", nullptr, nullptr,
-     [](ObjectManager& self, const Arguments& arguments) -> Value {
-       self.Initialize(arguments);
-       return {};
-     }},
-    {"Finish", nullptr, nullptr,
-     [](ObjectManager& self, const Arguments&) -> Value {
-       self.Finish();
-       return {};
-     }},
+    {"Initialize", nullptr, nullptr, simulator::Run<&ObjectManager::Initialize>},
+    {"Finish", nullptr, nullptr, simulator::Run<&ObjectManager::Finish>},
 };
 
 ObjectManager::ObjectManager() : MakersControl("ObjectManager") {
@@ -63,7 +54,7 @@ ObjectManager::ObjectManager() : MakersControl("ObjectManager") {
   }));
 }
 
-void ObjectManager::Initialize(const Arguments& arguments) {
+void ObjectManager::Initialize(const automation::Arguments& arguments) {
   Finish();
   try {
     network_ = arguments[1].AsObject();

@@ -1,6 +1,5 @@
 #include "simulator/win32/foreign.h"
 
-#include <algorithm>
 #include <set>
 
 #include "base/error.h"
@@ -83,11 +82,10 @@ HWND FindNamed(std::string_view name) {
   });
   if (top) return form == name ? top : FindChild(top, name);
   // A page: its window is a child of some marked window.
-  HWND child = nullptr;
   for (HWND window : marked) {
-    if (!child) child = FindChild(window, name);
+    if (HWND child = FindChild(window, name)) return child;
   }
-  return child;
+  return nullptr;
 }
 
 std::vector<HWND> Dialogs() {

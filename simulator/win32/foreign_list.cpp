@@ -26,17 +26,12 @@ ForeignList::ForeignList(HWND list) : list_(list) {
   if (ClassOf(list) != WC_LISTVIEWW) throw base::Error("\"" + NameOf(list) + "\" is not a list of rows");
   DWORD id = 0;
   GetWindowThreadProcessId(list, &id);
-  process_ = OpenProcess(PROCESS_VM_OPERATION | PROCESS_VM_READ | PROCESS_VM_WRITE, FALSE, id);
-  if (process_) memory_ = VirtualAllocEx(process_, nullptr, kMemory, MEM_COMMIT, PAGE_READWRITE);
-  if (memory_) return;
-  if (process_) CloseHandle(process_);
-  throw base::Error("the process of \"" + NameOf(list) + "\" cannot be read");
+  process_ = win32::Handle(OpenProcess(PROCESS_VM_OPERATION | PROCESS_VM_READ | PROCESS_VM_WRITE, FALSE, id));
+  if (process_) memory_ = VirtualAllocEx(process_.Get(), nullptr, kMemory, MEM_COMMIT, PAGE_READWRITE);
+  if (!memory_) throw base::Error("the process of \"" + NameOf(list) + "\" cannot be read");
 }
 
-ForeignList::~ForeignList() {
-  VirtualFreeEx(process_, memory_, 0, MEM_RELEASE);
-  CloseHandle(process_);
-}
+ForeignList::~ForeignList() { VirtualFreeEx(process_.Get(), memory_, 0, MEM_RELEASE); }
 
 int ForeignList::Rows() const { return static_cast<int>(Ask(list_, LVM_GETITEMCOUNT)); }
 
@@ -51,11 +46,11 @@ std::string ForeignList::Cell(int row, int column) const {
   item.cchTextMax = kMaxText;
   auto* text = static_cast<char*>(memory_) + kTextPlace;
   item.pszText = reinterpret_cast<wchar_t*>(text);
-  WriteProcessMemory(process_, memory_, &item, sizeof item, nullptr);
+  WriteProcessMemory(process_.Get(), memory_, &item, sizeof item, nullptr);
   const LRESULT length =
       Ask(list_, LVM_GETITEMTEXTW, static_cast<WPARAM>(row), reinterpret_cast<LPARAM>(memory_));
   std::array<wchar_t, kMaxText> content{};
-  ReadProcessMemory(process_, text, content.data(), sizeof content, nullptr);
+  ReadProcessMemory(process_.Get(), text, content.data(), sizeof content, nullptr);
   return win32::Utf8({content.data(), static_cast<std::size_t>(length)});
 }
 
@@ -90,9 +85,9 @@ POINT ForeignList::PointOn(int row) const {
   Ask(list_, LVM_ENSUREVISIBLE, static_cast<WPARAM>(row), FALSE);
   RECT area{};
   area.left = LVIR_LABEL;
-  WriteProcessMemory(process_, memory_, &area, sizeof area, nullptr);
+  WriteProcessMemory(process_.Get(), memory_, &area, sizeof area, nullptr);
   Ask(list_, LVM_GETITEMRECT, static_cast<WPARAM>(row), reinterpret_cast<LPARAM>(memory_));
-  ReadProcessMemory(process_, memory_, &area, sizeof area, nullptr);
+  ReadProcessMemory(process_.Get(), memory_, &area, sizeof area, nullptr);
   return {area.left + 5, (area.top + area.bottom) / 2};
 }
 

@@ -7,14 +7,14 @@
 #include <string>
 #include <string_view>
 
+#include "platform/win32/system/handle.h"
+
 namespace simhost {
 
 class ForeignList {
  public:
   /// Throws base::Error when `list` is no list view or its process cannot be opened.
   explicit ForeignList(HWND list);
-  ForeignList(const ForeignList&) = delete;
-  ForeignList& operator=(const ForeignList&) = delete;
   ~ForeignList();
 
   int Rows() const;
@@ -33,7 +33,7 @@ class ForeignList {
   int FindCell(Matches matches) const;
 
   HWND list_;
-  HANDLE process_ = nullptr;
+  win32::Handle process_;
   void* memory_ = nullptr;
 };
 

@@ -55,23 +55,21 @@ std::size_t BlockPlace(const simulator::Building& building, const std::filesyste
 Host::Host(const Options& options) : options_(options) { Reopen(); }
 
 std::vector<win32::ServerClass> Host::Classes() {
-  std::vector<win32::ServerClass> classes(3);
-  classes[0] = {kObjectServerClass,
-                {"MVPlugInLib.ObjectServer"},
-                "Virtual building: object server",
-                [this] { return Local(building_->ObjectServer()); },
-                {}};
-  classes[1] = {kRegistrationClass,
-                {"MVPlugInLib.Registration"},
-                "Virtual building: registration of plug-ins",
-                [this] { return Local(building_->Registration()); },
-                {}};
-  classes[2] = {kLanguageClass,
-                {"MVLanguage.Language"},
-                "Virtual building: languages",
-                [this] { return Local(building_->Language()); },
-                {}};
-  return classes;
+  return {{kObjectServerClass,
+           {"MVPlugInLib.ObjectServer"},
+           "Virtual building: object server",
+           [this] { return Local(building_->ObjectServer()); },
+           {}},
+          {kRegistrationClass,
+           {"MVPlugInLib.Registration"},
+           "Virtual building: registration of plug-ins",
+           [this] { return Local(building_->Registration()); },
+           {}},
+          {kLanguageClass,
+           {"MVLanguage.Language"},
+           "Virtual building: languages",
+           [this] { return Local(building_->Language()); },
+           {}}};
 }
 
 void Host::Serve(std::function<void()> onLastRelease) {

@@ -113,7 +113,6 @@ void Fail(Stage& stage, Words words) {
   if (words[0].text == "none") return stage.OnHost([](Host& host) { host.GetBuilding().Faults().Clear(); });
   if (words.size() < 2) throw base::Error("expected the number of the call that is to fail");
   simulator::Fault fault;
-  bool die = false;
   if (words[0].text != "*") fault.member = words[0].text;
   fault.call = static_cast<std::uint64_t>(WholeNumber(words[1]));
   for (const Word& word : words.subspan(2)) {
@@ -122,7 +121,7 @@ void Fail(Stage& stage, Words words) {
     else if (word.text == "lose")
       fault.loseAnswer = true;
     else if (word.text == "die")
-      die = true;
+      fault.instead = [&host = stage.host] { host.Die(); };
     else if (word.text == "suspend")
       fault.instead = SuspendOwnProcess;
     else if (word.text == "slow")
@@ -130,7 +129,6 @@ void Fail(Stage& stage, Words words) {
     else if (!word.text.empty())
       throw base::Error("expected later, lose, die, suspend or slow, not \"" + word.text + "\"");
   }
-  if (die) fault.instead = [&host = stage.host] { host.Die(); };
   stage.OnHost([fault](Host& host) { host.GetBuilding().Faults().Fail(fault); });
 }
 

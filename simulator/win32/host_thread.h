@@ -22,8 +22,6 @@ class HostThread {
  public:
   /// To be made on the thread that does the work. Throws base::Error.
   HostThread();
-  HostThread(const HostThread&) = delete;
-  HostThread& operator=(const HostThread&) = delete;
 
   /// Lets the thread do `work` soon; from any thread. The work must not throw.
   void Post(std::function<void()> work);

@@ -4,7 +4,6 @@
 #include <tlhelp32.h>
 
 #include <functional>
-#include <utility>
 
 #include "base/error.h"
 #include "platform/win32/system/process.h"

@@ -20,9 +20,6 @@ void SuspendOwnProcess();
 
 class OtherHost {
  public:
-  OtherHost() = default;
-  OtherHost(const OtherHost&) = delete;
-  OtherHost& operator=(const OtherHost&) = delete;
   /// Ends the process if it still runs.
   ~OtherHost();
 

@@ -18,6 +18,11 @@ struct Patience {
   /// `amiss` tells what is still missing, or nothing. Throws base::Error with its last words and the time
   /// waited.
   void Until(const std::function<std::string()>& amiss) const;
+  /// The same with one complaint for as long as `holds` answers no.
+  template <class Holds>
+  void Until(Holds holds, const std::string& complaint) const {
+    Until([&] { return holds() ? std::string() : complaint; });
+  }
 };
 
 }  // namespace simhost

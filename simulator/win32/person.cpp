@@ -62,11 +62,12 @@ void TakeFocus(HWND control, const Patience& patience) {
 }
 
 void ChooseInOpenMenu(HWND window, char entry, const Patience& patience) {
-  patience.Until([&]() -> std::string {
+  const auto opened = [window] {
     HWND open = FindWindowW(L"#32768", nullptr);
     const bool ours = GetWindowThreadProcessId(open, nullptr) == GetWindowThreadProcessId(window, nullptr);
-    return open && ours && IsWindowVisible(open) ? "" : "no menu opened";
-  });
+    return open && ours && IsWindowVisible(open);
+  };
+  patience.Until(opened, "no menu opened");
   PostMessageW(window, WM_CHAR, static_cast<WPARAM>(entry), 1);
 }
 
@@ -85,13 +86,12 @@ void Click(HWND button, const Patience& patience) {
   const std::size_t dialogs = Dialogs().size();
   PostMessageW(button, BM_CLICK, 0, 0);
   PostMessageW(button, BM_SETSTATE, TRUE, 0);
-  patience.Until([&]() -> std::string {
-    if (!IsWindow(button) || Dialogs().size() != dialogs) return {};
+  const auto taken = [&] {
+    if (!IsWindow(button) || Dialogs().size() != dialogs) return true;
     DWORD_PTR state = 0;
-    if (SendMessageTimeoutW(button, BM_GETSTATE, 0, 0, SMTO_NORMAL, 1000, &state) && (state & BST_PUSHED))
-      return {};
-    return "the click was not taken";
-  });
+    return SendMessageTimeoutW(button, BM_GETSTATE, 0, 0, SMTO_NORMAL, 1000, &state) && (state & BST_PUSHED);
+  };
+  patience.Until(taken, "the click was not taken");
   PostMessageW(button, BM_SETSTATE, FALSE, 0);
 }
 
@@ -99,12 +99,10 @@ void ClickRow(HWND list, std::string_view text, const Patience& patience) {
   RequireUsable(list, patience);
   const ForeignList rows(list);
   int row = -1;
-  patience.Until([&]() -> std::string {
-    row = rows.FindRow(text);
-    return row >= 0 ? "" : "the list has no row \"" + std::string(text) + "\"";
-  });
+  patience.Until([&] { return (row = rows.FindRow(text)) >= 0; },
+                 "the list has no row \"" + std::string(text) + "\"");
   ClickAt(list, rows.PointOn(row));
-  patience.Until([&]() -> std::string { return rows.Selected(row) ? "" : "the row was not selected"; });
+  patience.Until([&] { return rows.Selected(row); }, "the row was not selected");
 }
 
 void Type(HWND box, std::string_view text, const Patience& patience) {
@@ -124,22 +122,22 @@ void Choose(HWND list, std::string_view text, const Patience& patience) {
   RequireUsable(list, patience);
   const std::wstring wide = win32::Wide(text);
   LRESULT place = CB_ERR;
-  patience.Until([&]() -> std::string {
+  const auto found = [&] {
     place = Ask(list, CB_FINDSTRINGEXACT, static_cast<WPARAM>(-1), reinterpret_cast<LPARAM>(wide.c_str()));
-    return place != CB_ERR ? "" : "the list has no entry \"" + std::string(text) + "\"";
-  });
+    return place != CB_ERR;
+  };
+  patience.Until(found, "the list has no entry \"" + std::string(text) + "\"");
   const auto open = [&] { return Ask(list, CB_GETDROPPEDSTATE) != FALSE; };
   // The pointer is where the click is: an open list follows one that lies over it.
   POINT pointer = {3, 3};
   ClientToScreen(list, &pointer);
   SetCursorPos(pointer.x, pointer.y);
   ClickAt(list, {3, 3});
-  patience.Until([&]() -> std::string { return open() ? "" : "the list did not open"; });
+  patience.Until(open, "the list did not open");
   const LRESULT steps = place - Ask(list, CB_GETCURSEL);
   for (LRESULT i = 0; i < std::abs(steps); ++i) PostKey(list, steps > 0 ? VK_DOWN : VK_UP);
-  patience.Until([&]() -> std::string {
-    return Ask(list, CB_GETCURSEL) == place ? "" : "the keys did not reach \"" + std::string(text) + "\"";
-  });
+  patience.Until([&] { return Ask(list, CB_GETCURSEL) == place; },
+                 "the keys did not reach \"" + std::string(text) + "\"");
   PostKey(list, VK_RETURN);
   patience.Until([&]() -> std::string {
     if (!Dialogs().empty()) return {};
@@ -182,18 +180,15 @@ void OpenRow(HWND list, std::string_view text, const Patience& patience) {
 void Leave(HWND control, const Patience& patience) {
   const std::size_t dialogs = Dialogs().size();
   PostKey(control, VK_TAB);
-  patience.Until([&]() -> std::string {
-    return FocusOf(control) != control || Dialogs().size() != dialogs ? ""
-                                                                      : "the keyboard stayed where it was";
-  });
+  patience.Until([&] { return FocusOf(control) != control || Dialogs().size() != dialogs; },
+                 "the keyboard stayed where it was");
 }
 
 void Answer(HWND dialog, std::string_view button, const Patience& patience) {
   HWND control = GetDlgItem(dialog, static_cast<int>(NumberOf(kAnswers, button, "answer")));
   if (!control) throw base::Error("the message box has no button \"" + std::string(button) + "\"");
   PostMessageW(control, BM_CLICK, 0, 0);
-  patience.Until(
-      [&]() -> std::string { return IsWindowVisible(dialog) ? "the message box did not go away" : ""; });
+  patience.Until([&] { return !IsWindowVisible(dialog); }, "the message box did not go away");
 }
 
 void CloseWindow(HWND window) { PostMessageW(window, WM_SYSCOMMAND, SC_CLOSE, 0); }

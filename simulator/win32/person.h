@@ -28,8 +28,7 @@ void Type(HWND box, std::string_view text, const Patience& patience);
 void Choose(HWND list, std::string_view text, const Patience& patience);
 
 /// Presses a key in the control that has the keyboard: a letter, or the name of a key such as "{TAB}",
-/// "{ENTER}",
-/// "{ESC}", "{UP}", "{DOWN}", "{DELETE}".
+/// "{ENTER}", "{ESC}", "{UP}", "{DOWN}", "{DELETE}".
 void Press(HWND control, std::string_view key);
 
 /// Opens a menu of the window's bar by its underlined letter, and chooses an entry by the entry's.

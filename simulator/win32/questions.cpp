@@ -130,10 +130,7 @@ std::string QuestionUsage() {
 
 HWND Named(Stage& stage, const std::string& name) {
   HWND window = nullptr;
-  stage.patience.Until([&]() -> std::string {
-    window = FindNamed(name);
-    return window ? "" : "there is no \"" + name + "\"";
-  });
+  stage.patience.Until([&] { return (window = FindNamed(name)) != nullptr; }, "there is no \"" + name + "\"");
   return window;
 }
 

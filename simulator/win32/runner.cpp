@@ -62,28 +62,31 @@ bool Runner::Run(const std::filesystem::path& file) {
 
 void Runner::RunSteps(const std::filesystem::path& file, Steps steps) {
   for (std::size_t i = 0; i < steps.size(); ++i) {
-    if (steps[i].words[0].text == kEach) {
+    const Step& step = steps[i];
+    const auto failure = [&](const std::string& text) {
+      return base::Error(
+          fmt::format("FAILED {}:{}: {}\n        {}", file.string(), step.line, step.source, text));
+    };
+    if (step.words[0].text == kEach) {
       i += RunEach(file, steps.subspan(i));
       continue;
     }
-    if (ExpectsError(steps[i])) {
+    if (ExpectsError(step)) {
       if (i > 0 && !ExpectsError(steps[i - 1])) continue;  // done with the step before
-      throw base::Error(fmt::format("FAILED {}:{}: {}\n        there is no step before it that could fail",
-                                    file.string(), steps[i].line, steps[i].source));
+      throw failure("there is no step before it that could fail");
     }
     const Step* next = i + 1 < steps.size() && ExpectsError(steps[i + 1]) ? &steps[i + 1] : nullptr;
     const auto start = Clock::now();
     try {
-      RunStep(steps[i], next);
+      stage_.ThrowFailure();
+      next ? RequireFailure(step, *next) : Perform(step);
     } catch (const automation::Error& error) {
-      throw base::Error(fmt::format("FAILED {}:{}: {}\n        error 0x{:08X} from \"{}\": {}", file.string(),
-                                    steps[i].line, steps[i].source, error.Code(), error.Source(),
-                                    error.what()));
+      throw failure(
+          fmt::format("error 0x{:08X} from \"{}\": {}", error.Code(), error.Source(), error.what()));
     } catch (const std::exception& error) {
-      throw base::Error(fmt::format("FAILED {}:{}: {}\n        {}", file.string(), steps[i].line,
-                                    steps[i].source, error.what()));
+      throw failure(error.what());
     }
-    WriteLine(fmt::format("  {:4}  {} ({:.2f} s)", steps[i].line, steps[i].source, SecondsSince(start)));
+    WriteLine(fmt::format("  {:4}  {} ({:.2f} s)", step.line, step.source, SecondsSince(start)));
   }
 }
 
@@ -99,12 +102,6 @@ std::size_t Runner::RunEach(const std::filesystem::path& file, Steps steps) {
     RunSteps(file, steps.subspan(1, last - 1));
   }
   return last;
-}
-
-void Runner::RunStep(const Step& step, const Step* expectedError) {
-  stage_.ThrowFailure();
-  if (expectedError) return RequireFailure(step, *expectedError);
-  Perform(step);
 }
 
 void Runner::Perform(const Step& step) {
@@ -161,8 +158,8 @@ void Runner::ReleaseAll(bool held) {
       show(false);
     });
     if (held) {
-      stage_.patience.With(kEndTime).Until(
-          []() -> std::string { return ToolProcesses().empty() ? "" : "the tool is still running"; });
+      stage_.patience.With(kEndTime).Until([] { return ToolProcesses().empty(); },
+                                           "the tool is still running");
     }
   } catch (const base::Error& error) {
     complaint = error.what();

@@ -25,7 +25,6 @@ class Runner {
   void RunSteps(const std::filesystem::path& file, Steps steps);
   /// Runs the steps up to `end` for each text; answers how many steps that were.
   std::size_t RunEach(const std::filesystem::path& file, Steps steps);
-  void RunStep(const Step& step, const Step* expectedError);
   void Perform(const Step& step);
   /// The command that the words begin with, or nothing.
   const Command* FindCommand(Words words) const;

@@ -1,6 +1,5 @@
 #include "simulator/win32/shot.h"
 
-#include <filesystem>
 #include <thread>
 
 #include "base/error.h"
@@ -69,10 +68,8 @@ void TakeShot(HWND window, const std::string& name, const Patience& patience) {
   std::this_thread::sleep_for(kPaintTime);
   // The program is no process of this system, so its end shows only by the file.
   Start(program, Designation(window), file);
-  patience.Until([&]() -> std::string {
-    return GetFileAttributesW(reachable.c_str()) != INVALID_FILE_ATTRIBUTES ? ""
-                                                                            : "the picture was not taken";
-  });
+  patience.Until([&] { return GetFileAttributesW(reachable.c_str()) != INVALID_FILE_ATTRIBUTES; },
+                 "the picture was not taken");
 }
 
 }  // namespace simhost

@@ -43,9 +43,8 @@ void WaitWindow(Stage& stage, Words words) {
 }
 
 void WaitGone(Stage& stage, Words words) {
-  Seconds(stage, words, 1).Until([&]() -> std::string {
-    return Shown(words[0].text) ? "\"" + words[0].text + "\" is still there" : "";
-  });
+  Seconds(stage, words, 1)
+      .Until([&] { return !Shown(words[0].text); }, "\"" + words[0].text + "\" is still there");
 }
 
 // Nothing is under way any more: no order of the host, no progress window, and the main window takes input.
@@ -85,12 +84,16 @@ void Page(Stage& stage, Words words) {
   WaitIdle(stage, {});
 }
 
-void Select(Stage& stage, Words words) {
-  person::ClickRow(Named(stage, words[0].text), words[1].text, stage.patience);
+// What a person does to the window or control that the first word names.
+template <void (*act)(HWND, const Patience&)>
+void Act(Stage& stage, Words words) {
+  act(Named(stage, words[0].text), stage.patience);
 }
 
-void TypeText(Stage& stage, Words words) {
-  person::Type(Named(stage, words[0].text), words[1].text, stage.patience);
+// The same with the text of the second word.
+template <void (*act)(HWND, std::string_view, const Patience&)>
+void ActWithText(Stage& stage, Words words) {
+  act(Named(stage, words[0].text), words[1].text, stage.patience);
 }
 
 void PressKeys(Stage& stage, Words words) {
@@ -117,23 +120,11 @@ void Popup(Stage& stage, Words words) {
   person::ChooseInPopup(Named(stage, words[0].text), words[1].text[0], stage.patience);
 }
 
-void Wheel(Stage& stage, Words words) { person::TurnWheel(Named(stage, words[0].text), stage.patience); }
-
-void OpenRow(Stage& stage, Words words) {
-  person::OpenRow(Named(stage, words[0].text), words[1].text, stage.patience);
-}
-
 void LeaveField(Stage& stage, Words) {
   HWND main = Named(stage, kMainWindow);
   HWND focus = FocusOf(main);
   if (!focus) throw base::Error("no field has the keyboard");
   person::Leave(focus, stage.patience);
-}
-
-void ClickButton(Stage& stage, Words words) { person::Click(Named(stage, words[0].text), stage.patience); }
-
-void Choose(Stage& stage, Words words) {
-  person::Choose(Named(stage, words[0].text), words[1].text, stage.patience);
 }
 
 void Check(Stage& stage, Words words) {
@@ -144,10 +135,8 @@ void Check(Stage& stage, Words words) {
 
 void AnswerPrompt(Stage& stage, Words words) {
   HWND dialog = nullptr;
-  stage.patience.Until([&]() -> std::string {
-    dialog = FindDialog(words[0].text);
-    return dialog ? "" : "there is no message box \"" + words[0].text + "\"";
-  });
+  stage.patience.Until([&] { return (dialog = FindDialog(words[0].text)) != nullptr; },
+                       "there is no message box \"" + words[0].text + "\"");
   person::Answer(dialog, words[1].text, stage.patience);
 }
 
@@ -208,16 +197,16 @@ constexpr Command kCommands[] = {
     {"wait gone", "NAME [SECONDS]", 1, 2, WaitGone},
     {"wait idle", "[SECONDS]", 0, 1, WaitIdle},
     {"page", "CAPTION", 1, 1, Page},
-    {"select", "LIST text", 2, 2, Select},
-    {"type", "NAME text", 2, 2, TypeText},
+    {"select", "LIST text", 2, 2, ActWithText<person::ClickRow>},
+    {"type", "NAME text", 2, 2, ActWithText<person::Type>},
     {"key", "NAME {TAB} ...", 2, 20, PressKeys},
     {"menu", "LETTER|CAPTION LETTER|CAPTION", 2, 2, Menu},
     {"popup", "NAME LETTER", 2, 2, Popup},
-    {"open row", "LIST text", 2, 2, OpenRow},
-    {"wheel", "NAME", 1, 1, Wheel},
+    {"open row", "LIST text", 2, 2, ActWithText<person::OpenRow>},
+    {"wheel", "NAME", 1, 1, Act<person::TurnWheel>},
     {"leave", "", 0, 0, LeaveField},
-    {"click", "NAME", 1, 1, ClickButton},
-    {"choose", "NAME text", 2, 2, Choose},
+    {"click", "NAME", 1, 1, Act<person::Click>},
+    {"choose", "NAME text", 2, 2, ActWithText<person::Choose>},
     {"check", "NAME on|off", 2, 2, Check},
     {"answer", "TITLE OK|Cancel|Yes|No", 2, 2, AnswerPrompt},
     {"row", "LIST text", 2, 2, ExpectRow},

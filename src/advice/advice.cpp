@@ -42,7 +42,7 @@ std::vector<const Rule*> Rules() {
 std::string TextOf(const Advice& advice, const shell::Strings& strings) {
   std::vector<std::string> values;
   for (const Value& value : advice.values) values.push_back(Shown(value, strings));
-  return shell::ReplacePlaceholders(strings.GetStrings(advice.rule->text), values);
+  return strings.GetStrings(advice.rule->text, values);
 }
 
 }  // namespace advice

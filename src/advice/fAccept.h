@@ -5,11 +5,10 @@
 #include <string>
 
 #include "configuration/dialog.h"
-#include "shell/strings.h"
 
 namespace advice {
 
-class fAccept final : public configuration::Dialog {
+class fAccept final : public configuration::Question {
  public:
   fAccept(const shell::Platform& platform, const shell::Settings& settings, const shell::Strings& strings);
 
@@ -18,15 +17,10 @@ class fAccept final : public configuration::Dialog {
   std::optional<std::string> Ask(const std::string& advice);
 
  private:
-  const shell::Settings& settings_;
-  const shell::Strings& strings_;
-
   ui::Label lblAdvice{*this, "lblAdvice"};
   ui::Label lblWho{*this, "lblWho"};
   ui::Label lblReason{*this, "lblReason"};
   ui::TextBox txtReason{*this, "txtReason"};
-  ui::Button cmdOK{*this, "cmdOK"};
-  ui::Button cmdCancel{*this, "cmdCancel"};
 };
 
 }  // namespace advice

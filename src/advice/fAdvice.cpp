@@ -6,16 +6,13 @@
 #include "base/text.h"
 #include "configuration/backups.h"
 #include "logger/message_logger.h"
-#include "shell/window_place.h"
 #include "shell/words.h"
 
 namespace advice {
 namespace {
 
-constexpr const char* kColumns[] = {"Advice", "Severity", "Page", "Field"};
-constexpr std::string_view kMainWindow = "fMain";  // has the location
-constexpr std::string_view kLocation = "Advice";   // in the log
-constexpr std::size_t kDateLength = 10;            // of "2026-11-22T14:05:00Z"
+constexpr std::string_view kLocation = "Advice";  // in the log
+constexpr std::size_t kDateLength = 10;           // of "2026-11-22T14:05:00Z"
 
 bool IsFault(const Advice& advice) { return advice.rule->severity == Severity::kFault; }
 
@@ -23,15 +20,11 @@ bool IsFault(const Advice& advice) { return advice.rule->severity == Severity::k
 
 fAdvice::fAdvice(shell::fMain& main, const shell::Platform& platform, const shell::Settings& settings,
                  const shell::Strings& strings)
-    : Window("fAdvice"),
+    : ToolWindow("fAdvice", platform, settings, strings),
       main_(main),
-      platform_(platform),
-      settings_(settings),
-      strings_(strings),
       notes_(settings, main.Opened, configuration::kNotes),
       accept_(platform, settings, strings),
       location_(main.LocationField()) {
-  iconFile = settings.iconFile;
   lvwAdvice.onSelection = [this] { ShowReason(); };
   lvwAdvice.onOpen = [this] { GoTo(); };
   cmdGoTo.onClick = [this] { GoTo(); };
@@ -51,29 +44,18 @@ fAdvice::fAdvice(shell::fMain& main, const shell::Platform& platform, const shel
   }));
 }
 
-fAdvice::~fAdvice() {
-  if (platform_.toolkit) platform_.toolkit->Discard(*this);
-}
-
 std::vector<ui::MenuItem> fAdvice::ViewMenu() {
-  return {main_.WithKey(strings_.GetStrings("A&dvice"), "F9", [this] { ShowMe(); })};
+  return {main_.WithKey(Text("A&dvice"), "F9", [this] { ShowMe(); })};
 }
 
 void fAdvice::InitStrings() {
-  SetTitle(strings_.GetStrings("Advice"));
-  std::vector<std::string> columns;
-  for (const char* column : kColumns) columns.push_back(strings_.GetStrings(column));
-  lvwAdvice.SetColumns(std::move(columns));
-  cmdGoTo.SetText(strings_.GetStrings("&Go to"));
-  cmdAccept.SetText(strings_.GetStrings("&Accept..."));
-  cmdAccept.SetTip(strings_.GetStrings("It is right as it is: asks for the reason"));
-  cmdClose.SetText(strings_.GetStrings("&Close"));
+  SetTitle(Text("Advice"));
+  lvwAdvice.SetColumns({Text("Advice"), Text("Severity"), Text("Page"), Text("Field")});
+  SetTexts({{&cmdGoTo, "&Go to"}, {&cmdAccept, "&Accept..."}, {&cmdClose, "&Close"}});
+  cmdAccept.SetTip(Text("It is right as it is: asks for the reason"));
   accept_.InitStrings();
-  main_.AdviceButton().SetTip(strings_.GetStrings("Shows what the tool advises"));
-  main_.AdviceButton().SetRoom(
-      base::Join({shell::ReplacePlaceholders(strings_.GetStrings("%s1% faults"), {"88"}),
-                  shell::ReplacePlaceholders(strings_.GetStrings("%s1% hints"), {"88"})},
-                 ", "));
+  main_.AdviceButton().SetTip(Text("Shows what the tool advises"));
+  main_.AdviceButton().SetRoom(Text("%s1% faults", {"88"}) + ", " + Text("%s1% hints", {"88"}));
   Follow();
 }
 
@@ -97,10 +79,7 @@ void fAdvice::Loaded() {
 void fAdvice::ShowMe() {
   // What no control shows concerns some rules too.
   main_.Command("Advice", [this] { main_.Pending().ReadSettings(); });
-  if (platform_.toolkit && !GetWindowPeer()) {
-    platform_.toolkit->Realize(*this);
-    shell::Widen(*this);
-  }
+  RealizeWide();
   Show();
   ShowRows();
   lvwAdvice.FitColumns();
@@ -147,9 +126,8 @@ std::vector<configuration::AdviceLine> fAdvice::AdviceOn(const configuration::Sn
   };
   std::vector<configuration::AdviceLine> lines;
   for (const Advice& advice : Evaluate({contents, snapshot.head.imperial, settings_.numbers})) {
-    configuration::AdviceLine line{.fault = IsFault(advice),
-                                   .text = TextOf(advice, strings_),
-                                   .why = strings_.GetStrings(advice.rule->why)};
+    configuration::AdviceLine line{
+        .fault = IsFault(advice), .text = TextOf(advice, strings_), .why = Text(advice.rule->why)};
     if (const Accepted* accepted = AcceptanceOf(advice, accepted_)) {
       line.who = accepted->who;
       line.when = accepted->when;
@@ -161,21 +139,18 @@ std::vector<configuration::AdviceLine> fAdvice::AdviceOn(const configuration::Sn
 }
 
 std::string fAdvice::PageOf(const Concerned& concerned) const {
-  const auto table = main_.Pages().Table();
-  const auto entry = std::ranges::find(table, concerned.page, &shell::PageEntry::pageClass);
-  if (entry == table.end()) return strings_.GetStrings("Main window");
-  return std::string(base::Trim(strings_.GetStrings(entry->listCaption)));
+  return PageName(main_.Pages().Table(), concerned.page, strings_);
 }
 
 std::string fAdvice::PathOf(const Concerned& concerned) const {
-  const bool location = concerned.page == kMainWindow;
+  const bool location = concerned.page == shell::kMainWindow;
   const fields::Field* field =
       location ? &location_ : main_.Pending().Find(concerned.page, concerned.control);
   return field ? fields::PathOf(field->caption()) : std::string();
 }
 
 std::string fAdvice::SeverityOf(const Found& found) const {
-  return strings_.GetStrings(found.accepted ? "Accepted" : IsFault(found.advice) ? "Fault" : "Hint");
+  return Text(found.accepted ? "Accepted" : IsFault(found.advice) ? "Fault" : "Hint");
 }
 
 std::string fAdvice::CountText() const {
@@ -185,11 +160,9 @@ std::string fAdvice::CountText() const {
     const auto count = std::ranges::count_if(list_, [fault = fault](const Found& found) {
       return !found.accepted && IsFault(found.advice) == fault;
     });
-    if (count > 0)
-      counts.push_back(
-          shell::ReplacePlaceholders(strings_.GetStrings(count == 1 ? one : many), {std::to_string(count)}));
+    if (count > 0) counts.push_back(Text(count == 1 ? one : many, {std::to_string(count)}));
   }
-  return counts.empty() ? strings_.GetStrings("No advice") : base::Join(counts, ", ");
+  return counts.empty() ? Text("No advice") : base::Join(counts, ", ");
 }
 
 void fAdvice::ShowRows() {
@@ -220,17 +193,16 @@ void fAdvice::ShowReason() {
   const Found* found = Selected();
   const Rule* rule = found ? found->advice.rule : nullptr;
   const auto say = [&](ui::Label& label, const char* head, const char* text) {
-    label.SetText(rule ? strings_.GetStrings(head) + " " + strings_.GetStrings(text) : std::string());
+    label.SetText(rule ? Text(head) + " " + Text(text) : std::string());
   };
   say(lblWhy, "Why:", rule ? rule->why : "");
   say(lblTodo, "What to do:", rule ? rule->todo : "");
   say(lblSource, "Source:", rule ? rule->source : "");
-  lblAccepted.SetText(
-      found && found->accepted
-          ? shell::ReplacePlaceholders(
-                strings_.GetStrings("Accepted by %s1% on %s2%: %s3%"),
-                {found->accepted->who, found->accepted->when.substr(0, kDateLength), found->accepted->reason})
-          : std::string());
+  lblAccepted.SetText(found && found->accepted
+                          ? Text("Accepted by %s1% on %s2%: %s3%",
+                                 {found->accepted->who, found->accepted->when.substr(0, kDateLength),
+                                  found->accepted->reason})
+                          : std::string());
   cmdGoTo.SetEnabled(found != nullptr);
   cmdAccept.SetEnabled(found && !found->accepted);
 }
@@ -241,7 +213,7 @@ void fAdvice::GoTo() {
   const Concerned& first = found->advice.fields.front();
   const fields::Field* field = main_.Pending().Find(first.page, first.control);
   if (field && field->cursor) return main_.GoTo(*field->cursor);
-  if (first.page == kMainWindow) {
+  if (first.page == shell::kMainWindow) {
     main_.BringToFront();
     location_.control->Focus();
   }
@@ -264,7 +236,7 @@ void fAdvice::AcceptSelected() {
     } catch (const std::exception& error) {
       const std::string words = shell::InWords(strings_, error);
       main_.AddMessage(words, "Accept", kLocation, logger::kError);
-      platform_.prompts.Ask({words, settings_.title, ui::Buttons::kOk, ui::Icon::kExclamation});
+      Say(words, ui::Icon::kExclamation);
     }
     Follow();
   });

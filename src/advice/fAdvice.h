@@ -15,14 +15,14 @@
 #include "configuration/unit_file.h"
 #include "shell/companion.h"
 #include "shell/main_window.h"
+#include "shell/tool_window.h"
 
 namespace advice {
 
-class fAdvice final : public ui::Window, public shell::Companion {
+class fAdvice final : public shell::ToolWindow, public shell::Companion {
  public:
   fAdvice(shell::fMain& main, const shell::Platform& platform, const shell::Settings& settings,
           const shell::Strings& strings);
-  ~fAdvice() override;
 
   std::vector<ui::MenuItem> ViewMenu() override;
   void InitStrings() override;
@@ -56,9 +56,6 @@ class fAdvice final : public ui::Window, public shell::Companion {
   std::string SeverityOf(const Found& found) const;
 
   shell::fMain& main_;
-  const shell::Platform& platform_;
-  const shell::Settings& settings_;
-  const shell::Strings& strings_;
   configuration::UnitFile notes_;
   fAccept accept_;
   fields::Field location_;

@@ -3,15 +3,9 @@
 #include <algorithm>
 
 #include "advice/places.h"
-#include "base/text.h"
 
 namespace advice {
 namespace {
-
-Place ReceiveTimeOf(std::string_view variable) {
-  const auto found = std::ranges::find(kReceivedVariables, variable);
-  return ReceiveTimeAt(static_cast<std::size_t>(found - kReceivedVariables.begin()));
-}
 
 bool HasInput(const Unit& unit, const std::vector<std::string_view>& functions) {
   return std::ranges::any_of(functions,
@@ -33,7 +27,10 @@ const Measurement kSpaceTemp{{"SPACE_TEMP"}, {"nviSpaceTemp"}},
 
 std::vector<Place> Measurement::Places() const {
   std::vector<Place> places;
-  for (const std::string_view variable : variables) places.push_back(ReceiveTimeOf(variable));
+  for (const std::string_view variable : variables) {
+    const auto found = std::ranges::find(kReceivedVariables, variable);
+    places.push_back(ReceiveTimeAt(static_cast<std::size_t>(found - kReceivedVariables.begin())));
+  }
   return places;
 }
 

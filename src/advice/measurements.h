@@ -1,7 +1,6 @@
 // What the unit can measure: by a function of its inputs, or by a variable that the network sends.
 #pragma once
 
-#include <string>
 #include <string_view>
 #include <vector>
 

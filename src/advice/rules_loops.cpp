@@ -1,6 +1,4 @@
 // The tuning of the control loops that an assigned function uses.
-#include <algorithm>
-
 #include "advice/measurements.h"
 #include "advice/places.h"
 #include "advice/rules.h"
@@ -13,7 +11,7 @@ using enum Severity;
 // Fields of a loop, in the order of its boxes.
 constexpr std::size_t kProportional = 0, kDeadBand = 1, kIntegral = 2, kIntegralTime = 3, kDerivative = 4;
 
-bool HeatsOrCools(const Unit& unit) { return unit.Heats() || unit.Cools(); }
+bool HeatsOrCools(const Unit& unit) { return unit.HeatsOrCools(); }
 
 struct Loop {
   const char* name;
@@ -31,13 +29,9 @@ constexpr Loop kLoopTable[] = {
     {"CO2 Level", "txtCO2Level", Quantity::kPlain, "% / ppm",
      [](const Unit& unit) { return unit.HasDamper() && unit.Number(kCO2Limit) > 0 && kCO2.IsThere(unit); }},
     {"Humidity", "txtHumidity", Quantity::kPlain, "%/% RH",
-     [](const Unit& unit) {
-       return unit.Drives({"HUMIDIFIER", "DEHUMIDIFIER"});
-     }},
+     [](const Unit& unit) { return unit.ControlsHumidity(); }},
     {"Pressure", "txtPressure", Quantity::kGainPerPressure, "",
-     [](const Unit& unit) {
-       return unit.Drives({"FAN_SPEED_MOD", "BYPASS_DAMPER_MOD"});
-     }},
+     [](const Unit& unit) { return unit.ControlsPressure(); }},
 };
 
 template <class Work>

@@ -14,12 +14,10 @@ using enum Severity;
 /// Heating or cooling by the space itself: not by the return air, and not by the load of terminal units.
 bool BySpace(const Unit& unit) {
   const bool byLoad = unit.Is(kAveraging, kChecked) && unit.Is(kAverageOf, kSecondOption);
-  return (unit.Heats() || unit.Cools()) && unit.Is(kControlledBy, kFirstOption) && !byLoad;
+  return unit.HeatsOrCools() && unit.Is(kControlledBy, kFirstOption) && !byLoad;
 }
 
-bool ByReturnAir(const Unit& unit) {
-  return (unit.Heats() || unit.Cools()) && unit.Is(kControlledBy, kSecondOption);
-}
+bool ByReturnAir(const Unit& unit) { return unit.HeatsOrCools() && unit.Is(kControlledBy, kSecondOption); }
 
 struct Need {
   Severity severity;
@@ -30,21 +28,15 @@ struct Need {
 const Need kNeeds[] = {
     {kFault, "Temperature control", kSpaceTemp, BySpace},
     {kFault, "Temperature control", kReturnTemp, ByReturnAir},
-    {kFault, "Humidity", kSpaceHumidity,
-     [](const Unit& unit) {
-       return unit.Drives({"HUMIDIFIER", "DEHUMIDIFIER"});
-     }},
+    {kFault, "Humidity", kSpaceHumidity, [](const Unit& unit) { return unit.ControlsHumidity(); }},
     {kFault, "Economizer", kOutdoorAir, [](const Unit& unit) { return unit.Economizes(); }},
-    {kFault, "Pressure", kPressure,
-     [](const Unit& unit) {
-       return unit.Drives({"FAN_SPEED_MOD", "BYPASS_DAMPER_MOD"});
-     }},
+    {kFault, "Pressure", kPressure, [](const Unit& unit) { return unit.ControlsPressure(); }},
     {kFault, "Heat/Cool Changeover", kWater, [](const Unit& unit) { return unit.Drives({"HEAT_COOL"}); }},
     {kHint, "CO2 limit", kCO2,
      [](const Unit& unit) { return unit.HasDamper() && unit.Number(kCO2Limit) > 0; }},
     {kHint, "Mechanical cooling", kOutdoorTemp, [](const Unit& unit) { return unit.CoolsMechanically(); }},
     {kHint, "Mixed air", kMixedTemp, [](const Unit& unit) { return unit.HasDamper(); }},
-    {kHint, "Supply Temperature", kSupplyTemp, [](const Unit& unit) { return unit.Heats() || unit.Cools(); }},
+    {kHint, "Supply Temperature", kSupplyTemp, [](const Unit& unit) { return unit.HeatsOrCools(); }},
     {kHint, "Fan alarm", kFanState, [](const Unit& unit) { return unit.Drives({"FAN_"}); }},
 };
 

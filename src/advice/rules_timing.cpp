@@ -1,5 +1,5 @@
 // Times of equipment, the fan's speed, and the options that live by a time.
-#include <algorithm>
+#include <utility>
 
 #include "advice/places.h"
 #include "advice/rules.h"
@@ -27,14 +27,8 @@ const Floating kFloating[] = {{"Heating", FloatingHeat, kHeatDrive},
                               {"Cooling", FloatingCool, kCoolDrive},
                               {"Fresh air damper", FloatingDamper, kDamperDrive}};
 
-struct CoolingTime {
-  const char* name;
-  const Place& place;
-};
-const CoolingTime kCoolingTimes[] = {{"Minimum time ON", kCoolOn}, {"Minimum time OFF", kCoolOff}};
-
 void ShortCooling(const Unit& unit, Report& found) {
-  for (const auto& [name, place] : kCoolingTimes) {
+  for (const auto& [name, place] : {std::pair("Minimum time ON", kCoolOn), {"Minimum time OFF", kCoolOff}}) {
     if (unit.Drives({"COOLING_1"}) && unit.Number(place) < kShortestRun)
       found({place}, {Word(name), unit.Shown(place), unit.Figure(kShortestRun, Quantity::kPlain, "sec")});
   }
@@ -92,7 +86,7 @@ void Alternation(const Unit& unit, Report& found) {
 }
 
 void Bypass(const Unit& unit, Report& found) {
-  if ((unit.Heats() || unit.Cools()) && unit.Number(kBypassTime) <= 0) found({kBypassTime});
+  if (unit.HeatsOrCools() && unit.Number(kBypassTime) <= 0) found({kBypassTime});
 }
 
 constexpr const char* kShort = "Mechanical cooling: %s1% is %s2%, less than %s3%.";

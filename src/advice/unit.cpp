@@ -7,7 +7,6 @@
 
 #include "advice/places.h"
 #include "base/text.h"
-#include "host/output_functions.h"
 
 namespace advice {
 namespace {

@@ -64,7 +64,10 @@ class Unit {
   bool Heats() const { return Drives({"HEAT", "REVERSING_VALVE"}); }
   bool CoolsMechanically() const { return Drives({"COOL", "HEAT_COOL"}); }
   bool Cools() const { return CoolsMechanically() || Economizes(); }
+  bool HeatsOrCools() const { return Heats() || Cools(); }
   bool HasDamper() const { return Drives({"FRESH_AIR_DAMPER"}); }
+  bool ControlsHumidity() const { return Drives({"HUMIDIFIER", "DEHUMIDIFIER"}); }
+  bool ControlsPressure() const { return Drives({"FAN_SPEED_MOD", "BYPASS_DAMPER_MOD"}); }
   bool Economizes() const;
 
  private:
@@ -83,10 +86,7 @@ class Report {
   Report(const Unit& unit, const Rule& rule, std::vector<Advice>& found)
       : unit_(unit), rule_(rule), found_(found) {}
 
-  void operator()(std::initializer_list<Place> fields, std::vector<Value> values = {}) {
-    (*this)(std::vector<Place>(fields), std::move(values));
-  }
-  void operator()(const std::vector<Place>& fields, std::vector<Value> values);
+  void operator()(const std::vector<Place>& fields, std::vector<Value> values = {});
 
  private:
   const Unit& unit_;

@@ -82,10 +82,6 @@ plugin::StartUpFacts Facts(base::Registry& registry, base::Locale& locale) {
   return facts;
 }
 
-automation::Object CreateObject(std::string_view programId) {
-  return win32::CreateObject(std::string(programId));
-}
-
 int ServeHost() {
   win32::ComApartment apartment;
   plugin::Program* running = nullptr;
@@ -109,7 +105,7 @@ int ServeHost() {
                                  .controls = controls,
                                  .registry = registry,
                                  .locale = locale,
-                                 .createObject = CreateObject,
+                                 .createObject = win32::CreateObject,
                                  .readFile = win32::ReadWholeFile};
 
   const auto description = plugin::BuildDescription(Identity());
@@ -153,7 +149,7 @@ int RunCommand(const std::string& commandTail) {
   } else if (IsSwitch(word, "UnregServer")) {
     win32::UnregisterServer(Classes(), kTypeLibrary);
   } else {
-    plugin::RunStandAlone(commandTail, plugin::BuildDescription(Identity()), CreateObject);
+    plugin::RunStandAlone(commandTail, plugin::BuildDescription(Identity()), win32::CreateObject);
   }
   return 0;
 }

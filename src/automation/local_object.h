@@ -71,16 +71,11 @@ class LocalClass : public LocalObject {
   }
 
   int MemberCount() const final { return static_cast<int>(std::size(T::kMembers)); }
-  std::string_view MemberName(int place) const final {
-    return T::kMembers[static_cast<std::size_t>(place)].name;
-  }
-
-  bool HasIndex(int place) const override {
-    return T::kMembers[static_cast<std::size_t>(place)].putAt != nullptr;
-  }
+  std::string_view MemberName(int place) const final { return At(place).name; }
+  bool HasIndex(int place) const override { return At(place).putAt != nullptr; }
 
   Value InvokeAt(int place, Access access, std::span<const Value> arguments) final {
-    const MemberOf<T>& member = T::kMembers[static_cast<std::size_t>(place)];
+    const MemberOf<T>& member = At(place);
     T& self = static_cast<T&>(*this);
     self.BeforeCall(member.name);
     const Arguments list(arguments);
@@ -103,6 +98,9 @@ class LocalClass : public LocalObject {
 
   /// Hidden by a class that counts or refuses calls.
   void BeforeCall(std::string_view) {}
+
+ private:
+  static const MemberOf<T>& At(int place) { return T::kMembers[static_cast<std::size_t>(place)]; }
 };
 
 }  // namespace automation

@@ -1,6 +1,5 @@
 #include "automation/object.h"
 
-#include <charconv>
 #include <cmath>
 #include <optional>
 
@@ -21,11 +20,8 @@ std::optional<double> BitsOf(std::string_view text) {
   if (text.size() < 3 || text[0] != '&') return std::nullopt;
   const char kind = base::Lower(text.substr(1, 1))[0];
   if (kind != 'h' && kind != 'o') return std::nullopt;
-  const char* end = text.data() + text.size();
-  std::uint32_t bits = 0;
-  const auto [read, fault] = std::from_chars(text.data() + 2, end, bits, kind == 'h' ? 16 : 8);
-  if (fault != std::errc() || read != end) return std::nullopt;
-  return static_cast<std::int32_t>(bits);
+  const auto bits = base::ParseWhole<std::uint32_t>(text.substr(2), kind == 'h' ? 16 : 8);
+  return bits ? std::optional<double>(static_cast<std::int32_t>(*bits)) : std::nullopt;
 }
 
 // A decimal point, whatever the user's notation: what is written in a host's code is the same everywhere.
@@ -71,9 +67,8 @@ auto Named(std::string_view member, Read read) {
 std::string Value::AsText() const {
   if (const auto* text = std::get_if<std::string>(&content_)) return *text;
   if (const auto* flag = std::get_if<bool>(&content_)) return *flag ? "True" : "False";
-  if (std::holds_alternative<std::int32_t>(content_) || std::holds_alternative<double>(content_)) {
+  if (std::holds_alternative<std::int32_t>(content_) || std::holds_alternative<double>(content_))
     return base::Numbers().Text(RealOf(content_, "a text"));
-  }
   Mismatch("a text");
 }
 

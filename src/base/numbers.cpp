@@ -1,7 +1,6 @@
 #include "base/numbers.h"
 
 #include <algorithm>
-#include <charconv>
 #include <cmath>
 #include <limits>
 
@@ -11,12 +10,8 @@
 namespace base {
 namespace {
 
-bool IsDigit(char letter) { return letter >= '0' && letter <= '9'; }
-
 // Only these may stand in a number, so that "inf", "nan" and hexadecimal digits are refused.
-bool IsNumberCharacter(char letter) {
-  return IsDigit(letter) || letter == '.' || letter == '+' || letter == '-' || letter == 'e' || letter == 'E';
-}
+constexpr const char* kNumberCharacters = "0123456789.+-eE";
 
 }  // namespace
 
@@ -38,15 +33,16 @@ std::optional<double> Numbers::Parse(std::string_view text) const {
     if (plain.find('.') != std::string::npos) return std::nullopt;
     std::ranges::replace(plain, decimal_, '.');
   }
-  if (!std::ranges::all_of(plain, IsNumberCharacter)) return std::nullopt;
+  if (plain.find_first_not_of(kNumberCharacters) != std::string::npos) return std::nullopt;
   std::string_view digits = plain;
   if (digits.starts_with('+')) {
     digits.remove_prefix(1);
     if (digits.starts_with('-')) return std::nullopt;
   }
   double value = 0;
-  const auto [end, fault] = std::from_chars(digits.data(), digits.data() + digits.size(), value);
-  if (fault != std::errc() || end != digits.data() + digits.size()) return std::nullopt;
+  const char* end = digits.data() + digits.size();
+  const auto [rest, fault] = std::from_chars(digits.data(), end, value);
+  if (fault != std::errc() || rest != end) return std::nullopt;
   return value;
 }
 
@@ -57,9 +53,8 @@ double Numbers::ToDouble(std::string_view text) const {
 
 float Numbers::ToSingle(std::string_view text) const {
   const double value = ToDouble(text);
-  if (std::abs(value) > static_cast<double>(std::numeric_limits<float>::max())) {
+  if (std::abs(value) > static_cast<double>(std::numeric_limits<float>::max()))
     throw Error("\"" + std::string(text) + "\" is too large.");
-  }
   return static_cast<float>(value);
 }
 

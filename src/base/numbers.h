@@ -3,6 +3,7 @@
 // page and rule.
 #pragma once
 
+#include <charconv>
 #include <cstdint>
 #include <optional>
 #include <string>
@@ -43,6 +44,16 @@ class Numbers {
 
 /// A number as people or hosts write it: with the user's decimal separator, or with a point.
 std::optional<double> ParseEither(const Numbers& numbers, std::string_view text);
+
+/// The whole number that the text is, written with nothing but digits and "-"; nothing when it is another
+/// text, or one that does not fit.
+template <class Whole>
+std::optional<Whole> ParseWhole(std::string_view text, int base = 10) {
+  Whole whole = 0;
+  const char* end = text.data() + text.size();
+  const auto [rest, fault] = std::from_chars(text.data(), end, whole, base);
+  return fault == std::errc() && rest == end ? std::optional(whole) : std::nullopt;
+}
 
 /// The nearest whole number, halves to the even one, as the platform's automation conversions do.
 double RoundHalfToEven(double value);

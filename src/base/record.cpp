@@ -36,9 +36,8 @@ std::string_view Record::Field(std::size_t index) const {
 
 void Record::Set(std::size_t index, std::string_view text) {
   At(index);
-  if (text.find(' ') != std::string_view::npos) {
+  if (text.find(' ') != std::string_view::npos)
     throw Error("\"" + std::string(text) + "\" holds a blank and cannot be a single field of a value.");
-  }
   fields_[index] = {static_cast<std::uint32_t>(storage_.size()), static_cast<std::uint32_t>(text.size())};
   storage_ += text;
 }

@@ -4,7 +4,6 @@
 
 #include <optional>
 #include <string>
-#include <string_view>
 
 namespace base {
 
@@ -23,12 +22,17 @@ class Registry {
 };
 
 /// The text up to its first NUL; empty when it is missing or of another type.
-std::string ReadRegistryString(Registry& registry, RegistryRoot root, const std::string& key,
-                               const std::string& name);
+inline std::string ReadRegistryString(Registry& registry, RegistryRoot root, const std::string& key,
+                                      const std::string& name) {
+  const std::string text = registry.Read(root, key, name).value_or("");
+  return text.substr(0, text.find('\0'));
+}
 
 /// "Success", or "No Succes" (so spelt: callers compare it).
-std::string WriteRegistryString(Registry& registry, RegistryRoot root, const std::string& key,
-                                const std::string& name, const std::string& text);
+inline std::string WriteRegistryString(Registry& registry, RegistryRoot root, const std::string& key,
+                                       const std::string& name, const std::string& text) {
+  return registry.Write(root, key, name, text) ? "Success" : "No Succes";
+}
 
 class Locale {
  public:

@@ -16,9 +16,8 @@ namespace {
 using namespace std::chrono_literals;
 using configuration::TextOf;
 
-constexpr std::string_view kLocation = "Check-out";  // in the log
-constexpr const char* kLimit = "CheckOutLimit";      // in the settings
-constexpr const char* kUsualLimit = "120";           // seconds
+constexpr const char* kLimit = "CheckOutLimit";  // in the settings
+constexpr const char* kUsualLimit = "120";       // seconds
 constexpr int kShortestLimit = 5, kLongestLimit = 3600;
 // Results, as files have them: keys of the string table.
 constexpr const char *kMoved = "moved", *kNotMoved = "not moved", *kSkipped = "skipped";
@@ -28,17 +27,13 @@ constexpr auto kOfferInterval = 500ms;  // until the main window is there and ha
 
 fCheckOut::fCheckOut(shell::fMain& main, const shell::Platform& platform, const shell::Settings& settings,
                      const shell::Strings& strings)
-    : Window("fCheckOut"),
+    : ToolWindow("fCheckOut", platform, settings, strings),
       main_(main),
-      platform_(platform),
-      settings_(settings),
-      strings_(strings),
       notes_(settings, main.Opened, configuration::kNotes),
       outputs_(main.Device(), main.Context().transactions,
                {settings, main.Opened, configuration::kOverridden}),
       second_(platform.loop, 1s),
       offer_(platform.loop, kOfferInterval) {
-  iconFile = settings.iconFile;
   lvwSteps.onSelection = [this] { ChooseStep(); };
   cmdStart.onClick = [this] { StartStep(); };
   cmdYes.onClick = [this] { Answer(kMoved); };
@@ -52,10 +47,6 @@ fCheckOut::fCheckOut(shell::fMain& main, const shell::Platform& platform, const 
     if (main_.Visible()) main_.Command("PutBack", [this] { OfferToPutBack(); });
   };
   BuildLayout();
-}
-
-fCheckOut::~fCheckOut() {
-  if (platform_.toolkit) platform_.toolkit->Discard(*this);
 }
 
 void fCheckOut::BuildLayout() {
@@ -74,10 +65,6 @@ void fCheckOut::BuildLayout() {
   }));
 }
 
-std::string fCheckOut::Text(std::string_view english, const std::vector<std::string>& arguments) const {
-  return shell::ReplacePlaceholders(strings_.GetStrings(english), arguments);
-}
-
 std::vector<ui::MenuItem> fCheckOut::FileMenu() {
   return {{Text("C&heck out outputs..."), [this] { Open(); }, {}}, {}};
 }
@@ -86,7 +73,7 @@ void fCheckOut::InitStrings() {
   SetTitle(Text("Check-out of the outputs"));
   lvwSteps.SetColumns({Text("Output"), Text("Function"), Text("Step"), Text("Result"), Text("Remark"),
                        Text("By"), Text("When")});
-  const std::pair<ui::Control*, const char*> captions[] = {
+  SetTexts({
       {&lblSafety, "Make sure that nobody works at the unit."},
       {&lblLimit, "Time &limit:"},
       {&lblSeconds, "sec"},
@@ -95,8 +82,7 @@ void fCheckOut::InitStrings() {
       {&cmdNo, "&No"},
       {&cmdSkip, "S&kip"},
       {&cmdClose, "&Close"},
-  };
-  for (const auto& [control, caption] : captions) control->SetText(Text(caption));
+  });
   cmdStart.SetRoom(Text("&Put back"));
   txtLimit.SetTip(Text("After this time the output goes back by itself"));
 }
@@ -104,7 +90,7 @@ void fCheckOut::InitStrings() {
 void fCheckOut::Tell(const std::string& words, ui::Icon icon) {
   main_.AddMessage(words, "CheckOut", kLocation,
                    icon == ui::Icon::kError ? logger::kError : logger::kExclamation);
-  platform_.prompts.Ask({words, settings_.title, ui::Buttons::kOk, icon});
+  Say(words, icon);
 }
 
 // --- opening ---
@@ -132,7 +118,7 @@ void fCheckOut::Open() {
     try {
       const std::string reason = WhyNot();
       if (reason.empty()) return Lead();
-      platform_.prompts.Ask({reason, settings_.title, ui::Buttons::kOk, ui::Icon::kInformation});
+      Say(reason, ui::Icon::kInformation);
     } catch (const std::exception& error) {
       Tell(shell::InWords(strings_, error), ui::Icon::kExclamation);
     }
@@ -140,14 +126,13 @@ void fCheckOut::Open() {
 }
 
 void fCheckOut::Lead() {
-  const std::string limit = base::ReadRegistryString(platform_.registry, base::RegistryRoot::kCurrentUser,
-                                                     settings_.settingsKey, kLimit);
+  const std::string limit = ReadChoice(platform_.registry, settings_, kLimit);
   txtLimit.SetText(limit.empty() ? kUsualLimit : limit);
   results_ = notes_.Read()[configuration::kCheckOut];
   step_ = 0;
   started_ = timeOver_ = false;
   ShowSteps();
-  if (platform_.toolkit && !GetWindowPeer()) platform_.toolkit->Realize(*this);
+  Realize();
   Show();
   BringToFront();
   cmdStart.Focus();
@@ -241,13 +226,12 @@ void fCheckOut::StartStep() {
   }
   const auto limit = settings_.numbers.Parse(txtLimit.Text()).value_or(0);
   if (limit < kShortestLimit || limit > kLongestLimit || limit != static_cast<int>(limit)) {
-    platform_.prompts.Ask({Text("The time limit is a whole number of seconds from %s1% to %s2%.",
-                                {std::to_string(kShortestLimit), std::to_string(kLongestLimit)}),
-                           settings_.title, ui::Buttons::kOk, ui::Icon::kExclamation});
+    Say(Text("The time limit is a whole number of seconds from %s1% to %s2%.",
+             {std::to_string(kShortestLimit), std::to_string(kLongestLimit)}),
+        ui::Icon::kExclamation);
     return txtLimit.Focus();
   }
-  base::WriteRegistryString(platform_.registry, base::RegistryRoot::kCurrentUser, settings_.settingsKey,
-                            kLimit, txtLimit.Text());
+  KeepChoice(platform_.registry, settings_, kLimit, txtLimit.Text());
   timeOver_ = false;
   try {
     const ui::WaitPointer pointer(platform_.loop);
@@ -277,8 +261,7 @@ void fCheckOut::Tick() {
 void fCheckOut::Answer(const char* result) {
   if (outputs_.Busy()) return;
   if (result == std::string_view(kNotMoved) && base::Trim(txtRemark.Text()).empty()) {
-    platform_.prompts.Ask({Text("Say in the remark what happened instead."), settings_.title,
-                           ui::Buttons::kOk, ui::Icon::kInformation});
+    Say(Text("Say in the remark what happened instead."), ui::Icon::kInformation);
     return txtRemark.Focus();
   }
   const bool back = PutBack();

@@ -11,14 +11,14 @@
 #include "checkout/check_out.h"
 #include "shell/companion.h"
 #include "shell/main_window.h"
+#include "shell/tool_window.h"
 
 namespace checkout {
 
-class fCheckOut final : public ui::Window, public shell::Companion {
+class fCheckOut final : public shell::ToolWindow, public shell::Companion {
  public:
   fCheckOut(shell::fMain& main, const shell::Platform& platform, const shell::Settings& settings,
             const shell::Strings& strings);
-  ~fCheckOut() override;
 
   std::vector<ui::MenuItem> FileMenu() override;
   void InitStrings() override;
@@ -28,6 +28,8 @@ class fCheckOut final : public ui::Window, public shell::Companion {
   CheckOut& Outputs() { return outputs_; }
 
  private:
+  static constexpr std::string_view kLocation = "Check-out";  // in the log
+
   void BuildLayout();
   void Open();
   /// Why no check-out can begin now, in words; empty when it can.
@@ -45,7 +47,6 @@ class fCheckOut final : public ui::Window, public shell::Companion {
   void TellStanding();
   bool MayClose();
 
-  void ReadResults();
   void Keep(const char* result);
   configuration::Line* ResultOf(const Step& step);
   void ShowSteps();
@@ -53,12 +54,8 @@ class fCheckOut final : public ui::Window, public shell::Companion {
   std::string WhatHappens(const Step& step) const;
   std::string NamesOf(const std::vector<Kept>& kept) const;
   void Tell(const std::string& words, ui::Icon icon);
-  std::string Text(std::string_view english, const std::vector<std::string>& arguments = {}) const;
 
   shell::fMain& main_;
-  const shell::Platform& platform_;
-  const shell::Settings& settings_;
-  const shell::Strings& strings_;
   configuration::UnitFile notes_;
   CheckOut outputs_;
   std::vector<Step> steps_;

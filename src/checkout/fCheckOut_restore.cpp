@@ -6,11 +6,6 @@
 #include "shell/words.h"
 
 namespace checkout {
-namespace {
-
-constexpr std::string_view kLocation = "Check-out";  // in the log
-
-}  // namespace
 
 void fCheckOut::Loaded() {
   try {

@@ -34,8 +34,7 @@ class Backups {
   /// Those of a unit, the newest first.
   std::vector<std::filesystem::path> Of(std::string_view kind, std::string_view network,
                                         std::string_view device) const;
-  /// Where they are. Throws base::WordedError without a folder
-  /// for documents.
+  /// Where they are. Throws base::WordedError without a folder for documents.
   std::filesystem::path Folder(std::string_view kind, std::string_view network,
                                std::string_view device) const;
 

@@ -6,7 +6,6 @@
 #include <set>
 
 #include "base/text.h"
-#include "configuration/snapshot.h"
 
 namespace configuration {
 namespace {
@@ -35,7 +34,7 @@ bool CanHold(const fields::Field& field, const base::Numbers& numbers, std::stri
                                 : std::ranges::find(list->Items(), content) != list->Items().end();
     }
     case fields::Kind::kRecord:
-      return true;
+      break;
     case fields::Kind::kText:
       return !base::ParseEither(numbers, here) || base::ParseEither(numbers, content);
   }

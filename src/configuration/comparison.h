@@ -2,14 +2,11 @@
 // differences, and answered to scripts.
 #pragma once
 
-#include <functional>
 #include <string>
 #include <string_view>
 #include <vector>
 
-#include "base/numbers.h"
-#include "configuration/document.h"
-#include "fields/field.h"
+#include "configuration/snapshot.h"
 #include "host/journal.h"
 
 namespace configuration {
@@ -25,18 +22,6 @@ struct Difference {
   std::string content;     // there, in the user's notation
   bool ofOneUnit = false;  // not for another unit
 };
-
-/// A field of the unit with what it holds.
-struct Held {
-  const fields::Field* field;
-  std::string content;
-  bool applies;  // no where another field is shown in its place
-};
-
-/// What is stored, of a field as its page filled it.
-inline std::string StoredContent(const fields::Field& field) {
-  return field.stored ? field.stored() : field.content();
-}
 
 /// In the order of `here`; what is only in the document comes last. A field that does not apply is told where
 /// the document has it.

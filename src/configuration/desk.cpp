@@ -1,17 +1,15 @@
 #include "configuration/desk.h"
 
-#include <algorithm>
 #include <utility>
 
 #include "base/error.h"
 #include "base/files.h"
-#include "base/text.h"
-#include "configuration/open_unit.h"
+#include "configuration/unit_desk.h"
 #include "configuration/unit_list.h"
-#include "host/contract.h"
 #include "logger/message_logger.h"
 
 namespace configuration {
+
 Desk::Desk(shell::fMain& main, const shell::Platform& platform, const shell::Settings& settings,
            shell::Strings& strings, std::span<const shell::PageEntry> table)
     : main_(main),
@@ -32,8 +30,12 @@ std::vector<ui::MenuItem> Desk::FileMenu() {
   const auto item = [this](std::string_view caption, std::string_view routine, void (Desk::*work)()) {
     return ui::MenuItem{Text(caption), [=, this] { Do(routine, [=, this] { (this->*work)(); }); }, {}};
   };
-  const bool stops = StopsWithoutBackup();
-  ui::MenuItem stop{Text("&No save without a backup"), [this, stops] { StopWithoutBackup(!stops); }, {}};
+  const bool stops = StopsWithoutBackup(platform_.registry, settings_);
+  const auto turn = [this, stops] {
+    StopWithoutBackup(platform_.registry, settings_, !stops);
+    main_.BuildMenu();
+  };
+  ui::MenuItem stop{Text("&No save without a backup"), turn, {}};
   stop.checked = stops;
   return {{},
           item("Save con&figuration as...", "SaveConfiguration", &Desk::SaveAs),
@@ -84,8 +86,7 @@ void Desk::SaveAs() {
   document.sections = UnitFile(settings_, main_.Opened, kNotes).Read();
   base::ReplaceFile(base::PathOf(*file), Write(document));
   lastFile_ = *file;
-  main_.AddMessage(shell::ReplacePlaceholders(Text("%s1% values were saved in %s2%"),
-                                              {std::to_string(snapshot.values.size()), *file}),
+  main_.AddMessage(Text("%s1% values were saved in %s2%", {std::to_string(snapshot.values.size()), *file}),
                    "SaveConfiguration", kLocation, logger::kInformation);
   TellCutOff(snapshot);
 }
@@ -97,11 +98,9 @@ void Desk::TellCutOff(const Snapshot& snapshot) {
       lines.push_back(PathOf(value.caption) + ": " + value.content);
   }
   if (lines.empty()) return;
-  main_.AddMessage(
-      shell::ReplacePlaceholders(
-          Text("%s1% values may have more digits than the host gives, and come back without them"),
-          {std::to_string(lines.size())}),
-      "SaveConfiguration", kLocation, logger::kInformation);
+  main_.AddMessage(Text("%s1% values may have more digits than the host gives, and come back without them",
+                        {std::to_string(lines.size())}),
+                   "SaveConfiguration", kLocation, logger::kInformation);
   main_.Logger().AddDetails(lines);
 }
 
@@ -109,8 +108,7 @@ void Desk::OpenFile() {
   const auto file = platform_.fileDialog.AskOpenFile(
       {Text("Configurations (*.kvtarn)|*.kvtarn|All files (*.*)|*.*"), lastFile_, 0});
   if (!file) return;
-  const Document document = Read(base::ReadFile(base::PathOf(*file), kLargestFile), MakeHead().programId);
-  CompareWith(document, shell::ReplacePlaceholders(Text("Differences from %s1%"), {*file}), Text("File"));
+  CompareWith(ReadFile(base::PathOf(*file)), Text("Differences from %s1%", {*file}), Text("File"));
 }
 
 void Desk::ShowBackups() {
@@ -128,10 +126,8 @@ void Desk::ShowBackups() {
   for (const auto& file : files) table.rows.push_back({TimeOf(file), base::PathText(file)});
   const auto chosen = pick_.Ask(table);
   if (!chosen) return;
-  CompareWith(
-      Read(base::ReadFile(files[*chosen], kLargestFile), MakeHead().programId),
-      shell::ReplacePlaceholders(Text("Differences from the backup of %s1%"), {TimeOf(files[*chosen])}),
-      Text("Backup"));
+  const std::filesystem::path& file = files[*chosen];
+  CompareWith(ReadFile(file), Text("Differences from the backup of %s1%", {TimeOf(file)}), Text("Backup"));
 }
 
 void Desk::CompareUnit() {
@@ -152,8 +148,8 @@ void Desk::CompareUnit() {
     other.ReadSettings();
     document = ToFile(other.Take());
   }
-  CompareWith(document, shell::ReplacePlaceholders(Text("Differences from %s1%"), {units[*chosen].name}),
-              units[*chosen].name);
+  const std::string& name = units[*chosen].name;
+  CompareWith(document, Text("Differences from %s1%", {name}), name);
 }
 
 // --- differences and taking over ---

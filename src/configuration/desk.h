@@ -24,6 +24,8 @@
 
 namespace configuration {
 
+inline constexpr unsigned kAskBeforeReplacing = 0x2;  // OFN_OVERWRITEPROMPT
+
 class Desk final : public shell::Companion {
  public:
   Desk(shell::fMain& main, const shell::Platform& platform, const shell::Settings& settings,
@@ -50,6 +52,8 @@ class Desk final : public shell::Companion {
 
   /// Of the unit in view. Throws automation::Error.
   Head MakeHead();
+  /// A file, for a device of the kind in view. Throws as the reader of documents does.
+  Document ReadFile(const std::filesystem::path& file);
   /// One entry of the File menu: a command whose faults are told in a box and kept in the log.
   void Do(std::string_view routine, const std::function<void()>& work);
   /// What further pages are made of.
@@ -59,7 +63,6 @@ class Desk final : public shell::Companion {
 
  private:
   static constexpr std::string_view kLocation = "Configuration";  // in the log
-  static constexpr unsigned kAskBeforeReplacing = 0x2;            // OFN_OVERWRITEPROMPT
 
   void SaveAs();
   /// Names the values that a file cannot give back to the last digit.
@@ -68,12 +71,12 @@ class Desk final : public shell::Companion {
   void CompareUnit();
   void ShowBackups();
   void SaveRecord();
-  RecordInput MakeRecord(const Snapshot& snapshot, const std::vector<PageTitle>& titles) const;
-  bool StopsWithoutBackup() const;
-  void StopWithoutBackup(bool stop);
   void CompareWith(const Document& document, const std::string& title, const std::string& there);
 
   std::string Text(std::string_view english) const { return strings_.GetStrings(english); }
+  std::string Text(std::string_view english, const std::vector<std::string>& arguments) const {
+    return strings_.GetStrings(english, arguments);
+  }
   std::string Words(const std::exception& error) const { return shell::InWords(strings_, error); }
   /// What the pages in view hold now, or what the device holds; the location, too.
   std::vector<Held> Shown(bool withEdits);
@@ -81,7 +84,7 @@ class Desk final : public shell::Companion {
   std::vector<Held> Unseen(const fields::FieldList& fields);
   std::vector<fDifferences::Refused> TakeOver(const std::vector<Difference>& wanted, bool imperial);
   bool UseUnits(bool imperial);
-  std::string DeviceName() const;
+  const std::string& DeviceName() const { return main_.Opened.deviceName; }
   std::unique_ptr<UnseenPages> NewPages();
 
   shell::fMain& main_;

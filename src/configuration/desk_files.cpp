@@ -1,35 +1,14 @@
 // The files that the desk keeps or hands over beside configurations: backups and records.
 #include "configuration/desk.h"
 
-#include <algorithm>
 #include <utility>
 
 #include "base/error.h"
 #include "base/files.h"
-#include "base/text.h"
 #include "configuration/unit_desk.h"
 #include "logger/message_logger.h"
 
 namespace configuration {
-RecordInput Desk::MakeRecord(const Snapshot& snapshot, const std::vector<PageTitle>& titles) const {
-  RecordInput input{.snapshot = snapshot,
-                    .pages = titles,
-                    .strings = strings_,
-                    .numbers = settings_.numbers,
-                    .request = record_.Request(),
-                    .time = platform_.locale.GeneralDateNow(),
-                    .verified = true};
-  for (int i = 0; i < host::DeviceObjects::kInputs; ++i)
-    input.sensors.push_back(main_.Selections().GetSensorType(static_cast<std::size_t>(i)));
-  input.signals = SignalTypes(snapshot);
-  input.shown = [this](auto page, auto control, auto content) {
-    const fields::Field* field = main_.Pending().Find(page, control);
-    return field ? field->shown(content) : std::string(content);
-  };
-  if (onAdvise) input.advice = onAdvise(snapshot);
-  input.checks = UnitFile(settings_, main_.Opened, kNotes).Read()[kCheckOut];
-  return input;
-}
 
 // The values of each record are kept beside the backups: the next one tells what has changed since.
 void Desk::SaveRecord() {
@@ -37,7 +16,12 @@ void Desk::SaveRecord() {
   Snapshot snapshot = Take(false);
   snapshot.head.note = record_.Request().note;
   const std::vector<PageTitle> titles = TitlesOf(table_, strings_);
-  RecordInput input = MakeRecord(snapshot, titles);
+  RecordInput input =
+      RecordOf(Surroundings(), strings_, snapshot, titles, main_.Opened,
+               [this](auto page, auto control) { return main_.Pending().Find(page, control); });
+  input.request = record_.Request();
+  input.sensors = main_.Selections().SensorTypes();
+  if (onAdvise) input.advice = onAdvise(snapshot);
   const auto file = platform_.fileDialog.AskSaveFile(
       {Text("Records (*.html)|*.html"), settings_.documentsFolder + "\\" + SafeName(DeviceName()) + ".html",
        kAskBeforeReplacing});
@@ -51,8 +35,7 @@ void Desk::SaveRecord() {
   if (record_.WithTable())
     base::ReplaceFile(std::filesystem::path(path).replace_extension(".csv"), WriteRecordCsv(input));
   backups_.Keep(kRecords, ToFile(snapshot), std::time(nullptr));
-  main_.AddMessage(shell::ReplacePlaceholders(Text("The record was saved in %s1%"), {*file}), "Record",
-                   kLocation, logger::kInformation);
+  main_.AddMessage(Text("The record was saved in %s1%", {*file}), "Record", kLocation, logger::kInformation);
 }
 
 // A host that does not answer now would not take the save either, and the person may have given it up.
@@ -74,11 +57,9 @@ bool Desk::SaveBegins() {
 bool Desk::MayCommit() {
   try {
     const host::Journal& journal = main_.Context().transactions.GetJournal();
-    Snapshot snapshot{MakeHead(), {}};
-    for (const Held& held : Shown(false)) {
-      if (held.applies)
-        snapshot.values.push_back(ValueOf(*held.field, settings_.numbers, WithDigitsBefore(journal, held)));
-    }
+    const Snapshot snapshot =
+        SnapshotOf(MakeHead(), Shown(false), settings_.numbers,
+                   [&journal](const Held& held) { return WithDigitsBefore(journal, held); });
     if (!backupFault_.empty()) throw base::Error(backupFault_);
     backups_.Keep(kBackups, ToFile(snapshot), std::time(nullptr));
     toldFault_ = false;
@@ -86,7 +67,7 @@ bool Desk::MayCommit() {
   } catch (const std::exception& error) {
     backupFault_ = Words(error);
   }
-  const bool stop = StopsWithoutBackup();
+  const bool stop = StopsWithoutBackup(platform_.registry, settings_);
   const std::string text =
       Text(stop ? "Nothing was saved, since no backup of the present values could be kept:"
                 : "No backup of the former values could be kept:") +
@@ -94,15 +75,6 @@ bool Desk::MayCommit() {
   if (stop || !std::exchange(toldFault_, true))
     main_.AddMessage(text, "Backup", kLocation, stop ? logger::kError : logger::kExclamation);
   return !stop;
-}
-
-bool Desk::StopsWithoutBackup() const {
-  return configuration::StopsWithoutBackup(platform_.registry, settings_);
-}
-
-void Desk::StopWithoutBackup(bool stop) {
-  configuration::StopWithoutBackup(platform_.registry, settings_, stop);
-  main_.BuildMenu();
 }
 
 }  // namespace configuration

@@ -3,11 +3,10 @@
 
 #include <algorithm>
 
+#include "base/files.h"
 #include "host/contract.h"
 
 namespace configuration {
-
-std::string Desk::DeviceName() const { return main_.Opened.deviceName; }
 
 Head Desk::MakeHead() {
   if (identity_.programId.empty()) {
@@ -15,15 +14,16 @@ Head Desk::MakeHead() {
     identity_.version = identity.Text(host::kVersion);
     identity_.programId = identity.Text(host::kProgramId);
   }
-  Head head = identity_;
-  head.toolVersion = settings_.version;
-  head.network = main_.Opened.networkName;
-  head.device = DeviceName();
+  Head head = HeadNow(settings_, main_.Opened);
+  head.programId = identity_.programId;
+  head.version = identity_.version;
   head.location = main_.LocationField().held();
-  head.time = UtcText(std::time(nullptr));
   head.imperial = main_.Device().IsImperial;
-  head.user = settings_.userName;
   return head;
+}
+
+Document Desk::ReadFile(const std::filesystem::path& file) {
+  return Read(base::ReadFile(file, kLargestFile), MakeHead().programId);
 }
 
 std::unique_ptr<UnseenPages> Desk::NewPages() {

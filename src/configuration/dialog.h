@@ -2,30 +2,18 @@
 // Shown only inside a command, so nothing else is taken meanwhile.
 #pragma once
 
-#include <string>
-
-#include "shell/platform.h"
-#include "shell/settings.h"
-#include "ui/form.h"
+#include "shell/tool_window.h"
 
 namespace configuration {
 
-class Dialog : public ui::Window {
- public:
-  ~Dialog() override {
-    if (platform_.toolkit) platform_.toolkit->Discard(*this);
-  }
-
+class Dialog : public shell::ToolWindow {
  protected:
-  Dialog(std::string name, const shell::Platform& platform, const shell::Settings& settings)
-      : Window(std::move(name)), platform_(platform) {
-    iconFile = settings.iconFile;
-  }
+  using ToolWindow::ToolWindow;
 
   /// Shows the window and waits until it is closed or hidden; answers whether it was accepted.
   bool Run(ui::Control& first) {
     accepted_ = false;
-    if (platform_.toolkit && !GetWindowPeer()) platform_.toolkit->Realize(*this);
+    Realize();
     Show();
     BringToFront();
     first.Focus();
@@ -37,10 +25,29 @@ class Dialog : public ui::Window {
     Close();
   }
 
-  const shell::Platform& platform_;
-
  private:
   bool accepted_ = false;
+};
+
+/// A dialog that ends by OK or Cancel.
+class Question : public Dialog {
+ protected:
+  Question(std::string name, const shell::Platform& platform, const shell::Settings& settings,
+           const shell::Strings& strings)
+      : Dialog(std::move(name), platform, settings, strings) {
+    defaultButton = &cmdOK;
+    cancelButton = &cmdCancel;
+    cmdOK.onClick = [this] { Accept(); };
+    cmdCancel.onClick = [this] { Close(); };
+  }
+
+  /// The last line of the layout.
+  ui::Node Buttons() {
+    return ui::GrowX(ui::Line({ui::GrowX(ui::Empty()), ui::Item(cmdOK), ui::Item(cmdCancel)}));
+  }
+
+  ui::Button cmdOK{*this, "cmdOK"};
+  ui::Button cmdCancel{*this, "cmdCancel"};
 };
 
 }  // namespace configuration

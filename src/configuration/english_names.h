@@ -3,15 +3,13 @@
 #pragma once
 
 #include <string>
-#include <string_view>
 
 #include "configuration/snapshot.h"
 #include "configuration/unseen_pages.h"
 
 namespace configuration {
 
-/// The class of the main window, whose location is a value like those of the pages.
-inline constexpr const char* kMainWindow = "fMain";
+using shell::kMainWindow;
 inline constexpr const char* kLocationControl = "txtLocation";
 
 class EnglishNames {

@@ -31,7 +31,7 @@ const Saying& SayingOf(Kind kind) { return *std::ranges::find(kSayings, kind, &S
 
 fDifferences::fDifferences(const shell::Platform& platform, const shell::Settings& settings,
                            const shell::Strings& strings, std::span<const shell::PageEntry> table)
-    : Dialog("fDifferences", platform, settings), strings_(strings), table_(table) {
+    : Dialog("fDifferences", platform, settings, strings), table_(table) {
   cancelButton = &cmdClose;
   lvwLines.SetTicks(true);
   lvwLines.onTick = [this](std::size_t row) { TurnTick(row); };
@@ -51,28 +51,26 @@ fDifferences::fDifferences(const shell::Platform& platform, const shell::Setting
 }
 
 void fDifferences::InitStrings() {
-  chkAll.SetText(strings_.GetStrings("&Show what is equal, too"));
-  cmdTickAll.SetText(strings_.GetStrings("Tick &all"));
-  cmdTickNone.SetText(strings_.GetStrings("Tick &none"));
-  cmdFold.SetText(strings_.GetStrings("&Fold"));
-  cmdTake.SetText(strings_.GetStrings("&Take over"));
-  cmdTake.SetTip(
-      strings_.GetStrings("The ticked values come into the pages as changes, to be applied there"));
-  cmdClose.SetText(strings_.GetStrings("&Close"));
+  SetTexts({{&chkAll, "&Show what is equal, too"},
+            {&cmdTickAll, "Tick &all"},
+            {&cmdTickNone, "Tick &none"},
+            {&cmdFold, "&Fold"},
+            {&cmdTake, "&Take over"},
+            {&cmdClose, "&Close"}});
+  cmdTake.SetTip(Text("The ticked values come into the pages as changes, to be applied there"));
 }
 
 void fDifferences::ShowLines(const std::string& title, const std::string& there,
                              std::vector<Difference> lines, bool mayTake) {
   SetTitle(title);
-  const auto text = [this](std::string_view english) { return strings_.GetStrings(english); };
-  lvwLines.SetColumns({text("Field"), text("Device"), there, text("Unit"), text("Remark")});
+  lvwLines.SetColumns({Text("Field"), Text("Device"), there, Text("Unit"), Text("Remark")});
   mayTake_ = mayTake;
   lines_.clear();
   folded_.clear();
   for (Difference& difference : lines) {
     Line line{std::move(difference)};
     line.ticked = MayTick(line) && !line.difference.ofOneUnit;
-    line.remark = text(SayingOf(line.difference.kind).remark);
+    line.remark = Text(SayingOf(line.difference.kind).remark);
     lines_.push_back(std::move(line));
   }
   chkAll.SetChecked(false);
@@ -88,12 +86,6 @@ bool fDifferences::MayTick(const Line& line) const {
 
 bool fDifferences::Shown(const Line& line) const {
   return chkAll.Checked() || line.handled || line.difference.kind != Kind::kEqual;
-}
-
-std::string fDifferences::PageTitle(const std::string& page) const {
-  const auto entry = std::ranges::find(table_, page, &shell::PageEntry::pageClass);
-  if (entry != table_.end()) return std::string(base::Trim(strings_.GetStrings(entry->listCaption)));
-  return page == "fMain" ? strings_.GetStrings("Main window") : page;
 }
 
 void fDifferences::ShowRows() {
@@ -115,7 +107,8 @@ void fDifferences::AddPage(const std::string& page, std::vector<ui::ListView::Ro
   const auto count = std::ranges::count_if(lines_, ofPage);
   if (count == 0) return;
   rows_.push_back({page});
-  rows.push_back({page, {(folded ? "+ " : "- ") + PageTitle(page) + " (" + std::to_string(count) + ")"}});
+  const std::string name = PageName(table_, page, strings_);
+  rows.push_back({page, {(folded ? "+ " : "- ") + name + " (" + std::to_string(count) + ")"}});
   if (folded) return;
   for (Line& line : lines_) {
     if (!ofPage(line)) continue;
@@ -191,8 +184,7 @@ void fDifferences::TakeOver() {
     });
     line.handled = true;
     line.refused = found != refused.end();
-    line.remark = line.refused ? strings_.GetStrings("Refused:") + " " + found->reason
-                               : strings_.GetStrings("taken over");
+    line.remark = line.refused ? Text("Refused:") + " " + found->reason : Text("taken over");
     if (!line.refused) line.difference.kind = Kind::kEqual;
   }
   ShowRows();
@@ -204,8 +196,7 @@ std::string fDifferences::CountText() const {
   std::vector<std::string> parts;
   const auto add = [&](const char* text, const auto& counts, bool always) {
     const auto count = std::ranges::count_if(lines_, counts);
-    if (count > 0 || always)
-      parts.push_back(shell::ReplacePlaceholders(strings_.GetStrings(text), {std::to_string(count)}));
+    if (count > 0 || always) parts.push_back(Text(text, {std::to_string(count)}));
   };
   const auto taken = [](const Line& line) { return line.handled && !line.refused; };
   for (const Saying& saying : kSayings) {

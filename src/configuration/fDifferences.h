@@ -46,7 +46,6 @@ class fDifferences final : public Dialog {
 
   bool MayTick(const Line& line) const;
   bool Shown(const Line& line) const;
-  std::string PageTitle(const std::string& page) const;
   void ShowRows();
   void AddPage(const std::string& page, std::vector<ui::ListView::Row>& rows);
   ui::ListView::Row RowFor(const Line& line) const;
@@ -58,7 +57,6 @@ class fDifferences final : public Dialog {
   void TakeOver();
   std::string CountText() const;
 
-  const shell::Strings& strings_;
   std::span<const shell::PageEntry> table_;
   std::vector<Line> lines_;
   std::vector<RowOf> rows_;

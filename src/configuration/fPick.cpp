@@ -3,17 +3,13 @@
 namespace configuration {
 
 fPick::fPick(const shell::Platform& platform, const shell::Settings& settings, const shell::Strings& strings)
-    : Dialog("fPick", platform, settings), strings_(strings) {
-  defaultButton = &cmdOK;
-  cancelButton = &cmdCancel;
+    : Question("fPick", platform, settings, strings) {
   lvwRows.onOpen = [this] { cmdOK.Click(); };
   lvwRows.onSelection = [this] { cmdOK.SetEnabled(!lvwRows.Selection().empty()); };
-  cmdOK.onClick = [this] { Accept(); };
-  cmdCancel.onClick = [this] { Close(); };
   SetLayout(ui::Stack({
       ui::Item(lblText),
       ui::Grow(ui::Item(lvwRows)),
-      ui::GrowX(ui::Line({ui::GrowX(ui::Empty()), ui::Item(cmdOK), ui::Item(cmdCancel)})),
+      Buttons(),
   }));
 }
 
@@ -28,7 +24,7 @@ std::optional<std::size_t> fPick::Ask(const Table& table) {
   lvwRows.FitColumns();
   cmdOK.SetText(table.button);
   cmdOK.SetEnabled(!table.rows.empty());
-  cmdCancel.SetText(strings_.GetStrings("Cancel"));
+  cmdCancel.SetText(Text("Cancel"));
   if (!Run(lvwRows) || lvwRows.Selection().empty()) return std::nullopt;
   return lvwRows.Selection().front();
 }

@@ -6,11 +6,10 @@
 #include <vector>
 
 #include "configuration/dialog.h"
-#include "shell/strings.h"
 
 namespace configuration {
 
-class fPick final : public Dialog {
+class fPick final : public Question {
  public:
   fPick(const shell::Platform& platform, const shell::Settings& settings, const shell::Strings& strings);
 
@@ -24,12 +23,8 @@ class fPick final : public Dialog {
   std::optional<std::size_t> Ask(const Table& table);
 
  private:
-  const shell::Strings& strings_;
-
   ui::Label lblText{*this, "lblText"};
   ui::ListView lvwRows{*this, "lvwRows"};
-  ui::Button cmdOK{*this, "cmdOK"};
-  ui::Button cmdCancel{*this, "cmdCancel"};
 };
 
 }  // namespace configuration

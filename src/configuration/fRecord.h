@@ -4,11 +4,10 @@
 
 #include "configuration/dialog.h"
 #include "configuration/record.h"
-#include "shell/strings.h"
 
 namespace configuration {
 
-class fRecord final : public Dialog {
+class fRecord final : public Question {
  public:
   fRecord(const shell::Platform& platform, const shell::Settings& settings, const shell::Strings& strings);
 
@@ -19,9 +18,6 @@ class fRecord final : public Dialog {
   bool WithTable() const { return chkTable.Checked(); }
 
  private:
-  const shell::Settings& settings_;
-  const shell::Strings& strings_;
-
   ui::Label lblInstaller{*this, "lblInstaller"};
   ui::TextBox txtInstaller{*this, "txtInstaller"};
   ui::Label lblAddress{*this, "lblAddress"};
@@ -29,8 +25,6 @@ class fRecord final : public Dialog {
   ui::Label lblNote{*this, "lblNote"};
   ui::TextBox txtNote{*this, "txtNote"};
   ui::CheckBox chkTable{*this, "chkTable"};
-  ui::Button cmdOK{*this, "cmdOK"};
-  ui::Button cmdCancel{*this, "cmdCancel"};
 };
 
 }  // namespace configuration

@@ -1,14 +1,11 @@
 // Asks what a file is to hold: the values of the device or those with the pending edits, and a note.
 #pragma once
 
-#include <string>
-
 #include "configuration/dialog.h"
-#include "shell/strings.h"
 
 namespace configuration {
 
-class fSaveAs final : public Dialog {
+class fSaveAs final : public Question {
  public:
   fSaveAs(const shell::Platform& platform, const shell::Settings& settings, const shell::Strings& strings);
 
@@ -19,14 +16,10 @@ class fSaveAs final : public Dialog {
   const std::string& Note() const { return txtNote.Text(); }
 
  private:
-  const shell::Strings& strings_;
-
   ui::Frame fraValues{*this, "fraValues"};
   ui::OptionGroup<2> optValues{*this, "optValues"};
   ui::Label lblNote{*this, "lblNote"};
   ui::TextBox txtNote{*this, "txtNote"};
-  ui::Button cmdOK{*this, "cmdOK"};
-  ui::Button cmdCancel{*this, "cmdCancel"};
 };
 
 }  // namespace configuration

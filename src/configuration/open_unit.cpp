@@ -1,9 +1,8 @@
 #include "configuration/open_unit.h"
 
 #include <algorithm>
-#include <ctime>
 
-#include "base/text.h"
+#include "configuration/unit_file.h"
 #include "configuration/unit_list.h"
 #include "host/contract.h"
 #include "shell/words.h"
@@ -76,25 +75,15 @@ std::vector<Held> OpenUnit::Values() const {
 
 Head OpenUnit::MakeHead() {
   const automation::Object identity = session_.Device().Child(host::kInterface);
-  return {.toolVersion = settings_.version,
-          .programId = identity.Text(host::kProgramId),
-          .version = identity.Text(host::kVersion),
-          .network = request_.networkName,
-          .device = request_.deviceName,
-          .location = storedLocation_,
-          .time = UtcText(std::time(nullptr)),
-          .imperial = device_.IsImperial,
-          .user = settings_.userName,
-          .note = {}};
+  Head head = HeadNow(settings_, request_);
+  head.programId = identity.Text(host::kProgramId);
+  head.version = identity.Text(host::kVersion);
+  head.location = storedLocation_;
+  head.imperial = device_.IsImperial;
+  return head;
 }
 
-Snapshot OpenUnit::Take() {
-  Snapshot snapshot{MakeHead(), {}};
-  for (const Held& held : Values()) {
-    if (held.applies) snapshot.values.push_back(ValueOf(*held.field, settings_.numbers, held.content));
-  }
-  return snapshot;
-}
+Snapshot OpenUnit::Take() { return SnapshotOf(MakeHead(), Values(), settings_.numbers, &Held::content); }
 
 Snapshot OpenUnit::TakeAllDigits() {
   UnseenPages exact(surroundings_, strings_, journal_);
@@ -103,24 +92,15 @@ Snapshot OpenUnit::TakeAllDigits() {
     exact.Load(device_, session_.Network(), device_.IsImperial);
   }
   const fields::FieldList read = exact.Fields();
-  Snapshot snapshot{MakeHead(), {}};
-  for (const Held& held : Values()) {
-    if (!held.applies) continue;
+  return SnapshotOf(MakeHead(), Values(), settings_.numbers, [&](const Held& held) {
     const fields::Field* field = read.Find(held.field->page, held.field->name);
-    const std::string content =
-        field ? WithDigits(settings_.numbers, held.content, StoredContent(*field)) : held.content;
-    snapshot.values.push_back(ValueOf(*held.field, settings_.numbers, content));
-  }
-  return snapshot;
+    return field ? WithDigits(settings_.numbers, held.content, StoredContent(*field)) : held.content;
+  });
 }
 
 Snapshot OpenUnit::BeforeSave() {
-  Snapshot snapshot{MakeHead(), {}};
-  for (const Held& held : before_) {
-    if (!held.applies) continue;
-    snapshot.values.push_back(ValueOf(*held.field, settings_.numbers, WithDigitsBefore(journal_, held)));
-  }
-  return snapshot;
+  return SnapshotOf(MakeHead(), before_, settings_.numbers,
+                    [this](const Held& held) { return WithDigitsBefore(journal_, held); });
 }
 
 bool OpenUnit::Selected(const Selection& selection, const fields::Field& field) const {
@@ -182,11 +162,8 @@ std::vector<WrittenValue> OpenUnit::ListWritten() const {
   std::set<const fields::Field*> met;
   for (const host::Written& entry : journal_.Entries()) {
     for (const host::ChangedField& changed : host::ChangedFields(entry)) {
-      const auto point = changed.control.find('.');
-      const fields::Field* field = point == std::string::npos
-                                       ? nullptr
-                                       : fields_.Find(std::string_view(changed.control).substr(0, point),
-                                                      changed.control.substr(point + 1));
+      const shell::ControlName name(changed.control);
+      const fields::Field* field = fields_.Find(name.page, name.control);
       if (!field) {
         written.push_back({{}, entry.Name(), changed.before, changed.written});
       } else if (met.insert(field).second) {

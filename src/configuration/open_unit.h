@@ -7,7 +7,6 @@
 #include <string>
 #include <vector>
 
-#include "configuration/backups.h"
 #include "configuration/comparison.h"
 #include "configuration/english_names.h"
 #include "configuration/unseen_pages.h"

@@ -148,14 +148,11 @@ std::vector<std::string> SignalTypes(const Snapshot& snapshot) {
 std::string WriteRecord(const RecordInput& input) {
   std::string body = "\n";
   for (const auto section : kSections) body += section(input);
-  std::string content = "\n";
-  content += HeadOf(input);
-  content += Element("body", body);
-  const std::string language = input.strings.GetStrings(kLanguageCode);
-  std::string text = "<!DOCTYPE html>\n";
-  text += Element("html xmlns=\"http://www.w3.org/1999/xhtml\"" + Attribute("lang", language), content);
-  text += "\n";
-  return text;
+  const std::string language = Attribute("lang", input.strings.GetStrings(kLanguageCode));
+  return "<!DOCTYPE html>\n" +
+         Element("html xmlns=\"http://www.w3.org/1999/xhtml\"" + language,
+                 "\n" + HeadOf(input) + Element("body", body)) +
+         "\n";
 }
 
 }  // namespace configuration

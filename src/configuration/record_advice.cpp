@@ -1,7 +1,5 @@
 // The sections on what people have said of the unit: the advice that is open, what of it was accepted, and
 // the outputs that were checked.
-#include <algorithm>
-
 #include "base/text.h"
 #include "configuration/record_parts.h"
 
@@ -14,20 +12,13 @@ using Rows = std::vector<std::vector<std::string>>;  // plain
 std::string TableOf(const RecordInput& input, std::string_view caption,
                     std::initializer_list<const char*> heads, const Rows& rows) {
   if (rows.empty()) return {};
-  std::string head, body;
-  for (const char* one : heads) head += Element("th scope=\"col\"", Word(input, one));
+  std::string body;
   for (const auto& row : rows) {
     std::string cells;
     for (const std::string& cell : row) cells += Element("td", Escaped(cell));
     body += Element("tr", cells) + "\n";
   }
-  return Element("table", Element("caption", Word(input, caption)) + "\n" +
-                              Element("thead", Element("tr", head)) + "\n" + Element("tbody", "\n" + body)) +
-         "\n";
-}
-
-std::string Heading(const RecordInput& input, std::string_view text) {
-  return Element("h2", Word(input, text)) + "\n";
+  return Table("table", Element("caption", Word(input, caption)), ColumnHeads(input, heads), body);
 }
 
 std::string Say(const RecordInput& input, std::string_view text) {

@@ -1,5 +1,4 @@
 // The section on what is different from an earlier record of the same unit.
-#include <algorithm>
 #include <unordered_map>
 
 #include "configuration/record_parts.h"
@@ -38,14 +37,14 @@ std::vector<Line> Changes(const RecordInput& input) {
     if (entry) left.erase(found);
     if (entry && Same(value, *entry)) continue;
     const std::string path = fields::PathOf(value.caption);
-    lines.push_back({TitleOf(input, value.page), path.empty() ? value.control : path,
+    lines.push_back({TitleOf(input.pages, value.page), path.empty() ? value.control : path,
                      entry ? Before(input, value, *entry) : input.strings.GetStrings("not recorded then"),
                      WithUnit(value)});
   }
   for (const Entry& entry : input.earlier->entries) {
     if (!left.contains(entry.page + "." + entry.control)) continue;
     const std::string unit = entry.unit.empty() ? "" : " " + entry.unit;
-    lines.push_back({TitleOf(input, entry.page), entry.caption.empty() ? entry.control : entry.caption,
+    lines.push_back({TitleOf(input.pages, entry.page), entry.caption.empty() ? entry.control : entry.caption,
                      Local(input.numbers, fields::Kind::kText, entry.content, "0") + unit,
                      input.strings.GetStrings("not there any more")});
   }
@@ -53,18 +52,15 @@ std::vector<Line> Changes(const RecordInput& input) {
 }
 
 std::string TableOf(const RecordInput& input, const std::string& heading, const std::vector<Line>& lines) {
-  std::string heads, body;
-  for (const char* head : {"Page", "Field", "Before", "Now"})
-    heads += Element("th scope=\"col\"", Word(input, head));
+  std::string body;
   for (const Line& line : lines) {
     body +=
         Element("tr", Element("td", Escaped(line.page)) + Element("th scope=\"row\"", Escaped(line.field)) +
                           Element("td", Escaped(line.before)) + Element("td", Escaped(line.now))) +
         "\n";
   }
-  return Element("table", Element("caption class=\"vh\"", heading) + "\n" +
-                              Element("thead", Element("tr", heads)) + "\n" + Element("tbody", "\n" + body)) +
-         "\n";
+  return Table("table", Element("caption class=\"vh\"", heading),
+               ColumnHeads(input, {"Page", "Field", "Before", "Now"}), body);
 }
 
 }  // namespace

@@ -16,7 +16,7 @@ using Cells = std::array<std::string, std::size(kHeadings)>;
 Cells LineOf(const RecordInput& input, const Value& value) {
   const fields::Caption& caption = value.caption;
   return {input.snapshot.head.device,
-          TitleOf(input, value.page),
+          TitleOf(input.pages, value.page),
           caption.frame,
           caption.row,
           caption.column,
@@ -34,15 +34,12 @@ std::string WriteRecordCsv(const RecordInput& input) {
   Cells headings;
   for (std::size_t i = 0; i < headings.size(); ++i) headings[i] = input.strings.GetStrings(kHeadings[i]);
   csv.Add(headings);
-  const std::string record = input.strings.GetStrings("As-left record");
-  for (const auto& [fact, value] : Facts(input))
-    csv.Add(Cells{input.snapshot.head.device, record, "", fact, "", value, "", "", "", ""});
-  const std::string device = input.snapshot.head.device;
   const auto said = [&](const char* what, const std::string& group, const std::string& row,
                         const std::vector<std::string>& pieces) {
-    csv.Add(Cells{device, input.strings.GetStrings(what), group, row, "", base::Join(pieces, "; "), "", "",
-                  "", ""});
+    csv.Add(Cells{input.snapshot.head.device, input.strings.GetStrings(what), group, row, "",
+                  base::Join(pieces, "; "), "", "", "", ""});
   };
+  for (const auto& [fact, value] : Facts(input)) said("As-left record", "", fact, {value});
   for (const AdviceLine& line : input.advice) {
     const std::string state = input.strings.GetStrings(line.who.empty() ? "Open" : "Accepted");
     std::vector<std::string> pieces = {state};

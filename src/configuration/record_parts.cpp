@@ -7,6 +7,12 @@ namespace {
 
 constexpr std::string_view kReplacement = "\uFFFD";
 
+struct Entity {
+  char letter;
+  const char* markup;
+};
+constexpr Entity kEntities[] = {{'&', "&amp;"}, {'<', "&lt;"}, {'>', "&gt;"}, {'"', "&quot;"}};
+
 /// Rough widths of sans-serif letters in hundredths of their size.
 constexpr int kThin = 31, kMiddle = 55, kWide = 69;
 constexpr std::string_view kThinLetters = " .,:;-/()ijltfr'|";
@@ -26,25 +32,14 @@ int WidthOf(std::string_view text, int size) {
 std::string Escaped(std::string_view text) {
   std::string escaped;
   for (const char c : text) {
-    switch (c) {
-      case '&':
-        escaped += "&amp;";
-        break;
-      case '<':
-        escaped += "&lt;";
-        break;
-      case '>':
-        escaped += "&gt;";
-        break;
-      case '"':
-        escaped += "&quot;";
-        break;
-      default:
-        if (c >= 0 && c < ' ' && c != '\n' && c != '\t' && c != '\r') {
-          escaped += kReplacement;
-        } else {
-          escaped += c;
-        }
+    const auto* marked = std::ranges::find(kEntities, c, &Entity::letter);
+    const bool control = c >= 0 && c < ' ' && c != '\n' && c != '\t' && c != '\r';
+    if (marked != std::end(kEntities)) {
+      escaped += marked->markup;
+    } else if (control) {
+      escaped += kReplacement;
+    } else {
+      escaped += c;
     }
   }
   return escaped;
@@ -56,7 +51,7 @@ std::string Word(const RecordInput& input, std::string_view text) {
 
 std::string Filled(const RecordInput& input, std::string_view text,
                    const std::vector<std::string>& arguments) {
-  return shell::ReplacePlaceholders(input.strings.GetStrings(text), arguments);
+  return input.strings.GetStrings(text, arguments);
 }
 
 std::string Sentence(const RecordInput& input, std::string_view text,
@@ -70,6 +65,23 @@ std::string Element(std::string_view start, std::string_view content) {
   return element.append(start.substr(0, start.find(' '))).append(">");
 }
 
+std::string Heading(const RecordInput& input, std::string_view text) {
+  return Element("h2", Word(input, text)) + "\n";
+}
+
+std::string Table(std::string_view start, const std::string& caption, std::string_view heads,
+                  const std::string& rows) {
+  return Element(start, caption + "\n" + Element("thead", Element("tr", heads)) + "\n" +
+                            Element("tbody", "\n" + rows)) +
+         "\n";
+}
+
+std::string ColumnHeads(const RecordInput& input, std::initializer_list<const char*> heads) {
+  std::string cells;
+  for (const char* head : heads) cells += Element("th scope=\"col\"", Word(input, head));
+  return cells;
+}
+
 std::string Attribute(std::string_view name, std::string_view value) {
   if (value.empty()) return {};
   return " " + std::string(name) + "=\"" + Escaped(value) + "\"";
@@ -81,9 +93,9 @@ std::string WithUnit(const Value& value) {
   return value.shown + " " + value.caption.unit;
 }
 
-std::string TitleOf(const RecordInput& input, std::string_view page) {
-  const auto found = std::ranges::find(input.pages, page, &PageTitle::page);
-  return found == input.pages.end() ? std::string(page) : found->title;
+std::string TitleOf(std::span<const PageTitle> pages, std::string_view page) {
+  const auto found = std::ranges::find(pages, page, &PageTitle::page);
+  return found == pages.end() ? std::string(page) : found->title;
 }
 
 std::vector<std::pair<std::string, std::string>> Facts(const RecordInput& input) {

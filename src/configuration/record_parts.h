@@ -29,13 +29,22 @@ std::string Sentence(const RecordInput& input, std::string_view text,
 /// `start` is a name with its attributes; `content` is markup.
 std::string Element(std::string_view start, std::string_view content);
 
+/// A heading of the second level, translated.
+std::string Heading(const RecordInput& input, std::string_view text);
+/// A table of markup, with its caption in front: cells of headings, rows of the body.
+std::string Table(std::string_view start, const std::string& caption, std::string_view heads,
+                  const std::string& rows);
+/// Cells of headings over columns, translated.
+std::string ColumnHeads(const RecordInput& input, std::initializer_list<const char*> heads);
+
 /// An attribute with a blank in front; nothing for an empty value.
 std::string Attribute(std::string_view name, std::string_view value);
 
 /// A value as it is read, its unit behind it.
 std::string WithUnit(const Value& value);
 
-std::string TitleOf(const RecordInput& input, std::string_view page);
+/// As the person sees it; of a page that is not among them its class.
+std::string TitleOf(std::span<const PageTitle> pages, std::string_view page);
 
 /// What the record says of the unit as a whole: name (translated) and value, both plain. Empty values are
 /// left out.

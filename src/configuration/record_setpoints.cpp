@@ -61,6 +61,8 @@ constexpr PairPlan kPairs[] = {
 
 struct Pair {
   std::optional<double> low, high;
+
+  bool Crossed() const { return low && high && *low > *high; }
 };
 
 class Chart {
@@ -142,8 +144,7 @@ void Chart::Read(const RowPlan& plan) {
       return Reading(source, row.title + ", " + input_.strings.GetStrings(name));
     };
     row.pairs[i] = {read(plan.*pair.low, pair.lowName), read(plan.*pair.high, pair.highName)};
-    if (row.pairs[i].low > row.pairs[i].high && row.pairs[i].high)
-      remarks_.push_back(Filled(input_, pair.crossed, {row.title}));
+    if (row.pairs[i].Crossed()) remarks_.push_back(Filled(input_, pair.crossed, {row.title}));
   }
   if (plan.heating.page.empty()) row.height = kRangeHeight;
   rows_.push_back(std::move(row));
@@ -173,7 +174,7 @@ void Chart::Bar(std::string_view look, int x1, int x2, int top) {
 /// Heating works up to its setpoint, cooling from its own. Labels stand within their bands; where the bands
 /// overlap, outside of them.
 void Chart::DrawPeriod(const Pair& pair, int top) {
-  const bool crossed = pair.low && pair.high && *pair.low > *pair.high;
+  const bool crossed = pair.Crossed();
   const auto draw = [&](double value, bool heating) {
     const int x = At(value);
     Bar(heating ? "heats" : "cools", heating ? kLeft : x, heating ? x : kRight, top);
@@ -187,7 +188,7 @@ void Chart::DrawPeriod(const Pair& pair, int top) {
 
 /// A line between two limits, with their numbers outside of it.
 void Chart::DrawRange(const Pair& pair, std::string_view range, std::string_view end, int y, int labels) {
-  const bool crossed = pair.low && pair.high && *pair.low > *pair.high;
+  const bool crossed = pair.Crossed();
   if (pair.low && pair.high && !crossed) Line(range, At(*pair.low), y, At(*pair.high), y);
   const auto draw = [&](double value, bool left) {
     Line(end, At(value), y - 6, At(value), y + 6);
@@ -246,7 +247,7 @@ std::string Chart::Markup() {
 
 std::string SetpointSection(const RecordInput& input) {
   Chart chart(input);
-  std::string markup = Element("h2", Word(input, "Setpoints and limits")) + "\n";
+  std::string markup = Heading(input, "Setpoints and limits");
   if (!chart.Empty()) markup += chart.Markup() + "\n";
   for (const std::string& remark : chart.Remarks()) markup += Element("p", Escaped(remark)) + "\n";
   return markup;

@@ -31,10 +31,6 @@ std::vector<Group> Grouped(const Values& values, const std::function<std::string
   return groups;
 }
 
-std::vector<Group> RowsOf(const Values& values) {
-  return Grouped(values, [](const Value& value) { return value.caption.row; });
-}
-
 /// In an order that is that of every row, as far as there is one.
 std::vector<std::string> ColumnsOf(const std::vector<Group>& rows) {
   std::vector<std::string> columns;
@@ -49,8 +45,8 @@ std::vector<std::string> ColumnsOf(const std::vector<Group>& rows) {
   return columns;
 }
 
-bool IsNumber(const Value& value) {
-  return value.kind == fields::Kind::kText && base::Numbers('.').IsNumber(value.content);
+bool IsNumber(const Value* value) {
+  return value->kind == fields::Kind::kText && base::Numbers('.').IsNumber(value->content);
 }
 
 /// The marks of the element that holds the value alone.
@@ -71,7 +67,7 @@ std::string Content(const RecordInput& input, const Value& value) {
 /// Controls that take turns in one place share its cell.
 std::string CellOf(const RecordInput& input, const Values& values) {
   if (values.empty()) return Element("td", "");
-  const bool numbers = std::ranges::all_of(values, [](const Value* value) { return IsNumber(*value); });
+  const bool numbers = std::ranges::all_of(values, IsNumber);
   if (values.size() == 1)
     return Element("td" + Marks(*values.front(), numbers ? "n" : ""), Content(input, *values.front()));
   std::string content;
@@ -91,7 +87,7 @@ Values InColumn(const Group& row, const std::string& column) {
 
 /// A caption that says what a heading above it says is for those who cannot see the heading's place.
 std::string CaptionOf(std::string_view title, bool repeats) {
-  return Element(repeats ? "caption class=\"vh\"" : "caption", Escaped(title)) + "\n";
+  return Element(repeats ? "caption class=\"vh\"" : "caption", Escaped(title));
 }
 
 std::string TableStart(std::string_view kind, std::size_t rows) {
@@ -102,9 +98,8 @@ std::string GridOf(const RecordInput& input, const std::string& caption, const s
                    const std::vector<std::string>& columns) {
   std::string heads = "<td></td>";
   for (const std::string& column : columns) {
-    const bool numbers = std::ranges::all_of(rows, [&](const Group& row) {
-      return std::ranges::all_of(InColumn(row, column), [](const Value* value) { return IsNumber(*value); });
-    });
+    const bool numbers = std::ranges::all_of(
+        rows, [&](const Group& row) { return std::ranges::all_of(InColumn(row, column), IsNumber); });
     heads += Element(numbers ? "th scope=\"col\" class=\"n\"" : "th scope=\"col\"", Escaped(column));
   }
   std::string body;
@@ -113,11 +108,8 @@ std::string GridOf(const RecordInput& input, const std::string& caption, const s
     for (const std::string& column : columns) cells += CellOf(input, InColumn(row, column));
     body += Element("tr", cells) + "\n";
   }
-  return Element(
-             TableStart(columns.size() > kNarrowColumns && columns.size() <= kEvenColumns ? "even" : "grid",
-                        rows.size()),
-             caption + Element("thead", Element("tr", heads)) + "\n" + Element("tbody", "\n" + body)) +
-         "\n";
+  const bool even = columns.size() > kNarrowColumns && columns.size() <= kEvenColumns;
+  return Table(TableStart(even ? "even" : "grid", rows.size()), caption, heads, body);
 }
 
 std::string ListOf(const RecordInput& input, const std::string& caption, const Values& values) {
@@ -129,7 +121,7 @@ std::string ListOf(const RecordInput& input, const std::string& caption, const V
                                                                : value->control;
     body += Element("tr", Element("th scope=\"row\"", Escaped(shown)) + CellOf(input, {value})) + "\n";
   }
-  return Element(TableStart("list", values.size()), caption + Element("tbody", "\n" + body)) + "\n";
+  return Element(TableStart("list", values.size()), caption + "\n" + Element("tbody", "\n" + body)) + "\n";
 }
 
 /// The tables of a group box, and whether they fit half the width.
@@ -142,7 +134,7 @@ Tables TablesOf(const RecordInput& input, const Group& group, std::string_view t
   Values inGrid, listed;
   for (const Value* value : group.values)
     (value->caption.row.empty() || value->caption.column.empty() ? listed : inGrid).push_back(value);
-  const std::vector<Group> rows = RowsOf(inGrid);
+  const std::vector<Group> rows = Grouped(inGrid, [](const Value& value) { return value.caption.row; });
   if (rows.size() < 2) {
     listed = group.values;
     inGrid.clear();
@@ -166,7 +158,7 @@ Tables TablesOf(const RecordInput& input, const Group& group, std::string_view t
 
 /// Narrow tables stand beside each other, two on a sheet's width.
 std::string PageOf(const RecordInput& input, const Group& page) {
-  const std::string title = TitleOf(input, page.name);
+  const std::string title = TitleOf(input.pages, page.name);
   std::string markup = Element("h3", Escaped(title)) + "\n", beside;
   const auto close = [&] {
     if (!beside.empty()) markup += Element("div class=\"two\"", "\n" + beside) + "\n";

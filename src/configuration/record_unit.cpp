@@ -48,8 +48,7 @@ std::vector<Terminal> Terminals(const RecordInput& input, bool outputs) {
   }
 }
 
-// --- geometry: everything that is fixed is measured from the upper edge of the duct
-// ------------------------------
+// --- geometry: everything that is fixed is measured from the upper edge of the duct ---
 
 constexpr int kWidth = 800, kDuctHeight = 84, kTitleHeight = 14, kLineHeight = 12, kGap = 4;
 constexpr int kAbove = 10;       // from labels to the duct below them
@@ -291,7 +290,7 @@ std::vector<std::string> UnitDrawing::Remarks() const {
 
 std::string UnitSection(const RecordInput& input) {
   UnitDrawing drawing(input);
-  std::string markup = Element("h2", Word(input, "The unit")) + "\n" + drawing.Markup() + "\n";
+  std::string markup = Heading(input, "The unit") + drawing.Markup() + "\n";
   for (const std::string& remark : drawing.Remarks())
     markup += Element("p class=\"soft\"", Escaped(remark)) + "\n";
   return markup;

@@ -5,6 +5,7 @@
 #include <functional>
 #include <string>
 #include <string_view>
+#include <utility>
 #include <vector>
 
 #include "base/numbers.h"
@@ -39,6 +40,28 @@ std::string Local(const base::Numbers& numbers, fields::Kind kind, std::string_v
 
 /// What the field holds, or `content` in its place, in the user's notation.
 Value ValueOf(const fields::Field& field, const base::Numbers& numbers, std::string_view content);
+
+/// A field of the unit with what it holds.
+struct Held {
+  const fields::Field* field;
+  std::string content;
+  bool applies;  // no where another field is shown in its place
+};
+
+/// What is stored, of a field as its page filled it.
+inline std::string StoredContent(const fields::Field& field) {
+  return field.stored ? field.stored() : field.content();
+}
+
+/// The values of the fields that apply, with the contents that `exact` gives of them.
+template <class Exact>
+Snapshot SnapshotOf(Head head, const std::vector<Held>& fields, const base::Numbers& numbers, Exact exact) {
+  Snapshot snapshot{std::move(head), {}};
+  for (const Held& held : fields) {
+    if (held.applies) snapshot.values.push_back(ValueOf(*held.field, numbers, std::invoke(exact, held)));
+  }
+  return snapshot;
+}
 
 /// What a field is called in a file.
 using NameOfValue = std::function<std::string(const Value&)>;

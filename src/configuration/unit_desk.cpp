@@ -1,7 +1,7 @@
 #include "configuration/unit_desk.h"
 
-#include <algorithm>
 #include <ctime>
+#include <utility>
 
 #include "base/text.h"
 #include "configuration/unit_file.h"
@@ -89,41 +89,46 @@ UnitDesk::Saved UnitDesk::SaveAll(OpenUnit& unit, const Document& document, cons
 std::string UnitDesk::Record(OpenUnit& unit, const Document& earlier, bool table) const {
   const Snapshot snapshot = unit.Take();
   const std::vector<PageTitle> titles = TitlesOf(surroundings_.table, strings_);
-  RecordInput input{.snapshot = snapshot,
-                    .pages = titles,
-                    .strings = strings_,
-                    .numbers = surroundings_.settings.numbers,
-                    .request = {},
-                    .time = surroundings_.platform.locale.GeneralDateNow(),
-                    .verified = true};
+  RecordInput input = RecordOf(surroundings_, strings_, snapshot, titles, unit.Request(),
+                               [&unit](auto page, auto control) { return unit.Find(page, control); });
   input.request.installer = surroundings_.settings.userName;
   input.sensors = unit.SensorTypes();
-  input.signals = SignalTypes(snapshot);
   if (!earlier.entries.empty()) input.earlier = &earlier;
-  input.shown = [&unit](auto page, auto control, auto content) {
-    const fields::Field* field = unit.Find(page, control);
-    return field ? field->shown(content) : std::string(content);
-  };
-  input.checks = UnitFile(surroundings_.settings, unit.Request(), kNotes).Read()[kCheckOut];
   return table ? WriteRecordCsv(input) : WriteRecord(input);
 }
 
 std::vector<PageTitle> TitlesOf(std::span<const shell::PageEntry> table, const shell::Strings& strings) {
   std::vector<PageTitle> titles = {{kMainWindow, strings.GetStrings("Main window")}};
   for (const shell::PageEntry& entry : table)
-    titles.push_back(
-        {std::string(entry.pageClass), std::string(base::Trim(strings.GetStrings(entry.listCaption)))});
+    titles.push_back({std::string(entry.pageClass), PageName(entry, strings)});
   return titles;
 }
 
+RecordInput RecordOf(const UnseenPages::Surroundings& surroundings, const shell::Strings& strings,
+                     const Snapshot& snapshot, const std::vector<PageTitle>& titles,
+                     const host::SessionRequest& unit, fields::FindField find) {
+  RecordInput input{.snapshot = snapshot,
+                    .pages = titles,
+                    .strings = strings,
+                    .numbers = surroundings.settings.numbers,
+                    .request = {},
+                    .time = surroundings.platform.locale.GeneralDateNow(),
+                    .verified = true};
+  input.signals = SignalTypes(snapshot);
+  input.shown = [find = std::move(find)](auto page, auto control, auto content) {
+    const fields::Field* field = find(page, control);
+    return field ? field->shown(content) : std::string(content);
+  };
+  input.checks = UnitFile(surroundings.settings, unit, kNotes).Read()[kCheckOut];
+  return input;
+}
+
 bool StopsWithoutBackup(base::Registry& registry, const shell::Settings& settings) {
-  return base::ReadRegistryString(registry, base::RegistryRoot::kCurrentUser, settings.settingsKey,
-                                  kStopChoice) == "1";
+  return ReadChoice(registry, settings, kStopChoice) == "1";
 }
 
 void StopWithoutBackup(base::Registry& registry, const shell::Settings& settings, bool stop) {
-  base::WriteRegistryString(registry, base::RegistryRoot::kCurrentUser, settings.settingsKey, kStopChoice,
-                            stop ? "1" : "0");
+  KeepChoice(registry, settings, kStopChoice, stop ? "1" : "0");
 }
 
 }  // namespace configuration

@@ -7,6 +7,7 @@
 #include <string>
 #include <vector>
 
+#include "configuration/backups.h"
 #include "configuration/open_unit.h"
 #include "configuration/record.h"
 
@@ -55,6 +56,12 @@ class UnitDesk {
 
 /// The value pages as a person knows them, and in front of them the main window.
 std::vector<PageTitle> TitlesOf(std::span<const shell::PageEntry> table, const shell::Strings& strings);
+
+/// A record of these values, which were read from the unit, with what was kept of it. `find` gives its
+/// fields; all outlive the answer.
+RecordInput RecordOf(const UnseenPages::Surroundings& surroundings, const shell::Strings& strings,
+                     const Snapshot& snapshot, const std::vector<PageTitle>& titles,
+                     const host::SessionRequest& unit, fields::FindField find);
 
 /// "No save without a backup" is chosen.
 bool StopsWithoutBackup(base::Registry& registry, const shell::Settings& settings);

@@ -32,19 +32,23 @@ void UnitFile::Write(const Sections& sections) const {
     std::filesystem::remove(Path(), ignored);
     return;
   }
-  Document document{{}, {}, sections};
-  document.head.toolVersion = settings_.version;
-  document.head.network = unit_.networkName;
-  document.head.device = unit_.deviceName;
-  document.head.time = UtcText(std::time(nullptr));
-  document.head.user = settings_.userName;
-  base::ReplaceFile(Path(), configuration::Write(document));
+  base::ReplaceFile(Path(), configuration::Write({HeadNow(settings_, unit_), {}, sections}));
 }
 
 void UnitFile::Keep(std::string_view section, std::vector<Line> lines) const {
   Sections sections = Read();
   sections[std::string(section)] = std::move(lines);
   Write(sections);
+}
+
+Head HeadNow(const shell::Settings& settings, const host::SessionRequest& unit) {
+  Head head;
+  head.toolVersion = settings.version;
+  head.network = unit.networkName;
+  head.device = unit.deviceName;
+  head.time = UtcText(std::time(nullptr));
+  head.user = settings.userName;
+  return head;
 }
 
 }  // namespace configuration

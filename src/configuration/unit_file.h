@@ -4,7 +4,6 @@
 #pragma once
 
 #include <filesystem>
-#include <string>
 #include <string_view>
 
 #include "configuration/document.h"
@@ -37,5 +36,8 @@ class UnitFile {
   const host::SessionRequest& unit_;
   std::string_view kind_;
 };
+
+/// The head of what is written of a unit now: by which tool, of which unit, when and by whom.
+Head HeadNow(const shell::Settings& settings, const host::SessionRequest& unit);
 
 }  // namespace configuration

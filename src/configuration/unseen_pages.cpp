@@ -58,13 +58,6 @@ void UnseenPages::Load(const host::DeviceObjects& device, const automation::Obje
   }
 }
 
-std::vector<std::string> UnseenPages::SensorTypes() const {
-  std::vector<std::string> types;
-  for (std::size_t i = 0; i < host::DeviceObjects::kInputs; ++i)
-    types.push_back(selections_.GetSensorType(i));
-  return types;
-}
-
 void UnseenPages::ReadSettings() {
   for (std::size_t i = 0; i < pages_.Count(); ++i) pages_.Page(i).ReadSettings();
 }
@@ -92,11 +85,6 @@ UnseenPages::Saved UnseenPages::Save(const std::function<bool()>& mayCommit) {
 void UnseenPages::AddMessage(std::string_view message, std::string_view, std::string_view, int level) {
   if ((level == logger::kError || level == logger::kExclamation) && !message.empty())
     told_.emplace_back(message);
-}
-
-shell::SaveResult UnseenPages::InTransaction(std::string_view, std::string_view,
-                                             const std::function<bool()>&) {
-  return shell::SaveResult::kCancelled;
 }
 
 }  // namespace configuration

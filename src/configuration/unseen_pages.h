@@ -3,7 +3,6 @@
 // page holds; nobody is asked and nothing is told but to the caller.
 #pragma once
 
-#include <memory>
 #include <span>
 #include <string>
 #include <vector>
@@ -37,7 +36,7 @@ class UnseenPages : private shell::MessageSink, private shell::PageWork {
   /// Of all pages, in page and tab order; valid until the next Load.
   fields::FieldList Fields() const { return pages_.Fields(context_.strings); }
   /// As the device names them, by input number from 0; those that nobody knows are empty.
-  std::vector<std::string> SensorTypes() const;
+  std::vector<std::string> SensorTypes() const { return selections_.SensorTypes(); }
   /// A page by its class; nothing when it has no values.
   shell::ISubForm* Page(std::string_view pageClass) { return pages_.FindPage(pageClass); }
 
@@ -62,7 +61,9 @@ class UnseenPages : private shell::MessageSink, private shell::PageWork {
   void AddMessage(std::string_view message, std::string_view, std::string_view, int level) override;
   void RefuseControl(const ui::Control&, std::string_view) override { refused_ = true; }
   void RunModal(ui::Window&) override {}
-  shell::SaveResult InTransaction(std::string_view, std::string_view, const std::function<bool()>&) override;
+  shell::SaveResult InTransaction(std::string_view, std::string_view, const std::function<bool()>&) override {
+    return shell::SaveResult::kCancelled;
+  }
 
   shell::fLoading& progress_;
   std::vector<shell::PageEntry> table_;  // of the pages with values

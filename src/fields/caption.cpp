@@ -145,26 +145,15 @@ bool Repeats(const std::string& name, const std::string& frame) {
 }  // namespace
 
 bool IsValue(const ui::Control& control) {
-  switch (control.GetKind()) {
-    case ui::Kind::kTextBox:
-    case ui::Kind::kCheckBox:
-    case ui::Kind::kOptionButton:
-    case ui::Kind::kListBox:
-      return true;
-    default:
-      return false;
-  }
+  constexpr ui::Kind kValues[] = {ui::Kind::kTextBox, ui::Kind::kCheckBox, ui::Kind::kOptionButton,
+                                  ui::Kind::kListBox};
+  return std::ranges::find(kValues, control.GetKind()) != std::end(kValues);
 }
 
 std::string OwnCaption(const ui::Control& control) {
-  switch (control.GetKind()) {
-    case ui::Kind::kCheckBox:
-    case ui::Kind::kOptionButton:
-    case ui::Kind::kButton:
-      return Plain(control.Text());
-    default:
-      return {};
-  }
+  constexpr ui::Kind kCaptioned[] = {ui::Kind::kCheckBox, ui::Kind::kOptionButton, ui::Kind::kButton};
+  const bool captioned = std::ranges::find(kCaptioned, control.GetKind()) != std::end(kCaptioned);
+  return captioned ? Plain(control.Text()) : std::string();
 }
 
 Caption CaptionOf(const ui::Control& control) {

@@ -1,7 +1,6 @@
 #include "fields/field.h"
 
 #include <algorithm>
-#include <charconv>
 
 #include "base/error.h"
 #include "base/text.h"
@@ -18,10 +17,8 @@ std::string FlagText(bool flag) { return flag ? "1" : "0"; }
 
 /// A place among `count`, or -1.
 int PlaceOf(std::string_view content, std::size_t count) {
-  std::size_t place = count;
-  const char* end = content.data() + content.size();
-  const auto [rest, error] = std::from_chars(content.data(), end, place);
-  return error == std::errc() && rest == end && place < count ? static_cast<int>(place) : -1;
+  const std::size_t place = base::ParseWhole<std::size_t>(content).value_or(count);
+  return place < count ? static_cast<int>(place) : -1;
 }
 
 int PlaceOf(std::string_view content, const std::vector<std::string>& items) {
@@ -143,17 +140,14 @@ bool IsFirstOfGroup(const ui::Control& control) {
 
 void Collect(const Node& node, bool takesTurns, const Translate& translate, std::vector<Field>& fields) {
   ui::Control* control = node.control;
-  if (control && IsValue(*control) && IsFirstOfGroup(*control) && (takesTurns || control->VisibleInFrame())) {
+  if (control && IsValue(*control) && IsFirstOfGroup(*control) && (takesTurns || control->VisibleInFrame()))
     fields.push_back(FieldOf(*control, translate));
-  }
   takesTurns = takesTurns || (node.type == Node::Type::kOverlay && HoldsShownValue(node));
   for (const Node& child : node.children) Collect(child, takesTurns, translate, fields);
 }
 
 std::string Key(std::string_view page, std::string_view control) {
-  std::string key(page);
-  key += '.';
-  return key += control;
+  return std::string(page) + "." + std::string(control);
 }
 
 }  // namespace
@@ -192,9 +186,8 @@ std::vector<Field> FieldsOf(const ui::Form& form, const Translate& translate) {
 FieldList::FieldList(std::vector<Field> fields) : fields_(std::move(fields)) {
   for (std::size_t i = 0; i < fields_.size(); ++i) {
     const Field& field = fields_[i];
-    if (!places_.emplace(Key(field.page, field.name), i).second) {
+    if (!places_.emplace(Key(field.page, field.name), i).second)
       throw base::Error(Key(field.page, field.name) + " is the name of two fields");
-    }
     if (field.kind != Kind::kOption || !field.control) continue;
     for (const ui::OptionButton* button : static_cast<ui::OptionButton*>(field.control)->Siblings()) {
       places_.emplace(Key(field.page, button->Name()), i);

@@ -25,14 +25,8 @@ class Listening {
 ui::Answer PagePrompts::Ask(const ui::Prompt& prompt) {
   if (!heard_) return person_.Ask(prompt);
   heard_->push_back(prompt.text);
-  switch (prompt.buttons) {
-    case ui::Buttons::kOk:
-      return ui::Answer::kOk;
-    case ui::Buttons::kOkCancel:
-      return ui::Answer::kCancel;
-    default:
-      return ui::Answer::kNo;
-  }
+  if (prompt.buttons == ui::Buttons::kOk) return ui::Answer::kOk;
+  return prompt.buttons == ui::Buttons::kOkCancel ? ui::Answer::kCancel : ui::Answer::kNo;
 }
 
 std::string PagePrompts::Take(const Field& field, std::string_view content) {

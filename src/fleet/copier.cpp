@@ -100,7 +100,7 @@ Copier::End Copier::LookAgain(UnitLine& line, const Job& job, const std::vector<
 std::string Copier::KeepRecord(UnitLine& line, OpenUnit& unit, const Document& before) const {
   try {
     const auto file =
-        desk_.Kept().Folder(configuration::kRecords, request_.networkName, line.unit.name) / kRecordName;
+        desk_.Kept().Folder(configuration::kRecords, request_.networkName, line.unit.name) / "as-left.html";
     base::ReplaceFile(file, desk_.Record(unit, before, false));
     line.record = file;
     return {};

@@ -45,9 +45,6 @@ struct Job {
   bool write = false;  // no: a dry run, which writes nothing
 };
 
-/// The name of an as-left record in the unit's folder of records.
-inline constexpr const char* kRecordName = "as-left.html";
-
 class Copier {
  public:
   /// All outlive it. `request` says how a unit is opened; its device name is that of any.

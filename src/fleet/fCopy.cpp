@@ -7,7 +7,6 @@
 #include "configuration/unit_list.h"
 #include "host/device_template.h"
 #include "logger/message_logger.h"
-#include "shell/window_place.h"
 #include "shell/words.h"
 
 namespace fleet {
@@ -26,8 +25,8 @@ int IconOf(const UnitLine& line) {
 }  // namespace
 
 fCopy::fCopy(shell::fMain& main, configuration::Desk& desk, const shell::Platform& platform,
-             const shell::Settings& settings, shell::Strings& strings)
-    : Dialog("fCopy", platform, settings), main_(main), desk_(desk), settings_(settings), strings_(strings) {
+             const shell::Settings& settings, const shell::Strings& strings)
+    : Dialog("fCopy", platform, settings, strings), main_(main), desk_(desk) {
   cancelButton = &cmdClose;
   txtFile.SetEnabled(false);
   txtFile.SetColumns(50);
@@ -68,7 +67,7 @@ fCopy::fCopy(shell::fMain& main, configuration::Desk& desk, const shell::Platfor
 
 void fCopy::InitStrings() {
   SetTitle(Text("Copy to units"));
-  const std::pair<ui::Control*, const char*> captions[] = {
+  SetTexts({
       {&fraSource, "Source"},
       {&optSource[0], "&This unit, as the device holds it"},
       {&optSource[1], "A &file:"},
@@ -82,14 +81,13 @@ void fCopy::InitStrings() {
       {&cmdStop, "Canc&el"},
       {&cmdSave, "&Save result..."},
       {&cmdClose, "C&lose"},
-  };
-  for (const auto& [control, caption] : captions) control->SetText(Text(caption));
+  });
   cmdCompare.SetTip(Text("Finds the differences of the ticked units; writes nothing"));
   cmdStop.SetTip(Text("Ends after the present unit"));
 }
 
 void fCopy::ShowUnits() {
-  copier_ = std::make_unique<Copier>(desk_.Surroundings(), strings_, main_.Opened);
+  copier_ = std::make_unique<Copier>(desk_.Surroundings(), main_.Context().strings, main_.Opened);
   copier_->onState = [this](const UnitLine& line) {
     ShowLine(line);
     platform_.loop.Turn();
@@ -103,10 +101,7 @@ void fCopy::ShowUnits() {
   ListPages();
   ListUnits();
   stop_ = false;
-  if (platform_.toolkit && !GetWindowPeer()) {
-    platform_.toolkit->Realize(*this);
-    shell::Widen(*this);
-  }
+  RealizeWide();
   Run(lvwUnits);
   copier_.reset();
 }
@@ -123,8 +118,7 @@ void fCopy::ListUnits() {
     if (own) continue;
     UnitLine line{std::move(unit)};
     line.reason = WhyNot(line.unit, programId);
-    if (line.unit.name.empty())
-      line.unit.name = shell::ReplacePlaceholders(Text("Unit %s1%"), {std::to_string(number)});
+    if (line.unit.name.empty()) line.unit.name = Text("Unit %s1%", {std::to_string(number)});
     if (!line.reason.empty()) line.state = UnitState::kNotTaken;
     lines_.push_back(std::move(line));
   }
@@ -154,7 +148,7 @@ void fCopy::ListPages() {
   std::vector<ui::ListView::Row> rows;
   for (const shell::PageEntry& entry : desk_.Surroundings().table) {
     if (!entry.showsDeviceValues) continue;
-    pages_.push_back({std::string(entry.pageClass), std::string(base::Trim(Text(entry.listCaption)))});
+    pages_.push_back({std::string(entry.pageClass), PageName(entry, strings_)});
     rows.push_back({pages_.back().page, {pages_.back().title}, 0, Tick::kOn});
   }
   rows.push_back({kSettings, {Text("Sensor and actuator settings")}, 0, Tick::kOn});
@@ -169,8 +163,7 @@ void fCopy::ChooseFile() {
                                         file_.empty() ? settings_.documentsFolder + "\\" : file_, 0});
   if (file) {
     try {
-      ofFile_ = configuration::Read(base::ReadFile(base::PathOf(*file), configuration::kLargestFile),
-                                    desk_.MakeHead().programId);
+      ofFile_ = desk_.ReadFile(base::PathOf(*file));
       file_ = *file;
       txtFile.SetText(file_);
     } catch (const std::exception& error) {
@@ -222,8 +215,7 @@ std::vector<UnitLine*> fCopy::Ticked() {
 }
 
 void fCopy::Tell(const std::exception& error) {
-  platform_.prompts.Ask(
-      {shell::InWords(strings_, error), settings_.title, ui::Buttons::kOk, ui::Icon::kExclamation});
+  Say(shell::InWords(strings_, error), ui::Icon::kExclamation);
 }
 
 bool fCopy::Confirmed(const Job& job, std::size_t units) {
@@ -231,9 +223,9 @@ bool fCopy::Confirmed(const Job& job, std::size_t units) {
   const auto fields = std::ranges::count_if(entries, [&job](const configuration::Entry& entry) {
     return job.selection.pages.contains(entry.page);
   });
-  const std::string text = shell::ReplacePlaceholders(
-      Text("Copy %s1% values of %s2% to %s3% units? Only what differs is written. The former values of each "
-           "unit are kept as a backup, and what was saved is read back."),
+  const std::string text = Text(
+      "Copy %s1% values of %s2% to %s3% units? Only what differs is written. The former values of each "
+      "unit are kept as a backup, and what was saved is read back.",
       {std::to_string(fields), SourceName(), std::to_string(units)});
   return platform_.prompts.Ask({text, settings_.title, ui::Buttons::kOkCancel, ui::Icon::kQuestion}) ==
          ui::Answer::kOk;
@@ -307,8 +299,7 @@ void fCopy::ShowRows() {
 void fCopy::ShowCount() {
   std::vector<std::string> parts = CountTexts(strings_, lines_);
   if (const std::size_t ticked = Ticked().size(); ticked > 0)
-    parts.insert(parts.begin(),
-                 shell::ReplacePlaceholders(Text("%s1% units ticked"), {std::to_string(ticked)}));
+    parts.insert(parts.begin(), Text("%s1% units ticked", {std::to_string(ticked)}));
   lblCount.SetText(base::Join(parts, ", "));
 }
 

@@ -18,7 +18,7 @@ namespace fleet {
 class fCopy final : public configuration::Dialog {
  public:
   fCopy(shell::fMain& main, configuration::Desk& desk, const shell::Platform& platform,
-        const shell::Settings& settings, shell::Strings& strings);
+        const shell::Settings& settings, const shell::Strings& strings);
 
   void InitStrings();
   /// Lists the units and waits until the window is closed. Throws when the network cannot be asked.
@@ -49,12 +49,9 @@ class fCopy final : public configuration::Dialog {
   void ShowRows();
   void ShowCount();
   void Enable();
-  std::string Text(std::string_view english) const { return strings_.GetStrings(english); }
 
   shell::fMain& main_;
   configuration::Desk& desk_;
-  const shell::Settings& settings_;
-  shell::Strings& strings_;
   std::unique_ptr<Copier> copier_;
   std::vector<UnitLine> lines_;
   std::vector<configuration::PageTitle> pages_;  // those with values, as ticked

@@ -3,13 +3,11 @@
 #include "base/text.h"
 #include "fleet/fCopy.h"
 #include "logger/message_logger.h"
-#include "shell/words.h"
 
 namespace fleet {
 namespace {
 
-constexpr const char* kLocation = "Fleet";     // in the log
-constexpr unsigned kAskBeforeReplacing = 0x2;  // OFN_OVERWRITEPROMPT
+constexpr const char* kLocation = "Fleet";  // in the log
 
 /// As a link writes it: what is not plain is a percent sign and two digits (RFC 3986, 2.1).
 std::string Linked(std::string_view path) {
@@ -47,7 +45,7 @@ void fCopy::SaveResult() {
   const auto file = platform_.fileDialog.AskSaveFile(
       {Text("Results (*.html)|*.html|Tables (*.csv)|*.csv"),
        settings_.documentsFolder + "\\" + configuration::SafeName(main_.Opened.networkName) + ".html",
-       kAskBeforeReplacing});
+       configuration::kAskBeforeReplacing});
   if (!file) return;
   try {
     const std::filesystem::path path = base::PathOf(*file);

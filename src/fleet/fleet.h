@@ -11,7 +11,7 @@ namespace fleet {
 class Fleet final : public shell::Companion {
  public:
   Fleet(shell::fMain& main, configuration::Desk& desk, const shell::Platform& platform,
-        const shell::Settings& settings, shell::Strings& strings)
+        const shell::Settings& settings, const shell::Strings& strings)
       : desk_(desk), strings_(strings), copy_(main, desk, platform, settings, strings) {}
 
   std::vector<ui::MenuItem> FileMenu() override {
@@ -26,7 +26,7 @@ class Fleet final : public shell::Companion {
 
  private:
   configuration::Desk& desk_;
-  shell::Strings& strings_;
+  const shell::Strings& strings_;
   fCopy copy_;
 };
 

@@ -13,6 +13,7 @@ using configuration::WrittenValue;
 using configuration::record::Attribute;
 using configuration::record::Element;
 using configuration::record::Escaped;
+using configuration::record::TitleOf;
 
 constexpr std::string_view kStyle = R"(
 body{font:10pt/1.4 "Segoe UI",Tahoma,"Helvetica Neue",Arial,sans-serif;color:#1d2733;background:#fff;margin:0 auto;
@@ -52,11 +53,6 @@ constexpr Words kWords[] = {
 };
 
 const Words& WordsOf(UnitState state) { return *std::ranges::find(kWords, state, &Words::state); }
-
-std::string TitleOf(const Result& result, const std::string& page) {
-  const auto found = std::ranges::find(result.pages, page, &configuration::PageTitle::page);
-  return found == result.pages.end() ? page : found->title;
-}
 
 class Writer {
  public:
@@ -112,8 +108,8 @@ class Writer {
     if (line.values.empty()) return {};
     std::string rows = Row("th", {Word("Page"), Word("Field"), Word("Before"), Word("After")});
     for (const WrittenValue& value : line.values)
-      rows += Row("td", {Escaped(TitleOf(result_, value.page)), Escaped(value.name), Escaped(value.before),
-                         Escaped(value.after)});
+      rows += Row("td", {Escaped(TitleOf(result_.pages, value.page)), Escaped(value.name),
+                         Escaped(value.before), Escaped(value.after)});
     return Element("h2", Escaped(line.unit.name)) + "\n" + Element("table", "\n" + rows) + "\n";
   }
 
@@ -128,8 +124,7 @@ std::string StateText(const shell::Strings& strings, const UnitLine& line) {
     return strings.GetStrings("failed while writing");
   const Words& words = WordsOf(line.state);
   if (!words.one) return strings.GetStrings(words.text);
-  return shell::ReplacePlaceholders(strings.GetStrings(line.count == 1 ? words.one : words.text),
-                                    {std::to_string(line.count)});
+  return strings.GetStrings(line.count == 1 ? words.one : words.text, {std::to_string(line.count)});
 }
 
 bool IsBad(UnitState state) { return WordsOf(state).bad; }
@@ -138,8 +133,7 @@ std::vector<std::string> CountTexts(const shell::Strings& strings, std::span<con
   std::vector<std::string> texts;
   for (const Words& words : kWords) {
     const auto count = std::ranges::count(lines, words.state, &UnitLine::state);
-    if (words.count && count > 0)
-      texts.push_back(shell::ReplacePlaceholders(strings.GetStrings(words.count), {std::to_string(count)}));
+    if (words.count && count > 0) texts.push_back(strings.GetStrings(words.count, {std::to_string(count)}));
   }
   return texts;
 }
@@ -158,7 +152,8 @@ std::string WriteResultCsv(const Result& result, const shell::Strings& strings,
   for (const UnitLine& line : result.lines) {
     const auto add = [&](const WrittenValue& value) {
       csv.Add(std::array{line.unit.name, line.unit.location, StateText(strings, line),
-                         TitleOf(result, value.page), value.name, value.before, value.after, line.reason});
+                         TitleOf(result.pages, value.page), value.name, value.before, value.after,
+                         line.reason});
     };
     std::ranges::for_each(line.values, add);
     if (line.values.empty()) add({});

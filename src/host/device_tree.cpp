@@ -3,7 +3,6 @@
 #include "automation/error.h"
 #include "base/error.h"
 #include "base/text.h"
-#include "host/contract.h"
 
 namespace host {
 namespace {

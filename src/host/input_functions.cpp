@@ -1,7 +1,6 @@
 #include "host/input_functions.h"
 
 #include <algorithm>
-#include <vector>
 
 #include "base/text.h"
 

@@ -8,9 +8,8 @@ namespace host {
 
 SignalClass GetOutputSignalClass(std::string_view function) {
   const std::string name = base::Upper(function);
-  if (name == kUnassigned || std::ranges::find(kOutputFunctions, name) == kOutputFunctions.end()) {
+  if (name == kUnassigned || std::ranges::find(kOutputFunctions, name) == kOutputFunctions.end())
     return SignalClass::kNone;
-  }
   return name.ends_with("_MOD") ? SignalClass::kModulating : SignalClass::kOnOff;
 }
 

@@ -1,9 +1,10 @@
 #include "logger/message_logger.h"
 
-#include <filesystem>
+#include <algorithm>
 #include <fstream>
 #include <utility>
 
+#include "base/files.h"
 #include "base/text.h"
 
 namespace logger {
@@ -118,13 +119,12 @@ void fMessage::BuildPopup() {
     Refresh();
     ListView1.FitColumns();
   };
-  ui::MenuItem details = {translate("Show log details"), [this] { ShowDetails(!detailsShown_); }, {}};
-  details.checked = detailsShown_;
-  ListView1.popup = {{translate("Clear selected items"), [this] { ClearSelected(); }, {}},
-                     {translate("Clear all"), [this] { ClearAll(); }, {}},
-                     {translate("Save to file"), [this] { Save(); }, {}},
-                     {translate("Refresh"), refresh, {}},
-                     std::move(details)};
+  ListView1.popup = {
+      {translate("Clear selected items"), [this] { ClearSelected(); }, {}},
+      {translate("Clear all"), [this] { ClearAll(); }, {}},
+      {translate("Save to file"), [this] { Save(); }, {}},
+      {translate("Refresh"), refresh, {}},
+      {translate("Show log details"), [this] { ShowDetails(!detailsShown_); }, {}, {}, detailsShown_}};
 }
 
 void fMessage::SetFormTitle(std::string_view title) {
@@ -234,22 +234,18 @@ void fMessage::Save() {
                                                             kHideReadOnlyBox | kFileMustExist});
     const std::string text = LogText();
     if (!file || text.empty()) return;
-    std::ofstream out(std::filesystem::path(std::u8string(file->begin(), file->end())), std::ios::binary);
-    out << text;
+    std::ofstream(base::PathOf(*file), std::ios::binary) << text;
   });
 }
 
 void fMessage::ClearSelected() {
   std::vector<ui::ListView::Row> kept;
-  std::size_t next = 0;
   bool gone = false;
   for (std::size_t i = 0; i < ListView1.Rows().size(); ++i) {
-    const bool selected = next < ListView1.Selection().size() && ListView1.Selection()[next] == i;
-    if (selected) ++next;
+    const ui::ListView::Row& row = ListView1.Rows()[i];
     // Details go with their message.
-    const bool detail = ListView1.Rows()[i].icon == kDetail;
-    gone = detail ? gone || selected : selected;
-    if (!gone) kept.push_back(ListView1.Rows()[i]);
+    gone = std::ranges::binary_search(ListView1.Selection(), i) || (gone && row.icon == kDetail);
+    if (!gone) kept.push_back(row);
   }
   const bool emptied = kept.empty() && !ListView1.Rows().empty();
   ListView1.SetRows(std::move(kept));

@@ -119,6 +119,11 @@ class PageBase : public shell::ISubForm {
   void Watch(const ui::ControlArray<T, N>& controls) {
     for (std::size_t i = 0; i < N; ++i) Watch(controls[i]);
   }
+  /// Controls and arrays of controls together.
+  template <class... Controls>
+  void WatchAll(Controls&... controls) {
+    (Watch(controls), ...);
+  }
 
  private:
   shell::PageContext context_;
@@ -128,6 +133,12 @@ class PageBase : public shell::ISubForm {
   std::map<const ui::Control*, std::string> sources_;
   std::map<const ui::TextBox*, std::string> given_;  // what each watched box showed after the last fill
 };
+
+template <class T, std::size_t N>
+void SetTexts(const ui::ControlArray<T, N>& controls, std::string_view text, std::size_t first = 0,
+              std::size_t last = N - 1) {
+  for (std::size_t i = first; i <= last; ++i) controls[i].SetText(text);
+}
 
 inline void Enable(ui::Control& control, bool enabled) { control.SetEnabled(enabled); }
 template <class T, std::size_t N>

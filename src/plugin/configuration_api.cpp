@@ -1,8 +1,5 @@
 #include "plugin/configuration_api.h"
 
-#include <algorithm>
-#include <ctime>
-
 #include "base/error.h"
 #include "base/files.h"
 #include "base/text.h"
@@ -29,6 +26,11 @@ struct ConfigurationMembers {
   using Api = ConfigurationApi;
   using Answer = automation::Value;
 
+  /// A member that takes the name of a file.
+  template <auto work>
+  static Answer OnFile(Api& api, const Arguments& arguments) {
+    return api.Run([&] { return (api.*work)(arguments[0].AsText()); });
+  }
   static Answer Open(Api& api, const Arguments& arguments) {
     const host::SessionRequest request = {
         .networkName = arguments[0].AsText(),
@@ -58,19 +60,10 @@ struct ConfigurationMembers {
       api.imperial_ = imperial;
     });
   }
-  static Answer Save(Api& api, const Arguments& arguments) {
-    return api.Run([&] { api.Save(arguments[0].AsText()); });
-  }
-  static Answer Compare(Api& api, const Arguments& arguments) {
-    return api.Run([&] { return api.Compare(arguments[0].AsText()); });
-  }
   static Answer Apply(Api& api, const Arguments& arguments) {
     const std::string file =
         arguments.Count() == 0 || arguments[0].IsEmpty() ? std::string() : arguments[0].AsText();
     return api.Run([&] { return Answer(api.Apply(file)); });
-  }
-  static Answer Record(Api& api, const Arguments& arguments) {
-    return api.Run([&] { api.Record(arguments[0].AsText()); });
   }
   static Answer Value(Api& api, const Arguments& arguments) {
     return api.Run([&] { return Answer(api.Value(arguments[0].AsText(), arguments[1].AsText())); });
@@ -85,10 +78,10 @@ const automation::MemberOf<ConfigurationApi> ConfigurationApi::kMembers[9] = {
     {"Close", nullptr, nullptr, ConfigurationMembers::Close},
     {"Units", ConfigurationMembers::Units},
     {"Imperial", ConfigurationMembers::Imperial, ConfigurationMembers::SetImperial},
-    {"Save", nullptr, nullptr, ConfigurationMembers::Save},
-    {"Compare", nullptr, nullptr, ConfigurationMembers::Compare},
+    {"Save", nullptr, nullptr, ConfigurationMembers::OnFile<&ConfigurationApi::Save>},
+    {"Compare", nullptr, nullptr, ConfigurationMembers::OnFile<&ConfigurationApi::Compare>},
     {"Apply", nullptr, nullptr, ConfigurationMembers::Apply},
-    {"Record", nullptr, nullptr, ConfigurationMembers::Record},
+    {"Record", nullptr, nullptr, ConfigurationMembers::OnFile<&ConfigurationApi::Record>},
     {"Value", ConfigurationMembers::Value, nullptr, nullptr, ConfigurationMembers::SetValue},
 };
 
@@ -144,12 +137,11 @@ void ConfigurationApi::Open(const host::SessionRequest& request) {
   unit_.reset();
   filled_ = false;
   host_ = program_.GetPlatform().createObject(host::kObjectServerId);
-  if (!desk_) {
+  if (!desk_)
     desk_ = std::make_unique<configuration::UnitDesk>(
         configuration::UnseenPages::Surroundings{program_.GetPlatform(), program_.GetSettings(),
                                                  program_.PageTable(), quiet_},
         english_);
-  }
   request_ = request;
   if (!request.deviceName.empty()) Load(imperial_);
 }
@@ -208,34 +200,25 @@ automation::Value ConfigurationApi::Compare(const std::string& file) {
 }
 
 std::int32_t ConfigurationApi::Apply(const std::string& file) {
-  if (file.empty()) return Store();
+  const auto mayGoOn = [this] { return !program_.Ending(); };
+  if (file.empty()) return filled_ ? Ended(desk_->Save(Unit(), mayGoOn)) : 0;
   const Document document = ReadDocument(file);
   configuration::OpenUnit& unit = UnitFor(document);
   const auto differences = unit.Compare(document, Everything());
   if (differences.empty() && !filled_) return 0;
   filled_ = true;
   const std::string refused = desk_->Fill(unit, differences);
-  if (refused.empty())
-    return Ended(desk_->SaveAll(unit, document, Everything(), [this] { return !program_.Ending(); }));
+  if (refused.empty()) return Ended(desk_->SaveAll(unit, document, Everything(), mayGoOn));
   filled_ = false;
   Load(imperial_);  // half of the file must not be applied by the next call
   throw base::Error("Nothing was applied.\r\n" + refused);
 }
 
-std::int32_t ConfigurationApi::Store() {
-  if (!filled_) return 0;
-  return Ended(desk_->Save(Unit(), [this] { return !program_.Ending(); }));
-}
-
 std::int32_t ConfigurationApi::Ended(const configuration::UnitDesk::Saved& saved) {
-  switch (saved.save.result) {
-    case host::SaveResult::kCommitted:
-      break;
-    case host::SaveResult::kCancelled:
-      throw base::Error("Nothing was applied.\r\n" + saved.told);
-    case host::SaveResult::kUnknown:
-      throw base::Error("It is not known whether the values were applied.\r\n" + saved.told);
-  }
+  const host::SaveResult result = saved.save.result;
+  if (result == host::SaveResult::kCancelled) throw base::Error("Nothing was applied.\r\n" + saved.told);
+  if (result == host::SaveResult::kUnknown)
+    throw base::Error("It is not known whether the values were applied.\r\n" + saved.told);
   filled_ = false;
   return static_cast<std::int32_t>(saved.values.size());
 }

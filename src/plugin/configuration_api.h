@@ -37,7 +37,6 @@ class ConfigurationApi : public automation::LocalClass<ConfigurationApi> {
   automation::Value Compare(const std::string& file);
   /// Number of values written.
   std::int32_t Apply(const std::string& file);
-  std::int32_t Store();
   std::int32_t Ended(const configuration::UnitDesk::Saved& saved);
   void Record(const std::string& file);
   std::string Value(const std::string& page, const std::string& field);

@@ -17,10 +17,15 @@ using automation::Value;
 struct Members {
   using Member = automation::MemberOf<PlugInApi>;
 
+  static void Take(std::string& field, const Value& value) { field = value.AsText(); }
+  static void Take(bool& field, const Value& value) { field = value.AsBool(); }
+  static void Take(std::int32_t& field, const Value& value) { field = value.AsWhole(); }
+
+  /// What the host tells; kept as it is.
   template <auto field>
-  static constexpr Member Text(std::string_view name) {
+  static constexpr Member Kept(std::string_view name) {
     return {name, [](PlugInApi& api, const Arguments&) { return Value(api.*field); },
-            [](PlugInApi& api, const Value& value) { api.*field = value.AsText(); }};
+            [](PlugInApi& api, const Value& value) { Take(api.*field, value); }};
   }
 
   /// Read from the settings; writing is an error of its own.
@@ -44,9 +49,6 @@ struct Members {
         return Value(window ? window->Visible() : api.program_.GaveWay());
       },
       [](PlugInApi& api, const Value& value) { api.SetVisible(value.AsBool()); }};
-  static constexpr Member kRemote = {
-      "Remote", [](PlugInApi& api, const Arguments&) { return Value(api.remote_); },
-      [](PlugInApi& api, const Value& value) { api.remote_ = value.AsBool(); }};
   static constexpr Member kLeft = {
       "Left", [](PlugInApi& api, const Arguments&) { return Value(api.Bounds().left); },
       [](PlugInApi& api, const Value& value) { api.MoveTo(value.AsWhole(), {}); }};
@@ -60,9 +62,6 @@ struct Members {
         return Value(window && window->State() == ui::WindowState::kMinimized);
       },
       [](PlugInApi& api, const Value& value) { api.SetMinimized(value.AsBool()); }};
-  static constexpr Member kPort = {
-      "NetworkIpPort", [](PlugInApi& api, const Arguments&) { return Value(api.networkIpPort_); },
-      [](PlugInApi& api, const Value& value) { api.networkIpPort_ = value.AsWhole(); }};
 
   static Value Command(PlugInApi& api, const Arguments& arguments) {
     arguments[2];  // a command id, an object class and a key; none of them is examined
@@ -73,9 +72,9 @@ struct Members {
 
 const automation::MemberOf<PlugInApi> PlugInApi::kMembers[24] = {
     Members::kVisible,
-    Members::Text<&PlugInApi::networkName_>("NetworkName"),
-    Members::Text<&PlugInApi::networkInterfaceName_>("NetworkInterfaceName"),
-    Members::kRemote,
+    Members::Kept<&PlugInApi::networkName_>("NetworkName"),
+    Members::Kept<&PlugInApi::networkInterfaceName_>("NetworkInterfaceName"),
+    Members::Kept<&PlugInApi::remote_>("Remote"),
     Members::Size<&ui::Bounds::height>("Height"),
     Members::Size<&ui::Bounds::width>("Width"),
     Members::kLeft,
@@ -83,17 +82,17 @@ const automation::MemberOf<PlugInApi> PlugInApi::kMembers[24] = {
     Members::Identity<&shell::Settings::manufacturerId>("ManufacturerID"),
     Members::Identity<&shell::Settings::manufacturerName>("ManufacturerName"),
     Members::Identity<&shell::Settings::requiredServerVersion>("LcaVersion"),
-    Members::Text<&PlugInApi::ovxServerVersion_>("OvxServerVersion"),
+    Members::Kept<&PlugInApi::ovxServerVersion_>("OvxServerVersion"),
     Members::Identity<&shell::Settings::version>("version"),
     Members::kTop,
     Members::Identity<&shell::Settings::title>("Name"),
-    Members::Text<&PlugInApi::developmentProgramId_>("DevelopmentProgramId"),
-    Members::Text<&PlugInApi::networkIpAddress_>("NetworkIpAddress"),
-    Members::kPort,
-    Members::Text<&PlugInApi::folderName_>("FolderName"),
-    Members::Text<&PlugInApi::deviceName_>("DeviceName"),
-    Members::Text<&PlugInApi::lmoIndex_>("LmoIndex"),
-    Members::Text<&PlugInApi::code_>("code"),
+    Members::Kept<&PlugInApi::developmentProgramId_>("DevelopmentProgramId"),
+    Members::Kept<&PlugInApi::networkIpAddress_>("NetworkIpAddress"),
+    Members::Kept<&PlugInApi::networkIpPort_>("NetworkIpPort"),
+    Members::Kept<&PlugInApi::folderName_>("FolderName"),
+    Members::Kept<&PlugInApi::deviceName_>("DeviceName"),
+    Members::Kept<&PlugInApi::lmoIndex_>("LmoIndex"),
+    Members::Kept<&PlugInApi::code_>("code"),
     {"SendCommand", nullptr, nullptr, Members::Command},
     {"InitializePlugIn", nullptr, nullptr, Members::Command},
 };
@@ -128,10 +127,9 @@ bool PlugInApi::RaiseOpenWindow() {
   shell::fMain* window = program_.Window();
   if (!window || window->Refused()) return false;
   if (window->Ending()) Raise("The configuration tool is closing. Please try again.");
-  if (program_.OpenName() != WindowName()) {
+  if (program_.OpenName() != WindowName())
     Raise("The configuration window is open on %s%. Please close it before another device is configured.",
           {program_.OpenDevice()});
-  }
   SetVisible(true);
   program_.RaiseWindow();
   return true;
@@ -139,16 +137,14 @@ bool PlugInApi::RaiseOpenWindow() {
 
 bool PlugInApi::RaiseOtherProcess() const {
   const auto found = program_.RaisePublished(WindowName());
-  if (found == CWindowAgent::Found::kNoAnswer) {
+  if (found == CWindowAgent::Found::kNoAnswer)
     Raise("The configuration window is open on %s% already, but does not answer. Please close it first.",
           {deviceName_});
-  }
-  if (found == CWindowAgent::Found::kOtherRights) {
+  if (found == CWindowAgent::Found::kOtherRights)
     Raise(
         "The configuration window is open on %s% already, in a program with other rights. Please close it "
         "first.",
         {deviceName_});
-  }
   return found == CWindowAgent::Found::kRaised;
 }
 
@@ -215,10 +211,9 @@ void PlugInApi::CheckServerVersion() const {
       host::Try(kDifferent, versions, [this] { return host::SplitVersion(ovxServerVersion_); });
   const auto [requiredVersion, requiredRevision] = host::SplitVersion(required);
   if (version != requiredVersion) throw host::StepError(kDifferent, versions);
-  if (revision < requiredRevision) {
+  if (revision < requiredRevision)
     Raise("OVX server revision %s1% lower than required minimum revision %s2%.X",
           {std::to_string(revision), required});
-  }
 }
 
 shell::fMain* PlugInApi::UsableWindow() const {

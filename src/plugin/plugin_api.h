@@ -20,10 +20,9 @@ class PlugInApi : public automation::LocalClass<PlugInApi> {
   explicit PlugInApi(Program& program) : program_(program) { program_.Attach(); }
   ~PlugInApi() override { program_.Detach(); }
 
-  /// Both bring the plug-in up on the device and block that the properties name; no argument is examined, the
-  /// host's command ids carry no meaning here.
+  /// Brings the plug-in up on the device and block that the properties name. InitializePlugIn does the same;
+  /// no argument of either is examined, the host's command ids carry no meaning here.
   void SendCommand();
-  void InitializePlugIn() { SendCommand(); }
 
  private:
   friend class automation::LocalClass<PlugInApi>;

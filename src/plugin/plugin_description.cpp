@@ -6,9 +6,6 @@
 namespace plugin {
 namespace {
 
-constexpr std::int32_t kManufacturerId = 17;
-constexpr const char* kDisplayName = "KV-TARN Configuration";
-
 void Fill(const automation::Object& target, const DescriptionRecord& record) {
   for (const auto& [member, value] : record) target.Put(member, value);
 }
@@ -33,18 +30,17 @@ PlugInDescription BuildDescription(const ProgramIdentity& identity) {
   PlugInDescription description;
   description.manufacturer = "Veldran, Inc";
   description.requiredServerVersion = "2.7";
-  description.displayName = kDisplayName;
-  description.manufacturerId = kManufacturerId;
-  const std::string name = kDisplayName;
+  description.displayName = "KV-TARN Configuration";
+  description.manufacturerId = 17;
   description.plugIn = {
       {"ProductName", identity.productName},
       {"CompanyName", identity.companyName},
-      {"ManufacturerID", kManufacturerId},
+      {"ManufacturerID", description.manufacturerId},
       {"ManufacturerName", description.manufacturer},
       {"RequiredServerVersion", description.requiredServerVersion},
       {"Description", "Configures KV-TARN device"},
       {"DescriptionVersion", 1},
-      {"DisplayName", name},
+      {"DisplayName", description.displayName},
       {"ApiClass", "OVXPlugInAPI"},
       {"ServerProgId", "QVRKvTARNCfg.LNSPlugInAPI"},
       {"ProjectName", "QVRKvTARNCfg"},
@@ -59,7 +55,7 @@ PlugInDescription BuildDescription(const ProgramIdentity& identity) {
       {"Flag6", 2},
   };
   description.deviceCommand = {
-      {"Name", "QVR " + name + " Device Configure"},
+      {"Name", "QVR " + description.displayName + " Device Configure"},
       {"Description", "Configuration of the RoofTop device"},
   };
   description.blockCommand = {
@@ -71,7 +67,7 @@ PlugInDescription BuildDescription(const ProgramIdentity& identity) {
   description.deviceType = {
       {"ProgramId", "8000AB0C12340001"},
       {"MakerPrefix", std::string(host::kMakerPrefix)},
-      {"Name", "QVR KV " + name},
+      {"Name", "QVR KV " + description.displayName},
   };
   return description;
 }

@@ -58,8 +58,6 @@ class Program {
     explicit Unattended(Program& program) : program_(program), scope_(program.activity_) {
       ++program_.unattended_;
     }
-    Unattended(const Unattended&) = delete;
-    Unattended& operator=(const Unattended&) = delete;
     ~Unattended() {
       --program_.unattended_;
       program_.end_.Look();

@@ -33,8 +33,6 @@ struct Surroundings {
 class fComm {
  public:
   explicit fComm(Surroundings surroundings);
-  fComm(const fComm&) = delete;
-  fComm& operator=(const fComm&) = delete;
   ~fComm();
 
   /// The server's address as the plug-in was given it; shown when the connection is lost.

@@ -49,9 +49,8 @@ bool fComm::ovpConnect(const std::string& host, std::int32_t port, const std::st
 void fComm::Connect(const std::string& host, std::int32_t port) {
   Forget();
   if (host.empty()) throw base::Error(given_.text("No host was given.", {}));
-  if (port < 1 || port > 65535) {
+  if (port < 1 || port > 65535)
     throw base::Error(given_.text("The port %s1% is not between 1 and 65535.", {std::to_string(port)}));
-  }
   connecting_ = true;
   given_.socket.Connect(host, static_cast<std::uint16_t>(port));
   PollError.Start();

@@ -1,7 +1,5 @@
 #include "serverlink/transaction.h"
 
-#include <limits>
-
 namespace serverlink {
 
 using automation::Arguments;
@@ -33,17 +31,28 @@ constexpr Member Array(std::string_view name) {
           [](CTransaction& record, const Value& value) { record.*field = value.AsBytes(); }};
 }
 
-template <auto get>
+// Outside of the array a read of an element gives 0 and a write does nothing. That is deliberate: callers
+// rely on sizes that they computed themselves.
+
+/// An index below 0 becomes too large for any array.
+std::size_t PlaceOf(const Value& index) { return static_cast<std::size_t>(index.AsWhole()); }
+
+template <auto array>
 constexpr Member Reader(std::string_view name) {
   return {name, nullptr, nullptr, [](CTransaction& record, const Arguments& arguments) {
-            return Value(std::int32_t{(record.*get)(arguments[0].AsWhole())});
+            const Bytes& bytes = record.*array;
+            const std::size_t place = PlaceOf(arguments[0]);
+            return Value(place < bytes.size() ? std::int32_t{bytes[place]} : 0);
           }};
 }
 
-template <auto set>
+template <auto array>
 constexpr Member Writer(std::string_view name) {
   return {name, nullptr, nullptr, [](CTransaction& record, const Arguments& arguments) {
-            (record.*set)(arguments[0].AsWhole(), Narrow<std::uint8_t>(arguments[1]));
+            Bytes& bytes = record.*array;
+            const auto value = Narrow<std::uint8_t>(arguments[1]);
+            const std::size_t place = PlaceOf(arguments[0]);
+            if (place < bytes.size()) bytes[place] = value;
             return Value();
           }};
 }
@@ -63,36 +72,25 @@ const Member CTransaction::kMembers[13] = {
     Array<&CTransaction::RspArgument>("RspArgument"),
     Array<&CTransaction::RspHeader>("RspHeader"),
     Array<&CTransaction::SndArgument>("SndArgument"),
-    Reader<&CTransaction::GetRspArgumentElement>("GetRspArgumentElement"),
-    Writer<&CTransaction::SetRspArgumentElement>("SetRspArgumentElement"),
-    Reader<&CTransaction::GetRspHeaderElement>("GetRspHeaderElement"),
-    Writer<&CTransaction::SetRspHeaderElement>("SetRspHeaderElement"),
-    Reader<&CTransaction::GetSndArgumentElement>("GetSndArgumentElement"),
-    Writer<&CTransaction::SetSndArgumentElement>("SetSndArgumentElement"),
+    Reader<&CTransaction::RspArgument>("GetRspArgumentElement"),
+    Writer<&CTransaction::RspArgument>("SetRspArgumentElement"),
+    Reader<&CTransaction::RspHeader>("GetRspHeaderElement"),
+    Writer<&CTransaction::RspHeader>("SetRspHeaderElement"),
+    Reader<&CTransaction::SndArgument>("GetSndArgumentElement"),
+    Writer<&CTransaction::SndArgument>("SetSndArgumentElement"),
     {"ReDimRspArgument", nullptr, nullptr, ReDim},
 };
 
 void CTransaction::ReDimRspArgument(std::int32_t index, bool isPreserve) {
-  if (index < 0) {
+  if (index < 0)
     throw automation::Error(automation::kBadIndex,
                             "An array cannot end at the index " + std::to_string(index) + ".");
-  }
   const auto size = static_cast<std::size_t>(index) + 1;
   if (isPreserve) {
     RspArgument.resize(size);
   } else {
     RspArgument.assign(size, 0);
   }
-}
-
-std::uint8_t CTransaction::Element(const Bytes& array, std::int32_t index) {
-  const auto place = static_cast<std::size_t>(index);  // below 0 it becomes too large for any array
-  return place < array.size() ? array[place] : std::uint8_t{0};
-}
-
-void CTransaction::Element(Bytes& array, std::int32_t index, std::uint8_t value) {
-  const auto place = static_cast<std::size_t>(index);
-  if (place < array.size()) array[place] = value;
 }
 
 }  // namespace serverlink

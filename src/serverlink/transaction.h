@@ -34,22 +34,9 @@ class CTransaction : public automation::LocalClass<CTransaction> {
   /// name.
   bool IsGivenUp = false;
 
-  /// Outside of the array a read gives 0 and a write does nothing. That is deliberate: callers rely on sizes
-  /// that they computed themselves.
-  std::uint8_t GetRspArgumentElement(std::int32_t index) const { return Element(RspArgument, index); }
-  void SetRspArgumentElement(std::int32_t index, std::uint8_t value) { Element(RspArgument, index, value); }
-  std::uint8_t GetRspHeaderElement(std::int32_t index) const { return Element(RspHeader, index); }
-  void SetRspHeaderElement(std::int32_t index, std::uint8_t value) { Element(RspHeader, index, value); }
-  std::uint8_t GetSndArgumentElement(std::int32_t index) const { return Element(SndArgument, index); }
-  void SetSndArgumentElement(std::int32_t index, std::uint8_t value) { Element(SndArgument, index, value); }
-
   /// Sizes RspArgument to the indexes 0 to `index`: what was there is kept, or all is zero. Throws
   /// automation::Error kBadIndex when `index` is below 0.
   void ReDimRspArgument(std::int32_t index, bool isPreserve);
-
- private:
-  static std::uint8_t Element(const Bytes& array, std::int32_t index);
-  static void Element(Bytes& array, std::int32_t index, std::uint8_t value);
 };
 
 }  // namespace serverlink

@@ -3,10 +3,10 @@
 #pragma once
 
 #include <array>
-#include <charconv>
 #include <memory>
 #include <string_view>
 
+#include "base/numbers.h"
 #include "serverlink/wire.h"
 
 namespace serverlink {
@@ -15,11 +15,9 @@ class TransactionTable {
  public:
   /// Nothing when there is none under that key, or when the key is no number without leading zeros.
   std::shared_ptr<CTransaction> Find(std::string_view key) const {
-    int number = 0;
-    const auto [end, error] = std::from_chars(key.data(), key.data() + key.size(), number);
-    const bool whole = error == std::errc() && end == key.data() + key.size() && !key.starts_with('0');
-    return whole && number > kBeforeFirst && number <= kLastNumber ? At(static_cast<std::int16_t>(number))
-                                                                   : nullptr;
+    const auto number = base::ParseWhole<std::int16_t>(key).value_or(kBeforeFirst);
+    if (key.starts_with('0') || number <= kBeforeFirst || number > kLastNumber) return nullptr;
+    return At(number);
   }
 
   /// The place of a sequence number, which is within its bounds; empty when there is no such transaction.

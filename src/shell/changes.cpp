@@ -29,7 +29,6 @@ void Changes::Attach(std::size_t page, ISubForm& form) {
     if (followed_[page].filling) return;
     JudgeWithoutControl(followed_[page]);
     JudgeAdjustments();
-    Told();
   };
   form.onFill = [this, page](bool begins) {
     followed_[page].filling = begins;
@@ -49,7 +48,6 @@ void Changes::Follow(Page& page) {
   page.byControl.clear();
   for (Field& field : page.form->ListFields(TranslateBy(strings_))) Add(page, std::move(field));
   JudgeAdjustments();
-  Told();
 }
 
 void Changes::Add(Page& page, Field field) {
@@ -89,7 +87,6 @@ void Changes::Committed() {
     JudgeAll(page);
   }
   JudgeAdjustments();
-  Told();
 }
 
 void Changes::Retell() {
@@ -103,35 +100,30 @@ void Changes::Retell() {
     }
   }
   JudgeAdjustments();
-  Told();
 }
 
 void Changes::Touched(Page& page, const ui::Control& control) {
   if (page.filling || page.entries.empty()) return;
-  bool told = false;
   const auto known = page.byControl.find(&control);
+  bool told = true;
   if (known != page.byControl.end()) {
     told = Judge(page.entries[known->second]);
-  } else if (control.GetKind() != ui::Kind::kFrame) {
-    return;
-  } else {
+  } else if (control.GetKind() == ui::Kind::kFrame) {
     JudgeAll(page);
-    told = true;
+  } else {
+    return;
   }
-  told = JudgeWithoutControl(page) || told;
-  if (!told) return;
-  JudgeAdjustments();
-  Told();
+  if (JudgeWithoutControl(page) || told) JudgeAdjustments();
 }
 
 bool Changes::Judge(Entry& entry) {
-  const bool before = entry.edited || !entry.refused.empty();
+  const bool before = entry.Pending();
   const std::string content = entry.field.content();
   if (content != entry.refusedContent) entry.refused.clear();
   entry.edited = entry.field.applies() && !SameContent(entry.field, numbers_, content, entry.Held());
-  const bool now = entry.edited || !entry.refused.empty();
-  if (before || now) Show(entry);
-  return before || now;
+  const bool told = before || entry.Pending();
+  if (told) Show(entry);
+  return told;
 }
 
 bool Changes::JudgeWithoutControl(Page& page) {
@@ -150,7 +142,7 @@ void Changes::Show(const Entry& entry) const {
   if (!entry.refused.empty()) return SetMark(entry.field, ui::Mark::kRefused, entry.refused);
   if (!entry.edited) return SetMark(entry.field, ui::Mark::kNone, {});
   SetMark(entry.field, ui::Mark::kChanged,
-          ReplacePlaceholders(strings_.GetStrings("Device: %s1%"), {ValueOf(entry.field, entry.Held())}));
+          strings_.GetStrings("Device: %s1%", {ValueOf(entry.field, entry.Held())}));
 }
 
 std::string Changes::ValueOf(const Field& field, const std::string& content) const {
@@ -167,18 +159,18 @@ void Changes::JudgeAdjustments() {
     for (const Adjustment& former : page.adjustments) former.control->SetMark(ui::Mark::kNone);
     page.adjustments = std::move(present);
     for (const Entry& entry : page.entries) {
-      if (entry.edited || !entry.refused.empty()) Show(entry);
+      if (entry.Pending()) Show(entry);
     }
     for (const Adjustment& adjustment : page.adjustments)
       adjustment.control->SetMark(ui::Mark::kChanged, adjustment.reason);
   }
+  Told();
 }
 
 std::size_t Changes::Count(std::size_t page) const {
   if (page >= followed_.size()) return 0;
   const Page& followed = followed_[page];
-  const auto pending = std::ranges::count_if(
-      followed.entries, [](const Entry& entry) { return entry.edited || !entry.refused.empty(); });
+  const auto pending = std::ranges::count_if(followed.entries, &Entry::Pending);
   return static_cast<std::size_t>(pending) + followed.adjustments.size();
 }
 
@@ -192,7 +184,7 @@ std::vector<Change> Changes::List() const {
   std::vector<Change> list;
   for (std::size_t i = 0; i < followed_.size(); ++i) {
     for (const Entry& entry : followed_[i].entries) {
-      if (!entry.edited && entry.refused.empty()) continue;
+      if (!entry.Pending()) continue;
       const fields::Caption caption = entry.field.caption();
       list.push_back({entry.refused.empty() ? Change::Kind::kEdited : Change::Kind::kRefused, i, &entry.field,
                       entry.field.cursor, PathOf(caption), entry.field.shown(entry.Held()),
@@ -207,15 +199,8 @@ std::vector<Change> Changes::List() const {
       const std::string name = frame    ? adjustment.control->Text()
                                : option ? PathOf(fields::CaptionOfGroup(*option))
                                         : PathOf(fields::CaptionOf(*adjustment.control));
-      list.push_back({Change::Kind::kByItself,
-                      i,
-                      nullptr,
-                      adjustment.control,
-                      name,
-                      adjustment.device,
-                      adjustment.present,
-                      {},
-                      adjustment.reason});
+      list.push_back({Change::Kind::kByItself, i, nullptr, adjustment.control, name, adjustment.device,
+                      adjustment.present, "", adjustment.reason});
     }
   }
   return list;
@@ -287,9 +272,8 @@ bool Changes::AppliedToDevice(const Field& field) const {
 }
 
 void Changes::Refuse(std::string_view control, const std::string& reason) {
-  const auto point = control.find('.');
-  if (point == std::string_view::npos) return;
-  Entry* entry = EntryOf(control.substr(0, point), control.substr(point + 1));
+  const ControlName name(control);
+  Entry* entry = EntryOf(name.page, name.control);
   if (!entry || !entry->refused.empty()) return;
   entry->refused = reason;
   entry->refusedContent = entry->field.content();
@@ -309,7 +293,6 @@ std::vector<fields::Wanted> Changes::TakeAll(const std::vector<fields::Wanted>& 
   }
   for (Page& page : followed_) JudgeAll(page);
   JudgeAdjustments();
-  Told();
   return left;
 }
 
@@ -320,7 +303,6 @@ void Changes::DropUnedited() {
       page.form->TakenBack();
   }
   JudgeAdjustments();
-  Told();
 }
 
 }  // namespace shell

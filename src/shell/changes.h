@@ -36,8 +36,7 @@ struct KeptChange {
 
 class Changes {
  public:
-  Changes(PageSet& pages, const Strings& strings, const base::Numbers& numbers)
-      : pages_(pages), strings_(strings), numbers_(numbers) {}
+  Changes(const Strings& strings, const base::Numbers& numbers) : strings_(strings), numbers_(numbers) {}
 
   /// Runs after anything below may answer something else.
   std::function<void()> onChange;
@@ -92,6 +91,7 @@ class Changes {
     bool applied = true;
 
     std::string Held() const { return field.held ? field.held() : device; }
+    bool Pending() const { return edited || !refused.empty(); }
   };
   struct Page {
     ISubForm* form = nullptr;
@@ -109,7 +109,7 @@ class Changes {
   bool Judge(Entry& entry);
   bool JudgeWithoutControl(Page& page);
   void JudgeAll(Page& page);
-  /// What pages change by themselves may depend on the others.
+  /// After any other judging, since what pages change by themselves may depend on it; tells of all.
   void JudgeAdjustments();
   void Show(const Entry& entry) const;
   std::string ValueOf(const fields::Field& field, const std::string& content) const;
@@ -117,7 +117,6 @@ class Changes {
     if (onChange) onChange();
   }
 
-  PageSet& pages_;
   const Strings& strings_;
   base::Numbers numbers_;
   std::vector<Page> followed_;  // by place in the table

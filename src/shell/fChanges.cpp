@@ -2,16 +2,9 @@
 
 #include <algorithm>
 
-#include "base/text.h"
 #include "logger/message_logger.h"
-#include "shell/window_place.h"
 
 namespace shell {
-namespace {
-
-constexpr const char* kColumns[] = {"Page", "Field", "Device", "New", "Unit", "Remark"};
-
-}  // namespace
 
 std::string CountText(const Changes& changes, const PageSet& pages, const Strings& strings) {
   std::size_t count = 0, onPages = 0, refused = 0;
@@ -25,17 +18,14 @@ std::string CountText(const Changes& changes, const PageSet& pages, const String
   const std::string_view text = count == 1     ? "1 change on 1 page"
                                 : onPages == 1 ? "%s1% changes on 1 page"
                                                : "%s1% changes on %s2% pages";
-  std::string told =
-      ReplacePlaceholders(strings.GetStrings(text), {std::to_string(count), std::to_string(onPages)});
-  if (refused > 0)
-    told += ", " + ReplacePlaceholders(strings.GetStrings("%s1% refused"), {std::to_string(refused)});
+  std::string told = strings.GetStrings(text, {std::to_string(count), std::to_string(onPages)});
+  if (refused > 0) told += ", " + strings.GetStrings("%s1% refused", {std::to_string(refused)});
   return told;
 }
 
 fChanges::fChanges(const Platform& platform, const Settings& settings, const Strings& strings,
-                   const PageSet& pages, Changes& changes)
-    : Window("fChanges"), platform_(platform), strings_(strings), pages_(pages), changes_(changes) {
-  iconFile = settings.iconFile;
+                   const PageSet& pages, const Changes& changes)
+    : ToolWindow("fChanges", platform, settings, strings), pages_(pages), changes_(changes) {
   lvwChanges.SetMultiSelect(true);
   lvwChanges.onSelection = [this] { EnableButtons(); };
   lvwChanges.onOpen = [this] { GoTo(); };
@@ -51,36 +41,26 @@ fChanges::fChanges(const Platform& platform, const Settings& settings, const Str
   }));
 }
 
-fChanges::~fChanges() {
-  if (platform_.toolkit) platform_.toolkit->Discard(*this);
-}
-
 void fChanges::InitStrings() {
-  std::vector<std::string> columns;
-  for (const char* column : kColumns) columns.push_back(strings_.GetStrings(column));
-  lvwChanges.SetColumns(std::move(columns));
-  cmdGoTo.SetText(strings_.GetStrings("&Go to"));
-  cmdTakeBack.SetText(strings_.GetStrings("&Take back"));
-  cmdApply.SetText(strings_.GetStrings("&Apply"));
-  lblCount.SetRoom(ReplacePlaceholders(strings_.GetStrings("%s1% changes on %s2% pages"), {"88", "88"}));
+  lvwChanges.SetColumns(
+      {Text("Page"), Text("Field"), Text("Device"), Text("New"), Text("Unit"), Text("Remark")});
+  SetTexts({{&cmdGoTo, "&Go to"}, {&cmdTakeBack, "&Take back"}, {&cmdApply, "&Apply"}});
+  lblCount.SetRoom(Text("%s1% changes on %s2% pages", {"88", "88"}));
   SetReviewing(reviewing_);
   Follow();
 }
 
 void fChanges::SetReviewing(bool reviewing) {
   reviewing_ = reviewing;
-  SetTitle(strings_.GetStrings(reviewing ? "Changes to be applied" : "Changes"));
-  cmdClose.SetText(strings_.GetStrings(reviewing ? "Cancel" : "&Close"));
+  SetTitle(Text(reviewing ? "Changes to be applied" : "Changes"));
+  cmdClose.SetText(Text(reviewing ? "Cancel" : "&Close"));
   cmdGoTo.SetVisible(!reviewing);
   cmdTakeBack.SetVisible(!reviewing);
   defaultButton = reviewing ? &cmdApply : &cmdGoTo;
 }
 
-void fChanges::Realize() {
-  if (platform_.toolkit && !GetWindowPeer()) {
-    platform_.toolkit->Realize(*this);
-    Widen(*this);
-  }
+void fChanges::Open() {
+  RealizeWide();
   Show();
   ShowRows();
   lvwChanges.FitColumns();
@@ -90,14 +70,14 @@ void fChanges::Realize() {
 
 void fChanges::ShowMe() {
   SetReviewing(false);
-  Realize();
+  Open();
 }
 
 bool fChanges::Review(std::vector<Warning> warnings) {
   SetReviewing(true);
   warnings_ = std::move(warnings);
   accepted_ = false;
-  Realize();
+  Open();
   platform_.loop.RunUntil([this] { return !Visible(); });
   SetReviewing(false);
   warnings_.clear();
@@ -119,14 +99,12 @@ void fChanges::ShowRows() {
   for (const auto& [page, field, text] : warnings_)
     rows.push_back({std::to_string(rows.size()), {page, field, "", "", "", text}, logger::kExclamation});
   for (const Change& change : list_) {
-    const std::string page = strings_.GetStrings(pages_.Table()[change.page].listCaption);
-    std::string remark = change.reason;
-    if (change.kind == Change::Kind::kRefused)
-      remark = base::Join({strings_.GetStrings("Refused:"), change.reason}, " ");
-    const int icon = change.kind == Change::Kind::kRefused ? logger::kError : 0;
+    const std::string page = Text(pages_.Table()[change.page].listCaption);
+    const bool refused = change.kind == Change::Kind::kRefused;
+    const std::string remark = refused ? Text("Refused:") + " " + change.reason : change.reason;
     rows.push_back({std::to_string(rows.size()),
                     {page, change.name, change.device, change.present, change.unit, remark},
-                    icon});
+                    refused ? logger::kError : 0});
   }
   const auto& shown = lvwChanges.Rows();
   const auto sameLine = [](const auto& a, const auto& b) {

@@ -4,22 +4,18 @@
 #pragma once
 
 #include <functional>
-#include <optional>
 #include <vector>
 
 #include "shell/changes.h"
 #include "shell/companion.h"
-#include "shell/platform.h"
-#include "shell/settings.h"
-#include "ui/form.h"
+#include "shell/tool_window.h"
 
 namespace shell {
 
-class fChanges final : public ui::Window {
+class fChanges final : public ToolWindow {
  public:
   fChanges(const Platform& platform, const Settings& settings, const Strings& strings, const PageSet& pages,
-           Changes& changes);
-  ~fChanges() override;
+           const Changes& changes);
 
   /// What the buttons ask for.
   std::function<void(const Change&)> onGoTo;
@@ -36,7 +32,7 @@ class fChanges final : public ui::Window {
   void SetLocked(bool locked);
 
  private:
-  void Realize();
+  void Open();
   void ShowRows();
   void EnableButtons();
   std::vector<const Change*> Selected() const;
@@ -45,10 +41,8 @@ class fChanges final : public ui::Window {
   void Apply();
   void SetReviewing(bool reviewing);
 
-  const Platform& platform_;
-  const Strings& strings_;
   const PageSet& pages_;
-  Changes& changes_;
+  const Changes& changes_;
   std::vector<Change> list_;
   std::vector<Warning> warnings_;  // lines above the list; none but in a review
   bool reviewing_ = false;

@@ -7,15 +7,13 @@
 namespace shell {
 namespace {
 
-constexpr const char* kColumns[] = {"Page", "Field", "Value"};
 constexpr std::size_t kFewLines = 50;  // whose texts are measured anew at each key
 
 }  // namespace
 
 fFind::fFind(const Platform& platform, const Settings& settings, const Strings& strings, const PageSet& pages,
              const Changes& changes)
-    : Window("fFind"), platform_(platform), strings_(strings), pages_(pages), changes_(changes) {
-  iconFile = settings.iconFile;
+    : ToolWindow("fFind", platform, settings, strings), pages_(pages), changes_(changes) {
   txtFind.SetColumns(40);
   txtFind.onChange = [this] { ShowFound(); };
   lvwFound.onOpen = [this] { GoTo(); };
@@ -30,24 +28,16 @@ fFind::fFind(const Platform& platform, const Settings& settings, const Strings& 
   }));
 }
 
-fFind::~fFind() {
-  if (platform_.toolkit) platform_.toolkit->Discard(*this);
-}
-
 void fFind::InitStrings() {
-  SetTitle(strings_.GetStrings("Find a field"));
-  lblFind.SetText(strings_.GetStrings("Find:"));
-  std::vector<std::string> columns;
-  for (const char* column : kColumns) columns.push_back(strings_.GetStrings(column));
-  lvwFound.SetColumns(std::move(columns));
-  cmdGoTo.SetText(strings_.GetStrings("&Go to"));
-  cmdClose.SetText(strings_.GetStrings("&Close"));
+  SetTitle(Text("Find a field"));
+  lvwFound.SetColumns({Text("Page"), Text("Field"), Text("Value")});
+  SetTexts({{&lblFind, "Find:"}, {&cmdGoTo, "&Go to"}, {&cmdClose, "&Close"}});
   generation_ = -1;
   Follow();
 }
 
 void fFind::ShowMe() {
-  if (platform_.toolkit && !GetWindowPeer()) platform_.toolkit->Realize(*this);
+  Realize();
   Show();
   ShowFound();
   lvwFound.FitColumns();
@@ -64,8 +54,7 @@ void fFind::ReadFields() {
   generation_ = changes_.Generation();
   lines_.clear();
   for (const fields::Field* field : changes_.Fields()) {
-    const auto entry = std::ranges::find(pages_.Table(), field->page, &PageEntry::pageClass);
-    const std::string page(base::Trim(strings_.GetStrings(entry->listCaption)));
+    const std::string page = PageName(pages_.Table(), field->page, strings_);
     const fields::Caption caption = field->caption();
     const std::string path = PathOf(caption);
     const std::string words =
@@ -76,10 +65,7 @@ void fFind::ReadFields() {
 
 void fFind::ShowFound() {
   ReadFields();
-  std::vector<std::string> words;
-  for (const std::string& word : base::Split(base::Fold(txtFind.Text()), " ")) {
-    if (!word.empty()) words.push_back(word);
-  }
+  const std::vector<std::string> words = base::Split(base::Fold(txtFind.Text()), " ");
   found_.clear();
   std::vector<ui::ListView::Row> rows;
   for (const Line& line : lines_) {

@@ -8,17 +8,14 @@
 #include <vector>
 
 #include "shell/changes.h"
-#include "shell/platform.h"
-#include "shell/settings.h"
-#include "ui/form.h"
+#include "shell/tool_window.h"
 
 namespace shell {
 
-class fFind final : public ui::Window {
+class fFind final : public ToolWindow {
  public:
   fFind(const Platform& platform, const Settings& settings, const Strings& strings, const PageSet& pages,
         const Changes& changes);
-  ~fFind() override;
 
   std::function<void(const fields::Field&)> onGoTo;
 
@@ -37,8 +34,6 @@ class fFind final : public ui::Window {
   void ShowFound();
   void GoTo();
 
-  const Platform& platform_;
-  const Strings& strings_;
   const PageSet& pages_;
   const Changes& changes_;
   std::vector<Line> lines_;

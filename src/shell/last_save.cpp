@@ -7,20 +7,10 @@
 namespace shell {
 namespace {
 
-struct Place {
-  std::string page, control;
-};
-
-Place PlaceOf(const std::string& control) {
-  const auto point = control.find('.');
-  if (point == std::string::npos) return {};
-  return {control.substr(0, point), control.substr(point + 1)};
-}
-
 /// "optTemp(1)" belongs to "optTemp".
-bool IsOf(const KeptChange& change, const Place& place) {
-  return change.page == place.page &&
-         (change.field == place.control || place.control.starts_with(change.field + "("));
+bool IsOf(const KeptChange& change, const ControlName& name) {
+  return change.page == name.page &&
+         (change.field == name.control || name.control.starts_with(change.field + "("));
 }
 
 /// The text before, where it has digits that the page did not show: only they give the same value again.
@@ -59,10 +49,10 @@ void LastSave::Committed(const host::Journal& journal, const std::vector<host::D
 // Several properties may hold what one field shows; it is one value.
 void LastSave::Add(const host::Written& entry, const host::ChangedField& changed, const std::string& held,
                    const base::Numbers& numbers) {
-  const Place place = PlaceOf(changed.control);
-  const auto known = std::ranges::find_if(begun_, [&](const KeptChange& c) { return IsOf(c, place); });
+  const ControlName name(changed.control);
+  const auto known = std::ranges::find_if(begun_, [&](const KeptChange& c) { return IsOf(c, name); });
   if (known == begun_.end()) {
-    values_.push_back({place.page, place.control, entry.Name(), changed.before, changed.written, held});
+    values_.push_back({name.page, name.control, entry.Name(), changed.before, changed.written, held});
     return;
   }
   const auto told = std::ranges::find_if(values_, [&known](const Value& value) {
@@ -83,16 +73,14 @@ std::vector<std::string> DescribeSave(const LastSave& save, const Changes& chang
     const fields::Field* field = changes.Find(value.page, value.field);
     std::string name = value.name, before = value.before, after = value.after, unit;
     if (field) {
-      const auto entry = std::ranges::find(pages.Table(), value.page, &PageEntry::pageClass);
       const fields::Caption caption = field->caption();
-      name = std::string(base::Trim(strings.GetStrings(entry->listCaption))) + ": " + PathOf(caption);
+      name = PageName(pages.Table(), value.page, strings) + ": " + PathOf(caption);
       before = field->shown(value.before);
       after = field->shown(value.after);
       if (field->kind == fields::Kind::kText && !caption.unit.empty()) unit = " " + caption.unit;
     }
     std::string line = base::Join({name, ": ", before, " -> ", after, unit}, "");
-    if (!value.held.empty())
-      line += "; " + ReplacePlaceholders(strings.GetStrings("the device holds %s1%"), {value.held});
+    if (!value.held.empty()) line += "; " + strings.GetStrings("the device holds %s1%", {value.held});
     lines.push_back(std::move(line));
   }
   return lines;

@@ -2,8 +2,6 @@
 
 #include <utility>
 
-#include "automation/error.h"
-#include "base/text.h"
 #include "host/contract.h"
 #include "shell/unit_choice.h"
 #include "shell/window_place.h"
@@ -11,7 +9,6 @@
 namespace shell {
 namespace {
 
-constexpr std::string_view kLocation = "Main";
 constexpr const char* kRefuseToStart = "Refuse to start";
 constexpr auto kBlinkInterval = std::chrono::milliseconds(100);
 constexpr int kBlinkTime = 500;  // milliseconds
@@ -23,7 +20,7 @@ enum UnitButton { kMetric = 0, kImperial = 1 };
 
 fMain::fMain(const Platform& platform, const Settings& settings, Strings& strings,
              std::span<const PageEntry> pageTable, Activity& activity, std::function<void()> onEnd)
-    : Window("fMain"),
+    : Window(kMainWindow),
       ProgressObject(platform.toolkit, platform.loop, strings),
       platform_(platform),
       pagePrompts_(platform.prompts),
@@ -40,7 +37,7 @@ fMain::fMain(const Platform& platform, const Settings& settings, Strings& string
       context_{pagePlatform_, settings,    device_, strings,       *this,    flags_,
                pages_,        selections_, *this,   transactions_, network_, ObjectServer},
       pages_(pageTable),
-      changes_(pages_, strings, settings.numbers),
+      changes_(strings, settings.numbers),
       changesWindow_(pagePlatform_, settings, strings, pages_, changes_),
       findWindow_(pagePlatform_, settings, strings, pages_, changes_),
       language_(context_),
@@ -140,17 +137,17 @@ void fMain::InitStrings() {
       {&optUnit[kMetric], "Metric"},
       {&lblLocation, "Location"},
   };
-  for (const auto& [control, caption] : captions) control->SetText(strings_.GetStrings(caption));
-  cmdApply.SetTip(strings_.GetStrings("Will apply the changes for all pages"));
-  cmdHelp.SetTip(strings_.GetStrings("Click here to see the Help File"));
-  cmdRefresh.SetTip(strings_.GetStrings("Reads all values from the device again"));
-  cmdErrorLog.SetTip(strings_.GetStrings("Shows the messages of this session"));
-  lvwConfig.SetColumns({strings_.GetStrings("Menu")});
+  for (const auto& [control, caption] : captions) control->SetText(Text(caption));
+  cmdApply.SetTip(Text("Will apply the changes for all pages"));
+  cmdHelp.SetTip(Text("Click here to see the Help File"));
+  cmdRefresh.SetTip(Text("Reads all values from the device again"));
+  cmdErrorLog.SetTip(Text("Shows the messages of this session"));
+  lvwConfig.SetColumns({Text("Menu")});
   lvwConfig.SetRoom(" (88) !");
-  cmdChanges.SetTip(strings_.GetStrings("Shows what the next save changes"));
-  cmdChanges.SetRoom(ReplacePlaceholders(strings_.GetStrings("%s1% changes on %s2% pages"), {"88", "88"}));
-  cmdTakeBack.SetText(strings_.GetStrings("Take back this page"));
-  cmdTakeBack.SetTip(strings_.GetStrings("Every field of this page gets the value of the device again"));
+  cmdChanges.SetTip(Text("Shows what the next save changes"));
+  cmdChanges.SetRoom(strings_.GetStrings("%s1% changes on %s2% pages", {"88", "88"}));
+  cmdTakeBack.SetText(Text("Take back this page"));
+  cmdTakeBack.SetTip(Text("Every field of this page gets the value of the device again"));
   BuildMenu();
   logger_.InitStrings();
   ProgressObject.InitStrings();
@@ -176,7 +173,7 @@ void fMain::ListPages() {
   std::vector<ui::ListView::Row> rows;
   for (std::size_t i = 0; i < pages_.Count(); ++i) {
     const PageEntry& entry = pages_.Table()[i];
-    rows.push_back({std::string(entry.pageClass), {strings_.GetStrings(entry.listCaption)}, 0});
+    rows.push_back({std::string(entry.pageClass), {Text(entry.listCaption)}, 0});
   }
   lvwConfig.SetRows(std::move(rows));
   if (pages_.Count() > 0) ShowPage(shownPage_);
@@ -190,7 +187,7 @@ void fMain::Command(std::string_view routine, const std::function<void()>& work)
   try {
     work();
   } catch (const std::exception& error) {
-    AddMessage(DescribeError(error), routine, kLocation, logger::kError);
+    Log(DescribeError(error), routine, logger::kError);
   }
   if (!ending_) SetAcceptsInput(true);
 }
@@ -233,8 +230,7 @@ void fMain::Load() {
     const Strings::Hold hold(strings_);  // loaded when this window was made
     try {
       RestoreUnitChoice();
-      ProgressObject.ShowFLoading(strings_.GetStrings("Loading..."), strings_.GetStrings("Getting CP values"),
-                                  0);
+      ProgressObject.ShowFLoading(Text("Loading..."), Text("Getting CP values"), 0);
       host::LoadDeviceObjects(ObjectServer, device_, journal_);
       NamingProperty("nviOccCmd", [this] { host::CheckIfOccupency(device_); });
       LoadLocation();
@@ -295,10 +291,10 @@ void fMain::ChooseLanguage() {
 void fMain::ChooseUnits() {
   const bool imperial = optUnit[kImperial].Selected();
   if (imperial == device_.IsImperial) return;
-  const ui::Answer answer = platform_.prompts.Ask(
-      {strings_.GetStrings("If you change the Measurement Units now all unsaved data will be lost.") +
-           "\r\n" + strings_.GetStrings("Are you sure you want to change now?"),
-       settings_.title, ui::Buttons::kOkCancel, ui::Icon::kExclamation});
+  const ui::Answer answer =
+      platform_.prompts.Ask({Text("If you change the Measurement Units now all unsaved data will be lost.") +
+                                 "\r\n" + Text("Are you sure you want to change now?"),
+                             settings_.title, ui::Buttons::kOkCancel, ui::Icon::kExclamation});
   if (answer != ui::Answer::kOk) {
     optUnit[device_.IsImperial ? kImperial : kMetric].Select();
     return;

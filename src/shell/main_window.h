@@ -110,6 +110,12 @@ class fMain : public ui::Window, private MessageSink, private PageWork {
   fields::Field LocationField();
 
  private:
+  /// A message of the main window itself.
+  void Log(std::string_view message, std::string_view routine, int level) {
+    AddMessage(message, routine, "Main", level);
+  }
+  std::string Text(std::string_view english) const { return strings_.GetStrings(english); }
+
   // What is pending, in main_window_changes.cpp.
   void FollowPages(std::size_t index, ISubForm& page);
   void ShowPending();

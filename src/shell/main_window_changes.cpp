@@ -11,7 +11,6 @@
 namespace shell {
 namespace {
 
-constexpr std::string_view kLocation = "Main";
 constexpr const char* kReviewChoice = "ReviewBeforeApplying";
 constexpr const char* kEditing[] = {"&Undo", "Cu&t", "&Copy", "&Paste", "Select &all"};
 
@@ -25,8 +24,9 @@ void fMain::FollowPages(std::size_t index, ISubForm& page) {
 void fMain::ShowPending() {
   for (std::size_t i = 0; i < std::min(pages_.Count(), lvwConfig.Rows().size()); ++i) {
     const std::size_t count = changes_.Count(i);
-    std::string caption = strings_.GetStrings(pages_.Table()[i].listCaption);
-    if (count > 0) caption = std::string(base::Trim(caption)) + " (" + std::to_string(count) + ")";
+    const PageEntry& entry = pages_.Table()[i];
+    std::string caption = Text(entry.listCaption);
+    if (count > 0) caption = PageName(entry, strings_) + " (" + std::to_string(count) + ")";
     lvwConfig.SetCell(i, 0, caption + (changes_.Refused(i) > 0 ? " !" : ""));
   }
   cmdChanges.SetText(CountText(changes_, pages_, strings_));
@@ -40,12 +40,12 @@ ui::ContextMenu fMain::MenuOf(std::size_t page, ui::Control& control) {
   const fields::Field* field = changes_.Find(pages_.Page(page).Name(), control.Name());
   if (!field || locked_ || !changes_.IsEdited(*field)) return {};
   ui::ContextMenu menu;
-  menu.items.push_back({strings_.GetStrings("&Back to the device's value"),
+  menu.items.push_back({Text("&Back to the device's value"),
                         [this, page = field->page, name = field->name] {
                           if (const fields::Field* still = changes_.Find(page, name)) TakeBack({still});
                         },
                         {}});
-  for (const char* caption : kEditing) menu.editing.push_back(strings_.GetStrings(caption));
+  for (const char* caption : kEditing) menu.editing.push_back(Text(caption));
   return menu;
 }
 
@@ -64,7 +64,7 @@ void fMain::GoTo(ui::Control& control) {
 // What was not taken, and why; empty when nothing is left.
 std::string fMain::WhyNotTaken(const std::vector<fields::Wanted>& left) const {
   if (left.empty()) return {};
-  std::string told = strings_.GetStrings("Not everything could be taken back:");
+  std::string told = Text("Not everything could be taken back:");
   for (const fields::Wanted& one : left) {
     const fields::Field* field = changes_.Find(one.page, one.field);
     told += "\r\n" + (field ? PathOf(field->caption()) : one.field) + ": " + one.reason;
@@ -116,9 +116,8 @@ void fMain::TellSave(const std::vector<host::Difference>& differences) {
   const std::string_view text = count == 1            ? "1 value was written on 1 page"
                                 : onPages.size() == 1 ? "%s1% values were written on 1 page"
                                                       : "%s1% values were written on %s2% pages";
-  AddMessage(
-      ReplacePlaceholders(strings_.GetStrings(text), {std::to_string(count), std::to_string(onPages.size())}),
-      "Save", kLocation, logger::kInformation);
+  Log(strings_.GetStrings(text, {std::to_string(count), std::to_string(onPages.size())}), "Save",
+      logger::kInformation);
   logger_.AddDetails(DescribeSave(lastSave_, changes_, pages_, strings_));
 }
 
@@ -142,22 +141,18 @@ void fMain::MarkRefused() {
 }
 
 std::string fMain::WhyNotTakeBack() {
-  const auto text = [this](std::string_view english) { return strings_.GetStrings(english); };
-  if (lastSave_.Empty()) return text("Nothing was saved since this window was opened.");
+  if (lastSave_.Empty()) return Text("Nothing was saved since this window was opened.");
   if (lastSave_.Imperial() != device_.IsImperial)
-    return text("The last save was made in the other measurement units. Change them back first.");
+    return Text("The last save was made in the other measurement units. Change them back first.");
   transactions_.EndLeft();
   std::vector<std::string> names;
   for (const host::ChangedField& changed : host::ChangedSince(settings_.numbers, lastSave_.Entries())) {
-    const auto point = changed.control.find('.');
-    const fields::Field* field =
-        point == std::string::npos
-            ? nullptr
-            : changes_.Find(changed.control.substr(0, point), changed.control.substr(point + 1));
+    const ControlName name(changed.control);
+    const fields::Field* field = changes_.Find(name.page, name.control);
     names.push_back(field ? PathOf(field->caption()) : changed.written);
   }
   if (names.empty()) return {};
-  return text("The device has been changed by somebody else since the last save:") + "\r\n" +
+  return Text("The device has been changed by somebody else since the last save:") + "\r\n" +
          base::Join(names, "\r\n");
 }
 
@@ -172,7 +167,7 @@ void fMain::TakeBackLastSave() {
         const bool seen = changes_.Find(value.page, value.field);
         (seen ? wanted : unseen)
             .push_back({value.page, seen ? value.field : value.name, value.before,
-                        seen ? "" : strings_.GetStrings("no field shows this value")});
+                        seen ? "" : Text("no field shows this value")});
       }
       auto left = changes_.TakeAll(wanted, pagePrompts_);
       changes_.DropUnedited();
@@ -184,9 +179,7 @@ void fMain::TakeBackLastSave() {
   });
 }
 
-std::string fMain::WindowTitle() const {
-  return locked_ ? title_ + " - " + strings_.GetStrings("Locked") : title_;
-}
+std::string fMain::WindowTitle() const { return locked_ ? title_ + " - " + Text("Locked") : title_; }
 
 void fMain::SetLocked(bool locked) {
   Command("Locked", [this, locked] {
@@ -206,45 +199,42 @@ void fMain::SetLocked(bool locked) {
 
 void fMain::ChooseReview(bool review) {
   review_ = review;
-  base::WriteRegistryString(platform_.registry, base::RegistryRoot::kCurrentUser, settings_.settingsKey,
-                            kReviewChoice, review ? "1" : "0");
+  KeepChoice(platform_.registry, settings_, kReviewChoice, review ? "1" : "0");
   BuildMenu();
 }
 
 ui::MenuItem fMain::WithKey(const std::string& caption, const std::string& key,
                             std::function<void()> onClick) const {
-  const std::string shown = base::ReplaceAll(key, "Ctrl", strings_.GetStrings("Ctrl"));
+  const std::string shown = base::ReplaceAll(key, "Ctrl", Text("Ctrl"));
   return {caption + "\t" + shown, std::move(onClick), {}, key};
 }
 
 void fMain::BuildMenu() {
-  const auto text = [this](std::string_view english) { return strings_.GetStrings(english); };
-  review_ = base::ReadRegistryString(platform_.registry, base::RegistryRoot::kCurrentUser,
-                                     settings_.settingsKey, kReviewChoice) == "1";
-  ui::MenuItem review = {text("Re&view before applying"), [this] { ChooseReview(!review_); }, {}};
+  review_ = ReadChoice(platform_.registry, settings_, kReviewChoice) == "1";
+  ui::MenuItem review = {Text("Re&view before applying"), [this] { ChooseReview(!review_); }, {}};
   review.checked = review_;
-  ui::MenuItem lock = WithKey(text("L&ocked"), "Ctrl+L", [this] { SetLocked(!locked_); });
+  ui::MenuItem lock = WithKey(Text("L&ocked"), "Ctrl+L", [this] { SetLocked(!locked_); });
   lock.checked = locked_;
   std::vector<ui::MenuItem> file = {
-      WithKey(text("&Apply"), "Ctrl+S", [this] { cmdApply.Click(); }),
-      {text("&Take back the last save..."), [this] { TakeBackLastSave(); }, {}}};
+      WithKey(Text("&Apply"), "Ctrl+S", [this] { cmdApply.Click(); }),
+      {Text("&Take back the last save..."), [this] { TakeBackLastSave(); }, {}}};
   for (const auto& companion : companions_)
     std::ranges::move(companion->FileMenu(), std::back_inserter(file));
-  file.push_back({text("&Close"), [this] { Close(); }, {}});
+  file.push_back({Text("&Close"), [this] { Close(); }, {}});
   std::vector<ui::MenuItem> view = {
-      WithKey(text("&Refresh"), "F5", [this] { cmdRefresh.Click(); }),
-      {text("&Message Logger"), [this] { cmdErrorLog.Click(); }, {}},
-      WithKey(text("&Changes"), "F8", [this] { cmdChanges.Click(); }),
-      WithKey(text("&Find a field..."), "Ctrl+F", [this] { findWindow_.ShowMe(); })};
+      WithKey(Text("&Refresh"), "F5", [this] { cmdRefresh.Click(); }),
+      {Text("&Message Logger"), [this] { cmdErrorLog.Click(); }, {}},
+      WithKey(Text("&Changes"), "F8", [this] { cmdChanges.Click(); }),
+      WithKey(Text("&Find a field..."), "Ctrl+F", [this] { findWindow_.ShowMe(); })};
   for (const auto& companion : companions_)
     std::ranges::move(companion->ViewMenu(), std::back_inserter(view));
   view.push_back(std::move(review));
   view.push_back(std::move(lock));
-  view.push_back({text("&Language") + "...", [this] { ChooseLanguage(); }, {}});
+  view.push_back({Text("&Language") + "...", [this] { ChooseLanguage(); }, {}});
   menu = {
-      {text("&File"), {}, std::move(file)},
-      {text("&View"), {}, std::move(view)},
-      {text("&Help"), {}, {WithKey(text("&Contents"), "F1", [this] { cmdHelp.Click(); })}},
+      {Text("&File"), {}, std::move(file)},
+      {Text("&View"), {}, std::move(view)},
+      {Text("&Help"), {}, {WithKey(Text("&Contents"), "F1", [this] { cmdHelp.Click(); })}},
   };
 }
 

@@ -9,11 +9,6 @@
 #include "shell/save_report.h"
 
 namespace shell {
-namespace {
-
-constexpr std::string_view kLocation = "Main";
-
-}  // namespace
 
 void fMain::RefreshLocationString() {
   txtLocation.SetText(NamingProperty(host::kLocationFormat, [this] {
@@ -36,7 +31,7 @@ void fMain::LoadLocation() {
     storedLocation_ = location;
   } catch (const automation::Error& error) {
     // A text that the device does not take (too long, say) must not keep the installer out.
-    AddMessage(DescribeError(error), "Load", kLocation, logger::kExclamation);
+    Log(DescribeError(error), "Load", logger::kExclamation);
   }
 }
 
@@ -61,9 +56,8 @@ bool fMain::WriteLocation(std::string_view routine) {
     storedLocation_ = txtLocation.Text();
     locationChanged_ = false;
   } catch (const std::exception& error) {
-    AddMessage(DescribeError(error), routine, kLocation, logger::kError);
-    AddMessage(strings_.GetStrings("The configuration settings were not applied"), routine, kLocation,
-               logger::kError);
+    Log(DescribeError(error), routine, logger::kError);
+    Log(Text("The configuration settings were not applied"), routine, logger::kError);
   }
   return !locationChanged_;
 }
@@ -72,15 +66,14 @@ SaveResult fMain::Save(std::string_view routine) {
   refusals_.clear();
   const auto begins = [](const auto& companion) { return companion->SaveBegins(); };
   if (!std::ranges::all_of(companions_, begins)) {
-    AddMessage(strings_.GetStrings("The configuration settings were not applied"), routine, kLocation,
-               logger::kError);
+    Log(Text("The configuration settings were not applied"), routine, logger::kError);
     return SaveResult::kCancelled;
   }
   lastSave_.Begin(changes_.Kept(), device_.IsImperial);
   const SaveResult ended = pages_.SaveAllPages(context_, ProgressObject, [this] {
     return std::ranges::all_of(companions_, [](const auto& companion) { return companion->MayCommit(); });
   });
-  const auto [result, reason, differences] = ReportSave(context_, ended, routine, kLocation);
+  const auto [result, reason, differences] = ReportSave(context_, ended, routine, "Main");
   if (result == SaveResult::kCommitted) {
     if (ended != result) pages_.EndWriteValue();
     TellSave(differences);
@@ -91,7 +84,7 @@ SaveResult fMain::Save(std::string_view routine) {
           ? "It is not known whether the configuration settings were applied. "
             "Refresh to see what the device holds; that drops the values typed here."
           : "The configuration settings were not applied";
-  AddMessage(strings_.GetStrings(fault) + "\r\n" + reason, routine, kLocation, logger::kError);
+  Log(Text(fault) + "\r\n" + reason, routine, logger::kError);
   if (result == SaveResult::kCancelled) MarkRefused();
   return result;
 }
@@ -105,8 +98,7 @@ void fMain::Ok() {
   if (!CommitEdit() || !Reviewed() || !WriteLocation("OK")) return;
   if (pages_.AnyPageChanged()) {
     if (Save("OK") != SaveResult::kCommitted) return;
-    AddMessage(strings_.GetStrings("The configuration setting were applied successfully"), "OK", kLocation,
-               logger::kInformation);
+    Log(Text("The configuration setting were applied successfully"), "OK", logger::kInformation);
   }
   Hide();
   EndPlugIn();
@@ -117,8 +109,7 @@ void fMain::Apply() {
   if (!pages_.AnyPageChanged()) return;
   if (Save("Apply") != SaveResult::kCommitted) return;
   Refresh("Apply");
-  AddMessage(strings_.GetStrings("The configuration settings were applied successfully"), "Apply", kLocation,
-             logger::kInformation);
+  Log(Text("The configuration settings were applied successfully"), "Apply", logger::kInformation);
 }
 
 bool fMain::Refresh(std::string_view routine, PageSet::Showing showing) {
@@ -126,11 +117,10 @@ bool fMain::Refresh(std::string_view routine, PageSet::Showing showing) {
   if (unread.empty()) return true;
   const std::string reason =
       showing == PageSet::Showing::kAllOrNothing
-          ? strings_.GetStrings(
-                "The values of the device could not be read again. The pages show what they did before.")
+          ? Text("The values of the device could not be read again. The pages show what they did before.")
           : strings_.FormatStrings("Could not be read again and show what they did before: %s1%",
                                    {base::Join(unread, ", ")});
-  AddMessage(reason, routine, kLocation, logger::kError);
+  Log(reason, routine, logger::kError);
   return false;
 }
 
@@ -162,9 +152,9 @@ bool fMain::Unsaved() {
 
 std::string fMain::WhyNotEnd() {
   if (activity_.Busy()) {
-    return strings_.GetStrings("The configuration tool is busy. Please try again when it has finished.");
+    return Text("The configuration tool is busy. Please try again when it has finished.");
   }
-  return Unsaved() ? strings_.GetStrings("All unsaved changes will be lost.") : std::string();
+  return Unsaved() ? Text("All unsaved changes will be lost.") : std::string();
 }
 
 bool fMain::MayClose() {
@@ -173,10 +163,10 @@ bool fMain::MayClose() {
   if (!Unsaved()) return true;
   bool mayClose = false;
   Command("Cancel", [&] {
-    mayClose = platform_.prompts.Ask(
-                   {strings_.GetStrings("All unsaved changes will be lost.") + "\r\n" +
-                        strings_.GetStrings("Are you sure you want to close the configuration tool?"),
-                    settings_.title, ui::Buttons::kYesNoCancel, ui::Icon::kQuestion}) == ui::Answer::kYes;
+    mayClose = platform_.prompts.Ask({Text("All unsaved changes will be lost.") + "\r\n" +
+                                          Text("Are you sure you want to close the configuration tool?"),
+                                      settings_.title, ui::Buttons::kYesNoCancel, ui::Icon::kQuestion}) ==
+               ui::Answer::kYes;
   });
   return mayClose;
 }

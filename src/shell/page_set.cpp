@@ -12,19 +12,23 @@
 namespace shell {
 namespace {
 
-// Shows the progress window for the life of the object.
+// Shows the progress window for the life of the object. Texts are English.
 class ProgressShown {
  public:
-  ProgressShown(fLoading& progress, const std::string& title, const std::string& label, std::size_t count)
-      : progress_(progress) {
-    progress_.ShowFLoading(title, label, static_cast<int>(count));
+  ProgressShown(fLoading& progress, const Strings& strings, std::string_view title, std::string_view label,
+                std::size_t count)
+      : progress_(progress), strings_(strings) {
+    progress_.ShowFLoading(strings.GetStrings(title), strings.GetStrings(label), static_cast<int>(count));
   }
   ProgressShown(const ProgressShown&) = delete;
   ProgressShown& operator=(const ProgressShown&) = delete;
   ~ProgressShown() { progress_.HideFLoading(); }
 
+  void Step(const PageEntry& entry) { progress_.AdvanceProgressBar(strings_.GetStrings(entry.listCaption)); }
+
  private:
   fLoading& progress_;
+  const Strings& strings_;
 };
 
 // A page reports its own faults; here they end the loading.
@@ -35,6 +39,23 @@ void RequireLoaded(const PageContext& context, const PageEntry& entry) {
 }
 
 }  // namespace
+
+ControlName::ControlName(std::string_view both) {
+  const auto point = both.find('.');
+  if (point == std::string_view::npos) return;
+  page = both.substr(0, point);
+  control = both.substr(point + 1);
+}
+
+std::string PageName(const PageEntry& entry, const Strings& strings) {
+  return std::string(base::Trim(strings.GetStrings(entry.listCaption)));
+}
+
+std::string PageName(std::span<const PageEntry> table, std::string_view pageClass, const Strings& strings) {
+  if (pageClass == kMainWindow) return strings.GetStrings("Main window");
+  const auto entry = std::ranges::find(table, pageClass, &PageEntry::pageClass);
+  return entry == table.end() ? std::string(pageClass) : PageName(*entry, strings);
+}
 
 fields::Translate TranslateBy(const Strings& strings) {
   return [&strings](std::string_view text, const std::vector<std::string>& arguments) {
@@ -70,12 +91,11 @@ void PageSet::CreatePages(const PageContext& context, const std::function<void(I
 }
 
 void PageSet::LoadAllPages(const PageContext& context, fLoading& progress) {
-  const auto text = [&context](std::string_view english) { return context.strings.GetStrings(english); };
-  const ProgressShown shown(progress, text("Loading..."), text("Now loading"), table_.size());
+  ProgressShown shown(progress, context.strings, "Loading...", "Now loading", table_.size());
   host::Transaction transaction(context.transactions);
   context.flags.errorOccurred = false;
   for (std::size_t i = 0; i < pages_.size(); ++i) {
-    progress.AdvanceProgressBar(text(table_[i].listCaption));
+    shown.Step(table_[i]);
     if (Read(i)) Show(i);
     RequireLoaded(context, table_[i]);
   }
@@ -85,13 +105,12 @@ void PageSet::LoadAllPages(const PageContext& context, fLoading& progress) {
 SaveResult PageSet::SaveAllPages(const PageContext& context, fLoading& progress,
                                  const std::function<bool()>& mayCommit) {
   const ui::WaitPointer pointer(context.platform.loop);
-  const auto text = [&context](std::string_view english) { return context.strings.GetStrings(english); };
-  const ProgressShown shown(progress, text("Saving configuration tool data . . ."), text("Now saving"),
-                            pages_.size());
+  ProgressShown shown(progress, context.strings, "Saving configuration tool data . . .", "Now saving",
+                      pages_.size());
   const SaveResult result = RunTransaction(context, "SaveAllPages", "Main", [&] {
     bool allWritten = true;
     for (std::size_t i = 0; i < pages_.size(); ++i) {
-      progress.AdvanceProgressBar(text(table_[i].listCaption));
+      shown.Step(table_[i]);
       allWritten = pages_[i]->WriteValue() && allWritten;
     }
     return allWritten && mayCommit();
@@ -107,14 +126,13 @@ void PageSet::EndWriteValue() {
 std::vector<std::string> PageSet::RefreshAllPages(const PageContext& context, fLoading& progress,
                                                   Showing showing) {
   const ui::WaitPointer pointer(context.platform.loop);
-  const auto text = [&context](std::string_view english) { return context.strings.GetStrings(english); };
-  const ProgressShown shown(progress, text("Refreshing configuration tool . . ."), text("Now refreshing"),
-                            pages_.size());
+  ProgressShown shown(progress, context.strings, "Refreshing configuration tool . . .", "Now refreshing",
+                      pages_.size());
   std::vector<bool> read(pages_.size());
   try {
     host::Transaction transaction(context.transactions);
     for (std::size_t i = 0; i < pages_.size(); ++i) {
-      progress.AdvanceProgressBar(text(table_[i].listCaption));
+      shown.Step(table_[i]);
       read[i] = Read(i);
     }
     transaction.Commit();
@@ -125,7 +143,7 @@ std::vector<std::string> PageSet::RefreshAllPages(const PageContext& context, fL
   const bool all = std::ranges::find(read, false) == read.end();
   std::vector<std::string> unread;
   for (std::size_t i = 0; i < pages_.size(); ++i) {
-    if (!read[i] && table_[i].showsDeviceValues) unread.emplace_back(base::Trim(text(table_[i].listCaption)));
+    if (!read[i] && table_[i].showsDeviceValues) unread.push_back(PageName(table_[i], context.strings));
     if (read[i] && (all || showing == Showing::kWhatWasRead)) Show(i);
   }
   return unread;

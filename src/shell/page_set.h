@@ -12,6 +12,21 @@
 
 namespace shell {
 
+/// The class of the main window, whose location is a value like those of the pages.
+inline constexpr const char* kMainWindow = "fMain";
+
+/// A control by the class of its page and its own name, of "fPID.txtPIDTemp(0)"; both empty without a point.
+struct ControlName {
+  explicit ControlName(std::string_view both);
+
+  std::string page, control;
+};
+
+/// What a page is called in the language in use: its line in the list of pages, without blanks around it.
+std::string PageName(const PageEntry& entry, const Strings& strings);
+/// The same by its class; of a page that is not in the table the class itself.
+std::string PageName(std::span<const PageEntry> table, std::string_view pageClass, const Strings& strings);
+
 /// For the fields of pages: texts in the language in use, whenever they are asked for.
 fields::Translate TranslateBy(const Strings& strings);
 

@@ -4,6 +4,7 @@
 #include <string>
 
 #include "base/numbers.h"
+#include "base/registry.h"
 
 namespace shell {
 
@@ -23,5 +24,14 @@ struct Settings {
   std::string userName;               // as the system knows the user
   base::Numbers numbers;              // the user's decimal separator
 };
+
+/// A choice of the tool's own that the user has made; empty when it never was.
+inline std::string ReadChoice(base::Registry& registry, const Settings& settings, const std::string& name) {
+  return base::ReadRegistryString(registry, base::RegistryRoot::kCurrentUser, settings.settingsKey, name);
+}
+inline void KeepChoice(base::Registry& registry, const Settings& settings, const std::string& name,
+                       const std::string& text) {
+  base::WriteRegistryString(registry, base::RegistryRoot::kCurrentUser, settings.settingsKey, name, text);
+}
 
 }  // namespace shell

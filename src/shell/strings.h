@@ -58,6 +58,10 @@ class Strings {
   /// itself, exactly as given. Never fails: a component that cannot be asked now counts as one without the
   /// text, and is asked again the next time.
   std::string GetStrings(std::string_view text) const;
+  /// The same with its placeholders replaced by `arguments`, as they are. Throws as ReplacePlaceholders does.
+  std::string GetStrings(std::string_view text, const std::vector<std::string>& arguments) const {
+    return ReplacePlaceholders(GetStrings(text), arguments);
+  }
 
   /// The translation of `text` with its placeholders replaced by the translations of `arguments`. Throws
   /// base::Error when a placeholder asks for an argument that is not given; without arguments the text is

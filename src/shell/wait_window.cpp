@@ -1,26 +1,12 @@
 #include "shell/wait_window.h"
 
 namespace shell {
-namespace {
-
-constexpr std::string_view kTitle = "The host does not answer";
-constexpr std::string_view kSilent = "The host has not answered \"%s1%\" for %s2% seconds.";
-constexpr std::string_view kQuestion =
-    "Wait for it, or cancel what was asked for? What you have typed stays.";
-constexpr std::string_view kCanceled = "Canceled; waiting for the host's program to answer or end.";
-constexpr std::string_view kWait = "&Wait";
-constexpr std::string_view kCancel = "Cancel";
-
-}  // namespace
 
 WaitWindow::WaitWindow(ui::Toolkit* toolkit, Activity& activity)
-    : Window("WaitWindow"), toolkit_(toolkit), activity_(activity), silent_(kSilent), canceled_(kCanceled) {
+    : Window("WaitWindow"), toolkit_(toolkit), activity_(activity) {
   resizable = false;
   defaultButton = &cmdWait;
-  SetTitle(kTitle);
-  lblQuestion.SetText(kQuestion);
-  cmdWait.SetText(kWait);
-  cmdCancel.SetText(kCancel);
+  InitStrings(Strings([] { return automation::Object(); }));  // English
   cmdWait.onClick = [this] { Close(); };
   onClosed = [this] { next_ = 2 * elapsed_; };
   cmdCancel.onClick = [this] {
@@ -42,12 +28,13 @@ WaitWindow::~WaitWindow() {
 }
 
 void WaitWindow::InitStrings(const Strings& strings) {
-  SetTitle(strings.GetStrings(kTitle));
-  silent_ = strings.GetStrings(kSilent);
-  lblQuestion.SetText(strings.GetStrings(kQuestion));
-  canceled_ = strings.GetStrings(kCanceled);
-  cmdWait.SetText(strings.GetStrings(kWait));
-  cmdCancel.SetText(strings.GetStrings(kCancel));
+  SetTitle(strings.GetStrings("The host does not answer"));
+  silent_ = strings.GetStrings("The host has not answered \"%s1%\" for %s2% seconds.");
+  lblQuestion.SetText(
+      strings.GetStrings("Wait for it, or cancel what was asked for? What you have typed stays."));
+  canceled_ = strings.GetStrings("Canceled; waiting for the host's program to answer or end.");
+  cmdWait.SetText(strings.GetStrings("&Wait"));
+  cmdCancel.SetText(strings.GetStrings("Cancel"));
 }
 
 bool WaitWindow::Overdue(std::string_view member, std::chrono::milliseconds elapsed) {

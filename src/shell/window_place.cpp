@@ -11,8 +11,7 @@ constexpr const char* kName = "WindowPlace";  // left, top, width, height in pix
 }  // namespace
 
 void RestorePlace(ui::Window& window, base::Registry& registry, const Settings& settings) {
-  const base::Record place(
-      base::ReadRegistryString(registry, base::RegistryRoot::kCurrentUser, settings.settingsKey, kName));
+  const base::Record place(ReadChoice(registry, settings, kName));
   if (place.Count() != 4) return;
   try {
     const auto number = [&](std::size_t field) { return settings.numbers.ToInt16(place.Field(field)); };
@@ -27,14 +26,9 @@ void RestorePlace(ui::Window& window, base::Registry& registry, const Settings& 
 void KeepPlace(const ui::Window& window, base::Registry& registry, const Settings& settings) {
   if (window.State() != ui::WindowState::kNormal) return;
   const auto [left, top, width, height] = window.GetBounds();
-  base::WriteRegistryString(registry, base::RegistryRoot::kCurrentUser, settings.settingsKey, kName,
-                            std::to_string(left) + " " + std::to_string(top) + " " + std::to_string(width) +
-                                " " + std::to_string(height));
-}
-
-void Widen(ui::Window& window) {
-  const ui::Bounds place = window.GetBounds();
-  window.Resize(place.width * 3 / 2, place.height);
+  KeepChoice(registry, settings, kName,
+             std::to_string(left) + " " + std::to_string(top) + " " + std::to_string(width) + " " +
+                 std::to_string(height));
 }
 
 }  // namespace shell

@@ -13,7 +13,4 @@ void RestorePlace(ui::Window& window, base::Registry& registry, const Settings& 
 /// Keeps the place unless the window is minimised or maximised.
 void KeepPlace(const ui::Window& window, base::Registry& registry, const Settings& settings);
 
-/// Makes a new window half as wide again, for a list of sentences.
-void Widen(ui::Window& window);
-
 }  // namespace shell

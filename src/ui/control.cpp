@@ -5,6 +5,17 @@
 #include "ui/form.h"
 
 namespace ui {
+namespace {
+
+/// Answers whether what is `held` was another one.
+template <class Held, class Given>
+bool Replace(Held& held, const Given& given) {
+  if (held == given) return false;
+  held = given;
+  return true;
+}
+
+}  // namespace
 
 Control::Control(Form& form, Kind kind, std::string name) : form_(form), kind_(kind), name_(std::move(name)) {
   form_.Register(*this);
@@ -17,42 +28,29 @@ void Control::Changed(Aspect aspect) {
 }
 
 void Control::SetText(std::string_view text) {
-  if (text_ == text) return;
-  text_ = text;
-  Changed(Aspect::kText);
+  if (Replace(text_, text)) Changed(Aspect::kText);
 }
 
 void Control::SetEnabled(bool enabled) {
-  if (enabled_ == enabled) return;
-  enabled_ = enabled;
-  Changed(Aspect::kEnabled);
+  if (Replace(enabled_, enabled)) Changed(Aspect::kEnabled);
 }
 
 void Control::SetVisible(bool visible) {
-  if (visible_ == visible) return;
-  visible_ = visible;
-  Changed(Aspect::kVisible);
+  if (Replace(visible_, visible)) Changed(Aspect::kVisible);
 }
 
 void Control::SetTip(std::string_view tip) {
-  if (tip_ == tip) return;
-  tip_ = tip;
-  Changed(Aspect::kTip);
+  if (Replace(tip_, tip)) Changed(Aspect::kTip);
 }
 
 void Control::SetAccessibleName(std::string_view name) {
-  if (accessibleName_ == name) return;
-  accessibleName_ = name;
-  Changed(Aspect::kName);
+  if (Replace(accessibleName_, name)) Changed(Aspect::kName);
 }
 
 void Control::SetMark(Mark mark, std::string_view reason) {
-  if (mark_ == mark && markReason_ == reason) return;
   const std::string before = ShownTip();
-  const bool other = mark_ != mark;
-  mark_ = mark;
   markReason_ = reason;
-  if (other) Changed(Aspect::kMark);
+  if (Replace(mark_, mark)) Changed(Aspect::kMark);
   if (ShownTip() != before) Changed(Aspect::kTip);
 }
 
@@ -61,9 +59,7 @@ std::string Control::ShownTip() const {
 }
 
 void Control::SetRoom(std::string_view text) {
-  if (room_ == text) return;
-  room_ = text;
-  Changed(Aspect::kContent);
+  if (Replace(room_, text)) Changed(Aspect::kContent);
 }
 
 void Control::Focus() {
@@ -105,9 +101,7 @@ bool TextBox::Leave() {
 }
 
 void CheckBox::SetChecked(bool checked) {
-  if (checked_ == checked) return;
-  checked_ = checked;
-  Changed(Aspect::kContent);
+  if (Replace(checked_, checked)) Changed(Aspect::kContent);
 }
 
 bool CheckBox::Click() {
@@ -123,10 +117,7 @@ void Exclusive(const std::vector<OptionButton*>& buttons) {
 
 void OptionButton::Select() {
   for (OptionButton* button : siblings_) {
-    const bool selected = button == this;
-    if (button->selected_ == selected) continue;
-    button->selected_ = selected;
-    button->Changed(Aspect::kContent);
+    if (Replace(button->selected_, button == this)) button->Changed(Aspect::kContent);
   }
 }
 
@@ -172,9 +163,7 @@ bool ListBox::Choose(int place) {
 bool ListBox::Choose(std::string_view text) { return Choose(PlaceOf(text)); }
 
 void Button::SetPicture(int picture) {
-  if (picture_ == picture) return;
-  picture_ = picture;
-  Changed(Aspect::kContent);
+  if (Replace(picture_, picture)) Changed(Aspect::kContent);
 }
 
 bool Button::Click() {
@@ -201,9 +190,7 @@ void PageArea::Embed(Form& form) {
 }
 
 void PageArea::Show(Form& form) {
-  if (shown_ == &form) return;
-  shown_ = &form;
-  Changed(Aspect::kContent);
+  if (Replace(shown_, &form)) Changed(Aspect::kContent);
 }
 
 void PageArea::Clear() {

@@ -46,14 +46,9 @@ void Window::SetTitle(std::string_view title) {
   if (windowPeer_) windowPeer_->SetTitle(title_);
 }
 
-void Window::Show() {
-  visible_ = true;
-  if (windowPeer_) windowPeer_->SetVisible(true);
-}
-
-void Window::Hide() {
-  visible_ = false;
-  if (windowPeer_) windowPeer_->SetVisible(false);
+void Window::SetVisible(bool visible) {
+  visible_ = visible;
+  if (windowPeer_) windowPeer_->SetVisible(visible);
 }
 
 bool Window::Close() {

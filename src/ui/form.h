@@ -149,8 +149,8 @@ class Window : public Form {
   void SetTitle(std::string_view title);
 
   bool Visible() const { return visible_; }
-  void Show();
-  void Hide();
+  void Show() { SetVisible(true); }
+  void Hide() { SetVisible(false); }
   /// Asks onQueryClose, hides the window and runs onClosed. Answers whether it was closed.
   bool Close();
   void SetAcceptsInput(bool accepts);
@@ -174,6 +174,8 @@ class Window : public Form {
   void SetWindowPeer(WindowPeer* peer) { windowPeer_ = peer; }
 
  private:
+  void SetVisible(bool visible);
+
   std::string title_;
   bool visible_ = false;
   WindowState state_ = WindowState::kNormal;

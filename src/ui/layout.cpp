@@ -1,7 +1,7 @@
 #include "ui/layout.h"
 
 #include <algorithm>
-#include <numeric>
+#include <span>
 #include <unordered_map>
 #include <utility>
 
@@ -61,10 +61,15 @@ struct Track {
   bool grows = false;
 };
 
+/// Where the track behind the first `count` begins.
+int Offset(const std::vector<Track>& tracks, std::size_t count, int gap) {
+  int offset = 0;
+  for (const Track& track : std::span(tracks).first(count)) offset += track.size + gap;
+  return offset;
+}
+
 int Total(const std::vector<Track>& tracks, int gap) {
-  int total = 0;
-  for (const Track& track : tracks) total += track.size;
-  return total + gap * std::max<int>(0, static_cast<int>(tracks.size()) - 1);
+  return tracks.empty() ? 0 : Offset(tracks, tracks.size(), gap) - gap;
 }
 
 // Gives the surplus to the growing tracks in equal parts.
@@ -144,11 +149,8 @@ Engine::Tracks Engine::GridTracks(const Node& grid) const {
       if (!node->growX) continue;
       // Of the columns under a growing spanning cell one has to grow; the last one unless another does
       // already.
-      const auto first = tracks.columns.begin() + static_cast<std::ptrdiff_t>(column);
-      if (std::none_of(first, first + static_cast<std::ptrdiff_t>(node->span),
-                       [](const Track& t) { return t.grows; })) {
-        last.grows = true;
-      }
+      const auto under = std::span(tracks.columns).subspan(column, node->span);
+      if (std::ranges::none_of(under, &Track::grows)) last.grows = true;
     }
   }
   const auto shared = sharedWidths_.find(&grid);
@@ -262,16 +264,12 @@ void Engine::PlaceGrid(const Node& node, Rect area) {
   const int rowGap = metrics_.Y(kRowGap);
   Spread(tracks.columns, area.width - Total(tracks.columns, columnGap));
   Spread(tracks.rows, area.height - Total(tracks.rows, rowGap));
-  const auto offset = [](const std::vector<Track>& list, std::size_t count, int gap) {
-    return std::accumulate(list.begin(), list.begin() + static_cast<std::ptrdiff_t>(count), 0,
-                           [gap](int sum, const Track& track) { return sum + track.size + gap; });
-  };
   for (const auto& [cell, row, column] : CellsOf(node)) {
-    const int left = offset(tracks.columns, column, columnGap);
-    const int width = offset(tracks.columns, column + cell->span, columnGap) - columnGap - left;
+    const int left = Offset(tracks.columns, column, columnGap);
+    const int width = Offset(tracks.columns, column + cell->span, columnGap) - columnGap - left;
     const Size wanted = Measure(*cell);
     const int height = FillsHeight(*cell) ? tracks.rows[row].size : wanted.height;
-    const int top = area.top + offset(tracks.rows, row, rowGap) + (tracks.rows[row].size - height) / 2;
+    const int top = area.top + Offset(tracks.rows, row, rowGap) + (tracks.rows[row].size - height) / 2;
     Place(*cell, {area.left + left, top, FillsWidth(*cell) ? width : wanted.width, height});
   }
 }

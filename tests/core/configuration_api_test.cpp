@@ -3,14 +3,17 @@
 #include <filesystem>
 
 #include "base/files.h"
+#include "fault_of.h"
 #include "plugin/configuration_api.h"
 #include "tool_test.h"
 
 namespace {
 
-using automation::Error;
 using automation::Object;
 using automation::Value;
+using testing::HasSubstr;
+using tests::ErrorOf;
+using tests::Raised;
 
 struct ScriptTest : tests::ToolTest {
   void OpenUnit(const std::string& device) {
@@ -21,17 +24,6 @@ struct ScriptTest : tests::ToolTest {
     script.GetTarget()->Invoke(automation::Access::kPut, "Value", arguments);
   }
   std::string Get(const char* page, const char* field) { return script.Get("Value", page, field).AsText(); }
-  template <class Work>
-  std::string FaultOf(Work work) {
-    try {
-      work();
-    } catch (const Error& error) {
-      EXPECT_EQ(error.Code(), automation::kApplicationDefined);
-      EXPECT_EQ(error.Source(), "KV-TARN Configuration");
-      return error.Description();
-    }
-    return "no fault";
-  }
   std::string Gain(const char* device) {
     return Stored(device, 30, "UCPTspaceTempPIDparam#SI", 4).substr(0, 7);
   }
@@ -47,8 +39,8 @@ TEST_F(ScriptTest, ValuesAreReadAndPutInByNameOrCaptionAndStoredByApply) {
   Put("fPID", "txtPIDTemp(0)", 30.5);
   EXPECT_EQ(Get("PID", "Space Temperature, Proportional Gain"), "30.5");
   EXPECT_EQ(Gain(tests::kAssigned), "25.0000");
-  EXPECT_NE(FaultOf([&] { script.Call("Save", file); }).find("not applied"), std::string::npos);
-  EXPECT_NE(FaultOf([&] { script.Put("Imperial", true); }).find("not applied"), std::string::npos);
+  EXPECT_THAT(ErrorOf([&] { script.Call("Save", file); }), HasSubstr("not applied"));
+  EXPECT_THAT(ErrorOf([&] { script.Put("Imperial", true); }), HasSubstr("not applied"));
   EXPECT_EQ(script.Call("Apply").AsWhole(), 1);
   EXPECT_EQ(script.Call("Apply").AsWhole(), 0);
   EXPECT_EQ(Gain(tests::kAssigned), "30.5000");
@@ -56,13 +48,13 @@ TEST_F(ScriptTest, ValuesAreReadAndPutInByNameOrCaptionAndStoredByApply) {
   EXPECT_EQ(Get("PID", "Space Temperature, Proportional Gain").substr(0, 6), "16.944");
   script.Put("Imperial", false);
 
-  EXPECT_NE(FaultOf([&] { Put("Outputs", "Output 3, Usage", "UNASSIGNED"); }).find("COOLING_2 selected"),
-            std::string::npos);
-  EXPECT_NE(FaultOf([&] { Put("PID", "Nothing", 1); }).find("no field \"Nothing\""), std::string::npos);
+  EXPECT_THAT(ErrorOf([&] { Put("Outputs", "Output 3, Usage", "UNASSIGNED"); }),
+              HasSubstr("COOLING_2 selected"));
+  EXPECT_THAT(ErrorOf([&] { Put("PID", "Nothing", 1); }), HasSubstr("no field \"Nothing\""));
   Put("fPID", "chkPID", false);
   Put("Main window", "Location", "Roof");
   script.Call("Close");
-  EXPECT_EQ(FaultOf([&] { Get("PID", "txtPIDTemp(0)"); }), "No unit is open.");
+  EXPECT_EQ(ErrorOf([&] { Get("PID", "txtPIDTemp(0)"); }), Raised("No unit is open."));
   OpenUnit(tests::kAssigned);
   EXPECT_EQ(base::Trim(Get("fMain", "txtLocation")), "Roof north, bay 3")
       << "what was not applied is dropped";
@@ -86,47 +78,40 @@ TEST_F(ScriptTest, AFileIsAppliedWhollyOrNotAtAllAndComparedInItsUnits) {
   const_cast<configuration::Entry*>(document.Find("fControlOutput", "cboOutput(0)"))->content = "NO_FUNCTION";
   base::ReplaceFile(file, configuration::Write(document));
   const std::string before = building.StoredDevice(tests::kUnassigned);
-  EXPECT_NE(FaultOf([&] { script.Call("Apply", file); }).find("Output 1, Usage"), std::string::npos);
+  EXPECT_THAT(ErrorOf([&] { script.Call("Apply", file); }), HasSubstr("Output 1, Usage"));
   EXPECT_EQ(script.Call("Apply").AsWhole(), 0) << "half of a refused file";
-  building.Faults().Fail({.member = "Network.CommitTransaction"});
   EXPECT_EQ(building.StoredDevice(tests::kUnassigned), before);
-  EXPECT_NE(FaultOf([&] { script.Call("Apply", Documents() + "/none.kvtarn"); }).find("none.kvtarn"),
-            std::string::npos);
+  EXPECT_THAT(ErrorOf([&] { script.Call("Apply", Documents() + "/none.kvtarn"); }), HasSubstr("none.kvtarn"));
   const std::string record = Documents() + "/script.html";
-  building.Faults().Clear();
   script.Call("Record", record);
-  EXPECT_NE(base::ReadFile(record, 1 << 20).find(tests::kUnassigned), std::string::npos);
+  EXPECT_THAT(base::ReadFile(record, 1 << 20), HasSubstr(tests::kUnassigned));
 }
 
 TEST_F(ScriptTest, AScriptAndTheWindowTakeTurnsAndALetGoSessionEnds) {
-  EXPECT_EQ(FaultOf([&] { script.Get("Units"); }), "No network is open.");
-  script.Call("Open", building.NetworkName(), building.IpAddress(), building.Port(), "", 1);
+  EXPECT_EQ(ErrorOf([&] { script.Get("Units"); }), Raised("No network is open."));
+  OpenUnit("");
   EXPECT_EQ(script.Get("Units").AsList().size(), 4u);
   OpenUnit(tests::kUnassigned);
   EXPECT_EQ(script.Get("Units").AsList()[1].AsText(), tests::kUnassigned);
   EXPECT_EQ(script.Get("Units").AsList().size(), 4u) << "also the one that is open here";
   Open(tests::kAssigned);
-  EXPECT_NE(FaultOf([&] { OpenUnit(tests::kAssigned); }).find("is open in another session"),
-            std::string::npos);
-  prompts.whileAsked = [this] {
-    EXPECT_NE(FaultOf([&] { script.Call("Close"); }).find("is busy"), std::string::npos);
-  };
+  EXPECT_THAT(ErrorOf([&] { OpenUnit(tests::kAssigned); }), HasSubstr("is open in another session"));
+  prompts.whileAsked = [this] { EXPECT_THAT(ErrorOf([&] { script.Call("Close"); }), HasSubstr("is busy")); };
   Type("fPID.txtPIDTemp(0)", "31");
   Main().Close();  // asks
   EXPECT_TRUE(prompts.asked.size() > 0);
   prompts.whileAsked = {};
   OpenUnit(tests::kPressure);
   script = {};
-  Object other{std::make_shared<plugin::ConfigurationApi>(program)};
-  EXPECT_NO_THROW(
-      other.Call("Open", building.NetworkName(), building.IpAddress(), building.Port(), tests::kPressure, 1));
-  loop.onTurn = [this, &other] {
+  script = Object(std::make_shared<plugin::ConfigurationApi>(program));
+  EXPECT_NO_THROW(OpenUnit(tests::kPressure));
+  loop.onTurn = [this] {
     loop.onTurn = {};
-    EXPECT_NE(FaultOf([&] { other.Call("Close"); }).find("is busy"), std::string::npos);
+    EXPECT_THAT(ErrorOf([&] { script.Call("Close"); }), HasSubstr("is busy"));
     EXPECT_TRUE(program.CallOverdue("Value", std::chrono::seconds(61)));
     EXPECT_FALSE(program.CallOverdue("Value", std::chrono::seconds(59)));
   };
-  other.Call("Save", file);
+  script.Call("Save", file);
   EXPECT_FALSE(loop.onTurn) << "the loop was turned";
 }
 

@@ -58,7 +58,7 @@ std::string RefusalOf(const std::string& text) {
   return FaultOf([&] { configuration::Read(text, "8000ab0c12340001"); });
 }
 
-std::string Damaged(std::size_t line) {
+std::string Damaged(std::ptrdiff_t line) {
   return "The file is no complete configuration: it is cut off or damaged in line " + std::to_string(line) +
          ".";
 }
@@ -66,9 +66,7 @@ std::string Damaged(std::size_t line) {
 TEST(Document, RefusesInWordsAndWithTheLine) {
   const std::string nothing = "The file is no configuration of this tool.";
   const std::string deep(200'000, '[');
-  const struct {
-    std::string from, to, words;
-  } cases[] = {
+  const std::tuple<std::string, std::string, std::string> cases[] = {
       {"~", "", ""},
       {kSound, "", Damaged(1)},
       {kSound, std::string(configuration::kLargestFile, '['), Damaged(1)},
@@ -115,27 +113,26 @@ TEST(Document, RefusesInWordsAndWithTheLine) {
   for (const auto& [from, to, words] : cases)
     EXPECT_EQ(RefusalOf(base::ReplaceAll(kSound, from, to)), words) << from << " -> " << to.substr(0, 80);
   for (std::size_t size = 0; size + 1 < kSound.size(); ++size) {
-    const std::string cut = kSound.substr(0, size);
-    const auto last = cut.begin() + static_cast<std::ptrdiff_t>(size - (size > 0));
-    EXPECT_EQ(RefusalOf(cut), Damaged(1 + static_cast<std::size_t>(std::count(cut.begin(), last, '\n'))));
+    const std::string cut = kSound.substr(0, size);  // a line break at its end begins no line
+    EXPECT_EQ(RefusalOf(cut), Damaged(1 + std::ranges::count(cut, '\n') - cut.ends_with('\n')));
   }
 }
 
 TEST(Document, ReadsWhatOlderAndNewerVersionsWrote) {
   const std::string newer =
       "\xEF\xBB\xBF" + base::ReplaceAll(kSound, "\"note\": \"\"", "\"fields of\": [{\"fields\": [1, {\n}]}]");
+  Document expected;
+  expected.head.programId = "8000AB0C12340001";
+  expected.entries = {{"fPID", "chkPID", "", "", "1"}, {"fPID", "optTemp", "", "", "2"}};
   for (const std::string& text :
        {kSound, base::ReplaceAll(newer, "\"content\"", "\r\n\"range\": [0, 100],\r\n\"content\"")}) {
     const Document document = configuration::Read(text, "8000AB0C12340001");
-    Document expected;
-    expected.head.programId = "8000AB0C12340001";
-    expected.entries = {{"fPID", "chkPID", "", "", "1"}, {"fPID", "optTemp", "", "", "2"}};
     EXPECT_TRUE(document == expected) << Write(document);
-    const auto lines = configuration::Compare({}, document, base::Numbers());
-    ASSERT_EQ(lines.size(), 2u);
-    EXPECT_EQ(lines[1].kind, configuration::Difference::Kind::kOnlyThere);
-    EXPECT_EQ(lines[1].name + "=" + lines[1].there, "optTemp=2");
   }
+  const auto lines = configuration::Compare({}, expected, base::Numbers());
+  ASSERT_EQ(lines.size(), 2u);
+  EXPECT_EQ(lines[1].kind, configuration::Difference::Kind::kOnlyThere);
+  EXPECT_EQ(lines[1].name + "=" + lines[1].there, "optTemp=2");
   EXPECT_EQ(RefusalOf(base::ReplaceAll(newer, "optTemp", "chkPID")),
             "The field fPID.chkPID stands in the file twice, the second time in line 9.");
 }
@@ -153,15 +150,14 @@ struct FilesTest : testing::Test {
 };
 
 TEST_F(FilesTest, AFileThatCannotBeReplacedStaysWhole) {
-  base::ReplaceFile(folder / "a" / "b" / base::PathOf("größer.kvtarn"), "old");
   const fs::path file = folder / "a" / "b" / base::PathOf("größer.kvtarn");
+  base::ReplaceFile(file, "old");
   fs::create_directories(folder / "a" / "c.kvtarn" / "full");
   const auto refusal = [](const fs::path& name) {
-    const std::string words = FaultOf([&] { base::ReplaceFile(name, std::string(100'000, 'n')); });
     const std::string start = "The file " + base::PathText(name) + " cannot be written: ";
-    EXPECT_TRUE(words.starts_with(start) && words.size() > start.size() + 5) << words;
-    fs::path beside = name;
-    EXPECT_FALSE(fs::exists(beside += ".new"));
+    EXPECT_THAT(FaultOf([&] { base::ReplaceFile(name, std::string(100'000, 'n')); }),
+                testing::AllOf(testing::StartsWith(start), testing::SizeIs(testing::Gt(start.size() + 5))));
+    EXPECT_FALSE(fs::exists(name.parent_path() / (name.filename() += ".new")));
   };
   refusal(folder / "a" / "c.kvtarn");     // a folder
   refusal(file / "deeper" / "d.kvtarn");  // below a file
@@ -180,7 +176,7 @@ TEST_F(FilesTest, AFileThatCannotBeReplacedStaysWhole) {
   EXPECT_EQ(Content(file).size(), configuration::kLargestFile);
   base::ReplaceFile(file, std::string(configuration::kLargestFile + 1, 'n'));
   EXPECT_EQ(FaultOf([&] { Content(file); }), "The file " + base::PathText(file) + " is too large.");
-  EXPECT_NE(FaultOf([&] { Content(folder / "none"); }).find("none cannot be read: "), std::string::npos);
+  EXPECT_THAT(FaultOf([&] { Content(folder / "none"); }), testing::HasSubstr("none cannot be read: "));
 }
 
 TEST_F(FilesTest, TheNewestBackupsStay) {
@@ -191,6 +187,7 @@ TEST_F(FilesTest, TheNewestBackupsStay) {
   const fs::path own =
       backups.Folder(configuration::kBackups, "Site: 1", "rtu-1").parent_path() / "RTU-1" / "0 own.kvtarn";
   base::ReplaceFile(own, "a person's");
+  const auto files = [&] { return backups.Of(configuration::kBackups, "Site: 1", "RTU-1"); };
   std::vector<std::string> notes;  // the newest first
   const auto keep = [&](std::time_t time) {
     document.head.note = std::to_string(notes.size());
@@ -201,7 +198,7 @@ TEST_F(FilesTest, TheNewestBackupsStay) {
   notes.resize(configuration::kMostBackups);
   const auto kept = [&] {
     std::vector<std::string> found;
-    for (const fs::path& file : backups.Of(configuration::kBackups, "Site: 1", "RTU-1")) {
+    for (const fs::path& file : files()) {
       if (file != own) found.push_back(configuration::Read(Content(file), "").head.note);
     }
     return found;
@@ -212,9 +209,8 @@ TEST_F(FilesTest, TheNewestBackupsStay) {
   notes.erase(notes.end() - 2);
   EXPECT_EQ(kept(), notes);
   EXPECT_EQ(Content(own), "a person's");
-  EXPECT_TRUE(
-      std::regex_match(configuration::TimeOf(backups.Of(configuration::kBackups, "Site: 1", "RTU-1")[40]),
-                       std::regex(R"(2027-01-1\d \d\d:\d\d:\d\d(_\d\d)?)")));
+  EXPECT_TRUE(std::regex_match(configuration::TimeOf(files()[40]),
+                               std::regex(R"(2027-01-1\d \d\d:\d\d:\d\d(_\d\d)?)")));
 }
 
 TEST(SafeName, IsTakenByEveryFileSystem) {

@@ -1,5 +1,6 @@
 // How the program ends, and that nothing is freed under a call or a question that is still open.
 #include "fault_of.h"
+#include "faulty_host.h"
 #include "tool_test.h"
 
 namespace {
@@ -7,37 +8,11 @@ namespace {
 using tests::Tool;
 using tests::ToolTest;
 
-/// Stands before the host's objects and lets something happen while a call of the tool is under way.
-class BusyHost : public automation::Target {
- public:
-  BusyHost(automation::Object inner, const std::function<void()>& duringCall)
-      : inner_(std::move(inner)), duringCall_(duringCall) {}
-
-  automation::Value Invoke(automation::Access access, std::string_view member,
-                           std::span<const automation::Value> arguments) override {
-    automation::Value answer = inner_.GetTarget()->Invoke(access, member, arguments);
-    if (duringCall_) duringCall_();
-    const auto* object = std::get_if<automation::Object>(&answer.Get());
-    return object && *object ? automation::Object(std::make_shared<BusyHost>(*object, duringCall_)) : answer;
-  }
-
- private:
-  automation::Object inner_;
-  const std::function<void()>& duringCall_;
-};
-
 void LetGo(Tool& tool) {
   if (!tool.api) return;
   tool.api.Put("Visible", false);
   tool.api = {};
   for (int i = 0; i < 3; ++i) tool.loop.Tick();
-}
-
-void LeaveBox(Tool& tool) {
-  auto& box = tool.Find<ui::TextBox>("fPID.txtPIDTemp(0)");
-  box.Enter();
-  box.Type("abc");
-  box.Leave();
 }
 
 std::string Command(const automation::Object& api) {
@@ -48,16 +23,18 @@ const std::string kBusy =
     tests::Raised("The configuration tool is busy. Please try again when it has finished.");
 
 TEST(Ending, AQuestionFromAnywhereHoldsItUpAndKeepsOtherCommandsOut) {
-  const struct {
-    const char* where;
-    std::function<void(Tool&)> act;
-  } cases[] = {
+  const std::pair<const char*, std::function<void(Tool&)>> cases[] = {
       {"a page's question", [](Tool& tool) { tool.AssignInput(6, "SPACE_ENTHALPY"); }},
       {"a page's refusal", [](Tool& tool) { tool.AssignOutput(3, "HEATING_2"); }},
-      {"a box that is left", LeaveBox},
+      {"a box that is left",
+       [](Tool& tool) {
+         auto& box = tool.Find<ui::TextBox>("fPID.txtPIDTemp(0)");
+         box.Enter();
+         box.Type("abc");
+         box.Leave();
+       }},
       {"the main window", [](Tool& tool) { tool.Find<ui::OptionButton>("optUnit(1)").Click(); }},
-      {"the log",
-       [](Tool& tool) { dynamic_cast<ui::Button*>(tool.Main().Logger().Find("BtnCmd(1)"))->Click(); }},
+      {"the log", [](Tool& tool) { Tool::ClickIn(tool.Main().Logger(), "BtnCmd(1)"); }},
       {"the language page",
        [](Tool& tool) {
          tool.loop.whileOpen = [&tool] {
@@ -67,7 +44,8 @@ TEST(Ending, AQuestionFromAnywhereHoldsItUpAndKeepsOtherCommandsOut) {
          tool.Main().LanguagePage().Open();
        }},
   };
-  for (const auto& item : cases) {
+  for (const auto& [where, act] : cases) {
+    SCOPED_TRACE(where);
     Tool tool;
     tool.Open(tests::kAssigned);
     bool asked = false;
@@ -75,17 +53,17 @@ TEST(Ending, AQuestionFromAnywhereHoldsItUpAndKeepsOtherCommandsOut) {
       asked = true;
       tool.building.Faults().StartCounting();
       tool.Find<ui::Button>("cmdRefresh").Click();
-      EXPECT_EQ(tool.building.Faults().Count("Network.BeginTransaction"), 0u) << item.where;
-      EXPECT_EQ(Command(tool.api), kBusy) << item.where;
+      EXPECT_EQ(tool.building.Faults().Count("Network.BeginTransaction"), 0u);
+      EXPECT_EQ(Command(tool.api), kBusy);
       LetGo(tool);
-      EXPECT_FALSE(tool.quit) << item.where;
+      EXPECT_FALSE(tool.quit);
     };
     tool.fileDialog.whileAsked = tool.prompts.whileAsked;
     tool.prompts.answers = {ui::Answer::kYes};
-    item.act(tool);
-    EXPECT_TRUE(asked) << item.where;
+    act(tool);
+    EXPECT_TRUE(asked);
     tool.loop.Tick();
-    EXPECT_TRUE(tool.quit) << item.where;
+    EXPECT_TRUE(tool.quit);
   }
 }
 
@@ -95,22 +73,16 @@ TEST(Ending, FreesNothingUnderACallOfThePages) {
       {"an input", [](Tool& tool) { tool.AssignInput(6, "SPACE_HUMIDITY"); }},
   };
   for (const auto& [what, act] : cases) {
-    std::function<void()> duringCall;
+    tests::FailurePlan plan;
     Tool tool;
-    tool.throughHost = [&](std::string_view, const automation::Object& object) {
-      return automation::Object(std::make_shared<BusyHost>(object, duringCall));
-    };
+    tool.throughHost = tests::FailingBy(plan);
     tool.Open(tests::kUnassigned);
-    bool called = false;
-    duringCall = [&] {
-      LetGo(tool);
-      called = true;
-    };
+    plan.onCall = [&tool](int) { LetGo(tool); };
     act(tool);
-    EXPECT_TRUE(called) << what;
+    plan.onCall = nullptr;
+    EXPECT_FALSE(tool.api) << what;
     tool.loop.Tick();
     EXPECT_TRUE(tool.quit) << what;
-    duringCall = nullptr;
   }
 }
 
@@ -124,11 +96,7 @@ TEST(Ending, ComesWhenNobodyUsesTheProgramAnyMore) {
   };
   const auto otherClass = [](Tool& tool) { tool.program.outstanding = [] { return 1; }; };
   const auto hostDied = [](Tool& tool) { tool.program.ClientsGone(); };
-  const struct {
-    const char* what;
-    std::vector<std::function<void(Tool&)>> acts;
-    bool ends;
-  } cases[] = {
+  const std::tuple<const char*, std::vector<std::function<void(Tool&)>>, bool> cases[] = {
       {"held without a window", {}, false},
       {"let go without a window", {release}, true},
       {"let go of a visible window", {open, release}, false},
@@ -141,11 +109,11 @@ TEST(Ending, ComesWhenNobodyUsesTheProgramAnyMore) {
       {"the host's process died, its object never released", {hostDied}, true},
       {"another client came after that", {hostDied, open, hide}, false},
   };
-  for (const auto& item : cases) {
+  for (const auto& [what, acts, ends] : cases) {
     Tool tool;
-    for (const auto& act : item.acts) act(tool);
+    for (const auto& act : acts) act(tool);
     for (int i = 0; i < 2; ++i) tool.loop.Tick();
-    EXPECT_EQ(tool.quit, item.ends) << item.what;
+    EXPECT_EQ(tool.quit, ends) << what;
   }
 }
 
@@ -179,22 +147,17 @@ TEST_F(ToolTest, ASecondObjectOfTheProcessSharesTheWindow) {
   EXPECT_EQ(building.Faults().Total(), calls) << "its window is there";
 }
 
-TEST_F(ToolTest, ARefusedStartKeepsNothingButItsLog) {
+TEST_F(ToolTest, ARefusedStartKeepsNothingButItsLogAndCanBeRepeated) {
   building.Faults().Fail({.member = "Property.Precision"});
   Open(tests::kAssigned);
   EXPECT_TRUE(Main().Refused());
-  building.Faults().Clear();
-  Tool other(building);
-  other.Open(tests::kAssigned);
-  EXPECT_FALSE(other.Main().Refused()) << "the device is free";
-}
-
-TEST_F(ToolTest, ARefusedStartCanBeRepeatedWhileItsLogIsUp) {
-  building.Faults().Fail({.member = "Property.Precision"});
-  Open(tests::kAssigned);
+  {
+    Tool other(building);
+    other.Open(tests::kAssigned);
+    EXPECT_FALSE(other.Main().Refused()) << "the device is free";
+  }
   Main().onActivate();
   logger::fMessage& log = Main().Logger();
-  building.Faults().Clear();
   EXPECT_EQ(Command(api), "no error");
   EXPECT_FALSE(Main().Refused());
   EXPECT_TRUE(Main().Visible() && log.Visible());

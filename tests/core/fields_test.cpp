@@ -2,8 +2,6 @@
 // content is taken.
 #include "fields/field.h"
 
-#include <algorithm>
-#include <map>
 #include <set>
 
 #include "tool_test.h"
@@ -15,33 +13,16 @@ using fields::FieldList;
 
 struct FieldsTest : tests::ToolTest {
   FieldList Fields() { return Main().Pages().Fields(program.GetStrings()); }
-  std::string Path(const FieldList& list, const std::string& page, const std::string& control) {
-    const Field* field = list.Find(page, control);
-    if (!field) return "no field";
-    const fields::Caption caption = field->caption();
-    return PathOf(caption) + (caption.unit.empty() ? "" : " [" + caption.unit + "]");
-  }
-  /// "page.control" takes `content` and nobody is asked. Answers the reason against it.
-  std::string Take(const std::string& name, const std::string& content) {
-    const FieldList list = Fields();
-    const Field* field = At(list, name);
-    return field ? Main().Prompts().Take(*field, content) : "no field";
-  }
-  static const Field* At(const FieldList& list, const std::string& name) {
+  /// By "page.control".
+  static const Field& At(const FieldList& list, const std::string& name) {
     const auto point = name.find('.');
-    return list.Find(name.substr(0, point), name.substr(point + 1));
+    const Field* field = list.Find(name.substr(0, point), name.substr(point + 1));
+    if (!field) throw base::Error("no field " + name);
+    return *field;
   }
-  /// Of all fields that are shown, by page and name.
-  static std::map<std::string, std::string> Contents(const FieldList& list) {
-    std::map<std::string, std::string> contents;
-    for (const Field& field : list.All()) {
-      if (field.applies()) contents[field.page + "." + field.name] = field.content();
-    }
-    return contents;
-  }
-  std::string Content(const std::string& name) {
-    const FieldList list = Fields();
-    return At(list, name)->content();
+  static std::string Path(const FieldList& list, const std::string& name) {
+    const fields::Caption caption = At(list, name).caption();
+    return PathOf(caption) + (caption.unit.empty() ? "" : " [" + caption.unit + "]");
   }
 };
 
@@ -63,8 +44,8 @@ TEST_F(FieldsTest, EveryValueControlOfThePagesIsInTheListOnce) {
       if (!button) listed.insert(field.control);
       const std::string path = PathOf(field.caption());
       EXPECT_NE(path, "") << field.name;
-      const bool other = !field.applies();  // stands where another one does
-      EXPECT_TRUE(other || paths.emplace(field.page, path).second) << field.name << ": " << path;
+      // One that does not apply stands where another one does.
+      EXPECT_TRUE(!field.applies() || paths.emplace(field.page, path).second) << field.name << ": " << path;
       EXPECT_EQ(list.Find(field.page, field.name), &field);
     }
     for (std::size_t i = 0; i < tool.Main().Pages().Count(); ++i) {
@@ -82,66 +63,64 @@ TEST_F(FieldsTest, EveryValueControlOfThePagesIsInTheListOnce) {
 }
 
 TEST_F(FieldsTest, AreCalledWhatAPersonCallsThem) {
-  const struct {
-    const char *page, *control, *english, *german;
-  } cases[] = {
-      {"fPID", "txtPIDTemp(0)", "Space Temperature, Proportional Gain [% / °C]",
+  const std::tuple<const char*, const char*, const char*> cases[] = {
+      {"fPID.txtPIDTemp(0)", "Space Temperature, Proportional Gain [% / °C]",
        "Raumtemperatur, Proportional Verstärkung [% / °F]"},
-      {"fPID", "chkPID", "Use supply air temp only for limitation",
+      {"fPID.chkPID", "Use supply air temp only for limitation",
        "Zulufttemperatur nur zur Begrenzung verwenden"},
-      {"fFanValve", "txtHeat", "Drive time for floating valves, Heating [sec]",
+      {"fFanValve.txtHeat", "Drive time for floating valves, Heating [sec]",
        "Laufzeit der Dreipunktventile, Heizen [s]"},
-      {"fFanValve", "txtFanPeriod", "Fan, ON/OFF period [min]", "Ventilator, EIN/AUS-Periode [min]"},
-      {"fHeatCool", "txtSetPoint(5)", "Setpoints, Unoccupied, Heating [°C]",
-       "Sollwerte, Unbelegt, Heizen [°F]"},
-      {"fHeatCool", "chkMechAndEco", "Use mechanical cooling together with the economizer",
+      {"fFanValve.txtFanPeriod", "Fan, ON/OFF period [min]", "Ventilator, EIN/AUS-Periode [min]"},
+      {"fHeatCool.txtSetPoint(5)", "Setpoints, Unoccupied, Heating [°C]", "Sollwerte, Unbelegt, Heizen [°F]"},
+      {"fHeatCool.chkMechAndEco", "Use mechanical cooling together with the economizer",
        "Freie Kühlung, Mechanische zusammen mit freier Kühlung nutzen"},
-      {"fHeatCool", "OptionNormallyHeat", "Reversing valve", "Umkehrventil"},
-      {"fGeneral", "optTemp(1)", "Temperature control", "Temperaturregelung"},
-      {"fGeneral", "txtBypassTime", "Bypass Time [min]", "Bypass-Dauer [min]"},
-      {"fGeneral", "txtHumidity", "Humidity, Setpoint [% RH]", "Feuchte, Sollwert [% r. F.]"},
-      {"fAlarm", "txtAlarm(14)", "Duct pressure, High limit [Pa]", "Kanaldruck, Obergrenze [\" WC]"},
-      {"fControlOutput", "txtValue(0)", "Output 1, Override value [%]", "Ausgang 1, Übersteuerungswert [%]"},
-      {"fControlOutput", "cboONOFF(0)", "Output 1, Override value", "Ausgang 1, Übersteuerungswert"},
-      {"fNetworkInput", "chkInput(12)", "Space and terminals, nviCO2, Persistent",
+      {"fHeatCool.OptionNormallyHeat", "Reversing valve", "Umkehrventil"},
+      {"fGeneral.optTemp(1)", "Temperature control", "Temperaturregelung"},
+      {"fGeneral.txtBypassTime", "Bypass Time [min]", "Bypass-Dauer [min]"},
+      {"fGeneral.txtHumidity", "Humidity, Setpoint [% RH]", "Feuchte, Sollwert [% r. F.]"},
+      {"fAlarm.txtAlarm(14)", "Duct pressure, High limit [Pa]", "Kanaldruck, Obergrenze [\" WC]"},
+      {"fControlOutput.txtValue(0)", "Output 1, Override value [%]", "Ausgang 1, Übersteuerungswert [%]"},
+      {"fControlOutput.cboONOFF(0)", "Output 1, Override value", "Ausgang 1, Übersteuerungswert"},
+      {"fNetworkInput.chkInput(12)", "Space and terminals, nviCO2, Persistent",
        "Raum und Endgeräte, nviCO2, Dauerhaft"},
-      {"fNetworkInput", "lblType(12)", "Space and terminals, nviCO2, Type",
-       "Raum und Endgeräte, nviCO2, Typ"},
+      {"fNetworkInput.lblType(12)", "Space and terminals, nviCO2, Type", "Raum und Endgeräte, nviCO2, Typ"},
   };
   Open(tests::kAssigned);
   const FieldList list = Fields();
-  for (const auto& test : cases) EXPECT_EQ(Path(list, test.page, test.control), test.english);
+  for (const auto& [field, english, german] : cases) EXPECT_EQ(Path(list, field), english);
   // A button is no field, but has a caption for the help.
   EXPECT_EQ(NameOf(fields::CaptionOf(Find("fControlOutput.cmdConfigure(0)"))), "Output 1, Configure...");
   Find<ui::OptionButton>("optUnit(1)").Click();
-  const auto contents = Contents(list);
+  const auto contents = [&list] {
+    std::vector<std::string> all;
+    for (const Field& field : list.All()) {
+      if (field.applies()) all.push_back(field.content());
+    }
+    return all;
+  };
+  const auto before = contents();
   UseLanguage("German");
-  for (const auto& test : cases) EXPECT_EQ(Path(list, test.page, test.control), test.german);
-  EXPECT_EQ(Contents(list), contents) << "they depend on no language";
+  for (const auto& [field, english, german] : cases) EXPECT_EQ(Path(list, field), german);
+  EXPECT_EQ(contents(), before) << "they depend on no language";
 }
 
 TEST_F(FieldsTest, AContentIsReadAsThePageShowsIt) {
-  const struct {
-    const char *page, *control, *content, *shown;
-  } cases[] = {{"fPID", "txtPIDTemp(0)", "25.0000", "25.0000"},
-               {"fPID", "chkPID", "1", "ON"},
-               {"fPID", "chkPID", "0", "OFF"},
-               {"fGeneral", "optTemp", "1", "Return air temperature"},
-               {"fGeneral", "optTemp", "", ""},
-               {"fControlOutput", "cboONOFF(0)", "1", "OFF"},
-               {"fControlOutput", "cboOutput(0)", "FAN_SPEED_MOD", "FAN_SPEED_MOD"}};
   Open(tests::kAssigned);
   const FieldList list = Fields();
-  for (const auto& test : cases) {
-    EXPECT_EQ(list.Find(test.page, test.control)->shown(test.content), test.shown) << test.control;
-  }
+  for (const auto& [field, content, shown] :
+       {std::tuple("fPID.txtPIDTemp(0)", "25.0000", "25.0000"),
+        {"fPID.chkPID", "1", "ON"},
+        {"fPID.chkPID", "0", "OFF"},
+        {"fGeneral.optTemp", "1", "Return air temperature"},
+        {"fGeneral.optTemp", "", ""},
+        {"fControlOutput.cboONOFF(0)", "1", "OFF"},
+        {"fControlOutput.cboOutput(0)", "FAN_SPEED_MOD", "FAN_SPEED_MOD"}})
+    EXPECT_EQ(At(list, field).shown(content), shown) << field;
 }
 
 TEST_F(FieldsTest, TakeAContentAsAPersonWouldAndSayWhyNot) {
   constexpr const char* kNotShown = "This field is not shown with the present choices.";
-  const struct {
-    const char *field, *content, *reason;
-  } steps[] = {
+  const std::tuple<const char*, const char*, const char*> steps[] = {
       {"fPID.txtHumidity(0)", " 3.5 ", ""},  // greyed
       {"fPID.txtPIDTemp(0)", "abc", "Invalid value for this field"},
       {"fPID.chkPID", "2", "There is no choice 2."},
@@ -161,19 +140,18 @@ TEST_F(FieldsTest, TakeAContentAsAPersonWouldAndSayWhyNot) {
       {"fNetworkInput.lblType(0)", "SNVT_tod_event", ""},
   };
   Open(tests::kUnassigned);
+  const FieldList list = Fields();
   for (const auto& [field, content, reason] : steps) {
-    const std::string before = Content(field);
-    EXPECT_EQ(Take(field, content), reason) << field;
-    EXPECT_EQ(Content(field), *reason ? before : base::Trim(content)) << field;
+    const std::string before = At(list, field).content();
+    EXPECT_EQ(Main().Prompts().Take(At(list, field), content), reason) << field;
+    EXPECT_EQ(At(list, field).content(), *reason ? before : base::Trim(content)) << field;
   }
   EXPECT_TRUE(prompts.asked.empty());
   EXPECT_FALSE(Main().Device().OccupancyIsStandard) << "the options page follows the type";
   EXPECT_EQ(building.StoredText(tests::kUnassigned, "HardwareInput1", 3, "UCPTroofTopInputType"), "UNUSED");
 
   // The list takes it with the page's own box.
-  const FieldList list = Fields();
-  const std::string reason = list.Find("fControlOutput", "cboOutput(1)")->take("UNASSIGNED");
-  EXPECT_EQ(reason, "The page did not take the value.");
+  EXPECT_EQ(At(list, "fControlOutput.cboOutput(1)").take("UNASSIGNED"), "The page did not take the value.");
   ASSERT_EQ(prompts.asked.size(), 1u);
   EXPECT_EQ(prompts.asked[0].text, "You still have HEATING_2 selected, HEATING_1 must remain selected.");
 }

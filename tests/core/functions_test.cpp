@@ -100,12 +100,9 @@ struct Functions : tests::ToolTest {
 TEST_F(Functions, DecideWhatCanBeUsed) {
   for (const PageFunctions& page : kPages) {
     SCOPED_TRACE(page.name);
-    if (program.Window()) {
-      for (int output = 7; output > 0; --output) AssignOutput(output, "UNASSIGNED");
-      Click("cmdApply");
-    } else {
-      Open(tests::kUnassigned);
-    }
+    if (!program.Window()) Open(tests::kUnassigned);
+    for (int output = 7; output > 0; --output) AssignOutput(output, "UNASSIGNED");
+    Click("cmdApply");
     for (const Step& step : page.steps) {
       for (const auto& [connector, number, function] : step.choices) {
         connector == kInput ? AssignInput(number, function) : AssignOutput(number, function);

@@ -16,9 +16,7 @@ using tests::FaultOf;
 using tests::ToolTest;
 
 TEST(Help, ABrokenTopicIsRefusedWithItsLine) {
-  const struct {
-    std::string content, fault;
-  } cases[] = {
+  const std::pair<const char*, const char*> cases[] = {
       {"number: 4\n\ntext", "10-a.html, line 2: it has no title"},
       {"title: A\ncolour: red\n\n", "line 2: \"colour: red\" is no property"},
       {"title: A\npage: fA\n\n{fields}\n[x]\ntext", "{fields} without {end}"},
@@ -26,9 +24,8 @@ TEST(Help, ABrokenTopicIsRefusedWithItsLine) {
       {"title: A\npage: fA\n\n{fields}\ntext\n{end}", "line 5: an explanation stands before"},
       {"title: A\npage: fA\n\ntext", "a page needs notes"},
   };
-  for (const auto& test : cases) {
-    EXPECT_THAT(FaultOf([&] { help::ParseTopic("10-a.html", test.content); }), HasSubstr(test.fault));
-  }
+  for (const auto& [content, fault] : cases)
+    EXPECT_THAT(FaultOf([&, text = content] { help::ParseTopic("10-a.html", text); }), HasSubstr(fault));
 }
 
 help::Topic Topic(const std::string& file, int number, const std::string& rest = "\ntext") {
@@ -43,20 +40,18 @@ const std::vector<help::Field> kFields = {
 };
 
 TEST(Help, AFieldThatChangedOnThePageIsNoticed) {
-  const struct {
-    std::string notes, fault;
-  } cases[] = {
+  const std::pair<const char*, const char*> cases[] = {
       {"[txtX(0)]\na\n[txtY]\nb\n", "nothing explains txtX(1)"},
       {"[txtX]\na\n", "nothing explains txtY"},
       {"[txtX txtY txtOld]\na\n", "there is no txtOld"},
       {"[txtX txtY]\na\n", ""},
   };
-  for (const auto& test : cases) {
-    const auto topic = Topic("a.html", 7, std::string("page: fA\n\n{fields}\n") + test.notes + "{end}\n");
+  for (const auto& [notes, fault] : cases) {
+    const auto topic = Topic("a.html", 7, std::string("page: fA\n\n{fields}\n") + notes + "{end}\n");
     EXPECT_THAT(FaultOf([&] {
                   static_cast<void>(help::MakeManual(help::Languages()[0], {topic}, kFields, {{7, "fA"}}));
                 }),
-                HasSubstr(test.fault));
+                HasSubstr(fault));
   }
   // Fields that accept the same share a row.
   const std::string table =

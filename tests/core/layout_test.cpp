@@ -28,27 +28,21 @@ class PlainMetrics : public ui::Metrics {
 };
 
 // A form whose controls are made on demand, by size.
-class Sheet {
- public:
+struct Sheet {
   ui::Node Part(const char* size) {
-    parts_.push_back(std::make_unique<ui::Label>(form_, "part" + std::to_string(parts_.size())));
-    parts_.back()->SetText(size);
-    return ui::Item(*parts_.back());
+    parts.push_back(std::make_unique<ui::Label>(form, "part" + std::to_string(parts.size())));
+    parts.back()->SetText(size);
+    return ui::Item(*parts.back());
   }
   ui::Node Group(const char* caption, ui::Node content) {
-    frames_.push_back(std::make_unique<ui::Frame>(form_, "frame" + std::to_string(frames_.size())));
-    frames_.back()->SetText(caption);
-    return ui::Box(*frames_.back(), std::move(content));
+    frames.push_back(std::make_unique<ui::Frame>(form, "frame" + std::to_string(frames.size())));
+    frames.back()->SetText(caption);
+    return ui::Box(*frames.back(), std::move(content));
   }
 
-  ui::Form& Form() { return form_; }
-  const std::vector<std::unique_ptr<ui::Label>>& Parts() const { return parts_; }
-  const std::vector<std::unique_ptr<ui::Frame>>& Frames() const { return frames_; }
-
- private:
-  ui::Form form_{"fSheet"};
-  std::vector<std::unique_ptr<ui::Label>> parts_;
-  std::vector<std::unique_ptr<ui::Frame>> frames_;
+  ui::Form form{"fSheet"};
+  std::vector<std::unique_ptr<ui::Label>> parts;
+  std::vector<std::unique_ptr<ui::Frame>> frames;
 };
 
 using Build = ui::Node (*)(Sheet& sheet);
@@ -125,8 +119,8 @@ TEST(Layout, KeepsControlsApartWholeAndInside) {
       {"aligned groups", AlignedGroups}, {"nothing", [](Sheet&) { return ui::Empty(); }}};
   for (const auto& [name, build] : layouts) {
     Sheet sheet;
-    sheet.Form().SetLayout(build(sheet));
-    const ui::Node& layout = sheet.Form().GetLayout();
+    sheet.form.SetLayout(build(sheet));
+    const ui::Node& layout = sheet.form.GetLayout();
     const Size least = ui::MinimumSize(layout, metrics);
     for (const Size extra :
          {Size{0, 0}, Size{1, 1}, Size{333, 0}, Size{0, 333}, Size{500, 400}, Size{-50, -50}}) {
@@ -148,32 +142,31 @@ TEST(Layout, KeepsControlsApartWholeAndInside) {
         }
       }
       EXPECT_EQ(order, ui::PlacedControls(layout));
-      EXPECT_EQ(order.size(), sheet.Form().Controls().size());
+      EXPECT_EQ(order.size(), sheet.form.Controls().size());
     }
   }
 }
 
-class Arranged {
- public:
+struct Arranged {
   Arranged(Build build, Size extra) {
-    sheet_.Form().SetLayout(build(sheet_));
-    const ui::Node& layout = sheet_.Form().GetLayout();
+    sheet_.form.SetLayout(build(sheet_));
+    const ui::Node& layout = sheet_.form.GetLayout();
     const Size least = ui::MinimumSize(layout, metrics_);
-    width_ = least.width + extra.width;
+    width = least.width + extra.width;
     for (const auto& [control, rect] :
-         ui::Arrange(layout, metrics_, {0, 0, width_, least.height + extra.height})) {
+         ui::Arrange(layout, metrics_, {0, 0, width, least.height + extra.height})) {
       rects_[control] = rect;
     }
   }
 
-  int Width() const { return width_; }
-  Rect Part(std::size_t index) const { return rects_.at(sheet_.Parts().at(index).get()); }
-  Rect Frame(std::size_t index) const { return rects_.at(sheet_.Frames().at(index).get()); }
+  Rect Part(std::size_t index) const { return rects_.at(sheet_.parts.at(index).get()); }
+  Rect Frame(std::size_t index) const { return rects_.at(sheet_.frames.at(index).get()); }
+
+  int width = 0;
 
  private:
   PlainMetrics metrics_;
   Sheet sheet_;
-  int width_ = 0;
   std::map<const ui::Control*, Rect> rects_;
 };
 
@@ -208,9 +201,9 @@ TEST(Layout, GrowthGoesWhereItIsWanted) {
   EXPECT_EQ(window.Part(5).width, 150) << "a control that does not grow keeps its size";
   const Arranged grid(GrowingSpan, {90, 30});
   EXPECT_EQ(grid.Part(0).width, 10) << "a column that does not grow keeps its width";
-  EXPECT_EQ(grid.Part(4).left + grid.Part(4).width, grid.Width());
+  EXPECT_EQ(grid.Part(4).left + grid.Part(4).width, grid.width);
   EXPECT_EQ(window.Part(7).left, 0);
-  EXPECT_EQ(window.Part(9).left + 75, window.Width()) << "the spring pushes the buttons to the right";
+  EXPECT_EQ(window.Part(9).left + 75, window.width) << "the spring pushes the buttons to the right";
 }
 
 TEST(Layout, GroupBoxesBesideEachOtherAreEquallyTall) {

@@ -316,18 +316,16 @@ TEST_F(ToolTest, ProgressIsShownOfWorkThatLasts) {
 }
 
 TEST_F(ToolTest, AWindowMadeAheadComesUpAsOneThatIsMadeByTheCommand) {
-  // Every text, mark and choice of the pages, and every text of the main window.
   const auto shown = [](tests::Tool& tool) {
     std::vector<std::string> content;
     for (const ui::Control* control : tool.Main().Controls()) content.push_back(control->Text());
     for (std::size_t i = 0; i < tool.Main().Pages().Count(); ++i) {
-      for (const ui::Control* control : tool.Main().Pages().Page(i).Controls()) {
-        const auto* list = dynamic_cast<const ui::ListBox*>(control);
-        const auto* box = dynamic_cast<const ui::CheckBox*>(control);
-        const auto* option = dynamic_cast<const ui::OptionButton*>(control);
-        content.push_back(list ? list->SelectedText() : control->Text());
-        content.back() += (box && box->Checked()) || (option && option->Selected()) ? " (on)" : "";
-      }
+      for (const ui::Control* control : tool.Main().Pages().Page(i).Controls())
+        content.push_back(control->Text());
+    }
+    const auto fields = tool.Main().Pages().Fields(tool.program.GetStrings());
+    for (const fields::Field& field : fields.All()) {
+      if (field.control) content.push_back(field.content());
     }
     return content;
   };
@@ -362,9 +360,8 @@ TEST_F(ToolTest, ErrorButtonTellsTheLevelAndAWarningBlinks) {
   Open(tests::kAssigned);
   auto& button = Find<ui::Button>("cmdErrorLog");
   EXPECT_EQ(button.Picture(), 1);
-  const auto clear = [this] { ClearLog(); };
   for (const auto& [level, picture] : {std::pair{64, 1}, {16, 2}, {99, 2}, {48, 3}}) {
-    clear();
+    ClearLog();
     Main().AddMessage("text", "r", "l", level);
     EXPECT_EQ(button.Picture(), picture) << level;
   }
@@ -376,7 +373,7 @@ TEST_F(ToolTest, ErrorButtonTellsTheLevelAndAWarningBlinks) {
   Main().ReInitializeStrings();
   EXPECT_EQ(button.Picture(), 2) << "another language changes no state";
   Main().AddMessage("careful", "r", "l", 48);
-  clear();
+  ClearLog();
   for (int ticks = 0; ticks < 20; ++ticks) loop.Tick();
   EXPECT_EQ(button.Picture(), 1) << "a warning that was cleared blinks no more";
 }

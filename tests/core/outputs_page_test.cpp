@@ -132,9 +132,6 @@ struct OutputsTest : ToolTest {
   std::string Output(const char* name, int number) {
     return "fControlOutput." + std::string(name) + "(" + std::to_string(number - 1) + ")";
   }
-  bool Choose(int number, const char* function) {
-    return Find<ui::ListBox>(Output("cboOutput", number)).Choose(function);
-  }
   std::string Function(int number) { return Find<ui::ListBox>(Output("cboOutput", number)).SelectedText(); }
   std::string StoredOutput(int number, int property, const char* format) {
     return building.StoredText(device, "HardwareOutput" + std::to_string(number), property, format);
@@ -147,7 +144,7 @@ struct OutputsTest : ToolTest {
 
 TEST_F(OutputsTest, ARefusedChoiceIsPutBackAndAnAcceptedOneIsSavedAndReadBack) {
   Open(device);
-  EXPECT_TRUE(Choose(3, "UNASSIGNED"));  // holds COOLING_1 while output 4 holds COOLING_2
+  AssignOutput(3, "UNASSIGNED");  // holds COOLING_1 while output 4 holds COOLING_2
   EXPECT_EQ(Function(3), "COOLING_1");
   ASSERT_EQ(prompts.asked.size(), 1u);
   EXPECT_EQ(prompts.asked[0].text, "You still have COOLING_2 selected, COOLING_1 must remain selected.");
@@ -155,10 +152,10 @@ TEST_F(OutputsTest, ARefusedChoiceIsPutBackAndAnAcceptedOneIsSavedAndReadBack) {
   EXPECT_FALSE(Main().Pages().AnyPageChanged());
   EXPECT_EQ(Main().Selections().GetSelectedOutputType(2), "COOLING_1");
   program.GetStrings().SetLanguage("German");
-  EXPECT_TRUE(Choose(3, "UNASSIGNED"));
+  AssignOutput(3, "UNASSIGNED");
   EXPECT_EQ(prompts.Last().text, "Noch gewählt ist COOLING_2, deshalb muss COOLING_1 gewählt bleiben.");
 
-  EXPECT_TRUE(Choose(4, "REVERSING_VALVE"));
+  AssignOutput(4, "REVERSING_VALVE");
   program.GetStrings().SetLanguage("English");
   Save();
   EXPECT_EQ(StoredFunction(3), "COOLING_1");
@@ -177,7 +174,7 @@ TEST_F(OutputsTest, TheHardwareDecidesWhetherItCanDriveTheFunction) {
                {6, "FAN_SPEED_MOD", true},
                {7, "HEATING_1", false}};
   for (const auto& item : cases) {
-    Choose(item.number, item.function);
+    AssignOutput(item.number, item.function);
     EXPECT_EQ(Find<ui::CheckBox>(Output("chkOutput", item.number)).Checked(), item.canDrive) << item.function;
     EXPECT_EQ(Enabled(Output("cmdConfigure", item.number)), item.canDrive) << item.function;
   }
@@ -206,7 +203,7 @@ TEST_F(OutputsTest, OverridesAreWrittenAsSwitchTexts) {
   EXPECT_EQ(StoredOutput(7, 4, "SNVT_switch"), "42.5 1");
   EXPECT_EQ(Text(Output("txtValue", 7)), "142.5");
 
-  Choose(7, "UNASSIGNED");
+  AssignOutput(7, "UNASSIGNED");
   EXPECT_EQ(Text(Output("txtValue", 7)), "0.0");
   EXPECT_FALSE(Enabled(Output("chkOver", 7)));
   Click("cmdApply");
@@ -216,13 +213,13 @@ TEST_F(OutputsTest, OverridesAreWrittenAsSwitchTexts) {
 TEST_F(OutputsTest, AnIncompletePairStopsTheWholeSave) {
   Open(tests::kUnassigned);
   device = tests::kUnassigned;
-  Choose(1, "HEAT_VALVE_OPEN");
+  AssignOutput(1, "HEAT_VALVE_OPEN");
   Type("fPID.txtPIDTemp(0)", "1.5");
   Click("cmdApply");
   EXPECT_EQ(Messages()[0], "WriteValue/Hardware Output: You should choose 'Close' if 'Open' was selected.");
   EXPECT_EQ(StoredFunction(1), "UNASSIGNED");
   EXPECT_EQ(Function(1), "HEAT_VALVE_OPEN");
-  Choose(2, "HEAT_VALVE_CLOSE");
+  AssignOutput(2, "HEAT_VALVE_CLOSE");
   Click("cmdApply");
   EXPECT_EQ(StoredFunction(1), "HEAT_VALVE_OPEN");
 }
@@ -289,7 +286,7 @@ TEST_F(OutputsTest, AnOutputThatNobodyTouchedIsWrittenBackAsItWas) {
   Click("cmdRefresh");
   EXPECT_TRUE(Find<ui::CheckBox>(Output("chkOutput", 1)).Checked()) << "by the hardware check";
   const auto before = stored();
-  Choose(5, "DEHUMIDIFIER_ON_OFF");
+  AssignOutput(5, "DEHUMIDIFIER_ON_OFF");
   Save();
   EXPECT_EQ(stored(), before);
   Find<ui::CheckBox>(Output("chkOver", 1)).Click();
@@ -311,37 +308,29 @@ TEST_F(OutputsTest, AnOverrideKeepsItsMeaningWithAnotherKindOfFunction) {
   for (const auto& step : steps) {
     auto& list = Find<ui::ListBox>(Output("cboONOFF", 1));
     if (list.Visible() ? !list.Choose(step.given) : (Type(Output("txtValue", 1), step.given), false)) FAIL();
-    Choose(1, step.function);
+    AssignOutput(1, step.function);
     EXPECT_EQ(list.Visible() ? list.SelectedText() : Text(Output("txtValue", 1)), step.shown)
         << step.function;
   }
 }
 
 TEST_F(OutputsTest, TheFirstOverrideValueIsANumberOfTheUser) {
-  shell::Settings settings = program.GetSettings();
-  settings.numbers = base::Numbers(',');
-  plugin::Program other(platform, memory, desktop, description, settings, table, [] {});
-  const automation::Object otherApi(std::make_shared<plugin::PlugInApi>(other));
-  for (const char* name :
-       {"NetworkName", "NetworkIpAddress", "NetworkIpPort", "OvxServerVersion", "LmoIndex"})
-    otherApi.Put(name, api.Get(name));
-  otherApi.Put("DeviceName", tests::kUnassigned);
-  otherApi.Call("SendCommand", 0, 0, "");
-  const shell::ISubForm& page = *other.Window()->Pages().FindPage("fControlOutput");
-  EXPECT_EQ(page.Find("txtValue(6)")->Text(), "0.0");
-  EXPECT_TRUE(dynamic_cast<ui::ListBox&>(*page.Find("cboOutput(6)")).Choose("FAN_SPEED_MOD"));
-  EXPECT_EQ(page.Find("txtValue(6)")->Text(), "0,0");
+  tests::Tool tool(building, table, nullptr, ',');
+  tool.Open(tests::kUnassigned);
+  EXPECT_EQ(tool.Text(Output("txtValue", 7)), "0.0");
+  tool.AssignOutput(7, "FAN_SPEED_MOD");
+  EXPECT_EQ(tool.Text(Output("txtValue", 7)), "0,0");
 
   // The building writes points all the same: what it gave may be left, what was typed has to be a number.
-  for (std::size_t i = 0; i < other.Window()->Pages().Count(); ++i) {
-    for (ui::Control* control : other.Window()->Pages().Page(i).Controls()) {
+  for (std::size_t i = 0; i < tool.Main().Pages().Count(); ++i) {
+    for (ui::Control* control : tool.Main().Pages().Page(i).Controls()) {
       auto* box = dynamic_cast<ui::TextBox*>(control);
       if (!box || !box->Enter()) continue;
       EXPECT_TRUE(box->Leave()) << box->Name();
     }
   }
-  EXPECT_TRUE(prompts.asked.empty());
-  auto& box = dynamic_cast<ui::TextBox&>(*other.Window()->Pages().FindPage("fPID")->Find("txtPIDTemp(0)"));
+  EXPECT_TRUE(tool.prompts.asked.empty());
+  auto& box = tool.Find<ui::TextBox>("fPID.txtPIDTemp(0)");
   for (const auto& [typed, accepted] : {std::pair{"7.5", false}, {"7,5", true}}) {
     box.Type(typed);
     EXPECT_EQ(box.Leave(), accepted) << typed;

@@ -234,19 +234,16 @@ TEST(DeviceTemplate, RefusesIdentitiesThatAreNoFileNames) {
 }
 
 TEST_F(ToolTest, RegistersByTheFirstWordOfTheCommandLine) {
-  const struct {
-    const char* commandLine;
-    std::size_t registered;
-  } cases[] = {{"", 0},
-               {"/other", 0},
-               {"x /regplugin", 0},
-               {"  /REGPLUGIN  ", 1},
-               {"/regplugin x", 1},
-               {"/DeregPlugIn", 0},
-               {"/regplugin /deregplugin", 1}};
-  for (const auto& item : cases) {
-    plugin::RunStandAlone(item.commandLine, description, [this](std::string_view id) { return Create(id); });
-    EXPECT_EQ(building.PlugIns().size(), item.registered) << item.commandLine;
+  const std::pair<const char*, std::size_t> cases[] = {{"", 0},
+                                                       {"/other", 0},
+                                                       {"x /regplugin", 0},
+                                                       {"  /REGPLUGIN  ", 1},
+                                                       {"/regplugin x", 1},
+                                                       {"/DeregPlugIn", 0},
+                                                       {"/regplugin /deregplugin", 1}};
+  for (const auto& [commandLine, registered] : cases) {
+    plugin::RunStandAlone(commandLine, description, [this](std::string_view id) { return Create(id); });
+    EXPECT_EQ(building.PlugIns().size(), registered) << commandLine;
   }
   EXPECT_EQ(building.PlugIns()[0].id, "QVRKvTARNCfg.LNSPlugInAPI");
 }

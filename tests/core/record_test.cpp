@@ -4,7 +4,6 @@
 #include <fstream>
 #include <set>
 
-#include "automation/local_object.h"
 #include "configuration/record.h"
 #include "configuration/record_places.h"
 #include "host/device_tree.h"
@@ -53,23 +52,16 @@ std::string Fault(std::string_view text, std::map<std::string, int>& fields) {
 }
 
 /// A language component without a translation that notes what it was asked for.
-struct Listener : automation::LocalClass<Listener>, std::enable_shared_from_this<Listener> {
+struct Listener : automation::Target, std::enable_shared_from_this<Listener> {
+  automation::Value Invoke(automation::Access, std::string_view member,
+                           std::span<const automation::Value> arguments) override {
+    if (member == "Section") return automation::Object(shared_from_this());
+    if (member == "Font") return "";
+    if (member != "Item") return 1;
+    asked.insert(arguments[0].AsText());
+    return {};
+  }
   std::set<std::string> asked;
-  static const automation::MemberOf<Listener> kMembers[5];
-};
-constexpr automation::MemberOf<Listener> Listener::kMembers[] = {
-    {"LastChange", [](Listener&, const automation::Arguments&) { return automation::Value(1.0); }},
-    {"Font", [](Listener&, const automation::Arguments&) { return automation::Value(""); }},
-    {"Count", [](Listener&, const automation::Arguments&) { return automation::Value(1); }},
-    {"Section", nullptr, nullptr,
-     [](Listener& self, const automation::Arguments&) {
-       return automation::Value(automation::Object(self.shared_from_this()));
-     }},
-    {"Item",
-     [](Listener& self, const automation::Arguments& arguments) {
-       self.asked.insert(arguments[0].AsText());
-       return automation::Value();
-     }},
 };
 
 bool Has(std::string_view text, std::string_view part) { return text.find(part) != text.npos; }
@@ -82,7 +74,7 @@ struct Unit : tests::Tool {
   }
   void Speak(const char* language, bool imperial) {
     Find<ui::OptionButton>(imperial ? "optUnit(1)" : "optUnit(0)").Click();
-    strings->SetLanguage(language);
+    program.GetStrings().SetLanguage(language);
     Main().ReInitializeStrings();
     Take();
   }
@@ -101,45 +93,31 @@ struct Unit : tests::Tool {
     snapshot.values.clear();
     for (const fields::Field* field : Main().Pending().Fields())
       snapshot.values.push_back(
-          configuration::ValueOf(*field, numbers, Main().Pending().DeviceContent(*field)));
+          configuration::ValueOf(*field, input.numbers, Main().Pending().DeviceContent(*field)));
     titles.clear();
     for (const shell::PageEntry& entry : Main().Pages().Table())
-      titles.push_back({std::string(entry.pageClass), strings->GetStrings(entry.title)});
-    sensors.clear();
-    signals.clear();
+      titles.push_back({std::string(entry.pageClass), input.strings.GetStrings(entry.title)});
+    input.pages = titles;
+    input.sensors.clear();
+    input.signals.clear();
     const auto stored = [&](const std::string& object, const char* type) {
       return base::Upper(building.StoredText(device, object, 2, type));
     };
     for (int i = 1; i <= 6; ++i)
-      sensors.push_back(stored("HardwareInput" + std::to_string(i), "UCPTsensorType"));
+      input.sensors.push_back(stored("HardwareInput" + std::to_string(i), "UCPTsensorType"));
     for (int i = 1; i <= 7; ++i)
-      signals.push_back(stored("HardwareOutput" + std::to_string(i), "UCPThardwareSignalType"));
+      input.signals.push_back(stored("HardwareOutput" + std::to_string(i), "UCPThardwareSignalType"));
   }
-  RecordInput Input() {
-    return {snapshot,
-            titles,
-            *strings,
-            numbers,
-            {"J. Weber", "Harbour Street 12\nHamburg", note},
-            "2026-11-22 14:05",
-            verified,
-            sensors,
-            signals,
-            earlier,
-            shown,
-            advice,
-            checks};
-  }
-  void SaySomething() {
-    advice = {{true, "<in manual>", "moves"},
-              {false, "close", "drifts", "A. Bee", "2026-11-22T14:05:00Z", "a museum"}};
-    checks = {{{"output", "1"},
-               {"function", "FAN_ON_OFF"},
-               {"step", "ON"},
-               {"result", "not moved"},
-               {"remark", "belt"},
-               {"who", "C. Dee"},
-               {"when", "2026-11-23T08:00:00Z"}}};
+  static void SaySomething(RecordInput& input) {
+    input.advice = {{true, "<in manual>", "moves"},
+                    {false, "close", "drifts", "A. Bee", "2026-11-22T14:05:00Z", "a museum"}};
+    input.checks = {{{"output", "1"},
+                     {"function", "FAN_ON_OFF"},
+                     {"step", "ON"},
+                     {"result", "not moved"},
+                     {"remark", "belt"},
+                     {"who", "C. Dee"},
+                     {"when", "2026-11-23T08:00:00Z"}}};
   }
   Value& At(std::string_view page, std::string_view control) {
     return const_cast<Value&>(*snapshot.Find(page, control));
@@ -153,17 +131,15 @@ struct Unit : tests::Tool {
   }
 
   std::string device;
-  base::Numbers numbers{'.'};
   Snapshot snapshot;
   std::vector<configuration::PageTitle> titles;
-  std::vector<std::string> sensors, signals;
-  shell::Strings* strings = &program.GetStrings();
-  std::string note;
-  bool verified = true;
-  const Document* earlier = nullptr;
-  configuration::ShownContent shown;
-  std::vector<configuration::AdviceLine> advice;
-  std::vector<configuration::Line> checks;
+  RecordInput input{.snapshot = snapshot,
+                    .pages = {},
+                    .strings = program.GetStrings(),
+                    .numbers = base::Numbers('.'),
+                    .request = {"J. Weber", "Harbour Street 12\nHamburg", ""},
+                    .time = "2026-11-22 14:05",
+                    .verified = true};
 };
 
 TEST(AsLeftRecord, HoldsEveryFieldOnceInEveryUnitAndLanguage) {
@@ -173,9 +149,9 @@ TEST(AsLeftRecord, HoldsEveryFieldOnceInEveryUnitAndLanguage) {
     for (const auto& [language, code, imperial] :
          {std::tuple("English", "en", false), {"English", "en", true}, {"German", "de", false}}) {
       unit.Speak(language, imperial);
-      const std::string record = configuration::WriteRecord(unit.Input());
+      const std::string record = configuration::WriteRecord(unit.input);
       Unit::Keep(std::to_string(i + 1) + (imperial ? "-us-" : "-si-") + code, record,
-                 configuration::WriteRecordCsv(unit.Input()));
+                 configuration::WriteRecordCsv(unit.input));
       std::map<std::string, int> fields;
       EXPECT_EQ(Fault(record, fields), "");
       EXPECT_EQ(fields.size(), unit.snapshot.values.size());
@@ -194,17 +170,17 @@ TEST(AsLeftRecord, TakesWhateverStandsInTheDeviceAsText) {
   Unit unit(tests::kUnassigned);
   const std::string nasty = "<b>&\"'</style>\x01\r\nx;,";
   unit.snapshot.head.device = unit.snapshot.head.location = nasty;
-  unit.note = "=1+1 \"a;b\"";
+  unit.input.request.note = "=1+1 \"a;b\"";
   Value& value = unit.At("fHardwareInput", "cboInput(0)");
   value.content = value.shown = value.caption.row = value.caption.frame = nasty;
   std::map<std::string, int> fields;
-  const std::string record = configuration::WriteRecord(unit.Input());
+  const std::string record = configuration::WriteRecord(unit.input);
   EXPECT_EQ(Fault(record, fields), "");
   for (const char* text : {"<b>", "\x01"}) EXPECT_FALSE(Has(record, text)) << text;
   EXPECT_TRUE(Has(record, "content:\"\\3c b\\3e \\26 \\22 \\27 \\3c \\2f style")) << "the foot of each sheet";
   for (const char separator : {',', ';'}) {
-    unit.numbers = base::Numbers(separator == ',' ? '.' : ',');
-    const std::string csv = configuration::WriteRecordCsv(unit.Input());
+    unit.input.numbers = base::Numbers(separator == ',' ? '.' : ',');
+    const std::string csv = configuration::WriteRecordCsv(unit.input);
     const std::string headings = base::Join(
         {"Device", "Page", "Group", "Row", "Column", "Value", "Unit", "Used", "Page class", "Control"},
         std::string(1, separator));
@@ -220,15 +196,15 @@ TEST(AsLeftRecord, TakesWhateverStandsInTheDeviceAsText) {
 
 TEST(AsLeftRecord, SaysWhatIsOpenWhatWasAcceptedAndWhatWasSeen) {
   Unit unit(tests::kUnassigned);
-  unit.SaySomething();
+  Unit::SaySomething(unit.input);
   std::map<std::string, int> fields;
-  const std::string record = configuration::WriteRecord(unit.Input());
+  const std::string record = configuration::WriteRecord(unit.input);
   EXPECT_EQ(Fault(record, fields), "");
   for (const char* text : {"<td>Fault</td><td>&lt;in manual&gt;</td><td>moves</td>",
                            "<td>close</td><td>A. Bee</td><td>2026-11-22 14:05 UTC</td><td>a museum</td>",
                            "<td>Output 1, FAN_ON_OFF</td><td>ON</td><td>not moved</td><td>belt</td>"})
     EXPECT_TRUE(Has(record, text)) << text;
-  const std::string csv = configuration::WriteRecordCsv(unit.Input());
+  const std::string csv = configuration::WriteRecordCsv(unit.input);
   for (const char* text :
        {",Fault,<in manual>,,Open,", ",Hint,close,,Accepted; A. Bee; 2026-11-22 14:05 UTC; a museum,",
         "\"Output 1, FAN_ON_OFF\",ON,,not moved; belt; C. Dee; 2026-11-23 08:00 UTC,"})
@@ -237,7 +213,7 @@ TEST(AsLeftRecord, SaysWhatIsOpenWhatWasAcceptedAndWhatWasSeen) {
 
 TEST(AsLeftRecord, LaysTablesOutAsThePagesAre) {
   Unit unit(tests::kAssigned);
-  const std::string record = configuration::WriteRecord(unit.Input());
+  const std::string record = configuration::WriteRecord(unit.input);
   for (const char* text :
        {">Offset</th><th scope=\"col\" class=\"n\">Low limit</th><th scope=\"col\" class=\"n\">High "
         "limit</th>",
@@ -260,8 +236,8 @@ TEST(AsLeftRecord, HasAPlaceForEveryFunctionAndListsTheOthers) {
   unit.At("fControlOutput", "cboOutput(0)").content = "HEAT_COOL_VALVE_MOD";
   unit.At("fControlOutput", "chkOver(0)").content = "1";
   unit.At("fControlOutput", "txtValue(0)").shown = "35.0";
-  unit.sensors.resize(1);
-  const std::string record = configuration::WriteRecord(unit.Input());
+  unit.input.sensors.resize(1);
+  const std::string record = configuration::WriteRecord(unit.input);
   for (const char* text :
        {"Not assigned: O5<", "in this drawing: O3 NEW_FUNCTION (DIGITAL), in manual: ON<",
         "Heating: O1 Heat/cool valve DIGITAL in manual: 35.0 %, O2 Stage 1 DIGITAL, O7 Modulating PWM;",
@@ -286,7 +262,7 @@ TEST(AsLeftRecord, DrawsSetpointsAsTheyAre) {
   for (const auto& [page, control, content, text] : cases) {
     unit.snapshot = sound;
     unit.At(page, control).content = unit.At(page, control).shown = content;
-    const std::string record = configuration::WriteRecord(unit.Input());
+    const std::string record = configuration::WriteRecord(unit.input);
     std::map<std::string, int> fields;
     EXPECT_EQ(Fault(record, fields), "");
     EXPECT_FALSE(Has(record, "width=\"-")) << content;
@@ -294,7 +270,7 @@ TEST(AsLeftRecord, DrawsSetpointsAsTheyAre) {
     EXPECT_EQ(Has(record, "higher than"), text && Has(text, "higher than")) << content;
   }
   unit.snapshot.values.clear();
-  const std::string empty = configuration::WriteRecord(unit.Input());
+  const std::string empty = configuration::WriteRecord(unit.input);
   EXPECT_TRUE(Has(empty, "<p>Standby, Heating: not recorded.</p>"));
   EXPECT_FALSE(Has(empty, "setpoints-text")) << "nothing to draw";
 }
@@ -304,8 +280,8 @@ TEST(AsLeftRecord, TellsWhatChangedSinceAnEarlierOne) {
   const auto caption = [](const configuration::Value& value) { return "The " + value.control; };
   Document earlier = configuration::ToDocument(unit.snapshot, caption);
   earlier.head.time = "2026-10-02T06:00:00Z";
-  unit.earlier = &earlier;
-  EXPECT_TRUE(Has(configuration::WriteRecord(unit.Input()), "No value is different."));
+  unit.input.earlier = &earlier;
+  EXPECT_TRUE(Has(configuration::WriteRecord(unit.input), "No value is different."));
   const auto entry = [&](std::string_view control) {
     return std::ranges::find(earlier.entries, control, &configuration::Entry::control);
   };
@@ -313,11 +289,11 @@ TEST(AsLeftRecord, TellsWhatChangedSinceAnEarlierOne) {
   entry("txtPIDTemp(1)")->content = "0.30000";  // the same number
   entry("chkPID")->content = "0";
   entry("txtminHeatPeriod")->control = "txtGone";
-  unit.numbers = base::Numbers(',');
-  unit.shown = [](auto, auto control, auto content) {
+  unit.input.numbers = base::Numbers(',');
+  unit.input.shown = [](auto, auto control, auto content) {
     return control == "chkPID" ? "OFF" : std::string(content);
   };
-  const std::string record = configuration::WriteRecord(unit.Input());
+  const std::string record = configuration::WriteRecord(unit.input);
   const std::size_t start = record.find(">Changes since the record of 2026-10-02</h2>");
   ASSERT_NE(start, std::string::npos);
   const std::string section = record.substr(start, record.find("<h2", start) - start);
@@ -329,7 +305,7 @@ TEST(AsLeftRecord, TellsWhatChangedSinceAnEarlierOne) {
     EXPECT_TRUE(Has(section, text)) << text;
   EXPECT_FALSE(Has(section, "Dead Band"));
   earlier.head.imperial = true;
-  EXPECT_TRUE(Has(configuration::WriteRecord(unit.Input()), "cannot be compared"));
+  EXPECT_TRUE(Has(configuration::WriteRecord(unit.input), "cannot be compared"));
 }
 
 TEST(AsLeftRecord, FindsItsTextsInEveryLanguage) {
@@ -337,15 +313,22 @@ TEST(AsLeftRecord, FindsItsTextsInEveryLanguage) {
   const auto listener = std::make_shared<Listener>();
   shell::Strings listening([&] { return automation::Object(listener); });
   listening.ReloadStrings();
-  unit.strings = &listening;
-  unit.note = "note";
+  RecordInput input{.snapshot = unit.snapshot,
+                    .pages = unit.titles,
+                    .strings = listening,
+                    .numbers = unit.input.numbers,
+                    .request = {"J. Weber", "Hamburg", "note"},
+                    .time = unit.input.time,
+                    .verified = true,
+                    .sensors = unit.input.sensors,
+                    .signals = unit.input.signals};
   Document earlier = configuration::ToDocument(unit.snapshot, [](const auto&) { return ""; });
-  configuration::WriteRecordCsv(unit.Input());
-  configuration::WriteRecord(unit.Input());
-  unit.earlier = &earlier;
-  unit.SaySomething();
-  unit.verified = false;
-  configuration::WriteRecord(unit.Input());
+  configuration::WriteRecordCsv(input);
+  configuration::WriteRecord(input);
+  input.earlier = &earlier;
+  Unit::SaySomething(input);
+  input.verified = false;
+  configuration::WriteRecord(input);
   earlier.entries.front().control = "txtGone";
   for (const Value& value : unit.snapshot.values) {
     if (value.caption.unit == "°C")
@@ -353,7 +336,7 @@ TEST(AsLeftRecord, FindsItsTextsInEveryLanguage) {
   }
   const auto assign = [&](std::string_view page, const std::string& control, std::string_view function) {
     unit.At(page, control).content = function;
-    configuration::WriteRecord(unit.Input());
+    configuration::WriteRecord(input);
   };
   for (const std::string_view name : host::kOutputFunctions) assign("fControlOutput", "cboOutput(0)", name);
   for (const auto& function : host::InputFunctions()) assign("fHardwareInput", "cboInput(0)", function.name);
@@ -361,7 +344,7 @@ TEST(AsLeftRecord, FindsItsTextsInEveryLanguage) {
   unit.snapshot.head.imperial = true;
   unit.At("fHeatCool", "txtSetPoint(1)").content = "none";
   unit.At("fHeatCool", "txtSetPoint(2)").page = "";
-  configuration::WriteRecord(unit.Input());
+  configuration::WriteRecord(input);
   ASSERT_GT(listener->asked.size(), 110u);
   for (const auto& file :
        std::filesystem::directory_iterator(std::filesystem::path(SIM_DATA_DIR) / "languages")) {

@@ -112,10 +112,7 @@ TEST_F(ClientTest, LongRequestsAndAnswersInPiecesArriveWhole) {
 TEST_F(ClientTest, EveryBadAnswerIsAnErrorThatSaysWhatHappened) {
   clockSpeed = 20;
   comm.setTransactionTimeout(1);
-  const struct {
-    ServerOptions options;
-    const char* text;
-  } cases[] = {
+  const std::pair<ServerOptions, const char*> cases[] = {
       {{.greetingAnswer = "ok"}, "refused the greeting; it answered \"ok\""},
       {{.mode = ServerMode::kSilent, .spoilsGreeting = true}, "has not answered within 1 s."},
       {{.mode = ServerMode::kClosing, .spoilsGreeting = true, .offset = 13}, "closed the connection"},
@@ -127,13 +124,9 @@ TEST_F(ClientTest, EveryBadAnswerIsAnErrorThatSaysWhatHappened) {
       {{.mode = ServerMode::kClosing}, "closed the connection"},
       {{.mode = ServerMode::kResetting}, "server broke the connection"},
   };
-  for (const auto& item : cases) {
-    server.Set(item.options);
-    EXPECT_THAT(Refusal([&] {
-                  Connect();
-                  Echo(Pattern(10));
-                }),
-                HasSubstr(item.text));
+  for (const auto& [options, text] : cases) {
+    server.Set(options);
+    EXPECT_THAT(Refusal([&] { Connect(), Echo(Pattern(10)); }), HasSubstr(text));
   }
   server.Set({});
   Connect();

@@ -121,20 +121,18 @@ TEST_F(Reassembly, MemoryGrowsWithWhatHasArrivedNotWithWhatIsAnnounced) {
 }
 
 TEST_F(Reassembly, WhatCannotBeTheAnswerIsRefusedInWords) {
-  const struct {
-    const char* text;
-    std::function<void()> arrive;
-  } cases[] = {{"Only 23 of the 24 bytes of a header", [&] { Arrive(0, 23); }},
-               {"announced an answer of 67108865 bytes", [&] { stream[12] = 4, Arrive(0, 24, 15, 1); }},
-               {"announced an answer of 4294967295 bytes",
-                [&] { std::fill_n(stream.begin() + 12, 4, 0xFF), Arrive(0, 24); }},
-               {"answered transaction 7019 where 7018", [&] { Arrive(0, 24, 7, 0x6B); }},
-               {"no request waits", [&] { Arrive(0, 24), Arrive(0, 1); }},
-               {"no request waits", [&] { stream.push_back(1), Arrive(0, 25); }},
-               {"no request waits", [&] { table.At(7018)->State = serverlink::kBuilding, Arrive(0, 24); }}};
-  for (const auto& item : cases) {
+  const std::pair<const char*, std::function<void()>> cases[] = {
+      {"Only 23 of the 24 bytes of a header", [&] { Arrive(0, 23); }},
+      {"announced an answer of 67108865 bytes", [&] { stream[12] = 4, Arrive(0, 24, 15, 1); }},
+      {"announced an answer of 4294967295 bytes",
+       [&] { std::fill_n(stream.begin() + 12, 4, 0xFF), Arrive(0, 24); }},
+      {"answered transaction 7019 where 7018", [&] { Arrive(0, 24, 7, 0x6B); }},
+      {"no request waits", [&] { Arrive(0, 24), Arrive(0, 1); }},
+      {"no request waits", [&] { stream.push_back(1), Arrive(0, 25); }},
+      {"no request waits", [&] { table.At(7018)->State = serverlink::kBuilding, Arrive(0, 24); }}};
+  for (const auto& [text, arrive] : cases) {
     Expect({0});
-    EXPECT_THAT(FaultOf(item.arrive), testing::HasSubstr(item.text));
+    EXPECT_THAT(FaultOf(arrive), testing::HasSubstr(text));
   }
 }
 

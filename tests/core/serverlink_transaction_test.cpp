@@ -15,21 +15,6 @@ struct TransactionRecord : testing::Test {
   Object byName{transaction};
 };
 
-TEST_F(TransactionRecord, IsEmptyAtFirstAndKeepsWhatIsWrittenByName) {
-  for (const char* number : {"State", "SeqNumber", "ReceivedBytesArg"}) {
-    EXPECT_EQ(byName.Whole(number), 0) << number;
-    byName.Put(number, -7);
-    EXPECT_EQ(byName.Whole(number), -7) << number;
-  }
-  for (const char* array : {"RspArgument", "RspHeader", "SndArgument"}) {
-    EXPECT_TRUE(byName.Get(array).AsBytes().empty()) << array;
-    byName.Put(array, Bytes{1, 2, 3});
-    EXPECT_EQ(byName.Get(array).AsBytes(), (Bytes{1, 2, 3})) << array;
-  }
-  EXPECT_EQ(transaction->ReceivedBytesArg, -7);
-  EXPECT_EQ(transaction->SndArgument, (Bytes{1, 2, 3}));
-}
-
 TEST_F(TransactionRecord, ElementsOutsideOfAnArrayAreZeroAndIgnoreWrites) {
   const std::tuple<const char*, const char*, const char*> arrays[] = {
       {"RspArgument", "GetRspArgumentElement", "SetRspArgumentElement"},
@@ -62,6 +47,10 @@ TEST_F(TransactionRecord, ReDimKeepsOrZeroes) {
 }
 
 TEST_F(TransactionRecord, NumbersThatDoNotFitAreRefused) {
+  for (const char* number : {"SeqNumber", "ReceivedBytesArg"}) {
+    byName.Put(number, -7);
+    EXPECT_EQ(byName.Whole(number), -7) << number;
+  }
   EXPECT_EQ(CodeOf([&] { byName.Put("State", 32768); }), automation::kOverflow);
   EXPECT_EQ(CodeOf([&] { byName.Call("SetRspArgumentElement", 0, 256); }), automation::kOverflow);
   EXPECT_EQ(CodeOf([&] { byName.Call("SetRspArgumentElement", 0, -1); }), automation::kOverflow);

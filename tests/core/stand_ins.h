@@ -47,7 +47,7 @@ class ManualLoop : public ui::EventLoop {
     if (whileOpen) whileOpen();
     if (!done()) throw base::Error("the dialog was left open");
   }
-  void Quit() override { quit = true; }
+  void Quit() override {}
   void SetWaiting(bool waiting) override { waitDepth += waiting ? 1 : -1; }
 
   /// Lets every running timer tick once.
@@ -61,7 +61,6 @@ class ManualLoop : public ui::EventLoop {
   std::vector<std::function<void()>> posted;
   int turns = 0;
   int waitDepth = 0;
-  bool quit = false;
 
  private:
   void Start(ui::Timer& timer) override { running_.insert(&timer); }

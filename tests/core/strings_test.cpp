@@ -1,53 +1,40 @@
 #include <gtest/gtest.h>
 
-#include "automation/local_object.h"
+#include <map>
+
+#include "automation/error.h"
+#include "automation/object.h"
 #include "base/error.h"
-#include "host/contract.h"
 #include "shell/strings.h"
 
 namespace {
 
-using automation::Arguments;
-using automation::Value;
-
 // A language component with a few texts, which is its own section; counts how often it is asked.
-struct Component : automation::LocalClass<Component>, std::enable_shared_from_this<Component> {
+struct Component : automation::Target, std::enable_shared_from_this<Component> {
+  automation::Value Invoke(automation::Access, std::string_view member,
+                           std::span<const automation::Value> arguments) override {
+    if (member == "LastChange") return lastChange;
+    if (member == "Count") return static_cast<std::int32_t>(texts.size());
+    if (member == "Language") return {};
+    if (member == "Section") {
+      EXPECT_EQ(arguments[0].AsText(), "RoofTopConfiguration");
+      ++loads;
+      return automation::Object(shared_from_this());
+    }
+    asked += member == "Item";
+    if (failure) throw automation::Error(failure, "not now");
+    if (member == "Font") return "Tahoma";
+    const auto found = texts.find(arguments[0].AsText());
+    if (found == texts.end()) throw automation::Error(automation::kBadIndex, "no such text");
+    return found->second;
+  }
+
   std::map<std::string, std::string> texts;
   int asked = 0;
   double lastChange = 1;
   int loads = 0;
   std::uint32_t failure = 0;  // of every look-up, the font's too
-
-  void Fail() const {
-    if (failure) throw automation::Error(failure, "not now");
-  }
-
-  static const automation::MemberOf<Component> kMembers[6];
 };
-
-constexpr automation::MemberOf<Component> Component::kMembers[] = {
-    {"LastChange", [](Component& self, const Arguments&) { return Value(self.lastChange); }},
-    {"Font",
-     [](Component& self, const Arguments&) {
-       self.Fail();
-       return Value("Tahoma");
-     }},
-    {"Section", nullptr, nullptr,
-     [](Component& self, const Arguments& arguments) {
-       EXPECT_EQ(arguments[0].AsText(), "RoofTopConfiguration");
-       ++self.loads;
-       return Value(automation::Object(self.shared_from_this()));
-     }},
-    {"Language", nullptr, [](Component&, const Value&) {}},
-    {"Count",
-     [](Component& self, const Arguments&) { return Value(static_cast<std::int32_t>(self.texts.size())); }},
-    {"Item", [](Component& self, const Arguments& arguments) {
-       ++self.asked;
-       self.Fail();
-       const auto found = self.texts.find(arguments[0].AsText());
-       if (found == self.texts.end()) throw automation::Error(automation::kBadIndex, "no such text");
-       return Value(found->second);
-     }}};
 
 struct StringsTest : testing::Test {
   StringsTest() {
@@ -76,19 +63,16 @@ TEST_F(StringsTest, RemembersAsMissingOnlyWhatTheTableLacks) {
   component->texts["NOTHING"] = "";
   strings.ReloadStrings();
   EXPECT_EQ(strings.GetStrings("Nothing"), "") << "an empty translation is one";
-  const struct {
-    std::uint32_t failure;
-    bool missing;
-  } cases[] = {{0x8002000B, true},    // bad index
-               {0x800A0005, true},    // unknown key of a Collection
-               {0x8001010A, false},   // busy: retry later
-               {0x800706BA, false}};  // the server is unavailable
-  for (const auto& item : cases) {
+  const std::pair<std::uint32_t, bool> cases[] = {{0x8002000B, true},    // bad index
+                                                  {0x800A0005, true},    // unknown key of a Collection
+                                                  {0x8001010A, false},   // busy: retry later
+                                                  {0x800706BA, false}};  // the server is unavailable
+  for (const auto& [failure, missing] : cases) {
     strings.SetLanguage("");
-    component->failure = item.failure;
+    component->failure = failure;
     EXPECT_EQ(strings.GetStrings(" alarm"), " alarm");
     component->failure = 0;
-    EXPECT_EQ(strings.GetStrings("Alarm"), item.missing ? "Alarm" : "Alarme") << std::hex << item.failure;
+    EXPECT_EQ(strings.GetStrings("Alarm"), missing ? "Alarm" : "Alarme") << std::hex << failure;
   }
 }
 

@@ -27,8 +27,8 @@ struct Tool : StandIns {
   /// A further tool in a building that exists, with all pages or some of them.
   explicit Tool(const simulator::Building& existing,
                 std::span<const shell::PageEntry> pageTable = pages::PageTable(),
-                ui::Toolkit* toolkit = nullptr)
-      : building(existing), table(pageTable), screen(toolkit) {
+                ui::Toolkit* toolkit = nullptr, char decimalSeparator = '.')
+      : building(existing), table(pageTable), screen(toolkit), decimal(decimalSeparator) {
     api.Put("NetworkName", building.NetworkName());
     api.Put("NetworkIpAddress", building.IpAddress());
     api.Put("NetworkIpPort", building.Port());
@@ -69,7 +69,6 @@ struct Tool : StandIns {
   }
 
   automation::Bytes ReadFile(const std::string& path) {
-    filesRead.push_back(path);
     if (path != "C:\\LonWorks\\Apps\\QVR KV\\OvxCommonFiles\\Templates\\8000AB0C12340001_3_1.bin") {
       throw base::Error(path + " is missing.");
     }
@@ -204,8 +203,8 @@ struct Tool : StandIns {
   simulator::Building building;
   std::span<const shell::PageEntry> table;
   ui::Toolkit* screen;
+  char decimal;  // of the user's numbers
   automation::Bytes templateContent;
-  std::vector<std::string> filesRead;
   plugin::PlugInDescription description = plugin::BuildDescription({"Tool", "Veldran, Inc", 1, 2, 3});
   bool quit = false;
   shell::Platform platform{screen,
@@ -234,8 +233,9 @@ struct Tool : StandIns {
     if (!done) throw base::Error(name + " cannot be used now");
   }
 
-  static plugin::StartUpFacts MakeFacts() {
+  plugin::StartUpFacts MakeFacts() const {
     plugin::StartUpFacts facts;
+    facts.decimalSeparator = decimal;
     facts.identity = {"Tool", "Veldran, Inc", 1, 2, 3};
     facts.applicationFolder = "C:\\Tool";
     facts.lonWorksFolder = "C:\\LonWorks";

@@ -1,4 +1,4 @@
-// Connecting, sessions, look-up, faults and registration: the host around the devices.
+// Connecting, sessions, look-up, self-tests and registration: the host around the devices.
 #include "automation/local_object.h"
 #include "building_fixture.h"
 
@@ -13,8 +13,7 @@ TEST(SimHost, ConnectsToItsOwnNetworkOnly) {
   const automation::Object server = building.ObjectServer();
   EXPECT_TRUE(server.Call("RefreshCatalog", "QVR").AsBool());
   EXPECT_FALSE(server.Call("RefreshCatalog", "XYZ").AsBool());
-  const std::string name = building.NetworkName();
-  const std::string address = building.IpAddress();
+  const std::string name = building.NetworkName(), address = building.IpAddress();
   EXPECT_FALSE(server.Call("Connect", "Elsewhere", address, building.Port()).AsObject());
   EXPECT_FALSE(server.Call("Connect", name, "10.0.0.1", building.Port()).AsObject());
   EXPECT_FALSE(server.Call("Connect", name, address, building.Port() + 1).AsObject());
@@ -71,37 +70,29 @@ TEST_F(SimHostOpen, ItemsAreFoundByNumberAndName) {
   const automation::Object properties = client.LonMark("RoofTopObject").Child("ConfigProperties");
   EXPECT_EQ(properties.Call("Item", "UCPTfanAlarmTime").AsObject().Text("Name"), "UCPTfanAlarmTime");
   const std::int32_t count = properties.Whole("Count");
-  const std::string has = "; it has " + std::to_string(count) + ".";
-  const std::pair<automation::Value, std::string> wrong[] = {{0, "0" + has},
-                                                             {count + 1, std::to_string(count + 1) + has},
-                                                             {-1, "-1" + has},
-                                                             {"UCPTnothing", "\"UCPTnothing\"."}};
-  for (const auto& [wanted, end] : wrong) {
+  const std::string none = "ConfigProperties of RoofTopObject has no item ";
+  for (const std::int32_t wanted : {0, count + 1, -1}) {
     std::uint32_t code = 0;
-    EXPECT_EQ(RefusalOf([&, item = wanted] { properties.Call("Item", item); }, &code),
-              "ConfigProperties of RoofTopObject has no item " + end);
+    EXPECT_EQ(RefusalOf([&] { properties.Call("Item", wanted); }, &code),
+              none + std::to_string(wanted) + "; it has " + std::to_string(count) + ".");
     EXPECT_EQ(code, automation::kBadIndex);
   }
+  EXPECT_EQ(RefusalOf([&] { properties.Call("Item", "UCPTnothing"); }), none + "\"UCPTnothing\".");
 }
 
-TEST_F(SimHostOpen, FaultsComeAtTheCallAskedFor) {
-  simulator::Faults& faults = building.Faults();
-  const automation::Object limit = client.Property("RoofTopObject", 12);
-  faults.StartCounting();
-  faults.Fail({.member = "property.value", .call = 2, .text = "The object is gone."});
-  limit.Put("Value", "1000");
-  EXPECT_EQ(RefusalOf([&] { limit.Put("Value", "1100"); }), "The object is gone.");
-  EXPECT_EQ(limit.Text("Value"), "1000");
-  EXPECT_EQ(faults.Count("Property.Value"), 3U);
-  EXPECT_EQ(faults.Count("Property.Name"), 0U);
-
-  faults.Fail({.call = 2, .once = false, .text = "The server is gone."});
-  EXPECT_EQ(limit.Text("Name"), "SCPTlimitCO2");
-  for (int i = 0; i < 3; ++i) EXPECT_EQ(RefusalOf([&] { client.device.Get("Name"); }), "The server is gone.");
-  faults.Clear();
-  const std::uint64_t total = faults.Total();
-  EXPECT_EQ(limit.Text("Value"), "1000");
-  EXPECT_EQ(faults.Total(), total + 1);
+TEST_F(SimHostOpen, TheSelfTestFindsAFunctionWithoutASensor) {
+  const std::tuple<std::string, std::string, std::string> cases[] = {
+      {"SPACE_TEMP", "STD_THERMISTOR", "PASSED"},
+      {"SPACE_TEMP", "DISCONNECTED", "FAILED: no sensor for SPACE_TEMP"},
+      {"UNUSED", "DISCONNECTED", "PASSED"}};
+  const automation::Object input = client.LonMark("HardwareInput1");
+  EXPECT_EQ(input.Text("TestResult"), "");
+  for (const auto& [function, sensor, result] : cases) {
+    client.Property("HardwareInput1", 2).Put("Value", sensor);
+    client.Property("HardwareInput1", 3).Put("Value", function);
+    input.Call("Test");
+    EXPECT_EQ(input.Text("TestResult"), result);
+  }
 }
 
 TEST(SimHost, PlugInsRegisterReplaceAndLeave) {

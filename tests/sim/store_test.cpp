@@ -1,7 +1,6 @@
 // Transactions and the store file.
-#include <fstream>
-#include <iterator>
-
+#include "base/files.h"
+#include "base/text.h"
 #include "building_fixture.h"
 
 namespace sim_test {
@@ -14,10 +13,7 @@ std::string Co2Limit(const Building& building, const char* device = kFirstDevice
   return building.StoredText(device, "RoofTopObject", 12, "SCPTlimitCO2");
 }
 
-std::string Content(const std::filesystem::path& file) {
-  std::ifstream stream(file, std::ios::binary);
-  return {std::istreambuf_iterator<char>(stream), {}};
-}
+std::string Content(const std::filesystem::path& file) { return base::ReadFile(file, 1 << 20); }
 
 TEST(SimStore, CommitKeepsCancelRestores) {
   const Folder folder;
@@ -30,15 +26,23 @@ TEST(SimStore, CommitKeepsCancelRestores) {
     client.network.Call("BeginTransaction");
     limit.Put("Value", "1000");
     client.Variable("RoofTopObject", "nviHotWater").Put("MvFormatType", "SNVT_lev_disc");
+    const automation::Object input = client.LonMark("HardwareInput2");
+    input.Put("State", "DISABLED");
     EXPECT_EQ(limit.Text("Value"), "1000") << "a transaction sees its own writes";
     EXPECT_EQ(Co2Limit(building), "900") << "nobody else does";
+    EXPECT_EQ(building.StateOfObject(kFirstDevice, "HardwareInput2"), "ENABLED");
     client.network.Call("CancelTransaction");
     EXPECT_EQ(limit.Text("Value"), "900");
     EXPECT_EQ(client.Variable("RoofTopObject", "nviHotWater").Text("MvFormatType"), "SNVT_switch");
+    EXPECT_EQ(input.Text("State"), "ENABLED");
     EXPECT_FALSE(std::filesystem::exists(file));
 
+    EXPECT_EQ(RefusalOf([&] { input.Put("State", "off"); }),
+              "There is no state \"off\"; the states are ENABLED and DISABLED.");
+    client.LonMark("HardwareOutput1").Call("Test");
     client.network.Call("BeginTransaction");
     limit.Put("Value", "1100");
+    input.Put("State", "DISABLED");
     client.network.Call("CommitTransaction");
     EXPECT_EQ(Co2Limit(building), "1100");
     client.Property("NodeObject", 2).Put("Value", "Attic");  // outside a transaction: at once
@@ -52,6 +56,11 @@ TEST(SimStore, CommitKeepsCancelRestores) {
   EXPECT_EQ(Co2Limit(again), "1100");
   EXPECT_EQ(again.StoredText(kFirstDevice, "NodeObject", 2, "SCPTlocation"), "Attic");
   EXPECT_EQ(Co2Limit(again, kSecondDevice), "900");
+  EXPECT_EQ(again.StateOfObject(kFirstDevice, "HardwareInput2"), "DISABLED");
+  EXPECT_EQ(again.StateOfObject(kFirstDevice, "HardwareOutput1"), "ENABLED PASSED");
+  EXPECT_EQ(again.StateOfObject(kSecondDevice, "HardwareInput2"), "ENABLED");
+  EXPECT_EQ(RefusalOf([&] { again.StateOfObject(kFirstDevice, "HardwareInput7"); }),
+            "There is no object \"HardwareInput7\".");
   EXPECT_EQ(again.StoredText(kFirstDevice, "RoofTopObject", 3, "SCPTsetPnts#US", 9), precise);
 }
 
@@ -68,12 +77,12 @@ TEST(SimStore, AFailedCommitLeavesFileAndValues) {
   std::filesystem::create_directory(obstacle);
   client.network.Call("BeginTransaction");
   limit.Put("Value", "1200");
-  const std::string sentence = RefusalOf([&] { client.network.Call("CommitTransaction"); });
-  EXPECT_THAT(sentence, testing::HasSubstr("store.json cannot be written"));
+  EXPECT_THAT(RefusalOf([&] { client.network.Call("CommitTransaction"); }),
+              testing::HasSubstr("store.json cannot be written"));
   EXPECT_EQ(limit.Text("Value"), "1000");
   EXPECT_EQ(Content(file), content);
   EXPECT_EQ(RefusalOf([&] { client.network.Call("CancelTransaction"); }), "No transaction is open.");
-  EXPECT_NE(RefusalOf([&] { limit.Put("Value", "1300"); }).find("cannot be written"), std::string::npos);
+  EXPECT_THAT(RefusalOf([&] { limit.Put("Value", "1300"); }), testing::HasSubstr("cannot be written"));
   EXPECT_EQ(limit.Text("Value"), "1000");
 
   std::filesystem::remove_all(obstacle);
@@ -116,19 +125,18 @@ TEST(SimStore, AnUnreadableStoreIsNamedAndKept) {
     Client(building).Property("RoofTopObject", 12).Put("Value", "1000");
   }
   const std::string good = Content(file);
+  const std::string unfit = "RoofTopObject.12 does not fit its type";
   const std::pair<std::string, std::string> kDamages[] = {
       {good.substr(0, good.size() / 2), "is unreadable"},
       {"", "is unreadable"},
-      {std::string(good).replace(good.find("\"format\": 1"), 11, "\"format\": 9"), "its format is not known"},
-      {std::string(good).replace(good.find("1000.0"), 6, "\"1000\""),
-       "RoofTopObject.12 does not fit its type"},
-      {std::string(good).replace(good.find("1000.0"), 6, "99000"), "RoofTopObject.12 does not fit its type"},
+      {base::ReplaceAll(good, "\"format\": 1", "\"format\": 9"), "its format is not known"},
+      {base::ReplaceAll(good, "1000.0", "\"1000\""), unfit},
+      {base::ReplaceAll(good, "1000.0", "99000"), unfit},
   };
   for (const auto& [content, words] : kDamages) {
-    std::ofstream(file, std::ios::binary) << content;
-    const std::string sentence = RefusalOf([&] { Building building(Options(file)); });
-    EXPECT_TRUE(sentence.find(words) != std::string::npos && sentence.find("store.json") != std::string::npos)
-        << sentence;
+    base::ReplaceFile(file, content);
+    EXPECT_THAT(RefusalOf([&] { Building building(Options(file)); }),
+                testing::AllOf(testing::HasSubstr(words), testing::HasSubstr("store.json")));
     EXPECT_EQ(Content(file), content);
   }
 }

@@ -1,6 +1,5 @@
 // The device template: what AddLmo takes and what it refuses.
 #include "simulator/template.h"
-#include "base/error.h"
 #include "base/text.h"
 #include "building_fixture.h"
 
@@ -40,9 +39,7 @@ TEST_F(SimTemplateOpen, DamageAnywhereIsNoticed) {
 }
 
 TEST_F(SimTemplateOpen, RefusalsSayWhatIsWrong) {
-  const struct {
-    std::string from, to, words;
-  } cases[] = {
+  const std::tuple<std::string, std::string, std::string> cases[] = {
       {"8000AB0C12340001", "8000AB0C12340002", "is for program 8000AB0C12340002 version 3.1, not"},
       {"\"version\": \"3.1\"", "\"version\": \"3.2\"", "version 3.2, not"},
       {"\"objects\": [", "\"objects\": {", "parse error"},
@@ -58,17 +55,16 @@ TEST_F(SimTemplateOpen, RefusalsSayWhatIsWrong) {
       {"\"nviSlave\"", "\"nviCO2\"", "\"nviCO2\" is there twice"},
   };
   const std::string json = simulator::UnpackTemplate(building.TemplateBytes());
-  for (const auto& c : cases) {
-    const std::string changed = base::ReplaceAll(json, c.from, c.to);
-    ASSERT_NE(changed, json) << c.from;
-    const std::string reason = Load(building, client, simulator::PackTemplate(changed));
-    EXPECT_THAT(reason, testing::HasSubstr(c.words));
-    EXPECT_THAT(reason, testing::StartsWith("RTU-1 North wing, t.bin: The device template is "));
+  for (const auto& [from, to, words] : cases) {
+    const std::string changed = base::ReplaceAll(json, from, to);
+    ASSERT_NE(changed, json) << from;
+    EXPECT_THAT(Load(building, client, simulator::PackTemplate(changed)),
+                testing::AllOf(testing::StartsWith("RTU-1 North wing, t.bin: The device template is "),
+                               testing::HasSubstr(words)));
   }
-  for (const int index : {15, -1}) {
-    const std::string reason = Load(building, client, building.TemplateBytes(), index);
-    EXPECT_THAT(reason, testing::EndsWith("no object with index " + std::to_string(index) + "."));
-  }
+  for (const int index : {15, -1})
+    EXPECT_THAT(Load(building, client, building.TemplateBytes(), index),
+                testing::EndsWith("no object with index " + std::to_string(index) + "."));
 }
 
 TEST_F(SimTemplateOpen, ValuesThatWereStoredOutliveALoadAndMustFitIt) {

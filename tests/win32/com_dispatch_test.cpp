@@ -7,7 +7,6 @@
 
 namespace {
 
-using automation::Bytes;
 using automation::Object;
 using automation::Value;
 using com_test::Box;
@@ -31,21 +30,14 @@ bool Contains(const std::string& text, const std::string& part) {
 struct LateBound : testing::Test {
   std::shared_ptr<Box> box = std::make_shared<Box>();
   Object local{box};
-  ForeignObject::Counts counts;
+  int lookUps = 0;
   Object object = Foreign(0);
 
   Object Foreign(DISPID shift) {
-    const win32::ComPtr<IDispatch> foreign(new ForeignObject(win32::ToDispatch(local), counts, shift));
+    const win32::ComPtr<IDispatch> foreign(new ForeignObject(win32::ToDispatch(local), lookUps, shift));
     return win32::FromDispatch(foreign.Get());
   }
 };
-
-TEST_F(LateBound, ReadsWritesAndCalls) {
-  object.Put("content", Bytes{1, 0, 255});
-  EXPECT_EQ(object.Get("Content").AsBytes(), (Bytes{1, 0, 255}));
-  EXPECT_EQ(object.Call("Join", "first", 2).AsText(), "first|2");
-  EXPECT_EQ(object.Child("Item", 3).Text("Content"), "item 3");
-}
 
 TEST_F(LateBound, ErrorsArriveWithCodeDescriptionAndSource) {
   const auto raised = ErrorOf([&] { object.Call("Fail", double{0x80040000}, "Gerät fehlt", "KV-TARN"); });
@@ -129,14 +121,14 @@ TEST_F(LateBound, MemberIdsAreAskedOncePerClass) {
     }
   }
   // "Item" of the object, and "Content" of all its items.
-  EXPECT_EQ(counts.lookUps, 2);
+  EXPECT_EQ(lookUps, 2);
   object.Child("Inner").Get("Content");  // reached in another way: another class
-  EXPECT_EQ(counts.lookUps, 4);
+  EXPECT_EQ(lookUps, 4);
 }
 
 TEST_F(LateBound, AnObjectOfAnotherKindGetsIdsOfItsOwn) {
   const auto owner = std::make_shared<Box>();
-  const win32::ComPtr<IDispatch> shown(new ForeignObject(win32::ToDispatch(Object(owner)), counts));
+  const win32::ComPtr<IDispatch> shown(new ForeignObject(win32::ToDispatch(Object(owner)), lookUps));
   const Object holder = win32::FromDispatch(shown.Get());
   owner->content = local;
   box->content = "plain";
@@ -145,10 +137,10 @@ TEST_F(LateBound, AnObjectOfAnotherKindGetsIdsOfItsOwn) {
   // The same way leads to an object whose ids are different.
   owner->content = Foreign(1000);
   const Object shifted = holder.Child("Content");
-  const int before = counts.lookUps;
+  const int before = lookUps;
   EXPECT_EQ(shifted.Text("Content"), "plain");
   EXPECT_EQ(shifted.Text("Content"), "plain");
-  EXPECT_EQ(counts.lookUps, before + 2);  // one look-up, which passes through two counting objects
+  EXPECT_EQ(lookUps, before + 2);  // one look-up, which passes through two counting objects
 }
 
 TEST(ComObject, AMissingProgramIsNamedWithTheReason) {

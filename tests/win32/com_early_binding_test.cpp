@@ -2,11 +2,12 @@
 // dispatch interfaces of its classes, with named arguments, and with the types that the library promises.
 #include <gtest/gtest.h>
 
+#include <cstdio>
+
 #include "QVRKvTARNCfg.h"
 #include "base/text.h"
 #include "platform/win32/com/apartment.h"
 #include "platform/win32/com/variant.h"
-#include "platform/win32/system/handle.h"
 #include "platform/win32/system/process.h"
 #include "platform/win32/system/text.h"
 
@@ -16,34 +17,20 @@ using automation::Value;
 
 /// What the tool prints when it is started with `word`.
 std::string RunTool(const wchar_t* word) {
-  std::wstring line = L"\"" + win32::Wide(win32::ProgramFolder()) + L"\\QVRKvTARNCfg.exe\" " + word;
-  SECURITY_ATTRIBUTES inherited = {sizeof inherited, nullptr, TRUE};
-  win32::Handle out;
-  win32::Handle in;
-  CreatePipe(out.Put(), in.Put(), &inherited, 0);
-  STARTUPINFOW start = {};
-  start.cb = sizeof start;
-  start.dwFlags = STARTF_USESTDHANDLES;
-  start.hStdOutput = start.hStdError = in.Get();
-  PROCESS_INFORMATION made = {};
-  if (!CreateProcessW(nullptr, line.data(), nullptr, nullptr, TRUE, 0, nullptr, nullptr, &start, &made))
-    return "not started";
-  const win32::Handle process(made.hProcess);
-  const win32::Handle thread(made.hThread);
-  in.Reset();
+  const std::wstring line = L"\"" + win32::Wide(win32::ProgramFolder()) + L"\\QVRKvTARNCfg.exe\" " + word;
+  std::FILE* output = _wpopen(line.c_str(), L"r");
+  if (!output) return "not started";
   std::string printed;
   char part[200];
-  for (DWORD read = 0; ReadFile(out.Get(), part, sizeof part, &read, nullptr) && read > 0;)
-    printed.append(part, read);
-  WaitForSingleObject(process.Get(), 60'000);
+  while (std::fgets(part, sizeof part, output)) printed += part;
+  _pclose(output);
   return printed;
 }
 
 class EarlyBound : public testing::Test {
  protected:
   static void SetUpTestSuite() {
-    ASSERT_EQ(RunTool(L"/RegServer"),
-              "KV-TARN Configuration: registered for all users of this computer.\r\n");
+    ASSERT_EQ(RunTool(L"/RegServer"), "KV-TARN Configuration: registered for all users of this computer.\n");
   }
   static void TearDownTestSuite() { RunTool(L"/UnregServer"); }
 
@@ -56,7 +43,7 @@ class EarlyBound : public testing::Test {
 
   /// Arguments in the order of `names`, the member's first; all are named. The result when there is one.
   static HRESULT Call(IDispatch* object, std::vector<std::wstring> names, const std::vector<Value>& values,
-                      win32::Variant* result = nullptr, EXCEPINFO* why = nullptr) {
+                      win32::Variant* result = nullptr) {
     std::vector<LPOLESTR> words;
     for (std::wstring& name : names) words.push_back(name.data());
     std::vector<DISPID> ids(names.size());
@@ -70,13 +57,14 @@ class EarlyBound : public testing::Test {
     const auto count = static_cast<UINT>(arguments.size());
     DISPPARAMS parameters = {arguments.data(), ids.data() + 1, count, count};
     return object->Invoke(ids[0], GUID{}, 0, DISPATCH_METHOD | DISPATCH_PROPERTYGET, &parameters,
-                          result ? result->Put() : nullptr, why, nullptr);
+                          result ? result->Put() : nullptr, nullptr, nullptr);
   }
 
   win32::ComApartment apartment_;
 };
 
-TEST_F(EarlyBound, TheTransactionOfAnotherProcessHasTheTypesOfItsLibrary) {
+TEST_F(EarlyBound, ObjectsOfAnotherProcessHaveTheTypesOfTheLibrary) {
+  EXPECT_TRUE(Create(CLSID_Configuration, DIID__Configuration));
   EXPECT_TRUE(Create(CLSID_OVXPlugInAPI, DIID__OVXPlugInAPI));
   const auto record = Create(CLSID_CTransaction, DIID__CTransaction);
   ASSERT_TRUE(record);
@@ -94,19 +82,6 @@ TEST_F(EarlyBound, TheTransactionOfAnotherProcessHasTheTypesOfItsLibrary) {
     ASSERT_EQ(Call(record.Get(), {name}, {}, &result), S_OK);
     EXPECT_EQ(result.Get().vt, type) << win32::Utf8(name);
   }
-}
-
-TEST_F(EarlyBound, ConfigurationsAnswerWithCodeWordsAndSource) {
-  const auto configuration = Create(CLSID_Configuration, DIID__Configuration);
-  ASSERT_TRUE(configuration);
-  EXCEPINFO why = {};
-  EXPECT_EQ(Call(configuration.Get(), {L"Value", L"Field", L"Page"}, {"txtPIDTemp(0)", "PID"}, nullptr, &why),
-            DISP_E_EXCEPTION);
-  EXPECT_EQ(win32::Utf8(why.bstrDescription ? why.bstrDescription : L""), "No unit is open.");
-  EXPECT_EQ(win32::Utf8(why.bstrSource ? why.bstrSource : L""), "KV-TARN Configuration");
-  EXPECT_TRUE(FAILED(why.scode)) << why.scode;
-  for (const BSTR text : {why.bstrDescription, why.bstrSource, why.bstrHelpFile}) SysFreeString(text);
-  EXPECT_EQ(Call(configuration.Get(), {L"Close"}, {}), S_OK);
 }
 
 }  // namespace

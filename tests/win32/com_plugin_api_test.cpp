@@ -2,6 +2,7 @@
 
 #include "QVRKvTARNCfg.h"
 #include "base/text.h"
+#include "com_support.h"
 #include "platform/win32/com/apartment.h"
 #include "platform/win32/com/local_dispatch.h"
 #include "platform/win32/com/type_library.h"
@@ -40,15 +41,7 @@ HRESULT Call(IDispatch* object, DISPID member, std::vector<VARIANT> arguments, s
   return object->Invoke(member, GUID{}, 0, DISPATCH_METHOD, &parameters, nullptr, nullptr, nullptr);
 }
 
-VARIANT Plain(VARTYPE type, LONG content) {
-  VARIANT variant;
-  VariantInit(&variant);
-  variant.vt = type;
-  variant.lVal = content;
-  return variant;
-}
-
-VARIANT Whole(LONG number) { return Plain(VT_I4, number); }
+VARIANT Whole(LONG number) { return com_test::Plain(VT_I4, number); }
 
 TEST(EarlyBinding, ArgumentsGoToTheParametersThatAreNamed) {
   const win32::ComApartment apartment;
@@ -65,8 +58,8 @@ TEST(EarlyBinding, ArgumentsGoToTheParametersThatAreNamed) {
   EXPECT_EQ(Call(dispatch.Get(), ids[0], {Whole(7), Whole(1)}, {ids[1]}), S_OK) << "the index by its place";
   EXPECT_EQ(record->RspArgument, (automation::Bytes{0, 7, 0, 0}));
 
-  const VARIANT missing = Plain(VT_ERROR, DISP_E_PARAMNOTFOUND);
-  const VARIANT null = Plain(VT_NULL, 0);
+  const VARIANT missing = com_test::Plain(VT_ERROR, DISP_E_PARAMNOTFOUND);
+  const VARIANT null = com_test::Plain(VT_NULL, 0);
   const struct {
     std::vector<VARIANT> arguments;
     std::vector<DISPID> names;

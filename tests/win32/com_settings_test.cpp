@@ -15,10 +15,7 @@ struct UserSettings : testing::Test {
   ~UserSettings() override { RegDeleteTreeW(HKEY_CURRENT_USER, L"Software\\TarnTest"); }
 
   void SetRaw(const wchar_t* name, DWORD type, const void* data, DWORD bytes) {
-    win32::RegistryKey opened;
-    RegCreateKeyExW(HKEY_CURRENT_USER, L"Software\\TarnTest\\Settings", 0, nullptr, 0, KEY_WRITE, nullptr,
-                    opened.Put(), nullptr);
-    RegSetValueExW(opened.Get(), name, 0, type, static_cast<const BYTE*>(data), bytes);
+    RegSetKeyValueW(HKEY_CURRENT_USER, win32::Wide(key).c_str(), name, type, data, bytes);
   }
 };
 

@@ -55,8 +55,8 @@ const automation::MemberOf<Box> Box::kMembers[8] = {
     {"Wait", nullptr, nullptr, Wait},
 };
 
-ForeignObject::ForeignObject(win32::ComPtr<IDispatch> inner, Counts& counts, DISPID shift)
-    : inner_(std::move(inner)), counts_(counts), shift_(shift) {}
+ForeignObject::ForeignObject(win32::ComPtr<IDispatch> inner, int& lookUps, DISPID shift)
+    : inner_(std::move(inner)), lookUps_(lookUps), shift_(shift) {}
 
 HRESULT ForeignObject::GetTypeInfoCount(UINT* count) {
   *count = 0;
@@ -66,7 +66,7 @@ HRESULT ForeignObject::GetTypeInfoCount(UINT* count) {
 HRESULT ForeignObject::GetTypeInfo(UINT, LCID, ITypeInfo**) { return DISP_E_BADINDEX; }
 
 HRESULT ForeignObject::GetIDsOfNames(REFIID id, LPOLESTR* names, UINT count, LCID locale, DISPID* ids) {
-  ++counts_.lookUps;
+  ++lookUps_;
   const HRESULT result = inner_->GetIDsOfNames(id, names, count, locale, ids);
   if (SUCCEEDED(result)) ids[0] += shift_;
   return result;
@@ -77,7 +77,7 @@ HRESULT ForeignObject::Invoke(DISPID id, REFIID iid, LCID locale, WORD flags, DI
   const HRESULT status =
       inner_->Invoke(id - shift_, iid, locale, flags, parameters, result, exception, argument);
   if (SUCCEEDED(status) && result && result->vt == VT_DISPATCH && result->pdispVal) {
-    result->pdispVal = new ForeignObject(win32::ComPtr<IDispatch>(result->pdispVal), counts_, shift_);
+    result->pdispVal = new ForeignObject(win32::ComPtr<IDispatch>(result->pdispVal), lookUps_, shift_);
   }
   return status;
 }

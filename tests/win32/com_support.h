@@ -3,6 +3,7 @@
 // cross processes.
 #pragma once
 
+#include <cstring>
 #include <functional>
 #include <memory>
 #include <thread>
@@ -15,6 +16,16 @@ namespace com_test {
 using automation::Arguments;
 using automation::Value;
 
+/// What other programs may send: the type and, at the common start of all members, the value.
+template <class T>
+VARIANT Plain(int type, T value) {
+  VARIANT plain;
+  VariantInit(&plain);
+  plain.vt = static_cast<VARTYPE>(type);
+  std::memcpy(&plain.llVal, static_cast<const void*>(&value), sizeof value);
+  return plain;
+}
+
 class Box : public automation::LocalClass<Box> {
  public:
   static const automation::MemberOf<Box> kMembers[8];
@@ -22,15 +33,11 @@ class Box : public automation::LocalClass<Box> {
   Value content;
 };
 
-/// Passes everything on to another IDispatch and counts; objects that come back are shown in the same way.
-/// Its ids are those of the other object plus `shift`.
+/// Passes everything on to another IDispatch and counts the look-ups of names; objects that come back are
+/// shown in the same way. Its ids are those of the other object plus `shift`.
 class ForeignObject : public win32::ComClass<IDispatch> {
  public:
-  struct Counts {
-    int lookUps = 0;
-  };
-
-  ForeignObject(win32::ComPtr<IDispatch> inner, Counts& counts, DISPID shift = 0);
+  ForeignObject(win32::ComPtr<IDispatch> inner, int& lookUps, DISPID shift = 0);
 
   HRESULT STDMETHODCALLTYPE GetTypeInfoCount(UINT* count) override;
   HRESULT STDMETHODCALLTYPE GetTypeInfo(UINT, LCID, ITypeInfo**) override;
@@ -41,7 +48,7 @@ class ForeignObject : public win32::ComClass<IDispatch> {
 
  private:
   win32::ComPtr<IDispatch> inner_;
-  Counts& counts_;
+  int& lookUps_;
   DISPID shift_;
 };
 

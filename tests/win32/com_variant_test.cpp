@@ -1,8 +1,5 @@
 #include <gtest/gtest.h>
 
-#include <cstring>
-#include <span>
-
 #include "automation/error.h"
 #include "com_support.h"
 #include "platform/win32/com/local_dispatch.h"
@@ -12,6 +9,7 @@ namespace {
 
 using automation::Bytes;
 using automation::Value;
+using com_test::Plain;
 using win32::ToValue;
 using win32::ToVariant;
 using win32::Variant;
@@ -47,17 +45,6 @@ TEST(Variant, GoesOutAndComesBackUnchanged) {
     EXPECT_TRUE(Same(ToValue(variant.Get()), value))
         << "place " << &value - values << ", type " << variant.Get().vt;
   }
-}
-
-// What other programs may send: the type and, at the common start of all members, the value.
-template <class T>
-VARIANT Plain(int type, T value) {
-  VARIANT plain;
-  VariantInit(&plain);
-  plain.vt = static_cast<VARTYPE>(type);
-  const auto bytes = std::as_bytes(std::span(&value, 1));
-  std::memcpy(&plain.llVal, bytes.data(), bytes.size());
-  return plain;
 }
 
 TEST(Variant, UnderstandsWhatOthersSend) {

@@ -32,13 +32,6 @@ HRESULT CallLibrary(const char* entry) {
   return call ? call() : E_NOTIMPL;
 }
 
-void HoldShift(bool down) {
-  BYTE keys[256] = {};
-  GetKeyboardState(keys);
-  keys[VK_SHIFT] = down ? 0x80 : 0;
-  SetKeyboardState(keys);
-}
-
 struct Dialog : ui::Window {
   Dialog() : Window("fTest") {
     SetTitle("Sensor Configuration");
@@ -135,12 +128,12 @@ TEST_F(HostedControls, TheTabKeyPassesThroughTheControl) {
     Press(VK_TAB);
     EXPECT_EQ(Focused(), order[step % order.size()]);
   }
-  HoldShift(true);
+  ui_test::Hold(VK_SHIFT, true);
   for (std::size_t step = order.size(); step-- > 0;) {
     Press(VK_TAB);
     EXPECT_EQ(Focused(), order[step]);
   }
-  HoldShift(false);
+  ui_test::Hold(VK_SHIFT, false);
   // And the site itself gives the focus on.
   dialog_.ctlSite.Focus();
   Settle();

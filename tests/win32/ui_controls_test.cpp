@@ -247,10 +247,7 @@ TEST_F(UiControls, AListFollowsTheDensityOfTheScreen) {
   };
   const int field = height(static_cast<WPARAM>(-1));
   const int entry = height(0);
-  RECT rect = RectOf(toolkit_.HandleOf(desk_));
-  SendMessageW(toolkit_.HandleOf(desk_), WM_DPICHANGED, MAKEWPARAM(192, 192),
-               reinterpret_cast<LPARAM>(&rect));
-  Settle();
+  ChangeDensity(toolkit_.HandleOf(desk_), 192, RectOf(toolkit_.HandleOf(desk_)));
   EXPECT_GT(height(static_cast<WPARAM>(-1)), field * 3 / 2);
   EXPECT_GT(height(0), entry * 3 / 2);
   const RECT list = RectOf(Native(desk_.list));

@@ -102,26 +102,21 @@ TEST_F(UiFocus, ARefusedEntryGetsTheFocusBackAndIsSelected) {
 }
 
 TEST_F(UiFocus, ARefusedEntryHoldsBackWhatWasClicked) {
-  const struct {
-    const char* name;
-    std::function<void()> act;
-  } acts[] = {
+  const std::pair<const char*, std::function<void()>> acts[] = {
       {"button", [&] { Click(Native(dialog_.ok)); }},
       {"option", [&] { Click(Native(dialog_.option[0])); }},
       {"row",
        [&] {
-         LVITEMW item = {};
-         item.state = item.stateMask = LVIS_SELECTED;
          SetFocus(Native(dialog_.list));
-         SendMessageW(Native(dialog_.list), LVM_SETITEMSTATE, 1, reinterpret_cast<LPARAM>(&item));
+         SelectRow(Native(dialog_.list), 1);
        }},
   };
   TypeInto(GetFocus(), "x");
-  for (const auto& act : acts) {
-    act.act();
+  for (const auto& [name, act] : acts) {
+    act();
     Settle();
-    EXPECT_EQ(dialog_.TakeEvents(), Events{"leave first"}) << act.name;
-    EXPECT_EQ(Focused(), "fDialog.first") << act.name;
+    EXPECT_EQ(dialog_.TakeEvents(), Events{"leave first"}) << name;
+    EXPECT_EQ(Focused(), "fDialog.first") << name;
   }
   EXPECT_TRUE(dialog_.option[1].Selected());
   EXPECT_EQ(dialog_.list.Selection(), std::vector<std::size_t>{0});

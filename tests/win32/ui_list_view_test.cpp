@@ -61,12 +61,6 @@ class UiListView : public UiTest {
     Send(LVM_GETITEMW, 0, reinterpret_cast<LPARAM>(&item));
     return item.iImage;
   }
-  void SelectNatively(int row, bool select) const {
-    LVITEMW item = {};
-    item.stateMask = LVIS_SELECTED;
-    item.state = select ? LVIS_SELECTED : 0;
-    Send(LVM_SETITEMSTATE, static_cast<WPARAM>(row), reinterpret_cast<LPARAM>(&item));
-  }
 
   std::unique_ptr<Log> log_;
 };
@@ -99,11 +93,11 @@ TEST_F(UiListView, RowsShowTheirCellsAndLevels) {
 
 TEST_F(UiListView, ASingleSelectionGoesBothWays) {
   Open(false);
-  SelectNatively(2, true);
+  SelectRow(View(), 2);
   Settle();
   EXPECT_EQ(log_->selected, std::vector<std::size_t>{2});
   EXPECT_EQ(log_->list.Selection(), std::vector<std::size_t>{2});
-  SelectNatively(2, false);
+  SelectRow(View(), 2, false);
   Settle();
   EXPECT_EQ(Send(LVM_GETNEXTITEM, static_cast<WPARAM>(-1), LVNI_SELECTED), 2) << "one row stays selected";
   log_->list.SetSelection({4});
@@ -117,8 +111,8 @@ TEST_F(UiListView, ASingleSelectionGoesBothWays) {
 
 TEST_F(UiListView, ManyRowsAreSelectedAtOnce) {
   Open(true);
-  SelectNatively(-1, true);
-  SelectNatively(1, false);
+  SelectRow(View(), -1);
+  SelectRow(View(), 1, false);
   Settle();
   EXPECT_EQ(log_->list.Selection(), (std::vector<std::size_t>{0, 2, 3, 4}));
 }
@@ -196,9 +190,7 @@ TEST_F(UiListView, ALongCellIsShownToItsEnd) {
   UpdateWindow(View());
   EXPECT_LT(inked(2, false), 12);
   const HWND frame = toolkit_.HandleOf(*log_);
-  RECT proposed = RectOf(frame);
-  SendMessageW(frame, WM_DPICHANGED, MAKEWPARAM(192, 192), reinterpret_cast<LPARAM>(&proposed));
-  Settle();
+  ChangeDensity(frame, 192, RectOf(frame));
   UpdateWindow(View());
   EXPECT_GE(inked(2, false), 12) << "in the density of another screen";
 }

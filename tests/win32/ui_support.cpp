@@ -2,6 +2,8 @@
 
 #include "platform/win32/system/own_window.h"
 #include "platform/win32/system/text.h"
+// After windows.h, which it needs.
+#include <commctrl.h>
 
 namespace ui_test {
 namespace {
@@ -77,6 +79,11 @@ void UiTest::MoveFocus(const ui::Control& control) {
   Settle();
 }
 
+void UiTest::ChangeDensity(HWND window, int dpi, const RECT& proposed) {
+  SendMessageW(window, WM_DPICHANGED, MAKEWPARAM(dpi, dpi), reinterpret_cast<LPARAM>(&proposed));
+  Settle();
+}
+
 std::string UiTest::Focused() const { return NameOf(GetFocus()); }
 
 void UiTest::WhenDialogOpens(std::function<void(HWND)> act) {
@@ -124,6 +131,19 @@ void SetTextOf(HWND edit, const char* text) {
 }
 
 void Click(HWND button) { SendMessageW(button, BM_CLICK, 0, 0); }
+
+void Hold(WORD key, bool down) {
+  BYTE keys[256] = {};
+  keys[key] = down ? 0x80 : 0;
+  SetKeyboardState(keys);
+}
+
+void SelectRow(HWND list, int row, bool select) {
+  LVITEMW item = {};
+  item.stateMask = LVIS_SELECTED;
+  item.state = select ? LVIS_SELECTED : 0;
+  SendMessageW(list, LVM_SETITEMSTATE, static_cast<WPARAM>(row), reinterpret_cast<LPARAM>(&item));
+}
 
 void ChooseEntry(HWND list, int place) {
   SendMessageW(list, CB_SETCURSEL, static_cast<WPARAM>(place), 0);

@@ -29,6 +29,8 @@ class UiTest : public testing::Test {
   /// Posts a key to the window that has the focus and lets it take effect.
   void Press(WORD key);
   void MoveFocus(const ui::Control& control);
+  /// The window comes to a screen of another density.
+  void ChangeDensity(HWND window, int dpi, const RECT& proposed);
   std::string Focused() const;
   /// Runs `act` with the first system dialog (message box, file dialog) that comes up, from the loop.
   void WhenDialogOpens(std::function<void(HWND dialog)> act);
@@ -54,6 +56,9 @@ void TypeInto(HWND edit, const char* text);
 /// Replaces the whole text, as a driver in another process does.
 void SetTextOf(HWND edit, const char* text);
 void Click(HWND button);
+/// Holds a key down, or no longer, while others are pressed.
+void Hold(WORD key, bool down);
+void SelectRow(HWND list, int row, bool select = true);
 /// Chooses an entry of a drop-down list and tells the parent, as the control does.
 void ChooseEntry(HWND list, int place);
 

@@ -38,6 +38,7 @@ constexpr SUBCLASSPROC CountDestroyed = Count<WM_NCDESTROY>;
 class UiWindow : public UiTest {
  protected:
   HWND Frame() const { return toolkit_.HandleOf(sheet_); }
+  bool Topmost() const { return (GetWindowLongPtrW(Frame(), GWL_EXSTYLE) & WS_EX_TOPMOST) != 0; }
   RECT Client() const {
     RECT rect = {};
     GetClientRect(Frame(), &rect);
@@ -129,10 +130,6 @@ TEST_F(UiWindow, EachWindowHasTheDensityOfItsOwnScreen) {
     ui::TextBox box{*this, "box"};
   } dialog("fDialog"), later("fLater");
   const auto width = [](HWND window) { return RectOf(window).right - RectOf(window).left; };
-  const auto move = [this](HWND frame, int dpi, const RECT& proposed) {
-    SendMessageW(frame, WM_DPICHANGED, MAKEWPARAM(dpi, dpi), reinterpret_cast<LPARAM>(&proposed));
-    Settle();
-  };
   Show(sheet_);
   Show(dialog);
   HWND frame = toolkit_.HandleOf(dialog);
@@ -141,7 +138,7 @@ TEST_F(UiWindow, EachWindowHasTheDensityOfItsOwnScreen) {
   const RECT others = RectOf(Native(sheet_.box));
   const int dpi = static_cast<int>(GetDpiForWindow(frame));
   // As when it was put over a window on a screen of that density: its size is doubled already.
-  move(frame, 2 * dpi, {20, 30, 20 + 4 * wide, 300});
+  ChangeDensity(frame, 2 * dpi, {20, 30, 20 + 4 * wide, 300});
   EXPECT_NEAR(width(Native(dialog.box)), 2 * box, 8);
   EXPECT_LE(width(frame), 2 * wide);
   EXPECT_TRUE(EqualRect(&others, std::array{RectOf(Native(sheet_.box))}.data()));
@@ -149,10 +146,10 @@ TEST_F(UiWindow, EachWindowHasTheDensityOfItsOwnScreen) {
   EXPECT_EQ(width(Native(later.box)), box);
 
   const RECT window = RectOf(Frame());
-  move(Frame(), 2 * dpi, {20, 30, 20 + 2 * width(Frame()), 30 + 2 * (window.bottom - window.top)});
+  ChangeDensity(Frame(), 2 * dpi, {20, 30, 20 + 2 * width(Frame()), 30 + 2 * (window.bottom - window.top)});
   EXPECT_EQ(RectOf(Frame()).left, 20);
   EXPECT_LE(RectOf(Native(sheet_.button)).bottom, Client().bottom);
-  move(Frame(), dpi, window);
+  ChangeDensity(Frame(), dpi, window);
   EXPECT_TRUE(EqualRect(&others, std::array{RectOf(Native(sheet_.box))}.data())) << "and back";
   for (ui::Window* other : {&dialog, &later}) toolkit_.Discard(*other);
 }
@@ -202,18 +199,17 @@ LRESULT CALLBACK NoteTopmost(HWND window, UINT message, WPARAM wParam, LPARAM lP
 }
 
 TEST_F(UiWindow, AWindowComesToTheFrontThroughTheTopmostBand) {
-  const auto topmost = [this] { return (GetWindowLongPtrW(Frame(), GWL_EXSTYLE) & WS_EX_TOPMOST) != 0; };
   Show(sheet_);
   ui::Window other("fOther");
   Show(other);
-  EXPECT_FALSE(topmost());
+  EXPECT_FALSE(Topmost());
   Settle();                 // the window manager has shown both
   bool wasTopmost = false;  // it may be active, and so leave the band, before the call returns
   SetWindowSubclass(Frame(), NoteTopmost, 1, reinterpret_cast<DWORD_PTR>(&wasTopmost));
   sheet_.BringToFront();
   EXPECT_TRUE(wasTopmost);
   RemoveWindowSubclass(Frame(), NoteTopmost, 1);
-  EXPECT_TRUE(RunUntil([&] { return !topmost(); }));
+  EXPECT_TRUE(RunUntil([&] { return !Topmost(); }));
   EXPECT_TRUE(RunUntil([&] { return GetActiveWindow() == Frame(); }));
   toolkit_.Discard(other);
 }
@@ -281,12 +277,11 @@ TEST_F(UiWindow, ClosingAsksFirst) {
 
 TEST_F(UiWindow, ActivationIsToldAndMayMoveOrCloseTheWindow) {
   int activations = 0;
-  const auto topmost = [this] { return (GetWindowLongPtrW(Frame(), GWL_EXSTYLE) & WS_EX_TOPMOST) != 0; };
   sheet_.onActivate = [&] {
     ++activations;
-    EXPECT_TRUE(topmost());
+    EXPECT_TRUE(Topmost());
     sheet_.LeaveTopmost();
-    EXPECT_FALSE(topmost());
+    EXPECT_FALSE(Topmost());
     sheet_.Hide();
   };
   toolkit_.Realize(sheet_);
@@ -335,12 +330,9 @@ TEST_F(UiWindow, MenuKeysAndEntriesRunTheirCommands) {
   Press(VK_F5);
   Press('S');
   Press(VK_F6);
-  BYTE keys[256] = {};
-  keys[VK_CONTROL] = 0x80;
-  SetKeyboardState(keys);
+  Hold(VK_CONTROL, true);
   Press('S');
-  keys[VK_CONTROL] = 0;
-  SetKeyboardState(keys);
+  Hold(VK_CONTROL, false);
   const HMENU more = GetSubMenu(GetSubMenu(GetMenu(Frame()), 0), 2);
   SendMessageW(Frame(), WM_COMMAND, GetMenuItemID(more, 0), 0);
   EXPECT_EQ(ran, (std::vector<std::string>{"refresh", "apply", "deep"}));

@@ -1,6 +1,5 @@
 // One of the maker's controls as an ActiveX control: its window in the container's window, its members as
-// IDispatch, its event.
-// Created by the class factory, owned by its container.
+// IDispatch, its event. Created by the class factory, owned by its container.
 #pragma once
 
 #include <memory>

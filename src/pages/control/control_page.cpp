@@ -12,8 +12,7 @@ constexpr PropertyFormat kOptions = {48, "UCPTobjectOptions", Units::kNone, host
 // By units, metric and imperial.
 constexpr std::string_view kSuffixes[][2] = {{"", ""}, {"#SI", "#US"}, {"", "#DegF"}};
 
-constexpr int kFunctionProperty =
-    3;  // of a control output variable: the function assigned on the outputs page
+constexpr int kFunctionProperty = 3;  // of a control output's variable, as the outputs page sets it
 
 }  // namespace
 

@@ -8,7 +8,6 @@
 #include <span>
 #include <string>
 #include <string_view>
-#include <utility>
 #include <vector>
 
 #include "base/record.h"
@@ -82,11 +81,5 @@ class ControlPage : public PageBase {
     return IsImperial() ? property.imperialPrecision : property.metricPrecision;
   }
 };
-
-template <std::size_t N>
-void SetTexts(const ui::LabelArray<N>& labels, std::string_view text, std::size_t first = 0,
-              std::size_t last = N - 1) {
-  for (std::size_t i = first; i <= last; ++i) labels[i].SetText(text);
-}
 
 }  // namespace pages

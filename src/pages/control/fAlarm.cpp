@@ -4,8 +4,6 @@
 #include <iterator>
 #include <utility>
 
-#include "base/text.h"
-
 namespace pages {
 namespace {
 
@@ -98,12 +96,6 @@ void fAlarm::InitStrings() {
   SetTexts(lblSec, Translate("sec"));
 }
 
-void fAlarm::SetUnitLabels() {
-  lblOffset.SetText(TemperatureUnit());
-  SetTexts(lblCelsius, TemperatureUnit());
-  SetTexts(lblUnitP, PressureUnit());
-}
-
 void fAlarm::BindFormats() {
   for (const int number : kBindOrder) {
     ControlPage::BindFormats({&rows_[static_cast<std::size_t>(number - kFirstRecord)].property, 1});
@@ -118,7 +110,11 @@ ui::TextBox& fAlarm::Box(std::size_t number) const {
 
 void fAlarm::Fill() {
   BindFormats();
-  WhenRead([this] { SetUnitLabels(); });
+  WhenRead([this] {
+    lblOffset.SetText(TemperatureUnit());
+    SetTexts(lblCelsius, TemperatureUnit());
+    SetTexts(lblUnitP, PressureUnit());
+  });
   FieldCounts counts{};
   std::size_t next = 0;
   for (std::size_t r = 0; r < kRecords; ++r) {

@@ -41,7 +41,6 @@ class fAlarm final : public ControlPage {
   /// In the order in which the records are filled and written.
   std::array<Row, kRecords> MakeRows();
   void BindFormats();
-  void SetUnitLabels();
   /// Throws base::Error when there is no such box.
   ui::TextBox& Box(std::size_t number) const;
   bool CheckLimits();

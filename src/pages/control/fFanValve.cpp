@@ -1,9 +1,5 @@
 #include "pages/control/fFanValve.h"
 
-#include <algorithm>
-
-#include "base/text.h"
-
 namespace pages {
 namespace {
 
@@ -27,12 +23,8 @@ constexpr std::size_t kFloatingOutputs = 6;  // only the first six outputs are l
 
 fFanValve::fFanValve(const shell::PageContext& context, const shell::PagePlace& place)
     : ControlPage(context, place, "Fan-Valve") {
-  for (ui::TextBox* box :
-       {&txtHeat, &txtCool, &txtMinHeatValue, &txtCoolValue, &txtFanSpeed, &txtFanPeriod, &txtThresHold}) {
-    Watch(*box);
-  }
-  Watch(optState);
-  Watch(chkFan);
+  WatchAll(txtHeat, txtCool, txtMinHeatValue, txtCoolValue, txtFanSpeed, txtFanPeriod, txtThresHold, optState,
+           chkFan);
   SetSource(kOptionsType, {&optState[0], &chkFan});
   BuildLayout();
 }

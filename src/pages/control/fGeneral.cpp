@@ -3,7 +3,6 @@
 #include <algorithm>
 #include <utility>
 
-#include "base/text.h"
 #include "logger/message_logger.h"
 
 namespace pages {
@@ -45,14 +44,9 @@ fGeneral::fGeneral(const shell::PageContext& context, const shell::PagePlace& pl
                                                      {kHumidity, txtHumidity},
                                                      {kHumidityTime, txtHumidityMin},
                                                      {kMinimumPosition, txtOutdoor}} {
-  for (ui::TextBox* box : {&txtBypassTime, &txtCO2, &txtDuctPressure, &txtAirLowLimit, &txtMaxPressure,
-                           &txtHumidity, &txtHumidityMin, &txtOutdoor, &txtOutdoorMax, &txtFreshAir}) {
-    Watch(*box);
-  }
-  Watch(optTemp);
-  Watch(optEcono);
-  Watch(optEmergency);
-  Watch(chkFreshAir);
+  WatchAll(txtBypassTime, txtCO2, txtDuctPressure, txtAirLowLimit, txtMaxPressure, txtHumidity,
+           txtHumidityMin, txtOutdoor, txtOutdoorMax, txtFreshAir, optTemp, optEcono, optEmergency,
+           chkFreshAir);
   SetSource(kOptionsType, {&optTemp[0], &optEcono[0], &optEmergency[0], &chkFreshAir});
   SetSource(kExtraConfig.type, {&txtOutdoorMax});
   BuildLayout();
@@ -122,14 +116,12 @@ void fGeneral::InitStrings() {
   });
 }
 
-void fGeneral::SetUnitLabels() {
-  SetTexts(lblPressUnit, PressureUnit());
-  lblAirUnit.SetText(TemperatureUnit());
-}
-
 void fGeneral::Fill() {
   BindFormats(kBindOrder);
-  WhenRead([this] { SetUnitLabels(); });
+  WhenRead([this] {
+    SetTexts(lblPressUnit, PressureUnit());
+    lblAirUnit.SetText(TemperatureUnit());
+  });
   ReadBoxes(boxes_);
   ShowText(txtOutdoorMax, ReadRecord(kExtraConfig).Field(kMaximumPositionField));
   ReadBoxes({{kDamperDriveTime, txtFreshAir}});

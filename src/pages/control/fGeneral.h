@@ -27,7 +27,6 @@ class fGeneral final : public ControlPage {
   void DropEdits() override { MarkChanged(freshAirUpdate_); }
   void Saved() override;
   void BuildLayout();
-  void SetUnitLabels();
 
   /// The message of the damper rule, empty when it passes.
   std::string DamperFault() const;
@@ -79,8 +78,7 @@ class fGeneral final : public ControlPage {
   ui::Frame fraEmergency{*this, "fraEmergency"};
   ui::OptionGroup<2> optEmergency{*this, "optEmergency"};
 
-  const std::vector<PropertyBox>
-      boxes_;  // of one property each, in the order in which they are read and written
+  const std::vector<PropertyBox> boxes_;  // in the order in which they are read and written
 };
 
 }  // namespace pages

@@ -42,18 +42,12 @@ bool IsSet(std::string_view option) { return option != "0"; }
 
 fHeatCool::fHeatCool(const shell::PageContext& context, const shell::PagePlace& place)
     : ControlPage(context, place, "Heating and cooling") {
-  Watch(txtSetPoint);
-  for (ui::TextBox* box : {&txtminHeatPeriod, &txtCoolOn, &txtCoolOFF, &txtMechCoolDelay, &txtfreeCoolDegree,
-                           &txtfreeCooling, &txtMechCoolLL, &txtChngeOverDelay}) {
-    Watch(*box);
-  }
+  WatchAll(txtSetPoint, txtminHeatPeriod, txtCoolOn, txtCoolOFF, txtMechCoolDelay, txtfreeCoolDegree,
+           txtfreeCooling, txtMechCoolLL, txtChngeOverDelay, chkHeatStage, chkMechAndEco, OptionNormallyCool,
+           OptionNormallyHeat);
   WatchSupply(txtMaxDischHeat, maxSupplyWarned_);
   WatchSupply(txtMinDischCool, minSupplyWarned_);
-  Watch(chkHeatStage);
-  Watch(chkMechAndEco);
   ui::Exclusive({&OptionNormallyCool, &OptionNormallyHeat});
-  Watch(OptionNormallyCool);
-  Watch(OptionNormallyHeat);
   SetSource(kSetpoints.type, txtSetPoint);
   SetSource(kOptionsType, {&chkHeatStage, &chkMechAndEco, &OptionNormallyCool});
   BuildLayout();
@@ -75,8 +69,7 @@ void fHeatCool::BuildLayout() {
   const auto setpoints = [this](ui::Label& heading, std::size_t first) {
     std::vector<ui::Node> cells = {ui::Empty(), Item(heading)};
     for (std::size_t i = first; i < first + kPeriods; ++i) {
-      cells.push_back(Item(lblSetPoint[i]));
-      cells.push_back(Line({Item(txtSetPoint[i]), Item(lblUnits[i])}));
+      cells.insert(cells.end(), {Item(lblSetPoint[i]), Line({Item(txtSetPoint[i]), Item(lblUnits[i])})});
     }
     return ui::GrowX(ui::Grid(2, std::move(cells)));
   };
@@ -139,14 +132,12 @@ void fHeatCool::InitStrings() {
   SetTexts(lblSec, Translate("sec"));
 }
 
-void fHeatCool::SetUnitLabels() {
-  SetTexts(lblUnits, TemperatureUnit());
-  lblBtu.SetText(IsImperial() ? "BTU/lb" : "KJ/kg");
-}
-
 void fHeatCool::Fill() {
   BindFormats(kBindOrder);
-  WhenRead([this] { SetUnitLabels(); });
+  WhenRead([this] {
+    SetTexts(lblUnits, TemperatureUnit());
+    lblBtu.SetText(IsImperial() ? "BTU/lb" : "KJ/kg");
+  });
   const base::Record setpoints = ReadRecord(kSetpoints);
   for (std::size_t i = 0; i < txtSetPoint.Size(); ++i) {
     ShowText(txtSetPoint[i], i < setpoints.Count() ? base::Trim(setpoints.Field(i)) : "");
@@ -177,8 +168,6 @@ void fHeatCool::FillOptions() {
     (heat ? OptionNormallyHeat : OptionNormallyCool).Select();
   });
 }
-
-void fHeatCool::FollowFunctions() { EnableUsable(SelectedFunctions()); }
 
 void fHeatCool::EnableUsable(const std::vector<std::string>& functions) {
   const auto assigned = [&functions](std::string_view name) {

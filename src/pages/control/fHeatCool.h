@@ -19,7 +19,7 @@ class fHeatCool final : public ControlPage {
  public:
   fHeatCool(const shell::PageContext& context, const shell::PagePlace& place);
 
-  void FollowFunctions() override;
+  void FollowFunctions() override { EnableUsable(SelectedFunctions()); }
 
  private:
   static constexpr std::size_t kPeriods = 3;  // occupied, standby, unoccupied
@@ -32,7 +32,6 @@ class fHeatCool final : public ControlPage {
   void BuildLayout();
   /// A supply limit: a warning about it holds back further ones until the person comes back to the box.
   void WatchSupply(ui::TextBox& box, bool& warned);
-  void SetUnitLabels();
   void EnableUsable(const std::vector<std::string>& functions);
   void CheckSetpoints();
   void CheckSupplyLimits();

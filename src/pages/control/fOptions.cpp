@@ -2,8 +2,6 @@
 
 #include <utility>
 
-#include "base/error.h"
-#include "base/text.h"
 #include "logger/message_logger.h"
 
 namespace pages {
@@ -43,23 +41,14 @@ constexpr int kFullDemand = 100;                         // percent
 
 fOptions::fOptions(const shell::PageContext& context, const shell::PagePlace& place)
     : ControlPage(context, place, "Options") {
-  for (ui::TextBox* box : {&txtStartTime, &txtMaxOffset, &txtInput, &txtHeatCool, &txtChangeOver})
-    Watch(*box);
-  Watch(txtAt);
-  for (ui::CheckBox* box :
-       {&chkOptimum[0], &chkOptimum[1], &chkEnable, &chkTerminal, &chkAlternate, &chkFrost}) {
-    box->onClick = [this] {
-      MarkChanged();
-      EnableGroups();
-    };
-  }
-  for (std::size_t i = 0; i < optAverage.Size(); ++i) {
-    optAverage[i].onClick = [this] {
-      MarkChanged();
-      EnableGroups();
-    };
-  }
-  Watch(optTerminal);
+  WatchAll(txtStartTime, txtMaxOffset, txtInput, txtHeatCool, txtChangeOver, txtAt, optTerminal);
+  const auto edited = [this] {
+    MarkChanged();
+    EnableGroups();
+  };
+  for (auto* box : {&chkOptimum[0], &chkOptimum[1], &chkEnable, &chkTerminal, &chkAlternate, &chkFrost})
+    box->onClick = edited;
+  for (std::size_t i = 0; i < optAverage.Size(); ++i) optAverage[i].onClick = edited;
   WatchCycle();
   SetSource(kWeights.type, txtAt);
   SetSource(kExtraConfig.type, {&txtHeatCool, &txtChangeOver});

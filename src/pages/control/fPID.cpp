@@ -35,20 +35,11 @@ fPID::fPID(const shell::PageContext& context, const shell::PagePlace& place)
 
 void fPID::BuildLayout() {
   using ui::Empty, ui::Item, ui::Span;
-  std::vector<ui::Node> cells = {
-      ui::Overlay({Item(lblPress[3]), Item(lblPress[4])}),
-      Item(lblColumn[0]),
-      Item(lblColumn[1]),
-      Span(2, Item(lblColumn[2])),
-      Span(2, Item(lblColumn[3])),
-      Empty(),
-      Item(lblPart[0]),
-      Empty(),
-      Item(lblPart[1]),
-      Item(lblPart[2]),
-      Item(lblPart[3]),
-      Item(lblPart[4]),
-  };
+  std::vector<ui::Node> cells = {ui::Overlay({Item(lblPress[3]), Item(lblPress[4])}), Item(lblColumn[0]),
+                                 Item(lblColumn[1]), Span(2, Item(lblColumn[2])),
+                                 Span(2, Item(lblColumn[3]))};
+  cells.insert(cells.end(), {Empty(), Item(lblPart[0]), Empty(), Item(lblPart[1]), Item(lblPart[2]),
+                             Item(lblPart[3]), Item(lblPart[4])});
   const auto addRow = [&cells](ui::Label& caption, const Boxes& boxes,
                                const std::array<ui::Label*, kFields>& units) {
     cells.push_back(Item(caption));
@@ -89,16 +80,14 @@ void fPID::InitStrings() {
   chkPID.SetText(Translate("Use supply air temp only for limitation"));
 }
 
-void fPID::SetUnitLabels() {
-  SetTexts(lblUnit, IsImperial() ? "% / °F" : "% / °C");
-  SetTexts(lblDeadBandUnit, TemperatureUnit());
-  SetTexts(lblPressure, IsImperial() ? "%/ \" WC" : "% / Pa");
-  lblPressD.SetText(PressureUnit());
-}
-
 void fPID::Fill() {
   BindFormats(kRecords);
-  WhenRead([this] { SetUnitLabels(); });
+  WhenRead([this] {
+    SetTexts(lblUnit, IsImperial() ? "% / °F" : "% / °C");
+    SetTexts(lblDeadBandUnit, TemperatureUnit());
+    SetTexts(lblPressure, IsImperial() ? "%/ \" WC" : "% / Pa");
+    lblPressD.SetText(PressureUnit());
+  });
   for (std::size_t loop = 0; loop < loops_.size(); ++loop) {
     const base::Record record = ReadRecord(kRecords[loop]);
     for (std::size_t i = 0; i < kFields; ++i) ShowText((*loops_[loop])[i], base::Trim(record.Field(i)));
@@ -107,16 +96,14 @@ void fPID::Fill() {
   WhenRead([this, functions = AssignedFunctions()] { EnableUsableLoops(functions); });
 }
 
-void fPID::FollowFunctions() { EnableUsableLoops(SelectedFunctions()); }
-
 void fPID::EnableUsableLoops(const std::vector<std::string>& functions) {
   bool freshAir = false;
   bool humidifier = false;
   bool pressure = false;
   for (const std::string& function : functions) {
     freshAir |= function.find("FRESH_AIR_DAMPER") != std::string::npos;
-    humidifier |=
-        function.find("HUMIDIFIER") != std::string::npos;  // a dehumidifier too: its name holds this one
+    // A dehumidifier too: its name holds this one.
+    humidifier |= function.find("HUMIDIFIER") != std::string::npos;
     pressure |= function == "FAN_SPEED_MOD" || function == "BYPASS_DAMPER_MOD";
   }
   EnableAll(freshAir, txtCO2Level, lblCo);

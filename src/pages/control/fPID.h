@@ -14,18 +14,16 @@ class fPID final : public ControlPage {
  public:
   fPID(const shell::PageContext& context, const shell::PagePlace& place);
 
-  void FollowFunctions() override;
+  void FollowFunctions() override { EnableUsableLoops(SelectedFunctions()); }
 
  private:
-  static constexpr std::size_t kFields = 6;  // shown of each record, in this order
-  enum Field { kGain, kDeadBand, kIntegralGain, kIntegralTime, kDerivativeGain, kDerivativeTime };
+  static constexpr std::size_t kFields = 6;  // shown of each record
   using Boxes = ui::TextBoxArray<kFields>;
 
   void InitStrings() override;
   void Fill() override;
   bool Write() override;
   void BuildLayout();
-  void SetUnitLabels();
   void EnableUsableLoops(const std::vector<std::string>& functions);
 
   ui::Frame fraLoops{*this, "fraLoops"};

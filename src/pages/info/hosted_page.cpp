@@ -48,11 +48,7 @@ void HostedPage::PageShown() {
     const bool created = static_cast<bool>(control_);
     Remove();
     const std::string fault = shell::DescribeError(error);
-    if (created) {
-      Told(fault, Initializing(fault), kInitialize);
-    } else {
-      Told(fault, fault, kLoad);
-    }
+    Told(fault, created ? Initializing(fault) : fault, created ? kInitialize : kLoad);
   }
   initializing_ = false;
 }
@@ -73,11 +69,8 @@ void HostedPage::Remove() {
 }
 
 void HostedPage::Heard(const std::string& text) {
-  if (initializing_) {
-    context_.messages.AddMessage(Initializing(text), kInitialize, location_, logger::kError);
-  } else {
-    context_.messages.AddMessage(text, site_.Name(), location_, logger::kError);
-  }
+  context_.messages.AddMessage(initializing_ ? Initializing(text) : text,
+                               initializing_ ? kInitialize : site_.Name(), location_, logger::kError);
 }
 
 void HostedPage::Told(const std::string& fault, const std::string& message, std::string_view routine) {

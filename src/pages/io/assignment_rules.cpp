@@ -17,7 +17,7 @@ constexpr int kHighestStage = 4;
 
 Result SameFunctionTwice(const OutputChange& change) {
   if (change.next == kUnassigned || !change.OthersHold(change.next)) return {};
-  return Refusal{{"This output is already selected, please select another one."}, {}};
+  return Refusal{{"This output is already selected, please select another one."}};
 }
 
 Result StageOrder(const OutputChange& change) {
@@ -25,7 +25,7 @@ Result StageOrder(const OutputChange& change) {
   if (!stage || stage->number == 1) return {};
   const std::string before = stage->Name(stage->number - 1);
   if (change.OthersHold(before)) return {};
-  return Refusal{{"You have to select the ", before, " before selecting ", change.next}, {}};
+  return Refusal{{"You have to select the ", before, " before selecting ", change.next}};
 }
 
 Result StageRemoval(const OutputChange& change) {
@@ -34,8 +34,7 @@ Result StageRemoval(const OutputChange& change) {
   for (int higher = stage->number + 1; higher <= kHighestStage; ++higher) {
     if (!change.OthersHold(stage->Name(higher))) continue;
     return Refusal{
-        {"You still have ", stage->Name(higher), " selected, ", change.previous, " must remain selected."},
-        {}};
+        {"You still have ", stage->Name(higher), " selected, ", change.previous, " must remain selected."}};
   }
   return {};
 }

@@ -34,7 +34,7 @@ struct OutputChange {
 /// the arguments go into the placeholders.
 struct Refusal {
   std::vector<std::string> pieces;
-  std::vector<std::string> arguments;
+  std::vector<std::string> arguments = {};
 
   std::string InWords(const shell::Strings& strings) const;
 };

@@ -4,7 +4,6 @@
 #include <iterator>
 
 #include "base/text.h"
-#include "host/output_functions.h"
 
 namespace pages {
 namespace {
@@ -65,12 +64,9 @@ void fControlOutput::BuildLayout() {
   for (std::size_t c = 0; c < lblColumn.Size(); ++c) cells.push_back(Item(lblColumn[c]));
   cells.push_back(Empty());
   for (std::size_t i = 0; i < kOutputCount; ++i) {
-    cells.push_back(Item(lblOutput[i]));
-    cells.push_back(Item(cboOutput[i]));
-    cells.push_back(Item(chkOutput[i]));
-    cells.push_back(Item(chkOver[i]));
-    cells.push_back(ui::Overlay({Item(cboONOFF[i]), ui::Line({Item(txtValue[i]), Item(lblVUnit[i])})}));
-    cells.push_back(Item(cmdConfigure[i]));
+    const auto value = ui::Overlay({Item(cboONOFF[i]), ui::Line({Item(txtValue[i]), Item(lblVUnit[i])})});
+    cells.insert(cells.end(), {Item(lblOutput[i]), Item(cboOutput[i]), Item(chkOutput[i]), Item(chkOver[i]),
+                               value, Item(cmdConfigure[i])});
   }
   SetLayout(ui::Stack({ui::Box(fraOutputs, ui::Grid(6, std::move(cells)))}));
 }
@@ -150,9 +146,7 @@ void fControlOutput::BindFormats() {
 
 void fControlOutput::Fill() {
   BindFormats();
-  for (std::size_t i = 0; i < kOutputCount; ++i) {
-    NamingProperty(OutputName(i), [this, i] { FillOutput(i); });
-  }
+  for (std::size_t i = 0; i < kOutputCount; ++i) NamingProperty(OutputName(i), [&] { FillOutput(i); });
   WhenRead([this] {
     settings_.DropEdits();
     Context().pages.CheckOutputDependencies();
@@ -199,10 +193,8 @@ void fControlOutput::ChooseFunction(std::size_t i) {
   const std::string next = base::Upper(cboOutput[i].SelectedText());
   if (next == functions_[i]) return;
   cboOutput[i].SelectText(functions_[i]);  // so it stays when a rule, or the host, refuses
-  if (const auto refusal = CheckAssignment({functions_, i, functions_[i], next})) {
-    Warn(refusal->InWords(Context().strings));
-    return;
-  }
+  if (const auto refusal = CheckAssignment({functions_, i, functions_[i], next}))
+    return Warn(refusal->InWords(Context().strings));
   const std::string signal = SignalFor(i, next);
   const SignalClass former = GetOutputSignalClass(functions_[i]);
   cboOutput[i].SelectText(next);
@@ -218,10 +210,8 @@ std::string fControlOutput::ReadName(std::size_t i, int number) {
   return NamingProperty(OutputName(i), [&] { return ReadWord(Property(i, number)); });
 }
 
-std::string fControlOutput::SignalType(std::size_t i) { return ReadName(i, kSignal); }
-
 std::string fControlOutput::SignalFor(std::size_t i, std::string_view function) {
-  return GetOutputSignalClass(function) == SignalClass::kNone ? std::string() : SignalType(i);
+  return GetOutputSignalClass(function) == SignalClass::kNone ? std::string() : ReadName(i, kSignal);
 }
 
 void fControlOutput::CheckHardware(std::size_t i, std::string_view signal) {
@@ -313,9 +303,7 @@ bool fControlOutput::Write() {
   }
   if (!IsChanged()) return true;
   BindFormats();
-  for (std::size_t i = 0; i < kOutputCount; ++i) {
-    NamingProperty(OutputName(i), [this, i] { WriteOutput(i); });
-  }
+  for (std::size_t i = 0; i < kOutputCount; ++i) NamingProperty(OutputName(i), [&] { WriteOutput(i); });
   settings_.Write();
   return true;
 }
@@ -344,7 +332,7 @@ void fControlOutput::WriteOutput(std::size_t i) {
 void fControlOutput::Configure(std::size_t i) {
   if (!dialog_) dialog_ = std::make_unique<fConfigActuator>(Context());
   dialog_->Index = static_cast<int>(i) + 1;
-  dialog_->OutputSignal = SignalType(i);
+  dialog_->OutputSignal = ReadName(i, kSignal);
   dialog_->Open();
   if (!dialog_->MayHaveWritten()) return;
   settings_.Outdated();

@@ -42,7 +42,6 @@ class fControlOutput final : public PageBase {
   void SetFunction(std::size_t i, const std::string& function);
   /// A property that never is empty, in upper case.
   std::string ReadName(std::size_t i, int number);
-  std::string SignalType(std::size_t i);
   /// Read where the function asks for a kind of signal, empty otherwise.
   std::string SignalFor(std::size_t i, std::string_view function);
   /// Whether the output's hardware, of this signal type, can drive its function.

@@ -40,10 +40,8 @@ void fHardwareInput::BuildLayout() {
   for (std::size_t c = 0; c < lblColumn.Size(); ++c) cells.push_back(Item(lblColumn[c]));
   cells.push_back(Empty());
   for (std::size_t i = 0; i < kInputs; ++i) {
-    cells.push_back(Item(lblInput[i]));
-    cells.push_back(Item(cboInput[i]));
-    cells.push_back(Item(lblSensor[i]));
-    cells.push_back(Item(cmdConfigure[i]));
+    cells.insert(cells.end(),
+                 {Item(lblInput[i]), Item(cboInput[i]), Item(lblSensor[i]), Item(cmdConfigure[i])});
   }
   SetLayout(ui::Stack({ui::Box(fraInputs, ui::Grid(4, std::move(cells)))}));
 }
@@ -137,23 +135,19 @@ void fHardwareInput::ShowSensorType(std::size_t i, const std::string& sensor) {
 void fHardwareInput::ShowSensor(std::size_t i) {
   const InputFunction* function = FindInputFunction(functions_[i]);
   const std::string& sensor = Context().selections.GetSensorType(i);
-  const bool shown = function && function->name != kUnused;
+  if (!function || function->name == kUnused) return lblSensor[i].SetText("");
   // Another sensor than the usual one is allowed; the installer should only see it.
-  const bool usual = !shown || function->usualSensor.empty() || function->usualSensor == sensor;
-  lblSensor[i].SetText(!shown ? std::string()
-                       : usual
-                           ? sensor
-                           : WithNames("%s1% (usually %s2%)", {sensor, std::string(function->usualSensor)}));
+  const std::string usual(function->usualSensor);
+  const bool asUsual = usual.empty() || usual == sensor;
+  lblSensor[i].SetText(asUsual ? sensor : WithNames("%s1% (usually %s2%)", {sensor, usual}));
 }
 
 void fHardwareInput::ChooseFunction(std::size_t i) {
   const std::string next = base::Upper(cboInput[i].SelectedText());
   if (next == functions_[i]) return;
   cboInput[i].SelectText(functions_[i]);  // so it stays when it is refused, or the host fails
-  if (next != kUnused && std::ranges::find(functions_, next) != functions_.end()) {
-    Warn(Translate("This input is already selected, please select another one."));
-    return;
-  }
+  if (next != kUnused && std::ranges::find(functions_, next) != functions_.end())
+    return Warn(Translate("This input is already selected, please select another one."));
   const std::string sensor = ReadSensorType(i);
   cboInput[i].SelectText(next);
   const ui::Answer defaults = OfferDefaults(next);
@@ -217,10 +211,7 @@ bool fHardwareInput::Write() {
 }
 
 void fHardwareInput::Configure(std::size_t i) {
-  if (functions_[i].empty()) {
-    Warn(Translate("You must make a selection before configuration"));
-    return;
-  }
+  if (functions_[i].empty()) return Warn(Translate("You must make a selection before configuration"));
   const InputFunction* function = FindInputFunction(functions_[i]);
   if (!dialog_) dialog_ = std::make_unique<fConfigSensor>(Context());
   dialog_->Index = static_cast<int>(i) + 1;

@@ -2,8 +2,6 @@
 
 #include <algorithm>
 
-#include "base/text.h"
-
 namespace pages {
 namespace {
 
@@ -52,9 +50,7 @@ fNetworkInput::fNetworkInput(const shell::PageContext& context, const shell::Pag
     : NetworkPage(context, place, "Network Input") {
   static_assert(std::size(kInputs) == kVariableCount && std::size(kGroups) == kGroupCount);
   for (const Field& field : Fields()) Watch(field.box);
-  for (std::size_t i = 0; i < kVariableCount; ++i) {
-    txtnvi[i].onFocus = [this, i] { row_ = i; };
-  }
+  for (std::size_t i = 0; i < kVariableCount; ++i) txtnvi[i].onFocus = [this, i] { row_ = i; };
   Watch(chkInput);
   SetSource(kFlagsFormat, chkInput);
   for (std::size_t i = kVariableCount; i < kFlagCount; ++i) chkInput[i].SetVisible(false);
@@ -67,15 +63,11 @@ ui::Node fNetworkInput::GroupBox(std::size_t group) {
   std::vector<ui::Node> cells = {Empty(), Item(lblHeartbeat[group]), Empty(), Item(lblTypes[group])};
   for (std::size_t i = 0; i < kVariableCount; ++i) {
     if (kInputs[i].group != group) continue;
-    cells.push_back(Item(lblNvi[i]));
-    cells.push_back(Line({Item(txtnvi[i]), Item(lblSec[i])}));
-    cells.push_back(Item(chkInput[i]));
-    cells.push_back(Item(lblType[i]));
+    cells.insert(cells.end(), {Item(lblNvi[i]), Line({Item(txtnvi[i]), Item(lblSec[i])}), Item(chkInput[i]),
+                               Item(lblType[i])});
     if (i != kEmergCmd) continue;
-    cells.push_back(Item(lblEmergCmd));
-    cells.push_back(Line({Item(txtEmergCmd), Item(lblEmergSec)}));
-    cells.push_back(Empty());
-    cells.push_back(Empty());
+    cells.insert(cells.end(),
+                 {Item(lblEmergCmd), Line({Item(txtEmergCmd), Item(lblEmergSec)}), Empty(), Empty()});
   }
   return ui::Box(fraGroup[group], ui::Grid(4, std::move(cells)));
 }
@@ -91,19 +83,15 @@ void fNetworkInput::BuildLayout() {
 }
 
 void fNetworkInput::InitStrings() {
-  for (std::size_t group = 0; group < kGroupCount; ++group) {
+  for (std::size_t group = 0; group < kGroupCount; ++group)
     fraGroup[group].SetText(Translate(kGroups[group]));
-    lblHeartbeat[group].SetText(Translate("Heartbeat"));
-    lblTypes[group].SetText(Translate("Type"));
-  }
-  const std::string seconds = Translate("sec");
-  for (std::size_t i = 0; i < kVariableCount; ++i) {
-    lblNvi[i].SetText(kInputs[i].variable);
-    lblSec[i].SetText(seconds);
-    chkInput[i].SetText(Translate("Persistent"));
-  }
+  SetTexts(lblHeartbeat, Translate("Heartbeat"));
+  SetTexts(lblTypes, Translate("Type"));
+  for (std::size_t i = 0; i < kVariableCount; ++i) lblNvi[i].SetText(kInputs[i].variable);
+  SetTexts(lblSec, Translate("sec"));
+  SetTexts(chkInput, Translate("Persistent"), 0, kVariableCount - 1);
   lblEmergCmd.SetText(Translate("Emergency hold time"));
-  lblEmergSec.SetText(seconds);
+  lblEmergSec.SetText(Translate("sec"));
   cmdChangeType.SetText(Translate("Change type"));
 }
 
@@ -165,8 +153,6 @@ void fNetworkInput::ReadTypes() {
     });
   }
 }
-
-void fNetworkInput::ShowType(std::size_t i) { lblType[i].SetText(host::BareType(TypeOf(i))); }
 
 const std::string& fNetworkInput::TypeOf(std::size_t i) const {
   return chosen_[i].empty() ? types_[i] : chosen_[i];

@@ -32,7 +32,7 @@ class fNetworkInput final : public NetworkPage {
   std::vector<Field> Fields();
   host::Property& Flags();
   void ReadTypes();
-  void ShowType(std::size_t i);
+  void ShowType(std::size_t i) { lblType[i].SetText(host::BareType(TypeOf(i))); }
   /// The type that the variable has, or is going to have when the page is saved.
   const std::string& TypeOf(std::size_t i) const;
   std::vector<std::string> AllowedTypes(std::size_t i);

@@ -54,16 +54,13 @@ void fNetworkOutput::InitStrings() {
   fraOutput.SetText(Translate("Control outputs and unit"));
   lblDelta.SetText(Translate("Send on Delta"));
   lblOther.SetText(Translate("All other variables"));
-  for (std::size_t i = 0; i < lblHeartbeat.Size(); ++i) lblHeartbeat[i].SetText(Translate("Heartbeat"));
-  for (std::size_t i = 0; i < lblThrottle.Size(); ++i) lblThrottle[i].SetText(Translate("Throttle"));
-  const std::string seconds = Translate("sec");
-  for (std::size_t i = 0; i < kVariableCount; ++i) {
-    lblNvo[i].SetText(kVariables[i]);
-    lblNvoUnit[i].SetText(seconds);
-  }
-  for (std::size_t i = 0; i < lblOutputUnit.Size(); ++i) lblOutputUnit[i].SetText(seconds);
-  for (std::size_t i = 0; i < lblOtherUnit.Size(); ++i) lblOtherUnit[i].SetText(seconds);
-  for (std::size_t i = 1; i < kDeltaCount; ++i) lblDeltaUnit[i].SetText("%");
+  SetTexts(lblHeartbeat, Translate("Heartbeat"));
+  SetTexts(lblThrottle, Translate("Throttle"));
+  for (std::size_t i = 0; i < kVariableCount; ++i) lblNvo[i].SetText(kVariables[i]);
+  SetTexts(lblNvoUnit, Translate("sec"));
+  SetTexts(lblOutputUnit, Translate("sec"));
+  SetTexts(lblOtherUnit, Translate("sec"));
+  SetTexts(lblDeltaUnit, "%", 1);
 }
 
 std::vector<NetworkPage::Field> fNetworkOutput::Fields() {

@@ -18,8 +18,6 @@ class ComApartment {
   /// Throws base::Error when the system refuses.
   ComApartment();
   ~ComApartment();
-  ComApartment(const ComApartment&) = delete;
-  ComApartment& operator=(const ComApartment&) = delete;
 
   /// Runs at the start of each call that comes in from outside, with the id of the calling thread as the
   /// system gives it (Wine gives this process' id instead). What it throws goes to the debugger's output.

@@ -3,7 +3,6 @@
 // After windows.h, which it needs.
 #include <objbase.h>
 
-#include <algorithm>
 #include <bit>
 #include <utility>
 
@@ -20,11 +19,6 @@ ULONGLONG AwakeTime() {
   ULONGLONG time = 0;  // in units of 100 ns
   QueryUnbiasedInterruptTime(&time);
   return time / 10'000;
-}
-
-bool Due(ULONGLONG start) {
-  const std::chrono::milliseconds elapsed(AwakeTime() - start);
-  return elapsed >= std::min(CallWatch::kPatience, CallWatch::kGivenUpPatience);
 }
 
 // Ends the call that this thread waits for; it fails with RPC_E_CALL_CANCELED. For Wine alone the function is
@@ -105,7 +99,8 @@ void CallWatch::Remind(const std::stop_token& stop) {
     parked_ = false;
     begun_.wait_for(lock, stop, kInterval, [] { return false; });
     const ULONGLONG since = since_;
-    if (since == 0 || !Due(since)) continue;
+    // The shorter patience; which one counts is seen on the other thread.
+    if (since == 0 || std::chrono::milliseconds(AwakeTime() - since) < kGivenUpPatience) continue;
     window_.Post(WM_NULL);
     SendNotifyMessageW(window_.Get(), kLook, 0, 0);
   }

@@ -58,8 +58,6 @@ class CallWatch {
 
   /// For the calls of the thread that makes the watch. Throws base::Error.
   explicit CallWatch(Handlers handlers);
-  CallWatch(const CallWatch&) = delete;
-  CallWatch& operator=(const CallWatch&) = delete;
   ~CallWatch();
 
   /// Called while a call is pending, by the call filter on each message that arrives; yes cancels the call.

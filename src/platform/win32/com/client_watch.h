@@ -18,8 +18,6 @@ class ClientWatch {
   /// ended.
   ClientWatch(ComApartment& apartment, std::function<void()> onAllGone);
   ~ClientWatch();
-  ClientWatch(const ClientWatch&) = delete;
-  ClientWatch& operator=(const ClientWatch&) = delete;
 
  private:
   class Impl;

@@ -68,10 +68,10 @@ struct ObjectClass {
   }
 };
 
-std::shared_ptr<ObjectClass> RootClass(const std::string& programId) {
+std::shared_ptr<ObjectClass> RootClass(std::string_view programId) {
   static ByName<std::shared_ptr<ObjectClass>> roots;
-  auto& root = roots[programId];
-  if (!root) root = std::make_shared<ObjectClass>(programId);
+  auto& root = roots[std::string(programId)];
+  if (!root) root = std::make_shared<ObjectClass>(std::string(programId));
   return root;
 }
 
@@ -124,8 +124,6 @@ class ComTarget : public automation::Target {
     const PendingCall call("Release");
     dispatch_.Reset();
   }
-  ComTarget(const ComTarget&) = delete;
-  ComTarget& operator=(const ComTarget&) = delete;
 
   IDispatch* Dispatch() const { return dispatch_.Get(); }
 
@@ -209,7 +207,7 @@ class ComTarget : public automation::Target {
   std::shared_ptr<ObjectClass> class_;
 };
 
-[[noreturn]] void FailCreation(const std::string& programId, HRESULT result) {
+[[noreturn]] void FailCreation(std::string_view programId, HRESULT result) {
   // The system has no words of its own for all of its versions of this.
   const bool unknown = result == CO_E_CLASSSTRING || result == REGDB_E_CLASSNOTREG;
   throw Error(static_cast<std::uint32_t>(result),
@@ -219,7 +217,7 @@ class ComTarget : public automation::Target {
 
 }  // namespace
 
-automation::Object CreateObject(const std::string& programId) {
+automation::Object CreateObject(std::string_view programId) {
   CLSID classId;
   HRESULT result = CLSIDFromProgID(Wide(programId).c_str(), &classId);
   if (FAILED(result)) FailCreation(programId, result);

@@ -5,7 +5,7 @@
 // User-interface thread only.
 #pragma once
 
-#include <string>
+#include <string_view>
 
 #include "automation/object.h"
 #include "platform/win32/system/handle.h"
@@ -14,7 +14,7 @@ namespace win32 {
 
 /// Creates an object of another program or component. Throws automation::Error naming the program id and the
 /// reason.
-automation::Object CreateObject(const std::string& programId);
+automation::Object CreateObject(std::string_view programId);
 
 /// An object that arrived by other ways than a member of a known object; nothing for null. Adds its own
 /// reference.

@@ -10,7 +10,6 @@
 #include "platform/win32/system/text.h"
 
 namespace win32 {
-
 namespace {
 
 // --- for Wine alone ---
@@ -54,10 +53,18 @@ class NoObject : public ComClass<IDispatch, IClassFactory> {
 };
 // ---
 
+ComPtr<ITypeInfo> TypeInfoOf(int typeLibrary, const GUID& interfaceId) {
+  ComPtr<ITypeInfo> info;
+  const auto library = OwnTypeLibrary(typeLibrary);
+  if (library && interfaceId != GUID{}) library->GetTypeInfoOfGuid(interfaceId, info.Put());
+  return info;
+}
+
 }  // namespace
 
 struct ComServer::State {
-  std::vector<Owner<DWORD, RevokeClassObject>> registrations;
+  using Registration = Owner<DWORD, Calls<CoRevokeClassObject>>;
+  std::vector<Registration> registrations;
   std::vector<KeptInterface> kept;  // for Wine alone
   bool singleUse = true;
   std::function<void()> onLastRelease;
@@ -68,17 +75,6 @@ struct ComServer::State {
     if (--outstanding == 0 && onLastRelease) Guarded(onLastRelease);
   }
 };
-
-namespace {
-
-ComPtr<ITypeInfo> TypeInfoOf(int typeLibrary, const GUID& interfaceId) {
-  ComPtr<ITypeInfo> info;
-  const auto library = OwnTypeLibrary(typeLibrary);
-  if (library && interfaceId != GUID{}) library->GetTypeInfoOfGuid(interfaceId, info.Put());
-  return info;
-}
-
-}  // namespace
 
 class ComServer::Factory : public ComClass<IClassFactory> {
  public:
@@ -139,14 +135,13 @@ ComServer::ComServer(const std::vector<ServerClass>& classes, Options options)
   }
   for (const ServerClass& served : classes) {
     const ComPtr<IClassFactory> factory(new Factory(served, options.typeLibrary, state_));
-    Owner<DWORD, RevokeClassObject> registration;
+    State::Registration registration;
     const HRESULT result =
         CoRegisterClassObject(served.classId, factory.Get(), CLSCTX_LOCAL_SERVER,
                               options.singleUse ? REGCLS_SINGLEUSE : REGCLS_MULTIPLEUSE, registration.Put());
-    if (FAILED(result)) {
+    if (FAILED(result))
       throw base::Error(
           fmt::format("The class {} could not be offered: {}", served.friendlyName, SystemText(result)));
-    }
     state_->registrations.push_back(std::move(registration));
   }
 }

@@ -28,10 +28,6 @@ struct ServerClass {
   GUID applicationId = {};
 };
 
-struct RevokeClassObject {
-  void operator()(DWORD registration) const { CoRevokeClassObject(registration); }
-};
-
 class ComServer {
  public:
   struct Options {

@@ -49,11 +49,6 @@ class InterfaceDescription {
   std::map<MEMBERID, MemberDescription> members_;
 };
 
-/// An argument for a parameter of type `declared`. Nothing becomes the empty text where a text is due, as the
-/// platform converts it; null and an argument that was left out are refused with the code that
-/// IDispatch::Invoke documents for them. Throws as ToValue does.
-HRESULT TakeArgument(const VARIANT& given, VARTYPE declared, automation::Value& taken);
-
 bool IsPlain(VARTYPE type) {
   return type == VT_UI1 || type == VT_BOOL || (type >= VT_I2 && type <= VT_R8) || type == VT_BSTR;
 }
@@ -99,7 +94,10 @@ Variant MemberDescription::Shape(Variant value) const {
   return shaped;
 }
 
-HRESULT TakeArgument(const VARIANT& given, VARTYPE declared, automation::Value& taken) {
+/// An argument for a parameter of type `declared`. Nothing becomes the empty text where a text is due, as the
+/// platform converts it; null and an argument that was left out are refused with the code that
+/// IDispatch::Invoke documents for them. Throws as ToValue does.
+HRESULT TakeArgument(const VARIANT& given, VARTYPE declared, Value& taken) {
   // Script languages hand over their variables by reference.
   const VARIANT& plain = given.vt == (VT_BYREF | VT_VARIANT) ? *given.pvarVal : given;
   if (IsPlain(declared)) {

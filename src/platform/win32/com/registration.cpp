@@ -114,10 +114,9 @@ LSTATUS WriteEntry(RegistryRoot root, const Entry& entry) {
                                          KEY_SET_VALUE, nullptr, opened.Put(), nullptr);
   if (status != ERROR_SUCCESS) return status;
   const wchar_t* name = entry.name.empty() ? nullptr : entry.name.c_str();
-  if (!entry.bytes.empty()) {
+  if (!entry.bytes.empty())
     return RegSetValueExW(opened.Get(), name, 0, REG_BINARY, entry.bytes.data(),
                           static_cast<DWORD>(entry.bytes.size()));
-  }
   const std::wstring text = Wide(entry.text);
   return RegSetValueExW(opened.Get(), name, 0, REG_SZ, reinterpret_cast<const BYTE*>(text.c_str()),
                         static_cast<DWORD>((text.size() + 1) * sizeof(wchar_t)));
@@ -195,13 +194,12 @@ bool RegisterServerIn(RegistryRoot root, const std::vector<ServerClass>& classes
     }
     if (typeLibrary) RegisterTypeLibrary(root, typeLibrary);
   } catch (const base::Error&) {
-    const std::exception_ptr reason = std::current_exception();
     try {
       Remove(root, all, typeLibrary);
     } catch (const base::Error&) {
       // The first failure tells more.
     }
-    std::rethrow_exception(reason);
+    throw;
   }
   return true;
 }

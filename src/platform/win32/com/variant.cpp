@@ -1,7 +1,6 @@
 #include "platform/win32/com/variant.h"
 
 #include <cstring>
-#include <limits>
 
 #include <fmt/format.h>
 
@@ -41,9 +40,8 @@ class ArrayAccess {
 
 std::uint8_t ToByte(const VARIANT& element) {
   const std::int32_t whole = ToValue(element).AsWhole();
-  if (whole < 0 || whole > 255) {
+  if (whole < 0 || whole > 255)
     throw automation::Error(automation::kTypeMismatch, fmt::format("{} in an array is not a byte.", whole));
-  }
   return static_cast<std::uint8_t>(whole);
 }
 

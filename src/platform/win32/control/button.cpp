@@ -31,8 +31,7 @@ class NativeMark : public NativeControl {
   }
 
   void Mirror(ui::Aspect aspect) override {
-    if (aspect == ui::Aspect::kContent)
-      SendMessageW(Window(), BM_SETCHECK, Marked() ? BST_CHECKED : BST_UNCHECKED, 0);
+    if (aspect == ui::Aspect::kContent) Send(BM_SETCHECK, Marked() ? BST_CHECKED : BST_UNCHECKED);
     NativeControl::Mirror(aspect);
   }
 
@@ -72,7 +71,7 @@ class NativeOptionButton : public NativeMark {
   bool Marked() const override { return Button().Selected(); }
   Style GetStyle() const override { return {L"BUTTON", BS_AUTORADIOBUTTON | BS_MULTILINE | WS_TABSTOP}; }
   // The focus alone is no click: it comes back here after a question, too.
-  void Created() override { SendMessageW(Window(), BM_SETDONTCLICK, TRUE, 0); }
+  void Created() override { Send(BM_SETDONTCLICK, TRUE, 0); }
 };
 
 class NativeButton : public NativeControl {
@@ -103,12 +102,7 @@ class NativeButton : public NativeControl {
     const auto click = [this] { Button().Click(); };
     // Cancelling never asks for a better entry first.
     if (!Form().Top().IsCancelButton(Control())) return Act(click);
-    Context().loop.RunOutsideSend([click, weak = Form().weak_from_this()] {
-      const auto form = weak.lock();
-      if (!form || !form->Alive()) return;
-      const auto top = form->Top().shared_from_this();
-      click();
-    });
+    Context().loop.RunOutsideSend(Form().Later(click));
   }
 
  private:
@@ -127,7 +121,7 @@ class NativeButton : public NativeControl {
     const int gap = Metrics().Scale(kPictureGap);
     picture.margin = {gap, 0, 0, 0};
     picture.uAlign = Caption().empty() ? BUTTON_IMAGELIST_ALIGN_CENTER : BUTTON_IMAGELIST_ALIGN_LEFT;
-    SendMessageW(Window(), BCM_SETIMAGELIST, 0, reinterpret_cast<LPARAM>(&picture));
+    Send(BCM_SETIMAGELIST, 0, reinterpret_cast<LPARAM>(&picture));
     InvalidateRect(Window(), nullptr, TRUE);
   }
 

@@ -44,9 +44,6 @@ class NativeListBox : public NativeControl {
 
   ui::ListBox& List() const { return static_cast<ui::ListBox&>(Control()); }
   Style GetStyle() const override { return {L"COMBOBOX", CBS_DROPDOWNLIST | WS_VSCROLL | WS_TABSTOP}; }
-  LRESULT Send(UINT message, WPARAM wParam = 0, LPARAM lParam = 0) const {
-    return SendMessageW(Window(), message, wParam, lParam);
-  }
   int Shown() const { return static_cast<int>(Send(CB_GETCURSEL)); }
   FocusKeeper& Focus() const { return Form().Top().Focus(); }
 
@@ -130,12 +127,9 @@ void NativeListBox::Command(UINT code) {
 void NativeListBox::Closed() {
   state_ = State::kClosing;
   Focus().Await(this);
-  Context().loop.Post([this, weak = Form().weak_from_this()] {
-    const auto form = weak.lock();
-    if (!form || !form->Alive() || !Focus().Awaits(*this) || state_ != State::kClosing) return;
-    const auto top = form->Top().shared_from_this();
-    top->Focus().Settle();
-  });
+  Context().loop.Post(Form().Later([this] {
+    if (Focus().Awaits(*this) && state_ == State::kClosing) Focus().Settle();
+  }));
 }
 
 bool NativeListBox::Take() {
@@ -217,10 +211,10 @@ class NativeProgressBar : public NativeControl {
       // The bar of the visual styles creeps up to a larger value, long after the work, and goes back to a
       // smaller one at once.
       const int most = std::max(Bar().Maximum(), 1);
-      SendMessageW(Window(), PBM_SETRANGE32, 0, most + 1);
-      SendMessageW(Window(), PBM_SETPOS, static_cast<WPARAM>(Bar().Value() + 1), 0);
-      SendMessageW(Window(), PBM_SETPOS, static_cast<WPARAM>(Bar().Value()), 0);
-      SendMessageW(Window(), PBM_SETRANGE32, 0, most);
+      Send(PBM_SETRANGE32, 0, most + 1);
+      Send(PBM_SETPOS, static_cast<WPARAM>(Bar().Value() + 1), 0);
+      Send(PBM_SETPOS, static_cast<WPARAM>(Bar().Value()), 0);
+      Send(PBM_SETRANGE32, 0, most);
     }
     NativeControl::Mirror(aspect);
   }

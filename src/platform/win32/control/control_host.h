@@ -16,8 +16,6 @@ class ActiveXHost : public ui::ControlHost, private MessageFilter {
  public:
   ActiveXHost(NativeToolkit& toolkit, MessageLoop& loop);
   ~ActiveXHost() override;
-  ActiveXHost(const ActiveXHost&) = delete;
-  ActiveXHost& operator=(const ActiveXHost&) = delete;
 
   /// A control that the site holds already is destroyed first. The object outlives its window, but shows
   /// nothing then.

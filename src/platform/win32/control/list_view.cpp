@@ -37,9 +37,6 @@ class NativeListView : public NativeControl {
   ui::ListView& List() const { return static_cast<ui::ListView&>(Control()); }
   Style GetStyle() const override;
   void Created() override;
-  LRESULT Send(UINT message, WPARAM wParam = 0, LPARAM lParam = 0) const {
-    return SendMessageW(Window(), message, wParam, lParam);
-  }
 
   void QueueMirror();
   void MirrorContent();
@@ -113,12 +110,10 @@ void NativeListView::Mirror(ui::Aspect aspect) {
 
 void NativeListView::QueueMirror() {
   if (std::exchange(mirrorQueued_, true)) return;
-  Context().loop.Post([this, weak = Form().weak_from_this()] {
-    const auto form = weak.lock();
-    if (!form || !form->Alive()) return;
+  Context().loop.Post(Form().Later([this] {
     mirrorQueued_ = false;
     MirrorContent();
-  });
+  }));
 }
 
 void NativeListView::MirrorContent() {
@@ -169,9 +164,8 @@ void NativeListView::MirrorRows() {
 void NativeListView::ShowPictures() {
   const Pictures& pictures = Images();
   const HIMAGELIST wanted = HasPictures() ? pictures.Levels() : pictures.Spacer();
-  if (reinterpret_cast<HIMAGELIST>(Send(LVM_GETIMAGELIST, LVSIL_SMALL)) != wanted) {
+  if (reinterpret_cast<HIMAGELIST>(Send(LVM_GETIMAGELIST, LVSIL_SMALL)) != wanted)
     Send(LVM_SETIMAGELIST, LVSIL_SMALL, reinterpret_cast<LPARAM>(wanted));
-  }
 }
 
 void NativeListView::MirrorSelection() {
@@ -244,10 +238,8 @@ bool NativeListView::HasPictures() const {
 // The last column takes the width that the others leave, at least its own.
 bool NativeListView::FillWidth() {
   if (shownColumns_.empty()) return false;
-  RECT client = {};
-  GetClientRect(Window(), &client);
   const std::size_t last = shownColumns_.size() - 1;
-  int left = client.right;
+  int left = ClientRect(Window()).right;
   for (std::size_t i = 0; i < last; ++i) left -= static_cast<int>(Send(LVM_GETCOLUMNWIDTH, i));
   return SetWidth(last, std::max(left, ColumnWidth(last)));
 }
@@ -309,16 +301,12 @@ void NativeListView::TurnTickUnder(const POINT& place) {
 void NativeListView::QueueSelection() {
   selectionTouched_ = true;
   if (std::exchange(selectionQueued_, true)) return;
-  const int refusals = Form().Top().Focus().Refusals();
-  Context().loop.Post([this, refusals, weak = Form().weak_from_this()] {
-    const auto form = weak.lock();
-    if (!form) return;
+  Context().loop.Post(Form().Later([this, refusals = Form().Top().Focus().Refusals()] {
     selectionQueued_ = false;
-    if (!form->Alive()) return;
-    const auto top = form->Top().shared_from_this();
-    if (top->Focus().Settle() && form->Alive() && top->Focus().Refusals() == refusals) TakeSelection();
-    if (form->Alive()) Mirror(ui::Aspect::kContent);
-  });
+    FocusKeeper& focus = Form().Top().Focus();
+    if (focus.Settle() && Form().Alive() && focus.Refusals() == refusals) TakeSelection();
+    if (Form().Alive()) Mirror(ui::Aspect::kContent);
+  }));
 }
 
 void NativeListView::TakeSelection() {

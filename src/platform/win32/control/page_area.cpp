@@ -65,7 +65,7 @@ class NativePageArea : public NativeControl {
   void ScrollTo(int bar, int position);
   void Scroll(int bar, UINT code);
   void ScrollWheel(WPARAM wParam);
-  int Position(int bar) const;
+  int Position(int bar) const { return GetScrollPos(Window(), bar); }
 
   std::vector<Page> pages_;
   ui::Form* shown_ = nullptr;
@@ -175,9 +175,8 @@ void NativePageArea::ShowPage() {
   }
   // A hidden window would keep the keys to itself.
   const Page* now = Shown();
-  if (focused && !(now && IsChild(now->window.Get(), GetFocus()))) {
+  if (focused && !(now && IsChild(now->window.Get(), GetFocus())))
     SetFocus(GetNextDlgTabItem(Form().Top().Window(), nullptr, FALSE));
-  }
 }
 
 NativePageArea::Page* NativePageArea::Shown() {
@@ -194,8 +193,7 @@ bool NativePageArea::Place(const ui::Rect& rect) {
 void NativePageArea::ArrangeShown() {
   Page* page = Shown();
   if (!page) return;
-  RECT outer = {};
-  GetWindowRect(Window(), &outer);
+  const RECT outer = WindowRect(Window());
   const ui::Size area = {outer.right - outer.left, outer.bottom - outer.top};
   const ui::Size least = page->form->Minimum();
   // One scroll bar takes room from the other direction.
@@ -207,33 +205,26 @@ void NativePageArea::ArrangeShown() {
   const ui::Size seen = {area.width - (down ? barWidth : 0), area.height - (across ? barHeight : 0)};
   const ui::Size size = {std::max(least.width, seen.width), std::max(least.height, seen.height)};
 
-  const std::pair<int, std::pair<int, int>> bars[] = {{SB_HORZ, {size.width, seen.width}},
-                                                      {SB_VERT, {size.height, seen.height}}};
-  for (const auto& [bar, lengths] : bars) {
+  const auto setBar = [this](int bar, int whole, int part) {
     SCROLLINFO info = {};
     info.cbSize = sizeof info;
     info.fMask = SIF_RANGE | SIF_PAGE;
-    info.nMax = lengths.first - 1;
-    info.nPage = static_cast<UINT>(std::max(lengths.second, 0));
+    info.nMax = whole - 1;
+    info.nPage = static_cast<UINT>(std::max(part, 0));
     SetScrollInfo(Window(), bar, &info, TRUE);
-  }
+  };
+  setBar(SB_HORZ, size.width, seen.width);
+  setBar(SB_VERT, size.height, seen.height);
   SetWindowPos(page->window.Get(), nullptr, -Position(SB_HORZ), -Position(SB_VERT), size.width, size.height,
                SWP_NOZORDER | SWP_NOACTIVATE);
   page->form->Arrange({0, 0, size.width, size.height});
 }
 
-int NativePageArea::Position(int bar) const { return GetScrollPos(Window(), bar); }
-
 void NativePageArea::ScrollTo(int bar, int position) {
-  SCROLLINFO info = {};
-  info.cbSize = sizeof info;
-  info.fMask = SIF_POS;
-  info.nPos = position;
-  SetScrollInfo(Window(), bar, &info, TRUE);
-  if (Page* page = Shown()) {
+  SetScrollPos(Window(), bar, position, TRUE);
+  if (Page* page = Shown())
     SetWindowPos(page->window.Get(), nullptr, -Position(SB_HORZ), -Position(SB_VERT), 0, 0,
                  SWP_NOSIZE | SWP_NOZORDER | SWP_NOACTIVATE);
-  }
 }
 
 void NativePageArea::Scroll(int bar, UINT code) {
@@ -275,11 +266,9 @@ void NativePageArea::ScrollWheel(WPARAM wParam) {
 void NativePageArea::Reveal(HWND inside) {
   Page* page = Shown();
   if (!page || !IsChild(page->window.Get(), inside)) return;
-  RECT rect = {};
-  GetWindowRect(inside, &rect);
+  RECT rect = WindowRect(inside);
   MapWindowPoints(nullptr, Window(), reinterpret_cast<POINT*>(&rect), 2);
-  RECT client = {};
-  GetClientRect(Window(), &client);
+  const RECT client = ClientRect(Window());
   const auto follow = [&](int bar, int low, int high, int length, int margin) {
     if (low - margin < 0) ScrollTo(bar, Position(bar) + low - margin);
     if (high + margin > length) ScrollTo(bar, Position(bar) + high + margin - length);

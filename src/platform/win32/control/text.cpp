@@ -67,13 +67,13 @@ class NativeTextBox : public NativeControl {
 
   void Mirror(ui::Aspect aspect) override {
     if (aspect == ui::Aspect::kText) return MirrorContent();
-    if (aspect == ui::Aspect::kContent) SendMessageW(Window(), EM_SETREADONLY, Box().ReadOnly(), 0);
+    if (aspect == ui::Aspect::kContent) Send(EM_SETREADONLY, Box().ReadOnly(), 0);
     NativeControl::Mirror(aspect);
   }
 
   void TakeFocus() override {
     NativeControl::TakeFocus();
-    SendMessageW(Window(), EM_SETSEL, 0, -1);
+    Send(EM_SETSEL, 0, -1);
   }
 
   void Command(UINT code) override {
@@ -108,11 +108,11 @@ class NativeTextBox : public NativeControl {
     if (ShownText() == text) return;
     DWORD begin = 0;
     DWORD end = 0;
-    SendMessageW(Window(), EM_GETSEL, reinterpret_cast<WPARAM>(&begin), reinterpret_cast<LPARAM>(&end));
+    Send(EM_GETSEL, reinterpret_cast<WPARAM>(&begin), reinterpret_cast<LPARAM>(&end));
     mirroring_ = true;
     SetWindowTextW(Window(), text.c_str());
     mirroring_ = false;
-    SendMessageW(Window(), EM_SETSEL, begin, end);
+    Send(EM_SETSEL, begin, end);
   }
 
   bool mirroring_ = false;

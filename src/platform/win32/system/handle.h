@@ -45,16 +45,18 @@ class Owner {
   T resource_{};
 };
 
+/// The closer of what one function of the system releases.
+template <auto function>
+struct Calls {
+  template <class T>
+  void operator()(T resource) const {
+    function(resource);
+  }
+};
 struct CloseKernelHandle {
   void operator()(HANDLE handle) const {
     if (handle != INVALID_HANDLE_VALUE) CloseHandle(handle);
   }
-};
-struct CloseRegistryKey {
-  void operator()(HKEY key) const { RegCloseKey(key); }
-};
-struct FreeBstr {
-  void operator()(BSTR text) const { SysFreeString(text); }
 };
 template <class Interface>
 struct ReleaseInterface {
@@ -63,9 +65,9 @@ struct ReleaseInterface {
 
 /// A kernel handle; a failed CreateFile's INVALID_HANDLE_VALUE is not an empty one, compare before.
 using Handle = Owner<HANDLE, CloseKernelHandle>;
-using RegistryKey = Owner<HKEY, CloseRegistryKey>;
+using RegistryKey = Owner<HKEY, Calls<RegCloseKey>>;
 
-class Bstr : public Owner<BSTR, FreeBstr> {
+class Bstr : public Owner<BSTR, Calls<SysFreeString>> {
  public:
   using Owner::Owner;
   explicit Bstr(std::string_view utf8) : Bstr(std::wstring_view(Wide(utf8))) {}

@@ -11,14 +11,25 @@
 
 namespace win32 {
 
-struct DestroyWindowHandle {
-  void operator()(HWND window) const { DestroyWindow(window); }
-};
-using WindowHandle = Owner<HWND, DestroyWindowHandle>;
+using WindowHandle = Owner<HWND, Calls<DestroyWindow>>;
 
 /// The program or library that this code is part of: its window classes are its own, also where another part
 /// of the process has classes of the same names.
 HINSTANCE ThisModule();
+
+/// Where a window stands on the screen.
+inline RECT WindowRect(HWND window) {
+  RECT rect = {};
+  GetWindowRect(window, &rect);
+  return rect;
+}
+
+/// What is within its border, counted from there.
+inline RECT ClientRect(HWND window) {
+  RECT rect = {};
+  GetClientRect(window, &rect);
+  return rect;
+}
 
 /// Registers a window class with the dialog background; harmless when it is there already.
 void RegisterWindowClass(const wchar_t* name, WNDPROC procedure);

@@ -28,10 +28,9 @@ BOOL CALLBACK FindVisible(HWND window, LPARAM found) {
 
 // The dialog that waits for its answer in front of a window, or the window itself.
 HWND EnabledOver(HWND window) {
-  if (!IsWindowEnabled(window)) {
+  if (!IsWindowEnabled(window))
     EnumThreadWindows(GetWindowThreadProcessId(window, nullptr), FindEnabledOver,
                       reinterpret_cast<LPARAM>(&window));
-  }
   return window;
 }
 
@@ -51,10 +50,7 @@ class SharedInput {
   DWORD other_;
 };
 
-struct UnmapView {
-  void operator()(void* view) const { UnmapViewOfFile(view); }
-};
-using MappedView = Owner<void*, UnmapView>;
+using MappedView = Owner<void*, Calls<UnmapViewOfFile>>;
 
 class PagedSection : public plugin::SharedSection {
  public:
@@ -94,9 +90,8 @@ plugin::Sight NativeDesktop::Look(std::int32_t window, std::int32_t mark) {
   HWND there = WindowOf(window);
   if (GetPropW(there, kMarkProperty) != LongToHandle(mark)) return plugin::Sight::kGone;
   DWORD_PTR answer = 0;
-  if (!SendMessageTimeoutW(there, WM_NULL, 0, 0, SMTO_ABORTIFHUNG, kAnswerTime, &answer)) {
+  if (!SendMessageTimeoutW(there, WM_NULL, 0, 0, SMTO_ABORTIFHUNG, kAnswerTime, &answer))
     return IsWindow(there) ? plugin::Sight::kSilent : plugin::Sight::kGone;
-  }
   return IsZoomed(there) ? plugin::Sight::kMaximized : plugin::Sight::kNormal;
 }
 

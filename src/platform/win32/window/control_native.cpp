@@ -5,7 +5,6 @@
 #include <utility>
 
 #include "base/error.h"
-#include "platform/win32/system/own_window.h"
 #include "platform/win32/system/text.h"
 #include "platform/win32/window/form_native.h"
 #include "platform/win32/window/mark.h"
@@ -24,8 +23,6 @@ HFONT NativeControl::TextFont() const {
   return control_.GetMark() == ui::Mark::kNone ? Metrics().Text() : Metrics().Bold();
 }
 
-std::wstring NativeControl::Caption() const { return Wide(control_.Text()); }
-
 std::wstring NativeControl::ShownText() const {
   std::wstring text(static_cast<std::size_t>(GetWindowTextLengthW(window_)), L'\0');
   const int length = GetWindowTextW(window_, text.data(), static_cast<int>(text.size()) + 1);
@@ -42,7 +39,7 @@ void NativeControl::Create(int id, bool startsGroup) {
                             reinterpret_cast<HMENU>(static_cast<INT_PTR>(id)), ThisModule(), nullptr);
   const std::string name = control_.GetForm().Name() + "." + control_.Name();
   if (!window_) throw base::Error("The control " + name + " could not be created: " + LastErrorText());
-  SendMessageW(window_, WM_SETFONT, reinterpret_cast<WPARAM>(TextFont()), FALSE);
+  Send(WM_SETFONT, reinterpret_cast<WPARAM>(TextFont()), FALSE);
   name_.emplace(window_, name);
   Context().controls[window_] = this;
   SetWindowLongPtrW(window_, GWLP_USERDATA, reinterpret_cast<LONG_PTR>(this));
@@ -70,9 +67,8 @@ void NativeControl::Mirror(ui::Aspect aspect) {
     case ui::Aspect::kText:
       return MirrorText();
     case ui::Aspect::kEnabled:
-      if ((IsWindowEnabled(window_) != FALSE) != control_.EnabledInFrame()) {
+      if ((IsWindowEnabled(window_) != FALSE) != control_.EnabledInFrame())
         EnableWindow(window_, control_.EnabledInFrame());
-      }
       return;
     case ui::Aspect::kVisible:
       ShowWindow(window_, control_.VisibleInFrame() ? SW_SHOWNA : SW_HIDE);
@@ -96,7 +92,7 @@ void NativeControl::MirrorText() {
 void NativeControl::MirrorName() { Context().accessibleNames.Set(window_, Wide(control_.AccessibleName())); }
 
 void NativeControl::MirrorMark() {
-  SendMessageW(window_, WM_SETFONT, reinterpret_cast<WPARAM>(TextFont()), FALSE);
+  Send(WM_SETFONT, reinterpret_cast<WPARAM>(TextFont()), FALSE);
   RedrawWindow(window_, nullptr, nullptr, RDW_INVALIDATE | RDW_ERASE | RDW_FRAME | RDW_ALLCHILDREN);
 }
 
@@ -107,10 +103,9 @@ std::optional<LRESULT> NativeControl::Color(HDC dc) const {
 
 std::function<void()> NativeControl::Track(const std::vector<ui::MenuItem>& items, std::optional<POINT> place,
                                            const RECT& inside) const {
-  POINT point = {inside.left, inside.bottom};
-  if (!place) ClientToScreen(window_, &point);
+  POINT shown = place.value_or(POINT{inside.left, inside.bottom});
+  if (!place) ClientToScreen(window_, &shown);
   const NativeMenu menu(items, NativeMenu::Shape::kPopup);
-  const POINT shown = place.value_or(point);
   const auto form = form_.shared_from_this();
   const int id = TrackPopupMenu(menu.Get(), TPM_RETURNCMD | TPM_RIGHTBUTTON, shown.x, shown.y, 0,
                                 form_.Top().Window(), nullptr);
@@ -135,10 +130,8 @@ bool NativeControl::ShowFormMenu(std::optional<POINT> place) {
                             {}});
     }
   }
-  RECT client = {};
-  GetClientRect(window_, &client);
   // Not as Act does: what stands in the box need not pass its check to be taken back.
-  if (const auto handler = Track(menu.items, place, client)) Context().loop.Guard(handler);
+  if (const auto handler = Track(menu.items, place, ClientRect(window_))) Context().loop.Guard(handler);
   return true;
 }
 
@@ -148,7 +141,7 @@ bool NativeControl::MeasuredAnew() {
 }
 
 void NativeControl::FontChanged() {
-  if (window_) SendMessageW(window_, WM_SETFONT, reinterpret_cast<WPARAM>(TextFont()), TRUE);
+  if (window_) Send(WM_SETFONT, reinterpret_cast<WPARAM>(TextFont()), TRUE);
   MeasuredAnew();
 }
 
@@ -164,13 +157,10 @@ bool NativeControl::Place(const ui::Rect& rect) {
 void NativeControl::TakeFocus() { form_.Top().Focus().Give(window_); }
 
 void NativeControl::Act(const std::function<void()>& work) {
-  Context().loop.RunOutsideSend([this, work, weak = form_.weak_from_this()] {
-    const auto form = weak.lock();
-    if (!form || !form->Alive()) return;
-    const auto top = form->Top().shared_from_this();
-    if (top->Focus().Settle() && form->Alive()) Context().loop.Guard(work);
-    if (form->Alive()) Mirror(ui::Aspect::kContent);
-  });
+  Context().loop.RunOutsideSend(form_.Later([this, work] {
+    if (form_.Top().Focus().Settle() && form_.Alive()) Context().loop.Guard(work);
+    if (form_.Alive()) Mirror(ui::Aspect::kContent);
+  }));
 }
 
 LRESULT CALLBACK NativeControl::Procedure(HWND window, UINT message, WPARAM wParam, LPARAM lParam) {

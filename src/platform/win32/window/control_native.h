@@ -23,8 +23,6 @@ class NativeForm;
 class NativeControl {
  public:
   NativeControl(NativeForm& form, ui::Control& control) : form_(form), control_(control) {}
-  NativeControl(const NativeControl&) = delete;
-  NativeControl& operator=(const NativeControl&) = delete;
   virtual ~NativeControl() = default;
 
   HWND Window() const { return window_; }
@@ -76,7 +74,7 @@ class NativeControl {
   virtual void Created() {}
   virtual HFONT TextFont() const;
   /// The caption as shown; a text box keeps the description's text as it stands.
-  std::wstring Caption() const;
+  std::wstring Caption() const { return Wide(control_.Text()); }
   std::wstring ShownText() const;
 
   /// Shows the menu that the form has for the control; no when it has none.
@@ -92,6 +90,9 @@ class NativeControl {
   /// What the native control does with a message by itself.
   LRESULT Native(UINT message, WPARAM wParam, LPARAM lParam) const {
     return CallWindowProcW(native_, window_, message, wParam, lParam);
+  }
+  LRESULT Send(UINT message, WPARAM wParam = 0, LPARAM lParam = 0) const {
+    return SendMessageW(window_, message, wParam, lParam);
   }
   UiContext& Context() const;
   const FontMetrics& Metrics() const;

@@ -77,14 +77,6 @@ ui::Answer MessagePrompts::Ask(const ui::Prompt& prompt) {
   return prompt.buttons == ui::Buttons::kYesNo ? ui::Answer::kNo : ui::Answer::kCancel;
 }
 
-std::optional<std::string> FileNameDialog::AskSaveFile(const ui::FileRequest& request) {
-  return Ask(request, true);
-}
-
-std::optional<std::string> FileNameDialog::AskOpenFile(const ui::FileRequest& request) {
-  return Ask(request, false);
-}
-
 std::optional<std::string> FileNameDialog::Ask(const ui::FileRequest& request, bool toSave) {
   std::wstring filter = Wide(request.filter);
   const std::wstring extension = DefaultExtension(filter);
@@ -110,8 +102,7 @@ std::optional<std::string> FileNameDialog::Ask(const ui::FileRequest& request, b
   dialog.nMaxFile = static_cast<DWORD>(name.size());
   dialog.lpstrInitialDir = folder.empty() ? nullptr : folder.c_str();
   dialog.lpstrDefExt = extension.empty() ? nullptr : extension.c_str();
-  dialog.Flags = toSave ? (request.flags & kFlagsTaken) | kStyle
-                        : kStyle | OFN_FILEMUSTEXIST | OFN_PATHMUSTEXIST | OFN_HIDEREADONLY;
+  dialog.Flags = kStyle | (toSave ? request.flags & kFlagsTaken : OFN_FILEMUSTEXIST | OFN_HIDEREADONLY);
   while (toSave ? GetSaveFileNameW(&dialog) : GetOpenFileNameW(&dialog)) {
     if (!toSave) return Utf8(name.data());
     const std::wstring reason = WhyNotWritable(name.data());
@@ -120,9 +111,8 @@ std::optional<std::string> FileNameDialog::Ask(const ui::FileRequest& request, b
     MessageBoxW(modal.Owner(), text.c_str(), TitleOf(modal.Owner()).c_str(),
                 MB_OK | MB_ICONEXCLAMATION | MB_SETFOREGROUND);
   }
-  if (const DWORD fault = CommDlgExtendedError()) {
+  if (const DWORD fault = CommDlgExtendedError())
     throw base::Error("The dialog for the name of a file could not be shown (" + std::to_string(fault) + ")");
-  }
   return std::nullopt;
 }
 

@@ -27,8 +27,12 @@ class FileNameDialog : public ui::FileDialog {
   /// Starts in the folder of the proposed name if it has one, in the user's documents where the user may not
   /// write there. A file that cannot be written is told with the system's reason, and another name is asked
   /// for. Throws base::Error when the dialog cannot be shown.
-  std::optional<std::string> AskSaveFile(const ui::FileRequest& request) override;
-  std::optional<std::string> AskOpenFile(const ui::FileRequest& request) override;
+  std::optional<std::string> AskSaveFile(const ui::FileRequest& request) override {
+    return Ask(request, true);
+  }
+  std::optional<std::string> AskOpenFile(const ui::FileRequest& request) override {
+    return Ask(request, false);
+  }
 
  private:
   std::optional<std::string> Ask(const ui::FileRequest& request, bool toSave);

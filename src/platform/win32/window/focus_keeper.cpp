@@ -19,9 +19,8 @@ bool CanTakeFocus(HWND control) { return IsWindowVisible(control) && IsWindowEna
 // A combo box and the like give the focus to a window inside them.
 NativeControl* FocusKeeper::Focused() const {
   for (HWND window = GetFocus(); window && window != window_.Window(); window = GetParent(window)) {
-    if (NativeControl* control = context_.Find(window)) {
+    if (NativeControl* control = context_.Find(window))
       return &control->Form().Top() == &window_ ? control : nullptr;
-    }
   }
   return nullptr;
 }
@@ -45,19 +44,15 @@ void FocusKeeper::Restore() {
 }
 
 void FocusKeeper::Moved() {
-  if (queued_) return;
-  queued_ = true;
-  context_.loop.Post([this, weak = window_.weak_from_this()] {
-    const auto window = weak.lock();
-    if (!window) return;
+  if (std::exchange(queued_, true)) return;
+  context_.loop.Post(window_.Later([this] {
     queued_ = false;
-    if (!window->Alive()) return;
     const NativeControl* focused = Focused();
     const bool goesOn = focused && focused != awaited_;
-    if (!(goesOn ? Settle() : SettleFocus()) || !window->Alive()) return;
+    if (!(goesOn ? Settle() : SettleFocus()) || !window_.Alive()) return;
     Reveal();
     MarkDefaultButton();
-  });
+  }));
 }
 
 bool FocusKeeper::Settle() { return SettleFocus() && TakeAwaited(); }

@@ -12,13 +12,7 @@
 
 namespace win32 {
 
-struct DeleteGdiObject {
-  void operator()(HGDIOBJ object) const { DeleteObject(object); }
-};
-struct DeleteDeviceContext {
-  void operator()(HDC context) const { DeleteDC(context); }
-};
-using Font = Owner<HGDIOBJ, DeleteGdiObject>;
+using Font = Owner<HFONT, Calls<DeleteObject>>;
 
 class FontMetrics {
  public:
@@ -28,9 +22,9 @@ class FontMetrics {
   /// Takes the type face `face` in the system's present size and weight; no when they are in use already.
   bool Renew(const std::wstring& face);
 
-  HFONT Text() const { return static_cast<HFONT>(text_.Get()); }
-  HFONT Bold() const { return static_cast<HFONT>(bold_.Get()); }
-  HFONT Heading() const { return static_cast<HFONT>(heading_.Get()); }
+  HFONT Text() const { return text_.Get(); }
+  HFONT Bold() const { return bold_.Get(); }
+  HFONT Heading() const { return heading_.Get(); }
 
   /// Pixels of a distance in dialog units.
   int X(int units) const { return MulDiv(units, characterWidth_, 4); }
@@ -51,7 +45,7 @@ class FontMetrics {
   int Width(const std::wstring& text) const;
 
  private:
-  Owner<HDC, DeleteDeviceContext> screen_;
+  Owner<HDC, Calls<DeleteDC>> screen_;
   int dpi_;
   LOGFONTW description_ = {};
   Font text_;

@@ -40,8 +40,6 @@ NativeForm::NativeForm(UiContext& context, NativeWindow& top, ui::Form& form, HW
   form.SetPeer(this);
 }
 
-NativeForm::~NativeForm() { Detach(); }
-
 void NativeForm::CreateControls() {
   if (std::exchange(created_, true)) return;
   const ui::Control* before = nullptr;
@@ -86,6 +84,15 @@ void NativeForm::Arrange(const ui::Rect& area) {
 void NativeForm::QueueArrange() {
   Unmeasure();
   top_.QueueArrange();
+}
+
+std::function<void()> NativeForm::Later(std::function<void()> work) {
+  return [weak = weak_from_this(), work = std::move(work)] {
+    const auto form = weak.lock();
+    if (!form || !form->Alive()) return;
+    const auto top = form->top_.shared_from_this();
+    work();
+  };
 }
 
 int NativeForm::X(int units) const { return top_.GetLook().font.X(units); }
@@ -142,23 +149,19 @@ std::optional<LRESULT> DispatchToControl(UiContext& context, UINT message, WPARA
     const NativeControl* painted = context.Find(reinterpret_cast<HWND>(lParam));
     return painted ? painted->Color(reinterpret_cast<HDC>(wParam)) : std::nullopt;
   }
-  const auto* header = message == WM_NOTIFY ? reinterpret_cast<NMHDR*>(lParam) : nullptr;
+  auto* const header = message == WM_NOTIFY ? reinterpret_cast<NMHDR*>(lParam) : nullptr;
   HWND sender = nullptr;
   if (message == WM_COMMAND) sender = reinterpret_cast<HWND>(lParam);
-  if (message == WM_NOTIFY) sender = header->hwndFrom;
+  if (header) sender = header->hwndFrom;
   if (message == WM_CONTEXTMENU) sender = reinterpret_cast<HWND>(wParam);
   NativeControl* control = sender ? context.Find(sender) : nullptr;
   if (!control) return std::nullopt;
 
   const auto form = control->Form().shared_from_this();
-  switch (message) {
-    case WM_COMMAND:
-      control->Command(HIWORD(wParam));
-      return 0;
-    case WM_NOTIFY:
-      return control->Notify(*reinterpret_cast<NMHDR*>(lParam));
-    default:
-      break;
+  if (header) return control->Notify(*header);
+  if (message == WM_COMMAND) {
+    control->Command(HIWORD(wParam));
+    return 0;
   }
   // The menu key and Shift+F10 give no place.
   const POINT place = {GET_X_LPARAM(lParam), GET_Y_LPARAM(lParam)};

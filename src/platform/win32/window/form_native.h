@@ -21,7 +21,7 @@ class NativeWindow;
 class NativeForm : public ui::Peer, public ui::Metrics, public std::enable_shared_from_this<NativeForm> {
  public:
   NativeForm(UiContext& context, NativeWindow& top, ui::Form& form, HWND window);
-  ~NativeForm() override;
+  ~NativeForm() override { Detach(); }
 
   /// Creates the native windows of all controls of the layout, in its order, unless that is done. Until then
   /// the form can only be measured, which is all that a page needs before it is shown. Throws base::Error.
@@ -45,6 +45,10 @@ class NativeForm : public ui::Peer, public ui::Metrics, public std::enable_share
   void FontChanged();
   /// The size of a control changed, so the window is to be arranged anew, when the present call is done.
   void QueueArrange();
+
+  /// `work` for the loop: not done when the form has ended meanwhile, which is kept alive with its window
+  /// while it runs.
+  std::function<void()> Later(std::function<void()> work);
 
   NativeControl* Find(const ui::Control& control) const;
   const std::vector<std::unique_ptr<NativeControl>>& Controls() const { return controls_; }

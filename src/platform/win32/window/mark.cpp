@@ -1,5 +1,7 @@
 #include "platform/win32/window/mark.h"
 
+#include "platform/win32/system/own_window.h"
+
 namespace win32 {
 namespace {
 
@@ -43,8 +45,7 @@ HBRUSH PrepareMark(ui::Mark mark, HDC dc) {
 void PaintMark(HWND window, const ui::Control& control, const FontMetrics& metrics) {
   const bool refused = control.GetMark() == ui::Mark::kRefused;
   if (control.GetKind() == ui::Kind::kFrame || (!refused && control.GetKind() != ui::Kind::kListBox)) return;
-  RECT rect = {};
-  GetWindowRect(window, &rect);
+  RECT rect = WindowRect(window);
   OffsetRect(&rect, -rect.left, -rect.top);
   const HDC dc = GetWindowDC(window);
   const COLORREF color = EdgeColor(control.GetMark());

@@ -28,10 +28,8 @@ std::string Captions(const std::vector<ui::MenuItem>& items) {
 NativeMenu::NativeMenu(const std::vector<ui::MenuItem>& items, Shape shape)
     : menu_(shape == Shape::kBar ? CreateMenu() : CreatePopupMenu()), captions_(Captions(items)) {
   Append(menu_.Get(), items);
-  if (shape == Shape::kBar && !keys_.empty()) {
-    accelerators_ = Owner<HACCEL, DestroyAcceleratorTableHandle>(
-        CreateAcceleratorTableW(keys_.data(), static_cast<int>(keys_.size())));
-  }
+  if (shape == Shape::kBar && !keys_.empty())
+    accelerators_ = AcceleratorTable(CreateAcceleratorTableW(keys_.data(), static_cast<int>(keys_.size())));
 }
 
 void NativeMenu::Append(HMENU menu, const std::vector<ui::MenuItem>& items) {

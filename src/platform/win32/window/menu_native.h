@@ -14,12 +14,7 @@
 
 namespace win32 {
 
-struct DestroyMenuHandle {
-  void operator()(HMENU menu) const { DestroyMenu(menu); }
-};
-struct DestroyAcceleratorTableHandle {
-  void operator()(HACCEL table) const { DestroyAcceleratorTable(table); }
-};
+using AcceleratorTable = Owner<HACCEL, Calls<DestroyAcceleratorTable>>;
 
 class NativeMenu {
  public:
@@ -38,8 +33,8 @@ class NativeMenu {
  private:
   void Append(HMENU menu, const std::vector<ui::MenuItem>& items);
 
-  Owner<HMENU, DestroyMenuHandle> menu_;
-  Owner<HACCEL, DestroyAcceleratorTableHandle> accelerators_;
+  Owner<HMENU, Calls<DestroyMenu>> menu_;
+  AcceleratorTable accelerators_;
   std::map<int, std::function<void()>> handlers_;
   std::vector<ACCEL> keys_;
   std::string captions_;

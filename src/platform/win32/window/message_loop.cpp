@@ -95,19 +95,15 @@ bool MessageLoop::ShowPointer() const {
 
 void MessageLoop::Guard(const std::function<void()>& work) const noexcept {
   try {
-    work();
-  } catch (const std::exception& error) {
     try {
+      work();
+    } catch (const std::exception& error) {
       if (onFault_) onFault_(error.what());
     } catch (...) {
-      // The fault sink is the last place that could have told it.
+      if (onFault_) onFault_("Unknown failure");
     }
   } catch (...) {
-    try {
-      if (onFault_) onFault_("Unknown failure");
-    } catch (...) {
-      // As above.
-    }
+    // The fault sink is the last place that could have told it.
   }
 }
 

@@ -30,9 +30,8 @@ IconHandle SystemIcon(LPCWSTR name, int width, int height) {
 IconHandle DocumentIcon(int width, int height) {
   SHSTOCKICONINFO info = {};
   info.cbSize = sizeof info;
-  if (SUCCEEDED(SHGetStockIconInfo(SIID_DOCASSOC, SHGSI_ICON | SHGSI_SMALLICON, &info)) && info.hIcon) {
+  if (SUCCEEDED(SHGetStockIconInfo(SIID_DOCASSOC, SHGSI_ICON | SHGSI_SMALLICON, &info)) && info.hIcon)
     return IconHandle(info.hIcon);
-  }
   return SystemIcon(IDI_INFORMATION, width, height);
 }
 

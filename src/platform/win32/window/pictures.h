@@ -14,15 +14,8 @@
 
 namespace win32 {
 
-struct DestroyImageList {
-  void operator()(HIMAGELIST list) const { ImageList_Destroy(list); }
-};
-using ImageList = Owner<HIMAGELIST, DestroyImageList>;
-
-struct DestroyIconHandle {
-  void operator()(HICON icon) const { DestroyIcon(icon); }
-};
-using IconHandle = Owner<HICON, DestroyIconHandle>;
+using ImageList = Owner<HIMAGELIST, Calls<ImageList_Destroy>>;
+using IconHandle = Owner<HICON, Calls<DestroyIcon>>;
 
 class Pictures {
  public:

@@ -42,11 +42,7 @@ NativeToolkit::~NativeToolkit() {
   for (const auto& [data, window] : windows_) window->Detach();
 }
 
-void NativeToolkit::Realize(ui::Window& window) { Create(window, nullptr); }
-
-void NativeToolkit::RealizeInside(ui::Window& window, HWND parent) { Create(window, parent); }
-
-void NativeToolkit::Create(ui::Window& window, HWND parent) {
+void NativeToolkit::RealizeInside(ui::Window& window, HWND parent) {
   if (windows_.contains(&window)) return;
   const auto native = std::make_shared<NativeWindow>(*context_, window, parent);
   native->Create();
@@ -78,11 +74,6 @@ HWND NativeToolkit::HandleOf(const ui::Control& control) const {
     if (&native->Control() == &control) return handle;
   }
   return nullptr;
-}
-
-HWND NativeToolkit::FrontWindow() const {
-  const NativeWindow* front = context_->FrontWindow();
-  return front ? front->Window() : nullptr;
 }
 
 bool NativeToolkit::Translate(MSG& message) {

@@ -21,7 +21,7 @@ class NativeToolkit : public ui::Toolkit, private MessageFilter {
   explicit NativeToolkit(MessageLoop& loop);
   ~NativeToolkit() override;
 
-  void Realize(ui::Window& window) override;
+  void Realize(ui::Window& window) override { RealizeInside(window, nullptr); }
   void Discard(ui::Window& window) override;
   void UseFont(const std::string& face) override;
   /// Shows `window` without a frame inside `parent`, a window of somebody else, who sets its size and whose
@@ -32,10 +32,6 @@ class NativeToolkit : public ui::Toolkit, private MessageFilter {
   /// is none.
   HWND HandleOf(const ui::Form& form) const;
   HWND HandleOf(const ui::Control& control) const;
-
-  /// The tool's window that a message box or dialog belongs over: the active one, else the one last active;
-  /// null when none is visible.
-  HWND FrontWindow() const;
 
   /// Keeps all windows of the tool from taking input while a system dialog is open. Its owner is left to the
   /// system, which enables it just before the dialog goes away: with an owner that is disabled at that moment
@@ -59,7 +55,6 @@ class NativeToolkit : public ui::Toolkit, private MessageFilter {
 
  private:
   bool Translate(MSG& message) override;
-  void Create(ui::Window& window, HWND parent);
 
   MessageLoop& loop_;
   std::unique_ptr<UiContext> context_;

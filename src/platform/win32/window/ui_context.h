@@ -35,8 +35,6 @@ struct Look {
 class AccessibleNames {
  public:
   AccessibleNames();
-  AccessibleNames(const AccessibleNames&) = delete;
-  AccessibleNames& operator=(const AccessibleNames&) = delete;
   ~AccessibleNames();
 
   /// Empty: the system's own name again, as must be before the window is destroyed. Without COM on this

@@ -26,9 +26,8 @@ void NativeWindow::Create() {
   window_ = WindowHandle(CreateWindowExW(extended, kClass, Wide(data_->Title()).c_str(),
                                          style | WS_CLIPCHILDREN, CW_USEDEFAULT, CW_USEDEFAULT, 0, 0, parent_,
                                          nullptr, ThisModule(), nullptr));
-  if (!window_) {
+  if (!window_)
     throw base::Error("The window " + data_->Name() + " could not be created: " + LastErrorText());
-  }
   // No message tells the density of a window's first screen.
   look_ = &context_.LookFor(static_cast<int>(GetDpiForWindow(Window())));
   form_ = std::make_shared<NativeForm>(context_, *this, *data_, Window());
@@ -127,10 +126,7 @@ std::optional<LRESULT> NativeWindow::Handle(UINT message, WPARAM wParam, LPARAM 
       LeaveTopmost();
       return 0;
     case WM_CLOSE:
-      context_.loop.RunOutsideSend([weak = weak_from_this()] {
-        const auto self = weak.lock();
-        if (self && self->Alive()) self->CloseAsked();
-      });
+      context_.loop.RunOutsideSend(Later([this] { CloseAsked(); }));
       return 0;
     default:
       return HandleSystem(message, wParam, lParam);
@@ -170,13 +166,19 @@ void NativeWindow::InMenu(bool inside) {
   if (!inside) UpdateMenu();
 }
 
+std::function<void()> NativeWindow::Later(std::function<void()> work) {
+  return [weak = weak_from_this(), work = std::move(work)] {
+    const auto self = weak.lock();
+    if (self && self->Alive()) work();
+  };
+}
+
 void NativeWindow::Command(WPARAM wParam) {
   const auto handler = menu_ ? menu_->Find(LOWORD(wParam)) : nullptr;
   if (!handler) return;
-  context_.loop.RunOutsideSend([handler, weak = weak_from_this()] {
-    const auto self = weak.lock();
-    if (self && self->Alive() && self->TakesInput() && self->focus_.Settle()) handler();
-  });
+  context_.loop.RunOutsideSend(Later([this, handler] {
+    if (TakesInput() && focus_.Settle()) handler();
+  }));
 }
 
 void NativeWindow::Activated(bool active) {
@@ -186,12 +188,9 @@ void NativeWindow::Activated(bool active) {
   focus_.Restore();
   if (!data_->onActivate) return;
   // Not from here: the handler may close the window or open another one.
-  context_.loop.Post([weak = weak_from_this()] {
-    const auto self = weak.lock();
-    if (!self || !self->Alive() || !self->data_->onActivate) return;
-    const auto handler = self->data_->onActivate;
-    handler();
-  });
+  context_.loop.Post(Later([this] {
+    if (const auto handler = data_->onActivate) handler();
+  }));
 }
 
 void NativeWindow::Sized(WPARAM how) {
@@ -239,8 +238,6 @@ void NativeWindow::SetTitle(const std::string& title) {
   QueueArrange();
 }
 
-bool NativeWindow::Hidden() const { return !parent_ && !IsWindowVisible(Window()); }
-
 void NativeWindow::PrepareToShow() {
   ArrangeQueued();
   UpdateMenu();
@@ -249,8 +246,7 @@ void NativeWindow::PrepareToShow() {
     const HWND owner = front && front != this ? front->Window() : nullptr;
     SetWindowLongPtrW(Window(), GWLP_HWNDPARENT, reinterpret_cast<LONG_PTR>(owner));
   }
-  RECT now = {};
-  GetWindowRect(Window(), &now);
+  const RECT now = WindowRect(Window());
   // A remembered place may lie on a screen that is gone.
   const bool centred = !placed_ || !MonitorFromRect(&now, MONITOR_DEFAULTTONULL);
   // First on the screen where it will stand, then in the density of that one.
@@ -278,9 +274,8 @@ void NativeWindow::SetAcceptsInput(bool accepts) {
 }
 
 void NativeWindow::SetState(ui::WindowState state) {
-  if (state == ui::WindowState::kMaximized && !data_->resizable) {
+  if (state == ui::WindowState::kMaximized && !data_->resizable)
     throw base::Error("The window " + data_->Name() + " cannot be maximized");
-  }
   // A hidden window takes its state when it is next shown.
   if (IsWindowVisible(Window())) ShowWindow(Window(), kStateCommands[static_cast<int>(state)]);
 }

@@ -49,6 +49,9 @@ class NativeWindow : public ui::WindowPeer, public std::enable_shared_from_this<
   /// Follows what the window may take now; the focus comes back to where it was.
   void UpdateEnabled();
 
+  /// `work` for the loop: not done when the window has ended meanwhile, which is kept alive while it runs.
+  std::function<void()> Later(std::function<void()> work);
+
   /// Arranges the controls anew when the present call is done; several requests become one.
   void QueueArrange();
   /// Keys of this window: tab steps, mnemonics, default and cancel button, accelerators.
@@ -96,7 +99,7 @@ class NativeWindow : public ui::WindowPeer, public std::enable_shared_from_this<
   ui::Size LeastSize();
   ui::Size MeasureClient() const;
   /// What happens in a hidden window is arranged once, when it is shown.
-  bool Hidden() const;
+  bool Hidden() const { return !parent_ && !IsWindowVisible(Window()); }
   void ArrangeQueued();
   void ArrangeNow();
   void GrowToLeastSize(bool exactly);

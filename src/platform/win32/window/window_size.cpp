@@ -13,29 +13,29 @@ constexpr int kTitleExtra = 70;      // dialog units beside the title: icon and 
 constexpr int kLeastAreaWidth = 60;  // dialog units of a page area on the smallest screen
 constexpr int kLeastAreaHeight = 40;
 
+MONITORINFO ScreenOf(HMONITOR monitor) {
+  MONITORINFO screen = {};
+  screen.cbSize = sizeof screen;
+  GetMonitorInfoW(monitor, &screen);
+  return screen;
+}
+
 // A window's normal place as the system keeps it is counted from the corner of the screen's work area, behind
 // task bars at the left or top ("WINDOWPLACEMENT", remarks).
 RECT OnScreen(RECT inWorkArea) {
-  MONITORINFO screen = {};
-  screen.cbSize = sizeof screen;
-  GetMonitorInfoW(MonitorFromRect(&inWorkArea, MONITOR_DEFAULTTONEAREST), &screen);
+  const MONITORINFO screen = ScreenOf(MonitorFromRect(&inWorkArea, MONITOR_DEFAULTTONEAREST));
   OffsetRect(&inWorkArea, screen.rcWork.left - screen.rcMonitor.left,
              screen.rcWork.top - screen.rcMonitor.top);
   return inWorkArea;
 }
 
+ui::Size SizeOf(const RECT& rect) { return {rect.right - rect.left, rect.bottom - rect.top}; }
+
 }  // namespace
 
 RECT NativeWindow::WorkArea() const {
-  if (parent_) {
-    RECT given = {};
-    GetWindowRect(Window(), &given);
-    return given;
-  }
-  MONITORINFO info = {};
-  info.cbSize = sizeof info;
-  GetMonitorInfoW(MonitorFromWindow(Window(), MONITOR_DEFAULTTOPRIMARY), &info);
-  return info.rcWork;
+  if (parent_) return WindowRect(Window());
+  return ScreenOf(MonitorFromWindow(Window(), MONITOR_DEFAULTTOPRIMARY)).rcWork;
 }
 
 ui::Size NativeWindow::FrameSize() const {
@@ -43,7 +43,7 @@ ui::Size NativeWindow::FrameSize() const {
   const auto style = static_cast<DWORD>(GetWindowLongPtrW(Window(), GWL_STYLE));
   const auto extended = static_cast<DWORD>(GetWindowLongPtrW(Window(), GWL_EXSTYLE));
   AdjustWindowRectExForDpi(&rect, style, menu_.has_value(), extended, GetDpiForWindow(Window()));
-  return {rect.right - rect.left, rect.bottom - rect.top};
+  return SizeOf(rect);
 }
 
 ui::Size NativeWindow::Margin() const {
@@ -62,9 +62,9 @@ ui::Size NativeWindow::MeasureClient() const {
 
 ui::Size NativeWindow::LeastSize() {
   if (leastSize_) return *leastSize_;
-  const RECT work = WorkArea();
+  const ui::Size work = SizeOf(WorkArea());
   const ui::Size frame = FrameSize();
-  const ui::Size most = {work.right - work.left - frame.width, work.bottom - work.top - frame.height};
+  const ui::Size most = {work.width - frame.width, work.height - frame.height};
   for (const auto& control : form_->Controls()) {
     if (!control->Limit({})) continue;
     const ui::Size client = MeasureClient();
@@ -84,10 +84,7 @@ ui::Size NativeWindow::LeastSize() {
 void NativeWindow::QueueArrange() {
   leastSize_.reset();
   if (std::exchange(arrangeQueued_, true) || Hidden()) return;
-  context_.loop.Post([weak = weak_from_this()] {
-    const auto self = weak.lock();
-    if (self && self->Alive()) self->ArrangeQueued();
-  });
+  context_.loop.Post(Later([this] { ArrangeQueued(); }));
 }
 
 void NativeWindow::ArrangeQueued() {
@@ -104,37 +101,31 @@ void NativeWindow::ArrangeNow() {
     leastSize_.reset();
     LeastSize();
   }
-  RECT client = {};
-  GetClientRect(Window(), &client);
+  const RECT client = ClientRect(Window());
   const auto [left, top] = Margin();
   form_->Arrange({left, top, client.right - 2 * left, client.bottom - 2 * top});
 }
 
 void NativeWindow::GrowToLeastSize(bool exactly) {
   if (parent_ || IsIconic(Window()) || IsZoomed(Window())) return;
-  RECT now = {};
-  GetWindowRect(Window(), &now);
-  SetOuterSize(exactly ? ui::Size() : ui::Size{now.right - now.left, now.bottom - now.top});
+  SetOuterSize(exactly ? ui::Size() : SizeOf(WindowRect(Window())));
 }
 
 void NativeWindow::SetOuterSize(const ui::Size& wanted) {
   const RECT work = WorkArea();
+  const ui::Size most = SizeOf(work);
   const ui::Size least = LeastSize();
-  const int width =
-      std::clamp<int>(wanted.width, least.width, std::max<int>(least.width, work.right - work.left));
-  const int height =
-      std::clamp<int>(wanted.height, least.height, std::max<int>(least.height, work.bottom - work.top));
-  RECT now = {};
-  GetWindowRect(Window(), &now);
-  if (width == now.right - now.left && height == now.bottom - now.top) return;
+  const int width = std::clamp(wanted.width, least.width, std::max(least.width, most.width));
+  const int height = std::clamp(wanted.height, least.height, std::max(least.height, most.height));
+  const RECT now = WindowRect(Window());
+  if (SizeOf(now) == ui::Size{width, height}) return;
   const int left = std::max<int>(work.left, std::min<int>(now.left, work.right - width));
   const int top = std::max<int>(work.top, std::min<int>(now.top, work.bottom - height));
   SetWindowPos(Window(), nullptr, left, top, width, height, SWP_NOZORDER | SWP_NOACTIVATE);
 }
 
 ui::Bounds NativeWindow::GetBounds() const {
-  RECT rect = {};
-  GetWindowRect(Window(), &rect);
+  RECT rect = WindowRect(Window());
   if (IsIconic(Window())) {
     WINDOWPLACEMENT placement = {};
     placement.length = sizeof placement;
@@ -150,13 +141,12 @@ void NativeWindow::Resize(int width, int height) {
 
 // Over the window that it belongs to, else on the screen.
 void NativeWindow::Centre() {
-  RECT around = WorkArea();
   const HWND owner = GetWindow(Window(), GW_OWNER);
-  if (owner && IsWindowVisible(owner) && !IsIconic(owner)) GetWindowRect(owner, &around);
-  RECT now = {};
-  GetWindowRect(Window(), &now);
-  const int left = (around.left + around.right - (now.right - now.left)) / 2;
-  const int top = (around.top + around.bottom - (now.bottom - now.top)) / 2;
+  const bool overOwner = owner && IsWindowVisible(owner) && !IsIconic(owner);
+  const RECT around = overOwner ? WindowRect(owner) : WorkArea();
+  const ui::Size size = SizeOf(WindowRect(Window()));
+  const int left = (around.left + around.right - size.width) / 2;
+  const int top = (around.top + around.bottom - size.height) / 2;
   SetWindowPos(Window(), nullptr, left, top, 0, 0, SWP_NOSIZE | SWP_NOZORDER | SWP_NOACTIVATE);
 }
 

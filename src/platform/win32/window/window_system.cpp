@@ -13,14 +13,8 @@ constexpr UINT_PTR kTopmostTimer = 1;
 constexpr UINT kTopmostTime =
     333;  // milliseconds, long enough for the desktop to have put the window in front
 
-struct Told {
-  UINT message;
-  WPARAM wParam;
-  LPARAM lParam;
-};
-
 BOOL CALLBACK Tell(HWND child, LPARAM what) {
-  const Told& told = *reinterpret_cast<const Told*>(what);
+  const MSG& told = *reinterpret_cast<const MSG*>(what);
   SendMessageW(child, told.message, told.wParam, told.lParam);
   return TRUE;
 }
@@ -79,7 +73,7 @@ void NativeWindow::DensityChanged(int dpi, const RECT& proposed) {
 
 // The system tells top-level windows alone; the common controls expect to hear it from them.
 void NativeWindow::PassOn(UINT message, WPARAM wParam, LPARAM lParam) const {
-  const Told told = {message, wParam, lParam};
+  const MSG told = {Window(), message, wParam, lParam, 0, {}};
   EnumChildWindows(Window(), Tell, reinterpret_cast<LPARAM>(&told));
 }
 
