@@ -16,7 +16,7 @@ say ""
 # table SCRIPT WARM: runs a script and prints the medians of what it measured, without the first WARM values of each.
 table() {
   HOST=BenchHost scripts/e2e.sh "bench/$1.sim" || status=1
-  tr -d '\r' <"build/log/e2e-$1.sim.log" | sed -n 's/^MEASURED //p' | awk -v warm="$2" -f bench/table.awk || status=1
+  tr -d '\r' <"$logs/e2e-$1.sim.log" | sed -n 's/^MEASURED //p' | awk -v warm="$2" -f bench/table.awk || status=1
 }
 say "The tool under Wine, in milliseconds, against the same calls made by a process that does nothing else"
 say "(memory: in megabytes, against an empty window of the same toolkit)"

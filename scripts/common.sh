@@ -1,7 +1,7 @@
 # shellcheck shell=bash
 # Sourced by the other scripts, which run in the project's folder: messages, steps with a log, builds.
 
-logs=build/log
+logs=${LOGS:-build/log}
 mkdir -p "$logs"
 
 say() { printf '%s\n' "$*"; }

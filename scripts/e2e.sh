@@ -4,7 +4,8 @@
 # Runs end-to-end scripts, by default all of tests/e2e: *.sim works the tool's real windows from the simulated
 # building, *.js drives it as an automation client. Outside a Wine session it starts one with a new prefix.
 #
-#   PRESET=win64     whose build is tested
+#   PRESET=win64             whose build is tested
+#   COPY=build/e2e-win64     where its programs are copied to; what is there is removed
 set -u
 cd "$(dirname "$0")/.." || exit
 . scripts/common.sh
@@ -23,7 +24,7 @@ fi
 [ $# -gt 0 ] || exit 0
 
 # A copy of the programs: the tests never meet the values that a person keeps beside the built ones.
-export PROGRAMS=build/e2e
+export PROGRAMS=${COPY:-build/e2e-${PRESET:-win64}}
 rm -rf "$PROGRAMS"
 mkdir -p "$PROGRAMS"
 cp -r "$built"/*.exe "$built"/*.dll "$built/data" "$PROGRAMS" 2>/dev/null

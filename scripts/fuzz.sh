@@ -22,7 +22,7 @@ fuzz() {
 status=0
 for target in "$@"; do
   step "Fuzz $target" "fuzz-$target" fuzz "$target" || status=1
-  say "    $(grep -aE '^stat::(number_of_executed_units|average_exec_per_sec)' "build/log/fuzz-$target.log" |
+  say "    $(grep -aE '^stat::(number_of_executed_units|average_exec_per_sec)' "$logs/fuzz-$target.log" |
     tr -s ' \n' ' ')"
 done
 finish $status

@@ -2,6 +2,8 @@
 # Makes the help in all its languages: in build/help/LANGUAGE pages to read in any browser, and of them the help files
 # that the tool opens, in build/help/HelpFile as they are installed. The pictures are taken first where there are none of
 # the present programs.
+#
+#   OLD_PICTURES=1    those of older programs will do
 set -u
 cd "$(dirname "$0")/.." || exit
 . scripts/common.sh
@@ -12,6 +14,7 @@ mapfile -t languages < <(ls help/topics)
 
 present_pictures() {
   local made=$pictures/made source
+  [ -n "${OLD_PICTURES:-}" ] && [ -f $made ] && return
   for source in build/win64/{QVRKvTARNCfg,SimHost}.exe build/win64/SimControls.dll help/pictures.sim; do
     [ -f "$made" ] && [ ! "$source" -nt "$made" ] || return
   done
@@ -25,7 +28,7 @@ take_pictures() {
   for language in "${languages[@]}"; do
     script=$pictures/$language.sim
     { printf 'language "%s"\nshot-folder "%s"\n' "$language" "$language" && cat help/pictures.sim; } >"$script"
-    SHOTS=$pictures RESULTS=$pictures scripts/e2e.sh "$script" || return
+    COPY=build/e2e-pictures SHOTS=$pictures RESULTS=$pictures scripts/e2e.sh "$script" || return
   done
   touch $pictures/made
 }

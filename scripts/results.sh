@@ -40,15 +40,14 @@ gtest() {
 
 # gtest_shares TITLE NAME COMMAND...: the same in several processes, as many at a time as there are processors. A share is
 # small enough that the last one does not keep the others waiting.
-gtest_shares() {
-  local shares share
+gtest_shares() (
   shares=$((3 * $(nproc)))
   for ((share = 0; share < shares; share++)); do
     [ $share -lt "$(nproc)" ] || wait -n
     GTEST_TOTAL_SHARDS=$shares GTEST_SHARD_INDEX=$share gtest "$1, share $((share + 1)) of $shares" "$2-$share" "${@:3}" &
   done
   wait
-}
+)
 
 # tally FILE...: the counts in words.
 tally() {

@@ -9,6 +9,7 @@
 #   WINE_TEMPLATE=build/wine-template
 #   WINE_DISPLAY=user      the caller's display instead of a private one
 #   SESSION_TIMEOUT=600    seconds until COMMAND is ended; 0 for no limit
+#   SESSION_CPU=N          sessions beside each other say which CPU is theirs; any by default
 #
 # Exit codes of its own: 90 no display, 91 no prefix, 92 prefix in use, 124 COMMAND took too long.
 set -u
@@ -27,7 +28,7 @@ children=()
 mapfile -t cpus < <(taskset -pc $$ | sed 's/.*: //' | tr ',' '\n' |
   while IFS=- read -r first last; do seq "$first" "${last:-$first}"; done)
 all=$(IFS=,; echo "${cpus[*]}")
-taskset -pc "${cpus[$$ % ${#cpus[@]}]}" $$ >/dev/null
+taskset -pc "${cpus[${SESSION_CPU:-$$} % ${#cpus[@]}]}" $$ >/dev/null
 
 end_wine() {
   timeout -k 1 10 wineserver -k

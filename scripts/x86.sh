@@ -24,7 +24,7 @@ in_root() {
     mount -t tmpfs tmpfs "$root/tmp"
     mkdir -p "$root$project"
     mount --bind "$project" "$root$project"
-    exec chroot "$root" /usr/bin/env -C "$project" HOME=/root LC_ALL=C.UTF-8 WINE_TEMPLATE=build/wine-template-x86 "$@"
+    exec chroot "$root" /usr/bin/env -C "$project" HOME=/root LC_ALL=C.UTF-8 WINE_TEMPLATE=build/wine-template-x86 LOGS=build/log/x86 SHOTS=build/shots/x86 "$@"
   ' _ "$root" "$PWD" "$@"
 }
 

@@ -80,14 +80,15 @@ void ClickAt(HWND window, POINT point) {
 }
 
 // Whether the click was handled shows nowhere from outside. So a second message follows it that sets the
-// button's pressed look, which can be asked for; when it shows, the click before it has been taken.
+// button's pressed look, which can be asked for; when it shows, the click before it has been taken. A button
+// that the click switches off may not show it.
 void Click(HWND button, const Patience& patience) {
   RequireUsable(button, patience);
   const std::size_t dialogs = Dialogs().size();
   PostMessageW(button, BM_CLICK, 0, 0);
   PostMessageW(button, BM_SETSTATE, TRUE, 0);
   const auto taken = [&] {
-    if (!IsWindow(button) || Dialogs().size() != dialogs) return true;
+    if (!IsWindow(button) || !IsWindowEnabled(button) || Dialogs().size() != dialogs) return true;
     DWORD_PTR state = 0;
     return SendMessageTimeoutW(button, BM_GETSTATE, 0, 0, SMTO_NORMAL, 1000, &state) && (state & BST_PUSHED);
   };

@@ -13,20 +13,16 @@ constexpr Known kKnown[] = {
     {"fControlOutput", "UCPThardwareSignalType(", &shell::SelectedTypes::GetSignalType},
 };
 
-std::string Key(std::string_view page, std::string_view control) {
-  return std::string(page).append(1, '.').append(control);
-}
-
 }  // namespace
 
 FieldContents::FieldContents(const std::vector<const fields::Field*>& fields,
                              const shell::SelectedTypes& selections)
     : selections_(selections) {
-  for (const fields::Field* field : fields) fields_.emplace(Key(field->page, field->name), field);
+  for (const fields::Field* field : fields) fields_.emplace(Name(field->page, field->name), field);
 }
 
 std::optional<std::string> FieldContents::operator()(std::string_view page, std::string_view control) const {
-  const auto found = fields_.find(Key(page, control));
+  const auto found = fields_.find(Name(page, control));
   const fields::Field* field = found == fields_.end() ? nullptr : found->second;
   const auto known = HardwareType(page, control);
   // A type that was taken and is not saved goes before what the page has read.

@@ -3,10 +3,11 @@
 // a page, is one of them where whoever builds this adds it.
 #pragma once
 
+#include <map>
 #include <optional>
 #include <string>
 #include <string_view>
-#include <unordered_map>
+#include <utility>
 #include <vector>
 
 #include "fields/field.h"
@@ -26,7 +27,9 @@ class FieldContents {
   /// only when somebody wants them.
   std::optional<std::string> HardwareType(std::string_view page, std::string_view control) const;
 
-  std::unordered_map<std::string, const fields::Field*> fields_;  // by "page.control"
+  using Name = std::pair<std::string_view, std::string_view>;  // page and control
+
+  std::map<Name, const fields::Field*> fields_;
   const shell::SelectedTypes& selections_;
 };
 

@@ -101,14 +101,16 @@ std::string WithDigits(const base::Numbers& numbers, const std::string& shown, c
                                                        : text.substr(0, text.find_last_not_of('0') + 1);
 }
 
-std::string WithDigitsBefore(const host::Journal& journal, const Held& held) {
-  const std::string source = held.field->page + "." + held.field->name;
+DigitsBefore::DigitsBefore(const host::Journal& journal) : numbers_(journal.Numbers()) {
   for (const host::Written& entry : journal.Entries()) {
-    for (const host::ChangedField& changed : host::ChangedFields(entry)) {
-      if (changed.control == source) return WithDigits(journal.Numbers(), held.content, changed.before);
-    }
+    for (host::ChangedField& field : host::ChangedFields(entry))
+      changed_.emplace(std::move(field.control), std::move(field.before));
   }
-  return held.content;
+}
+
+std::string DigitsBefore::operator()(const Held& held) const {
+  const auto changed = changed_.find(held.field->page + "." + held.field->name);
+  return changed == changed_.end() ? held.content : WithDigits(numbers_, held.content, changed->second);
 }
 
 std::vector<Difference> Compare(const std::vector<Held>& here, const Document& there,

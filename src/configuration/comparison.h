@@ -2,6 +2,7 @@
 // differences, and answered to scripts.
 #pragma once
 
+#include <map>
 #include <string>
 #include <string_view>
 #include <vector>
@@ -38,6 +39,14 @@ bool MayBeCut(const base::Numbers& numbers, std::string_view content);
 std::string WithDigits(const base::Numbers& numbers, const std::string& shown, const std::string& exact);
 
 /// The content of a field before the save under way, with all the digits of what that save has changed.
-std::string WithDigitsBefore(const host::Journal& journal, const Held& held);
+class DigitsBefore {
+ public:
+  explicit DigitsBefore(const host::Journal& journal);
+  std::string operator()(const Held& held) const;
+
+ private:
+  base::Numbers numbers_;
+  std::map<std::string, std::string> changed_;  // what stood there, by page class, point, control name
+};
 
 }  // namespace configuration

@@ -57,9 +57,7 @@ bool Desk::SaveBegins() {
 bool Desk::MayCommit() {
   try {
     const host::Journal& journal = main_.Context().transactions.GetJournal();
-    const Snapshot snapshot =
-        SnapshotOf(MakeHead(), Shown(false), settings_.numbers,
-                   [&journal](const Held& held) { return WithDigitsBefore(journal, held); });
+    const Snapshot snapshot = SnapshotOf(MakeHead(), Shown(false), settings_.numbers, DigitsBefore(journal));
     if (!backupFault_.empty()) throw base::Error(backupFault_);
     backups_.Keep(kBackups, ToFile(snapshot), std::time(nullptr));
     toldFault_ = false;

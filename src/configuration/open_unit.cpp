@@ -99,8 +99,7 @@ Snapshot OpenUnit::TakeAllDigits() {
 }
 
 Snapshot OpenUnit::BeforeSave() {
-  return SnapshotOf(MakeHead(), before_, settings_.numbers,
-                    [this](const Held& held) { return WithDigitsBefore(journal_, held); });
+  return SnapshotOf(MakeHead(), before_, settings_.numbers, DigitsBefore(journal_));
 }
 
 bool OpenUnit::Selected(const Selection& selection, const fields::Field& field) const {

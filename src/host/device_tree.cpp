@@ -3,6 +3,7 @@
 #include "automation/error.h"
 #include "base/error.h"
 #include "base/text.h"
+#include "host/contract.h"
 
 namespace host {
 namespace {
