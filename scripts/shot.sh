@@ -17,15 +17,17 @@ find_window() {
   esac
 }
 
+# What a window has not painted yet is black.
+painted() { [ "$(convert "$1" -format '%[fx:mean>0.1]' info:)" = 1 ]; }
+
 mkdir -p "$(dirname "$2")"
+taken=
 for _ in {1..15}; do
   window=$(find_window "$1")
-  if [ -n "$window" ] && timeout 10 import -silent -window "$window" -frame "png:$2.part" 2>/dev/null; then
-    mv "$2.part" "$2"
-    exit 0
-  fi
+  [ -n "$window" ] && timeout 10 import -silent -window "$window" -frame "png:$2.part" 2>/dev/null && taken=1
+  [ -n "$taken" ] && painted "$2.part" && break
   sleep 0.2
 done
-rm -f "$2.part"
+[ -n "$taken" ] && mv "$2.part" "$2" && exit 0
 echo "shot: no window '$1' to save as $2" >&2
 exit 1

@@ -183,8 +183,8 @@ class Reader {
       throw base::Error(alias.key + " is the same as " + alias.target + ", which is not there");
     }
     const PropertyTemplate copy = *source;
-    const auto place = SplitKey(alias.key);
-    *PropertyIn(result_, place->first, place->second) = copy;
+    const auto [owner, number] = SplitKey(alias.key).value();
+    *PropertyIn(result_, owner, number) = copy;
   }
 
   const TypeCatalogue& catalogue_;

@@ -24,7 +24,7 @@ FieldContents::FieldContents(const std::vector<const fields::Field*>& fields,
 std::optional<std::string> FieldContents::operator()(std::string_view page, std::string_view control) const {
   const auto found = fields_.find(Name(page, control));
   const fields::Field* field = found == fields_.end() ? nullptr : found->second;
-  const auto known = HardwareType(page, control);
+  auto known = HardwareType(page, control);
   // A type that was taken and is not saved goes before what the page has read.
   if (known && !(field && field->content() != field->held())) return known;
   return field ? std::optional(field->content()) : std::nullopt;

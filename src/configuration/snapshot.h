@@ -55,7 +55,8 @@ inline std::string StoredContent(const fields::Field& field) {
 
 /// The values of the fields that apply, with the contents that `exact` gives of them.
 template <class Exact>
-Snapshot SnapshotOf(Head head, const std::vector<Held>& fields, const base::Numbers& numbers, Exact exact) {
+Snapshot SnapshotOf(Head head, const std::vector<Held>& fields, const base::Numbers& numbers,
+                    const Exact& exact) {
   Snapshot snapshot{std::move(head), {}};
   for (const Held& held : fields) {
     if (held.applies) snapshot.values.push_back(ValueOf(*held.field, numbers, std::invoke(exact, held)));

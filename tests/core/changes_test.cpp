@@ -298,6 +298,9 @@ TEST_F(ChangesTest, AFieldIsFoundByItsCaptionsAndTheDevicesNames) {
   ClickIn(window, "cmdGoTo");
   EXPECT_FALSE(window.Visible());
   EXPECT_EQ(Page("fPID").Focused(), &Find("fPID.txtCO2Level(1)"));
+  ChooseEntry("Feld suchen...");
+  ClickIn(window, "cmdClose");
+  EXPECT_FALSE(window.Visible());
 }
 
 TEST_F(ChangesTest, ALockedWindowShowsEverythingAndTakesNothing) {

@@ -233,6 +233,7 @@ TEST_F(ConfigurationTest, AnotherUnitIsComparedAndLetGo) {
     InDifferences([&](auto& window) {
       EXPECT_THAT(Lines(window),
                   testing::IsSupersetOf({"Input 1, Usage | SPACE_TEMP | DUCT_PRESSURE |  |",
+                                         "Input 1, UCPTsensorType | STD_THERMISTOR | LINEAR |  |",
                                          "Location | Roof north, bay 3 | Plant room, level 4 |  |"}));
     });
   };

@@ -191,8 +191,18 @@ struct StoredFields : tests::ToolTest {
     shell::ISubForm& page = Page(field.page);
     if (!Main().Prompts().Take(field, content).empty()) return false;
     EXPECT_TRUE(page.IsChanged()) << field.page << "." << field.name;
-    if (!page.WriteValue()) return false;
+    host::Journal& journal = Main().Context().transactions.GetJournal();
+    journal.Open();
+    const bool written = page.WriteValue();
+    journal.Close();
+    if (!written) return false;
     page.EndWriteValue();
+    std::set<std::string> controls;
+    for (const host::Written& entry : journal.Entries()) {
+      for (const host::ChangedField& changed : host::ChangedFields(entry)) controls.insert(changed.control);
+    }
+    EXPECT_THAT(controls, testing::Contains(testing::StartsWith(field.page + "." + field.name)))
+        << "a refusal could not be told at its field";
     return true;
   }
 };
