@@ -177,14 +177,13 @@ class Reader {
   }
 
   void ResolveAlias(const Alias& alias) {
-    const auto target = SplitKey(alias.target);
+    const auto place = SplitKey(alias.key), target = SplitKey(alias.target);
     const auto* source = target ? result_.FindProperty(target->first, target->second) : nullptr;
-    if (!source || !source->type) {
+    if (!place || !source || !source->type) {
       throw base::Error(alias.key + " is the same as " + alias.target + ", which is not there");
     }
     const PropertyTemplate copy = *source;
-    const auto [owner, number] = SplitKey(alias.key).value();
-    *PropertyIn(result_, owner, number) = copy;
+    *PropertyIn(result_, place->first, place->second) = copy;
   }
 
   const TypeCatalogue& catalogue_;

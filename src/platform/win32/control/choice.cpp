@@ -84,7 +84,8 @@ void NativeListBox::FontChanged() {
 }
 
 void NativeListBox::SetDroppedWidth() {
-  Send(CB_SETDROPPEDWIDTH, static_cast<WPARAM>(Longest() + Metrics().Scale(kListPadding)));
+  const int width = Longest() + Metrics().Scale(kListPadding);
+  Send(CB_SETDROPPEDWIDTH, static_cast<WPARAM>(width));
 }
 
 bool NativeListBox::Place(const ui::Rect& rect) {
