@@ -69,6 +69,8 @@ void ChooseInOpenMenu(HWND window, char entry, const Patience& patience) {
   };
   patience.Until(opened, "no menu opened");
   PostMessageW(window, WM_CHAR, static_cast<WPARAM>(entry), 1);
+  // What follows would overtake the command, which comes when the menu closes.
+  patience.Until([&] { return !opened(); }, "the menu did not close");
 }
 
 }  // namespace
