@@ -3,7 +3,6 @@
 #pragma once
 
 #include <algorithm>
-#include <charconv>
 #include <cstdio>
 #include <map>
 #include <string>
@@ -11,6 +10,7 @@
 #include <vector>
 
 #include "base/error.h"
+#include "base/numbers.h"
 
 namespace tools {
 
@@ -46,10 +46,8 @@ class Arguments {
   }
 
   static long Whole(const std::string& name, const std::string& text, long lowest, long highest) {
-    long number = 0;
-    const auto [end, error] = std::from_chars(text.data(), text.data() + text.size(), number);
-    if (error == std::errc() && end == text.data() + text.size() && number >= lowest && number <= highest)
-      return number;
+    const auto number = base::ParseWhole<long>(text);
+    if (number && *number >= lowest && *number <= highest) return *number;
     throw base::Error(name + " must be a whole number from " + std::to_string(lowest) + " to " +
                       std::to_string(highest) + ", not \"" + text + "\".");
   }

@@ -1,9 +1,8 @@
 // Texts that a script can ask for, to compare or to remember.
 #include <fmt/format.h>
 
-#include <charconv>
-
 #include "base/error.h"
+#include "base/numbers.h"
 #include "base/record.h"
 #include "base/registry.h"
 #include "base/text.h"
@@ -103,10 +102,7 @@ constexpr Question kQuestions[] = {
 }  // namespace
 
 std::int32_t WholeNumber(const Word& word) {
-  std::int32_t number = 0;
-  const char* end = word.text.data() + word.text.size();
-  const auto [stop, error] = std::from_chars(word.text.data(), end, number);
-  if (error == std::errc() && stop == end) return number;
+  if (const auto number = base::ParseWhole<std::int32_t>(word.text)) return *number;
   throw base::Error("\"" + word.text + "\" is no whole number");
 }
 

@@ -1,7 +1,6 @@
 #include "configuration/comparison.h"
 
 #include <algorithm>
-#include <charconv>
 #include <cmath>
 #include <set>
 
@@ -13,10 +12,7 @@ namespace {
 using Kind = Difference::Kind;
 
 bool IsPlace(std::string_view content, std::size_t count) {
-  std::size_t place = count;
-  const char* end = content.data() + content.size();
-  const auto [rest, error] = std::from_chars(content.data(), end, place);
-  return error == std::errc() && rest == end && place < count;
+  return base::ParseWhole<std::size_t>(content).value_or(count) < count;
 }
 
 /// Whether the field could show the content at all, whatever the rules of its page say.
