@@ -72,6 +72,11 @@ void PageBase::SetCaptions(std::initializer_list<std::pair<ui::Control*, std::st
   for (const auto& [control, caption] : captions) control->SetText(Translate(caption));
 }
 
+void PageBase::SetUnit(const UnitNames& unit, ui::Label& label) const {
+  label.SetRoom(base::Join({std::string(unit.metric), std::string(unit.imperial)}, "\n"));
+  label.SetText(IsImperial() ? unit.imperial : unit.metric);
+}
+
 void PageBase::Warn(const std::string& text, ui::Icon icon) {
   context_.platform.prompts.Ask({text, context_.settings.title, ui::Buttons::kOk, icon});
 }

@@ -20,6 +20,14 @@ using shell::NamingProperty;
 /// "1" or "0", as the fields of an option record hold it.
 constexpr std::string_view FlagText(bool flag) { return flag ? "1" : "0"; }
 
+/// How the unit of a quantity is written in each of the two systems.
+struct UnitNames {
+  std::string_view metric;
+  std::string_view imperial;
+};
+constexpr UnitNames kTemperatureUnit = {"°C", "°F"};
+constexpr UnitNames kPressureUnit = {"Pa", "\" WC"};
+
 class PageBase : public shell::ISubForm {
  public:
   bool IsChanged() final { return changed_; }
@@ -69,6 +77,11 @@ class PageBase : public shell::ISubForm {
   void WhenRead(std::function<void()> step) { steps_.push_back(std::move(step)); }
   void ShowText(ui::Control& control, std::string_view text) {
     WhenRead([&control, kept = std::string(text)] { control.SetText(kept); });
+  }
+  /// In labels and arrays of labels: the unit in the system in use.
+  template <class... Labels>
+  void ShowUnit(const UnitNames& unit, Labels&... labels) {
+    WhenRead([this, &unit, &labels...] { (SetUnit(unit, labels), ...); });
   }
 
   /// A message box with the application title and an OK button.
@@ -126,6 +139,13 @@ class PageBase : public shell::ISubForm {
   }
 
  private:
+  /// With room for the other one: a change of units moves nothing.
+  void SetUnit(const UnitNames& unit, ui::Label& label) const;
+  template <std::size_t N>
+  void SetUnit(const UnitNames& unit, const ui::LabelArray<N>& labels) const {
+    for (std::size_t i = 0; i < N; ++i) SetUnit(unit, labels[i]);
+  }
+
   shell::PageContext context_;
   std::string location_;
   bool changed_ = false;

@@ -84,7 +84,8 @@ class Control {
   /// The whole tip as shown: what the mark says and the control's own.
   std::string ShownTip() const;
 
-  /// The layout keeps room for this text too: behind every entry of a list, or instead of a caption.
+  /// The layout keeps room for each line of this text too: behind every entry of a list, or instead of a
+  /// caption.
   const std::string& Room() const { return room_; }
   void SetRoom(std::string_view text);
 

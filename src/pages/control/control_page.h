@@ -62,10 +62,6 @@ class ControlPage : public PageBase {
   /// property when it is none.
   std::int32_t WholeNumber(std::string_view property, const ui::Control& box) const;
 
-  /// Units of temperature and pressure in the unit system in use.
-  std::string_view TemperatureUnit() const { return IsImperial() ? "°F" : "°C"; }
-  std::string_view PressureUnit() const { return IsImperial() ? "\" WC" : "Pa"; }
-
   /// Field 0 of the function that is stored for each control output, for outputs 1 to 7, in upper case.
   std::vector<std::string> AssignedFunctions();
   /// The functions chosen for them at this moment, also before they are saved.

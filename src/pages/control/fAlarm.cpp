@@ -110,11 +110,8 @@ ui::TextBox& fAlarm::Box(std::size_t number) const {
 
 void fAlarm::Fill() {
   BindFormats();
-  WhenRead([this] {
-    lblOffset.SetText(TemperatureUnit());
-    SetTexts(lblCelsius, TemperatureUnit());
-    SetTexts(lblUnitP, PressureUnit());
-  });
+  ShowUnit(kTemperatureUnit, lblOffset, lblCelsius);
+  ShowUnit(kPressureUnit, lblUnitP);
   FieldCounts counts{};
   std::size_t next = 0;
   for (std::size_t r = 0; r < kRecords; ++r) {

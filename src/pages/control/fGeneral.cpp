@@ -118,10 +118,8 @@ void fGeneral::InitStrings() {
 
 void fGeneral::Fill() {
   BindFormats(kBindOrder);
-  WhenRead([this] {
-    SetTexts(lblPressUnit, PressureUnit());
-    lblAirUnit.SetText(TemperatureUnit());
-  });
+  ShowUnit(kPressureUnit, lblPressUnit);
+  ShowUnit(kTemperatureUnit, lblAirUnit);
   ReadBoxes(boxes_);
   ShowText(txtOutdoorMax, ReadRecord(kExtraConfig).Field(kMaximumPositionField));
   ReadBoxes({{kDamperDriveTime, txtFreshAir}});

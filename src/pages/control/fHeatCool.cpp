@@ -32,6 +32,7 @@ constexpr std::string_view kAlarmPage = "fAlarm";
 constexpr std::string_view kAlarmLowLimit = "txtAlarm(8)";
 constexpr std::string_view kAlarmHighLimit = "txtAlarm(9)";
 constexpr std::string_view kSupplyAlarm = "UCPTsupplyTempAlarm";
+constexpr UnitNames kEnthalpyUnit = {"KJ/kg", "BTU/lb"};
 
 constexpr const char* kPeriodCaptions[] = {"Occupied/Bypass", "Standby", "Unoccupied"};
 
@@ -134,10 +135,8 @@ void fHeatCool::InitStrings() {
 
 void fHeatCool::Fill() {
   BindFormats(kBindOrder);
-  WhenRead([this] {
-    SetTexts(lblUnits, TemperatureUnit());
-    lblBtu.SetText(IsImperial() ? "BTU/lb" : "KJ/kg");
-  });
+  ShowUnit(kTemperatureUnit, lblUnits);
+  ShowUnit(kEnthalpyUnit, lblBtu);
   const base::Record setpoints = ReadRecord(kSetpoints);
   for (std::size_t i = 0; i < txtSetPoint.Size(); ++i) {
     ShowText(txtSetPoint[i], i < setpoints.Count() ? base::Trim(setpoints.Field(i)) : "");

@@ -143,7 +143,7 @@ void fOptions::InitStrings() {
 
 void fOptions::Fill() {
   BindFormats(kBindOrder);
-  ShowText(lblMaxOffsetUnit, TemperatureUnit());
+  ShowUnit(kTemperatureUnit, lblMaxOffsetUnit);
   ReadBoxes({{kStartTime, txtStartTime}});
   const base::Record weights = ReadRecord(kWeights);
   for (std::size_t i = 0; i < txtAt.Size(); ++i) ShowText(txtAt[i], weights.Field(i));

@@ -15,6 +15,8 @@ constexpr PropertyFormat kRecords[] = {
 };
 
 constexpr std::size_t kSupplyAirOnlyOption = 61;
+constexpr UnitNames kTemperatureGainUnit = {"% / °C", "% / °F"};
+constexpr UnitNames kPressureGainUnit = {"% / Pa", "%/ \" WC"};
 
 constexpr const char* kColumns[] = {"Proportional", "Dead Band", "Integral", "Derivative"};
 constexpr const char* kParts[] = {"Gain", "Gain", "Time", "Gain", "Time"};
@@ -82,12 +84,10 @@ void fPID::InitStrings() {
 
 void fPID::Fill() {
   BindFormats(kRecords);
-  WhenRead([this] {
-    SetTexts(lblUnit, IsImperial() ? "% / °F" : "% / °C");
-    SetTexts(lblDeadBandUnit, TemperatureUnit());
-    SetTexts(lblPressure, IsImperial() ? "%/ \" WC" : "% / Pa");
-    lblPressD.SetText(PressureUnit());
-  });
+  ShowUnit(kTemperatureGainUnit, lblUnit);
+  ShowUnit(kTemperatureUnit, lblDeadBandUnit);
+  ShowUnit(kPressureGainUnit, lblPressure);
+  ShowUnit(kPressureUnit, lblPressD);
   for (std::size_t loop = 0; loop < loops_.size(); ++loop) {
     const base::Record record = ReadRecord(kRecords[loop]);
     for (std::size_t i = 0; i < kFields; ++i) ShowText((*loops_[loop])[i], base::Trim(record.Field(i)));

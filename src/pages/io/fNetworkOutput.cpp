@@ -82,7 +82,7 @@ std::vector<NetworkPage::Field> fNetworkOutput::Fields() {
 
 void fNetworkOutput::Fill() {
   ReadFields(Fields());
-  ShowText(lblDeltaUnit[0], IsImperial() ? "°F" : "°C");
+  ShowUnit(kTemperatureUnit, lblDeltaUnit[0]);
 }
 
 bool fNetworkOutput::Write() {

@@ -22,7 +22,11 @@ class NativeLabel : public NativeControl {
   using NativeControl::NativeControl;
 
   ui::Size Measure() const override {
-    return Metrics().Caption(Caption(), TextFont(), Metrics().X(kLongestLine));
+    const int longest = Metrics().X(kLongestLine);
+    ui::Size size = Metrics().Caption(Caption(), TextFont(), longest);
+    if (const auto& room = Control().Room(); !room.empty())
+      size.width = std::max(size.width, Metrics().Caption(Wide(room), TextFont(), longest).width);
+    return size;
   }
 
  private:
