@@ -15,7 +15,6 @@ constexpr int kButtonWidth = 50;  // dialog units, after the platform's guidelin
 constexpr int kButtonHeight = 14;
 constexpr int kButtonPadding = 10;  // dialog units beside the text, both sides
 constexpr int kPictureGap = 6;      // pixels around a picture
-constexpr int kLongestLine = 240;   // dialog units
 
 bool IsClick(UINT code) { return code == BN_CLICKED || code == BN_DBLCLK; }
 
@@ -25,7 +24,7 @@ class NativeMark : public NativeControl {
 
   ui::Size Measure() const override {
     // With room for the mark of a change, which makes the text bold.
-    const ui::Size text = Metrics().Caption(Caption(), Metrics().Bold(), Metrics().X(kLongestLine));
+    const ui::Size text = Metrics().Caption(Caption(), Metrics().Bold());
     return {text.width + Metrics().Scale(kMark),
             std::max(text.height, Metrics().LineHeight()) + Metrics().Scale(kMarkHeight)};
   }
@@ -79,8 +78,8 @@ class NativeButton : public NativeControl {
   using NativeControl::NativeControl;
 
   ui::Size Measure() const override {
-    const int text = std::max(Metrics().Caption(Caption(), TextFont(), Metrics().X(kLongestLine)).width,
-                              Metrics().Width(Wide(Control().Room())));
+    const int text =
+        std::max(Metrics().Caption(Caption(), TextFont()).width, Metrics().Width(Wide(Control().Room())));
     const int picture = Button().Picture() ? Images().Width() + Metrics().Scale(kPictureGap) : 0;
     return {std::max(Metrics().X(kButtonWidth), text + picture + Metrics().X(kButtonPadding)),
             Metrics().Y(kButtonHeight)};

@@ -13,19 +13,17 @@
 namespace win32 {
 namespace {
 
-constexpr int kLongestLine = 240;  // dialog units; a longer label is broken into lines
-constexpr int kFrameCaption = 8;   // dialog units that the border needs beside its caption
-constexpr int kBoxPadding = 10;    // pixels at 96 dots per inch: border and inner margins of a text box
+constexpr int kFrameCaption = 8;  // dialog units that the border needs beside its caption
+constexpr int kBoxPadding = 10;   // pixels at 96 dots per inch: border and inner margins of a text box
 
 class NativeLabel : public NativeControl {
  public:
   using NativeControl::NativeControl;
 
   ui::Size Measure() const override {
-    const int longest = Metrics().X(kLongestLine);
-    ui::Size size = Metrics().Caption(Caption(), TextFont(), longest);
+    ui::Size size = Metrics().Caption(Caption(), TextFont());
     if (const auto& room = Control().Room(); !room.empty())
-      size.width = std::max(size.width, Metrics().Caption(Wide(room), TextFont(), longest).width);
+      size.width = std::max(size.width, Metrics().Caption(Wide(room), TextFont()).width);
     return size;
   }
 
@@ -44,7 +42,7 @@ class NativeFrame : public NativeControl {
 
   /// The caption with its surroundings; the layout adds the content.
   ui::Size Measure() const override {
-    const ui::Size caption = Metrics().Caption(Caption(), Metrics().Bold(), Metrics().X(kLongestLine));
+    const ui::Size caption = Metrics().Caption(Caption(), Metrics().Bold());
     return {caption.width + Metrics().X(kFrameCaption), caption.height};
   }
 

@@ -6,6 +6,8 @@ namespace win32 {
 namespace {
 
 constexpr std::wstring_view kAlphabet = L"ABCDEFGHIJKLMNOPQRSTUVWXYZabcdefghijklmnopqrstuvwxyz";
+constexpr int kLongestLine = 240;        // dialog units
+constexpr std::size_t kCaptions = 2000;  // kept at most; the tool has some hundreds
 
 // In the size for a screen of that density.
 LOGFONTW SystemFont(int dpi) {
@@ -34,6 +36,7 @@ bool FontMetrics::Renew(const std::wstring& face) {
     return false;
   }
   description_ = wanted;
+  captions_.clear();
   SelectObject(screen_.Get(), GetStockObject(DEFAULT_GUI_FONT));  // a selected font could not be released
   text_ = Font(CreateFontIndirectW(&wanted));
   LOGFONTW bold = wanted;
@@ -52,9 +55,16 @@ bool FontMetrics::Renew(const std::wstring& face) {
   return true;
 }
 
-ui::Size FontMetrics::Caption(const std::wstring& text, HFONT font, int wrapWidth) const {
+ui::Size FontMetrics::Caption(const std::wstring& text, HFONT font) const {
+  if (captions_.size() >= kCaptions) captions_.clear();
+  const auto [known, added] = captions_.try_emplace({font, text});
+  if (added) known->second = Measure(text, font);
+  return known->second;
+}
+
+ui::Size FontMetrics::Measure(const std::wstring& text, HFONT font) const {
   SelectObject(screen_.Get(), font);
-  RECT rect = {0, 0, wrapWidth, 0};
+  RECT rect = {0, 0, X(kLongestLine), 0};
   const int length = static_cast<int>(text.size());
   DrawTextW(screen_.Get(), text.empty() ? L" " : text.c_str(), text.empty() ? 1 : length, &rect,
             DT_CALCRECT | DT_WORDBREAK);

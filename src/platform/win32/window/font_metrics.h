@@ -5,7 +5,9 @@
 
 #include <windows.h>
 
+#include <map>
 #include <string>
+#include <utility>
 
 #include "platform/win32/system/handle.h"
 #include "ui/layout.h"
@@ -39,12 +41,14 @@ class FontMetrics {
   /// stand level with it.
   int BoxHeight() const { return lineHeight_ + 2 * System(SM_CYEDGE) + 4; }
 
-  /// Size of a caption, without its mnemonic mark, broken at blanks where it is wider than `wrapWidth`.
-  ui::Size Caption(const std::wstring& text, HFONT font, int wrapWidth) const;
+  /// Size of a caption, without its mnemonic mark, broken at blanks where it is wider than 240 dialog units.
+  ui::Size Caption(const std::wstring& text, HFONT font) const;
   /// Width of a text as it stands.
   int Width(const std::wstring& text) const;
 
  private:
+  ui::Size Measure(const std::wstring& text, HFONT font) const;
+
   Owner<HDC, Calls<DeleteDC>> screen_;
   int dpi_;
   LOGFONTW description_ = {};
@@ -53,6 +57,8 @@ class FontMetrics {
   Font heading_;
   int characterWidth_ = 0;
   int lineHeight_ = 0;
+  // Most captions are measured again and again, and many are alike.
+  mutable std::map<std::pair<HFONT, std::wstring>, ui::Size> captions_;
 };
 
 }  // namespace win32
