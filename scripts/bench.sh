@@ -13,7 +13,7 @@ chrt -f 1 true 2>/dev/null && alone=(chrt -f 1 "${alone[@]}")
 mkdir -p build/bench
 "${alone[@]}" build/release/tarn_bench "$@" || status=1
 say ""
-# table SCRIPT WARM: runs a script and prints the medians of what it measured, without the first WARM values of each.
+# table SCRIPT WARM: runs a script and prints the table of what it measured, without the first WARM values of each.
 table() {
   HOST=BenchHost scripts/e2e.sh "bench/$1.sim" || status=1
   tr -d '\r' <"$logs/e2e-$1.sim.log" | sed -n 's/^MEASURED //p' | awk -v warm="$2" -f bench/table.awk || status=1
