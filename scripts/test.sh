@@ -37,8 +37,7 @@ runs_x86() {
 
 linux_tests() {
   rm -f "$logs"/core-linux*
-  # Two lines of the place where a wrong byte was allocated: the whole way there costs a third of the time.
-  gtest_shares "Core tests on Linux" core-linux env ASAN_OPTIONS=malloc_context_size=2 timeout -k 5 900 build/asan/core_tests
+  gtest_shares "Core tests on Linux" core-linux timeout -k 5 900 build/asan/core_tests
   say "    $(awk '/ failures survived, / { n += $1 } END { print n + 0 }' "$logs"/core-linux-*.log) failing host calls injected and survived"
   for seeds in fuzz/seeds/*; do
     name=fuzz_${seeds##*/}

@@ -1,6 +1,10 @@
 #include "simulator/building.h"
 
+#include <fmt/format.h>
+
 #include <algorithm>
+#include <iterator>
+#include <variant>
 
 #include "base/text.h"
 #include "simulator/core.h"
@@ -68,10 +72,9 @@ std::string Building::StoredDevice(std::string_view deviceName) const {
   std::string text;
   for (const auto& [key, fields] : values) {
     text += key + "=";
-    for (const FieldValue& field : fields) {
-      const auto* number = std::get_if<double>(&field);
-      text += (number ? base::Numbers().Text(*number) : std::get<std::string>(field)) + " ";
-    }
+    for (const FieldValue& field : fields)
+      std::visit([&text](const auto& value) { fmt::format_to(std::back_inserter(text), "{} ", value); },
+                 field);
     text += "\n";
   }
   return text;

@@ -123,7 +123,10 @@ void Device::Rename(const std::string& name) {
 bool Device::Load(std::int32_t lmoIndex, const std::string& fileName, const automation::Bytes& bytes) {
   Core& core = GetCore();
   try {
-    const DeviceTemplate device = ReadTemplate(UnpackTemplate(bytes), core.catalogue);
+    const std::string json = UnpackTemplate(bytes);
+    // Nearly always the building's own, which is known already.
+    const DeviceTemplate device =
+        json == core.templateJson ? core.deviceTemplate : ReadTemplate(json, core.catalogue);
     const DeviceRecord& record = core.Record(deviceKey_);
     if (!base::EqualsNoCase(device.programId, record.programId) || device.version != record.version) {
       throw base::Error("The device template is for program " + device.programId + " version " +

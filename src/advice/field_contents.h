@@ -3,10 +3,10 @@
 // a page, is one of them where whoever builds this adds it.
 #pragma once
 
-#include <map>
 #include <optional>
 #include <string>
 #include <string_view>
+#include <unordered_map>
 #include <utility>
 #include <vector>
 
@@ -28,8 +28,14 @@ class FieldContents {
   std::optional<std::string> HardwareType(std::string_view page, std::string_view control) const;
 
   using Name = std::pair<std::string_view, std::string_view>;  // page and control
+  struct HashOf {
+    std::size_t operator()(const Name& name) const {
+      const std::hash<std::string_view> hash;
+      return hash(name.first) * 31 + hash(name.second);
+    }
+  };
 
-  std::map<Name, const fields::Field*> fields_;
+  std::unordered_map<Name, const fields::Field*, HashOf> fields_;
   const shell::SelectedTypes& selections_;
 };
 

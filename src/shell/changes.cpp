@@ -1,6 +1,7 @@
 #include "shell/changes.h"
 
 #include <algorithm>
+#include <utility>
 
 namespace shell {
 namespace {
@@ -152,6 +153,7 @@ std::string Changes::ValueOf(const Field& field, const std::string& content) con
 }
 
 void Changes::JudgeAdjustments() {
+  if (together_) return;
   for (Page& page : followed_) {
     std::vector<Adjustment> present;
     if (page.form && !page.entries.empty()) present = page.form->Adjustments();
@@ -284,16 +286,30 @@ void Changes::Refuse(std::string_view control, const std::string& reason) {
 std::vector<fields::Wanted> Changes::TakeAll(const std::vector<fields::Wanted>& wanted,
                                              fields::PagePrompts& prompts) {
   const auto find = [this](std::string_view page, std::string_view field) { return Find(page, field); };
-  auto left = fields::TakeAll(wanted, find, numbers_, prompts);
-  for (const fields::Wanted& one : wanted) {
-    // What shows the device's content again is not refused any more, whatever was typed in between.
-    Entry* entry = EntryOf(one.page, one.field);
-    if (entry && SameContent(entry->field, numbers_, entry->field.content(), entry->Held()))
-      entry->refused.clear();
-  }
-  for (Page& page : followed_) JudgeAll(page);
-  JudgeAdjustments();
+  std::vector<fields::Wanted> left;
+  Together([&] {
+    left = fields::TakeAll(wanted, find, numbers_, prompts);
+    for (const fields::Wanted& one : wanted) {
+      // What shows the device's content again is not refused any more, whatever was typed in between.
+      Entry* entry = EntryOf(one.page, one.field);
+      if (entry && SameContent(entry->field, numbers_, entry->field.content(), entry->Held()))
+        entry->refused.clear();
+    }
+    for (Page& page : followed_) JudgeAll(page);
+  });
   return left;
+}
+
+void Changes::Together(const std::function<void()>& work) {
+  const bool outer = std::exchange(together_, true);
+  try {
+    work();
+  } catch (...) {
+    together_ = outer;
+    throw;
+  }
+  together_ = outer;
+  JudgeAdjustments();
 }
 
 void Changes::DropUnedited() {

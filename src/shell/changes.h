@@ -78,6 +78,8 @@ class Changes {
   /// Answers what was not taken.
   std::vector<fields::Wanted> TakeAll(const std::vector<fields::Wanted>& wanted,
                                       fields::PagePrompts& prompts);
+  /// Does `work`, in which many fields change, and judges and tells of it once.
+  void Together(const std::function<void()>& work);
   /// After taking back: a page without an edited field is as after its fill.
   void DropUnedited();
 
@@ -114,13 +116,14 @@ class Changes {
   void Show(const Entry& entry) const;
   std::string ValueOf(const fields::Field& field, const std::string& content) const;
   void Told() const {
-    if (onChange) onChange();
+    if (!together_ && onChange) onChange();
   }
 
   const Strings& strings_;
   base::Numbers numbers_;
   std::vector<Page> followed_;  // by place in the table
   int generation_ = 0;
+  bool together_ = false;
 };
 
 }  // namespace shell

@@ -236,7 +236,7 @@ void fMain::Load() {
       LoadLocation();
       if (pages_.Count() == 0) CreatePages();
       pages_.ReInitializeStrings();
-      pages_.LoadAllPages(context_, ProgressObject);
+      changes_.Together([this] { pages_.LoadAllPages(context_, ProgressObject); });
       lblCompany.SetText(settings_.manufacturerName);
       title_ = settings_.title + " - " + device_.Device.Text(host::kName) +
                (blockName_.empty() ? "" : " - " + blockName_);

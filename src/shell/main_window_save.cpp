@@ -113,7 +113,8 @@ void fMain::Apply() {
 }
 
 bool fMain::Refresh(std::string_view routine, PageSet::Showing showing) {
-  const std::vector<std::string> unread = pages_.RefreshAllPages(context_, ProgressObject, showing);
+  std::vector<std::string> unread;
+  changes_.Together([&] { unread = pages_.RefreshAllPages(context_, ProgressObject, showing); });
   if (unread.empty()) return true;
   const std::string reason =
       showing == PageSet::Showing::kAllOrNothing
