@@ -151,58 +151,36 @@ struct Stream {
   }
 };
 
-/// A receiver with a request open for every answer of a stream.
-struct Reassembly {
-  serverlink::Texts text = shell::ReplacePlaceholders;
-  serverlink::Trace trace;
-  serverlink::TransactionTable table;
-  tests::ByteSocket socket;
-  serverlink::Receiver receiver{socket, table, text, trace};
-
-  void Open() {
-    receiver.Restart(serverlink::kBeforeFirst);
-    receiver.SetMode(serverlink::HeaderMode::kAuthenticated);
-    for (std::int16_t i = 0; i < Stream::kFrames; ++i) {
-      auto& transaction = table.At(static_cast<std::int16_t>(7018 + i));
-      transaction = std::make_shared<serverlink::CTransaction>();
-      transaction->State = serverlink::kSent;
-    }
-  }
-};
-
 void AddReassembly(Contest& contest, std::size_t most) {
   const auto stream = std::make_shared<Stream>(most);
   const std::string size = std::to_string(most);
-  const auto reassembly = std::make_shared<Reassembly>();
+  const auto answers = std::make_shared<tests::Awaiting>();
   contest.Add(
       "reassemble " + size,
-      [stream, reassembly] {
-        for (const auto chunk : stream->chunks) {
-          reassembly->socket.Arrive(chunk);
-          reassembly->receiver.DataArrival();
-        }
+      [stream, answers] {
+        for (const auto chunk : stream->chunks) answers->Arrive(chunk);
       },
-      [reassembly] { reassembly->Open(); });
+      [answers] { answers->Await(Stream::kFrames); });
 
   // The plainest code that reads the same connection: every chunk into a buffer, and from there to its
   // answer.
-  const auto answers = std::make_shared<std::vector<Bytes>>();
+  const auto collected = std::make_shared<std::vector<Bytes>>();
   contest.Add(
       "collect " + size,
-      [stream, answers, socket = tests::ByteSocket(), buffer = Bytes(4096)]() mutable {
+      [stream, collected, socket = tests::ByteSocket(), buffer = Bytes(4096)]() mutable {
         serverlink::Socket& connection = socket;
         std::size_t place = 0;
         for (const auto chunk : stream->chunks) {
           socket.Arrive(chunk);
           const auto count = static_cast<std::ptrdiff_t>(connection.GetData(buffer));
-          Bytes& answer = (*answers)[place / kKilobyte];
+          Bytes& answer = (*collected)[place / kKilobyte];
           answer.insert(answer.end(), buffer.begin(), buffer.begin() + count);
           place += chunk.size();
         }
       },
-      [answers] {
-        answers->clear();
-        answers->resize(Stream::kFrames);
+      [collected] {
+        collected->clear();
+        collected->resize(Stream::kFrames);
       });
 }
 

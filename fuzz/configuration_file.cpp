@@ -1,7 +1,5 @@
 // The reader of configuration files. Whatever stands in one, it is refused in words, or it reads the same
 // after it was written again.
-#include <string>
-
 #include "base/error.h"
 #include "configuration/document.h"
 #include "fuzz/support/input.h"
@@ -12,10 +10,10 @@ extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t* data, std::size_t size
   try {
     document = configuration::Read(text, "");
   } catch (const base::WordedError& error) {
-    fuzz::Check(error.what()[0] != 0, "a refusal has words");
-    fuzz::Check(
-        std::string(error.what()).find("%s") == std::string::npos || text.find("%s") != std::string::npos,
-        "a refusal says what it is about");
+    const std::string words = error.what();
+    fuzz::Check(!words.empty(), "a refusal has words");
+    fuzz::Check(words.find("%s") == words.npos || text.find("%s") != text.npos,
+                "a refusal says what it is about");
     return 0;
   }
   const std::string written = Write(document);

@@ -9,19 +9,6 @@
 #include "simulator/catalogue.h"
 #include "simulator/template.h"
 
-namespace {
-
-template <class Read>
-void Refusing(Read read) {
-  try {
-    read();
-  } catch (const base::Error& error) {
-    fuzz::Check(error.what()[0] != 0, "a refusal has words");
-  }
-}
-
-}  // namespace
-
 extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t* data, std::size_t size) {
   static const simulator::TypeCatalogue catalogue(SIM_DATA_DIR "/types.json");
   fuzz::Input input(data, size);
@@ -30,21 +17,21 @@ extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t* data, std::size_t size
   const std::string text(rest.begin(), rest.end());
   switch (kind % 3) {
     case 0:
-      Refusing([&] {
+      fuzz::Takes<base::Error>([&] {
         simulator::ReadTemplate(simulator::UnpackTemplate({rest.begin(), rest.end()}), catalogue);
       });
-      Refusing([&] {
+      fuzz::Takes<base::Error>([&] {
         fuzz::Check(simulator::UnpackTemplate(simulator::PackTemplate(text)) == text,
                     "what is packed comes back");
       });
       break;
     case 1:
-      Refusing([&] { simulator::ReadTemplate(text, catalogue); });
+      fuzz::Takes<base::Error>([&] { simulator::ReadTemplate(text, catalogue); });
       break;
     default: {
       const auto file = std::filesystem::temp_directory_path() / "tarn_fuzz_types.json";
       std::ofstream(file, std::ios::binary) << text;
-      Refusing([&] { const simulator::TypeCatalogue read(file); });
+      fuzz::Takes<base::Error>([&] { const simulator::TypeCatalogue read(file); });
     }
   }
   return 0;

@@ -2,32 +2,19 @@
 // a model that knows only what must come of each call and which sequence number comes next.
 #include "serverlink/fComm.h"
 
-#include <deque>
-#include <optional>
-#include <set>
-#include <vector>
-
-#include "automation/error.h"
 #include "fuzz/support/input.h"
-#include "shell/strings.h"
 #include "simulator/protocol/frame.h"
 #include "tests/core/byte_socket.h"
+#include "tests/core/stand_ins.h"
 
 namespace {
 
 using namespace std::chrono_literals;
 using serverlink::Bytes;
 
-/// Time passes only when somebody waits.
-struct Clock {
-  std::chrono::steady_clock::time_point now{1h};
-};
-
 /// Lets what a server is to send arrive piece by piece, and hands out what the client sends.
 class ScriptedSocket : public tests::ByteSocket {
  public:
-  explicit ScriptedSocket(Clock& clock) : clock_(clock) {}
-
   enum class End { kNone, kClose, kError };
   struct Script {
     std::deque<Bytes> pieces;
@@ -35,6 +22,8 @@ class ScriptedSocket : public tests::ByteSocket {
   };
   /// Answers a request.
   std::function<Script(const Bytes& request)> serve;
+  /// Time passes only when somebody waits.
+  std::chrono::steady_clock::time_point now{1h};
 
   void Connect(const std::string&, std::uint16_t) override {
     Close();
@@ -66,40 +55,15 @@ class ScriptedSocket : public tests::ByteSocket {
       Close();
       end == End::kClose ? onClose() : onError("The server broke the connection.", 104);
     } else {
-      clock_.now += longest;
+      now += longest;
     }
   }
 
  private:
-  Clock& clock_;
   Script script_;
   Bytes piece_;  // that has arrived
   bool connecting_ = false;
   bool connected_ = false;
-};
-
-/// Ticks when it is told to; inside of each turn somebody tries a call that must be refused.
-class Loop : public ui::EventLoop {
- public:
-  std::function<void()> onTurn;
-  void Turn() override { onTurn(); }
-  void Post(std::function<void()>) override {}
-  void RunUntil(const std::function<bool()>&) override {}
-  void Quit() override {}
-  void SetWaiting(bool) override {}
-  void Tick() {
-    for (ui::Timer* timer : std::set<ui::Timer*>(running_)) timer->onTick();
-  }
-
- private:
-  void Start(ui::Timer& timer) override { running_.insert(&timer); }
-  void Stop(ui::Timer& timer) override { running_.erase(&timer); }
-  std::set<ui::Timer*> running_;
-};
-
-struct CountedPrompts : ui::Prompts {
-  int asked = 0;
-  ui::Answer Ask(const ui::Prompt&) override { return ++asked, ui::Answer::kOk; }
 };
 
 /// How the server takes a request.
@@ -128,14 +92,14 @@ class Machine {
     socket_.serve = [this](const Bytes& request) { return Serve(request); };
     comm_.setTransactionTimeout(3);
     loop_.onTurn = [this] {
-      if (++turns_ % 32 != 1) return;  // an exception takes long
+      if (loop_.turns % 32 != 1) return;  // an exception takes long
       fuzz::Check(!Succeeds([&] { comm_.ovpSetArgument({1}); }), "nothing starts inside of a call");
     };
   }
 
   void Run() {
     while (!input_.Empty()) Step();
-    fuzz::Check(prompts_.asked <= 1, "one box at most");
+    fuzz::Check(prompts_.asked.size() <= 1, "one box at most");
   }
 
  private:
@@ -289,17 +253,15 @@ class Machine {
   }
 
   fuzz::Input& input_;
-  int turns_ = 0;
-  Clock clock_;
-  ScriptedSocket socket_{clock_};
-  Loop loop_;
-  CountedPrompts prompts_;
+  ScriptedSocket socket_;
+  tests::ManualLoop loop_;
+  tests::ScriptedPrompts prompts_;
   serverlink::fComm comm_{{.socket = socket_,
                            .loop = loop_,
                            .prompts = prompts_,
                            .text = shell::ReplacePlaceholders,
                            .title = "title",
-                           .now = [this] { return clock_.now; }}};
+                           .now = [this] { return socket_.now; }}};
 
   // What the model knows.
   int number_ = 7017;

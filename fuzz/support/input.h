@@ -42,4 +42,16 @@ inline void Check(bool holds, const char* what) {
   std::abort();
 }
 
+/// False when it was refused, which an `Error` tells in words.
+template <class Error, class Work>
+bool Takes(Work work) {
+  try {
+    work();
+    return true;
+  } catch (const Error& error) {
+    Check(error.what()[0] != 0, "a refusal has words");
+    return false;
+  }
+}
+
 }  // namespace fuzz

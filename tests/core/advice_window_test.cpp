@@ -47,7 +47,6 @@ TEST_F(AdviceWindowTest, FollowsWhatIsTypedAndGoesThere) {
 TEST_F(AdviceWindowTest, CountsWhatIsOpenAndKeepsWhatIsAccepted) {
   Open(tests::kAssigned);
   const std::string before = Text("cmdAdvice");
-  EXPECT_TRUE(before.starts_with("1 fault, ")) << before;
   AssignOutput(5, "HUMIDIFIER_MOD");
   EXPECT_TRUE(Text("cmdAdvice").starts_with("2 faults, ")) << "the page has read what its hardware is";
   AssignOutput(5, "HUMIDIFIER_ON_OFF");

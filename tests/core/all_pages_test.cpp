@@ -128,7 +128,11 @@ TEST_F(AllPages, UnitsStandInTheCaptions) {
   Open(kDevice);
   for (const bool imperial : {false, true}) {
     if (imperial) Find<ui::OptionButton>("optUnit(1)").Click();
-    for (const auto& [label, metric, us] : captions) EXPECT_EQ(Text(label), imperial ? us : metric) << label;
+    for (const auto& [label, metric, us] : captions) {
+      EXPECT_EQ(Text(label), imperial ? us : metric) << label;
+      const std::string room = metric == std::string(us) ? "" : std::string(metric) + "\n" + us;
+      EXPECT_EQ(Find(label).Room(), room) << label << ": nothing moves";
+    }
     EXPECT_EQ(Find("fPID.txtPIDTemp(0)").AccessibleName(),
               std::string("Space Temperature, Proportional Gain, ") + (imperial ? "% / °F" : "% / °C"));
   }

@@ -1,11 +1,11 @@
-// A connection in memory that hands out bytes as the system's does: a read gets as much as is there and fits.
-// For what takes bytes apart, in tests, fuzzing and benchmarks.
+// A connection in memory that hands out bytes as the system's does: a read gets as much as is there and fits;
+// and the reassembly behind it. For what takes bytes apart, in tests, fuzzing and benchmarks.
 #pragma once
 
 #include <algorithm>
-#include <utility>
 
-#include "serverlink/socket.h"
+#include "serverlink/receiver.h"
+#include "shell/strings.h"
 
 namespace tests {
 
@@ -29,6 +29,33 @@ class ByteSocket : public serverlink::Socket {
 
  private:
   std::span<const std::uint8_t> there_;
+};
+
+/// A receiver with transactions that await their answers, the first of them number 7018.
+struct Awaiting {
+  serverlink::TransactionTable table;
+  serverlink::Texts text = shell::ReplacePlaceholders;
+  serverlink::Trace trace;
+  ByteSocket socket;
+  serverlink::Receiver receiver{socket, table, text, trace};
+
+  void Await(std::size_t count) {
+    receiver.Restart(serverlink::kBeforeFirst);
+    receiver.SetMode(serverlink::HeaderMode::kAuthenticated);
+    table.Clear();
+    for (std::size_t i = 0; i < count; ++i) {
+      auto& transaction = table.At(static_cast<std::int16_t>(7018 + i));
+      transaction = std::make_shared<serverlink::CTransaction>();
+      transaction->State = serverlink::kSent;
+    }
+  }
+  serverlink::CTransaction& At(std::size_t place) {
+    return *table.At(static_cast<std::int16_t>(7018 + place));
+  }
+  void Arrive(std::span<const std::uint8_t> bytes) {
+    socket.Arrive(bytes);
+    receiver.DataArrival();
+  }
 };
 
 }  // namespace tests

@@ -5,8 +5,6 @@
 #include <unistd.h>
 #endif
 
-#include <iostream>
-
 #include "checkout/fCheckOut.h"
 #include "faulty_host.h"
 #include "host/contract.h"
@@ -16,6 +14,7 @@ namespace {
 
 using checkout::fCheckOut;
 using configuration::TextOf;
+using testing::HasSubstr;
 using tests::Failure;
 using Lines = std::vector<std::string>;
 
@@ -24,12 +23,10 @@ struct CheckOutTool : tests::Tool {
   using Tool::Tool;
 
   fCheckOut& Window() { return Companion<fCheckOut>(); }
-  bool Press(const char* button) { return dynamic_cast<ui::Button&>(*Window().Find(button)).Click(); }
-  void Write(const char* box, const char* text) {
-    dynamic_cast<ui::TextBox&>(*Window().Find(box)).Type(text);
-  }
+  bool Press(const char* button) { return In<ui::Button>(Window(), button).Click(); }
+  void Write(const char* box, const char* text) { In<ui::TextBox>(Window(), box).Type(text); }
   std::string Says(const char* label) { return Window().Find(label)->Text(); }
-  ui::ListView& Steps() { return dynamic_cast<ui::ListView&>(*Window().Find("lvwSteps")); }
+  ui::ListView& Steps() { return In<ui::ListView>(Window(), "lvwSteps"); }
   /// Does `work` in the window, and closes it.
   void CheckOut(const std::function<void()>& work) {
     bool opened = false;
@@ -47,7 +44,7 @@ struct CheckOutTool : tests::Tool {
   std::filesystem::path List() {
     return configuration::UnitFile(program.GetSettings(), Main().Opened, configuration::kOverridden).Path();
   }
-  std::string LastPrompt() { return prompts.asked.empty() ? "" : prompts.asked.back().text; }
+  std::string LastPrompt() { return prompts.Last().text; }
 
   const char* device = tests::kAssigned;
 };
@@ -77,8 +74,6 @@ TEST_F(CheckOutTest, LeadsThroughTheStepsAndKeepsWhatWasSeen) {
         EXPECT_FALSE(Press("cmdStart"));
         Steps().ChooseRows({4});
         EXPECT_EQ(Steps().Selection(), std::vector<std::size_t>{0}) << "no other step while one stands";
-        EXPECT_TRUE(Press("cmdNo"));
-        EXPECT_EQ(LastPrompt(), "Say in the remark what happened instead.");
         Write("txtRemark", "Belt is loose");
       }
       EXPECT_TRUE(Press(i == 0 ? "cmdNo" : i == 1 ? "cmdSkip" : "cmdYes"));
@@ -135,7 +130,7 @@ TEST_F(CheckOutTest, GoesBackByItselfWhenTheTimeIsOver) {
     time += std::chrono::seconds(59);
     loop.Tick();
     EXPECT_EQ(Override(1), "100.0 1");
-    EXPECT_NE(Says("lblState").find("in 1 sec"), std::string::npos) << Says("lblState");
+    EXPECT_THAT(Says("lblState"), HasSubstr("in 1 sec"));
     time += std::chrono::seconds(1);
     loop.Tick();
     EXPECT_EQ(Override(1), "0.0 -1");
@@ -144,9 +139,33 @@ TEST_F(CheckOutTest, GoesBackByItselfWhenTheTimeIsOver) {
   CheckOut([&] { EXPECT_EQ(Says("txtLimit"), "60"); });
 }
 
-TEST_F(CheckOutTest, TakesNoOtherCommandMeanwhileAndBeginsOnlyWhereItMay) {
+TEST_F(CheckOutTest, BeginsOnlyWhereItMayAndLetsNothingElseBeginMeanwhile) {
+  CheckOutTool without(building, std::span<const shell::PageEntry>());
+  without.Open(tests::kUnassigned);
+  EXPECT_THROW(without.CheckOut([] {}), base::Error);
+  EXPECT_EQ(without.LastPrompt(), "No output with a function drives its local hardware.");
+  const auto refusal = [this] {
+    EXPECT_THROW(CheckOut([] {}), base::Error);
+    return LastPrompt();
+  };
   Open(device);
+  const std::string before = building.StoredDevice(device);
+  ChooseEntry("Locked");
+  EXPECT_EQ(refusal(), "The window is locked. Unlock it to check the outputs.");
+  ChooseEntry("Locked");
+  Type("fPID.txtPIDTemp(0)", "30");
+  EXPECT_EQ(refusal(), "There are changes that are not applied. Apply them or take them back first.");
+  Click("cmdRefresh");
+  // Without a list on the disk nothing is overridden.
+  std::filesystem::create_directories(List() / "in the way");
+  EXPECT_THAT(refusal(), HasSubstr("cannot be read"));
+  std::filesystem::remove_all(List());
   CheckOut([&] {
+    std::filesystem::create_directories(List() / "in the way");
+    Press("cmdStart");
+    EXPECT_THAT(LastPrompt(), HasSubstr("cannot be written"));
+    EXPECT_EQ(building.StoredDevice(device), before);
+    std::filesystem::remove_all(List());
     Press("cmdStart");
     const std::string stands = building.StoredDevice(device);
     Find<ui::Button>("cmdRefresh").Click();
@@ -158,108 +177,70 @@ TEST_F(CheckOutTest, TakesNoOtherCommandMeanwhileAndBeginsOnlyWhereItMay) {
   });
 }
 
-TEST_F(CheckOutTest, BeginsOnlyWhereItMay) {
-  const auto refusal = [this] {
-    EXPECT_THROW(CheckOut([] {}), base::Error);
-    return LastPrompt();
-  };
-  Open(device);
-  ChooseEntry("Locked");
-  EXPECT_EQ(refusal(), "The window is locked. Unlock it to check the outputs.");
-  ChooseEntry("Locked");
-  Type("fPID.txtPIDTemp(0)", "30");
-  EXPECT_EQ(refusal(), "There are changes that are not applied. Apply them or take them back first.");
-  Click("cmdRefresh");
-  // Without a list on the disk nothing is overridden.
-  std::filesystem::create_directories(List() / "in the way");
-  const std::string before = building.StoredDevice(device);
-  refusal();
-  EXPECT_NE(LastPrompt().find("cannot be read"), std::string::npos) << LastPrompt();
-  EXPECT_EQ(building.StoredDevice(device), before);
-  std::filesystem::remove_all(List());
-  CheckOut([&] {
-    std::filesystem::create_directories(List() / "in the way");
-    Press("cmdStart");
-    EXPECT_NE(LastPrompt().find("cannot be written"), std::string::npos) << LastPrompt();
-    EXPECT_EQ(building.StoredDevice(device), before);
-  });
-  std::filesystem::remove_all(List());
-}
-
-TEST_F(CheckOutTest, HasNothingToDoWithoutFunctions) {
-  Open(tests::kUnassigned);
-  EXPECT_THROW(CheckOut([] {}), base::Error);
-  EXPECT_EQ(LastPrompt(), "No output with a function drives its local hardware.");
-}
-
-/// A host at which something happens before it carries out a call, or instead.
-class Meddler : public automation::Target {
- public:
-  using Before = std::function<bool(automation::Access access, std::string_view member)>;
-
-  static automation::Object Wrap(const automation::Object& inner, const Before& before) {
-    return automation::Object(std::make_shared<Meddler>(inner, before));
-  }
-  Meddler(automation::Object inner, Before before) : inner_(std::move(inner)), before_(std::move(before)) {}
-
-  automation::Value Invoke(automation::Access access, std::string_view member,
-                           std::span<const automation::Value> arguments) override {
-    if (!before_(access, member)) return {};
-    automation::Value answer = inner_.GetTarget()->Invoke(access, member, arguments);
-    const auto* object = std::get_if<automation::Object>(&answer.Get());
-    return object && *object ? Wrap(*object, before_) : answer;
-  }
-
- private:
-  automation::Object inner_;
-  Before before_;
-};
-
 TEST_F(CheckOutTest, IsRefusedByADeviceThatDoesNotKeepItAndEndsWithTheSession) {
-  bool ignores = false, signsOut = false;
-  throughHost = [&](std::string_view id, const automation::Object& object) {
-    if (id != host::kObjectServerId) return object;
-    return Meddler::Wrap(object, [&](automation::Access access, std::string_view member) {
-      if (member == host::kCommitTransaction && std::exchange(signsOut, false)) Main().onSessionEnd();
-      return !(ignores && access == automation::Access::kPut && member == host::kValue);
-    });
-  };
   Open(device);
   const std::string before = building.StoredDevice(device);
+  const automation::Object objects = Main().ObjectServer.Child("Device").Child("LonMarkObjects");
+  const automation::Object property =
+      objects.Child("Item", "HardwareOutput1").Child("ConfigProperties").Child("Item", 4);
+  const auto atCommit = [this](const std::function<void()>& work) {
+    building.Faults().Fail({.member = "Network.CommitTransaction", .instead = work});
+  };
   CheckOut([&] {
-    ignores = true;
+    atCommit([&] { property.Put("Value", "0.0 -1"); });
     Press("cmdStart");
     EXPECT_EQ(LastPrompt(), "The output was not overridden: the device holds 0.");
-    ignores = false;
     EXPECT_FALSE(Press("cmdYes"));
-    signsOut = true;
+    bool signedOut = false;
+    atCommit([&] {
+      signedOut = true;
+      Main().onSessionEnd();
+    });
     Press("cmdStart");
-    EXPECT_FALSE(signsOut);
+    EXPECT_TRUE(signedOut);
     EXPECT_EQ(building.StoredDevice(device), before) << "signed out while it was written";
   });
 }
 
 // What was put back is only pending while the transaction is open.
 TEST_F(CheckOutTest, IsNotForgottenWhenTheTransactionThatPutsBackCannotBeEnded) {
-  bool refuses = false, open = false;
-  throughHost = [&](std::string_view id, const automation::Object& object) {
-    if (id != host::kObjectServerId) return object;
-    return Meddler::Wrap(object, [&](automation::Access, std::string_view member) {
-      const bool begins = member == host::kBeginTransaction;
-      const bool ends = member == host::kCommitTransaction || member == host::kCancelTransaction;
-      if (refuses && (ends || (begins && std::exchange(open, true))))
-        throw automation::Error(automation::kApplicationDefined, "The host refuses.");
-      return true;
-    });
-  };
   Open(device);
   CheckOut([&] {
     Press("cmdStart");
-    refuses = true;
+    building.Faults().Fail({.member = "Network.CommitTransaction", .instead = [this] {
+                              building.Faults().Fail({.member = "Network.CancelTransaction", .once = false});
+                              throw automation::Error(automation::kApplicationDefined, "The host refuses.");
+                            }});
     Press("cmdYes");
   });
-  EXPECT_NE(LastPrompt().find("COULD NOT BE PUT BACK"), std::string::npos) << LastPrompt();
+  EXPECT_THAT(LastPrompt(), HasSubstr("COULD NOT BE PUT BACK"));
   EXPECT_TRUE(std::filesystem::exists(List()));
+}
+
+struct Planned {
+  tests::FailurePlan plan;  // outlives the tool
+};
+
+/// Without pages, over a host that fails as planned.
+struct TroubledTool : Planned, CheckOutTool {
+  explicit TroubledTool(const simulator::Building& existing)
+      : CheckOutTool(existing, std::span<const shell::PageEntry>()) {
+    throughHost = [this](std::string_view id, const automation::Object& object) {
+      return id == host::kObjectServerId ? tests::FaultyTarget::Wrap(plan, object) : object;
+    };
+    Open(device);
+  }
+};
+
+/// The next start asks where something is left, and puts it back.
+void ExpectPutBack(const simulator::Building& building, const std::string& before, const std::string& where) {
+  const bool left = building.StoredDevice(tests::kAssigned) != before;
+  TroubledTool next(building);
+  next.prompts.answers = {ui::Answer::kYes};
+  next.loop.Tick();
+  EXPECT_EQ(building.StoredDevice(next.device), before) << where;
+  EXPECT_FALSE(std::filesystem::exists(next.List())) << where;
+  EXPECT_EQ(next.prompts.asked.size(), left ? 1u : 0u) << where;
 }
 
 /// One check-out of the first output with a failing call; then a start without a failure. Answers how many
@@ -268,56 +249,43 @@ int FailOnce(const simulator::Building& building, Failure failure, int call, boo
   const std::string where = "way " + std::to_string(static_cast<int>(failure)) + ", call " +
                             std::to_string(call) + (forever ? " on" : "");
   const std::string before = building.StoredDevice(tests::kAssigned);
-  tests::FailurePlan plan;
-  bool left = false;
+  int seen = 0;
   {
-    CheckOutTool tool(building, std::span<const shell::PageEntry>());
-    tool.throughHost = [&plan](std::string_view id, const automation::Object& object) {
-      return id == host::kObjectServerId ? tests::FaultyTarget::Wrap(plan, object) : object;
-    };
-    tool.Open(tool.device);
+    TroubledTool tool(building);
     tool.CheckOut([&] {
-      plan.Arm(failure, {call}, forever);
+      tool.plan.Arm(failure, {call}, forever);
       tool.Press("cmdStart");
       tool.Press("cmdYes");
       EXPECT_TRUE(forever || building.StoredDevice(tool.device) == before) << where << ": not at once";
     });
     const bool back = building.StoredDevice(tool.device) == before;
-    EXPECT_TRUE(forever || (back && plan.open == 0)) << where;
+    EXPECT_TRUE(forever || (back && tool.plan.open == 0)) << where;
     if (!back) {
-      EXPECT_NE(tool.LastPrompt().find("OF RTU-1 North wing COULD NOT BE PUT BACK"), std::string::npos)
-          << where;
-      EXPECT_NE(tool.LastPrompt().find("Output 1, FAN_ON_OFF"), std::string::npos) << where;
+      EXPECT_THAT(tool.LastPrompt(), HasSubstr("OF RTU-1 North wing COULD NOT BE PUT BACK")) << where;
+      EXPECT_THAT(tool.LastPrompt(), HasSubstr("Output 1, FAN_ON_OFF")) << where;
       EXPECT_TRUE(std::filesystem::exists(tool.List())) << where;
     }
-    plan.Disarm();
-    left = !back;
-    if (back && !std::filesystem::exists(tool.List())) return plan.seen;
+    tool.plan.Disarm();
+    seen = tool.plan.seen;
+    if (back && !std::filesystem::exists(tool.List())) return seen;
   }
-  CheckOutTool next(building, std::span<const shell::PageEntry>());
-  next.Open(next.device);
-  next.prompts.answers = {ui::Answer::kYes};
-  next.loop.Tick();
-  EXPECT_EQ(building.StoredDevice(next.device), before) << where;
-  EXPECT_FALSE(std::filesystem::exists(next.List())) << where;
-  EXPECT_EQ(next.prompts.asked.size(), left ? 1u : 0u) << where << ": asked only where something is left";
-  return plan.seen;
+  ExpectPutBack(building, before, where);
+  return seen;
 }
 
-TEST(CheckOutFaults, AnyCallMayFail) {
-  const simulator::Building building(tests::Tool::Options());
+using CheckOutFaults = CheckOutTest;
+
+TEST_F(CheckOutFaults, AnyCallMayFail) {
   int met = 0;
   for (const Failure failure : tests::kAllFailures) {
     for (const bool forever : {false, true}) {
-      for (int call = 1; FailOnce(building, failure, call, forever) >= call && !testing::Test::HasFailure();
-           ++call)
-        ++met;
+      for (int call = 1; FailOnce(building, failure, call, forever) >= call && !HasFailure(); ++call) ++met;
     }
   }
-  std::cout << "  " << met << " failures\n";
   EXPECT_GT(met, 200);
-  std::filesystem::remove_all(std::filesystem::path(tests::Tool::Documents()) / "KV-TARN" / "Notes");
 }
+
+using CheckOutKilled = CheckOutTest;
 
 #ifndef _WIN32
 /// A process ends at the call, as if it had been killed; the host keeps its values. Answers whether it came
@@ -325,15 +293,9 @@ TEST(CheckOutFaults, AnyCallMayFail) {
 bool KilledAt(const simulator::BuildingOptions& options, int call) {
   const pid_t child = fork();
   if (child == 0) {
-    const simulator::Building building(options);
-    CheckOutTool tool(building, std::span<const shell::PageEntry>());
-    tests::FailurePlan plan;
-    tool.throughHost = [&plan](std::string_view id, const automation::Object& object) {
-      return id == host::kObjectServerId ? tests::FaultyTarget::Wrap(plan, object) : object;
-    };
-    tool.Open(tool.device);
-    plan.Arm(Failure::kApplicationError, {}, false);
-    plan.onCall = [call](int seen) {
+    TroubledTool tool{simulator::Building(options)};
+    tool.plan.Arm(Failure::kApplicationError, {}, false);
+    tool.plan.onCall = [call](int seen) {
       if (seen == call) _exit(9);
     };
     tool.CheckOut([&] {
@@ -348,63 +310,41 @@ bool KilledAt(const simulator::BuildingOptions& options, int call) {
   return WEXITSTATUS(status) == 9;
 }
 
-TEST(CheckOutKilled, AtAnyCallTheNextStartPutsBackWhatIsOverridden) {
-  simulator::BuildingOptions options = tests::Tool::Options();
-  options.storeFile = std::filesystem::path(tests::Tool::Documents()) / "killed.json";
+TEST_F(CheckOutKilled, AtAnyCallTheNextStartPutsBackWhatIsOverridden) {
+  simulator::BuildingOptions options = Options();
+  options.storeFile = std::filesystem::path(Documents()) / "killed.json";
   const std::string before = simulator::Building(options).StoredDevice(tests::kAssigned);
   int left = 0;
   for (int call = 1; KilledAt(options, call); ++call) {
-    const simulator::Building building(options);
-    const bool overridden = building.StoredDevice(tests::kAssigned) != before;
-    left += overridden;
-    CheckOutTool next(building, std::span<const shell::PageEntry>());
-    next.Open(next.device);
-    next.prompts.answers = {ui::Answer::kYes};
-    next.loop.Tick();
-    EXPECT_EQ(next.prompts.asked.empty(), !overridden) << call;
-    EXPECT_EQ(building.StoredDevice(next.device), before) << call;
-    ASSERT_FALSE(std::filesystem::exists(next.List())) << call;
+    const simulator::Building after(options);
+    left += after.StoredDevice(tests::kAssigned) != before;
+    ExpectPutBack(after, before, "call " + std::to_string(call));
   }
   EXPECT_GT(left, 5);
 }
 #endif
 
-TEST(CheckOutKilled, WhatItLeftIsPutBackFirst) {
-  const simulator::Building building(tests::Tool::Options());
-  const auto overridden = [&building] {
-    return building.StoredText(tests::kAssigned, "HardwareOutput1", 4, "SNVT_switch");
-  };
-  auto tool = std::make_unique<CheckOutTool>(building);
-  const auto start = [&] {
-    tool.reset();  // the host has one session for a unit
-    tool = std::make_unique<CheckOutTool>(building);
-    tool->Open(tool->device);
-  };
-  start();
-  const std::string before = building.StoredDevice(tool->device);
-  {  // killed: nothing of its end happens
-    checkout::CheckOut killed(tool->Main().Device(), tool->Main().Context().transactions,
-                              {tool->program.GetSettings(), tool->Main().Opened, configuration::kOverridden});
-    killed.Start(checkout::ReadSteps(tool->Main().Device()).front(), std::chrono::seconds(60));
+TEST_F(CheckOutKilled, WhatItLeftIsPutBackFirst) {
+  const std::string before = building.StoredDevice(device);
+  {
+    TroubledTool tool(building);
+    // Nothing of its end happens.
+    checkout::CheckOut killed(tool.Main().Device(), tool.Main().Context().transactions,
+                              {tool.program.GetSettings(), tool.Main().Opened, configuration::kOverridden});
+    killed.Start(checkout::ReadSteps(tool.Main().Device()).front(), std::chrono::seconds(60));
   }
-  start();
-  tool->prompts.answers = {ui::Answer::kNo, ui::Answer::kNo};
-  tool->loop.Tick();
-  EXPECT_NE(tool->LastPrompt().find("check-out of RTU-1 North wing ended"), std::string::npos);
-  tool->loop.Tick();
-  EXPECT_EQ(tool->prompts.asked.size(), 1u) << "asked once";
-  EXPECT_THROW(tool->CheckOut([] {}), base::Error) << "these go first";
-  tool->Main().Close();
-  EXPECT_EQ(overridden(), "100.0 1");
-
-  start();
-  const auto shown = [&] { return tool->Find<ui::CheckBox>("fControlOutput.chkOver(0)").Checked(); };
-  EXPECT_TRUE(shown());
-  tool->prompts.answers = {ui::Answer::kYes};
-  tool->loop.Tick();
-  EXPECT_EQ(building.StoredDevice(tool->device), before);
-  EXPECT_FALSE(shown()) << "read again";
-  EXPECT_FALSE(std::filesystem::exists(tool->List()));
+  {
+    TroubledTool next(building);
+    next.prompts.answers = {ui::Answer::kNo, ui::Answer::kNo};
+    next.loop.Tick();
+    EXPECT_THAT(next.LastPrompt(), HasSubstr("check-out of RTU-1 North wing ended"));
+    next.loop.Tick();
+    EXPECT_EQ(next.prompts.asked.size(), 1u) << "asked once";
+    EXPECT_THROW(next.CheckOut([] {}), base::Error) << "these go first";
+    next.Main().Close();
+    EXPECT_EQ(next.Override(1), "100.0 1");
+  }
+  ExpectPutBack(building, before, "the next start");
 }
 
 }  // namespace

@@ -35,7 +35,6 @@ struct ScriptTest : tests::ToolTest {
 TEST_F(ScriptTest, ValuesAreReadAndPutInByNameOrCaptionAndStoredByApply) {
   OpenUnit(tests::kAssigned);
   EXPECT_EQ(Get("PID", "space temperature, proportional gain"), "25.0000");
-  EXPECT_EQ(Get("fControlOutput", "cboOutput(2)"), "COOLING_1");
   Put("fPID", "txtPIDTemp(0)", 30.5);
   EXPECT_EQ(Get("PID", "Space Temperature, Proportional Gain"), "30.5");
   EXPECT_EQ(Gain(tests::kAssigned), "25.0000");
@@ -48,16 +47,13 @@ TEST_F(ScriptTest, ValuesAreReadAndPutInByNameOrCaptionAndStoredByApply) {
   EXPECT_EQ(Get("PID", "Space Temperature, Proportional Gain").substr(0, 6), "16.944");
   script.Put("Imperial", false);
 
-  EXPECT_THAT(ErrorOf([&] { Put("Outputs", "Output 3, Usage", "UNASSIGNED"); }),
-              HasSubstr("COOLING_2 selected"));
   EXPECT_THAT(ErrorOf([&] { Put("PID", "Nothing", 1); }), HasSubstr("no field \"Nothing\""));
   Put("fPID", "chkPID", false);
   Put("Main window", "Location", "Roof");
   script.Call("Close");
   EXPECT_EQ(ErrorOf([&] { Get("PID", "txtPIDTemp(0)"); }), Raised("No unit is open."));
   OpenUnit(tests::kAssigned);
-  EXPECT_EQ(base::Trim(Get("fMain", "txtLocation")), "Roof north, bay 3")
-      << "what was not applied is dropped";
+  EXPECT_EQ(base::Trim(Get("fMain", "txtLocation")), "Roof north, bay 3") << "what was not applied";
 }
 
 TEST_F(ScriptTest, AFileIsAppliedWhollyOrNotAtAllAndComparedInItsUnits) {
@@ -66,9 +62,6 @@ TEST_F(ScriptTest, AFileIsAppliedWhollyOrNotAtAllAndComparedInItsUnits) {
   script.Call("Save", file);
   script.Put("Imperial", false);
   OpenUnit(tests::kUnassigned);
-  const automation::List lines = script.Call("Compare", file).AsList();
-  ASSERT_GT(lines.size(), 20u);
-  EXPECT_EQ(lines[0].AsList().size(), 4u);
   EXPECT_GT(script.Call("Apply", file).AsWhole(), 20);
   EXPECT_EQ(script.Call("Compare", file).AsList().size(), 1u) << "the location is the unit's own";
   EXPECT_EQ(script.Call("Apply", file).AsWhole(), 0);
@@ -82,9 +75,6 @@ TEST_F(ScriptTest, AFileIsAppliedWhollyOrNotAtAllAndComparedInItsUnits) {
   EXPECT_EQ(script.Call("Apply").AsWhole(), 0) << "half of a refused file";
   EXPECT_EQ(building.StoredDevice(tests::kUnassigned), before);
   EXPECT_THAT(ErrorOf([&] { script.Call("Apply", Documents() + "/none.kvtarn"); }), HasSubstr("none.kvtarn"));
-  const std::string record = Documents() + "/script.html";
-  script.Call("Record", record);
-  EXPECT_THAT(base::ReadFile(record, 1 << 20), HasSubstr(tests::kUnassigned));
 }
 
 TEST_F(ScriptTest, AScriptAndTheWindowTakeTurnsAndALetGoSessionEnds) {

@@ -1,14 +1,9 @@
 // The configuration as a file: what is written and read, what is refused of a file and in which words, how
 // versions get along, and how files and backups are kept.
-#include <gtest/gtest.h>
-
-#include <algorithm>
-#include <filesystem>
 #include <regex>
 
 #include "base/files.h"
 #include "configuration/backups.h"
-#include "configuration/comparison.h"
 #include "fault_of.h"
 #include "tool_test.h"
 #ifndef _WIN32
@@ -68,11 +63,9 @@ TEST(Document, RefusesInWordsAndWithTheLine) {
   const std::string deep(200'000, '[');
   const std::tuple<std::string, std::string, std::string> cases[] = {
       {"~", "", ""},
-      {kSound, "", Damaged(1)},
       {kSound, std::string(configuration::kLargestFile, '['), Damaged(1)},
       {kSound, "[]", nothing},
       {"\"format\"", "\"Format\"", nothing},
-      {": 1,", ": \"1\",", nothing},
       {": 1,", ": 0,", nothing},
       {": 1,", ": 99999999999999999999999,", nothing},
       {": 1,", ": 1, \"units\": 0,", "The field units stands in the file twice, the second time in line 5."},
@@ -83,7 +76,6 @@ TEST(Document, RefusesInWordsAndWithTheLine) {
        "8000ab0c12340001."},
       {"programId", "program", "\"programId\" is missing in line 1."},
       {"\"8000AB0C12340001\"", "8000", "\"programId\" in line 3 is no text."},
-      {"\"\"", "null", "\"note\" in line 4 is no text."},
       {"\"\"", deep + std::string(deep.size(), ']'), "\"note\" in line 4 is no text."},
       {"\"\"", "\n1e999\n", Damaged(5)},
       {"\"\"", "\"\n\"", Damaged(4)},
@@ -93,13 +85,11 @@ TEST(Document, RefusesInWordsAndWithTheLine) {
       {"}\n]\n}\n", std::string("}\n]\n}\n\0", 7), Damaged(11)},
       {"}\n]\n}\n", "}\n]\n}\n{", Damaged(11)},
       {"metric", "feet", "\"feet\" in line 5 are no measurement units."},
-      {"\"metric\"", "[]", "\"units\" in line 5 is no text."},
       {"\"units\"", "\"unit\"", "\"units\" is missing in line 1."},
       {"\"fields\"", "\"values\"", "The file has no list of fields."},
       {"\"fields\"", "\"fields\": {\"page\": []}, \"values\"", "The file has no list of fields."},
       {"{\"page\": \"fPID\", \"control\": \"opt", "[0, {}],\n{\"page\": \"fPID\", \"control\": \"opt",
        "The field in line 8 is damaged."},
-      {"\"2\"", "2", "\"content\" in line 8 is no text."},
       {"\"page\": \"fPID\", \"control\": \"opt", "\"control\": \"opt", "\"page\" is missing in line 8."},
       {"optTemp", "chkPID", "The field fPID.chkPID stands in the file twice, the second time in line 8."},
       {"\"2\"", "\"2\",\n\"content\": \"3\"",
@@ -129,10 +119,6 @@ TEST(Document, ReadsWhatOlderAndNewerVersionsWrote) {
     const Document document = configuration::Read(text, "8000AB0C12340001");
     EXPECT_TRUE(document == expected) << Write(document);
   }
-  const auto lines = configuration::Compare({}, expected, base::Numbers());
-  ASSERT_EQ(lines.size(), 2u);
-  EXPECT_EQ(lines[1].kind, configuration::Difference::Kind::kOnlyThere);
-  EXPECT_EQ(lines[1].name + "=" + lines[1].there, "optTemp=2");
   EXPECT_EQ(RefusalOf(base::ReplaceAll(newer, "optTemp", "chkPID")),
             "The field fPID.chkPID stands in the file twice, the second time in line 9.");
 }

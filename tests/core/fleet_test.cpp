@@ -62,34 +62,28 @@ struct FleetTest : tests::ToolTest {
   }
   configuration::Desk& Desk() { return Companion<configuration::Desk>(); }
   fleet::fCopy& Window() { return Companion<fleet::Fleet>().CopyWindow(); }
-  template <class T>
-  T& In(const char* name) {
-    return dynamic_cast<T&>(*Window().Find(name));
-  }
   /// Opens the window, does `work` in it and closes it.
   void InWindow(const std::function<void()>& work) {
     loop.whileOpen = [this, work] {
       work();
-      In<ui::Button>("cmdClose").Click();
+      In<ui::Button>(Window(), "cmdClose").Click();
     };
     ChooseEntry("Copy to units...");
   }
-  void Press(const char* button) { EXPECT_TRUE(In<ui::Button>(button).Click()) << button; }
+  void Press(const char* button) { EXPECT_TRUE(In<ui::Button>(Window(), button).Click()) << button; }
   /// "state: remark".
   std::string LineOf(const std::string& unit) {
-    for (const auto& row : In<ui::ListView>("lvwUnits").Rows()) {
+    for (const auto& row : In<ui::ListView>(Window(), "lvwUnits").Rows()) {
       if (row.cells[0] == unit) return row.cells[2] + (row.cells[3].empty() ? "" : ": " + row.cells[3]);
     }
     return "no line";
   }
   void Tick(const char* list, const std::string& key, bool on) {
-    auto& view = In<ui::ListView>(list);
+    auto& view = In<ui::ListView>(Window(), list);
     for (std::size_t i = 0; i < view.Rows().size(); ++i) {
       const auto& row = view.Rows()[i];
-      const bool meant = row.key == key || row.cells[0] == key;
-      if (meant && (row.tick == ui::ListView::Tick::kOn) != on) {
-        EXPECT_TRUE(view.TurnTick(i));
-      }
+      const bool another = row.key != key && row.cells[0] != key;
+      EXPECT_TRUE(another || (row.tick == ui::ListView::Tick::kOn) == on || view.TurnTick(i));
     }
   }
   std::string Gains() { return Stored(tests::kAssigned, 30, "UCPTspaceTempPIDparam#SI", 4); }
@@ -105,7 +99,7 @@ TEST_F(FleetTest, AUnitGetsWhatIsTickedAndNothingElse) {
     EXPECT_THAT(LineOf(tests::kNoTemplate), HasSubstr("cannot be copied to: C:\\LonWorks"));
     EXPECT_EQ(LineOf(tests::kAssigned), "no line");
     Press("cmdTickNone");
-    EXPECT_FALSE(In<ui::Button>("cmdCopy").Usable());
+    EXPECT_FALSE(In<ui::Button>(Window(), "cmdCopy").Usable());
     Tick("lvwUnits", "RTU-9", true);
     const std::string before = building.StoredDevice("RTU-9");
     Press("cmdCompare");
@@ -122,8 +116,8 @@ TEST_F(FleetTest, AUnitGetsWhatIsTickedAndNothingElse) {
   });
   ChooseEntry("Locked");
   InWindow([&] {
-    EXPECT_TRUE(In<ui::Button>("cmdCompare").Usable());
-    EXPECT_FALSE(In<ui::Button>("cmdCopy").Usable());
+    EXPECT_TRUE(In<ui::Button>(Window(), "cmdCompare").Usable());
+    EXPECT_FALSE(In<ui::Button>(Window(), "cmdCopy").Usable());
   });
 }
 
@@ -143,9 +137,10 @@ TEST_F(FleetTest, AFileInOtherUnitsAndOnlyWhatIsTicked) {
   Find<ui::OptionButton>("optUnit(1)").Click();  // the file is in the other units
   fileDialog.answer = file;
   InWindow([&] {
-    EXPECT_TRUE(In<ui::OptionButton>("optSource(1)").Click());
-    EXPECT_EQ(In<ui::TextBox>("txtFile").Text(), file);
-    for (const auto& row : std::vector(In<ui::ListView>("lvwPages").Rows())) Tick("lvwPages", row.key, false);
+    EXPECT_TRUE(In<ui::OptionButton>(Window(), "optSource(1)").Click());
+    EXPECT_EQ(In<ui::TextBox>(Window(), "txtFile").Text(), file);
+    for (const auto& row : std::vector(In<ui::ListView>(Window(), "lvwPages").Rows()))
+      Tick("lvwPages", row.key, false);
     Tick("lvwPages", "fPID", true);
     Press("cmdCopy");
     EXPECT_THAT(LineOf(tests::kAssigned), StartsWith("done"));
@@ -159,8 +154,6 @@ TEST_F(FleetTest, AFileInOtherUnitsAndOnlyWhatIsTicked) {
     EXPECT_THAT(Gains(), StartsWith("30.5000 0.6000"));
     EXPECT_EQ(base::Trim(building.StoredText(tests::kAssigned, "NodeObject", 2, "SCPTlocation")),
               "Everywhere");
-    Press("cmdCopy");
-    EXPECT_EQ(LineOf(tests::kAssigned), "nothing to change");
 
     put("fPID", "txtPIDTemp(0)", "warm");  // no content of that box
     base::ReplaceFile(file, configuration::Write(document));
@@ -173,7 +166,7 @@ TEST_F(FleetTest, AFileInOtherUnitsAndOnlyWhatIsTicked) {
     const auto asked = prompts.asked.size();
     Press("cmdBrowse");
     EXPECT_EQ(prompts.asked.size(), asked + 1);
-    EXPECT_EQ(In<ui::TextBox>("txtFile").Text(), file) << "the one before stays";
+    EXPECT_EQ(In<ui::TextBox>(Window(), "txtFile").Text(), file) << "the one before stays";
   });
 }
 
@@ -185,6 +178,10 @@ struct ManyUnits : FleetTest {
     source = WithoutLocation(tests::kAssigned);
   }
   static std::string Name(int number) { return "AHU " + std::to_string(1000 + number); }
+  void TickFirst(int units) {
+    Press("cmdTickNone");
+    for (int i = 0; i < units; ++i) Tick("lvwUnits", Name(i), true);
+  }
   /// Everything that a unit holds but for its place.
   std::string WithoutLocation(const std::string& unit) const {
     std::vector<std::string> lines = base::Split(building.StoredDevice(unit), "\n");
@@ -210,28 +207,25 @@ TEST_F(ManyUnits, EachLineIsRightWhateverGoesWrongAndASecondRunDoesTheRest) {
   Click("cmdApply");
   building.Limits().clients = 20;
   Build(kUnits);
-  faults[Name(2)] = [wrote = false](bool after, int, Access access, auto member) mutable {
-    wrote = wrote || IsWrite(access, member);
-    if (!after && wrote && member == "CommitTransaction")
-      throw Error(0x800706BE, "The remote procedure call failed.");
+  const auto atCommit = [](bool afterIt, bool forGood, const Error& error) {
+    return [=, wrote = false, dead = false](bool after, int, Access access, auto member) mutable {
+      wrote = wrote || IsWrite(access, member);
+      const bool now = wrote && after == afterIt && member == "CommitTransaction";
+      dead = dead || (forGood && now);
+      if (now || dead) throw error;
+    };
   };
+  const Error lost(0x800706BE, "The remote procedure call failed.");
+  faults[Name(2)] = atCommit(false, false, lost);
   faults[Name(3)] = [](bool, int, Access access, auto member) {
     if (IsWrite(access, member))
       throw Error(automation::kApplicationDefined, "31.0000 is out of range.", "Host");
   };
-  faults[Name(4)] = [wrote = false](bool after, int, Access access, auto member) mutable {
-    wrote = wrote || IsWrite(access, member);
-    if (after && wrote && member == "CommitTransaction")
-      throw Error(0x800706BE, "The remote procedure call failed.");
-  };
+  faults[Name(4)] = atCommit(true, false, lost);
   faults[Name(5)] = [](bool, int call, Access, auto) {
     if (call == 150) throw Error(0x80010002, "Call was canceled by the message filter.");
   };
-  faults[Name(6)] = [wrote = false, dead = false](bool, int, Access access, auto member) mutable {
-    wrote = wrote || IsWrite(access, member);
-    dead = dead || (wrote && member == "CommitTransaction");
-    if (dead) throw Error(0x800706BA, "The RPC server is unavailable.");
-  };
+  faults[Name(6)] = atCommit(false, true, {0x800706BA, "The RPC server is unavailable."});
   std::vector<Object> others;
   for (const int i : {7, 8, 9}) others.push_back(OpenElsewhere(Name(i)));
 
@@ -248,7 +242,7 @@ TEST_F(ManyUnits, EachLineIsRightWhateverGoesWrongAndASecondRunDoesTheRest) {
       const bool done = i < 2 || i == 4 || i > 9;
       EXPECT_EQ(WithoutLocation(Name(i)) == source, done) << i;
     }
-    EXPECT_THAT(In<ui::Label>("lblCount").Text(), HasSubstr("1 refused, 2 failed, 1 not known"));
+    EXPECT_THAT(In<ui::Label>(Window(), "lblCount").Text(), HasSubstr("1 refused, 2 failed, 1 not known"));
 
     const auto saved = [](const std::string& file) {
       return base::ReadFile(Documents() + "/" + file, 1 << 20);
@@ -297,8 +291,7 @@ TEST_F(ManyUnits, EveryCallThatFailsLeavesAUnitWhollyOldOrWhollyNewAndSaysWhich)
     };
     std::string line, stored;
     InWindow([&] {
-      Press("cmdTickNone");
-      for (int i = 0; i < 3; ++i) Tick("lvwUnits", Name(i), true);
+      TickFirst(3);
       Press("cmdCopy");
       line = LineOf(Name(1));
       stored = WithoutLocation(Name(1));
@@ -321,31 +314,7 @@ TEST_F(ManyUnits, EveryCallThatFailsLeavesAUnitWhollyOldOrWhollyNewAndSaysWhich)
   }
 }
 
-TEST_F(ManyUnits, ItEndsAfterThePresentUnitAndTheWindowStaysUntilThen) {
-  Open(tests::kAssigned);
-  Type("fPID.txtPIDTemp(0)", "31");
-  Click("cmdApply");
-  Build(3);
-  InWindow([&] {
-    faults[Name(1)] = [this](bool after, int call, Access, auto) {
-      if (after || call != 100) return;
-      EXPECT_FALSE(Window().Close());
-      EXPECT_TRUE(Window().Visible());
-      EXPECT_TRUE(In<ui::Button>("cmdStop").Usable());
-      EXPECT_FALSE(In<ui::Button>("cmdCopy").Usable());
-      EXPECT_THROW(api.Call("SendCommand", 0, 0, ""), Error) << "one thing at a time";
-    };
-    Press("cmdTickNone");
-    for (int i = 0; i < 3; ++i) Tick("lvwUnits", Name(i), true);
-    Press("cmdCopy");
-    EXPECT_THAT(LineOf(Name(1)), StartsWith("done"));
-    EXPECT_EQ(LineOf(Name(2)), "waiting");
-  });
-  Type("fPID.txtPIDTemp(0)", "33");
-  Save();
-}
-
-TEST_F(ManyUnits, LookingAtOtherUnitsDoesNotMoveTheSavesOfTheOneInView) {
+TEST_F(ManyUnits, ALookMovesNoSaveAndACopyEndsAfterThePresentUnitWithTheWindowOpenUntilThen) {
   Open(tests::kAssigned);
   InWindow([] {});
   Type("fPID.txtPIDTemp(0)", "31");
@@ -354,6 +323,23 @@ TEST_F(ManyUnits, LookingAtOtherUnitsDoesNotMoveTheSavesOfTheOneInView) {
   EXPECT_THAT(Gains(), StartsWith("25.0000"));
   Click("cmdApply");
   EXPECT_THAT(Gains(), StartsWith("31.0000"));
+  Build(3);
+  InWindow([&] {
+    faults[Name(1)] = [this](bool after, int call, Access, auto) {
+      if (after || call != 100) return;
+      EXPECT_FALSE(Window().Close());
+      EXPECT_TRUE(Window().Visible());
+      EXPECT_TRUE(In<ui::Button>(Window(), "cmdStop").Usable());
+      EXPECT_FALSE(In<ui::Button>(Window(), "cmdCopy").Usable());
+      EXPECT_THROW(api.Call("SendCommand", 0, 0, ""), Error) << "one thing at a time";
+    };
+    TickFirst(3);
+    Press("cmdCopy");
+    EXPECT_THAT(LineOf(Name(1)), StartsWith("done"));
+    EXPECT_EQ(LineOf(Name(2)), "waiting");
+  });
+  Type("fPID.txtPIDTemp(0)", "33");
+  Save();
 }
 
 }  // namespace

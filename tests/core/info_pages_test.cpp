@@ -1,38 +1,27 @@
 // The pages that only host the maker's controls, with the virtual building's own controls in them.
-#include <gtest/gtest.h>
-
 #include "simulator/controls/about.h"
 #include "simulator/controls/object_manager.h"
 #include "tool_test.h"
 
 namespace {
 
-constexpr const char* kManager = "MVSingleObjectManager.ObjectManager";
-
 struct InfoPages : tests::ToolTest {
   InfoPages() {
-    controls.make = [this](const std::string& site, const std::function<void(const std::string&)>& onFailed) {
+    controls.make = [this](const std::string& site, const auto& onFailed) {
       if (!complaint.empty()) onFailed(complaint);
-      return site == "ctlAbout" ? Made(about, onFailed) : Made(manager, onFailed);
+      const auto made = [&onFailed]<class Kind>(std::shared_ptr<Kind>& control) {
+        control = std::make_shared<Kind>();
+        control->onFailed = onFailed;
+        return automation::Object(control);
+      };
+      return site == "ctlAbout" ? made(about) : made(manager);
     };
   }
 
-  template <class Kind>
-  static automation::Object Made(std::shared_ptr<Kind>& control,
-                                 const std::function<void(const std::string&)>& onFailed) {
-    control = std::make_shared<Kind>();
-    control->onFailed = onFailed;
-    return automation::Object(control);
-  }
-
-  template <class T>
-  static T& In(controls::MakersControl& control, const char* name) {
-    return dynamic_cast<T&>(*control.GetWindow().Find(name));
-  }
   /// Selects objects by their places and presses a button.
   void Order(std::vector<std::size_t> places, const char* button) {
-    In<ui::ListView>(*manager, "lvwObjects").SetSelection(std::move(places));
-    EXPECT_TRUE(In<ui::Button>(*manager, button).Click());
+    In<ui::ListView>(manager->GetWindow(), "lvwObjects").SetSelection(std::move(places));
+    ClickIn(manager->GetWindow(), button);
   }
   std::string StateOf(const char* object) { return building.StateOfObject(tests::kAssigned, object); }
 
@@ -41,7 +30,7 @@ struct InfoPages : tests::ToolTest {
   std::string complaint;  // reported while a control is made
 };
 
-TEST_F(InfoPages, ControlsAreMadeWhenTheirPageIsFirstShown) {
+TEST_F(InfoPages, ControlsAreMadeWhenTheirPageIsFirstShownAndARefusedOrderIsToldAndNotDone) {
   Open(tests::kAssigned);
   EXPECT_TRUE(controls.alive.empty());
   ChoosePage("fManage");
@@ -53,15 +42,13 @@ TEST_F(InfoPages, ControlsAreMadeWhenTheirPageIsFirstShown) {
   EXPECT_EQ(manager, first);
   ChoosePage("fAbout");
   ASSERT_TRUE(about);
-  EXPECT_EQ(In<ui::Label>(*about, "lblVersion").Text(), "Version 1.2.3");
-  const auto& licences = In<ui::ListView>(*about, "lvwLicences");
-  ASSERT_EQ(licences.Rows().size(), 1u);
-  EXPECT_EQ(licences.Rows()[0].cells[1], "MIT");
+  EXPECT_EQ(about->GetWindow().Find("lblVersion")->Text(), "Version 1.2.3");
+  const auto& licences = In<ui::ListView>(about->GetWindow(), "lvwLicences").Rows();
+  ASSERT_EQ(licences.size(), 1u);
+  EXPECT_EQ(licences[0].cells[1], "MIT");
   EXPECT_TRUE(Messages().empty());
-}
 
-TEST_F(InfoPages, OneRefusalOfTheObjectManagerIsToldAndNothingOfTheOrderIsDone) {
-  OpenPage(tests::kAssigned, "fManage");
+  ChoosePage("fManage");
   Order({2, 3}, "cmdDisable");
   EXPECT_EQ(StateOf("HardwareInput1") + StateOf("HardwareInput2"), "DISABLEDDISABLED");
   Order({4, 0}, "cmdDisable");
@@ -71,16 +58,24 @@ TEST_F(InfoPages, OneRefusalOfTheObjectManagerIsToldAndNothingOfTheOrderIsDone) 
   EXPECT_EQ(LastMessage(), "ctlObjectManager/Manage: The call failed.");
   EXPECT_EQ(StateOf("HardwareInput3"), "ENABLED");
   Order({}, "cmdTest");
-  EXPECT_EQ(In<ui::Label>(*manager, "lblResult").Text(), "Select one object or several first.");
+  EXPECT_EQ(manager->GetWindow().Find("lblResult")->Text(), "Select one object or several first.");
 }
 
-TEST_F(InfoPages, AControlThatComplainsStaysOneThatFailsIsTriedAgain) {
+TEST_F(InfoPages, AControlThatCannotBeMadeOrFailsIsTriedAgainOneThatComplainsStays) {
   Open(tests::kAssigned);
+  const auto make = std::exchange(controls.make, nullptr);
   complaint = "No picture.";
-  ChoosePage("fAbout");
-  EXPECT_EQ(Messages(), (std::vector<std::string>{"Initialize/About: Initializing the form",
-                                                  "Initialize/About: No picture."}));
-  EXPECT_TRUE(Find("fAbout.ctlAbout").Visible());
+  for (const bool possible : {false, false, true}) {
+    if (possible) controls.make = make;
+    ChoosePage("fAbout");
+    EXPECT_EQ(Find("fAbout.lblFault").Visible(), !possible);
+    EXPECT_EQ(Find("fAbout.ctlAbout").Visible(), possible);
+    EXPECT_EQ(controls.alive.size(), possible ? 1u : 0u);
+    ChoosePage("fPID");
+  }
+  EXPECT_THAT(Messages(), testing::ElementsAre(testing::StartsWith("Load/About: The control "),
+                                               "Initialize/About: Initializing the form",
+                                               "Initialize/About: No picture."));
   complaint.clear();
   ClearLog();
   building.Faults().Fail({.member = "ObjectServer.Device"});
@@ -100,29 +95,14 @@ TEST_F(InfoPages, AControlThatComplainsStaysOneThatFailsIsTriedAgain) {
   EXPECT_EQ(controls.alive.size(), 2u);
 }
 
-TEST_F(InfoPages, AControlThatCannotBeMadeIsToldOnceAndTriedAgain) {
-  Open(tests::kAssigned);
-  const auto make = std::exchange(controls.make, nullptr);
-  for (const bool possible : {false, false, true}) {
-    if (possible) controls.make = make;
-    ChoosePage("fAbout");
-    EXPECT_EQ(Find("fAbout.lblFault").Visible(), !possible);
-    EXPECT_EQ(Find("fAbout.ctlAbout").Visible(), possible);
-    EXPECT_EQ(controls.alive.size(), possible ? 1u : 0u);
-    ChoosePage("fPID");
-  }
-  ASSERT_EQ(Messages().size(), 1u);
-  EXPECT_THAT(Messages()[0], testing::StartsWith("Load/About: The control "));
-}
-
 TEST_F(InfoPages, AMissingControlFailsTheLoadAndIsNamed) {
-  controls.missing = {kManager};
+  controls.missing = {"MVSingleObjectManager.ObjectManager"};
   Open(tests::kAssigned);
   EXPECT_EQ(Main().Tag(), "Refuse to start");
-  EXPECT_EQ(Messages(),
-            (std::vector<std::string>{"Load/Manage: The control \"" + std::string(kManager) +
-                                          "\" is not registered on this machine (error 0x800401F3).",
-                                      "Load/Main: The page \"Object Manage\" could not be loaded."}));
+  EXPECT_EQ(Messages(), (std::vector<std::string>{
+                            "Load/Manage: The control \"MVSingleObjectManager.ObjectManager\" is not "
+                            "registered on this machine (error 0x800401F3).",
+                            "Load/Main: The page \"Object Manage\" could not be loaded."}));
 }
 
 TEST_F(InfoPages, AtTheEndTheControlLetsGoOfTheHost) {

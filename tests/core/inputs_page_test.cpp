@@ -25,7 +25,11 @@ struct InputsTest : tests::ToolTest {
     loop.whileOpen = act;
     Click(Input("cmdConfigure", number));
   }
-  void ClickInDialog(const char* button) { dynamic_cast<ui::Button&>(*dialog->Find(button)).Click(); }
+  static std::string Defaults(const std::string& function, bool applied) {
+    return "ApplyDefaultValues/Hardware Input: The default '" + function + "' configuration settings were " +
+           (applied ? "applied successfully" : "not applied");
+  }
+  void ClickInDialog(const char* button) { ClickIn(*dialog, button); }
 
   const char* device = tests::kUnassigned;
   std::shared_ptr<tests::Editor> variable;
@@ -53,8 +57,7 @@ TEST_F(InputsTest, TheSameFunctionTwiceIsRefused) {
 TEST_F(InputsTest, DefaultsAreOfferedForFiveFunctionsOnly) {
   Open(device);
   const struct {
-    const char* function;
-    const char* sensor;  // empty: no question
+    std::string function, sensor;  // empty: no question
     int property;
     const char* format;
     std::string value, variable;
@@ -72,15 +75,14 @@ TEST_F(InputsTest, DefaultsAreOfferedForFiveFunctionsOnly) {
     prompts.asked.clear();
     prompts.answers = {ui::Answer::kYes};
     AssignInput(3, item.function);
-    EXPECT_EQ(prompts.asked.size(), *item.sensor ? 1u : 0u) << item.function;
-    if (!*item.sensor) continue;
-    EXPECT_EQ(prompts.asked[0].text, "Do you want to set " + std::string(item.function) +
+    EXPECT_EQ(prompts.asked.size(), item.sensor.empty() ? 0u : 1u) << item.function;
+    if (item.sensor.empty()) continue;
+    EXPECT_EQ(prompts.asked[0].text, "Do you want to set " + item.function +
                                          " configuration properties to the default values ?\r\n"
                                          "If yes, this process takes a few secondes.");
     EXPECT_EQ(prompts.asked[0].title, "QVR KV-TARN Configuration");
     EXPECT_EQ(prompts.asked[0].buttons, ui::Buttons::kYesNoCancel);
-    EXPECT_EQ(LastMessage(), "ApplyDefaultValues/Hardware Input: The default '" + std::string(item.function) +
-                                 "' configuration settings were applied successfully");
+    EXPECT_EQ(LastMessage(), Defaults(item.function, true));
     EXPECT_EQ(StoredInput(3, 2, "UCPTsensorType"), item.sensor);
     EXPECT_EQ(StoredInput(3, item.property, item.format), item.value);
     EXPECT_EQ(Main().Device().InputVariables[3]["nvoHwInput3"].Type(), item.variable);
@@ -100,24 +102,21 @@ TEST_F(InputsTest, CancelTakesTheChoiceBackAndAFailureIsTold) {
   prompts.answers = {ui::Answer::kYes};
   building.Faults().Fail({.member = "NetworkVariable.MvFormatType"});
   AssignInput(1, "SETPOINT");
-  EXPECT_EQ(
-      LastMessage(),
-      "ApplyDefaultValues/Hardware Input: The default 'SETPOINT' configuration settings were not applied");
+  EXPECT_EQ(LastMessage(), Defaults("SETPOINT", false));
   EXPECT_EQ(Function(1), "SETPOINT") << "the function itself stays chosen";
   EXPECT_EQ(StoredInput(1, 2, "UCPTsensorType"), "DISCONNECTED") << "nothing of the defaults is left";
   // The device tells what became of a commit without an answer.
   for (const bool taken : {false, true}) {
     prompts.answers = {ui::Answer::kYes};
     building.Faults().Fail({.member = "Network.CommitTransaction", .loseAnswer = taken});
-    AssignInput(2 + taken, taken ? "SPACE_HUMIDITY" : "CO2_LEVEL");
+    const std::string function = taken ? "SPACE_HUMIDITY" : "CO2_LEVEL";
+    AssignInput(2 + taken, function);
     EXPECT_EQ(StoredInput(2 + taken, 2, "UCPTsensorType") == "LINEAR", taken);
-    EXPECT_EQ(LastMessage(), std::string("ApplyDefaultValues/Hardware Input: The default '") +
-                                 (taken ? "SPACE_HUMIDITY' configuration settings were applied successfully"
-                                        : "CO2_LEVEL' configuration settings were not applied"));
+    EXPECT_EQ(LastMessage(), Defaults(function, taken));
   }
 }
 
-TEST_F(InputsTest, TheSensorDialogGetsTheChoicesOfTheFunction) {
+TEST_F(InputsTest, TheSensorDialogGetsTheChoicesOfTheFunctionAndCancelShowsWhatApplyWrote) {
   Open(device);
   AssignInput(5, "MODE_SELECTOR");
   Click(Input("cmdConfigure", 5));
@@ -134,6 +133,24 @@ TEST_F(InputsTest, TheSensorDialogGetsTheChoicesOfTheFunction) {
   EXPECT_EQ(building.Faults().Count("Network.BeginTransaction"), 0u);
   EXPECT_EQ(LastMessage(), kCanceled);
   EXPECT_TRUE(controls.alive.empty());
+
+  ClearLog();
+  prompts.asked.clear();
+  InDialog(5, [&] {
+    hardware->changed = true;
+    hardware->onWrite = [&] {
+      Main().Device().InputProperties[5][2].Object().Put("Value", "MULTI_LEVEL");
+      ClickInDialog("cmdApply");  // a second one meanwhile
+      ClickInDialog("cmdCancel");
+      Find<ui::Button>("cmdRefresh").Click();
+    };
+    ClickInDialog("cmdApply");
+    EXPECT_EQ(hardware->writes, 1);
+    ClickInDialog("cmdCancel");
+  });
+  EXPECT_EQ(LastMessage(), kCanceled);
+  EXPECT_TRUE(prompts.asked.empty());
+  EXPECT_EQ(Text(Input("lblSensor", 5)), "MULTI_LEVEL");
 }
 
 // What the two controls of the dialog say, what the device holds then, and whether the dialog is closed by
@@ -187,29 +204,15 @@ TEST_F(InputsTest, TheSensorDialogWritesAllOrNothing) {
   EXPECT_EQ(prompts.Last().icon, ui::Icon::kInformation);
 }
 
-TEST_F(InputsTest, ApplyThenCancelIsCanceledAndShowsWhatWasWritten) {
+TEST_F(InputsTest, ALanguageChosenElsewhereReachesTheDialogAndTranslatesNoNamesOfTheDevice) {
   Open(device);
   AssignInput(5, "MODE_SELECTOR");
-  InDialog(5, [&] {
-    hardware->changed = true;
-    hardware->onWrite = [&] {
-      Main().Device().InputProperties[5][2].Object().Put("Value", "MULTI_LEVEL");
-      ClickInDialog("cmdApply");  // a second one meanwhile
-      ClickInDialog("cmdCancel");
-      Find<ui::Button>("cmdRefresh").Click();
-    };
-    ClickInDialog("cmdApply");
-    EXPECT_EQ(hardware->writes, 1);
+  std::this_thread::sleep_for(std::chrono::seconds(1));  // the component counts in seconds
+  building.Language().Put("Language", "French");
+  InDialog(5, [this] {
+    EXPECT_EQ(dialog->Find("cmdCancel")->Text(), "Annuler");
     ClickInDialog("cmdCancel");
   });
-  EXPECT_EQ(LastMessage(), kCanceled);
-  EXPECT_TRUE(prompts.asked.empty());
-  EXPECT_EQ(Text(Input("lblSensor", 5)), "MULTI_LEVEL");
-}
-
-TEST_F(InputsTest, NamesOfTheDeviceAreNotTranslated) {
-  building.Language().Put("Language", "French");
-  Open(device);
   prompts.answers = {ui::Answer::kYes};
   AssignInput(1, "SETPOINT");
   EXPECT_THAT(prompts.Last().text, testing::HasSubstr(" SETPOINT "));
@@ -217,16 +220,6 @@ TEST_F(InputsTest, NamesOfTheDeviceAreNotTranslated) {
   building.Faults().Fail({.member = "Property.Value"});
   AssignInput(2, "FAN_STATE");
   EXPECT_THAT(LastMessage(), testing::HasSubstr("Entrée 2: "));
-}
-
-TEST_F(InputsTest, TheSensorDialogFollowsALanguageChosenElsewhere) {
-  Open(tests::kPressure);
-  std::this_thread::sleep_for(std::chrono::seconds(1));  // the component counts in seconds
-  building.Language().Put("Language", "French");
-  InDialog(1, [this] {
-    EXPECT_EQ(dialog->Find("cmdCancel")->Text(), "Annuler");
-    ClickInDialog("cmdCancel");
-  });
 }
 
 }  // namespace

@@ -8,15 +8,10 @@ struct LanguageTest : tests::ToolTest {
     loop.whileOpen = act;
     Main().menu.at(1).items.back().onClick();
   }
-  ui::ListBox& List() { return dynamic_cast<ui::ListBox&>(*Main().LanguagePage().Find("cboLanguage")); }
-  void ClickInPage(const char* button) {
-    dynamic_cast<ui::Button&>(*Main().LanguagePage().Window().Find(button)).Click();
-  }
-  void ChangeTo(const char* language) {
-    InThePage([this, language] {
-      List().Choose(language);
-      ClickInPage("cmdOK");
-    });
+  void ClickInPage(const char* button) { ClickIn(Main().LanguagePage().Window(), button); }
+  void Choose(const char* language) {
+    In<ui::ListBox>(Main().LanguagePage(), "cboLanguage").Choose(language);
+    ClickInPage("cmdOK");
   }
   std::string InUse() { return building.Language().Text("Language"); }
 };
@@ -26,7 +21,7 @@ TEST_F(LanguageTest, TextsWithValuesFollowAndKeepThem) {
   AssignInput(4, "OUTDOOR_TEMP");
   Find<ui::ListBox>("fControlOutput.cboONOFF(2)").Choose("OFF");
   EXPECT_EQ(Text("fHardwareInput.lblSensor(3)"), "LINEAR (usually STD_THERMISTOR)");
-  ChangeTo("German");
+  InThePage([this] { Choose("German"); });
   EXPECT_EQ(Text("fHardwareInput.lblSensor(3)"), "LINEAR (üblich: STD_THERMISTOR)");
   EXPECT_EQ(Find<ui::ListBox>("fControlOutput.cboONOFF(2)").SelectedText(), "AUS");
   const ui::MenuItem& apply = Main().menu.at(0).items.at(0);
@@ -36,12 +31,11 @@ TEST_F(LanguageTest, TextsWithValuesFollowAndKeepThem) {
   EXPECT_EQ(building.StoredText(tests::kAssigned, "HardwareOutput3", 4, "SNVT_switch"), "0.0 0");
 }
 
-TEST_F(LanguageTest, NothingChangesWithoutTheUsersConsent) {
+TEST_F(LanguageTest, NothingChangesWithoutTheUsersConsentAndAComponentThatRefusesIsTold) {
   Open(tests::kAssigned);
   prompts.answers = {ui::Answer::kCancel};
   InThePage([this] {
-    List().Choose("French");
-    ClickInPage("cmdOK");
+    Choose("French");
     EXPECT_TRUE(Main().LanguagePage().Window().Visible());
     ClickInPage("cmdCancel");
   });
@@ -54,18 +48,14 @@ TEST_F(LanguageTest, NothingChangesWithoutTheUsersConsent) {
   InThePage([this] { ClickInPage("cmdOK"); });  // the language in use needs no question
   EXPECT_EQ(prompts.asked.size(), 1u);
   EXPECT_EQ(Text("cmdApply"), "Apply");
-}
 
-TEST_F(LanguageTest, AComponentThatRefusesIsTold) {
-  Open(tests::kAssigned);
   building.Faults().Fail({.member = "Language.Language", .call = 2});
   InThePage([this] {
-    List().Choose("French");
-    ClickInPage("cmdOK");
+    Choose("French");
     ClickInPage("cmdCancel");
   });
-  ASSERT_EQ(prompts.asked.size(), 2u);
-  EXPECT_EQ(prompts.asked[1].icon, ui::Icon::kError);
+  ASSERT_EQ(prompts.asked.size(), 3u);
+  EXPECT_EQ(prompts.Last().icon, ui::Icon::kError);
   EXPECT_THAT(LastMessage(), testing::HasSubstr("Setting Language/Language: "));
   EXPECT_EQ(InUse(), "English");
 }

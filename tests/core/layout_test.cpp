@@ -1,13 +1,9 @@
-#include "ui/layout.h"
-
 #include <gtest/gtest.h>
 
-#include <algorithm>
 #include <cstdio>
 #include <map>
 #include <span>
 
-#include "ui/control.h"
 #include "ui/form.h"
 
 namespace {
@@ -103,11 +99,9 @@ bool Overlap(const Rect& a, const Rect& b) {
          b.top < a.top + a.height;
 }
 
-bool Holds(const ui::Control& frame, const ui::Control& control) {
-  for (const ui::Frame* around = control.GetFrame(); around; around = around->GetFrame()) {
-    if (around == &frame) return true;
-  }
-  return false;
+bool Holds(const ui::Control& frame, const ui::Control* control) {
+  while (control && control != &frame) control = control->GetFrame();
+  return control != nullptr;
 }
 
 // What must be true of every layout in every area.
@@ -130,14 +124,14 @@ TEST(Layout, KeepsControlsApartWholeAndInside) {
       const Rect used = {7, 11, std::max(area.width, least.width), std::max(area.height, least.height)};
       const std::vector<ui::Placement> placed = ui::Arrange(layout, metrics, area);
       std::vector<ui::Control*> order;
-      for (auto one = placed.begin(); one != placed.end(); ++one) {
-        const auto& [control, rect] = *one;
+      for (std::size_t i = 0; i < placed.size(); ++i) {
+        const auto& [control, rect] = placed[i];
         order.push_back(control);
         const Size wanted = metrics.Measure(*control);
         EXPECT_TRUE(Inside(rect, used)) << control->Name();
         EXPECT_TRUE(rect.width >= wanted.width && rect.height >= wanted.height) << control->Name();
-        for (const auto& [other, otherRect] : std::span(one + 1, placed.end())) {
-          EXPECT_TRUE(Holds(*control, *other) ? Inside(otherRect, rect) : !Overlap(rect, otherRect))
+        for (const auto& [other, otherRect] : std::span(placed).subspan(i + 1)) {
+          EXPECT_TRUE(Holds(*control, other) ? Inside(otherRect, rect) : !Overlap(rect, otherRect))
               << other->Name() << " and " << control->Name();
         }
       }
@@ -149,8 +143,7 @@ TEST(Layout, KeepsControlsApartWholeAndInside) {
 
 struct Arranged {
   Arranged(Build build, Size extra) {
-    sheet_.form.SetLayout(build(sheet_));
-    const ui::Node& layout = sheet_.form.GetLayout();
+    const ui::Node layout = build(sheet_);
     const Size least = ui::MinimumSize(layout, metrics_);
     width = least.width + extra.width;
     for (const auto& [control, rect] :
@@ -170,16 +163,7 @@ struct Arranged {
   std::map<const ui::Control*, Rect> rects_;
 };
 
-TEST(Layout, WhatGrowsInAnOverlayFillsItAndTheRestKeepsToTheMiddle) {
-  const auto build = [](Sheet& sheet) {
-    return ui::Overlay({ui::Grow(sheet.Part("100x50")), sheet.Part("20x10")});
-  };
-  const Arranged overlay(build, {40, 60});
-  EXPECT_EQ(overlay.Part(0), (Rect{0, 0, 140, 110}));
-  EXPECT_EQ(overlay.Part(1), (Rect{0, 50, 140, 10}));
-}
-
-TEST(Layout, GridColumnsAndMiddlesAlign) {
+TEST(Layout, ColumnsMiddlesAndGroupsAlign) {
   const Arranged page(TuningPage, {100, 0});
   constexpr std::size_t kRow = 7;
   for (std::size_t column = 0; column < kRow; column += 2) {
@@ -188,9 +172,22 @@ TEST(Layout, GridColumnsAndMiddlesAlign) {
   EXPECT_EQ(page.Part(0).left, page.Part(3).left) << "a heading stands over its boxes";
   const auto middle = [&page](std::size_t part) { return 2 * page.Part(part).top + page.Part(part).height; };
   for (const std::size_t part : {2, 4}) EXPECT_NEAR(middle(part), middle(3), 1) << "level with the box";
+  const Arranged groups(NestedGroups, {0, 0});
+  EXPECT_EQ(groups.Frame(1).top, groups.Frame(2).top);
+  EXPECT_EQ(groups.Frame(1).height, groups.Frame(2).height);
+  EXPECT_GE(groups.Frame(0).width, 300) << "the widest part of the frame within, its caption";
+  const Arranged aligned(AlignedGroups, {50, 0});
+  EXPECT_EQ(aligned.Part(1).left, aligned.Part(3).left);
+  EXPECT_EQ(aligned.Frame(0).width, aligned.Frame(1).width);
 }
 
 TEST(Layout, GrowthGoesWhereItIsWanted) {
+  const auto build = [](Sheet& sheet) {
+    return ui::Overlay({ui::Grow(sheet.Part("100x50")), sheet.Part("20x10")});
+  };
+  const Arranged overlay(build, {40, 60});
+  EXPECT_EQ(overlay.Part(0), (Rect{0, 0, 140, 110}));
+  EXPECT_EQ(overlay.Part(1), (Rect{0, 50, 140, 10})) << "in the middle";
   const Arranged least(MainWindow, {0, 0});
   const Arranged window(MainWindow, {200, 100});
   EXPECT_EQ(window.Part(0).width, least.Part(0).width) << "the list takes nothing of the window's width";
@@ -204,20 +201,6 @@ TEST(Layout, GrowthGoesWhereItIsWanted) {
   EXPECT_EQ(grid.Part(4).left + grid.Part(4).width, grid.width);
   EXPECT_EQ(window.Part(7).left, 0);
   EXPECT_EQ(window.Part(9).left + 75, window.width) << "the spring pushes the buttons to the right";
-}
-
-TEST(Layout, GroupBoxesBesideEachOtherAreEquallyTall) {
-  const Arranged groups(NestedGroups, {0, 0});
-  EXPECT_EQ(groups.Frame(1).top, groups.Frame(2).top);
-  EXPECT_EQ(groups.Frame(1).height, groups.Frame(2).height);
-  // The inner frame's caption is its widest part, and the outer frame is wide enough for it.
-  EXPECT_GE(groups.Frame(0).width, 300);
-}
-
-TEST(Layout, ColumnsRunOnThroughAlignedGroups) {
-  const Arranged groups(AlignedGroups, {50, 0});
-  EXPECT_EQ(groups.Part(1).left, groups.Part(3).left);
-  EXPECT_EQ(groups.Frame(0).width, groups.Frame(1).width);
 }
 
 }  // namespace

@@ -32,7 +32,7 @@ struct Link {
        .text = shell::ReplacePlaceholders,
        .title = "KV-TARN Configuration",
        .trace = serverlink::Trace([this](std::string_view line) { traced.emplace_back(line); }),
-       .now = [this] { return Now(); }}};
+       .now = [this] { return start_ + (std::chrono::steady_clock::now() - start_) * clockSpeed; }}};
 
   bool Connect() { return comm.ovpConnect("127.0.0.1", server.Port(), "hello", 3); }
 
@@ -41,10 +41,6 @@ struct Link {
     comm.ovpSetArgument(argument);
     comm.ovpTransaction(1, 2, 3, "");
     return comm.ovpGetRspArgVal();
-  }
-
-  std::chrono::steady_clock::time_point Now() const {
-    return start_ + (std::chrono::steady_clock::now() - start_) * clockSpeed;
   }
 
  private:

@@ -2,8 +2,8 @@
 
 #include <filesystem>
 #include <fstream>
-#include <sstream>
 
+#include "base/files.h"
 #include "base/text.h"
 #include "logger/message_logger.h"
 #include "stand_ins.h"
@@ -25,9 +25,8 @@ struct LoggerTest : testing::Test, tests::StandIns {
     return logger::fMessage{
         {registry, locale, loop, fileDialog, nullptr, "Software\\Key", "C:\\Tool", std::move(translate)}};
   }
-  static std::string English(std::string_view text) { return std::string(text); }
 
-  logger::fMessage logger = Make(English);
+  logger::fMessage logger = Make([](std::string_view text) { return std::string(text); });
   std::vector<int> events;
 };
 
@@ -61,7 +60,7 @@ TEST_F(LoggerTest, ShowsItselfUnlessTheUserDoesNotWantIt) {
   EXPECT_TRUE(dynamic_cast<ui::CheckBox*>(next.Find("Check1"))->Checked()) << "the choice is kept";
 }
 
-TEST_F(LoggerTest, SavesSixFieldsARow) {
+TEST_F(LoggerTest, SavesSixFieldsARowAndKeepsTheRowsAlsoWhenItFails) {
   logger.AddMessage("one\nt\two", "r\t1", "l", 64);
   logger.AddMessage("warn", "r", "two\r\nlines", 48);
   for (const int level : {16, 0, 99}) logger.AddMessage("error", "r", "l", level);
@@ -69,28 +68,25 @@ TEST_F(LoggerTest, SavesSixFieldsARow) {
   const auto file = std::filesystem::temp_directory_path() / "tarn_logger_test.log";
   std::ofstream(file) << "what stood there before";
   fileDialog.answer = file.string();
-  Find<ui::Button>("BtnCmd(1)").Click();
+  const auto save = [this] { Find<ui::Button>("BtnCmd(1)").Click(); };
+  save();
   EXPECT_EQ(fileDialog.request.proposedName, "C:\\Tool\\PlugIn.log");
   EXPECT_EQ(fileDialog.request.flags, 4100u);
-  std::stringstream content;
-  content << std::ifstream(file, std::ios::binary).rdbuf();
+  const std::string content = base::ReadFile(file, 1'000);
   std::filesystem::remove(file);
   std::vector<std::string> icons;
-  for (const std::string& line : base::Split(content.str(), "\r\n")) {
+  for (const std::string& line : base::Split(content, "\r\n")) {
     if (line.empty()) continue;
     EXPECT_EQ(base::Split(line, "\t").size(), 6u) << line;
     icons.push_back(base::Split(line, "\t")[0]);
   }
   EXPECT_EQ(icons, (std::vector<std::string>{"Information", "Information", "Exclamation", "Error", "Error",
                                              "Error"}));
-}
-
-TEST_F(LoggerTest, KeepsTheRowsWhenSavingFailsOrIsCancelled) {
-  logger.AddMessage("a", "r", "l", 64);
-  for (const char* answer : {"", "/no/such/folder/x.log"}) {
-    if (*answer) fileDialog.answer = answer;
-    Find<ui::Button>("BtnCmd(1)").Click();
-    EXPECT_EQ(Rows().size(), 1u);
+  for (const auto& answer :
+       {std::optional<std::string>(), std::optional<std::string>("/no/such/folder/x.log")}) {
+    fileDialog.answer = answer;
+    save();
+    EXPECT_EQ(Rows().size(), 6u);
   }
 }
 
@@ -138,8 +134,7 @@ TEST_F(LoggerTest, ShowsNewRowsAtTheirFullWidth) {
   loop.Tick();
   EXPECT_EQ(shown(), std::pair(0, 0));
   logger.AddMessage("a\nb", "r", "l", 64);
-  loop.Tick();
-  loop.Tick();
+  for (int i = 0; i < 2; ++i) loop.Tick();
   EXPECT_EQ(shown(), std::pair(1, 1)) << "once for all rows";
   list.SetSelection({0});
   logger.AddMessage("c", "r", "l", 64);

@@ -6,9 +6,6 @@
 
 namespace {
 
-using tests::ErrorOf;
-using tests::Raised;
-
 /// Windows without a screen, which the system can refuse.
 struct PlainToolkit : ui::Toolkit {
   struct Peer : ui::WindowPeer {
@@ -36,57 +33,53 @@ struct PlainToolkit : ui::Toolkit {
 };
 
 /// The tool with native windows, as it were.
-struct NativeTool : PlainToolkit, tests::Tool {
-  NativeTool() : Tool(Options(), this) {}
+struct NativeWindow : PlainToolkit, tests::ToolTest {
+  NativeWindow() : ToolTest(this) {}
   std::string Command() {
-    return ErrorOf([this] { api.Call("SendCommand", 0, 0, ""); });
+    return tests::ErrorOf([this] { api.Call("SendCommand", 0, 0, ""); });
   }
 };
 
-TEST(NativeWindow, ThatCannotBeMadeIsAnErrorAndTheNextCommandTriesAgain) {
-  NativeTool tool;
-  tool.refuses = true;
-  EXPECT_EQ(tool.Command(), Raised("The configuration window could not be opened: No more windows."));
-  EXPECT_EQ(tool.program.Window(), nullptr);
-  EXPECT_FALSE(tool.api.Get("Visible").AsBool());
-  tool.refuses = false;
-  EXPECT_EQ(tool.Command(), "no error");
-  EXPECT_TRUE(tool.program.Window()->Visible());
+TEST_F(NativeWindow, ThatCannotBeMadeIsAnErrorAndTheNextCommandTriesAgain) {
+  refuses = true;
+  EXPECT_EQ(Command(), tests::Raised("The configuration window could not be opened: No more windows."));
+  EXPECT_EQ(program.Window(), nullptr);
+  EXPECT_FALSE(api.Get("Visible").AsBool());
+  refuses = false;
+  EXPECT_EQ(Command(), "no error");
+  EXPECT_TRUE(program.Window()->Visible());
 }
 
-TEST(NativeWindow, IsFoundByOtherProcessesWhileItLoads) {
-  NativeTool tool;
-  const std::string name =
-      plugin::PublishedName("KV-TARN CONFIGURATION",
-                            tool.building.NetworkName() + " at " + tool.building.IpAddress() + ":" +
-                                std::to_string(tool.building.Port()),
-                            "rtu-1 north WING");
-  plugin::CWindowAgent other(tool.memory, tool.desktop);
+TEST_F(NativeWindow, IsFoundByOtherProcessesWhileItLoads) {
+  const std::string network =
+      building.NetworkName() + " at " + building.IpAddress() + ":" + std::to_string(building.Port());
+  const std::string name = plugin::PublishedName("KV-TARN CONFIGURATION", network, "rtu-1 north WING");
+  plugin::CWindowAgent other(memory, desktop);
   std::set<std::string> acts;
   const auto look = [&] {
-    tool.desktop.acts.clear();
+    desktop.acts.clear();
     other.RaisePublished(name);
-    acts.insert(tool.desktop.acts.empty() ? "nothing" : tool.desktop.acts.back());
+    acts.insert(desktop.acts.empty() ? "nothing" : desktop.acts.back());
   };
-  tool.throughHost = [&](std::string_view id, const automation::Object& object) {
+  throughHost = [&](std::string_view id, const automation::Object& object) {
     if (id == "MVPlugInLib.ObjectServer") look();  // before the host is asked for anything
     return object;
   };
-  tool.loop.onTurn = look;
-  tool.building.Faults().Fail({.member = "Property.Precision"});
-  EXPECT_EQ(tool.Command(), "no error");
+  loop.onTurn = look;
+  building.Faults().Fail({.member = "Property.Precision"});
+  EXPECT_EQ(Command(), "no error");
   EXPECT_EQ(acts, std::set<std::string>{"raise what is shown for 31"});
   acts.clear();
   look();
   EXPECT_EQ(acts, std::set<std::string>{"nothing"}) << "the start was refused";
 
-  tool.building.Faults().Clear();
+  building.Faults().Clear();
   acts.clear();
-  EXPECT_EQ(tool.Command(), "no error");
+  EXPECT_EQ(Command(), "no error");
   EXPECT_EQ(acts, std::set<std::string>{"raise what is shown for 31"});
   look();
   EXPECT_TRUE(acts.contains("activate 31"));
-  tool.program.Window()->Close();
+  program.Window()->Close();
   look();
   EXPECT_TRUE(acts.contains("nothing"));
 }

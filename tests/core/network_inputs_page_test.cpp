@@ -65,18 +65,28 @@ struct NetworkInputsTest : Windows, tests::ToolTest {
     return standard;
   }
 
-  const char* device = tests::kUnassigned;
+  static constexpr const char* device = tests::kUnassigned;
 };
 
-TEST_F(NetworkInputsTest, ANewTypeIsFollowedAtOnceAndReachesTheDeviceWithTheSave) {
+TEST_F(NetworkInputsTest, ANewTypeIsFollowedAtOnceAndReachesTheDeviceWithTheSaveThatIsNotRefused) {
   Open(device);
+  const std::string before = StoredOf("nviCO2", 1, "SCPTmaxRcvTime");
   EXPECT_TRUE(OptimumStart());
   Choose("nviOccCmd", "SNVT_tod_event");
   EXPECT_EQ(Text(Indexed("lblType", 0)), "SNVT_tod_event");
   EXPECT_FALSE(OptimumStart());
   EXPECT_TRUE(Main().Pages().AnyPageChanged());
   EXPECT_EQ(TypeInDevice("nviOccCmd"), "SNVT_occupancy") << "closing without saving must change nothing";
+  Type(Indexed("txtnvi", 12), "70");
+  Type(Indexed("txtnvi", 20), "7000");
   Click("cmdApply");
+  EXPECT_THAT(Messages()[0],
+              testing::HasSubstr("WriteValue/Network Input: nviSpaceRH: SCPTmaxRcvTime: \"7000\""));
+  EXPECT_EQ(StoredOf("nviCO2", 1, "SCPTmaxRcvTime"), before);
+  EXPECT_EQ(TypeInDevice("nviOccCmd"), "SNVT_occupancy") << "taken back";
+  Type(Indexed("txtnvi", 20), "600");
+  Click("cmdApply");
+  EXPECT_EQ(StoredOf("nviCO2", 1, "SCPTmaxRcvTime"), "70.0");
   EXPECT_EQ(TypeInDevice("nviOccCmd"), "SNVT_tod_event");
   EXPECT_EQ(base::Record(StoredOf("nviOccCmd", 2, "SCPTnvType")).Field(9), "128");
   EXPECT_FALSE(OptimumStart());
@@ -92,9 +102,19 @@ TEST_F(NetworkInputsTest, ANewTypeIsFollowedAtOnceAndReachesTheDeviceWithTheSave
   EXPECT_TRUE(OptimumStart());
 }
 
-TEST_F(NetworkInputsTest, BackToTheTypeInTheDeviceKeepsItsScope) {
-  device = tests::kPressure;
-  Open(device);
+TEST_F(NetworkInputsTest, ATypeWithAScopeIsTheOneWithoutItAndKeepsItsScope) {
+  tests::FailurePlan plan;
+  plan.otherText = " SNVT_occupancy  8000AB.SNVT_tod_event ";  // a host that is generous with blanks
+  throughHost = tests::FailingBy(plan);
+  Open(tests::kPressure);
+  plan.Arm(tests::Failure::kOtherText, {1}, false);  // what nviOccCmd allows
+  InDialog([&] {
+    ChooseRow("lvwVariable", "nviOccCmd");
+    EXPECT_EQ(Rows("lvwType").size(), 2u);
+    EXPECT_EQ(In<ui::ListView>("lvwType").Selection(), std::vector<std::size_t>{1});
+  });
+  EXPECT_FALSE(Page("fNetworkInput").IsChanged());
+
   EXPECT_EQ(Text(Indexed("lblType", 0)), "SNVT_tod_event");
   EXPECT_FALSE(OptimumStart());
   Choose("nviOccCmd", "SNVT_tod_event");
@@ -105,21 +125,6 @@ TEST_F(NetworkInputsTest, BackToTheTypeInTheDeviceKeepsItsScope) {
   EXPECT_FALSE(OptimumStart());
   Click("cmdApply");
   EXPECT_EQ(TypeInDevice("nviOccCmd"), "8000AB.SNVT_tod_event");
-}
-
-TEST_F(NetworkInputsTest, ATypeWithAScopeIsTheOneWithoutIt) {
-  device = tests::kPressure;
-  tests::FailurePlan plan;
-  plan.otherText = " SNVT_occupancy  8000AB.SNVT_tod_event ";  // a host that is generous with blanks
-  throughHost = tests::FailingBy(plan);
-  Open(device);
-  plan.Arm(tests::Failure::kOtherText, {1}, false);  // what nviOccCmd allows
-  InDialog([&] {
-    ChooseRow("lvwVariable", "nviOccCmd");
-    EXPECT_EQ(Rows("lvwType").size(), 2u);
-    EXPECT_EQ(In<ui::ListView>("lvwType").Selection(), std::vector<std::size_t>{1});
-  });
-  EXPECT_FALSE(Page("fNetworkInput").IsChanged());
 }
 
 TEST_F(NetworkInputsTest, TheDialogListsWhatTheVariablesAllow) {
@@ -147,23 +152,6 @@ TEST_F(NetworkInputsTest, TheDialogListsWhatTheVariablesAllow) {
   Click("cmdApply");
   EXPECT_EQ(TypeInDevice("nviFanState"), "SNVT_amp");
   EXPECT_EQ(TypeInDevice("nviSpaceTemp"), "SNVT_temp_f");
-}
-
-TEST_F(NetworkInputsTest, ARefusedValueTakesTheNewTypeBackAndKeepsTheEntries) {
-  Open(device);
-  const std::string before = StoredOf("nviCO2", 1, "SCPTmaxRcvTime");
-  Choose("nviOccCmd", "SNVT_tod_event");
-  Type(Indexed("txtnvi", 12), "70");
-  Type(Indexed("txtnvi", 20), "7000");
-  Click("cmdApply");
-  EXPECT_THAT(Messages()[0],
-              testing::HasSubstr("WriteValue/Network Input: nviSpaceRH: SCPTmaxRcvTime: \"7000\""));
-  EXPECT_EQ(StoredOf("nviCO2", 1, "SCPTmaxRcvTime"), before);
-  EXPECT_EQ(TypeInDevice("nviOccCmd"), "SNVT_occupancy");
-  Type(Indexed("txtnvi", 20), "600");
-  Click("cmdApply");
-  EXPECT_EQ(StoredOf("nviCO2", 1, "SCPTmaxRcvTime"), "70.0");
-  EXPECT_EQ(TypeInDevice("nviOccCmd"), "SNVT_tod_event");
 }
 
 }  // namespace

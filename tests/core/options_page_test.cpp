@@ -13,34 +13,31 @@ struct OptionsTest : tests::ToolTest {
   }
 };
 
-TEST_F(OptionsTest, TheCycleTimeFollowsTheChangeoverDelayAndItsOwnRange) {
+TEST_F(OptionsTest, TheCycleTimeFollowsTheDelayAndItsRangeAndTheDemandIsStoredDoubledAndRounded) {
   const std::string twice =
       "The Heating/cooling cycle time cannot be less than 2 times the Heat/Cool change over delay";
   const std::string range =
       "The Heating/cooling cycle time must be higher or equal to 10 and lower or equal to 120";
-  const struct {
-    std::string delay, cycle, fault;
-  } cases[] = {{"30", "59", twice}, {"30", "60", ""},    {"2", "9", range},
-               {"2", "10", ""},     {"2", "121", range}, {"2", "120", ""}};
+  const std::tuple<const char*, std::string, std::string> cases[] = {{"30", "59", twice}, {"30", "60", ""},
+                                                                     {"2", "9", range},   {"2", "10", ""},
+                                                                     {"2", "121", range}, {"2", "120", ""}};
   Open(tests::kAssigned);
   Find<ui::TextBox>("fOptions.txtHeatCool").SetEnabled(false);
   Find<ui::CheckBox>("fOptions.chkAlternate").SetChecked(false);
   ToggleCheck("chkAlternate");
-  for (const auto& item : cases) {
-    Type("fHeatCool.txtChngeOverDelay", item.delay);
-    Type("fOptions.txtHeatCool", item.cycle);
+  for (const auto& [delay, cycle, fault] : cases) {
+    Type("fHeatCool.txtChngeOverDelay", delay);
+    Type("fOptions.txtHeatCool", cycle);
     prompts.asked.clear();
     EXPECT_TRUE(Leave("txtHeatCool"));
-    EXPECT_EQ(prompts.asked.empty() ? "" : prompts.Last().text, item.fault) << item.cycle;
+    EXPECT_EQ(prompts.Last().text, fault) << cycle;
     const std::string before = Extra(tests::kAssigned);
     const std::size_t told = Messages().size();
     Click("cmdApply");
-    if (item.fault.empty()) {
-      EXPECT_EQ(base::Record(Extra(tests::kAssigned)).Field(0), item.cycle);
-    } else {
-      EXPECT_EQ(Extra(tests::kAssigned), before);
-      EXPECT_EQ(Messages()[told], "WriteValue/Options: " + item.fault);
-    }
+    EXPECT_EQ(base::Record(Extra(tests::kAssigned)).Field(0) == cycle, fault.empty()) << cycle;
+    if (fault.empty()) continue;
+    EXPECT_EQ(Extra(tests::kAssigned), before);
+    EXPECT_EQ(Messages()[told], "WriteValue/Options: " + fault);
   }
   Type("fOptions.txtHeatCool", "9");
   ToggleCheck("chkAlternate");
@@ -48,10 +45,7 @@ TEST_F(OptionsTest, TheCycleTimeFollowsTheChangeoverDelayAndItsOwnRange) {
   prompts.asked.clear();
   Leave("txtHeatCool");
   EXPECT_TRUE(prompts.asked.empty());  // the rule is silent for what cannot be edited
-}
 
-TEST_F(OptionsTest, TheChangeoverDemandIsStoredDoubledAndRounded) {
-  Open(tests::kAssigned);
   Store(52, "UCPTextraConfig", "60 45 100.0 120 0");
   Page("fOptions").FillValue();
   EXPECT_EQ(Text("fOptions.txtChangeOver"), "22.5");
@@ -68,9 +62,7 @@ TEST_F(OptionsTest, TheChangeoverDemandIsStoredDoubledAndRounded) {
     Type("fOptions.txtChangeOver", text);
     prompts.asked.clear();
     EXPECT_EQ(Leave("txtChangeOver"), accepted) << text;
-    if (!accepted) {
-      EXPECT_EQ(prompts.Last().text, *text ? refusal : "Invalid value for this field");
-    }
+    EXPECT_EQ(prompts.Last().text, accepted ? "" : *text ? refusal : "Invalid value for this field");
   }
 }
 
@@ -94,7 +86,7 @@ TEST_F(OptionsTest, AValueThatCannotBeShownIsNamed) {
   }
 }
 
-TEST_F(OptionsTest, GroupsFollowTheirCheckBoxes) {
+TEST_F(OptionsTest, GroupsFollowTheirCheckBoxesAndTheTypeOfTheOccupancyCommand) {
   Open(tests::kUnassigned);
   const std::pair<const char*, const char*> groups[] = {
       {"chkAlternate", "txtChangeOver"}, {"chkTerminal", "optTerminal"}, {"chkEnable", "txtAt"}};
@@ -104,10 +96,6 @@ TEST_F(OptionsTest, GroupsFollowTheirCheckBoxes) {
     ToggleCheck(box);
     EXPECT_EQ(Enabled(group), !checked) << box;
   }
-}
-
-TEST_F(OptionsTest, ThePageItselfTestsTheTypeOfTheOccupancyCommand) {
-  Open(tests::kUnassigned);
   Page("fOptions").FillValue();
   EXPECT_FALSE(Enabled("txtStartTime"));  // type 109 is the standard one; the name test says the opposite
 }

@@ -1,9 +1,9 @@
 // The as-left record over the virtual building: written for each unit, in both unit systems, in two
-// languages, and kept in the build folder for a browser to show.
+// languages.
 #include <filesystem>
-#include <fstream>
 #include <set>
 
+#include "configuration/desk.h"
 #include "configuration/record.h"
 #include "configuration/record_places.h"
 #include "host/device_tree.h"
@@ -26,12 +26,10 @@ std::string Fault(std::string_view text, std::map<std::string, int>& fields) {
   text.remove_prefix(15);
   while (!text.empty()) {
     const std::size_t start = std::min(text.find('<'), text.size());
-    const std::string_view words = text.substr(0, start);
-    for (std::size_t i = words.find('&'); i != words.npos; i = words.find('&', i + 1)) {
-      const std::string_view entity = words.substr(i, words.find(';', i) - i);
-      if (entity != "&amp" && entity != "&lt" && entity != "&gt" && entity != "&quot")
-        return "stray & in " + std::string(words);
-    }
+    std::string words(text.substr(0, start));
+    for (const char* entity : {"&amp;", "&lt;", "&gt;", "&quot;"})
+      words = base::ReplaceAll(words, entity, " ");
+    if (words.find('&') != words.npos) return "stray & in " + words;
     if (start == text.size()) break;
     const std::size_t end = text.find('>', start);
     if (end == text.npos) return "a tag that does not end";
@@ -66,49 +64,45 @@ struct Listener : automation::Target, std::enable_shared_from_this<Listener> {
 
 bool Has(std::string_view text, std::string_view part) { return text.find(part) != text.npos; }
 
-/// The whole tool over one unit.
+void ExpectIn(std::string_view text, std::initializer_list<const char*> parts) {
+  for (const char* part : parts) EXPECT_TRUE(Has(text, part)) << part;
+}
+
+/// The whole tool over one unit; its records may speak otherwise than itself.
 struct Unit : tests::Tool {
-  explicit Unit(const char* name) : device(name) {
+  explicit Unit(const char* name, const shell::Strings* recordStrings = nullptr)
+      : device(name), strings(recordStrings ? *recordStrings : program.GetStrings()) {
     Open(device);
-    Take();
-  }
-  void Speak(const char* language, bool imperial) {
-    Find<ui::OptionButton>(imperial ? "optUnit(1)" : "optUnit(0)").Click();
-    program.GetStrings().SetLanguage(language);
-    Main().ReInitializeStrings();
     Take();
   }
   /// What the unit holds, in the language and units in use.
   void Take() {
-    snapshot.head = {"1.2.3",
-                     "8000AB0C12340001",
-                     "3.1",
-                     "Harbour Street",
-                     device,
-                     "Roof north, bay 3",
-                     "2026-11-22T13:05:00Z",
-                     Find<ui::OptionButton>("optUnit(1)").Selected(),
-                     "",
-                     ""};
+    snapshot.head = Companion<configuration::Desk>().MakeHead();
     snapshot.values.clear();
     for (const fields::Field* field : Main().Pending().Fields())
       snapshot.values.push_back(
           configuration::ValueOf(*field, input.numbers, Main().Pending().DeviceContent(*field)));
     titles.clear();
     for (const shell::PageEntry& entry : Main().Pages().Table())
-      titles.push_back({std::string(entry.pageClass), input.strings.GetStrings(entry.title)});
+      titles.push_back({std::string(entry.pageClass), program.GetStrings().GetStrings(entry.title)});
     input.pages = titles;
-    input.sensors.clear();
-    input.signals.clear();
-    const auto stored = [&](const std::string& object, const char* type) {
-      return base::Upper(building.StoredText(device, object, 2, type));
+    const auto types = [this](const std::string& object, int count, const char* type) {
+      std::vector<std::string> stored;
+      for (int i = 1; i <= count; ++i)
+        stored.push_back(base::Upper(building.StoredText(device, object + std::to_string(i), 2, type)));
+      return stored;
     };
-    for (int i = 1; i <= 6; ++i)
-      input.sensors.push_back(stored("HardwareInput" + std::to_string(i), "UCPTsensorType"));
-    for (int i = 1; i <= 7; ++i)
-      input.signals.push_back(stored("HardwareOutput" + std::to_string(i), "UCPThardwareSignalType"));
+    input.sensors = types("HardwareInput", 6, "UCPTsensorType");
+    input.signals = types("HardwareOutput", 7, "UCPThardwareSignalType");
   }
-  static void SaySomething(RecordInput& input) {
+  /// The record, which must be well-formed.
+  std::string Record() {
+    const std::string record = configuration::WriteRecord(input);
+    marked.clear();
+    EXPECT_EQ(Fault(record, marked), "");
+    return record;
+  }
+  void SaySomething() {
     input.advice = {{true, "<in manual>", "moves"},
                     {false, "close", "drifts", "A. Bee", "2026-11-22T14:05:00Z", "a museum"}};
     input.checks = {{{"output", "1"},
@@ -122,20 +116,15 @@ struct Unit : tests::Tool {
   Value& At(std::string_view page, std::string_view control) {
     return const_cast<Value&>(*snapshot.Find(page, control));
   }
-  static void Keep(const std::string& name, const std::string& record, const std::string& csv) {
-    // To be looked at: beside the building's data, wherever the tests are run from.
-    const auto folder = std::filesystem::path(SIM_DATA_DIR).parent_path() / "records";
-    std::filesystem::create_directories(folder);
-    std::ofstream(folder / (name + ".html"), std::ios::binary) << record;
-    std::ofstream(folder / (name + ".csv"), std::ios::binary) << csv;
-  }
 
   std::string device;
+  const shell::Strings& strings;
   Snapshot snapshot;
+  std::map<std::string, int> marked;  // fields of the last record
   std::vector<configuration::PageTitle> titles;
   RecordInput input{.snapshot = snapshot,
                     .pages = {},
-                    .strings = program.GetStrings(),
+                    .strings = strings,
                     .numbers = base::Numbers('.'),
                     .request = {"J. Weber", "Harbour Street 12\nHamburg", ""},
                     .time = "2026-11-22 14:05",
@@ -143,20 +132,17 @@ struct Unit : tests::Tool {
 };
 
 TEST(AsLeftRecord, HoldsEveryFieldOnceInEveryUnitAndLanguage) {
-  const char* devices[] = {tests::kAssigned, tests::kUnassigned, tests::kPressure};
-  for (std::size_t i = 0; i < std::size(devices); ++i) {
-    Unit unit(devices[i]);
+  for (const char* device : {tests::kAssigned, tests::kUnassigned, tests::kPressure}) {
+    Unit unit(device);
     for (const auto& [language, code, imperial] :
          {std::tuple("English", "en", false), {"English", "en", true}, {"German", "de", false}}) {
-      unit.Speak(language, imperial);
-      const std::string record = configuration::WriteRecord(unit.input);
-      Unit::Keep(std::to_string(i + 1) + (imperial ? "-us-" : "-si-") + code, record,
-                 configuration::WriteRecordCsv(unit.input));
-      std::map<std::string, int> fields;
-      EXPECT_EQ(Fault(record, fields), "");
-      EXPECT_EQ(fields.size(), unit.snapshot.values.size());
+      unit.Find<ui::OptionButton>(imperial ? "optUnit(1)" : "optUnit(0)").Click();
+      unit.UseLanguage(language);
+      unit.Take();
+      const std::string record = unit.Record();
+      EXPECT_EQ(unit.marked.size(), unit.snapshot.values.size());
       for (const Value& value : unit.snapshot.values)
-        EXPECT_EQ(fields[value.page + "." + value.control], 1) << value.page << "." << value.control;
+        EXPECT_EQ(unit.marked[value.page + "." + value.control], 1) << value.page << "." << value.control;
       EXPECT_TRUE(Has(record, std::string(" lang=\"") + code));
       EXPECT_EQ(Has(record, ">°F<"), imperial);
       EXPECT_EQ(Has(record, ">°C<"), !imperial);
@@ -173,9 +159,7 @@ TEST(AsLeftRecord, TakesWhateverStandsInTheDeviceAsText) {
   unit.input.request.note = "=1+1 \"a;b\"";
   Value& value = unit.At("fHardwareInput", "cboInput(0)");
   value.content = value.shown = value.caption.row = value.caption.frame = nasty;
-  std::map<std::string, int> fields;
-  const std::string record = configuration::WriteRecord(unit.input);
-  EXPECT_EQ(Fault(record, fields), "");
+  const std::string record = unit.Record();
   for (const char* text : {"<b>", "\x01"}) EXPECT_FALSE(Has(record, text)) << text;
   EXPECT_TRUE(Has(record, "content:\"\\3c b\\3e \\26 \\22 \\27 \\3c \\2f style")) << "the foot of each sheet";
   for (const char separator : {',', ';'}) {
@@ -196,54 +180,40 @@ TEST(AsLeftRecord, TakesWhateverStandsInTheDeviceAsText) {
 
 TEST(AsLeftRecord, SaysWhatIsOpenWhatWasAcceptedAndWhatWasSeen) {
   Unit unit(tests::kUnassigned);
-  Unit::SaySomething(unit.input);
-  std::map<std::string, int> fields;
-  const std::string record = configuration::WriteRecord(unit.input);
-  EXPECT_EQ(Fault(record, fields), "");
-  for (const char* text : {"<td>Fault</td><td>&lt;in manual&gt;</td><td>moves</td>",
+  unit.SaySomething();
+  ExpectIn(unit.Record(), {"<td>Fault</td><td>&lt;in manual&gt;</td><td>moves</td>",
                            "<td>close</td><td>A. Bee</td><td>2026-11-22 14:05 UTC</td><td>a museum</td>",
-                           "<td>Output 1, FAN_ON_OFF</td><td>ON</td><td>not moved</td><td>belt</td>"})
-    EXPECT_TRUE(Has(record, text)) << text;
-  const std::string csv = configuration::WriteRecordCsv(unit.input);
-  for (const char* text :
-       {",Fault,<in manual>,,Open,", ",Hint,close,,Accepted; A. Bee; 2026-11-22 14:05 UTC; a museum,",
-        "\"Output 1, FAN_ON_OFF\",ON,,not moved; belt; C. Dee; 2026-11-23 08:00 UTC,"})
-    EXPECT_TRUE(Has(csv, text)) << text;
+                           "<td>Output 1, FAN_ON_OFF</td><td>ON</td><td>not moved</td><td>belt</td>"});
+  ExpectIn(configuration::WriteRecordCsv(unit.input),
+           {",Fault,<in manual>,,Open,", ",Hint,close,,Accepted; A. Bee; 2026-11-22 14:05 UTC; a museum,",
+            "\"Output 1, FAN_ON_OFF\",ON,,not moved; belt; C. Dee; 2026-11-23 08:00 UTC,"});
 }
 
-TEST(AsLeftRecord, LaysTablesOutAsThePagesAre) {
+TEST(AsLeftRecord, LaysTablesOutAsThePagesAreWithAPlaceForEveryFunction) {
   Unit unit(tests::kAssigned);
-  const std::string record = configuration::WriteRecord(unit.input);
-  for (const char* text :
-       {">Offset</th><th scope=\"col\" class=\"n\">Low limit</th><th scope=\"col\" class=\"n\">High "
-        "limit</th>",
-        "<th scope=\"row\">Space temp</th><td class=\"n\" data-field=\"fAlarm.txtAlarm(0)\">3.000 ",
-        "<td class=\"n off\" data-field=\"fPID.txtPressure(0)\">",
-        "<th scope=\"row\">Min heating time</th><td class=\"n\" "
-        "data-field=\"fHeatCool.txtminHeatPeriod\">4 "})
-    EXPECT_TRUE(Has(record, text)) << text;
-}
-
-TEST(AsLeftRecord, HasAPlaceForEveryFunctionAndListsTheOthers) {
+  ExpectIn(unit.Record(),
+           {">Offset</th><th scope=\"col\" class=\"n\">Low limit</th><th scope=\"col\" class=\"n\">High "
+            "limit</th>",
+            "<th scope=\"row\">Space temp</th><td class=\"n\" data-field=\"fAlarm.txtAlarm(0)\">3.000 ",
+            "<td class=\"n off\" data-field=\"fPID.txtPressure(0)\">",
+            "<th scope=\"row\">Min heating time</th><td class=\"n\" "
+            "data-field=\"fHeatCool.txtminHeatPeriod\">4 "});
   using configuration::record::IsUnassigned, configuration::record::PlaceOf;
   for (const std::string_view name : host::kOutputFunctions)
     EXPECT_NE(IsUnassigned(name), PlaceOf(name) != nullptr) << name;
   for (const auto& function : host::InputFunctions())
     EXPECT_NE(IsUnassigned(function.name), PlaceOf(function.name) != nullptr) << function.name;
-  Unit unit(tests::kAssigned);
   unit.At("fControlOutput", "cboOutput(4)").content = "UNASSIGNED";
   unit.At("fControlOutput", "cboOutput(2)").content = "NEW_FUNCTION";
   unit.At("fControlOutput", "cboOutput(0)").content = "HEAT_COOL_VALVE_MOD";
   unit.At("fControlOutput", "chkOver(0)").content = "1";
   unit.At("fControlOutput", "txtValue(0)").shown = "35.0";
   unit.input.sensors.resize(1);
-  const std::string record = configuration::WriteRecord(unit.input);
-  for (const char* text :
-       {"Not assigned: O5<", "in this drawing: O3 NEW_FUNCTION (DIGITAL), in manual: ON<",
-        "Heating: O1 Heat/cool valve DIGITAL in manual: 35.0 %, O2 Stage 1 DIGITAL, O7 Modulating PWM;",
-        "Cooling: O1 Heat/cool valve DIGITAL in manual: 35.0 %, O4 Stage 2 DIGITAL;",
-        "Space: I1 Temperature STD_THERMISTOR, I4 CO2 Level, I5 Humidity;"})
-    EXPECT_TRUE(Has(record, text)) << text;
+  ExpectIn(unit.Record(),
+           {"Not assigned: O5<", "in this drawing: O3 NEW_FUNCTION (DIGITAL), in manual: ON<",
+            "Heating: O1 Heat/cool valve DIGITAL in manual: 35.0 %, O2 Stage 1 DIGITAL, O7 Modulating PWM;",
+            "Cooling: O1 Heat/cool valve DIGITAL in manual: 35.0 %, O4 Stage 2 DIGITAL;",
+            "Space: I1 Temperature STD_THERMISTOR, I4 CO2 Level, I5 Humidity;"});
 }
 
 TEST(AsLeftRecord, DrawsSetpointsAsTheyAre) {
@@ -262,9 +232,7 @@ TEST(AsLeftRecord, DrawsSetpointsAsTheyAre) {
   for (const auto& [page, control, content, text] : cases) {
     unit.snapshot = sound;
     unit.At(page, control).content = unit.At(page, control).shown = content;
-    const std::string record = configuration::WriteRecord(unit.input);
-    std::map<std::string, int> fields;
-    EXPECT_EQ(Fault(record, fields), "");
+    const std::string record = unit.Record();
     EXPECT_FALSE(Has(record, "width=\"-")) << content;
     EXPECT_TRUE(!text || Has(record, text)) << content;
     EXPECT_EQ(Has(record, "higher than"), text && Has(text, "higher than")) << content;
@@ -297,36 +265,27 @@ TEST(AsLeftRecord, TellsWhatChangedSinceAnEarlierOne) {
   const std::size_t start = record.find(">Changes since the record of 2026-10-02</h2>");
   ASSERT_NE(start, std::string::npos);
   const std::string section = record.substr(start, record.find("<h2", start) - start);
-  for (const char* text :
-       {"Space Temperature, Proportional Gain</th><td>30.5 % / °C</td><td>25.0000 % / °C</td>",
-        "limitation</th><td>OFF</td><td>ON</td>",
-        "Min heating time</th><td>not recorded then</td><td>4 min</td>",
-        "The txtminHeatPeriod</th><td>4 min</td><td>not there any more</td>"})
-    EXPECT_TRUE(Has(section, text)) << text;
+  ExpectIn(section, {"Space Temperature, Proportional Gain</th><td>30.5 % / °C</td><td>25.0000 % / °C</td>",
+                     "limitation</th><td>OFF</td><td>ON</td>",
+                     "Min heating time</th><td>not recorded then</td><td>4 min</td>",
+                     "The txtminHeatPeriod</th><td>4 min</td><td>not there any more</td>"});
   EXPECT_FALSE(Has(section, "Dead Band"));
   earlier.head.imperial = true;
   EXPECT_TRUE(Has(configuration::WriteRecord(unit.input), "cannot be compared"));
 }
 
 TEST(AsLeftRecord, FindsItsTextsInEveryLanguage) {
-  Unit unit(tests::kAssigned);
   const auto listener = std::make_shared<Listener>();
   shell::Strings listening([&] { return automation::Object(listener); });
   listening.ReloadStrings();
-  RecordInput input{.snapshot = unit.snapshot,
-                    .pages = unit.titles,
-                    .strings = listening,
-                    .numbers = unit.input.numbers,
-                    .request = {"J. Weber", "Hamburg", "note"},
-                    .time = unit.input.time,
-                    .verified = true,
-                    .sensors = unit.input.sensors,
-                    .signals = unit.input.signals};
+  Unit unit(tests::kAssigned, &listening);
+  RecordInput& input = unit.input;
+  input.request.note = "note";
   Document earlier = configuration::ToDocument(unit.snapshot, [](const auto&) { return ""; });
   configuration::WriteRecordCsv(input);
   configuration::WriteRecord(input);
   input.earlier = &earlier;
-  Unit::SaySomething(input);
+  unit.SaySomething();
   input.verified = false;
   configuration::WriteRecord(input);
   earlier.entries.front().control = "txtGone";

@@ -1,9 +1,6 @@
 // What a save is told to have become is what the device holds: random edits on random pages, saved while the
 // host loses its answer before or after the commit, refuses it, rounds what it takes, or lets another client
 // write in between.
-#include <cmath>
-#include <random>
-
 #include "base/record.h"
 #include "random_contents.h"
 #include "tool_test.h"
@@ -14,16 +11,7 @@ using automation::Access;
 using automation::Object;
 using automation::Value;
 
-enum class Ending {
-  kWell,
-  kLostAfter,
-  kLostBefore,
-  kRefused,
-  kOtherClient,
-  kRounded,
-  kRoundedAndLost,
-  kCount
-};
+enum class Ending { kWell, kLostAfter, kLostBefore, kRefused, kOtherClient, kRounded, kRoundedLost, kCount };
 
 struct Plan {
   Ending ending = Ending::kWell;
@@ -39,12 +27,11 @@ class EndingTarget : public automation::Target {
   EndingTarget(Plan& plan, Object inner) : plan_(plan), inner_(std::move(inner)) {}
 
   Value Invoke(Access access, std::string_view member, std::span<const Value> arguments) override {
-    if (plan_.refuses && plan_.refuses(member))
-      throw automation::Error(automation::kApplicationDefined, "The host refuses.");
+    if (plan_.refuses && plan_.refuses(member)) Refuse();
     if (member == "CommitTransaction") return Commit(arguments);
     if (member == "BeginTransaction") plan_.network = inner_;
     std::vector<Value> passed(arguments.begin(), arguments.end());
-    const bool rounds = plan_.ending == Ending::kRounded || plan_.ending == Ending::kRoundedAndLost;
+    const bool rounds = plan_.ending == Ending::kRounded || plan_.ending == Ending::kRoundedLost;
     if (rounds && access == Access::kPut && member == "Value")
       passed[0] = Value(Rounded(passed[0].AsText(), inner_.Text("Value")));
     const Value answer = inner_.GetTarget()->Invoke(access, member, passed);
@@ -53,10 +40,12 @@ class EndingTarget : public automation::Target {
   }
 
  private:
+  [[noreturn]] static void Refuse() {
+    throw automation::Error(automation::kApplicationDefined, "The host refuses.");
+  }
   Value Commit(std::span<const Value> arguments) {
     const Ending ending = plan_.ending;
-    if (ending == Ending::kRefused)
-      throw automation::Error(automation::kApplicationDefined, "The host refuses.");
+    if (ending == Ending::kRefused) Refuse();
     if (ending == Ending::kLostBefore) throw automation::Error(0x800706BA, "The RPC server is unavailable.");
     plan_.ending = Ending::kWell;
     inner_.GetTarget()->Invoke(Access::kCall, "CommitTransaction", arguments);
@@ -95,23 +84,21 @@ struct SaveTruth : tests::ToolTest {
   }
   std::string Device() const { return building.StoredDevice(kDevice); }
 
-  /// Something near what a box shows, with up to six decimals more than that.
-  void TypeSomething(const std::string& box) {
-    const auto shown = base::Numbers().Parse(Text(box));
-    if (!shown || !Find(box).Usable()) return;
-    const int decimals = std::uniform_int_distribution(0, 6)(random);
-    const double typed = *shown * std::uniform_real_distribution(0.9, 1.1)(random) +
-                         std::uniform_real_distribution(0.0, 0.6)(random);
-    Type(box, base::Numbers().Text(typed, decimals));
+  std::size_t Any(std::size_t count) {
+    return std::uniform_int_distribution<std::size_t>(0, count - 1)(random);
   }
   void EditSomething() {
-    const auto& pages = Main().Pages();
-    for (int edits = std::uniform_int_distribution(1, 4)(random); edits > 0; --edits) {
-      auto& page = pages.Page(std::uniform_int_distribution<std::size_t>(0, pages.Count() - 1)(random));
-      const auto& controls = page.Controls();
-      ui::Control* control =
-          controls[std::uniform_int_distribution<std::size_t>(0, controls.size() - 1)(random)];
-      if (dynamic_cast<ui::TextBox*>(control)) TypeSomething(page.Name() + "." + control->Name());
+    for (std::size_t edits = 1 + Any(4); edits > 0; --edits) {
+      const auto& page = Main().Pages().Page(Any(Main().Pages().Count()));
+      ui::Control* control = page.Controls()[Any(page.Controls().size())];
+      const auto shown = base::Numbers().Parse(control->Text());
+      if (dynamic_cast<ui::TextBox*>(control) && shown && control->Usable()) {
+        // Something near what the box shows, with up to six decimals more than that.
+        const auto decimals = static_cast<int>(Any(7));
+        const double typed = *shown * std::uniform_real_distribution(0.9, 1.1)(random) +
+                             std::uniform_real_distribution(0.0, 0.6)(random);
+        Type(page.Name() + "." + control->Name(), base::Numbers().Text(typed, decimals));
+      }
       if (auto* check = dynamic_cast<ui::CheckBox*>(control)) check->Click();
       if (auto* option = dynamic_cast<ui::OptionButton*>(control)) option->Click();
     }
@@ -125,6 +112,15 @@ struct SaveTruth : tests::ToolTest {
       }
     }
     return {};
+  }
+
+  /// OK with a save that does not go well keeps the window and what was typed.
+  void ClickOk(const char* told) {
+    Click("cmdOK");
+    EXPECT_EQ(Told(), told);
+    ASSERT_TRUE(program.Window() && Main().Visible());
+    EXPECT_EQ(Text("fPID.txtPIDTemp(0)"), "12");
+    EXPECT_TRUE(Main().Pages().AnyPageChanged());
   }
 
   static constexpr const char* kDevice = tests::kAssigned;
@@ -170,7 +166,7 @@ TEST_F(SaveTruth, IsToldAfterRandomEditsAndEveryKindOfEnding) {
       EXPECT_EQ(text, "It is not known");
       EXPECT_THAT(testing::PrintToString(Messages()),
                   testing::HasSubstr("Space Temperature, Proportional Gain: "));
-    } else if (ending == Ending::kRoundedAndLost) {
+    } else if (ending == Ending::kRoundedLost) {
       EXPECT_TRUE(text != "were not applied" || !changed) << before << "\n" << Device();
     } else {
       EXPECT_EQ(text, "applied successfully");
@@ -192,11 +188,7 @@ TEST_F(SaveTruth, IsNotReadInTheTransactionWhoseCommitAndCancelWereRefused) {
       if (member == "CancelTransaction") return forGood || (commits && ++cancels == 1);
       return forGood && commits && member == "BeginTransaction";
     };
-    Click("cmdOK");
-    EXPECT_EQ(Told(), forGood ? "It is not known" : "were not applied");
-    ASSERT_TRUE(program.Window() && Main().Visible());
-    EXPECT_EQ(Text("fPID.txtPIDTemp(0)"), "12");
-    EXPECT_TRUE(Main().Pages().AnyPageChanged());
+    ClickOk(forGood ? "It is not known" : "were not applied");
   }
   plan.refuses = nullptr;
   Click("cmdApply");
@@ -211,11 +203,7 @@ TEST_F(SaveTruth, StaysUnknownWhenTheDeviceCannotBeReadBack) {
                             building.Faults().Fail({.member = "Property.Value", .once = false});
                             throw automation::Error(0x800706BE, "The remote procedure call failed.");
                           }});
-  Click("cmdOK");
-  EXPECT_EQ(Told(), "It is not known");
-  EXPECT_TRUE(Main().Visible());
-  EXPECT_EQ(Text("fPID.txtPIDTemp(0)"), "12");
-  EXPECT_TRUE(Main().Pages().AnyPageChanged());
+  ClickOk("It is not known");
 }
 
 TEST_F(SaveTruth, WhatTheDeviceHoldsOtherwiseIsNamed) {
@@ -224,11 +212,9 @@ TEST_F(SaveTruth, WhatTheDeviceHoldsOtherwiseIsNamed) {
   Type("fPID.txtPIDTemp(1)", "0.7");
   plan.ending = Ending::kRounded;
   Click("cmdApply");
-  const auto messages = Messages();
-  ASSERT_EQ(messages.size(), 2u);
-  EXPECT_EQ(messages[0],
-            "Apply/Main: Space Temperature, Proportional Gain: 30.25 was written, the device holds 30.2");
-  EXPECT_EQ(messages[1], tests::kApplied);
+  EXPECT_THAT(Messages(), testing::ElementsAre("Apply/Main: Space Temperature, Proportional Gain: 30.25 was "
+                                               "written, the device holds 30.2",
+                                               tests::kApplied));
 }
 
 // The precision of the other unit system stays on the properties when a change of units fails.

@@ -6,21 +6,16 @@
 namespace {
 
 using automation::Bytes;
-using automation::Object;
-using serverlink::CTransaction;
 using tests::CodeOf;
 
 struct TransactionRecord : testing::Test {
-  std::shared_ptr<CTransaction> transaction = std::make_shared<CTransaction>();
-  Object byName{transaction};
+  std::shared_ptr<serverlink::CTransaction> transaction = std::make_shared<serverlink::CTransaction>();
+  automation::Object byName{transaction};
 };
 
 TEST_F(TransactionRecord, ElementsOutsideOfAnArrayAreZeroAndIgnoreWrites) {
-  const std::tuple<const char*, const char*, const char*> arrays[] = {
-      {"RspArgument", "GetRspArgumentElement", "SetRspArgumentElement"},
-      {"RspHeader", "GetRspHeaderElement", "SetRspHeaderElement"},
-      {"SndArgument", "GetSndArgumentElement", "SetSndArgumentElement"}};
-  for (const auto& [array, get, set] : arrays) {
+  for (const std::string array : {"RspArgument", "RspHeader", "SndArgument"}) {
+    const std::string get = "Get" + array + "Element", set = "Set" + array + "Element";
     byName.Call(set, 0, 9);  // never allocated
     EXPECT_EQ(byName.Call(get, 0).AsWhole(), 0) << array;
     byName.Put(array, Bytes(24, 0x11));
@@ -36,12 +31,12 @@ TEST_F(TransactionRecord, ElementsOutsideOfAnArrayAreZeroAndIgnoreWrites) {
 
 TEST_F(TransactionRecord, ReDimKeepsOrZeroes) {
   byName.Put("RspArgument", Bytes{1, 2, 3, 4});
-  byName.Call("ReDimRspArgument", 9, true);
-  EXPECT_EQ(transaction->RspArgument, (Bytes{1, 2, 3, 4, 0, 0, 0, 0, 0, 0}));
-  byName.Call("ReDimRspArgument", 1, true);
-  EXPECT_EQ(transaction->RspArgument, (Bytes{1, 2}));
-  byName.Call("ReDimRspArgument", 2, false);
-  EXPECT_EQ(transaction->RspArgument, (Bytes{0, 0, 0}));
+  const std::tuple<int, bool, Bytes> cases[] = {
+      {9, true, {1, 2, 3, 4, 0, 0, 0, 0, 0, 0}}, {1, true, {1, 2}}, {2, false, {0, 0, 0}}};
+  for (const auto& [bound, keep, bytes] : cases) {
+    byName.Call("ReDimRspArgument", bound, keep);
+    EXPECT_EQ(transaction->RspArgument, bytes);
+  }
   EXPECT_EQ(CodeOf([&] { byName.Call("ReDimRspArgument", -1, true); }), automation::kBadIndex);
   EXPECT_EQ(transaction->RspArgument.size(), 3u);
 }

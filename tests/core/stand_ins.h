@@ -4,10 +4,7 @@
 
 #include <deque>
 #include <map>
-#include <memory>
 #include <set>
-#include <string>
-#include <vector>
 
 #include "automation/error.h"
 #include "base/error.h"

@@ -1,9 +1,6 @@
 // Every field of every page by itself: what is typed into it alone is stored, in its own place and nowhere
 // else; and every box shows its property in the format, units and decimals that belong to it.
-#include <map>
-
 #include "base/record.h"
-#include "base/text.h"
 #include "fields/caption.h"
 #include "tool_test.h"
 
@@ -71,24 +68,13 @@ const Boxes kBoxes[] = {
 };
 
 /// Fields of the option record.
-const std::pair<const char*, int> kOptions[] = {{"fHeatCool.chkMechAndEco", 32},
-                                                {"fOptions.optTerminal", 33},
-                                                {"fOptions.chkAlternate", 34},
-                                                {"fGeneral.chkFreshAir", 35},
-                                                {"fOptions.chkTerminal", 48},
-                                                {"fGeneral.optEcono", 49},
-                                                {"fHeatCool.OptionNormallyCool", 50},
-                                                {"fOptions.chkEnable", 51},
-                                                {"fOptions.optAverage", 52},
-                                                {"fFanValve.optState", 53},
-                                                {"fGeneral.optEmergency", 54},
-                                                {"fGeneral.optTemp", 56},
-                                                {"fHeatCool.chkHeatStage", 57},
-                                                {"fOptions.chkOptimum(1)", 59},
-                                                {"fOptions.chkOptimum(2)", 60},
-                                                {"fPID.chkPID", 61},
-                                                {"fOptions.chkFrost", 62},
-                                                {"fFanValve.chkFan", 63}};
+const std::pair<std::string, std::vector<std::pair<const char*, std::size_t>>> kOptions[] = {
+    {"fHeatCool", {{"chkMechAndEco", 32}, {"OptionNormallyCool", 50}, {"chkHeatStage", 57}}},
+    {"fOptions", {{"optTerminal", 33}, {"chkAlternate", 34}, {"chkTerminal", 48}, {"chkEnable", 51}}},
+    {"fOptions", {{"optAverage", 52}, {"chkOptimum(1)", 59}, {"chkOptimum(2)", 60}, {"chkFrost", 62}}},
+    {"fGeneral", {{"chkFreshAir", 35}, {"optEcono", 49}, {"optEmergency", 54}, {"optTemp", 56}}},
+    {"fFanValve", {{"optState", 53}, {"chkFan", 63}}},
+    {"fPID", {{"chkPID", 61}}}};
 
 std::string At(const std::string& name, std::size_t index) {
   return name + "(" + std::to_string(index) + ")";
@@ -98,24 +84,14 @@ std::string Place(int number, std::size_t place) {
 }
 
 struct StoredFields : tests::ToolTest {
-  using Values = std::map<std::string, std::vector<std::string>>;
-
-  Values Device() const {
-    Values values;
+  /// What the device holds, field by field: "RoofTopObject.3[0]=23".
+  std::set<std::string> Device() const {
+    std::set<std::string> all;
     for (const std::string& line : base::Split(building.StoredDevice(kDevice), "\n")) {
       const auto sign = line.find('=');
-      if (sign != std::string::npos) values[line.substr(0, sign)] = base::Split(line.substr(sign + 1), " ");
-    }
-    return values;
-  }
-  static std::string Differences(const Values& one, const Values& other) {
-    std::string all;
-    for (const auto& [key, fields] : other) {
-      const auto before = one.find(key);
-      for (std::size_t i = 0; i < fields.size(); ++i) {
-        if (before != one.end() && before->second[i] == fields[i]) continue;
-        all += (all.empty() ? "" : " ") + key + "[" + std::to_string(i) + "]";
-      }
+      const auto fields = base::Split(line.substr(sign + 1), " ");
+      for (std::size_t i = 0; i < fields.size(); ++i)
+        all.insert(line.substr(0, sign) + "[" + std::to_string(i) + "]=" + fields[i]);
     }
     return all;
   }
@@ -140,7 +116,9 @@ struct StoredFields : tests::ToolTest {
       const auto names = NamesOf(boxes, record.Count());
       for (std::size_t i = 0; i < names.size(); ++i) homes[names[i]] = Place(boxes.number, boxes.place + i);
     }
-    for (const auto& [name, place] : kOptions) homes[name] = Place(48, static_cast<std::size_t>(place));
+    for (const auto& [page, options] : kOptions) {
+      for (const auto& [name, place] : options) homes[page + "." + name] = Place(48, place);
+    }
     homes["fOptions.txtMaxOffset"] = Place(47, 0);
     homes["fOptions.txtChangeOver"] = Place(52, 1);
     for (std::size_t i = 0; i < 6; ++i)
@@ -175,14 +153,14 @@ struct StoredFields : tests::ToolTest {
   /// Contents that the field may be given instead of the one that it has.
   std::vector<std::string> Others(const fields::Field& field) {
     const std::string content = field.content();
-    if (field.kind == fields::Kind::kFlag || field.kind == fields::Kind::kOption)
+    const auto* list = dynamic_cast<const ui::ListBox*>(field.control);
+    if (field.kind == fields::Kind::kFlag || field.kind == fields::Kind::kOption ||
+        (list && list->Translated()))
       return {content == "1" ? "0" : "1"};
     if (field.kind == fields::Kind::kText) {
       const double value = base::Numbers().ToDouble(content);
       return {base::Numbers().Text(value + 1), base::Numbers().Text(value - 1)};
     }
-    const auto* list = dynamic_cast<const ui::ListBox*>(field.control);
-    if (list && list->Translated()) return {content == "1" ? "0" : "1"};
     if (list) return {list->Items().rbegin(), list->Items().rend()};
     return Main().Device().RoofTopVariables[field.caption().row].AllowedTypes();
   }
@@ -240,24 +218,27 @@ TEST_F(StoredFields, EachAloneIsStoredInItsPlaceAndComesBack) {
       EXPECT_EQ(numbers.IsNumber(taken) ? taken : field.content(), taken) << name;
     }
     EXPECT_TRUE(SaveField(field, content)) << name << testing::PrintToString(Messages());
-    const std::string changed = Differences(stored, Device());
-    if (home.ends_with(']')) {
-      EXPECT_EQ(changed, home) << name;
-      continue;
-    }
-    EXPECT_NE(changed, "") << name;
-    for (const std::string& place : base::Split(changed, " "))
-      EXPECT_THAT(place, testing::StartsWith(home)) << name << place;
+    std::vector<std::string> changed;
+    std::ranges::set_difference(Device(), stored, std::back_inserter(changed));
+    EXPECT_THAT(changed,
+                testing::AllOf(testing::Not(testing::IsEmpty()), testing::Each(testing::StartsWith(home))))
+        << name;
   }
   EXPECT_EQ(homes, (std::map<std::string, std::string>())) << "fields that are not in the list";
 }
 
-TEST_F(StoredFields, AreShownInTheirFormatAndDecimals) {
+TEST_F(StoredFields, AreShownInTheirFormatAndDecimalsAlsoAfterARefreshThatDropsEdits) {
   Open(kDevice);
   for (std::size_t i = 0; i < 10; ++i) {
     Main().Pages().Page(i).FillValue();
     EXPECT_EQ(Main().Flags().lastFilledPage, static_cast<int>(i) + 1);
   }
+  const auto calls = building.Faults().Total();
+  Page("fPID").RefreshPage();
+  EXPECT_EQ(building.Faults().Total(), calls) << "nothing to read";
+  Type("fPID.txtPIDTemp(2)", "99");
+  Page("fPID").RefreshPage();
+  EXPECT_FALSE(Page("fPID").IsChanged());
   for (const bool imperial : {false, true}) {
     if (imperial) Find<ui::OptionButton>("optUnit(1)").Click();
     for (const Boxes& boxes : kBoxes) {
@@ -280,19 +261,6 @@ TEST_F(StoredFields, AreShownInTheirFormatAndDecimals) {
   EXPECT_EQ(building.StoredText(kDevice, "RoofTopObject/nvoSpaceTemp", 2, "SCPTminDeltaTemp#SI"), "1.00");
   EXPECT_EQ(building.StoredText(kDevice, "RoofTopObject/nvoTermLoadInAvg", 2, "SNVT_lev_percent"), "1.800");
   EXPECT_EQ(Stored(kDevice, 47, "UCPTweightAvgMaxInOffset", 2), "1.00");
-}
-
-TEST_F(StoredFields, ARefreshOfAPageDropsEditsOnlyWhenThereAreSome) {
-  Open(kDevice);
-  shell::ISubForm& page = Page("fPID");
-  const std::string stored = Text("fPID.txtPIDTemp(2)");
-  const auto calls = building.Faults().Total();
-  page.RefreshPage();
-  EXPECT_EQ(building.Faults().Total(), calls) << "nothing to read";
-  Type("fPID.txtPIDTemp(2)", "99");
-  page.RefreshPage();
-  EXPECT_EQ(Text("fPID.txtPIDTemp(2)"), stored);
-  EXPECT_FALSE(page.IsChanged());
 }
 
 }  // namespace

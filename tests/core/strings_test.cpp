@@ -29,7 +29,11 @@ struct Component : automation::Target, std::enable_shared_from_this<Component> {
     return found->second;
   }
 
-  std::map<std::string, std::string> texts;
+  std::map<std::string, std::string> texts = {
+      {"ALARM", "Alarme"},
+      {"%S% CONFIGURATION", "Configuration %s%"},
+      {"SELECT %S1% BEFORE %S2%", "%s2% erst nach %s1% w\xC3\xA4hlen, %s1"},
+      {"HEAT", "Heizen"}};
   int asked = 0;
   double lastChange = 1;
   int loads = 0;
@@ -37,13 +41,6 @@ struct Component : automation::Target, std::enable_shared_from_this<Component> {
 };
 
 struct StringsTest : testing::Test {
-  StringsTest() {
-    component->texts = {{"ALARM", "Alarme"},
-                        {"%S% CONFIGURATION", "Configuration %s%"},
-                        {"SELECT %S1% BEFORE %S2%", "%s2% erst nach %s1% w\xC3\xA4hlen, %s1"},
-                        {"HEAT", "Heizen"}};
-  }
-
   std::shared_ptr<Component> component = std::make_shared<Component>();
   shell::Strings strings{[this] { return automation::Object(component); }};
 };
@@ -76,32 +73,24 @@ TEST_F(StringsTest, RemembersAsMissingOnlyWhatTheTableLacks) {
   }
 }
 
-TEST_F(StringsTest, ALoadThatFailedHalfWayIsTriedAgain) {
+TEST_F(StringsTest, LoadsAgainOnlyAfterAFailureOrAChangeOfLanguage) {
   component->failure = 0x8001010A;
   strings.ReloadStrings();
   component->failure = 0;
-  strings.ReloadStrings();
-  EXPECT_EQ(strings.GetStrings("Alarm") + strings.Font(), "AlarmeTahoma");
-}
-
-TEST_F(StringsTest, LoadsAgainOnlyAfterAChangeOfLanguage) {
-  strings.ReloadStrings();
-  strings.ReloadStrings();
-  EXPECT_EQ(component->loads, 1);
-  component->lastChange = 1e6;  // far in the future
-  component->texts["ALARM"] = "Alarma";
-  strings.ReloadStrings();
-  EXPECT_EQ(component->loads, 2);
-  EXPECT_EQ(strings.GetStrings("Alarm"), "Alarma");
+  const std::tuple<double, const char*, int> steps[] = {
+      {1, "Alarme", 2}, {1, "Alarme", 2}, {1e6, "Alarma", 3}};
+  for (const auto& [changed, text, loads] : steps) {
+    component->lastChange = changed;
+    component->texts["ALARM"] = text;
+    strings.ReloadStrings();
+    EXPECT_EQ(strings.GetStrings("Alarm") + strings.Font(), text + std::string("Tahoma"));
+    EXPECT_EQ(component->loads, loads);
+  }
 }
 
 TEST_F(StringsTest, ReplacesPlaceholdersInAnyOrder) {
   strings.ReloadStrings();
-  const struct {
-    const char* text;
-    std::vector<std::string> arguments;
-    const char* result;
-  } cases[] = {
+  const std::tuple<const char*, std::vector<std::string>, const char*> cases[] = {
       {"%s% Configuration", {"Alarm"}, "Configuration Alarme"},
       {"Select %s1% before %s2%", {"HEAT", "COOL"}, "COOL erst nach Heizen w\xC3\xA4hlen, Heizen"},
       {"%s and %s", {"a", "b"}, "a and b"},
@@ -110,11 +99,10 @@ TEST_F(StringsTest, ReplacesPlaceholdersInAnyOrder) {
       {"%s% stays", {}, "%s% stays"},
       {"100 %", {"a"}, "100 %"},
   };
-  for (const auto& item : cases)
-    EXPECT_EQ(strings.FormatStrings(item.text, item.arguments), item.result) << item.text;
-  for (const char* unknown : {"%s3%", "%s0%", "%s99999999999%", "%s99999999999999999999%", "%s %s %s"}) {
+  for (const auto& [text, arguments, result] : cases)
+    EXPECT_EQ(strings.FormatStrings(text, arguments), result) << text;
+  for (const char* unknown : {"%s3%", "%s0%", "%s99999999999%", "%s99999999999999999999%", "%s %s %s"})
     EXPECT_THROW(strings.FormatStrings(unknown, {"a", "b"}), base::Error) << unknown;
-  }
 }
 
 TEST(StringsWithoutComponent, SpeakEnglish) {

@@ -50,12 +50,12 @@ struct Operation {
   int step;
 };
 constexpr Operation kOperations[] = {{"edit", "", false, 1},
-                                     {"Apply", "cmdApply", true, 2},
+                                     {"Apply", "cmdApply", true, 4},
                                      {"OK", "cmdOK", true, 7},
-                                     {"refresh", "cmdRefresh", false, 3},
-                                     {"units", "optUnit(1)", false, 3}};
+                                     {"refresh", "cmdRefresh", false, 5},
+                                     {"units", "optUnit(1)", false, 5}};
 constexpr int kForeverStep = 3;     // times the step when the host stays away
-constexpr int kAllPagesStep = 300;  // times the step when all pages are there
+constexpr int kAllPagesStep = 200;  // times the step when all pages are there
 
 /// A window with one page, or with all, over a host that fails as planned.
 struct TroubledTool : tests::Tool {
@@ -233,7 +233,7 @@ TEST_P(Torture, CallsOfEveryOperationFail) {
 
 /// Loading one page after the other: what the pages have in common is tried with the first one alone.
 TEST_P(Torture, CallsOfALoadFail) {
-  const int step = Page() < 0 ? 193 : 5;
+  const int step = Page() < 0 ? 193 : 7;
   int shared = 0;
   const auto load = [&](std::span<const shell::PageEntry> table, Failure failure, int call, bool forever) {
     where = " (load, way " + std::to_string(static_cast<int>(failure)) + ", call " + std::to_string(call) +

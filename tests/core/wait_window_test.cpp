@@ -8,16 +8,13 @@ struct WaitWindow : tests::ToolTest {
   bool Overdue(std::chrono::milliseconds elapsed) { return program.CallOverdue("Value", elapsed); }
   std::string Text(const char* control) { return program.Waiting().Find(control)->Text(); }
   bool Shown() { return program.Waiting().Visible(); }
-  void Click(const char* name) {
-    EXPECT_TRUE(dynamic_cast<ui::Button*>(program.Waiting().Find(name))->Click()) << name;
-  }
 };
 
-TEST_F(WaitWindow, WhoWaitsIsAskedAgainAfterTwiceTheTime) {
+TEST_F(WaitWindow, WhoWaitsIsAskedAgainAfterTwiceTheTimeCancelGivesUpThisCallAlone) {
   EXPECT_FALSE(Overdue(5s));
   EXPECT_TRUE(Shown());
   EXPECT_EQ(Text("lblMessage"), "The host has not answered \"Value\" for 5 seconds.");
-  Click("cmdWait");
+  ClickIn(program.Waiting(), "cmdWait");
   EXPECT_FALSE(Shown());
   EXPECT_FALSE(Overdue(9'900ms));
   EXPECT_FALSE(Shown());
@@ -27,11 +24,8 @@ TEST_F(WaitWindow, WhoWaitsIsAskedAgainAfterTwiceTheTime) {
   EXPECT_FALSE(Shown());
   EXPECT_FALSE(Overdue(5s));  // another call starts anew
   EXPECT_TRUE(Shown());
-}
 
-TEST_F(WaitWindow, CancelGivesUpThisCallAlone) {
-  EXPECT_FALSE(Overdue(5s));
-  Click("cmdCancel");
+  ClickIn(program.Waiting(), "cmdCancel");
   EXPECT_TRUE(Overdue(6s));
   EXPECT_TRUE(program.Busy()) << "nothing else is begun until the call has ended";
   EXPECT_EQ(Text("lblMessage"), "Canceled; waiting for the host's program to answer or end.");

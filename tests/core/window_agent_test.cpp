@@ -10,7 +10,6 @@ namespace {
 
 using plugin::CWindowAgent;
 using plugin::Sight;
-using tests::ToolTest;
 using Found = CWindowAgent::Found;
 
 struct WindowAgent : testing::Test, tests::StandIns {
@@ -29,7 +28,7 @@ struct WindowAgent : testing::Test, tests::StandIns {
 
 using Texts = std::vector<std::string>;
 
-TEST_F(WindowAgent, ANewSectionTakesThePlaceOfTheOpenOne) {
+TEST_F(WindowAgent, ANewSectionTakesThePlaceOfTheOpenOneAndRefusalsAreToldByTheErrorEvent) {
   EXPECT_TRUE(agent.OpenAndMapPaged(4, "first"));
   EXPECT_TRUE(agent.OpenAndMapPaged(8, ".se\\co/nd."));
   EXPECT_EQ(memory.OpenNames(), Texts{"second"});
@@ -40,9 +39,7 @@ TEST_F(WindowAgent, ANewSectionTakesThePlaceOfTheOpenOne) {
   EXPECT_EQ(agent.MappingName(), "");
   EXPECT_FALSE(agent.ViewAddress() || agent.MappingHandle());
   EXPECT_TRUE(memory.OpenNames().empty() && errors.empty());
-}
 
-TEST_F(WindowAgent, RefusalsOfTheSystemAreToldByTheErrorEvent) {
   memory.opens = false;
   EXPECT_FALSE(agent.OpenAndMapPaged(4, "name"));
   EXPECT_TRUE(errors.empty());
@@ -62,25 +59,21 @@ TEST_F(WindowAgent, RefusalsOfTheSystemAreToldByTheErrorEvent) {
 TEST_F(WindowAgent, EachModeShowsTheWindowInItsWay) {
   other.WindowHandleInMemory("name", 31);
   ASSERT_EQ(agent.RaisePublished("name"), Found::kRaised);  // from now on it keeps that handle
-  const struct {
-    std::int16_t mode;
-    bool maximise, answer;
-    std::string shown, window;
-  } cases[] = {{1, false, true, "show 5 ", "8"},   {1, true, true, "show 3 ", "8"},
-               {2, false, true, "show 9 ", "8"},   {2, true, true, "show 3 ", "8"},
-               {3, false, false, "show 9 ", "31"}, {3, true, false, "show 3 ", "31"}};
-  for (const auto& item : cases) {
+  const std::tuple<std::int16_t, bool, bool, std::string, std::string> cases[] = {
+      {1, false, true, "show 5 ", "8"},   {1, true, true, "show 3 ", "8"},
+      {2, false, true, "show 9 ", "8"},   {2, true, true, "show 3 ", "8"},
+      {3, false, false, "show 9 ", "31"}, {3, true, false, "show 3 ", "31"}};
+  for (const auto& [mode, maximise, answer, shown, window] : cases) {
     desktop.acts.clear();
     const auto start = std::chrono::steady_clock::now();
-    EXPECT_EQ(agent.ShowWindowByHandle(item.mode, 8, item.maximise), item.answer);
+    EXPECT_EQ(agent.ShowWindowByHandle(mode, 8, maximise), answer);
     EXPECT_GE(std::chrono::steady_clock::now() - start, std::chrono::milliseconds(333));
-    const std::string window = item.window;
-    EXPECT_EQ(desktop.acts, (Texts{item.shown + window, "topmost " + window, "not topmost " + window,
-                                   "activate " + window}));
+    EXPECT_EQ(desktop.acts,
+              (Texts{shown + window, "topmost " + window, "not topmost " + window, "activate " + window}));
   }
   desktop.acts.clear();
-  const std::int16_t unknown[] = {-1, 0, 4};
-  for (const std::int16_t mode : unknown) EXPECT_FALSE(agent.ShowWindowByHandle(mode, 8, true)) << mode;
+  for (const std::int16_t mode : std::initializer_list<std::int16_t>{-1, 0, 4})
+    EXPECT_FALSE(agent.ShowWindowByHandle(mode, 8, true)) << mode;
   EXPECT_TRUE(desktop.acts.empty());
 }
 
@@ -100,8 +93,7 @@ TEST_F(WindowAgent, OnlyAWindowThatIsStillTheOnePublishedIsRaised) {
 
   desktop.acts.clear();
   const std::int32_t mark = desktop.marks[31];
-  for (const std::int32_t wrong :
-       {0, mark + 2}) {  // used again by a window without a mark, or of another name
+  for (const std::int32_t wrong : {0, mark + 2}) {  // of a window without a mark, or of another name
     desktop.marks[31] = wrong;
     EXPECT_EQ(agent.RaisePublished("name"), Found::kNoWindow);
     EXPECT_EQ(agent.WindowHandle(), 0);
@@ -129,7 +121,7 @@ TEST_F(WindowAgent, DifferentDevicesHaveDifferentShortSectionNames) {
   EXPECT_LE(names[4].size(), 120u);
 }
 
-struct SecondProcess : ToolTest {
+struct SecondProcess : tests::ToolTest {
   SecondProcess() { first.WindowHandleInMemory(kName, 31); }
 
   std::string Command() {
@@ -155,18 +147,7 @@ TEST_F(SecondProcess, RaisesTheOpenWindowAndEnds) {
   EXPECT_TRUE(quit) << "although the host still holds the object";
 }
 
-TEST_F(SecondProcess, OpensItsOwnWindowOnceTheFirstOneIsGone) {
-  EXPECT_EQ(Command(), "no error");
-  desktop.marks.clear();
-  desktop.acts.clear();
-  EXPECT_EQ(Command(), "no error");
-  EXPECT_TRUE(desktop.acts.empty());
-  EXPECT_TRUE(Main().Visible());
-  loop.Tick();
-  EXPECT_FALSE(quit) << "it is needed again";
-}
-
-TEST_F(SecondProcess, SaysWhyTheOpenWindowCannotBeRaised) {
+TEST_F(SecondProcess, SaysWhyTheOpenWindowCannotBeRaisedAndOpensItsOwnOnceThatOneIsGone) {
   for (const bool denied : {false, true}) {
     memory.denied = denied;
     desktop.sight = denied ? Sight::kNormal : Sight::kSilent;
@@ -178,6 +159,15 @@ TEST_F(SecondProcess, SaysWhyTheOpenWindowCannotBeRaised) {
     loop.Tick();
     EXPECT_FALSE(quit) << "the host may try again";
   }
+  memory.denied = false;
+  EXPECT_EQ(Command(), "no error");
+  desktop.marks.clear();
+  desktop.acts.clear();
+  EXPECT_EQ(Command(), "no error");
+  EXPECT_TRUE(desktop.acts.empty());
+  EXPECT_TRUE(Main().Visible());
+  loop.Tick();
+  EXPECT_FALSE(quit) << "it is needed again";
 }
 
 }  // namespace

@@ -1,6 +1,5 @@
-// The tool as any script sees it: one process for each object, properties that are kept, refusals that arrive with
-// number and text, an end without a window when its last user goes or dies, and a registration that leaves no trace.
-// Needs the tool registered; runs in Windows Script Host.
+// The tool as any script sees it: a process for each object, refusals with number and text, its end when its last user
+// goes or dies, and its registration. Needs the tool registered; runs in Windows Script Host.
 var shell = new ActiveXObject("WScript.Shell");
 var wmi = new ActiveXObject("WbemScripting.SWbemLocator").ConnectServer();
 var failures = 0;
@@ -30,10 +29,11 @@ function tools() {
 }
 
 // Not every script host can sleep.
-function waitFor(what, condition) {
+function waitForTools(what, count) {
+  CollectGarbage();
   var end = new Date().getTime() + 10000;
-  while (!condition() && new Date().getTime() < end);
-  check(what + " within 10 s", condition());
+  while (tools() !== count && new Date().getTime() < end);
+  check(what + " within 10 s", tools() === count);
 }
 
 function registered(key) {
@@ -56,20 +56,18 @@ function testOneProcessEach() {
   equal("processes of three objects", tools(), 3);
   second.NetworkName = "other";
   second = record = null;
-  CollectGarbage();
-  waitFor("their processes end with their objects", function () { return tools() === 1; });
+  waitForTools("their processes end with their objects", 1);
   equal("NetworkName of the first object", first.NetworkName, "Geb\u00e4ude 7");
   first = null;
-  CollectGarbage();
-  waitFor("the first process ends with its object", function () { return tools() === 0; });
+  waitForTools("the first process ends with its object", 0);
 }
 
 function testKilledHost() {
   // Another script host than the one that runs this test, so that it can be ended by its name.
   shell.Run("wscript.exe //nologo tests\\e2e\\support\\hold-tool.js", 0, false);
-  waitFor("the host starts the tool", function () { return tools() === 1; });
+  waitForTools("the host starts the tool", 1);
   shell.Run("taskkill.exe /f /im wscript.exe", 0, true);
-  waitFor("the tool ends with the host that was killed", function () { return tools() === 0; });
+  waitForTools("the tool ends with the host that was killed", 0);
 }
 
 function testRegistration() {

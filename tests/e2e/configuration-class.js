@@ -1,6 +1,5 @@
-// The class for scripts as scripts use it: values, a refused input, a file for another unit, an array of differences; and
-// the examples of the documentation, in both script languages, each a client of its own. Needs the tool and the building
-// registered; runs in Windows Script Host.
+// The class for scripts as scripts use it, and the examples of the documentation, each a client of its own. Needs the tool
+// and the building registered; runs in Windows Script Host.
 var shell = new ActiveXObject("WScript.Shell");
 var files = new ActiveXObject("Scripting.FileSystemObject");
 var failures = 0;
@@ -41,8 +40,8 @@ try {
   tool.Open(network, address, port, "RTU-1 North wing", block);
   var units = new VBArray(tool.Units).toArray();
   check("units", units.length === 4 && units[0] === "RTU-1 North wing", units.join(", "));
-  check("value", tool.Value("PID", "Space Temperature, Proportional Gain") === "25.0000",
-        tool.Value("PID", "Space Temperature, Proportional Gain"));
+  var gain = tool.Value("PID", "Space Temperature, Proportional Gain");
+  check("value", gain === "25.0000", gain);
   tool.Value("fPID", "txtPIDTemp(0)") = 30.5;
   check("applied", tool.Apply() === 1);
   tool.Save(file);

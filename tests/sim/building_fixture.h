@@ -73,7 +73,7 @@ std::string RefusalOf(const Action& action, std::uint32_t* code = nullptr) {
   return {};
 }
 
-/// A folder of its own, removed at the end.
+/// A folder of its own with a place for a store, removed at the end.
 struct Folder {
   // The random part keeps two runs on one machine apart.
   Folder()
@@ -81,8 +81,10 @@ struct Folder {
     std::filesystem::create_directories(path);
   }
   ~Folder() { std::filesystem::remove_all(path); }
+  /// No store can be written while this folder stands in its way.
+  std::filesystem::path Obstacle() const { return path / "store.json.new"; }
 
-  std::filesystem::path path;
+  std::filesystem::path path, store = path / "store.json";
 };
 
 }  // namespace sim_test

@@ -1,8 +1,5 @@
 // The maker's editing controls over the virtual building, without a container: driven through their
 // automation members, and by a person through their boxes and lists.
-#include <algorithm>
-#include <memory>
-
 #include "base/text.h"
 #include "building_fixture.h"
 #include "simulator/controls/actuator.h"
@@ -12,16 +9,14 @@
 namespace {
 
 using controls::Actuator;
-using controls::Editor;
 using controls::SensorHardware;
 using controls::SensorVariable;
-using sim_test::Client;
 using sim_test::RefusalOf;
 
 /// An editor with what a dialog holds of it.
 template <class Kind>
 struct Opened {
-  Opened(const Client& client, int number, const std::string& choice) : control(editor) {
+  Opened(const sim_test::Client& client, int number, const std::string& choice) : control(editor) {
     editor->onFailed = [this](const std::string& text) { failures.push_back(text); };
     control.Call("Initialize", client.device, number, choice);
   }
@@ -45,7 +40,7 @@ struct Opened {
   bool IsChanged() const { return control.Get("IsChanged").AsBool(); }
   bool WriteValue() const { return control.Call("WriteValue").AsBool(); }
 
-  std::shared_ptr<Editor> editor = std::make_shared<Kind>();
+  std::shared_ptr<controls::Editor> editor = std::make_shared<Kind>();
   automation::Object control;
   std::vector<std::string> failures;
 };
@@ -112,15 +107,6 @@ TEST_F(Controls, EverySensorStoresItsOwnSettings) {
   }
 }
 
-TEST_F(Controls, OnlyWhatChangedIsWritten) {
-  const Opened<SensorHardware> sensor(client, 4, "2,3");
-  sensor.Type("ctlSensorLinear", 1, "9");
-  sensor.Find<ui::TextBox>("ctlSensorTable", "txt(0)").SetText("7");  // not the sensor that is chosen
-  EXPECT_TRUE(sensor.WriteValue());
-  EXPECT_EQ(Stored("HardwareInput4", 4, "UCPTsensorScale"), "0.00 9.00 0.00 2000.00");
-  EXPECT_EQ(Stored("HardwareInput4", 5, "UCPTtranslationTable").substr(0, 4), "0.00");
-}
-
 TEST_F(Controls, ARefusedValueIsToldAndKept) {
   Opened<SensorHardware> sensor(client, 4, "2,3");
   EXPECT_TRUE(sensor.Choose("lstSensorType", "Translation table"));
@@ -139,20 +125,7 @@ TEST_F(Controls, ARefusedValueIsToldAndKept) {
   EXPECT_TRUE(sensor.WriteValue());
 }
 
-TEST_F(Controls, WhatACancelledTransactionTookBackIsWrittenAgain) {
-  const Opened<SensorHardware> sensor(client, 1, "2,3,6");
-  sensor.Type("ctlSensorThermistor", 0, "2");
-  client.network.Call("BeginTransaction");
-  EXPECT_TRUE(sensor.WriteValue());
-  EXPECT_FALSE(sensor.IsChanged());
-  client.network.Call("CancelTransaction");
-  EXPECT_EQ(Stored("HardwareInput1", 6, "UCPTthermistorOffset"), "0.00");
-  EXPECT_TRUE(sensor.IsChanged());
-  EXPECT_TRUE(sensor.WriteValue());
-  EXPECT_EQ(Stored("HardwareInput1", 6, "UCPTthermistorOffset"), "2.00");
-}
-
-TEST_F(Controls, ValuesAreShownInSiWhateverThePagesUse) {
+TEST_F(Controls, ValuesAreShownInSiAndWrittenAgainAfterACancelledTransaction) {
   const automation::Object offset = client.Property("HardwareInput1", 6);
   offset.Put("Value", "5");
   offset.Put("formatName", "UCPTthermistorOffset#US");
@@ -160,6 +133,12 @@ TEST_F(Controls, ValuesAreShownInSiWhateverThePagesUse) {
   EXPECT_EQ(sensor.Find<ui::TextBox>("ctlSensorThermistor", "txt(0)").Text(), "5.00");
   offset.Put("formatName", "UCPTthermistorOffset#US");
   sensor.Type("ctlSensorThermistor", 0, "6");
+  client.network.Call("BeginTransaction");
+  EXPECT_TRUE(sensor.WriteValue());
+  EXPECT_FALSE(sensor.IsChanged());
+  client.network.Call("CancelTransaction");
+  EXPECT_EQ(Stored("HardwareInput1", 6, "UCPTthermistorOffset"), "5.00");
+  EXPECT_TRUE(sensor.IsChanged());
   EXPECT_TRUE(sensor.WriteValue());
   EXPECT_EQ(Stored("HardwareInput1", 6, "UCPTthermistorOffset"), "6.00");
 }
@@ -222,8 +201,12 @@ TEST_F(Controls, WhatDoesNotFitIsRefusedInWords) {
   EXPECT_FALSE(sensor.Get("IsChanged").AsBool());
 }
 
-TEST_F(Controls, ADeviceThatFailsIsToldAndFinishLetsGo) {
-  Opened<SensorHardware> sensor(client, 4, "2");
+TEST_F(Controls, OnlyWhatChangedIsWrittenAFailureIsToldAndFinishLetsGo) {
+  Opened<SensorHardware> sensor(client, 4, "2,3");
+  sensor.Type("ctlSensorLinear", 1, "9");
+  sensor.Find<ui::TextBox>("ctlSensorTable", "txt(0)").SetText("7");  // not the sensor that is chosen
+  EXPECT_TRUE(sensor.WriteValue());
+  EXPECT_EQ(Stored("HardwareInput4", 5, "UCPTtranslationTable").substr(0, 4), "0.00");
   sensor.Type("ctlSensorLinear", 0, "1");
   building.Faults().Fail({.member = "Property.Value", .call = 2});
   EXPECT_FALSE(sensor.WriteValue());
@@ -232,7 +215,7 @@ TEST_F(Controls, ADeviceThatFailsIsToldAndFinishLetsGo) {
   sensor.control.Call("Finish");
   EXPECT_FALSE(sensor.IsChanged());
   EXPECT_TRUE(sensor.WriteValue());
-  EXPECT_EQ(Stored("HardwareInput4", 4, "UCPTsensorScale"), "0.00 10.00 0.00 2000.00");
+  EXPECT_EQ(Stored("HardwareInput4", 4, "UCPTsensorScale"), "0.00 9.00 0.00 2000.00");
 }
 
 }  // namespace

@@ -3,10 +3,8 @@
 #include "building_fixture.h"
 
 namespace sim_test {
-namespace {
 
 using simulator::Building;
-using SimHostOpen = OpenBuilding;
 
 TEST(SimHost, ConnectsToItsOwnNetworkOnly) {
   Building building(Options());
@@ -63,7 +61,7 @@ TEST(SimHost, ADeviceIsOpenInOneSessionAtATime) {
             "A session ended within a transaction of \"RTU-1 North wing\"; the transaction was cancelled.");
 }
 
-TEST_F(SimHostOpen, ItemsAreFoundByNumberAndName) {
+TEST_F(OpenBuilding, ItemsAreFoundByNumberAndName) {
   const automation::Object devices = client.network.Child("AppDevices");
   EXPECT_EQ(devices.Call("Item", 2).AsObject().Text("Name"), kSecondDevice);
   EXPECT_EQ(devices.Get("Item", "rtu-3 LABORATORY").AsObject().Text("Location"), "Laboratory plant room");
@@ -80,7 +78,7 @@ TEST_F(SimHostOpen, ItemsAreFoundByNumberAndName) {
   EXPECT_EQ(RefusalOf([&] { properties.Call("Item", "UCPTnothing"); }), none + "\"UCPTnothing\".");
 }
 
-TEST_F(SimHostOpen, TheSelfTestFindsAFunctionWithoutASensor) {
+TEST_F(OpenBuilding, TheSelfTestFindsAFunctionWithoutASensor) {
   const std::tuple<std::string, std::string, std::string> cases[] = {
       {"SPACE_TEMP", "STD_THERMISTOR", "PASSED"},
       {"SPACE_TEMP", "DISCONNECTED", "FAILED: no sensor for SPACE_TEMP"},
@@ -103,15 +101,13 @@ TEST(SimHost, PlugInsRegisterReplaceAndLeave) {
     description.Put("Version", version);
     return description;
   };
-  {
-    Building building(Options(folder.path / "store.json"));
-    const automation::Object registration = building.Registration();
-    for (const char* version : {"1.0.0", "1.0.1"})
-      registration.Call("Register", describe(registration, version));
-    EXPECT_EQ(RefusalOf([&] { registration.Call("Register", registration.Child("NewDescription")); }),
-              "The description has no ServerProgId.");
-  }
-  Building again(Options(folder.path / "store.json"));
+  Building building(Options(folder.store));
+  const automation::Object registration = building.Registration();
+  for (const char* version : {"1.0.0", "1.0.1"})
+    registration.Call("Register", describe(registration, version));
+  EXPECT_EQ(RefusalOf([&] { registration.Call("Register", registration.Child("NewDescription")); }),
+            "The description has no ServerProgId.");
+  Building again(Options(folder.store));
   ASSERT_EQ(again.PlugIns().size(), 1U);
   EXPECT_EQ(again.PlugIns().front().records.at(0).second.at(1),
             (std::pair<std::string, std::string>("Version", "1.0.1")));
@@ -119,5 +115,4 @@ TEST(SimHost, PlugInsRegisterReplaceAndLeave) {
   EXPECT_TRUE(again.PlugIns().empty());
 }
 
-}  // namespace
 }  // namespace sim_test

@@ -4,14 +4,12 @@
 #include "building_fixture.h"
 
 namespace sim_test {
-namespace {
 
 using automation::Bytes;
 using simulator::Building;
-using SimTemplateOpen = OpenBuilding;
 
 /// AddLmo of `bytes` on a fresh client, with the reason when it says no.
-std::string Load(Building& building, const Client& client, const Bytes& bytes, int lmoIndex = 1) {
+static std::string Load(Building& building, const Client& client, const Bytes& bytes, int lmoIndex = 1) {
   const std::size_t before = building.Log().size();
   const bool loaded = client.device.Call("AddLmo", lmoIndex, "8000AB0C12340001", "t.bin", bytes).AsBool();
   if (loaded) return "loaded";
@@ -19,7 +17,7 @@ std::string Load(Building& building, const Client& client, const Bytes& bytes, i
   return building.Log().back();
 }
 
-TEST_F(SimTemplateOpen, DamageAnywhereIsNoticed) {
+TEST_F(OpenBuilding, DamageAnywhereIsNoticed) {
   const Bytes good = building.TemplateBytes();
   for (std::size_t size = 0; size < good.size(); size += size < 40 ? 1 : 611) {
     const Bytes cut(good.begin(), good.begin() + static_cast<std::ptrdiff_t>(size));
@@ -38,7 +36,7 @@ TEST_F(SimTemplateOpen, DamageAnywhereIsNoticed) {
   EXPECT_EQ(Load(building, client, good), "loaded");
 }
 
-TEST_F(SimTemplateOpen, RefusalsSayWhatIsWrong) {
+TEST_F(OpenBuilding, RefusalsSayWhatIsWrong) {
   const std::tuple<std::string, std::string, std::string> cases[] = {
       {"8000AB0C12340001", "8000AB0C12340002", "is for program 8000AB0C12340002 version 3.1, not"},
       {"\"version\": \"3.1\"", "\"version\": \"3.2\"", "version 3.2, not"},
@@ -67,7 +65,7 @@ TEST_F(SimTemplateOpen, RefusalsSayWhatIsWrong) {
                 testing::EndsWith("no object with index " + std::to_string(index) + "."));
 }
 
-TEST_F(SimTemplateOpen, ValuesThatWereStoredOutliveALoadAndMustFitIt) {
+TEST_F(OpenBuilding, ValuesThatWereStoredOutliveALoadAndMustFitIt) {
   client.Property("RoofTopObject", 12).Put("Value", "4000");
   EXPECT_EQ(Load(building, client, building.TemplateBytes()), "loaded");
   EXPECT_EQ(client.Property("RoofTopObject", 12).Text("Value"), "4000");
@@ -79,5 +77,4 @@ TEST_F(SimTemplateOpen, ValuesThatWereStoredOutliveALoadAndMustFitIt) {
               testing::HasSubstr("RoofTopObject.12 does not fit its type"));
 }
 
-}  // namespace
 }  // namespace sim_test

@@ -2,13 +2,12 @@
 #include "building_fixture.h"
 
 namespace sim_test {
-namespace {
 
 using simulator::Building;
 
 constexpr char kNew[] = "RTU-9 Annex";
 
-std::string Names(const Building& building) {
+static std::string Names(const Building& building) {
   std::string names;
   for (const auto& device : building.Devices()) names += device.name + "; ";
   return names;
@@ -16,15 +15,13 @@ std::string Names(const Building& building) {
 
 TEST(SimUnits, ANewUnitComesFromTheFactoryAndARemovedOneStaysAway) {
   const Folder folder;
-  const auto options = Options(folder.path / "store.json");
-  const std::string listed = Names(Building(options));
-  {
-    Building building(options);
-    building.AddUnit(std::string(" ") + kNew + " ", "Dach Süd, Haus 4");
-    Client(building, kNew).Property("RoofTopObject", 12).Put("Value", "1000");
-    building.AddUnit("Spare", "");
-    building.RemoveUnit("rtu-1 NORTH wing");
-  }
+  const auto options = Options(folder.store);
+  Building building(options);
+  const std::string listed = Names(building);
+  building.AddUnit(std::string(" ") + kNew + " ", "Dach Süd, Haus 4");
+  Client(building, kNew).Property("RoofTopObject", 12).Put("Value", "1000");
+  building.AddUnit("Spare", "");
+  building.RemoveUnit("rtu-1 NORTH wing");
   Building again(options);
   EXPECT_EQ(Names(again), listed.substr(std::string(kFirstDevice).size() + 2) + kNew + "; Spare; ");
   const auto units = again.Devices();
@@ -65,18 +62,16 @@ TEST(SimUnits, WhatCannotBeIsRefusedInWords) {
 
 TEST(SimUnits, AStoreThatRefusesLeavesTheUnitsAsTheyWere) {
   const Folder folder;
-  const auto options = Options(folder.path / "store.json");
-  const auto obstacle = folder.path / "store.json.new";
-  Building building(options);
+  Building building(Options(folder.store));
   building.AddUnit(kNew, "");
   const std::string listed = Names(building);
-  std::filesystem::create_directory(obstacle);
+  std::filesystem::create_directory(folder.Obstacle());
   for (const std::string& sentence :
        {RefusalOf([&] { building.AddUnit("Spare", ""); }), RefusalOf([&] { building.RemoveUnit(kNew); }),
         RefusalOf([&] { building.RemoveUnit(kFirstDevice); })})
     EXPECT_THAT(sentence, testing::HasSubstr("store.json cannot be written"));
   EXPECT_EQ(Names(building), listed);
-  EXPECT_EQ(Names(Building(options)), listed);
+  EXPECT_EQ(Names(Building(Options(folder.store))), listed);
 }
 
 TEST(SimUnits, OpenSessionsAndTransactionsGoOn) {
@@ -100,5 +95,4 @@ TEST(SimUnits, OpenSessionsAndTransactionsGoOn) {
   building.RemoveUnit(kSecondDevice);
 }
 
-}  // namespace
 }  // namespace sim_test

@@ -1,18 +1,13 @@
 // Types, units, texts: what every property of the controller reads and takes.
-#include <vector>
-
 #include "building_fixture.h"
 #include "simulator/catalogue.h"
 #include "simulator/core.h"
 #include "simulator/value_text.h"
 
 namespace sim_test {
-namespace {
-
-using SimValuesOpen = OpenBuilding;
 
 /// What each of these shows reads as the same value.
-void ReadBack(const std::vector<simulator::PropertyTemplate>& properties) {
+static void ReadBack(const std::vector<simulator::PropertyTemplate>& properties) {
   for (const char decimal : {'.', ','}) {
     for (const auto& property : properties) {
       for (const bool us : {false, true}) {
@@ -20,7 +15,6 @@ void ReadBack(const std::vector<simulator::PropertyTemplate>& properties) {
         const std::string text = simulator::FormatValue(shown, property.initial);
         // Without a present value nothing can be kept: the text alone must give the value.
         const simulator::Fields again = simulator::ParseValue(shown, property.name, text, {});
-        ASSERT_EQ(again.size(), property.initial.size()) << property.key;
         EXPECT_EQ(simulator::FormatValue(shown, again), text) << property.key;
       }
     }
@@ -35,7 +29,7 @@ TEST(SimValues, EveryDefaultIsReadBackToItselfInEveryUnitAndLocale) {
   }
 }
 
-TEST_F(SimValuesOpen, UnitsAreConvertedByHandCalculatedFigures) {
+TEST_F(OpenBuilding, UnitsAreConvertedByHandCalculatedFigures) {
   const std::tuple<int, std::string, std::string, std::string, int, const char*> cases[] = {
       {4, "SCPTmaxDischargeAirHeatingSetpoint", "40", "#US", 3, "104.000"},
       {36, "UCPTreturnTempAlarm", "-40 120 60", "#US", 3, "-40.000 248.000 60.000"},
@@ -58,7 +52,7 @@ TEST_F(SimValuesOpen, UnitsAreConvertedByHandCalculatedFigures) {
   }
 }
 
-TEST_F(SimValuesOpen, OneChangedFieldLeavesTheOthersAtFullPrecision) {
+TEST_F(OpenBuilding, OneChangedFieldLeavesTheOthersAtFullPrecision) {
   const automation::Object property = client.Property("RoofTopObject", 33);
   property.Put("Value", "0.123456 12.3456 0.5 60 0 0 35.4321");
   property.Put("formatName", "UCPTpressurePIDparam#US");
@@ -69,7 +63,7 @@ TEST_F(SimValuesOpen, OneChangedFieldLeavesTheOthersAtFullPrecision) {
             "0.1235 12.3456 0.5000 90.0000 0.0000 0.0000 35.4321");
 }
 
-TEST_F(SimValuesOpen, RefusalsNameThePropertyTheTextAndTheRangeInTheUnitInUse) {
+TEST_F(OpenBuilding, RefusalsNameThePropertyTheTextAndTheRangeInTheUnitInUse) {
   const std::tuple<const char*, int, std::string, std::string, const char*> cases[] = {
       {"RoofTopObject", 30, "UCPTspaceTempPIDparam#US", "9999 1 1 1 1 1",
        "\"9999\" is outside the range -100 to 100 % / °F (field 1, proportional gain)."},
@@ -132,5 +126,4 @@ TEST(SimValues, TextsThatMustBeTaken) {
             "SCPTlimitCO2: \"1.000\" is not a number from 0 to 5000 ppm.");
 }
 
-}  // namespace
 }  // namespace sim_test

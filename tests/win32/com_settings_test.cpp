@@ -13,10 +13,6 @@ struct UserSettings : testing::Test {
   const std::string key = "Software\\TarnTest\\Settings";
   win32::WindowsRegistry registry;
   ~UserSettings() override { RegDeleteTreeW(HKEY_CURRENT_USER, L"Software\\TarnTest"); }
-
-  void SetRaw(const wchar_t* name, DWORD type, const void* data, DWORD bytes) {
-    RegSetKeyValueW(HKEY_CURRENT_USER, win32::Wide(key).c_str(), name, type, data, bytes);
-  }
 };
 
 TEST_F(UserSettings, TextsComeBackAndCarryNoClosingNul) {
@@ -36,19 +32,19 @@ TEST_F(UserSettings, TextsComeBackAndCarryNoClosingNul) {
 }
 
 TEST_F(UserSettings, WhatOthersWroteIsReadUpToItsNul) {
-  SetRaw(L"Closed", REG_SZ, L"text", 10);
-  SetRaw(L"Inner", REG_SZ, L"one\0two.", 14);
-  SetRaw(L"Number", REG_DWORD, L"ab", 4);
-  SetRaw(L"Expanded", REG_EXPAND_SZ, L"text", 10);
-  const auto read = [&](const char* name) {
-    return base::ReadRegistryString(registry, RegistryRoot::kCurrentUser, key, name);
+  const auto read = [&] {
+    return base::ReadRegistryString(registry, RegistryRoot::kCurrentUser, key, "Raw");
   };
-  EXPECT_EQ(read("Closed"), "text");
-  EXPECT_EQ(read("Inner"), "one");
-  EXPECT_EQ(registry.Read(RegistryRoot::kCurrentUser, key, "Inner"), std::string("one\0two", 7));
-  EXPECT_EQ(read("Number"), "");
-  EXPECT_EQ(read("Expanded"), "");
-  EXPECT_EQ(read("Missing"), "");
+  EXPECT_EQ(read(), "");
+  const std::tuple<DWORD, const wchar_t*, DWORD, const char*> cases[] = {{REG_DWORD, L"ab", 4, ""},
+                                                                         {REG_EXPAND_SZ, L"text", 10, ""},
+                                                                         {REG_SZ, L"text", 10, "text"},
+                                                                         {REG_SZ, L"one\0two.", 14, "one"}};
+  for (const auto& [type, data, bytes, text] : cases) {
+    RegSetKeyValueW(HKEY_CURRENT_USER, win32::Wide(key).c_str(), L"Raw", type, data, bytes);
+    EXPECT_EQ(read(), text) << type;
+  }
+  EXPECT_EQ(registry.Read(RegistryRoot::kCurrentUser, key, "Raw"), std::string("one\0two", 7));
   EXPECT_FALSE(registry.Read(RegistryRoot::kCurrentUser, key + "\\Missing", "x"));
 }
 
@@ -70,17 +66,14 @@ TEST(UserLocale, AnswersItsItemsAndNothingForUnknownOnes) {
 }
 
 TEST(Utf, CarriesEverythingAndReplacesWhatIsNoText) {
-  for (const std::string& text :
-       {std::string("°F \xF0\x9F\x8C\xA1"), std::string("a\0b", 3), std::string()}) {
+  for (const auto& text : {std::string("°F \xF0\x9F\x8C\xA1"), std::string("a\0b", 3), std::string()})
     EXPECT_EQ(win32::Utf8(win32::Wide(text)), text);
-  }
   EXPECT_EQ(win32::Wide("a\xFFz"), L"a\xFFFDz");
   EXPECT_EQ(win32::Utf8(L"a\xD800z"), "a\xEF\xBF\xBDz");
 }
 
 TEST(SystemErrors, AlwaysShowTheNumber) {
-  EXPECT_TRUE(win32::SystemText(ERROR_ACCESS_DENIED).ends_with(" (5)"))
-      << win32::SystemText(ERROR_ACCESS_DENIED);
+  EXPECT_TRUE(win32::SystemText(ERROR_ACCESS_DENIED).ends_with(" (5)"));
   EXPECT_TRUE(win32::SystemText(DISP_E_MEMBERNOTFOUND).ends_with(" (0x80020003)"));
   EXPECT_EQ(win32::SystemText(static_cast<HRESULT>(0x8ABC1234)), "Error (0x8ABC1234)");
 }

@@ -1,7 +1,5 @@
 #include "com_support.h"
 
-#include <objbase.h>
-
 #include "base/error.h"
 #include "platform/win32/com/apartment.h"
 #include "platform/win32/com/com_object.h"
@@ -29,41 +27,26 @@ Value Wait(Box&, const Arguments& list) {
   return {};
 }
 
-std::shared_ptr<Box> MakeBox(const Value& content) {
-  auto box = std::make_shared<Box>();
+Value MakeBox(const Value& content) {
+  const auto box = std::make_shared<Box>();
   box->content = content;
-  return box;
+  return automation::Object(box);
 }
 
 }  // namespace
 
 const automation::MemberOf<Box> Box::kMembers[8] = {
     {"Content", [](Box& box, const Arguments&) { return box.content; },
-     [](Box& box, const Value& value) { box.content = value; }, nullptr},
-    {"Fixed", [](Box&, const Arguments&) { return Value(7); }, nullptr, nullptr},
-    {"Join", nullptr, nullptr,
-     [](Box&, const Arguments& list) { return Value(list[0].AsText() + "|" + list[1].AsText()); }},
-    {"Fail", nullptr, nullptr, Fail},
-    {"Item",
-     [](Box&, const Arguments& list) {
-       return Value(automation::Object(MakeBox("item " + list[0].AsText())));
-     },
-     nullptr, nullptr},
-    {"Inner", [](Box&, const Arguments&) { return Value(automation::Object(MakeBox("inner"))); }, nullptr,
-     nullptr},
-    {"Reach", nullptr, nullptr, Reach},
-    {"Wait", nullptr, nullptr, Wait},
+     [](Box& box, const Value& value) { box.content = value; }},
+    {"Fixed", [](Box&, const Arguments&) { return Value(7); }},
+    {.name = "Join",
+     .call = [](Box&, const Arguments& list) { return Value(list[0].AsText() + "|" + list[1].AsText()); }},
+    {.name = "Fail", .call = Fail},
+    {"Item", [](Box&, const Arguments& list) { return MakeBox("item " + list[0].AsText()); }},
+    {"Inner", [](Box&, const Arguments&) { return MakeBox("inner"); }},
+    {.name = "Reach", .call = Reach},
+    {.name = "Wait", .call = Wait},
 };
-
-ForeignObject::ForeignObject(win32::ComPtr<IDispatch> inner, int& lookUps, DISPID shift)
-    : inner_(std::move(inner)), lookUps_(lookUps), shift_(shift) {}
-
-HRESULT ForeignObject::GetTypeInfoCount(UINT* count) {
-  *count = 0;
-  return S_OK;
-}
-
-HRESULT ForeignObject::GetTypeInfo(UINT, LCID, ITypeInfo**) { return DISP_E_BADINDEX; }
 
 HRESULT ForeignObject::GetIDsOfNames(REFIID id, LPOLESTR* names, UINT count, LCID locale, DISPID* ids) {
   ++lookUps_;
@@ -125,17 +108,15 @@ void OtherApartment::Run(const std::function<void()>& work) {
   CoWaitForMultipleHandles(0, INFINITE, 1, &wanted, &place);
 }
 
-automation::Object OtherApartment::Make(
-    const std::function<std::shared_ptr<automation::LocalObject>()>& make) {
+automation::Object OtherApartment::MakeBox() {
   win32::ComPtr<IStream> stream;
   Run([&] {
-    const auto dispatch = win32::ToDispatch(automation::Object(make()));
+    const auto dispatch = win32::ToDispatch(automation::Object(std::make_shared<Box>()));
     CoMarshalInterThreadInterfaceInStream(__uuidof(IDispatch), dispatch.Get(), stream.Put());
   });
   void* proxy = nullptr;
   CoGetInterfaceAndReleaseStream(stream.Release(), __uuidof(IDispatch), &proxy);
-  const win32::ComPtr<IDispatch> dispatch(static_cast<IDispatch*>(proxy));
-  return win32::FromDispatch(dispatch.Get());
+  return win32::FromDispatch(win32::ComPtr<IDispatch>(static_cast<IDispatch*>(proxy)).Get());
 }
 
 }  // namespace com_test

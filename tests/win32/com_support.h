@@ -1,6 +1,5 @@
 // What the COM tests share: a local class with members of every kind, a foreign object that counts how it is
-// asked, and a second thread with an apartment of its own, to which every call crosses apartments as it would
-// cross processes.
+// asked, and a second apartment, to which every call crosses as it would cross processes.
 #pragma once
 
 #include <cstring>
@@ -37,10 +36,11 @@ class Box : public automation::LocalClass<Box> {
 /// shown in the same way. Its ids are those of the other object plus `shift`.
 class ForeignObject : public win32::ComClass<IDispatch> {
  public:
-  ForeignObject(win32::ComPtr<IDispatch> inner, int& lookUps, DISPID shift = 0);
+  ForeignObject(win32::ComPtr<IDispatch> inner, int& lookUps, DISPID shift = 0)
+      : inner_(std::move(inner)), lookUps_(lookUps), shift_(shift) {}
 
-  HRESULT STDMETHODCALLTYPE GetTypeInfoCount(UINT* count) override;
-  HRESULT STDMETHODCALLTYPE GetTypeInfo(UINT, LCID, ITypeInfo**) override;
+  HRESULT STDMETHODCALLTYPE GetTypeInfoCount(UINT*) override { return E_NOTIMPL; }
+  HRESULT STDMETHODCALLTYPE GetTypeInfo(UINT, LCID, ITypeInfo**) override { return E_NOTIMPL; }
   HRESULT STDMETHODCALLTYPE GetIDsOfNames(REFIID, LPOLESTR* names, UINT count, LCID locale,
                                           DISPID* ids) override;
   HRESULT STDMETHODCALLTYPE Invoke(DISPID id, REFIID, LCID locale, WORD flags, DISPPARAMS* parameters,
@@ -61,11 +61,9 @@ class OtherApartment {
  public:
   OtherApartment();
   ~OtherApartment();
-  OtherApartment(const OtherApartment&) = delete;
-  OtherApartment& operator=(const OtherApartment&) = delete;
 
-  /// Makes an object there and gives the caller's proxy of it.
-  automation::Object Make(const std::function<std::shared_ptr<automation::LocalObject>()>& make);
+  /// Makes a box there and gives the caller's proxy of it.
+  automation::Object MakeBox();
   /// Runs `work` there and waits for its end; meanwhile the caller's apartment takes calls.
   void Run(const std::function<void()>& work);
 

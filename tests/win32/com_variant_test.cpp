@@ -24,26 +24,16 @@ bool Same(const Value& left, const Value& right) {
 }
 
 TEST(Variant, GoesOutAndComesBackUnchanged) {
+  constexpr auto kLeast = std::numeric_limits<std::int32_t>::min();
+  const char outside[] = "\xF0\x9F\x8C\xA1 outside the basic plane";
   const std::string nul("a\0b", 3);
-  const Value values[] = {{},
-                          true,
-                          false,
-                          0,
-                          std::numeric_limits<std::int32_t>::min(),
-                          0.1,
-                          -1e300,
-                          "",
-                          "72.5 °F",
-                          "\xF0\x9F\x8C\xA1 outside the basic plane",
-                          nul,
-                          Bytes{},
-                          Bytes{0, 1, 127, 128, 255},
-                          automation::Object(),
-                          automation::Object(std::make_shared<com_test::Box>())};
+  const Bytes none, bytes = {0, 1, 127, 128, 255};
+  const automation::Object nobody, object(std::make_shared<com_test::Box>());
+  const Value values[] = {{},        true,    false, 0,    kLeast, 0.1,    -1e300, "",
+                          "72.5 °F", outside, nul,   none, bytes,  nobody, object};
   for (const Value& value : values) {
     const Variant variant = ToVariant(value);
-    EXPECT_TRUE(Same(ToValue(variant.Get()), value))
-        << "place " << &value - values << ", type " << variant.Get().vt;
+    EXPECT_TRUE(Same(ToValue(variant.Get()), value)) << "type " << variant.Get().vt;
   }
 }
 
@@ -51,11 +41,7 @@ TEST(Variant, UnderstandsWhatOthersSend) {
   const win32::Bstr lent("by reference");
   BSTR text = lent.Get();
   short number = 12;
-  struct {
-    const char* what;
-    VARIANT plain;
-    Value expected;
-  } cases[] = {
+  std::tuple<const char*, VARIANT, Value> cases[] = {
       {"null", Plain(VT_NULL, 0), {}},
       {"missing argument", Plain(VT_ERROR, DISP_E_PARAMNOTFOUND), {}},
       {"any non-zero boolean", Plain(VT_BOOL, VARIANT_BOOL{1}), true},
@@ -72,10 +58,9 @@ TEST(Variant, UnderstandsWhatOthersSend) {
       {"number by reference", Plain(VT_BYREF | VT_I2, &number), 12},
       {"no byte array", Plain(VT_ARRAY | VT_UI1, static_cast<SAFEARRAY*>(nullptr)), Bytes{}},
   };
-  for (auto& test : cases) {
-    EXPECT_TRUE(Same(ToValue(test.plain), test.expected)) << test.what;
-    EXPECT_TRUE(Same(ToValue(Plain(VT_BYREF | VT_VARIANT, &test.plain)), test.expected))
-        << test.what << " by reference";
+  for (auto& [what, plain, expected] : cases) {
+    EXPECT_TRUE(Same(ToValue(plain), expected)) << what;
+    EXPECT_TRUE(Same(ToValue(Plain(VT_BYREF | VT_VARIANT, &plain)), expected)) << what << " by reference";
   }
 }
 

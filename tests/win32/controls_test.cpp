@@ -1,9 +1,5 @@
-// The maker's controls inside a window of the tool: created by their program ids from SimControls.dll beside
-// this program, over the virtual building's device as COM shows it, and worked through their native windows.
-#include <olectl.h>
-
+// The maker's controls inside a window of the tool, over the virtual building's device as COM shows it.
 #include <bit>
-#include <memory>
 
 #include "com_support.h"
 #include "platform/win32/com/apartment.h"
@@ -16,7 +12,6 @@
 
 namespace {
 
-using sim_test::Client;
 using ui_test::ByName;
 using ui_test::RectOf;
 
@@ -34,7 +29,6 @@ HRESULT CallLibrary(const char* entry) {
 
 struct Dialog : ui::Window {
   Dialog() : Window("fTest") {
-    SetTitle("Sensor Configuration");
     SetLayout(ui::Stack({ui::Item(txtBefore), ui::Grow(ui::Item(ctlSite)), ui::Item(txtAfter)}));
   }
   ui::TextBox txtBefore{*this, "txtBefore"};
@@ -62,27 +56,25 @@ class HostedControls : public ui_test::UiTest {
 
   win32::ComApartment apartment_;
   simulator::Building building_{sim_test::Options()};
-  Client client_{building_};
+  sim_test::Client client_{building_};
   Dialog dialog_;
   win32::ActiveXHost host_{toolkit_, loop_};
   std::vector<std::string> failures_;
 };
 
-TEST_F(HostedControls, ErrorsArriveInWords) {
-  const auto create = [&](const char* programId) {
-    return sim_test::RefusalOf([&] { host_.Create(dialog_.ctlSite, programId, {}); });
-  };
-  EXPECT_EQ(
-      create("MVConfigSensor.ctlMissing"),
-      "The control \"MVConfigSensor.ctlMissing\" is not registered on this machine (error 0x800401F3).");
+TEST_F(HostedControls, WhatIsNotRegisteredAndWhatAControlRefusesIsToldInWords) {
+  ASSERT_EQ(CallLibrary("DllUnregisterServer"), S_OK);
+  EXPECT_EQ(sim_test::RefusalOf([&] { host_.Create(dialog_.ctlSite, kSensor, {}); }),
+            "The control \"MVConfigSensor.ctlSensorHardware\" is not registered on this machine (error "
+            "0x800401F3).");
   EXPECT_EQ(GetWindow(Site(), GW_CHILD), nullptr);
+  ASSERT_EQ(CallLibrary("DllRegisterServer"), S_OK);
   EXPECT_NO_THROW(host_.Check(kSensor));
   EXPECT_EQ(sim_test::RefusalOf([&] { Open(kSensor, 9, "2"); }),
             "There is no hardware input 9: the controller has the hardware inputs 1 to 6.");
 }
 
 TEST_F(HostedControls, AControlOfTheOtherWidthIsToldByItsWidth) {
-  constexpr bool kIs64 = sizeof(void*) == 8;
   const std::string id = "{2D0F7F55-70A5-4D0C-8A55-0C5E3A0D619B}";
   // Program ids are shared on Windows; classes are not.
   com_test::WriteDefault(0, "Software\\Classes\\TarnTest.Other\\CLSID", id);
@@ -90,8 +82,9 @@ TEST_F(HostedControls, AControlOfTheOtherWidthIsToldByItsWidth) {
   EXPECT_NE(refusal().find("is not registered"), std::string::npos) << refusal();
   com_test::WriteDefault(com_test::kOtherView, "Software\\Classes\\CLSID\\" + id + "\\InprocServer32",
                          "C:\\control.dll");
-  EXPECT_EQ(refusal(), kIs64 ? "The control \"TarnTest.Other\" is a 32-bit control; use the 32-bit tool."
-                             : "The control \"TarnTest.Other\" is a 64-bit control; use the 64-bit tool.");
+  const std::string other = sizeof(void*) == 8 ? "32-bit" : "64-bit";
+  EXPECT_EQ(refusal(),
+            "The control \"TarnTest.Other\" is a " + other + " control; use the " + other + " tool.");
 
   win32::RegistryKey classes;
   RegOpenKeyExW(HKEY_LOCAL_MACHINE, L"Software\\Classes\\CLSID", 0, KEY_ALL_ACCESS | com_test::kOtherView,
@@ -160,15 +153,6 @@ TEST_F(HostedControls, TheControlFillsItsSiteAndScrollsWhatDoesNotFit) {
   EXPECT_FALSE(seen());
   SetFocus(last);
   EXPECT_TRUE(RunUntil(seen));
-}
-
-TEST_F(HostedControls, RegistrationIsUndone) {
-  ASSERT_EQ(CallLibrary("DllUnregisterServer"), S_OK);
-  EXPECT_NE(
-      sim_test::RefusalOf([&] { host_.Create(dialog_.ctlSite, kSensor, {}); }).find("is not registered"),
-      std::string::npos);
-  ASSERT_EQ(CallLibrary("DllRegisterServer"), S_OK);
-  EXPECT_TRUE(host_.Create(dialog_.ctlSite, kSensor, {}));
 }
 
 }  // namespace

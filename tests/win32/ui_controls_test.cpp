@@ -1,8 +1,5 @@
-// Controls mirror both ways: what a person does arrives in the description once, what code sets never comes
-// back.
+// Controls mirror what a person does, once, and show what code sets, which runs nothing.
 #include "ui_support.h"
-// After windows.h, which it needs.
-#include <commctrl.h>
 
 namespace ui_test {
 namespace {
@@ -11,13 +8,6 @@ namespace {
 class Desk : public ui::Window {
  public:
   Desk() : Window("fDesk") {
-    SetTitle("Desk");
-    caption.SetText("&Value");
-    group.SetText("Group");
-    inner.SetText("Inner group");
-    check.SetText("Check");
-    option[0].SetText("First");
-    option[1].SetText("Second");
     option[0].Select();
     list.SetItems({"Off", "Heat", "Cool"});
     list.Select(0);
@@ -61,29 +51,26 @@ class UiControls : public UiTest {
 };
 
 TEST_F(UiControls, WhatAPersonDoesArrivesOnce) {
-  const struct {
-    const char* act;
-    std::function<void()> run;
-    std::function<bool()> arrived;
-    int changes;
-  } acts[] = {
-      {"type", [&] { TypeInto(Native(desk_.text), "21"); }, [&] { return desk_.text.Text() == "21"; }, 2},
-      {"replace", [&] { SetTextOf(Native(desk_.text), "7 °C"); }, [&] { return desk_.text.Text() == "7 °C"; },
-       1},
-      {"the same text", [&] { SetTextOf(Native(desk_.text), "7 °C"); }, [] { return true; }, 0},
-      {"tick", [&] { Click(Native(desk_.check)); }, [&] { return desk_.check.Checked(); }, 1},
-      {"untick", [&] { Click(Native(desk_.check)); }, [&] { return !desk_.check.Checked(); }, 1},
-      {"option", [&] { Click(Native(desk_.option[1])); }, [&] { return desk_.option[1].Selected(); }, 1},
-      {"choose", [&] { ChooseEntry(Native(desk_.list), 2); },
-       [&] { return desk_.list.SelectedText() == "Cool"; }, 1},
-      {"press", [&] { Click(Native(desk_.button)); }, [] { return true; }, 1},
+  const auto state = [this] {
+    return desk_.text.Text() + (desk_.check.Checked() ? " ticked " : " ") +
+           (desk_.option[1].Selected() ? "second " : "first ") + desk_.list.SelectedText();
   };
-  for (const auto& act : acts) {
+  const std::tuple<std::function<void()>, std::string, int> acts[] = {
+      {[&] { TypeInto(Native(desk_.text), "21"); }, "21 first Off", 2},
+      {[&] { SetTextOf(Native(desk_.text), "7 °C"); }, "7 °C first Off", 1},
+      {[&] { SetTextOf(Native(desk_.text), "7 °C"); }, "7 °C first Off", 0},
+      {[&] { Click(Native(desk_.check)); }, "7 °C ticked first Off", 1},
+      {[&] { Click(Native(desk_.check)); }, "7 °C first Off", 1},
+      {[&] { Click(Native(desk_.option[1])); }, "7 °C second Off", 1},
+      {[&] { ChooseEntry(Native(desk_.list), 2); }, "7 °C second Cool", 1},
+      {[&] { Click(Native(desk_.button)); }, "7 °C second Cool", 1},
+  };
+  for (const auto& [act, expected, changes] : acts) {
     desk_.changes = 0;
-    act.run();
+    act();
     Settle();
-    EXPECT_TRUE(act.arrived()) << act.act;
-    EXPECT_EQ(desk_.changes, act.changes) << act.act;
+    EXPECT_EQ(state(), expected);
+    EXPECT_EQ(desk_.changes, changes) << "then " << expected;
   }
   EXPECT_FALSE(desk_.option[0].Selected());
   EXPECT_TRUE(faults_.empty());
@@ -118,14 +105,12 @@ TEST_F(UiControls, WhatCodeSetsIsShownAndRunsNothing) {
   EXPECT_EQ(desk_.text.Text(), "1,5") << "a read-only box takes no typing";
 }
 
-TEST_F(UiControls, TheCaretStaysWhereAPersonTypes) {
+TEST_F(UiControls, WhatAHandlerMakesOfAnEntryIsShownAndTheCaretStays) {
   desk_.text.onChange = [&] { desk_.text.SetText(desk_.text.Text() + "!"); };
   TypeInto(Native(desk_.text), "ab");
   EXPECT_EQ(desk_.text.Text(), "ab!!");
   EXPECT_EQ(TextOf(Native(desk_.text)), "ab!!");
-}
 
-TEST_F(UiControls, ARefusedChoiceIsTakenBackOnTheScreen) {
   desk_.list.onClick = [&] { desk_.list.Select(0); };
   desk_.option[1].onClick = [&] { desk_.option[0].Select(); };
   desk_.check.onClick = [&] { desk_.check.SetChecked(false); };
@@ -139,20 +124,15 @@ TEST_F(UiControls, ARefusedChoiceIsTakenBackOnTheScreen) {
 }
 
 TEST_F(UiControls, KeysInAListChooseOnceWhenThePersonIsDone) {
+  using Texts = std::vector<std::string>;
   desk_.cancelButton = &desk_.button;  // not to be pressed by an escape that is the list's
-  std::vector<std::string> chosen;
+  Texts chosen;
   // A rule refuses "Heat", which stands in the way of "Cool".
   desk_.list.onClick = [&] {
     chosen.push_back(desk_.list.SelectedText());
     if (desk_.list.SelectedText() == "Heat") desk_.list.Select(0);
   };
-  using Texts = std::vector<std::string>;
-  const struct {
-    const char* what;
-    std::vector<WORD> keys;
-    Texts chosen;
-    int shown;
-  } cases[] = {
+  const std::tuple<const char*, std::vector<WORD>, Texts, int> cases[] = {
       {"open, given up", {VK_F4, VK_DOWN, VK_DOWN, VK_ESCAPE}, {}, 0},
       {"open, given up by going on", {VK_F4, VK_DOWN, VK_DOWN, VK_TAB}, {}, 0},
       {"open, chosen, refused", {VK_F4, VK_DOWN, VK_RETURN}, {"Heat"}, 0},
@@ -164,15 +144,15 @@ TEST_F(UiControls, KeysInAListChooseOnceWhenThePersonIsDone) {
       {"closed, then opened and given up", {VK_END, VK_F4, VK_ESCAPE, VK_TAB}, {}, 0},
       {"closed, then opened and chosen", {VK_END, VK_F4, VK_RETURN, VK_TAB}, {"Cool"}, 2},
   };
-  for (const auto& item : cases) {
+  for (const auto& [what, keys, expected, shown] : cases) {
     desk_.list.Select(0);
     MoveFocus(desk_.list);
     chosen.clear();
     desk_.changes = 0;
-    for (const WORD key : item.keys) Press(key);
-    EXPECT_EQ(chosen, item.chosen) << item.what;
-    EXPECT_EQ(Chosen(), item.shown) << item.what;
-    EXPECT_EQ(desk_.changes, 0) << item.what;
+    for (const WORD key : keys) Press(key);
+    EXPECT_EQ(chosen, expected) << what;
+    EXPECT_EQ(Chosen(), shown) << what;
+    EXPECT_EQ(desk_.changes, 0) << what;
     desk_.list.Select(0);
     MoveFocus(desk_.text);
   }
@@ -192,11 +172,7 @@ TEST_F(UiControls, WhatAListShowsIsTakenBeforeAnythingElseHappens) {
   toolkit_.Realize(desk_);
   desk_.Show();
   const HWND window = toolkit_.HandleOf(desk_);
-  const struct {
-    WORD entry;
-    std::function<void()> goOn;
-    const char* order;
-  } cases[] = {
+  const std::tuple<WORD, std::function<void()>, std::string> cases[] = {
       {VK_END, [&] { Press(VK_RETURN); }, "choose Cool, press"},
       {VK_END, [&] { Press(VK_F5); }, "choose Cool, refresh"},
       {VK_END, [&] { Click(Native(desk_.button)); }, "choose Cool, press"},
@@ -204,17 +180,17 @@ TEST_F(UiControls, WhatAListShowsIsTakenBeforeAnythingElseHappens) {
       {VK_DOWN, [&] { Press(VK_F5); }, "choose Heat"},  // refused: the person thinks again
       {VK_DOWN, [&] { SendMessageW(window, WM_CLOSE, 0, 0); }, "choose Heat"},
   };
-  for (const auto& item : cases) {
+  for (const auto& [entry, goOn, expected] : cases) {
     desk_.list.Select(0);
     desk_.Show();
     desk_.BringToFront();
     Settle();
     MoveFocus(desk_.list);
-    Press(item.entry);
+    Press(entry);
     order.clear();
-    item.goOn();
+    goOn();
     Settle();
-    EXPECT_EQ(order, item.order);
+    EXPECT_EQ(order, expected);
   }
   EXPECT_TRUE(desk_.Visible()) << "the window stays when what it shows was refused on closing";
 }
@@ -233,15 +209,13 @@ TEST_F(UiControls, AListInAForeignWindowDoesNotWait) {
   toolkit_.Discard(outer);
 }
 
-TEST_F(UiControls, TheWheelOverAClosedListIsPassedOn) {
+TEST_F(UiControls, AClosedListLeavesTheWheelToOthersAndFollowsTheDensityOfTheScreen) {
   MoveFocus(desk_.list);
   SendMessageW(Native(desk_.list), WM_MOUSEWHEEL, MAKEWPARAM(0, -WHEEL_DELTA), 0);
   MoveFocus(desk_.text);
   EXPECT_EQ(Chosen(), 0);
   EXPECT_EQ(desk_.changes, 0);
-}
 
-TEST_F(UiControls, AListFollowsTheDensityOfTheScreen) {
   const auto height = [this](WPARAM part) {
     return static_cast<int>(SendMessageW(Native(desk_.list), CB_GETITEMHEIGHT, part, 0));
   };
@@ -271,9 +245,8 @@ TEST_F(UiControls, ArrowKeysStayWithinTheOptions) {
 TEST_F(UiControls, AGroupDisablesAndHidesWhatItHolds) {
   desk_.check.SetEnabled(false);
   desk_.group.SetEnabled(false);
-  for (const ui::Control* inside :
-       {static_cast<ui::Control*>(&desk_.option[0]), static_cast<ui::Control*>(&desk_.list),
-        static_cast<ui::Control*>(&desk_.inner)}) {
+  const ui::Control* held[] = {&desk_.option[0], &desk_.list, &desk_.inner};
+  for (const ui::Control* inside : held) {
     EXPECT_FALSE(IsWindowEnabled(Native(*inside))) << inside->Name();
     EXPECT_FALSE(inside->Usable()) << inside->Name();
   }
@@ -290,15 +263,13 @@ TEST_F(UiControls, AGroupDisablesAndHidesWhatItHolds) {
   EXPECT_TRUE(IsWindowVisible(Native(desk_.list)));
 }
 
-TEST_F(UiControls, AFailingHandlerIsReportedAndTheWindowLives) {
+TEST_F(UiControls, AHandlerMayFailOrDiscardItsWindow) {
   desk_.button.onClick = [] { throw std::runtime_error("the host went away"); };
   Click(Native(desk_.button));
   EXPECT_EQ(faults_, std::vector<std::string>{"the host went away"});
   Click(Native(desk_.check));
   EXPECT_TRUE(desk_.check.Checked());
-}
 
-TEST_F(UiControls, AHandlerMayDiscardItsWindow) {
   desk_.button.onClick = [&] { toolkit_.Discard(desk_); };
   Click(Native(desk_.button));
   Settle();

@@ -1,11 +1,8 @@
-// The way of the keyboard focus: leave checks, tab order, dialog keys, and the focus coming back; pages that
-// scroll to it or are arranged anew.
+// The way of the keyboard focus, and pages that scroll to it or are arranged anew.
 #include <thread>
 
 #include "platform/win32/window/dialogs.h"
 #include "ui_support.h"
-// After windows.h, which it needs.
-#include <commctrl.h>
 
 namespace ui_test {
 namespace {
@@ -15,27 +12,18 @@ class Page : public ui::Form {
   Page(const char* name, int rows) : Form(name) {
     std::vector<ui::Node> cells;
     for (int i = 0; i < rows; ++i) {
-      captions.push_back(std::make_unique<ui::Label>(*this, "lbl(" + std::to_string(i) + ")"));
       boxes.push_back(std::make_unique<ui::TextBox>(*this, "txt(" + std::to_string(i) + ")"));
-      captions.back()->SetText("Row " + std::to_string(i));
-      cells.push_back(ui::Item(*captions.back()));
       cells.push_back(ui::Item(*boxes.back()));
     }
-    SetLayout(ui::Grid(2, std::move(cells)));
+    SetLayout(ui::Stack(std::move(cells)));
   }
 
-  std::vector<std::unique_ptr<ui::Label>> captions;
   std::vector<std::unique_ptr<ui::TextBox>> boxes;
 };
 
 class Dialog : public ui::Window {
  public:
   Dialog() : Window("fDialog") {
-    SetTitle("Dialog");
-    ok.SetText("&OK");
-    cancel.SetText("Cancel");
-    option[0].SetText("One");
-    option[1].SetText("Two");
     option[1].Select();
     list.SetColumns({"Menu"});
     list.SetRows({{"a", {"First"}, 0}, {"b", {"Second"}, 0}});
@@ -176,7 +164,7 @@ TEST_F(UiFocus, WhatAnotherProgramSendsIsDoneOnceItNoLongerWaits) {
   EXPECT_TRUE(dialog_.option[0].Selected());
 }
 
-TEST_F(UiFocus, TabGoesThroughTheLayoutInItsOrder) {
+TEST_F(UiFocus, TabGoesThroughTheLayoutAndEnterAndEscapePressTheButtons) {
   dialog_.second.SetEnabled(false);
   MoveFocus(dialog_.list);
   const Events expected = {"fDialog.first", "fDialog.option(1)", "fPage.txt(0)", "fPage.txt(1)",
@@ -185,11 +173,8 @@ TEST_F(UiFocus, TabGoesThroughTheLayoutInItsOrder) {
     Press(VK_TAB);
     EXPECT_EQ(Focused(), name);
   }
-}
 
-TEST_F(UiFocus, EnterAndEscapePressTheButtonsOfTheWindow) {
-  SetFocus(Native(*dialog_.page.boxes[1]));
-  Settle();
+  MoveFocus(*dialog_.page.boxes[1]);
   dialog_.TakeEvents();
   Press(VK_RETURN);
   Press(VK_ESCAPE);
@@ -226,9 +211,7 @@ TEST_F(UiFocus, ABusyWindowTakesNothingAndGivesTheFocusBack) {
 TEST_F(UiFocus, AnotherLayoutIsArrangedAtOnce) {
   const auto box = [this](std::size_t i) { return RectOf(Native(*dialog_.page.boxes[i])); };
   EXPECT_LT(box(0).top, box(1).top);
-  dialog_.page.SetLayout(
-      ui::Line({ui::Item(*dialog_.page.boxes[1]), ui::Item(*dialog_.page.boxes[0]),
-                ui::Item(*dialog_.page.captions[0]), ui::Item(*dialog_.page.captions[1])}));
+  dialog_.page.SetLayout(ui::Line({ui::Item(*dialog_.page.boxes[1]), ui::Item(*dialog_.page.boxes[0])}));
   Settle();
   EXPECT_EQ(box(0).top, box(1).top);
   EXPECT_GT(box(0).left, box(1).left);

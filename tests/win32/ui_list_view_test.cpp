@@ -1,10 +1,9 @@
 // List views: rows and their pictures, selections, columns and the pop-up menu.
 #include "ui_support.h"
-// After windows.h, which it needs.
-#include <commctrl.h>
+
+#include <bit>
 
 #include "logger/message_logger.h"
-#include "platform/win32/system/text.h"
 #include "tests/core/stand_ins.h"
 
 namespace ui_test {
@@ -12,9 +11,7 @@ namespace {
 
 class Log : public ui::Window {
  public:
-  explicit Log(bool multiSelect) : Window("fLog") {
-    SetTitle("Log");
-    list.SetMultiSelect(multiSelect);
+  Log() : Window("fLog") {
     list.SetColumns({"User", "Message"});
     list.onSelect = [this](std::size_t place) { selected.push_back(place); };
     SetLayout(ui::Grow(ui::Item(list)));
@@ -32,16 +29,12 @@ class Log : public ui::Window {
 class UiListView : public UiTest {
  protected:
   void Open(bool multiSelect) {
-    log_ = std::make_unique<Log>(multiSelect);
-    const int levels[] = {64, 48, 16, 0, 99};
-    for (const int level : levels) log_->Add(level, "level " + std::to_string(level));
-    Show(*log_);
-  }
-  ~UiListView() override {
-    if (log_) toolkit_.Discard(*log_);
+    log_.list.SetMultiSelect(multiSelect);
+    for (const int level : {64, 48, 16, 0, 99}) log_.Add(level, "level " + std::to_string(level));
+    Show(log_);
   }
 
-  HWND View() const { return Native(log_->list); }
+  HWND View() const { return Native(log_.list); }
   LRESULT Send(UINT message, WPARAM wParam = 0, LPARAM lParam = 0) const {
     return SendMessageW(View(), message, wParam, lParam);
   }
@@ -62,7 +55,7 @@ class UiListView : public UiTest {
     return item.iImage;
   }
 
-  std::unique_ptr<Log> log_;
+  Log log_;
 };
 
 TEST_F(UiListView, RowsShowTheirCellsAndLevels) {
@@ -76,16 +69,16 @@ TEST_F(UiListView, RowsShowTheirCellsAndLevels) {
   EXPECT_EQ(Picture(3), -1);
 
   Send(LVM_ENSUREVISIBLE, 4, FALSE);
-  log_->Add(16, "added °");
+  log_.Add(16, "added °");
   Settle();
   EXPECT_EQ(Cell(5, 1), "added °");
-  for (int i = 0; i < 100; ++i) log_->Add(64, "more");
+  for (int i = 0; i < 100; ++i) log_.Add(64, "more");
   Settle();
   EXPECT_LT(Send(LVM_GETTOPINDEX), 50);
-  log_->list.ScrollToEnd();
+  log_.list.ScrollToEnd();
   Settle();
   EXPECT_GE(Send(LVM_GETTOPINDEX) + Send(LVM_GETCOUNTPERPAGE), 106);
-  log_->list.SetRows({{"k", {"only"}, 64}});
+  log_.list.SetRows({{"k", {"only"}, 64}});
   Settle();
   EXPECT_EQ(Send(LVM_GETITEMCOUNT), 1);
   EXPECT_EQ(Cell(0, 1), "") << "a row may have fewer cells than columns";
@@ -95,37 +88,34 @@ TEST_F(UiListView, ASingleSelectionGoesBothWays) {
   Open(false);
   SelectRow(View(), 2);
   Settle();
-  EXPECT_EQ(log_->selected, std::vector<std::size_t>{2});
-  EXPECT_EQ(log_->list.Selection(), std::vector<std::size_t>{2});
+  EXPECT_EQ(log_.selected, std::vector<std::size_t>{2});
+  EXPECT_EQ(log_.list.Selection(), std::vector<std::size_t>{2});
   SelectRow(View(), 2, false);
   Settle();
   EXPECT_EQ(Send(LVM_GETNEXTITEM, static_cast<WPARAM>(-1), LVNI_SELECTED), 2) << "one row stays selected";
-  log_->list.SetSelection({4});
+  log_.list.SetSelection({4});
   Settle();
   EXPECT_EQ(Send(LVM_GETNEXTITEM, static_cast<WPARAM>(-1), LVNI_SELECTED), 4);
-  EXPECT_EQ(log_->selected.size(), 1u) << "code runs no handler";
+  EXPECT_EQ(log_.selected.size(), 1u) << "code runs no handler";
   SetFocus(View());
   Press(VK_UP);
-  EXPECT_EQ(log_->selected, (std::vector<std::size_t>{2, 3}));
+  EXPECT_EQ(log_.selected, (std::vector<std::size_t>{2, 3}));
 }
 
-TEST_F(UiListView, ManyRowsAreSelectedAtOnce) {
+TEST_F(UiListView, ManyRowsAreSelectedAtOnceAndColumnsFitTheirLongestCell) {
   Open(true);
   SelectRow(View(), -1);
   SelectRow(View(), 1, false);
   Settle();
-  EXPECT_EQ(log_->list.Selection(), (std::vector<std::size_t>{0, 2, 3, 4}));
-}
+  EXPECT_EQ(log_.list.Selection(), (std::vector<std::size_t>{0, 2, 3, 4}));
 
-TEST_F(UiListView, ColumnsFitTheirLongestCell) {
-  Open(true);
-  log_->list.SetRows({{"k", {"a first cell that is much longer than its title", "short"}, 0}});
-  log_->list.FitColumns();
+  log_.list.SetRows({{"k", {"a first cell that is much longer than its title", "short"}, 0}});
+  log_.list.FitColumns();
   Settle();
   EXPECT_GE(Send(LVM_GETCOLUMNWIDTH, 0),
             Send(LVM_GETSTRINGWIDTHW, 0,
                  reinterpret_cast<LPARAM>(L"a first cell that is much longer than its title")));
-  log_->list.SetColumns({"One", "Two", "Three"});
+  log_.list.SetColumns({"One", "Two", "Three"});
   Settle();
   EXPECT_EQ(SendMessageW(reinterpret_cast<HWND>(Send(LVM_GETHEADER)), HDM_GETITEMCOUNT, 0, 0), 3);
 }
@@ -133,13 +123,12 @@ TEST_F(UiListView, ColumnsFitTheirLongestCell) {
 TEST_F(UiListView, TheMenuKeyOpensThePopup) {
   Open(true);
   std::vector<std::string> ran;
-  log_->list.popup = {{"Clear", [&] { ran.emplace_back("clear"); }, {}},
-                      {"Save", [&] { ran.emplace_back("save"); }, {}}};
+  log_.list.popup = {{"Clear", [&] { ran.emplace_back("clear"); }, {}},
+                     {"Save", [&] { ran.emplace_back("save"); }, {}}};
   SetFocus(View());
   loop_.Post([&] {
-    for (const WPARAM key : {VK_DOWN, VK_DOWN, VK_RETURN}) {
-      PostMessageW(toolkit_.HandleOf(*log_), WM_KEYDOWN, key, 1);
-    }
+    for (const WPARAM key : {VK_DOWN, VK_DOWN, VK_RETURN})
+      PostMessageW(toolkit_.HandleOf(log_), WM_KEYDOWN, key, 1);
   });
   SendMessageW(View(), WM_CONTEXTMENU, reinterpret_cast<WPARAM>(View()), -1);
   EXPECT_EQ(ran, std::vector<std::string>{"save"});
@@ -149,11 +138,11 @@ TEST_F(UiListView, ALetterGoesToTheNextRowThatBeginsSo) {
   Open(false);
   std::vector<ui::ListView::Row> rows;
   for (const char* name : {"Alarm", "Inputs", "Fan", "information", "PID"}) rows.push_back({name, {name}, 0});
-  log_->list.SetRows(rows);
+  log_.list.SetRows(rows);
   Settle();
   SetFocus(View());
   std::vector<std::size_t> visited;
-  log_->list.onSelect = [&](std::size_t place) { visited.push_back(place); };
+  log_.list.onSelect = [&](std::size_t place) { visited.push_back(place); };
   for (const char letter : {'i', 'i', 'i', 'p'}) {
     PostMessageW(View(), WM_CHAR, static_cast<WPARAM>(letter), 1);
     Settle();
@@ -165,9 +154,9 @@ TEST_F(UiListView, ALetterGoesToTheNextRowThatBeginsSo) {
 TEST_F(UiListView, ALongCellIsShownToItsEnd) {
   Open(false);
   const std::string blank(300, ' ');
-  log_->list.SetRows(
+  log_.list.SetRows(
       {{"1", {"1", blank + "HHHH"}, 0}, {"2", {"2", blank + "    "}, 0}, {"3", {"3", "H" + blank}, 0}});
-  log_->list.FitColumns();
+  log_.list.FitColumns();
   Settle();
   // Where something stands in a row, in pixels from one of the ends of its cell.
   const auto inked = [&](int row, bool atEnd) {
@@ -189,7 +178,7 @@ TEST_F(UiListView, ALongCellIsShownToItsEnd) {
   Send(LVM_SCROLL, static_cast<WPARAM>(-100'000), 0);
   UpdateWindow(View());
   EXPECT_LT(inked(2, false), 12);
-  const HWND frame = toolkit_.HandleOf(*log_);
+  const HWND frame = toolkit_.HandleOf(log_);
   ChangeDensity(frame, 192, RectOf(frame));
   UpdateWindow(View());
   EXPECT_GE(inked(2, false), 12) << "in the density of another screen";
@@ -199,10 +188,7 @@ TEST_F(UiListView, ALongCellIsShownToItsEnd) {
 ULONGLONG TimeUsed() {
   FILETIME times[4];
   GetProcessTimes(GetCurrentProcess(), &times[0], &times[1], &times[2], &times[3]);
-  const auto ticks = [](const FILETIME& time) {
-    return (ULONGLONG{time.dwHighDateTime} << 32) + time.dwLowDateTime;
-  };
-  return (ticks(times[2]) + ticks(times[3])) / 10'000;
+  return (std::bit_cast<ULONGLONG>(times[2]) + std::bit_cast<ULONGLONG>(times[3])) / 10'000;
 }
 
 TEST_F(UiListView, AFloodOfMessagesLeavesTheWindowUsable) {

@@ -19,7 +19,8 @@ constexpr MSAAPROPID kName = {0x608d3df8, 0x8128, 0x4aa7, {0xa4, 0x28, 0xf5, 0x5
 
 using Names = std::map<HWND, std::string>;
 
-class Recorder : public win32::ComClass<IAccPropServices> {
+// The service and its factory in one.
+class Recorder : public win32::ComClass<IAccPropServices, IClassFactory> {
  public:
   explicit Recorder(Names& names) : names_(names) {}
 
@@ -38,6 +39,11 @@ class Recorder : public win32::ComClass<IAccPropServices> {
     names_.erase(window);
     return S_OK;
   }
+
+  HRESULT WINAPI CreateInstance(IUnknown*, REFIID id, void** object) override {
+    return QueryInterface(id, object);
+  }
+  HRESULT WINAPI LockServer(BOOL) override { return S_OK; }
 
   // Nobody calls these.
 #define UNUSED(name, ...) \
@@ -61,47 +67,30 @@ class Recorder : public win32::ComClass<IAccPropServices> {
   Names& names_;
 };
 
-class RecorderFactory : public win32::ComClass<IClassFactory> {
- public:
-  explicit RecorderFactory(Names& names) : names_(names) {}
-  HRESULT STDMETHODCALLTYPE CreateInstance(IUnknown*, REFIID id, void** object) override {
-    return win32::ComPtr<Recorder>(new Recorder(names_))->QueryInterface(id, object);
-  }
-  HRESULT STDMETHODCALLTYPE LockServer(BOOL) override { return S_OK; }
-
- private:
-  Names& names_;
-};
-
-struct UiNames : testing::Test {
-  win32::ComApartment apartment;
+TEST(UiNames, FollowTheDescriptionForTheLifeOfTheControl) {
+  const win32::ComApartment apartment;
   Names names;
-};
-
-TEST_F(UiNames, FollowTheDescriptionForTheLifeOfTheControl) {
-  const win32::ComPtr<IClassFactory> factory(new RecorderFactory(names));
+  const win32::ComPtr<IClassFactory> factory(new Recorder(names));
   DWORD registration = 0;
   ASSERT_EQ(CoRegisterClassObject(kServices, factory.Get(), CLSCTX_INPROC_SERVER, REGCLS_MULTIPLEUSE,
                                   &registration),
             S_OK);
   win32::MessageLoop loop([](const std::string& fault) { ADD_FAILURE() << fault; });
-  {
-    win32::NativeToolkit toolkit(loop);
-    ui::Window window("fTool");
-    ui::TextBox gain(window, "gain");
-    ui::TextBox band(window, "band");
-    ui::Button plain(window, "plain");
-    window.SetLayout(ui::Line({ui::Item(gain), ui::Item(band), ui::Item(plain)}));
-    gain.SetAccessibleName("Space Temperature, Proportional Gain, % / °C");
-    toolkit.Realize(window);
-    band.SetAccessibleName("Dead Band");
-    EXPECT_EQ(names, (Names{{toolkit.HandleOf(gain), "Space Temperature, Proportional Gain, % / °C"},
-                            {toolkit.HandleOf(band), "Dead Band"}}));
-    band.SetAccessibleName("");
-    EXPECT_EQ(names.size(), 1u);
-    toolkit.Discard(window);
-    EXPECT_TRUE(names.empty());
-  }
+  win32::NativeToolkit toolkit(loop);
+  ui::Window window("fTool");
+  ui::TextBox gain(window, "gain");
+  ui::TextBox band(window, "band");
+  ui::Button plain(window, "plain");
+  window.SetLayout(ui::Line({ui::Item(gain), ui::Item(band), ui::Item(plain)}));
+  gain.SetAccessibleName("Space Temperature, Proportional Gain, % / °C");
+  toolkit.Realize(window);
+  band.SetAccessibleName("Dead Band");
+  EXPECT_EQ(names, (Names{{toolkit.HandleOf(gain), "Space Temperature, Proportional Gain, % / °C"},
+                          {toolkit.HandleOf(band), "Dead Band"}}));
+  band.SetAccessibleName("");
+  EXPECT_EQ(names.size(), 1u);
+  toolkit.Discard(window);
+  EXPECT_TRUE(names.empty());
   CoRevokeClassObject(registration);
 }
 

@@ -1,9 +1,6 @@
 #include "ui_support.h"
 
 #include "platform/win32/system/own_window.h"
-#include "platform/win32/system/text.h"
-// After windows.h, which it needs.
-#include <commctrl.h>
 
 namespace ui_test {
 namespace {
@@ -33,9 +30,19 @@ HWND OpenDialog() {
   return nullptr;
 }
 
+using Watcher = std::function<void(UINT, LPARAM)>;
+
+LRESULT CALLBACK ShowWatcher(HWND window, UINT message, WPARAM wParam, LPARAM lParam, UINT_PTR,
+                             DWORD_PTR data) {
+  const auto* watcher = reinterpret_cast<const Watcher*>(data);
+  (*watcher)(message, lParam);
+  if (message == WM_NCDESTROY) delete watcher;
+  return DefSubclassProc(window, message, wParam, lParam);
+}
+
 }  // namespace
 
-UiTest::~UiTest() {
+void UiTest::TearDown() {
   for (ui::Window* window : shown_) toolkit_.Discard(*window);
 }
 
@@ -131,6 +138,10 @@ void SetTextOf(HWND edit, const char* text) {
 }
 
 void Click(HWND button) { SendMessageW(button, BM_CLICK, 0, 0); }
+
+void Watch(HWND window, Watcher watcher) {
+  SetWindowSubclass(window, ShowWatcher, 1, reinterpret_cast<DWORD_PTR>(new Watcher(std::move(watcher))));
+}
 
 void Hold(WORD key, bool down) {
   BYTE keys[256] = {};

@@ -4,6 +4,8 @@
 
 #include <gtest/gtest.h>
 #include <windows.h>
+// After windows.h, which it needs.
+#include <commctrl.h>
 
 #include <functional>
 #include <string>
@@ -17,9 +19,10 @@ namespace ui_test {
 
 class UiTest : public testing::Test {
  protected:
-  ~UiTest() override;
+  void TearDown() override;
 
-  /// Realises and shows `window`, active.
+  /// Realises and shows `window`, active. What the fixture holds is discarded at the end of the test, what
+  /// the test itself holds by the test.
   void Show(ui::Window& window);
   /// Runs the loop until `done`, at most a few seconds; answers whether it came true.
   bool RunUntil(const std::function<bool()>& done);
@@ -56,6 +59,8 @@ void TypeInto(HWND edit, const char* text);
 /// Replaces the whole text, as a driver in another process does.
 void SetTextOf(HWND edit, const char* text);
 void Click(HWND button);
+/// Shows `watcher` what comes to `window` from now on, before the window itself has it.
+void Watch(HWND window, std::function<void(UINT message, LPARAM lParam)> watcher);
 /// Holds a key down, or no longer, while others are pressed.
 void Hold(WORD key, bool down);
 void SelectRow(HWND list, int row, bool select = true);

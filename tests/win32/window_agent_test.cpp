@@ -1,7 +1,5 @@
 #include "plugin/window_agent.h"
 
-#include <windows.h>
-
 #include <utility>
 
 #include "platform/win32/system/handle.h"
@@ -16,12 +14,7 @@ constexpr const char* kName = "KV-TARN test: 10.0.0.1\\RTU-1";
 
 // What one process finds of another one's window is the business of the end-to-end scripts.
 struct WindowAgentTest : ui_test::UiTest {
-  ~WindowAgentTest() override { toolkit_.Discard(window_); }
-
   HWND Native() const { return toolkit_.HandleOf(window_); }
-  bool ComesToFront(const ui::Window& window) {
-    return RunUntil([&] { return GetForegroundWindow() == toolkit_.HandleOf(window); });
-  }
 
   win32::PagedMemory memory_;
   win32::NativeDesktop desktop_;
@@ -32,7 +25,6 @@ struct WindowAgentTest : ui_test::UiTest {
 };
 
 TEST_F(WindowAgentTest, RaisesAWindowAsLongAsItIsTheOnePublished) {
-  EXPECT_EQ(seeker_.RaisePublished(kName), Found::kNoWindow);
   Show(window_);
   agent_.WindowHandleInMemory(kName, window_.GetWindowPeer()->Handle());
   Show(other_);
@@ -60,11 +52,13 @@ TEST_F(WindowAgentTest, OfAWindowThatLoadsOnlyTheProgressIsRaised) {
                               plugin::CWindowAgent::Phase::kLoading);
   Show(other_);
   ASSERT_EQ(seeker_.RaisePublished(kName), Found::kRaised);
-  EXPECT_TRUE(ComesToFront(other_)) << "it stands for the progress window of the same thread";
+  EXPECT_TRUE(RunUntil([&] { return GetForegroundWindow() == toolkit_.HandleOf(other_); }))
+      << "it stands for the progress window of the same thread";
   EXPECT_FALSE(IsWindowVisible(Native()));
+  toolkit_.Discard(window_);
 }
 
-TEST_F(WindowAgentTest, TheSystemRefusesWhatCannotBe) {
+TEST_F(WindowAgentTest, TheSystemRefusesWhatCannotBeAndWhatIsForOtherRights) {
   EXPECT_FALSE(agent_.OpenAndMapPaged(0, kName));
   EXPECT_FALSE(agent_.OpenAndMapPaged(-4, kName));
   ASSERT_TRUE(agent_.OpenAndMapPaged(4, kName));
@@ -72,9 +66,7 @@ TEST_F(WindowAgentTest, TheSystemRefusesWhatCannotBe) {
   EXPECT_FALSE(larger.OpenAndMapPaged(1 << 20, kName)) << "the section there is smaller";
   const win32::Handle event(CreateEventW(nullptr, TRUE, FALSE, L"TarnTestTaken"));
   EXPECT_FALSE(larger.OpenAndMapPaged(4, "TarnTestTaken")) << "something else has the name";
-}
 
-TEST_F(WindowAgentTest, ASectionForOtherRightsIsToldFromNone) {
   SECURITY_DESCRIPTOR nobody = {};
   InitializeSecurityDescriptor(&nobody, SECURITY_DESCRIPTOR_REVISION);
   ACL none = {};
@@ -85,7 +77,7 @@ TEST_F(WindowAgentTest, ASectionForOtherRightsIsToldFromNone) {
       CreateFileMappingW(INVALID_HANDLE_VALUE, &attributes, PAGE_READWRITE, 0, 4, L"TarnTestOfOthers"));
   ASSERT_TRUE(section);
   EXPECT_EQ(agent_.RaisePublished("TarnTestOfOthers"), Found::kOtherRights);
-  EXPECT_EQ(agent_.RaisePublished(kName), Found::kNoWindow);
+  EXPECT_EQ(agent_.RaisePublished(kName), Found::kNoWindow) << "told from none";
 }
 
 }  // namespace
