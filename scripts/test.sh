@@ -24,7 +24,7 @@ join() {
 
 # wine_tests PRESET PART...: in a session of its own.
 wine_tests() {
-  local prefix=build/wine-tests-$2
+  local prefix=build/wine-tests-$1-$2
   rm -rf "$prefix"
   SESSION_TIMEOUT=900 scripts/wine-session.sh "$prefix" scripts/wine-tests.sh "$@" || broken "wine-session-$1-$2"
 }
@@ -43,11 +43,6 @@ linux_tests() {
     name=fuzz_${seeds##*/}
     check "Repeat the inputs of $name" "$name" timeout -k 5 60 "build/asan/$name" "$seeds"
   done
-}
-
-windows_programs() {
-  wine_tests win64 programs
-  [ ${#tests_x86[@]} -eq 0 ] || "${tests_x86[@]}"
 }
 
 begin "Build and test everything: Linux with sanitizers, Windows x64 and x86, Wine, end to end, help, installer, code format"
@@ -79,8 +74,9 @@ fi
 
 # Most of what Wine does is waiting: its sessions run beside each other and the rest.
 check "Check the x64 programs" check-win64 scripts/check-programs.sh build/win64 pei-x86-64
-SESSION_CPU=0 beside programs windows_programs
+SESSION_CPU=0 beside programs wine_tests win64 programs
 SESSION_CPU=1 beside scripts wine_tests win64 scripts
+[ ${#tests_x86[@]} -eq 0 ] || SESSION_CPU=0 beside x86 "${tests_x86[@]}"
 linux_tests
 OLD_PICTURES=1 check "Help" help scripts/manual.sh
 check "Make the installer" installer scripts/installer.sh

@@ -213,6 +213,7 @@ asio::awaitable<void> ProtocolServer::Impl::SendInPieces(tcp::socket& socket, By
     length = std::min(length, answer.size() - sent);
     co_await asio::async_write(socket, asio::buffer(answer.data() + sent, length), asio::use_awaitable);
     sent += length;
+    if (sent == answer.size()) co_return;  // the next answer waits for nothing
     timer.expires_after(options.pause);
     co_await timer.async_wait(asio::use_awaitable);
   }
