@@ -118,9 +118,13 @@ TEST_F(UiFocus, CancellingAndOtherWindowsAskForNoBetterEntry) {
   TypeInto(GetFocus(), "x");
   Show(other);
   EXPECT_TRUE(dialog_.events.empty()) << "another window";
-  dialog_.BringToFront();
-  Settle();
-  EXPECT_EQ(Focused(), "fDialog.first");
+  // On a busy machine the window manager may still hand the other one the focus that it asked for when it was
+  // shown.
+  ASSERT_TRUE(RunUntil([&] {
+    if (Focused() != "fDialog.first") dialog_.BringToFront();
+    Settle();
+    return Focused() == "fDialog.first";
+  }));
   EXPECT_TRUE(dialog_.events.empty()) << "coming back is no second entering";
 
   MoveFocus(dialog_.cancel);
