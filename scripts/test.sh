@@ -60,7 +60,7 @@ build win64 all || broken build-win64
 if build win32 programs; then
   check "Check the x86 programs" check-win32 scripts/check-programs.sh build/win32 pei-i386
   if runs_x86; then
-    tests_x86=(wine_tests win32 programs scripts)
+    tests_x86=(wine_tests win32)
   elif scripts/x86.sh --there; then
     tests_x86=(scripts/x86.sh --tests)
   else
@@ -76,7 +76,10 @@ fi
 check "Check the x64 programs" check-win64 scripts/check-programs.sh build/win64 pei-x86-64
 SESSION_CPU=0 beside programs wine_tests win64 programs
 SESSION_CPU=1 beside scripts wine_tests win64 scripts
-[ ${#tests_x86[@]} -eq 0 ] || SESSION_CPU=0 beside x86 "${tests_x86[@]}"
+if [ ${#tests_x86[@]} -gt 0 ]; then
+  SESSION_CPU=0 beside x86-programs "${tests_x86[@]}" programs
+  SESSION_CPU=1 beside x86-scripts "${tests_x86[@]}" scripts
+fi
 linux_tests
 OLD_PICTURES=1 check "Help" help scripts/manual.sh
 check "Make the installer" installer scripts/installer.sh

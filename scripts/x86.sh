@@ -3,8 +3,9 @@
 # in a small Debian of its own, build/x86-root, which is made once (3 minutes, 1.5 GB), since the packages of a machine
 # may not take the 32-bit half. Where the machine refuses, it says so and is skipped.
 #
-#   x86.sh --there     only answers whether the small Debian is there and may be used
-#   x86.sh --tests     only runs the tests in it; their results are added to those that are there
+#   x86.sh --there             only answers whether the small Debian is there and may be used
+#   x86.sh --tests PART...     only runs these parts of the tests in it (see wine-tests.sh), and after the programs both
+#                              widths beside each other; the results are added to those that are there
 set -u
 cd "$(dirname "$0")/.." || exit
 . scripts/common.sh
@@ -46,16 +47,23 @@ make_root() {
     echo "127.0.0.1 localhost" >"$root/etc/hosts" && in_root wine --version && touch "$root/made"
 }
 
+# session NAME COMMAND...: in a fresh prefix.
+session() {
+  local prefix=build/wine-x86-$1
+  rm -rf "$prefix"
+  in_root env SESSION_TIMEOUT=900 scripts/wine-session.sh "$prefix" "${@:2}" || broken "x86-$1"
+}
 tests() {
-  rm -rf build/wine-x86
-  in_root env SESSION_TIMEOUT=900 scripts/wine-session.sh build/wine-x86 scripts/wine-tests.sh win32 || broken wine-session-win32
-  rm -rf build/wine-x86
-  in_root scripts/wine-session.sh build/wine-x86 scripts/both-widths.sh || broken both-widths
+  local part
+  for part in "$@"; do
+    session "$part" scripts/wine-tests.sh win32 "$part"
+    [ "$part" != programs ] || session widths scripts/both-widths.sh
+  done
 }
 
 case ${1:-} in
   --there) usable; exit ;;
-  --tests) tests; exit 0 ;;  # what failed is counted
+  --tests) tests "${@:2}"; exit 0 ;;  # what failed is counted
 esac
 
 begin "Test the x86 programs in a system of their own"
@@ -68,5 +76,5 @@ usable || step "Make the system once" x86-root make_root || { say "  skipped: it
 rm -rf "$results"
 mkdir -p "$results"
 build win32 all || finish 1
-tests
+tests programs scripts
 totals
