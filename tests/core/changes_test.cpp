@@ -150,6 +150,17 @@ TEST_F(ChangesTest, TakenBackLeaveNothingToBeSaved) {
   EXPECT_EQ(building.StoredDevice(tests::kUnassigned), stored);
 }
 
+TEST_F(ChangesTest, WhatThePageRoundsByItselfIsListedForAsLongAsItIsEdited) {
+  OpenPage(tests::kAssigned, "fOptions");
+  Store(52, "UCPTextraConfig", "60 45 100.0 120 0");
+  Page("fOptions").FillValue();
+  EXPECT_EQ(Text("cmdChanges"), "No changes");
+  Type("fOptions.txtInput", "301");
+  EXPECT_THAT(Lines(), testing::Contains(testing::EndsWith(" | 22.5 | 22 |  | Is stored as a whole number")));
+  Click("cmdTakeBack");
+  EXPECT_EQ(Text("cmdChanges"), "No changes");
+}
+
 TEST_F(ChangesTest, WhatWasRefusedIsFoundAtItsBox) {
   OpenPage(tests::kUnassigned, "fAlarm");
   Type("fPID.txtPIDTemp(0)", "30.5");
