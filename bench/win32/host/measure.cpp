@@ -7,6 +7,7 @@
 #include <fstream>
 #include <nlohmann/json.hpp>
 #include <thread>
+#include <utility>
 
 // After windows.h, which it needs.
 #include <psapi.h>
@@ -25,7 +26,7 @@ using Clock = std::chrono::steady_clock;
 using nlohmann::json;
 
 /// What an operation leaves for later is none of the next one's: the log fits its columns a tenth of a second
-/// after a message.
+/// after a message. An operation that makes no calls for as long has ended.
 constexpr auto kRest = std::chrono::milliseconds(300);
 
 template <class Duration>
@@ -44,6 +45,18 @@ std::uint64_t Calls(Host& host) {
   std::uint64_t calls = 0;
   for (const auto& [member, count] : host.GetBuilding().Faults().Counts()) calls += count;
   return calls;
+}
+
+/// Host and tool share one processor: whoever looks at the tool's windows instead makes it slower.
+void WaitForTheLastCall(Stage& stage) {
+  std::uint64_t now = 0;
+  stage.patience.Until(
+      [&] {
+        std::this_thread::sleep_for(kRest);
+        const std::uint64_t before = std::exchange(now, stage.OnHost(Calls));
+        return now == before && now > 0;
+      },
+      "the tool does not come to an end of its calls");
 }
 
 /// A line for whoever makes the table: what was measured, in milliseconds or megabytes, what against, and the
@@ -99,6 +112,7 @@ void MeasureStart(Stage& stage, Words) {
 }
 
 void MeasureEnd(Stage& stage, Words words) {
+  WaitForTheLastCall(stage);
   const auto [time, calls] = stage.OnHost(
       [](Host& host) { return std::pair(Milliseconds(host.GetBuilding().Faults().Span()), Calls(host)); });
   Tell(words[0].text, time, Bare(words[0].text, words[1].text), calls);
