@@ -207,7 +207,7 @@ void fCheckOut::ShowState() {
   cmdNo.SetEnabled(started_);
   cmdSkip.SetEnabled(!stuck);
   txtLimit.SetEnabled(!standing);
-  defaultButton = started_ ? &cmdYes : &cmdStart;
+  defaultButton = started_ ? nullptr : &cmdStart;  // Enter behind a remark answers nothing
 }
 
 void fCheckOut::ChooseStep() {

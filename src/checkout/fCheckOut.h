@@ -23,6 +23,7 @@ class fCheckOut final : public shell::ToolWindow, public shell::Companion {
   std::vector<ui::MenuItem> FileMenu() override;
   void InitStrings() override;
   void Loaded() override;
+  void SessionMayEnd() override { outputs_.EndTime(); }
   void Hide() override;
 
   CheckOut& Outputs() { return outputs_; }

@@ -34,6 +34,9 @@ class Companion {
   virtual bool SaveBegins() { return true; }
   /// Inside it, when every page has written. No cancels the save; the reason has been logged.
   virtual bool MayCommit() { return true; }
+  /// The system asks whether the user's session may end. What needs the host is to be done from the loop,
+  /// after this call: when the session ends, no call leaves the process any more.
+  virtual void SessionMayEnd() {}
   /// The main window goes, and with it whatever this one shows.
   virtual void Hide() {}
 };

@@ -152,6 +152,7 @@ bool fMain::Unsaved() {
 }
 
 std::string fMain::WhyNotEnd() {
+  for (const auto& companion : companions_) companion->SessionMayEnd();
   if (activity_.Busy()) {
     return Text("The configuration tool is busy. Please try again when it has finished.");
   }

@@ -5,6 +5,7 @@ namespace shell {
 WaitWindow::WaitWindow(ui::Toolkit* toolkit, Activity& activity)
     : Window("WaitWindow"), toolkit_(toolkit), activity_(activity) {
   resizable = false;
+  duringDialogs = true;  // work of a timer may call the host below a message box
   defaultButton = &cmdWait;
   InitStrings(Strings([] { return automation::Object(); }));  // English
   cmdWait.onClick = [this] { Close(); };

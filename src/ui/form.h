@@ -143,7 +143,8 @@ class Window : public Form {
   Button* defaultButton = nullptr;  // the Enter key
   Button* cancelButton = nullptr;   // the Escape key
   bool resizable = true;
-  std::string iconFile;  // empty: the program's own icon
+  bool duringDialogs = false;  // takes input while a dialog of the system is open, too
+  std::string iconFile;        // empty: the program's own icon
 
   const std::string& Title() const { return title_; }
   void SetTitle(std::string_view title);

@@ -172,8 +172,14 @@ TEST_F(CheckOutTest, BeginsOnlyWhereItMayAndLetsNothingElseBeginMeanwhile) {
     EXPECT_FALSE(Main().Close());
     EXPECT_THROW(api.Call("SendCommand", 0, 0, ""), automation::Error);
     EXPECT_EQ(building.StoredDevice(device), stands);
+    EXPECT_NE(Main().onQueryEnd(), "");
+    loop.Tick();
+    EXPECT_EQ(Override(1), "0.0 -1") << "the user signs out, and no call leaves when the session ends";
+    EXPECT_EQ(Window().defaultButton, nullptr) << "Enter behind a remark overrides nothing again";
+    Press("cmdNo");
+    Press("cmdStart");
     Main().onSessionEnd();
-    EXPECT_EQ(Override(1), "0.0 -1") << "the user signs out";
+    EXPECT_EQ(Override(1), "0.0 -1") << "without being asked";
   });
 }
 

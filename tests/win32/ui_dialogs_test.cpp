@@ -104,6 +104,29 @@ TEST_F(UiDialogs, TheOwnerIsEnabledWhenItsBoxGoes) {
   EXPECT_EQ(Focused(), "fTool.box");
 }
 
+// A call that is not answered may hold up the loop of the box itself.
+TEST_F(UiDialogs, AWindowThatIsMeantToTakesInputWhileABoxIsOpen) {
+  win32::MessagePrompts prompts(toolkit_);
+  ui::Window wait("fWait");
+  ui::Button button(wait, "button");
+  wait.resizable = false;
+  wait.duringDialogs = true;
+  wait.SetLayout(ui::Item(button));
+  button.onClick = [&] { wait.Close(); };
+  WhenDialogOpens([&](HWND dialog) {
+    toolkit_.Realize(wait);
+    wait.Show();
+    wait.BringToFront();
+    EXPECT_TRUE(IsWindowEnabled(toolkit_.HandleOf(wait)));
+    Click(Native(button));
+    EXPECT_FALSE(wait.Visible());
+    EXPECT_TRUE(RunUntil([&] { return GetForegroundWindow() == dialog; })) << "has the keyboard again";
+    PostMessageW(dialog, WM_COMMAND, IDOK, 0);
+  });
+  prompts.Ask({"Done", "Tool", ui::Buttons::kOk, ui::Icon::kNone});
+  toolkit_.Discard(wait);
+}
+
 TEST_F(UiDialogs, TheFileNameDialogProposesAndAnswersAName) {
   wchar_t folder[MAX_PATH] = {};
   GetTempPathW(MAX_PATH, folder);

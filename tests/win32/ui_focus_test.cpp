@@ -186,6 +186,15 @@ TEST_F(UiFocus, TabGoesThroughTheLayoutAndEnterAndEscapePressTheButtons) {
   dialog_.ok.SetEnabled(false);
   Press(VK_RETURN);
   EXPECT_TRUE(dialog_.TakeEvents().empty());
+
+  // Another one, and none.
+  dialog_.ok.SetEnabled(true);
+  dialog_.defaultButton = &dialog_.cancel;
+  Press(VK_RETURN);
+  EXPECT_EQ(dialog_.TakeEvents(), Events{"cancel"});
+  dialog_.defaultButton = nullptr;
+  Press(VK_RETURN);
+  EXPECT_TRUE(dialog_.TakeEvents().empty());
 }
 
 TEST_F(UiFocus, ABusyWindowTakesNothingAndGivesTheFocusBack) {

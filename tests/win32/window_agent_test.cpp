@@ -58,6 +58,30 @@ TEST_F(WindowAgentTest, OfAWindowThatLoadsOnlyTheProgressIsRaised) {
   toolkit_.Discard(window_);
 }
 
+TEST_F(WindowAgentTest, WhatAHeldUpWindowWaitsForComesToTheFrontInItsPlace) {
+  Show(window_);
+  agent_.WindowHandleInMemory(kName, window_.GetWindowPeer()->Handle());
+  Show(other_);
+  window_.SetAcceptsInput(false);
+  EXPECT_EQ(seeker_.RaisePublished(kName), Found::kRaised);
+  EXPECT_TRUE(RunUntil([&] { return GetForegroundWindow() == toolkit_.HandleOf(other_); }));
+
+  // One dialog over another, as the other process sees them.
+  other_.Hide();
+  ui::Window below("fBelow");
+  ui::Window above("fAbove");
+  for (ui::Window* dialog : {&below, &above}) {
+    dialog->resizable = false;
+    toolkit_.Realize(*dialog);
+  }
+  below.Show();
+  below.SetAcceptsInput(false);
+  above.Show();
+  EXPECT_EQ(win32::EnabledOver(Native()), toolkit_.HandleOf(above));
+  toolkit_.Discard(above);
+  toolkit_.Discard(below);
+}
+
 TEST_F(WindowAgentTest, TheSystemRefusesWhatCannotBeAndWhatIsForOtherRights) {
   EXPECT_FALSE(agent_.OpenAndMapPaged(0, kName));
   EXPECT_FALSE(agent_.OpenAndMapPaged(-4, kName));

@@ -108,7 +108,7 @@ class NativeButton : public NativeControl {
   ui::Button& Button() const { return static_cast<ui::Button&>(Control()); }
 
   Style GetStyle() const override {
-    const bool isDefault = Form().Top().IdOf(Control()) == IDOK;
+    const bool isDefault = Form().Top().IsDefaultButton(Control());
     return {L"BUTTON", static_cast<DWORD>(isDefault ? BS_DEFPUSHBUTTON : BS_PUSHBUTTON) | WS_TABSTOP};
   }
 

@@ -21,9 +21,25 @@ std::vector<ATOM>& Given() {
   return given;
 }
 
+BOOL CALLBACK FindEnabledOver(HWND window, LPARAM found) {
+  HWND& there = *reinterpret_cast<HWND*>(found);
+  if (GetWindow(window, GW_OWNER) != there || !IsWindowVisible(window)) return TRUE;
+  const HWND receiver = EnabledOver(window);
+  if (!IsWindowEnabled(receiver)) return TRUE;
+  there = receiver;
+  return FALSE;
+}
+
 }  // namespace
 
 HINSTANCE ThisModule() { return reinterpret_cast<HINSTANCE>(&__ImageBase); }
+
+HWND EnabledOver(HWND window) {
+  if (!IsWindowEnabled(window))
+    EnumThreadWindows(GetWindowThreadProcessId(window, nullptr), FindEnabledOver,
+                      reinterpret_cast<LPARAM>(&window));
+  return window;
+}
 
 void RegisterWindowClass(const wchar_t* name, WNDPROC procedure) {
   WNDCLASSEXW description = {};

@@ -31,6 +31,9 @@ inline RECT ClientRect(HWND window) {
   return rect;
 }
 
+/// The dialog that waits for its answer over a window, or over another dialog there; else the window itself.
+HWND EnabledOver(HWND window);
+
 /// Registers a window class with the dialog background; harmless when it is there already.
 void RegisterWindowClass(const wchar_t* name, WNDPROC procedure);
 

@@ -3,6 +3,7 @@
 #include <windows.h>
 
 #include "platform/win32/system/handle.h"
+#include "platform/win32/system/own_window.h"
 
 namespace win32 {
 namespace {
@@ -12,26 +13,10 @@ constexpr UINT kAnswerTime = 5000;  // milliseconds
 
 HWND WindowOf(std::int32_t window) { return static_cast<HWND>(LongToHandle(window)); }
 
-BOOL CALLBACK FindEnabledOver(HWND window, LPARAM found) {
-  HWND& there = *reinterpret_cast<HWND*>(found);
-  if (GetWindow(window, GW_OWNER) != there || !IsWindowVisible(window) || !IsWindowEnabled(window))
-    return TRUE;
-  there = window;
-  return FALSE;
-}
-
 BOOL CALLBACK FindVisible(HWND window, LPARAM found) {
   if (!IsWindowVisible(window)) return TRUE;
   *reinterpret_cast<HWND*>(found) = window;
   return FALSE;
-}
-
-// The dialog that waits for its answer in front of a window, or the window itself.
-HWND EnabledOver(HWND window) {
-  if (!IsWindowEnabled(window))
-    EnumThreadWindows(GetWindowThreadProcessId(window, nullptr), FindEnabledOver,
-                      reinterpret_cast<LPARAM>(&window));
-  return window;
 }
 
 // The keyboard can be given to a window of another thread only while both share their input.

@@ -116,9 +116,12 @@ void FocusKeeper::Reveal() const {
 void FocusKeeper::MarkDefaultButton() const {
   const NativeControl* focused = Focused();
   if (!focused || focused->Control().GetKind() == ui::Kind::kButton) return;
-  const HWND button = GetDlgItem(window_.Window(), IDOK);
-  const auto type = GetWindowLongPtrW(button, GWL_STYLE) & BS_TYPEMASK;
-  if (button && type != BS_DEFPUSHBUTTON) SendMessageW(button, BM_SETSTYLE, BS_DEFPUSHBUTTON, TRUE);
+  for (const auto& button : window_.Form().Controls()) {
+    if (button->Control().GetKind() != ui::Kind::kButton) continue;
+    const auto type = GetWindowLongPtrW(button->Window(), GWL_STYLE) & BS_TYPEMASK;
+    const LONG_PTR wanted = window_.IsDefaultButton(button->Control()) ? BS_DEFPUSHBUTTON : BS_PUSHBUTTON;
+    if (type != wanted) SendMessageW(button->Window(), BM_SETSTYLE, static_cast<WPARAM>(wanted), TRUE);
+  }
 }
 
 }  // namespace win32

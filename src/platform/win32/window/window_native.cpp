@@ -61,8 +61,7 @@ void NativeWindow::Detach() {
 }
 
 int NativeWindow::IdOf(const ui::Control& control) const {
-  if (&control == data_->defaultButton) return IDOK;
-  if (&control == data_->cancelButton) return IDCANCEL;
+  if (IsCancelButton(control)) return IDCANCEL;
   const auto& controls = control.GetForm().Controls();
   return kFirstControl + static_cast<int>(std::ranges::find(controls, &control) - controls.begin());
 }
@@ -95,7 +94,7 @@ std::optional<LRESULT> NativeWindow::Handle(UINT message, WPARAM wParam, LPARAM 
     case WM_CONTEXTMENU:
       return DispatchToControl(context_, message, wParam, lParam);
     case DM_GETDEFID:
-      return data_->defaultButton ? MAKELRESULT(IDOK, DC_HASDEFID) : 0;
+      return MAKELRESULT(data_->defaultButton ? IdOf(*data_->defaultButton) : IDOK, DC_HASDEFID);
     case WM_SIZE:
       Sized(wParam);
       return 0;
@@ -183,6 +182,11 @@ void NativeWindow::Command(WPARAM wParam) {
 
 void NativeWindow::Activated(bool active) {
   if (!active) return focus_.Save();
+  if (!IsWindowEnabled(Window())) {
+    std::weak_ptr<const NativeWindow> before;
+    if (const NativeWindow* front = context_.FrontWindow()) before = front->weak_from_this();
+    context_.loop.Post(Later([this, before] { PassActivationBack(before); }));
+  }
   std::erase(context_.windows, this);
   context_.windows.push_back(this);
   focus_.Restore();
@@ -211,7 +215,7 @@ void NativeWindow::CloseAsked() {
 
 void NativeWindow::UpdateEnabled() {
   if (context_.modalOwner == this) return;
-  const bool enable = context_.modalDepth == 0 && data_->AcceptsInput();
+  const bool enable = !HeldUp() && data_->AcceptsInput();
   if (enable == (IsWindowEnabled(Window()) != FALSE)) return;
   if (!enable) focus_.Save();
   EnableWindow(Window(), enable);

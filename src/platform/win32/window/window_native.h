@@ -40,12 +40,13 @@ class NativeWindow : public ui::WindowPeer, public std::enable_shared_from_this<
   /// Whether it stands in a window of somebody else, whose keys and clicks it does not see.
   bool Inside() const { return parent_ != nullptr; }
 
-  /// Number of a control as the dialog keys know it: the default and the cancel button have fixed ones.
+  /// Number of a control as the dialog keys know it: the cancel button has a fixed one, and none has IDOK.
   int IdOf(const ui::Control& control) const;
   bool IsCancelButton(const ui::Control& control) const { return &control == data_->cancelButton; }
+  bool IsDefaultButton(const ui::Control& control) const { return &control == data_->defaultButton; }
 
   /// False while the window is busy, closing, or a system dialog is open.
-  bool TakesInput() const { return !closing_ && context_.modalDepth == 0 && data_->AcceptsInput(); }
+  bool TakesInput() const { return !closing_ && !HeldUp() && data_->AcceptsInput(); }
   /// Follows what the window may take now; the focus comes back to where it was.
   void UpdateEnabled();
 
@@ -88,6 +89,8 @@ class NativeWindow : public ui::WindowPeer, public std::enable_shared_from_this<
   void SetIcons();
   void PrepareToShow();
   void PassActivationOn() const;
+  void PassActivationBack(const std::weak_ptr<const NativeWindow>& before) const;
+  bool HeldUp() const { return context_.modalDepth > 0 && !data_->duringDialogs; }
 
   // --- size, in window_size.cpp ---
   /// What the window may take of the screen, or of its parent.

@@ -52,6 +52,16 @@ void NativeWindow::PassActivationOn() const {
   if (next != fromFront.end()) SetForegroundWindow((*next)->Window());
 }
 
+// Nobody can work in a window that is held up: what it waits for was in front before, or stands over it.
+void NativeWindow::PassActivationBack(const std::weak_ptr<const NativeWindow>& before) const {
+  if (IsWindowEnabled(Window()) || GetForegroundWindow() != Window()) return;
+  const auto front = before.lock();
+  const bool shown =
+      front && front->Alive() && IsWindowVisible(front->Window()) && !IsIconic(front->Window());
+  const HWND receiver = EnabledOver(shown ? front->Window() : Window());
+  if (IsWindowEnabled(receiver)) SetForegroundWindow(receiver);
+}
+
 void NativeWindow::UseDensity(int dpi) {
   Look& look = context_.LookFor(dpi);
   if (&look == look_) return;
