@@ -34,8 +34,8 @@ void Records(std::string_view text, std::size_t place) {
 
 void Numbers(std::string_view text, char decimal) {
   const base::Numbers numbers(decimal);
-  const auto value = numbers.Parse(text);
-  fuzz::Check(value.has_value() == numbers.IsNumber(text), "one opinion on what is a number");
+  fuzz::Check(numbers.Parse(text).has_value() == numbers.IsNumber(text), "one opinion on what is a number");
+  const auto value = base::ParseEither(numbers, text);
   const bool fits = fuzz::Takes<base::Error>([&] {
     const double whole = numbers.ToInt16(text);
     fuzz::Check(value && std::abs(whole - *value) <= 0.5, "a whole number is the nearest one");

@@ -31,10 +31,14 @@ std::vector<help::Topic> ReadTopics(const fs::path& folder) {
 void Write(const help::Manual& manual, const fs::path& pictures, const fs::path& folder) {
   fs::create_directories(folder);
   for (const auto& [name, content] : manual.files) simulator::ReplaceFile(folder / name, content);
+  std::string missing;
   for (const std::string& picture : manual.pictures) {
-    if (!fs::exists(pictures / picture)) throw base::Error("the picture " + picture + " is missing");
-    fs::copy_file(pictures / picture, folder / picture, fs::copy_options::overwrite_existing);
+    if (!fs::exists(pictures / picture))
+      missing += " " + picture;
+    else
+      fs::copy_file(pictures / picture, folder / picture, fs::copy_options::overwrite_existing);
   }
+  if (!missing.empty()) throw base::Error(pictures.string() + " lacks" + missing);
 }
 
 void WriteManuals(const fs::path& topics, const fs::path& pictures, const fs::path& folder) {

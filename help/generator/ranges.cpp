@@ -97,15 +97,17 @@ Ranges RangeFinder::Following(const Object& property, const simulator::Type& typ
 RangeFinder::Texts RangeFinder::Shown() const {
   Texts texts;
   shell::PageSet& pages = tool_.Main().Pages();
-  for (std::size_t i = 0; i < pages.Count(); ++i) {
-    shell::ISubForm& page = pages.Page(i);
-    if (!pages.Table()[i].showsDeviceValues) continue;
-    page.FillValue();
-    for (const ui::Control* control : page.Controls()) {
-      if (control->GetKind() == ui::Kind::kTextBox)
-        texts[page.Name() + "." + control->Name()] = control->Text();
+  tool_.Main().Pending().Together([&] {
+    for (std::size_t i = 0; i < pages.Count(); ++i) {
+      shell::ISubForm& page = pages.Page(i);
+      if (!pages.Table()[i].showsDeviceValues) continue;
+      page.FillValue();
+      for (const ui::Control* control : page.Controls()) {
+        if (control->GetKind() == ui::Kind::kTextBox)
+          texts[page.Name() + "." + control->Name()] = control->Text();
+      }
     }
-  }
+  });
   return texts;
 }
 

@@ -7,10 +7,6 @@
 namespace advice {
 namespace {
 
-constexpr std::span<const Check> (*kTables[])() = {OutputRules,   InputRules,      MeasurementRules,
-                                                   SetpointRules, EconomizerRules, AlarmRules,
-                                                   LoopRules,     TimingRules,     NetworkRules};
-
 std::string Shown(const Value& value, const shell::Strings& strings) {
   const std::string word = value.word.empty() ? std::string() : strings.GetStrings(value.word);
   return value.shown + (value.shown.empty() || word.empty() ? "" : " ") + word;
@@ -29,14 +25,6 @@ std::vector<Advice> Evaluate(const Input& input) {
   }
   std::ranges::stable_sort(found, {}, [](const Advice& advice) { return advice.rule->severity; });
   return found;
-}
-
-std::vector<const Rule*> Rules() {
-  std::vector<const Rule*> rules;
-  for (const auto table : kTables) {
-    for (const Check& check : table()) rules.push_back(&check.rule);
-  }
-  return rules;
 }
 
 std::string TextOf(const Advice& advice, const shell::Strings& strings) {

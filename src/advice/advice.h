@@ -60,9 +60,6 @@ struct Advice {
 /// Everything that is to be said of the unit: faults first, then hints, each in the order of the rules.
 std::vector<Advice> Evaluate(const Input& input);
 
-/// In the order in which they are looked at.
-std::vector<const Rule*> Rules();
-
 /// The rule's text with its values, in the language in use.
 std::string TextOf(const Advice& advice, const shell::Strings& strings);
 

@@ -20,8 +20,9 @@ fAccept::fAccept(const shell::Platform& platform, const shell::Settings& setting
 
 void fAccept::InitStrings() {
   SetTitle(Text("Accept advice"));
-  lblWho.SetText(
-      Text("Accepted by %s1%, for this unit, until a value concerned changes.", {settings_.userName}));
+  // In a label a single sign would underline the letter after it.
+  lblWho.SetText(Text("Accepted by %s1%, for this unit, until a value concerned changes.",
+                      {base::ReplaceAll(settings_.userName, "&", "&&")}));
   SetTexts({{&lblReason, "&Reason:"}, {&cmdOK, "&Accept"}, {&cmdCancel, "Cancel"}});
 }
 

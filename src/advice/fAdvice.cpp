@@ -198,10 +198,12 @@ void fAdvice::ShowReason() {
   say(lblWhy, "Why:", rule ? rule->why : "");
   say(lblTodo, "What to do:", rule ? rule->todo : "");
   say(lblSource, "Source:", rule ? rule->source : "");
+  // In a label a single sign would underline the letter after it.
+  const auto plain = [](std::string_view text) { return base::ReplaceAll(text, "&", "&&"); };
   lblAccepted.SetText(found && found->accepted
                           ? Text("Accepted by %s1% on %s2%: %s3%",
-                                 {found->accepted->who, found->accepted->when.substr(0, kDateLength),
-                                  found->accepted->reason})
+                                 {plain(found->accepted->who), found->accepted->when.substr(0, kDateLength),
+                                  plain(found->accepted->reason)})
                           : std::string());
   cmdGoTo.SetEnabled(found != nullptr);
   cmdAccept.SetEnabled(found && !found->accepted);

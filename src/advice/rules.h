@@ -1,4 +1,4 @@
-// The tables of rules, by what they are about. Only advice.cpp asks for them.
+// The tables of rules, by what they are about. advice.cpp goes through them.
 #pragma once
 
 #include <span>
@@ -16,6 +16,11 @@ std::span<const Check> AlarmRules();
 std::span<const Check> LoopRules();
 std::span<const Check> TimingRules();
 std::span<const Check> NetworkRules();
+
+/// In the order in which they are looked at.
+inline constexpr std::span<const Check> (*kTables[])() = {OutputRules,   InputRules,      MeasurementRules,
+                                                          SetpointRules, EconomizerRules, AlarmRules,
+                                                          LoopRules,     TimingRules,     NetworkRules};
 
 inline constexpr const char* kPractice = "practice";
 

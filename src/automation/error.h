@@ -18,6 +18,7 @@ inline constexpr std::uint32_t kUnknownName = 0x80020006;
 inline constexpr std::uint32_t kOverflow = 0x8002000A;
 inline constexpr std::uint32_t kBadIndex = 0x8002000B;
 inline constexpr std::uint32_t kBadArgumentCount = 0x8002000E;
+inline constexpr std::uint32_t kInvalidArgument = 0x80070057;
 
 class Error : public std::runtime_error {
  public:
@@ -27,12 +28,12 @@ class Error : public std::runtime_error {
   std::uint32_t Code() const { return code_; }
   const std::string& Source() const { return source_; }
   std::string Description() const { return what(); }
-  /// True when the called object itself has answered, so that it did nothing. The platform's automation
-  /// faults (facility 2) and the faults of interfaces (facility 4) come from it, all others from the way to
-  /// it.
+  /// True when the called object itself has answered, so that it did nothing. Remote calls (facility 1) and
+  /// the system (facility 7), but for an argument that it does not take, fail on the way to it. All others
+  /// come from it: a host may raise a fault of its run-time library or any number of its own.
   bool Answered() const {
     const std::uint32_t facility = (code_ >> 16) & 0x1FFF;
-    return facility == 2 || facility == 4;
+    return facility != 1 && (facility != 7 || code_ == kInvalidArgument);
   }
 
  private:

@@ -47,7 +47,7 @@ std::optional<double> Numbers::Parse(std::string_view text) const {
 }
 
 double Numbers::ToDouble(std::string_view text) const {
-  if (const auto value = Parse(text)) return *value;
+  if (const auto value = ParseEither(*this, text)) return *value;
   throw Error("\"" + std::string(text) + "\" is not a number.");
 }
 

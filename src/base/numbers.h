@@ -24,7 +24,8 @@ class Numbers {
   /// The number, or nothing when the text is none.
   std::optional<double> Parse(std::string_view text) const;
 
-  /// These throw base::Error with the offending text when it is no number or does not fit.
+  /// The number that ParseEither reads. These throw base::Error with the offending text when it is none or
+  /// does not fit.
   double ToDouble(std::string_view text) const;
   float ToSingle(std::string_view text) const;
   std::int16_t ToInt16(std::string_view text) const;

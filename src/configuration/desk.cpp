@@ -17,7 +17,6 @@ Desk::Desk(shell::fMain& main, const shell::Platform& platform, const shell::Set
       settings_(settings),
       strings_(strings),
       table_(table),
-      unseen_(settings.numbers),
       location_(main.LocationField()),
       lastFile_(settings.documentsFolder + "\\"),
       backups_(settings.documentsFolder),
@@ -156,13 +155,14 @@ void Desk::CompareUnit() {
 
 void Desk::CompareWith(const Document& document, const std::string& title, const std::string& there) {
   main_.Pending().ReadSettings();
+  main_.ReadLocation();
   const bool imperial = document.head.imperial;
   std::unique_ptr<UnseenPages> pages;
   fields::FieldList fields;
   std::vector<Held> here;
   if (imperial != main_.Device().IsImperial) {
     pages = NewPages();
-    pages->Load(main_.Device(), main_.Context().network, imperial);
+    pages->Load(main_.Device(), imperial);
     fields = pages->Fields();
     here = Unseen(fields);
   } else {

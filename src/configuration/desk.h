@@ -71,6 +71,8 @@ class Desk final : public shell::Companion {
   void CompareUnit();
   void ShowBackups();
   void SaveRecord();
+  /// The last one kept of this unit; without entries when there is none, or none that can be read.
+  Document FormerRecord(const Head& head);
   void CompareWith(const Document& document, const std::string& title, const std::string& there);
 
   std::string Text(std::string_view english) const { return strings_.GetStrings(english); }
@@ -78,7 +80,7 @@ class Desk final : public shell::Companion {
     return strings_.GetStrings(english, arguments);
   }
   std::string Words(const std::exception& error) const { return shell::InWords(strings_, error); }
-  /// What the pages in view hold now, or what the device holds; the location, too.
+  /// What the pages in view hold now, or what the device holds; the location first.
   std::vector<Held> Shown(bool withEdits);
   /// The same by unseen pages, in these units.
   std::vector<Held> Unseen(const fields::FieldList& fields);
@@ -93,7 +95,6 @@ class Desk final : public shell::Companion {
   shell::Strings& strings_;
   std::span<const shell::PageEntry> table_;
   Head identity_;  // what the device says of itself, once it was asked
-  host::Journal unseen_;
   std::unique_ptr<EnglishNames> names_;
   fields::Field location_;
   std::string lastFile_;  // saved or opened, to be proposed

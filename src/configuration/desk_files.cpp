@@ -10,6 +10,20 @@
 
 namespace configuration {
 
+Document Desk::FormerRecord(const Head& head) {
+  const auto files = backups_.Of(kRecords, head.network, head.device);
+  if (files.empty()) return {};
+  try {
+    return Read(base::ReadFile(files.front(), kLargestFile), head.programId);
+  } catch (const std::exception& error) {
+    main_.AddMessage(Text("The former record %s1% could not be read; what has changed since is left out.",
+                          {base::PathText(files.front())}) +
+                         "\r\n" + Words(error),
+                     "Record", kLocation, logger::kExclamation);
+    return {};
+  }
+}
+
 // The values of each record are kept beside the backups: the next one tells what has changed since.
 void Desk::SaveRecord() {
   if (!record_.Ask()) return;
@@ -26,10 +40,8 @@ void Desk::SaveRecord() {
       {Text("Records (*.html)|*.html"), settings_.documentsFolder + "\\" + SafeName(DeviceName()) + ".html",
        kAskBeforeReplacing});
   if (!file) return;
-  const auto last = backups_.Of(kRecords, snapshot.head.network, snapshot.head.device);
-  const Document earlier =
-      last.empty() ? Document() : Read(base::ReadFile(last.front(), kLargestFile), snapshot.head.programId);
-  if (!last.empty()) input.earlier = &earlier;
+  const Document earlier = FormerRecord(snapshot.head);
+  if (!earlier.entries.empty()) input.earlier = &earlier;
   const std::filesystem::path path = base::PathOf(*file);
   base::ReplaceFile(path, WriteRecord(input));
   if (record_.WithTable())
@@ -57,7 +69,10 @@ bool Desk::SaveBegins() {
 bool Desk::MayCommit() {
   try {
     const host::Journal& journal = main_.Context().transactions.GetJournal();
-    const Snapshot snapshot = SnapshotOf(MakeHead(), Shown(false), settings_.numbers, DigitsBefore(journal));
+    Head head = MakeHead();
+    std::vector<Held> values = Shown(false);
+    values.front().content = head.location = main_.FormerLocation();
+    const Snapshot snapshot = SnapshotOf(std::move(head), values, settings_.numbers, DigitsBefore(journal));
     if (!backupFault_.empty()) throw base::Error(backupFault_);
     backups_.Keep(kBackups, ToFile(snapshot), std::time(nullptr));
     toldFault_ = false;
@@ -67,7 +82,8 @@ bool Desk::MayCommit() {
   }
   const bool stop = StopsWithoutBackup(platform_.registry, settings_);
   const std::string text =
-      Text(stop ? "Nothing was saved, since no backup of the present values could be kept:"
+      Text(stop ? "The values of the pages were not saved, since no backup of the present values "
+                  "could be kept:"
                 : "No backup of the former values could be kept:") +
       "\r\n" + backupFault_;
   if (stop || !std::exchange(toldFault_, true))

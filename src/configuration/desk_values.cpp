@@ -27,7 +27,7 @@ Document Desk::ReadFile(const std::filesystem::path& file) {
 }
 
 std::unique_ptr<UnseenPages> Desk::NewPages() {
-  return std::make_unique<UnseenPages>(Surroundings(), strings_, unseen_);
+  return std::make_unique<UnseenPages>(Surroundings(), strings_, main_.Context().transactions);
 }
 
 Document Desk::ToFile(const Snapshot& snapshot) {
@@ -67,10 +67,11 @@ Snapshot Desk::Take(bool withEdits) {
   const host::DeviceObjects& device = main_.Device();
   shell::Changes& pending = main_.Pending();
   pending.ReadSettings();
+  main_.ReadLocation();
   const auto pages = NewPages();
   {
     const host::Journal::WithAllDigits digits(main_.Context().transactions.GetJournal());
-    pages->Load(device, main_.Context().network, device.IsImperial);
+    pages->Load(device, device.IsImperial);
   }
   const fields::FieldList fields = pages->Fields();
   Snapshot snapshot{MakeHead(), {}};

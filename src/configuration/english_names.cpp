@@ -5,7 +5,7 @@ namespace configuration {
 EnglishNames::EnglishNames(const UnseenPages::Surroundings& surroundings)
     : english_([] { return automation::Object(); }),
       journal_(surroundings.settings.numbers),
-      pages_(surroundings, english_, journal_) {}
+      pages_(surroundings, english_, transactions_) {}
 
 std::string EnglishNames::Of(const Value& value) {
   if (value.page == kMainWindow) return "Location";

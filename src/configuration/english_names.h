@@ -23,6 +23,8 @@ class EnglishNames {
  private:
   shell::Strings english_;
   host::Journal journal_;
+  automation::Object network_;  // none
+  host::Transactions transactions_{network_, journal_};
   UnseenPages pages_;
 };
 

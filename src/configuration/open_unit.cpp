@@ -23,14 +23,14 @@ OpenUnit::OpenUnit(const UnseenPages::Surroundings& surroundings, shell::Strings
       request_(request),
       journal_(settings_.numbers),
       session_(NewServer(surroundings.platform), request),
-      pages_(surroundings, strings, journal_),
+      pages_(surroundings, strings, transactions_),
       location_(LocationField()) {
   host::LoadDeviceObjects(session_.Server(), device_, journal_);
   host::CheckIfOccupency(device_);
   device_.IsImperial = imperial;
   LocationProperty().Bind(host::kLocationFormat);
   storedLocation_ = locationText_ = LocationProperty().Read();
-  pages_.Load(device_, session_.Network(), imperial);
+  pages_.Load(device_, imperial);
   ListFields();
 }
 
@@ -38,6 +38,7 @@ fields::Field OpenUnit::LocationField() {
   fields::Field field;
   field.page = kMainWindow;
   field.name = kLocationControl;
+  field.kind = fields::Kind::kEntry;  // a name, even one made of digits
   field.source = host::kLocationFormat;
   field.ofOneUnit = true;
   field.caption = [this] {
@@ -86,10 +87,10 @@ Head OpenUnit::MakeHead() {
 Snapshot OpenUnit::Take() { return SnapshotOf(MakeHead(), Values(), settings_.numbers, &Held::content); }
 
 Snapshot OpenUnit::TakeAllDigits() {
-  UnseenPages exact(surroundings_, strings_, journal_);
+  UnseenPages exact(surroundings_, strings_, transactions_);
   {
     const host::Journal::WithAllDigits digits(journal_);
-    exact.Load(device_, session_.Network(), device_.IsImperial);
+    exact.Load(device_, device_.IsImperial);
   }
   const fields::FieldList read = exact.Fields();
   return SnapshotOf(MakeHead(), Values(), settings_.numbers, [&](const Held& held) {
@@ -148,8 +149,11 @@ UnseenPages::Saved OpenUnit::Save(const std::function<bool()>& mayCommit) {
   written_ = ListWritten();
   storedLocation_ = locationText_;
   try {
-    pages_.Load(device_, session_.Network(), device_.IsImperial);
+    const auto setting = [](const fields::Field& field) { return !field.control; };
+    const bool settings = std::ranges::any_of(fields_.All(), setting);
+    pages_.Load(device_, device_.IsImperial);
     ListFields();
+    if (settings) ReadSettings();
   } catch (const std::exception& error) {
     saved.told += (saved.told.empty() ? "" : "\r\n") + shell::InWords(strings_, error);
   }

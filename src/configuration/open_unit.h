@@ -50,7 +50,7 @@ class OpenUnit {
   /// device changes.
   std::vector<fields::Wanted> Fill(std::vector<fields::Wanted> wanted);
   /// Saves what was filled in, in one transaction; `mayCommit` runs inside it when all is written. Afterwards
-  /// the pages are read again: they show what the device holds.
+  /// the pages are read again, and the settings that were known: they show what the device holds.
   UnseenPages::Saved Save(const std::function<bool()>& mayCommit);
   /// What the last save changed, unless it was cancelled.
   const std::vector<WrittenValue>& LastWritten() const { return written_; }
@@ -58,6 +58,7 @@ class OpenUnit {
   Snapshot BeforeSave();
 
   const host::SessionRequest& Request() const { return request_; }
+  bool Imperial() const { return device_.IsImperial; }
   std::vector<std::string> SensorTypes() const { return pages_.SensorTypes(); }
   /// Nothing when there is no such field.
   const fields::Field* Find(std::string_view page, std::string_view control) const {
@@ -80,6 +81,7 @@ class OpenUnit {
   host::SessionRequest request_;
   host::Journal journal_;
   host::Session session_;
+  host::Transactions transactions_{session_.Network(), journal_};
   host::DeviceObjects device_;
   UnseenPages pages_;
   fields::Field location_;

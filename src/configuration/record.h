@@ -4,6 +4,7 @@
 #pragma once
 
 #include <functional>
+#include <optional>
 #include <span>
 #include <string>
 #include <string_view>
@@ -51,8 +52,8 @@ struct RecordInput {
   std::vector<std::string> signals = {};  // signal types of the outputs
   const Document* earlier = nullptr;      // an earlier record or file of this unit
   ShownContent shown = {};                // for the earlier contents; without it they are shown as stored
-  std::vector<AdviceLine> advice = {};
-  std::vector<Line> checks = {};  // of the check-out, as files have them
+  std::optional<std::vector<AdviceLine>> advice = {};  // nothing: nobody has judged the values
+  std::vector<Line> checks = {};                       // of the check-out, as files have them
 };
 
 /// The signal types of the outputs, as the record wants them, where the settings were read.

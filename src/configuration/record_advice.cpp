@@ -41,10 +41,11 @@ std::string OutputOf(const RecordInput& input, const Line& check) {
 }
 
 std::string AdviceSection(const RecordInput& input) {
-  if (input.advice.empty())
+  if (!input.advice) return {};
+  if (input.advice->empty())
     return Heading(input, "Advice") + Say(input, "There is no advice on these values.");
   Rows open, accepted;
-  for (const AdviceLine& line : input.advice) {
+  for (const AdviceLine& line : *input.advice) {
     const std::string severity = SeverityOf(input, line);
     if (line.who.empty()) {
       open.push_back({severity, line.text, line.why});

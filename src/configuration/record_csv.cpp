@@ -40,7 +40,7 @@ std::string WriteRecordCsv(const RecordInput& input) {
                   base::Join(pieces, "; "), "", "", "", ""});
   };
   for (const auto& [fact, value] : Facts(input)) said("As-left record", "", fact, {value});
-  for (const AdviceLine& line : input.advice) {
+  for (const AdviceLine& line : input.advice.value_or(std::vector<AdviceLine>())) {
     const std::string state = input.strings.GetStrings(line.who.empty() ? "Open" : "Accepted");
     std::vector<std::string> pieces = {state};
     if (!line.who.empty()) pieces.insert(pieces.end(), {line.who, TimeOf(line.when), line.reason});

@@ -77,8 +77,10 @@ UnitDesk::Saved UnitDesk::SaveAll(OpenUnit& unit, const Document& document, cons
   if (Fill(unit, left).empty()) {
     const Saved again = Save(unit, mayCommit);
     saved.values.insert(saved.values.end(), again.values.begin(), again.values.end());
-    Add(saved.told, again.told);
-    if (again.save.result == host::SaveResult::kCommitted) left = unit.Compare(document, selection);
+    if (again.told != saved.told) Add(saved.told, again.told);
+    const bool committed = again.save.result == host::SaveResult::kCommitted;
+    if (committed) left = unit.Compare(document, selection);
+    saved.notKept = committed && !left.empty();
   }
   if (left.empty()) return saved;
   saved.save.result = host::SaveResult::kUnknown;

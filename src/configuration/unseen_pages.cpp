@@ -31,27 +31,28 @@ ui::Answer UnseenPages::Nobody::Ask(const ui::Prompt& prompt) {
                                                     : ui::Answer::kNo;
 }
 
-UnseenPages::UnseenPages(const Surroundings& surroundings, shell::Strings& strings, host::Journal& journal)
+UnseenPages::UnseenPages(const Surroundings& surroundings, shell::Strings& strings,
+                         host::Transactions& transactions)
     : progress_(surroundings.progress),
       table_(WithValues(surroundings.table)),
       platform_(WithoutWindows(surroundings.platform, prompts_)),
-      transactions_(network_, journal),
-      context_{platform_, surroundings.settings, device_, strings,       *this,    flags_,
-               pages_,    selections_,           *this,   transactions_, network_, noServer_},
+      transactions_(transactions),
+      context_{platform_, surroundings.settings, device_, strings,       *this, flags_,
+               pages_,    selections_,           *this,   transactions_, none_, none_},
       pages_(table_) {
   pages_.CreatePages(context_, [](shell::ISubForm&) {});
   const shell::Strings::Hold hold(strings);
   pages_.ReInitializeStrings();
 }
 
-void UnseenPages::Load(const host::DeviceObjects& device, const automation::Object& network, bool imperial) {
+void UnseenPages::Load(const host::DeviceObjects& device, bool imperial) {
   device_ = device;
   device_.IsImperial = imperial;
-  network_ = network;
   told_.clear();
   try {
     pages_.ReInitializeStrings();  // units stand beside the boxes
     pages_.LoadAllPages(context_, progress_);
+    for (std::size_t i = 0; i < pages_.Count(); ++i) pages_.Page(i).SettingsOutdated();
   } catch (const std::exception& error) {
     told_.push_back(shell::DescribeError(error));
     throw base::Error(base::Join(told_, "\r\n"));

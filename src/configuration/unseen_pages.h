@@ -23,13 +23,13 @@ class UnseenPages : private shell::MessageSink, private shell::PageWork {
     shell::fLoading& progress;
   };
 
-  /// Texts are those of `strings`, also of the captions. `journal` is that of the pages' own transactions;
-  /// for pages that save, the one into which the device's tree notes.
-  UnseenPages(const Surroundings& surroundings, shell::Strings& strings, host::Journal& journal);
+  /// Texts are those of `strings`, also of the captions. `transactions` are those of whoever has the device
+  /// open, so that one which the host left open is ended with the next; they outlive the pages.
+  UnseenPages(const Surroundings& surroundings, shell::Strings& strings, host::Transactions& transactions);
 
-  /// Reads all values of the device, whose tree is copied; `network` carries the transactions. Throws
-  /// base::Error with what the pages had to say when one of them cannot be read.
-  void Load(const host::DeviceObjects& device, const automation::Object& network, bool imperial);
+  /// Reads all values of the device, whose tree is copied. Throws base::Error with what the pages had to say
+  /// when one of them cannot be read.
+  void Load(const host::DeviceObjects& device, bool imperial);
   /// Beside those, what no control shows. Throws automation::Error.
   void ReadSettings();
 
@@ -70,8 +70,8 @@ class UnseenPages : private shell::MessageSink, private shell::PageWork {
   Nobody nobody_;
   fields::PagePrompts prompts_{nobody_};
   shell::Platform platform_;
-  automation::Object network_, noServer_;
-  host::Transactions transactions_;
+  automation::Object none_;  // for pages with values, which do not ask for the host's own objects
+  host::Transactions& transactions_;
   host::DeviceObjects device_;
   shell::PageFlags flags_;
   shell::SelectedTypes selections_;

@@ -13,6 +13,15 @@ using configuration::Difference;
 using configuration::Document;
 using configuration::OpenUnit;
 
+namespace {
+
+/// The names of inputs and outputs are among their settings.
+void ReadSelected(OpenUnit& unit, const configuration::Selection& selection) {
+  if (selection.settings || selection.ofOneUnit) unit.ReadSettings();
+}
+
+}  // namespace
+
 Copier::Copier(const configuration::UnseenPages::Surroundings& surroundings, shell::Strings& strings,
                const host::SessionRequest& request)
     : quiet_(nullptr, surroundings.platform.loop, strings),
@@ -48,25 +57,25 @@ Copier::End Copier::Run(UnitLine& line, const Job& job) {
   Enter(line, UnitState::kReading);
   std::optional<OpenUnit> unit(std::in_place, desk_.Surroundings(), strings_, RequestOf(line),
                                job.source.head.imperial);
-  if (job.selection.settings) unit->ReadSettings();
+  ReadSelected(*unit, job.selection);
   const std::vector<Difference> differences = unit->Compare(job.source, job.selection);
   line.count = differences.size();
   if (differences.empty()) return {UnitState::kEqual};
   if (std::string why = desk_.Fill(*unit, differences); !why.empty()) return {UnitState::kRefused, why};
   if (!job.write) return {UnitState::kDiffers};
   Enter(line, UnitState::kWriting);
-  End end = Save(line, job, *unit);
-  if (end.state != UnitState::kUnknown) return end;
+  const auto saved = desk_.SaveAll(*unit, job.source, job.selection, mayCommit);
+  if (saved.notKept) return {UnitState::kFailed, saved.told};
+  if (saved.save.result != host::SaveResult::kUnknown) return Ended(line, *unit, saved);
+  line.values = saved.values;
   unit.reset();
-  return LookAgain(line, job, differences, end.reason);
+  return LookAgain(line, job, differences, saved.told);
 }
 
-Copier::End Copier::Save(UnitLine& line, const Job& job, OpenUnit& unit) {
-  const auto saved = desk_.SaveAll(unit, job.source, job.selection, mayCommit);
+Copier::End Copier::Ended(UnitLine& line, OpenUnit& unit, const configuration::UnitDesk::Saved& saved) {
   if (saved.save.result == host::SaveResult::kCancelled)
     return {saved.save.refused ? UnitState::kRefused : UnitState::kFailed, saved.told};
   line.values = saved.values;
-  if (saved.save.result == host::SaveResult::kUnknown) return {UnitState::kUnknown, saved.told};
   line.count = line.values.size();
   const std::string noRecord = KeepRecord(line, unit, saved.before);
   return {UnitState::kDone, saved.told + (saved.told.empty() || noRecord.empty() ? "" : "\r\n") + noRecord};
@@ -77,7 +86,7 @@ Copier::End Copier::LookAgain(UnitLine& line, const Job& job, const std::vector<
   std::vector<Difference> left;
   try {
     OpenUnit unit(desk_.Surroundings(), strings_, RequestOf(line), job.source.head.imperial);
-    if (job.selection.settings) unit.ReadSettings();
+    ReadSelected(unit, job.selection);
     left = unit.Compare(job.source, job.selection);
   } catch (const std::exception& error) {
     return {UnitState::kUnknown, told + "\r\n" + shell::InWords(strings_, error)};

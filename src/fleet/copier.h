@@ -22,7 +22,7 @@ enum class UnitState {
   kEqual,     // nothing to change
   kDiffers,   // of a dry run
   kRefused,   // a rule or the device does not take a value; nothing was written
-  kFailed,    // nothing was written
+  kFailed,    // nothing was written, or the device did not keep it
   kUnknown,   // the answer to the commit was lost, and the unit holds neither all nor nothing of it
   kNotTaken,  // cannot be copied to at all
 };
@@ -66,7 +66,7 @@ class Copier {
   };
 
   End Run(UnitLine& line, const Job& job);
-  End Save(UnitLine& line, const Job& job, configuration::OpenUnit& unit);
+  End Ended(UnitLine& line, configuration::OpenUnit& unit, const configuration::UnitDesk::Saved& saved);
   /// After a lost commit: by what a further session reads.
   End LookAgain(UnitLine& line, const Job& job, const std::vector<configuration::Difference>& differences,
                 const std::string& told);

@@ -46,10 +46,10 @@ void Journal::NoteRefused(std::string_view object, int number, std::string_view 
 
 std::vector<ChangedField> ChangedFields(const Written& entry) {
   const base::Record before(entry.before), written(entry.text);
-  if (entry.fields.empty() || before.Count() != written.Count()) {
-    const std::string control = entry.fields.empty() ? std::string() : entry.fields.front().control;
+  const WrittenField first = entry.fields.empty() ? WrittenField{kWholeText, {}} : entry.fields.front();
+  if (first.place == kWholeText || before.Count() != written.Count()) {
     if (entry.before == entry.text) return {};
-    return {{control, entry.before, entry.text, std::string::npos}};
+    return {{first.control, entry.before, entry.text, kWholeText}};
   }
   std::vector<ChangedField> changed;
   for (const auto& [place, control] : entry.fields) {

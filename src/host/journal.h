@@ -16,10 +16,15 @@ namespace host {
 
 /// Decimals in which values are read to be compared or to be put together again: the most that hosts give.
 inline constexpr int kHighPrecision = 9;
+/// What a number read so may differ by from the one it stands for.
+inline constexpr double kReadingError = 2e-9;
+
+/// The place of a field that is no part of a record.
+inline constexpr std::size_t kWholeText = std::string::npos;
 
 /// A field of a value that was put in.
 struct WrittenField {
-  std::size_t place;    // of the record, counted from 0
+  std::size_t place;    // of the record, counted from 0; or the whole text
   std::string control;  // page class, point, control name; empty where no control shows it
 };
 
@@ -43,7 +48,7 @@ struct Written {
 /// A field of a property to which another text was written than stood there.
 struct ChangedField {
   std::string control, before, written;
-  std::size_t place;  // of the record; npos: the whole text
+  std::size_t place;  // of the record, or the whole text
 };
 
 std::vector<ChangedField> ChangedFields(const Written& entry);

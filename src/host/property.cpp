@@ -9,19 +9,17 @@
 namespace host {
 namespace {
 
-// What a number read at high precision may differ by from the one it stands for.
-constexpr double kReadingError = 2e-9;
-
 std::string TypeOf(std::string_view format) { return std::string(format.substr(0, format.find('#'))); }
 
 }  // namespace
 
 void Edit::Set(std::size_t place, std::string_view text, std::string_view control) {
-  if (!Shows(record_.Field(place), text)) record_.Set(place, text);
+  if (!Shows(place, text)) record_.Set(place, text);
   fields_.push_back({place, std::string(control)});
 }
 
-bool Edit::Shows(std::string_view field, std::string_view text) const {
+bool Edit::Shows(std::size_t place, std::string_view text) const {
+  const std::string_view field = record_.Field(place);
   if (field == text) return true;
   const auto present = base::ParseEither(numbers_, field);
   const auto typed = base::ParseEither(numbers_, text);
@@ -30,9 +28,11 @@ bool Edit::Shows(std::string_view field, std::string_view text) const {
   if (shown_ == kHostPrecision) return false;
   const double unit = std::pow(10.0, -shown_);
   const double steps = *typed / unit;
-  // No finer than what is shown, and what the present number is rounded to.
-  return std::abs(steps - std::round(steps)) < 1e-6 &&
-         std::abs(*present - *typed) <= unit / 2 + kReadingError;
+  if (std::abs(steps - std::round(steps)) >= 1e-6) return false;  // finer than what is shown
+  const double beyond = std::abs(*present - *typed) - unit / 2;
+  if (std::abs(beyond) > kReadingError) return beyond < 0;
+  // Halfway between two numbers that a page can show: the host knows which of them it shows.
+  return base::ParseEither(numbers_, base::Record(readShown_()).Field(place)) == typed;
 }
 
 void Property::Bind(std::string_view format) {
@@ -52,9 +52,20 @@ std::string Property::ReadPresent(int shown) const {
   return Read(shown == kHostPrecision ? kHostPrecision : kHighPrecision);
 }
 
+std::string Property::ReadShown(int shown) const {
+  object_.Put(kPrecision, shown);
+  std::string text = object_.Text(kValue);
+  object_.Put(kPrecision, kHighPrecision);  // as it is written, and checked after the commit
+  return text;
+}
+
+Edit Property::Begin(const std::string& present, std::string_view name, int shown) const {
+  return {present, name, shown, journal_->Numbers(), [this, shown] { return ReadShown(shown); }};
+}
+
 void Property::Change(std::string_view name, int shown, const std::function<void(Edit&)>& change) {
   const std::string present = ReadPresent(shown);
-  Edit edit(present, name, shown, journal_->Numbers());
+  Edit edit = Begin(present, name, shown);
   change(edit);
   Put(present, edit.Text(), shown, edit.Fields());
 }
@@ -65,15 +76,15 @@ void Property::Write(std::string_view name, int shown, const std::vector<std::st
     return i < controls.size() ? controls[i] : std::string();
   };
   const std::string present = ReadPresent(shown);
-  Edit edit(present, name, shown, journal_->Numbers());
+  Edit edit = Begin(present, name, shown);
   if (edit.Count() != texts.size()) return Put(present, base::Join(texts, " "), shown, {{0, control(0)}});
   for (std::size_t i = 0; i < texts.size(); ++i) edit.Set(i, texts[i], control(i));
   Put(present, edit.Text(), shown, edit.Fields());
 }
 
-void Property::WriteText(std::string_view text) {
+void Property::WriteText(std::string_view text, std::string_view control) {
   if (!journal_->IsOpen()) return object_.Put(kValue, text);
-  Put(object_.Text(kValue), std::string(text), kHostPrecision, {});
+  Put(object_.Text(kValue), std::string(text), kHostPrecision, {{kWholeText, std::string(control)}});
 }
 
 void Property::Put(std::string_view present, std::string text, int shown, std::vector<WrittenField> fields) {

@@ -22,9 +22,10 @@ inline constexpr int kHostPrecision = -1;
 /// A value on its way to be written: the present fields, of which some are replaced.
 class Edit {
  public:
-  /// `shown`: decimals with which a page shows the fields.
-  Edit(std::string_view present, std::string_view name, int shown, const base::Numbers& numbers)
-      : record_(present, name), shown_(shown), numbers_(numbers) {}
+  /// `shown`: decimals with which a page shows the fields; `readShown` reads the value so.
+  Edit(std::string_view present, std::string_view name, int shown, const base::Numbers& numbers,
+       std::function<std::string()> readShown)
+      : record_(present, name), shown_(shown), numbers_(numbers), readShown_(std::move(readShown)) {}
 
   std::size_t Count() const { return record_.Count(); }
   /// Puts `text` into field `place`, counted from 0. A text that the field shows already leaves it as it is:
@@ -36,11 +37,12 @@ class Edit {
   const std::vector<WrittenField>& Fields() const { return fields_; }
 
  private:
-  bool Shows(std::string_view field, std::string_view text) const;
+  bool Shows(std::size_t place, std::string_view text) const;
 
   base::Record record_;
   int shown_;
   const base::Numbers& numbers_;
+  std::function<std::string()> readShown_;
   std::vector<WrittenField> fields_;
 };
 
@@ -63,9 +65,9 @@ class Property {
   /// order.
   void Write(std::string_view name, int shown, const std::vector<std::string>& texts,
              const std::vector<std::string>& controls = {});
-  /// Writes a text that is no record (a location). Noted, with the text before, only while the journal is
-  /// open.
-  void WriteText(std::string_view text);
+  /// Writes a text that is no record (a location, a name). Noted, with the text before, only while the
+  /// journal is open. `control` is where it was typed.
+  void WriteText(std::string_view text, std::string_view control = {});
 
   /// Its own name, which is also that of its format.
   std::string Name() const;
@@ -73,6 +75,8 @@ class Property {
 
  private:
   std::string ReadPresent(int shown) const;
+  std::string ReadShown(int shown) const;
+  Edit Begin(const std::string& present, std::string_view name, int shown) const;
   void Put(std::string_view present, std::string text, int shown, std::vector<WrittenField> fields);
 
   automation::Object object_;

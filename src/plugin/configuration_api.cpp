@@ -1,5 +1,7 @@
 #include "plugin/configuration_api.h"
 
+#include <algorithm>
+
 #include "base/error.h"
 #include "base/files.h"
 #include "base/text.h"
@@ -117,8 +119,9 @@ automation::Value ConfigurationApi::Run(Work work) {
   }
 }
 
-configuration::OpenUnit& ConfigurationApi::Unit() {
+configuration::OpenUnit& ConfigurationApi::UnitIn(bool imperial) {
   if (!unit_) throw base::Error("No unit is open.");
+  if (unclear_ || imperial != unit_->Imperial()) Load(imperial);
   return *unit_;
 }
 
@@ -130,7 +133,7 @@ void ConfigurationApi::Load(bool imperial) {
   RequireApplied();
   unit_.reset();
   unit_ = std::make_unique<configuration::OpenUnit>(desk_->Surroundings(), english_, request_, imperial);
-  imperial_ = imperial;
+  unclear_ = false;
 }
 
 void ConfigurationApi::Open(const host::SessionRequest& request) {
@@ -154,11 +157,16 @@ void ConfigurationApi::Close() {
 
 automation::Value ConfigurationApi::Units() {
   if (!desk_) throw base::Error("No network is open.");
+  auto units = configuration::ListUnits(program_.GetPlatform(), request_);
+  // The one that is open here may be refused to the session that lists, in words that a host may choose.
+  const auto isOwn = [this](const auto& unit) { return base::EqualsNoCase(unit.name, request_.deviceName); };
+  if (unit_ && std::ranges::none_of(units, isOwn)) {
+    const auto own = std::ranges::find(units, std::string(), &configuration::UnitEntry::name);
+    if (own != units.end()) own->name = request_.deviceName;
+  }
   automation::List names;
-  for (const configuration::UnitEntry& unit : configuration::ListUnits(program_.GetPlatform(), request_)) {
-    // The one that is open here may be refused to the session that lists.
-    const bool own = unit_ && unit.fault.find('"' + request_.deviceName + '"') != std::string::npos;
-    if (!unit.name.empty() || own) names.emplace_back(own ? request_.deviceName : unit.name);
+  for (const configuration::UnitEntry& unit : units) {
+    if (!unit.name.empty()) names.emplace_back(unit.name);
   }
   return names;
 }
@@ -177,9 +185,9 @@ Document ConfigurationApi::ReadDocument(const std::string& file) {
 }
 
 configuration::OpenUnit& ConfigurationApi::UnitFor(const Document& document) {
-  if (document.head.imperial != imperial_) Load(document.head.imperial);
-  Unit().ReadSettings();
-  return Unit();
+  configuration::OpenUnit& unit = UnitIn(document.head.imperial);
+  unit.ReadSettings();
+  return unit;
 }
 
 configuration::Selection ConfigurationApi::Everything() const {
@@ -206,20 +214,19 @@ std::int32_t ConfigurationApi::Apply(const std::string& file) {
   configuration::OpenUnit& unit = UnitFor(document);
   const auto differences = unit.Compare(document, Everything());
   if (differences.empty() && !filled_) return 0;
-  filled_ = true;
-  const std::string refused = desk_->Fill(unit, differences);
-  if (refused.empty()) return Ended(desk_->SaveAll(unit, document, Everything(), mayGoOn));
   filled_ = false;
-  Load(imperial_);  // half of the file must not be applied by the next call
-  throw base::Error("Nothing was applied.\r\n" + refused);
+  unclear_ = true;  // until it is stored: the next call must not apply what is left of the file
+  const std::string refused = desk_->Fill(unit, differences);
+  if (!refused.empty()) throw base::Error("Nothing was applied.\r\n" + refused);
+  return Ended(desk_->SaveAll(unit, document, Everything(), mayGoOn));
 }
 
 std::int32_t ConfigurationApi::Ended(const configuration::UnitDesk::Saved& saved) {
   const host::SaveResult result = saved.save.result;
   if (result == host::SaveResult::kCancelled) throw base::Error("Nothing was applied.\r\n" + saved.told);
-  if (result == host::SaveResult::kUnknown)
-    throw base::Error("It is not known whether the values were applied.\r\n" + saved.told);
   filled_ = false;
+  unclear_ = result == host::SaveResult::kUnknown;
+  if (unclear_) throw base::Error("It is not known whether the values were applied.\r\n" + saved.told);
   return static_cast<std::int32_t>(saved.values.size());
 }
 

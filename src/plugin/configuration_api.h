@@ -42,7 +42,9 @@ class ConfigurationApi : public automation::LocalClass<ConfigurationApi> {
   std::string Value(const std::string& page, const std::string& field);
   void SetValue(const std::string& page, const std::string& field, const automation::Value& content);
 
-  configuration::OpenUnit& Unit();
+  /// In the units that the script has set; it is read again where it was left in others, or unclear.
+  configuration::OpenUnit& Unit() { return UnitIn(imperial_); }
+  configuration::OpenUnit& UnitIn(bool imperial);
   /// The unit in the units of the document, with what no page shows.
   configuration::OpenUnit& UnitFor(const configuration::Document& document);
   configuration::Document ReadDocument(const std::string& file);
@@ -58,6 +60,7 @@ class ConfigurationApi : public automation::LocalClass<ConfigurationApi> {
   host::SessionRequest request_;
   bool imperial_ = false;
   bool filled_ = false;      // something was put in that is not applied
+  bool unclear_ = false;     // the pages may hold what the device does not
   automation::Object host_;  // held from unit to unit, or the host would end in between
   std::unique_ptr<configuration::OpenUnit> unit_;
 };

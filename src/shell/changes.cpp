@@ -1,6 +1,7 @@
 #include "shell/changes.h"
 
 #include <algorithm>
+#include <exception>
 #include <utility>
 
 namespace shell {
@@ -76,6 +77,12 @@ void Changes::ReadSettings() {
     JudgeAll(page);
   }
   Told();
+}
+
+void Changes::SettingsOutdated() {
+  for (const Page& page : followed_) {
+    if (page.form) page.form->SettingsOutdated();
+  }
 }
 
 void Changes::Committed() {
@@ -213,12 +220,15 @@ std::vector<KeptChange> Changes::Kept() {
   for (const Page& page : followed_) {
     for (const Entry& entry : page.entries) {
       if (entry.edited)
-        kept.push_back({entry.field.page, entry.field.name, entry.Held(), entry.field.content()});
+        kept.push_back(
+            {entry.field.page, entry.field.name, entry.Held(), entry.field.content(), entry.field.kind});
     }
     for (const Adjustment& adjustment : page.adjustments) {
       const Entry* entry = EntryOf(adjustment.control->GetForm().Name(), adjustment.control->Name());
-      if (entry && !entry->edited)
-        kept.push_back({entry->field.page, entry->field.name, entry->Held(), adjustment.content});
+      if (!entry || entry->edited) continue;
+      const Field& field = entry->field;
+      const std::string device = field.stored ? field.stored() : entry->Held();
+      kept.push_back({field.page, field.name, device, adjustment.content, field.kind});
     }
   }
   return kept;
@@ -273,6 +283,15 @@ bool Changes::AppliedToDevice(const Field& field) const {
   return !entry || entry->applied;
 }
 
+void Changes::ForgetRefused() {
+  for (Page& page : followed_) {
+    for (Entry& entry : page.entries) {
+      if (!std::exchange(entry.refused, {}).empty()) Show(entry);
+    }
+  }
+  Told();
+}
+
 void Changes::Refuse(std::string_view control, const std::string& reason) {
   const ControlName name(control);
   Entry* entry = EntryOf(name.page, name.control);
@@ -301,15 +320,16 @@ std::vector<fields::Wanted> Changes::TakeAll(const std::vector<fields::Wanted>& 
 }
 
 void Changes::Together(const std::function<void()>& work) {
+  std::exception_ptr fault;
   const bool outer = std::exchange(together_, true);
   try {
     work();
   } catch (...) {
-    together_ = outer;
-    throw;
+    fault = std::current_exception();
   }
   together_ = outer;
   JudgeAdjustments();
+  if (fault) std::rethrow_exception(fault);
 }
 
 void Changes::DropUnedited() {

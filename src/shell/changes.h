@@ -32,6 +32,7 @@ struct Change {
 struct KeptChange {
   std::string page, field;      // names
   std::string device, present;  // contents
+  fields::Kind kind;
 };
 
 class Changes {
@@ -45,6 +46,8 @@ class Changes {
   void Attach(std::size_t page, ISubForm& form);
   /// Asks the device for what no control shows, unless it is known. Throws automation::Error.
   void ReadSettings();
+  /// Everything is read again, and this when somebody wants it.
+  void SettingsOutdated();
   /// A save was committed: what the pages show is what the device holds.
   void Committed();
   /// Other texts or units are in use: marks say what they say in these, and assistive programs are told what
@@ -71,6 +74,8 @@ class Changes {
   /// Whether the field applied to what the device holds; an edit elsewhere may have put another in its place.
   bool AppliedToDevice(const fields::Field& field) const;
 
+  /// A save begins: what an earlier one refused is an edit like any other.
+  void ForgetRefused();
   /// The save refused what this field shows. `control`: page class, point, control name.
   void Refuse(std::string_view control, const std::string& reason);
 
@@ -78,7 +83,7 @@ class Changes {
   /// Answers what was not taken.
   std::vector<fields::Wanted> TakeAll(const std::vector<fields::Wanted>& wanted,
                                       fields::PagePrompts& prompts);
-  /// Does `work`, in which many fields change, and judges and tells of it once.
+  /// Does `work`, in which many fields change, and judges and tells of it once, also when it throws.
   void Together(const std::function<void()>& work);
   /// After taking back: a page without an edited field is as after its fill.
   void DropUnedited();

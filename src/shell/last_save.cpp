@@ -1,6 +1,7 @@
 #include "shell/last_save.h"
 
 #include <algorithm>
+#include <cmath>
 
 #include "base/text.h"
 
@@ -13,16 +14,17 @@ bool IsOf(const KeptChange& change, const ControlName& name) {
          (change.field == name.control || name.control.starts_with(change.field + "("));
 }
 
-/// The text before, where it has digits that the page did not show: only they give the same value again.
-std::string ExactContent(const base::Numbers& numbers, const KeptChange& change,
-                         const host::ChangedField& changed) {
-  const auto typed = base::ParseEither(numbers, change.present),
-             put = base::ParseEither(numbers, changed.written);
-  const auto shown = base::ParseEither(numbers, change.device),
-             before = base::ParseEither(numbers, changed.before);
-  if (!typed || !before || typed != put || shown == before) return change.device;
-  const std::size_t end = changed.before.find_last_not_of('0');
-  return changed.before.substr(0, end + 1);
+/// The text before, where it is the content with digits that the page did not show: only they give the same
+/// value again. A field may also be stored as something else (doubled, say): then the content itself does.
+std::string ExactContent(const base::Numbers& numbers, const KeptChange& change, const std::string& before) {
+  const std::string& content = change.device;
+  if (change.kind != fields::Kind::kText) return content;
+  const auto shown = base::ParseEither(numbers, content), stored = base::ParseEither(numbers, before);
+  const std::size_t sign = content.find_first_of(".,");
+  const std::size_t decimals = sign == std::string::npos ? 0 : content.size() - sign - 1;
+  const double rounding = std::pow(10.0, -static_cast<double>(decimals)) / 2 + host::kReadingError;
+  if (!shown || !stored || shown == stored || std::abs(*stored - *shown) > rounding) return content;
+  return before.substr(0, before.find_last_not_of('0') + 1);
 }
 
 }  // namespace
@@ -32,7 +34,9 @@ void LastSave::Begin(std::vector<KeptChange> pending, bool imperial) {
   begunImperial_ = imperial;
 }
 
-void LastSave::Committed(const host::Journal& journal, const std::vector<host::Difference>& differences) {
+bool LastSave::Committed(const host::Journal& journal, const std::vector<host::Difference>& differences) {
+  const auto changesNothing = [](const host::Written& entry) { return host::ChangedFields(entry).empty(); };
+  if (std::ranges::all_of(journal.Entries(), changesNothing)) return false;
   const auto heldOf = [&differences](const host::ChangedField& changed) {
     const auto told = std::ranges::find(differences, changed.control, &host::Difference::control);
     return told == differences.end() || changed.control.empty() ? std::string() : told->held;
@@ -44,6 +48,7 @@ void LastSave::Committed(const host::Journal& journal, const std::vector<host::D
     for (const host::ChangedField& changed : host::ChangedFields(entry))
       Add(entry, changed, heldOf(changed), journal.Numbers());
   }
+  return true;
 }
 
 // Several properties may hold what one field shows; it is one value.
@@ -59,7 +64,7 @@ void LastSave::Add(const host::Written& entry, const host::ChangedField& changed
     return value.page == known->page && value.field == known->field;
   });
   if (told == values_.end()) {
-    values_.push_back({known->page, known->field, entry.Name(), ExactContent(numbers, *known, changed),
+    values_.push_back({known->page, known->field, entry.Name(), ExactContent(numbers, *known, changed.before),
                        known->present, held});
   } else if (!held.empty()) {
     told->held = held;

@@ -15,10 +15,11 @@ class LastSave {
  public:
   /// What was pending when the save began, in the unit system in use.
   void Begin(std::vector<KeptChange> pending, bool imperial);
-  /// It was committed; `differences`: what the device holds otherwise than written.
-  void Committed(const host::Journal& journal, const std::vector<host::Difference>& differences);
+  /// It was committed; `differences`: what the device holds otherwise than written. A save that changed no
+  /// value is no save: the one before stays, and the answer is no.
+  bool Committed(const host::Journal& journal, const std::vector<host::Difference>& differences);
 
-  /// Nothing was committed yet, or the save changed no value.
+  /// Nothing was committed yet.
   bool Empty() const { return values_.empty(); }
   bool Imperial() const { return imperial_; }
   const std::vector<host::Written>& Entries() const { return entries_; }

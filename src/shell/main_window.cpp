@@ -90,7 +90,12 @@ void fMain::ConnectHandlers() {
   };
   cmdOK.onClick = [this] { Command("OK", [this] { Ok(); }); };
   cmdApply.onClick = [this] { Command("Apply", [this] { Apply(); }); };
-  cmdRefresh.onClick = [this] { Command("Refresh", [this] { Refresh("Refresh"); }); };
+  cmdRefresh.onClick = [this] {
+    Command("Refresh", [this] {
+      changes_.SettingsOutdated();
+      Refresh("Refresh");
+    });
+  };
   cmdHelp.onClick = [this] { Command("Help", [this] { Help(); }); };
   cmdErrorLog.onClick = [this] { logger_.ShowMe(); };
   cmdCancel.onClick = [this] { Close(); };

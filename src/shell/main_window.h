@@ -74,7 +74,7 @@ class fMain : public ui::Window, private MessageSink, private PageWork {
   void ShowWindow();
   void InitStrings();
   void ReInitializeStrings();
-  /// Reads the location from the device again.
+  /// Reads the location from the device again; an edit of it is dropped.
   void RefreshLocationString();
 
   logger::fMessage& Logger() { return logger_; }
@@ -108,6 +108,10 @@ class fMain : public ui::Window, private MessageSink, private PageWork {
   void GoTo(ui::Control& control);
   /// The location, as a field like those of the pages.
   fields::Field LocationField();
+  /// Asks the device for the location, which no refresh does; an edit of it stays. Throws automation::Error.
+  void ReadLocation();
+  /// Before the save under way: a save writes the location first, before its transaction.
+  const std::string& FormerLocation() const { return formerLocation_; }
 
  private:
   /// A message of the main window itself.
@@ -203,7 +207,7 @@ class fMain : public ui::Window, private MessageSink, private PageWork {
   bool ending_ = false;
   bool dialogWaits_ = false;  // a page's dialog is open and nothing else is under way
   bool locationChanged_ = false;
-  std::string storedLocation_;
+  std::string storedLocation_, formerLocation_;
   int blinkCounter_ = 0;  // milliseconds
 
   ui::ListView lvwConfig{*this, "lvwConfig"};

@@ -97,7 +97,8 @@ void fMain::TakeBackPage() {
 }
 
 bool fMain::Reviewed() {
-  if (!review_ || !pages_.AnyPageChanged()) return true;
+  // What was typed back leaves its page changed and nothing to be seen.
+  if (!review_ || !pages_.AnyPageChanged() || changes_.List().empty()) return true;
   std::vector<Warning> warnings;
   for (const auto& companion : companions_)
     std::ranges::move(companion->Warnings(), std::back_inserter(warnings));
@@ -105,9 +106,9 @@ bool fMain::Reviewed() {
 }
 
 void fMain::TellSave(const std::vector<host::Difference>& differences) {
-  lastSave_.Committed(journal_, differences);
+  const bool changed = lastSave_.Committed(journal_, differences);
   changes_.Committed();
-  if (lastSave_.Empty()) return;
+  if (!changed) return;
   std::vector<std::string> onPages;
   for (const LastSave::Value& value : lastSave_.Values()) {
     if (std::ranges::find(onPages, value.page) == onPages.end()) onPages.push_back(value.page);

@@ -10,13 +10,19 @@
 
 namespace shell {
 
-void fMain::RefreshLocationString() {
-  txtLocation.SetText(NamingProperty(host::kLocationFormat, [this] {
+void fMain::ReadLocation() {
+  const std::string read = NamingProperty(host::kLocationFormat, [this] {
     host::Property& property = device_.NodeProperties[host::kLocationProperty];
     property.Bind(host::kLocationFormat);
     return property.Read();
-  }));
-  storedLocation_ = txtLocation.Text();
+  });
+  if (!locationChanged_ && txtLocation.Text() == storedLocation_) txtLocation.SetText(read);
+  storedLocation_ = read;
+}
+
+void fMain::RefreshLocationString() {
+  ReadLocation();
+  txtLocation.SetText(storedLocation_);
   locationChanged_ = false;
 }
 
@@ -37,6 +43,7 @@ void fMain::LoadLocation() {
 
 fields::Field fMain::LocationField() {
   fields::Field field = fields::FieldOf(txtLocation, TranslateBy(strings_));
+  field.kind = fields::Kind::kEntry;  // a name, even one made of digits
   field.ofOneUnit = true;
   field.caption = [this] {
     fields::Caption caption;
@@ -49,6 +56,7 @@ fields::Field fMain::LocationField() {
 }
 
 bool fMain::WriteLocation(std::string_view routine) {
+  formerLocation_ = storedLocation_;
   if (!locationChanged_) return true;
   try {
     NamingProperty(host::kLocationFormat,
@@ -64,6 +72,7 @@ bool fMain::WriteLocation(std::string_view routine) {
 
 SaveResult fMain::Save(std::string_view routine) {
   refusals_.clear();
+  changes_.ForgetRefused();
   const auto begins = [](const auto& companion) { return companion->SaveBegins(); };
   if (!std::ranges::all_of(companions_, begins)) {
     Log(Text("The configuration settings were not applied"), routine, logger::kError);

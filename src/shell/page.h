@@ -79,8 +79,11 @@ class ISubForm : public ui::Form {
   virtual void FollowFunctions() {}
   /// Called each time the page comes into view.
   virtual void PageShown() { FollowFunctions(); }
-  /// Asks the device for what no control shows; ListFields has it from then on. Throws automation::Error.
+  /// Asks the device for what no control shows, unless it is known; ListFields has it from then on. Throws
+  /// automation::Error.
   virtual void ReadSettings() {}
+  /// Others may have changed them: ReadSettings asks again.
+  virtual void SettingsOutdated() {}
   /// The values that the page holds: by default those of the controls that it shows. To be asked again after
   /// a fill, which may bring other boxes.
   virtual std::vector<fields::Field> ListFields(const fields::Translate& translate) {

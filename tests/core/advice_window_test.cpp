@@ -65,8 +65,11 @@ TEST_F(AdviceWindowTest, CountsWhatIsOpenAndKeepsWhatIsAccepted) {
   };
   accept(1, "  ");
   EXPECT_EQ(Lines()[1], "Fault PID: Space Temperature, Proportional Gain") << "not without a reason";
-  accept(1, "switched by hand");
+  accept(1, "by hand, see D&I sheet");
   EXPECT_EQ(Lines().back(), "Accepted PID: Space Temperature, Proportional Gain");
+  List().Choose(List().Rows().size() - 1);
+  EXPECT_THAT(Window().Find("lblAccepted")->Text(), testing::EndsWith("by hand, see D&&I sheet"))
+      << "no key underlined";
   EXPECT_EQ(Text("cmdAdvice"), before);
 
   // The review names what is open, and lets it be applied.
@@ -82,7 +85,7 @@ TEST_F(AdviceWindowTest, CountsWhatIsOpenAndKeepsWhatIsAccepted) {
 
   // The record knows it, and the next time, in other units too; another value opens it again.
   const auto lines = Window().AdviceOn(Companion<configuration::Desk>().Take(false));
-  const auto line = std::ranges::find(lines, "switched by hand", &configuration::AdviceLine::reason);
+  const auto line = std::ranges::find(lines, "by hand, see D&I sheet", &configuration::AdviceLine::reason);
   ASSERT_NE(line, lines.end());
   EXPECT_TRUE(line->fault);
   EXPECT_EQ(line->who, "installer");

@@ -176,7 +176,7 @@ TEST_F(ChangesTest, WhatWasRefusedIsFoundAtItsBox) {
   EXPECT_EQ(MarkOf("fPID.txtPIDTemp(3)"), ui::Mark::kChanged);
 
   // The host does not say which: all that were changed. Then a rule of a page.
-  building.Faults().Fail({.member = "Property.Value", .call = 2, .code = automation::kApplicationDefined});
+  building.Faults().Fail({.member = "Property.Value", .call = 2, .code = 0x800A0006});
   Click("cmdApply");
   EXPECT_EQ(MarkOf("fPID.txtPIDTemp(0)"), ui::Mark::kRefused);
   EXPECT_EQ(MarkOf("fPID.txtPIDTemp(3)"), ui::Mark::kRefused);
@@ -186,6 +186,18 @@ TEST_F(ChangesTest, WhatWasRefusedIsFoundAtItsBox) {
   AssignOutput(3, "HEAT_VALVE_OPEN");
   Click("cmdApply");
   EXPECT_EQ(MarkOf("fControlOutput.cboOutput(2)"), ui::Mark::kRefused);
+}
+
+TEST_F(ChangesTest, AreNoLongerRefusedOnceAnotherSaveBegins) {
+  OpenPage(tests::kAssigned, "fPID");
+  Type("fHeatCool.txtSetPoint(3)", "25");
+  Click("cmdApply");
+  EXPECT_EQ(MarkOf("fHeatCool.txtSetPoint(3)"), ui::Mark::kRefused);
+  Type("fHeatCool.txtSetPoint(0)", "26");
+  Type("fPID.txtPIDTemp(3)", "-5");
+  Click("cmdApply");
+  EXPECT_EQ(MarkOf("fHeatCool.txtSetPoint(3)"), ui::Mark::kChanged);
+  EXPECT_EQ(Page("fPID").Focused(), &Find("fPID.txtPIDTemp(3)"));
 }
 
 TEST_F(ChangesTest, TheLogSaysWhatASaveDid) {
@@ -206,6 +218,9 @@ TEST_F(ChangesTest, TheLogSaysWhatASaveDid) {
   log.Choose(0);
   log.popup.front().onClick();  // clears it, and its details
   EXPECT_EQ(log.Rows().size(), 1u);
+  for (int clicks = 0; clicks < 2; ++clicks) Find<ui::CheckBox>("fPID.chkPID").Click();
+  Save();
+  EXPECT_EQ(log.Rows().size(), 2u) << "nothing was written";
 }
 
 TEST_F(ChangesTest, TheLastSaveIsTakenBackToTheLastDigit) {
@@ -222,12 +237,14 @@ TEST_F(ChangesTest, TheLastSaveIsTakenBackToTheLastDigit) {
   Type("fAlarm.txtAlarm(1)", "44");
   AssignInput(1, "UNUSED");
   Unlock("fOptions");
-  Type("fOptions.txtChangeOver", "44");  // stored at twice what is shown
+  Type("fOptions.txtChangeOver", "0");  // stored at twice what is shown
   Find<ui::OptionButton>("fGeneral.optEcono(1)").Click();
+  Find<ui::CheckBox>("fControlOutput.chkOver(6)").Click();  // its state is -1, then 1
+  Type("fControlOutput.txtValue(6)", "42.5");
   Save();
   ChooseEntry("Take back the last save...");
   EXPECT_EQ(prompts.asked.size(), 1u) << prompts.Last().text;
-  EXPECT_EQ(Edited(), 6) << "the valve too, which the general page resets: "
+  EXPECT_EQ(Edited(), 8) << "the valve too, which the general page resets: "
                          << testing::PrintToString(Lines());
   EXPECT_TRUE(Main().ChangesWindow().Visible());
   Save();
@@ -238,12 +255,25 @@ TEST_F(ChangesTest, TheLastSaveIsTakenBackToTheLastDigit) {
 
   Type("fPID.txtPIDTemp(0)", "31");
   Click("cmdApply");
+  for (int clicks = 0; clicks < 2; ++clicks) Find<ui::CheckBox>("fPID.chkPID").Click();
+  Save();  // writes nothing: the one before stays the last
   Store(30, "UCPTspaceTempPIDparam#SI", "32 0.5 7 700 0 0");
   ChooseEntry("Take back the last save...");
   EXPECT_EQ(prompts.Last().text,
             "The device has been changed by somebody else since the last save:\r\n"
             "Space Temperature, Proportional Gain");
   EXPECT_EQ(Text("fPID.txtPIDTemp(0)").substr(0, 2), "31");
+}
+
+TEST_F(ChangesTest, AreToldAlsoOfWorkThatFailsHalfway) {
+  OpenPage(tests::kAssigned, "fPID");
+  const auto fails = [this] {
+    Type("fPID.txtPIDTemp(0)", "30.5");
+    EXPECT_EQ(Text("cmdChanges"), "No changes");
+    throw base::Error("halfway");
+  };
+  EXPECT_THROW(Main().Pending().Together(fails), base::Error);
+  EXPECT_EQ(Text("cmdChanges"), "1 change on 1 page");
 }
 
 TEST_F(ChangesTest, AreReviewedBeforeTheSaveWhereThePersonWantsIt) {
@@ -265,6 +295,9 @@ TEST_F(ChangesTest, AreReviewedBeforeTheSaveWhereThePersonWantsIt) {
   EXPECT_TRUE(Main().Visible());
   click("cmdApply");
   Save();
+  for (const char* typed : {"31", "30.5"}) Type("fPID.txtPIDTemp(0)", typed);
+  Click("cmdApply");  // nothing to be seen either
+  EXPECT_FALSE(Main().Pages().AnyPageChanged());
   tests::Tool another;
   another.registry = registry;
   another.OpenPage(tests::kAssigned, "fPID");

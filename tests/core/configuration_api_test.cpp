@@ -64,6 +64,8 @@ TEST_F(ScriptTest, AFileIsAppliedWhollyOrNotAtAllAndComparedInItsUnits) {
   OpenUnit(tests::kUnassigned);
   EXPECT_GT(script.Call("Apply", file).AsWhole(), 20);
   EXPECT_EQ(script.Call("Compare", file).AsList().size(), 1u) << "the location is the unit's own";
+  EXPECT_FALSE(script.Get("Imperial").AsBool());
+  EXPECT_EQ(Get("fPID", "txtPIDTemp(0)"), Gain(tests::kUnassigned)) << "in the script's units";
   EXPECT_EQ(script.Call("Apply", file).AsWhole(), 0);
 
   auto document = configuration::Read(base::ReadFile(file, configuration::kLargestFile), "");
@@ -77,13 +79,43 @@ TEST_F(ScriptTest, AFileIsAppliedWhollyOrNotAtAllAndComparedInItsUnits) {
   EXPECT_THAT(ErrorOf([&] { script.Call("Apply", Documents() + "/none.kvtarn"); }), HasSubstr("none.kvtarn"));
 }
 
+TEST_F(ScriptTest, WhatASaveDidNotStoreIsLeftOutOfTheNextOne) {
+  OpenUnit(tests::kAssigned);
+  script.Call("Save", file);
+  const auto all = configuration::Read(base::ReadFile(file, configuration::kLargestFile), "");
+  const auto write = [&](const char* field, const char* content) {
+    auto one = *all.Find("fPID", field);
+    one.content = content;
+    base::ReplaceFile(file, configuration::Write({all.head, {one}}));
+  };
+  write("txtPIDTemp(0)", "30.5");
+  auto& faults = building.Faults();
+  faults.Fail({.member = "Network.BeginTransaction", .code = automation::kApplicationDefined});
+  EXPECT_THAT(ErrorOf([&] { script.Call("Apply", file); }), HasSubstr("Nothing was applied"));
+  write("txtPIDTemp(1)", "0.7");
+  EXPECT_EQ(script.Call("Apply", file).AsWhole(), 1);
+  EXPECT_EQ(Gain(tests::kAssigned), "25.0000");
+
+  Put("fPID", "txtPIDTemp(0)", 31);
+  faults.Fail({.member = "Network.CommitTransaction", .instead = [&faults] {
+                 faults.Fail({.member = "Property.Value", .once = false});
+                 throw automation::Error(0x800706BE, "The remote procedure call failed.");
+               }});
+  EXPECT_THAT(ErrorOf([&] { script.Call("Apply"); }), HasSubstr("not known"));
+  faults.Clear();
+  EXPECT_EQ(Get("fPID", "txtPIDTemp(0)"), "25.0000");
+  EXPECT_NO_THROW(script.Call("Save", file));
+}
+
 TEST_F(ScriptTest, AScriptAndTheWindowTakeTurnsAndALetGoSessionEnds) {
   EXPECT_EQ(ErrorOf([&] { script.Get("Units"); }), Raised("No network is open."));
   OpenUnit("");
   EXPECT_EQ(script.Get("Units").AsList().size(), 4u);
   OpenUnit(tests::kUnassigned);
   EXPECT_EQ(script.Get("Units").AsList()[1].AsText(), tests::kUnassigned);
-  EXPECT_EQ(script.Get("Units").AsList().size(), 4u) << "also the one that is open here";
+  building.Faults().Fail(
+      {.member = "AppDevices.Item", .call = 2, .code = automation::kApplicationDefined, .text = "Busy."});
+  EXPECT_EQ(script.Get("Units").AsList().size(), 4u) << "also the one that is open here, in other words";
   Open(tests::kAssigned);
   EXPECT_THAT(ErrorOf([&] { OpenUnit(tests::kAssigned); }), HasSubstr("is open in another session"));
   prompts.whileAsked = [this] { EXPECT_THAT(ErrorOf([&] { script.Call("Close"); }), HasSubstr("is busy")); };

@@ -43,4 +43,17 @@ TEST_F(GeneralTest, DamperPositionsMustBeInOrderWhileThereIsADamper) {
   EXPECT_EQ(stored(), "21.0");
 }
 
+TEST_F(GeneralTest, APositionHalfwayBetweenTwoThatCanBeShownStaysUntilTheOtherOneIsTyped) {
+  Open(tests::kAssigned);
+  Store(27, "UCPTminOutdoorAir", "20.25");
+  Click("cmdRefresh");
+  ASSERT_EQ(Text("fGeneral.txtOutdoor"), "20.2");
+  for (const auto& [box, typed, stored] : {std::tuple("fGeneral.txtBypassTime", "61", "20.25"),
+                                           std::tuple("fGeneral.txtOutdoor", "20.3", "20.30")}) {
+    Type(box, typed);
+    Save();
+    EXPECT_EQ(Stored(tests::kAssigned, 27, "UCPTminOutdoorAir", 2), stored);
+  }
+}
+
 }  // namespace

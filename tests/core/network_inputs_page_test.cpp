@@ -100,6 +100,15 @@ TEST_F(NetworkInputsTest, ANewTypeIsFollowedAtOnceAndReachesTheDeviceWithTheSave
   Click("cmdApply");
   EXPECT_EQ(TypeInDevice("nviOccCmd"), "SNVT_occupancy");
   EXPECT_TRUE(OptimumStart());
+
+  // After a save the page knows the type of the device, also where it could not be read again.
+  Choose("nviOccCmd", "SNVT_tod_event");
+  Main().Context().work.InTransaction("Apply", "Main", [this] { return Page("fNetworkInput").WriteValue(); });
+  Page("fNetworkInput").EndWriteValue();
+  EXPECT_EQ(TypeInDevice("nviOccCmd"), "SNVT_tod_event");
+  Choose("nviOccCmd", "SNVT_occupancy");
+  Save();
+  EXPECT_EQ(TypeInDevice("nviOccCmd"), "SNVT_occupancy");
 }
 
 TEST_F(NetworkInputsTest, ATypeWithAScopeIsTheOneWithoutItAndKeepsItsScope) {

@@ -290,6 +290,14 @@ TEST_F(OutputsTest, AnOutputThatNobodyTouchedIsWrittenBackAsItWas) {
   Find<ui::CheckBox>(Output("chkOver", 1)).Click();
   Click("cmdApply");
   EXPECT_EQ(StoredOutput(1, 6, "UCPTlocalHardwareFlag"), "1") << "now as the page shows it";
+  ChooseEntry("Take back the last save...");
+  Save();
+  EXPECT_EQ(PropertyOf(1, 5).Text("Value"), "FALSE") << "which the page never showed";
+  Find<ui::CheckBox>(Output("chkOver", 1)).Click();
+  EXPECT_EQ(Page("fControlOutput").Adjustments().size(), 1u);
+  Main().Context().work.InTransaction("OK", "Main", [this] { return Page("fControlOutput").WriteValue(); });
+  Page("fControlOutput").EndWriteValue();
+  EXPECT_TRUE(Page("fControlOutput").Adjustments().empty()) << "saved, though not read again";
 }
 
 TEST_F(OutputsTest, TheFirstOverrideValueIsANumberOfTheUser) {
@@ -313,6 +321,16 @@ TEST_F(OutputsTest, TheFirstOverrideValueIsANumberOfTheUser) {
     box.Type(typed);
     EXPECT_EQ(box.Leave(), accepted) << typed;
   }
+}
+
+TEST_F(OutputsTest, WhatTheBuildingWritesWithAPointIsANumberToTheRulesOfEveryPage) {
+  tests::Tool tool(building, table, nullptr, ',');
+  tool.OpenPage(tests::kPressure, "fPID");
+  tool.AssignOutput(6, "FRESH_AIR_DAMPER_MOD");
+  tool.AssignOutput(7, "HUMIDIFIER_ON_OFF");
+  EXPECT_EQ(tool.Find<ui::ListBox>(Output("cboONOFF", 7)).SelectedText(), "ON") << "of 35.0 %";
+  tool.Click("cmdApply");
+  EXPECT_EQ(tool.LastMessage(), tests::kApplied);
 }
 
 TEST_F(OutputsTest, AFunctionThatTheToolDoesNotKnowIsKept) {

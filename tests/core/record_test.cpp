@@ -128,7 +128,8 @@ struct Unit : tests::Tool {
                     .numbers = base::Numbers('.'),
                     .request = {"J. Weber", "Harbour Street 12\nHamburg", ""},
                     .time = "2026-11-22 14:05",
-                    .verified = true};
+                    .verified = true,
+                    .advice = std::vector<configuration::AdviceLine>()};
 };
 
 TEST(AsLeftRecord, HoldsEveryFieldOnceInEveryUnitAndLanguage) {

@@ -196,6 +196,22 @@ TEST_F(SaveTruth, IsNotReadInTheTransactionWhoseCommitAndCancelWereRefused) {
   EXPECT_NE(Device(), before);
 }
 
+TEST_F(SaveTruth, WhatAnOpenTransactionHoldsIsNoChangeBySomebodyElse) {
+  OpenPage(kDevice, "fPID");
+  Type("fPID.txtPIDTemp(0)", "11");
+  Click("cmdApply");
+  Type("fPID.txtPIDTemp(0)", "12");
+  plan.refuses = [commits = 0](std::string_view member) mutable {
+    if (member == "CommitTransaction") ++commits;
+    return commits && member.ends_with("Transaction");
+  };
+  ClickOk("It is not known");
+  plan.refuses = nullptr;
+  const std::size_t asked = prompts.asked.size();
+  ChooseEntry("Take back the last save...");
+  EXPECT_EQ(prompts.asked.size(), asked) << prompts.Last().text;
+}
+
 TEST_F(SaveTruth, StaysUnknownWhenTheDeviceCannotBeReadBack) {
   OpenPage(kDevice, "fPID");
   Type("fPID.txtPIDTemp(0)", "12");
@@ -240,8 +256,12 @@ TEST_F(SaveTruth, ATransactionThatIsNotOursIsLeftAlone) {
   OpenPage(kDevice, "fPID");
   Type("fPID.txtPIDTemp(0)", "41");
   plan.network.Call("BeginTransaction");  // as the object manager does
-  Click("cmdApply");
-  EXPECT_EQ(LastMessage(), "Apply/Main: The configuration settings were not applied");
+  // The building's own refusal, and what other hosts raise.
+  for (const std::uint32_t code : {0u, 0x800A0005u, 1001u, 0x80004005u, automation::kInvalidArgument}) {
+    if (code) building.Faults().Fail({.member = "Network.BeginTransaction", .code = code});
+    Click("cmdApply");
+    EXPECT_EQ(LastMessage(), "Apply/Main: The configuration settings were not applied") << code;
+  }
   plan.network.Call("CommitTransaction");  // still open
   Save();
 }

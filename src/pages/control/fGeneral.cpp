@@ -161,7 +161,7 @@ void fGeneral::FollowFunctions() {
 std::string fGeneral::DamperFault() const {
   if (!damperRange_) return {};
   const base::Numbers& numbers = Context().settings.numbers;
-  if (!numbers.IsNumber(txtOutdoor.Text()) || !numbers.IsNumber(txtOutdoorMax.Text())) {
+  if (!base::ParseEither(numbers, txtOutdoor.Text()) || !base::ParseEither(numbers, txtOutdoorMax.Text())) {
     return Translate("Damper positions must be a number.");
   }
   const auto position = [&numbers](const PropertyFormat& property, const ui::TextBox& box) {

@@ -180,10 +180,7 @@ void fOptions::FillExtra() {
   const base::Numbers& numbers = Context().settings.numbers;
   ShowText(txtHeatCool, extra.Field(kCycleTimeField));
   const std::string_view demand = extra.Field(kDemandField);
-  const double stored = NamingProperty(kExtraConfig.type, [&] {
-    const auto number = base::ParseEither(numbers, demand);
-    return number ? *number : numbers.ToDouble(demand);  // which says what is wrong with it
-  });
+  const double stored = NamingProperty(kExtraConfig.type, [&] { return numbers.ToDouble(demand); });
   ShowText(txtChangeOver, numbers.Text(stored / 2));
 }
 

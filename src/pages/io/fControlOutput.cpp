@@ -2,6 +2,7 @@
 
 #include <algorithm>
 #include <iterator>
+#include <utility>
 
 #include "base/text.h"
 
@@ -122,6 +123,13 @@ void fControlOutput::StandForStored(fields::Field& field, std::size_t i) {
   };
 }
 
+void fControlOutput::Saved() {
+  for (std::size_t i = 0; i < kOutputCount; ++i) {
+    if (std::exchange(touched_[i], false)) storedLocal_[i] = filledLocal_[i] = chkOutput[i].Checked();
+  }
+  settings_.Saved();
+}
+
 void fControlOutput::DropEdits() {
   touched_ = {};
   settings_.DropEdits();
@@ -239,7 +247,7 @@ void fControlOutput::ConvertOverride(std::size_t i, SignalClass former) {
   std::string value = txtValue[i].Text();
   bool on = former == SignalClass::kOnOff && cboONOFF[i].Selected() == kOn;
   if (former == SignalClass::kModulating) {
-    on = numbers.Parse(value).value_or(0) != 0;
+    on = base::ParseEither(numbers, value).value_or(0) != 0;
   } else {
     value = numbers.Text(on ? 100 : 0, 1);
   }

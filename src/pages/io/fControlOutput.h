@@ -20,13 +20,14 @@ class fControlOutput final : public PageBase {
 
   std::vector<shell::Adjustment> Adjustments() override;
   void ReadSettings() override { settings_.Read(); }
+  void SettingsOutdated() override { settings_.Outdated(); }
   std::vector<fields::Field> ListFields(const fields::Translate& translate) override;
 
  private:
   void InitStrings() override;
   void Fill() override;
   bool Write() override;
-  void Saved() override { settings_.Saved(); }
+  void Saved() override;
   void DropEdits() override;
   void BuildLayout();
   void ConnectHandlers(std::size_t i);

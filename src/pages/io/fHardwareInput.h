@@ -15,6 +15,7 @@ class fHardwareInput final : public PageBase {
   fHardwareInput(const shell::PageContext& context, const shell::PagePlace& place);
 
   void ReadSettings() override { settings_.Read(); }
+  void SettingsOutdated() override { settings_.Outdated(); }
   std::vector<fields::Field> ListFields(const fields::Translate& translate) override;
 
  private:

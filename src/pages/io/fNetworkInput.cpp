@@ -1,6 +1,7 @@
 #include "pages/io/fNetworkInput.h"
 
 #include <algorithm>
+#include <utility>
 
 namespace pages {
 namespace {
@@ -139,6 +140,12 @@ bool fNetworkInput::Write() {
     });
   });
   return true;
+}
+
+void fNetworkInput::Saved() {
+  for (std::size_t i = 0; i < kVariableCount; ++i) {
+    if (!chosen_[i].empty()) types_[i] = std::exchange(chosen_[i], {});
+  }
 }
 
 void fNetworkInput::ReadTypes() {

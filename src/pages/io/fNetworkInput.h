@@ -26,6 +26,7 @@ class fNetworkInput final : public NetworkPage {
   void InitStrings() override;
   void Fill() override;
   bool Write() override;
+  void Saved() override;
   void BuildLayout();
   ui::Node GroupBox(std::size_t group);
 

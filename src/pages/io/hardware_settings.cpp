@@ -10,6 +10,9 @@ namespace {
 
 constexpr int kObjectName = 1;  // the property that names the object in its own device
 
+/// A type and a name are one text, whatever stands in it.
+bool IsRecord(int number) { return number > kObjectName; }
+
 /// A record as a person reads it: numbers without the zeros at their ends.
 std::string Shown(std::string_view content) {
   std::vector<std::string> pieces = base::Split(content, " ");
@@ -86,7 +89,8 @@ fields::Field HardwareSettings::FieldOf(Setting& setting, const fields::Translat
   field.name = FieldName(setting);
   field.source = setting.name;
   field.cursor = owners_[setting.owner].cursor;
-  field.kind = setting.number == 0 ? fields::Kind::kEntry : fields::Kind::kRecord;
+  const bool record = IsRecord(setting.number);
+  field.kind = record ? fields::Kind::kRecord : fields::Kind::kEntry;
   field.ofOneUnit = setting.number == kObjectName;
   field.caption = [this, &setting] {
     fields::Caption caption;
@@ -96,7 +100,7 @@ fields::Field HardwareSettings::FieldOf(Setting& setting, const fields::Translat
   };
   field.content = [&setting] { return setting.present; };
   field.held = [&setting] { return setting.held; };
-  field.shown = Shown;
+  field.shown = [record](std::string_view content) { return record ? Shown(content) : std::string(content); };
   field.take = [this, &setting, translate](std::string_view content) {
     return Take(setting, std::string(content), translate);
   };
@@ -137,9 +141,10 @@ void HardwareSettings::Write() const {
 void HardwareSettings::WriteOne(const Setting& setting) const {
   const std::string control = page_ + "." + FieldName(setting);
   if (setting.number == 0) return VariableOf(setting).ChangeType(setting.type, control);
-  const std::vector<std::string> texts = base::Split(setting.present, " ");
   host::Property& property = PropertyOf(setting);
   property.Bind(setting.name);
+  if (!IsRecord(setting.number)) return property.WriteText(setting.present, control);
+  const std::vector<std::string> texts = base::Split(setting.present, " ");
   property.Write(setting.name, host::kHighPrecision, texts, std::vector(texts.size(), control));
 }
 
