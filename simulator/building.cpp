@@ -3,7 +3,10 @@
 #include <fmt/format.h>
 
 #include <algorithm>
+#include <deque>
 #include <iterator>
+#include <map>
+#include <span>
 #include <variant>
 
 #include "base/text.h"
@@ -57,21 +60,22 @@ void Building::AddUnit(std::string_view name, std::string_view location) {
 void Building::RemoveUnit(std::string_view name) { simulator::RemoveUnit(*core_, name); }
 
 std::string Building::StoredDevice(std::string_view deviceName) const {
-  std::map<std::string, Fields> values;
+  std::map<std::string_view, std::span<const FieldValue>> values;
   const auto add = [&values](const std::vector<PropertyTemplate>& properties) {
     for (const PropertyTemplate& property : properties) values[property.key] = property.initial;
   };
+  std::deque<FieldValue> types;
   for (const ObjectTemplate& object : core_->deviceTemplate.objects) {
     add(object.properties);
     for (const VariableTemplate& variable : object.variables) {
-      values[variable.key] = {variable.type};
+      values[variable.key] = {&types.emplace_back(variable.type), 1};
       add(variable.properties);
     }
   }
   for (const auto& [key, fields] : Committed(deviceName).values) values[key] = fields;
   std::string text;
   for (const auto& [key, fields] : values) {
-    text += key + "=";
+    text.append(key).append("=");
     for (const FieldValue& field : fields)
       std::visit([&text](const auto& value) { fmt::format_to(std::back_inserter(text), "{} ", value); },
                  field);

@@ -54,7 +54,7 @@ Core::Core(const BuildingOptions& options)
       serverVersion(options.serverVersion) {
   ReadBuilding(options.dataFolder / "building.json");
   ListAddedUnits(*this);
-  ReadLanguages(options.dataFolder / "languages");
+  ListLanguages(options.dataFolder / "languages");
   for (const DeviceRecord& device : devices) {
     try {
       CheckStored(store.Device(device.key), deviceTemplate);
@@ -95,24 +95,31 @@ void Core::ReadBuilding(const std::filesystem::path& file) {
 }
 
 // English needs no texts: it is what the plug-ins ask with.
-void Core::ReadLanguages(const std::filesystem::path& folder) {
-  languages["English"].font = kFont;
+void Core::ListLanguages(const std::filesystem::path& folder) {
+  languages["English"];
   if (!std::filesystem::exists(folder)) return;
-  for (const auto& file : std::filesystem::directory_iterator(folder)) {
-    try {
-      const Json json = Json::parse(ReadWholeFile(file.path()));
-      LanguageTexts& language = languages[json.at("language").get<std::string>()];
-      language.font = json.value("font", kFont);
-      for (const auto& [section, texts] : json.at("sections").items()) {
-        auto& entries = language.sections[section];
-        for (const auto& [english, text] : texts.items()) {
-          entries.emplace_back(base::Upper(base::Trim(english)), text.get<std::string>());
-        }
+  for (const auto& file : std::filesystem::directory_iterator(folder))
+    languages[PathText(file.path().stem())] = file.path();
+}
+
+const LanguageTexts& Core::TextsOf(const std::string& language) {
+  if (const auto known = texts_.find(language); known != texts_.end()) return known->second;
+  const std::filesystem::path& file = languages.at(language);
+  LanguageTexts read;
+  read.font = kFont;
+  try {
+    const Json json = file.empty() ? Json{{"sections", Json::object()}} : Json::parse(ReadWholeFile(file));
+    read.font = json.value("font", kFont);
+    for (const auto& [section, texts] : json.at("sections").items()) {
+      auto& entries = read.sections[section];
+      for (const auto& [english, text] : texts.items()) {
+        entries.emplace_back(base::Upper(base::Trim(english)), text.get<std::string>());
       }
-    } catch (const std::exception& error) {
-      throw base::Error(PathText(file.path()) + ": " + error.what());
     }
+  } catch (const std::exception& error) {
+    throw base::Error(PathText(file) + ": " + error.what());
   }
+  return texts_[language] = std::move(read);
 }
 
 const DeviceRecord& Core::Record(std::string_view deviceKey) const {

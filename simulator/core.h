@@ -4,6 +4,7 @@
 #pragma once
 
 #include <cstdint>
+#include <filesystem>
 #include <map>
 #include <memory>
 #include <string>
@@ -54,6 +55,8 @@ struct Core {
   const Fields& ValueOf(std::string_view deviceKey, const std::string& key, const Fields& initial) const;
   /// Throws base::Error naming the first stored value of the device that does not fit `device`.
   void CheckStored(const DeviceValues& stored, const DeviceTemplate& device) const;
+  /// Throws base::Error naming the file when it cannot be read.
+  const LanguageTexts& TextsOf(const std::string& language);
 
   base::Numbers numbers;
   TypeCatalogue catalogue;
@@ -67,14 +70,16 @@ struct Core {
   std::string networkName;
   std::string ipAddress;
   std::int32_t port = 0;
-  std::map<std::string, LanguageTexts, std::less<>> languages;
+  std::map<std::string, std::filesystem::path, std::less<>> languages;  // English without a file
   std::vector<DeviceRecord> devices;
   std::vector<Session*> sessions;
   std::vector<std::string> log;
 
  private:
   void ReadBuilding(const std::filesystem::path& file);
-  void ReadLanguages(const std::filesystem::path& folder);
+  void ListLanguages(const std::filesystem::path& folder);
+
+  std::map<std::string, LanguageTexts, std::less<>> texts_;  // of the languages that were asked for
 };
 
 /// Puts the variable's type and, where it has one, its SCPTnvType property into `values`.
@@ -97,7 +102,7 @@ class HostObject : public automation::LocalClass<T> {
 
   /// Runs `action`; what the building's own parts throw becomes a refusal of this object.
   template <class Action>
-  static auto Refusing(Action action) {
+  static decltype(auto) Refusing(Action action) {
     try {
       return action();
     } catch (const base::Error& error) {

@@ -38,9 +38,10 @@ constexpr automation::MemberOf<Language> Language::kMembers[] = {
 
 // The store may name a language whose texts were taken away since.
 const LanguageTexts& Language::InUse() const {
-  const auto& languages = GetCore().languages;
-  const auto chosen = languages.find(Kept().language);
-  return chosen == languages.end() ? languages.find("English")->second : chosen->second;
+  const std::string& kept = Kept().language;
+  return Refusing([&]() -> const LanguageTexts& {
+    return GetCore().TextsOf(GetCore().languages.contains(kept) ? kept : "English");
+  });
 }
 
 Object Language::Section(const std::string& name) const {
@@ -54,7 +55,7 @@ Object Language::Section(const std::string& name) const {
 
 Object Language::Languages() const {
   CollectionItems items;
-  for (const auto& [name, texts] : GetCore().languages) items.push_back({name, name});
+  for (const auto& [name, file] : GetCore().languages) items.push_back({name, name});
   return MakeCollection(SharedCore(), "Languages", std::move(items));
 }
 
