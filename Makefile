@@ -19,8 +19,11 @@ help:
 	@echo "make clean      remove everything that was built"
 	@echo "What is missing of the Debian packages in scripts/packages.txt is installed first."
 
-run test x86 check bench fuzz torture shots manual installer release format:
+run test x86 check bench fuzz torture shots manual release format:
 	@scripts/$@.sh
+
+installer:
+	@OLD_PICTURES=1 scripts/manual.sh && scripts/installer.sh
 
 clean:
 	@rm -rf build && echo "build/ is removed"

@@ -21,7 +21,7 @@ SetCompressor /SOLID lzma
 !include FileFunc.nsh
 !include Sections.nsh
 !include x64.nsh
-!include ${FILES}
+!include "${FILES}"
 
 !define TITLE "KV-TARN Configuration"
 !define MAKER "Veldran, Inc"

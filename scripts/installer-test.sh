@@ -38,6 +38,8 @@ has_key() { wine reg query "$1" >/dev/null 2>&1; }
 registered_with_host() { grep -qs 'QVRKvTARNCfg.LNSPlugInAPI' "$work/host/data/store.json"; }
 install() { timeout -k 5 60 wine "$1" /S "${@:2}"; }
 registered_tool() { wine reg query "HKCR\\CLSID\\{8CC61C05-8F9E-42D9-A86A-7867F727A44F}\\LocalServer32" "/reg:$1" 2>/dev/null; }
+server_of() { echo "HKCR\\CLSID\\$(wine reg query "HKCR\\$1\\CLSID" /ve | tr -d '\r' | grep -o '{.*}')\\LocalServer32"; }
+serves() { wine reg add "$1" /ve /d "$2" /f "${@:3}" >/dev/null; }
 
 # What is on the machine: files outside the system's own and temporary places, and all keys and values but Wine's own.
 snapshot() {
@@ -203,10 +205,16 @@ building_is gone
 expect grep -q 'RTU-9 Annex' "$store"
 expect install "$setup" /BUILDING
 building_is there
-server="HKCR\\CLSID\\$(wine reg query 'HKCR\MVPlugInLib.ObjectServer\CLSID' /ve | tr -d '\r' | grep -o '{.*}')\\LocalServer32"
-wine reg add "$server" /ve /d 'C:\windows\notepad.exe' /f >/dev/null
+object_server=$(server_of MVPlugInLib.ObjectServer)
+language=$(server_of MVLanguage.Language)
+serves "$object_server" 'C:\windows\notepad.exe /Automation'
 PROGRAMS=$program/x64 expect scripts/simhost.sh --script installer/no-host.sim
-wine reg add "$server" /ve /d '"C:\Program Files\QVR KV\KV-TARN Configuration\x64\SimHost.exe"' /f >/dev/null
+serves "$object_server" 'C:\gone\host.exe'
+serves "$language" '%SystemRoot%\notepad.exe' /t REG_EXPAND_SZ # another program's, though the first class is free
+PROGRAMS=$program/x64 expect scripts/simhost.sh --script installer/no-host.sim
+for key in "$object_server" "$language"; do
+  serves "$key" '"C:\Program Files\QVR KV\KV-TARN Configuration\x64\SimHost.exe"'
+done
 uninstall
 rm -rf "${store%/Virtual building/*}" # what a person prepared is that person's
 same_as bare

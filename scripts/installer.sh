@@ -1,5 +1,6 @@
 #!/bin/bash
-# usage: installer.sh    makes the installer, which brings the tool in both widths, in build/installer
+# usage: installer.sh    makes the installer, which brings the tool in both widths, in build/installer,
+# with the help that scripts/manual.sh has made
 set -u
 cd "$(dirname "$0")/.." || exit
 . scripts/common.sh

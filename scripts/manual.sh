@@ -15,7 +15,7 @@ mapfile -t languages < <(ls help/topics)
 present_pictures() {
   local made=$pictures/made source
   [ -n "${OLD_PICTURES:-}" ] && [ -f $made ] && return
-  for source in build/win64/{QVRKvTARNCfg,SimHost}.exe build/win64/SimControls.dll help/pictures.sim; do
+  for source in build/win64/{QVRKvTARNCfg,SimHost}.exe build/win64/SimControls.dll help/pictures.sim lang/*.json simulator/data/*.json; do
     [ -f "$made" ] && [ ! "$source" -nt "$made" ] || return
   done
 }
@@ -52,7 +52,9 @@ compile() (
   for library in $(ldd "$compiler" | grep -o '/[^ ]*') /lib/x86_64-linux-gnu/libpthread.so.0; do
     mkdir -p "$root$(dirname "$library")" && cp -L "$library" "$root$library" || exit
   done
-  LC_ALL=C unshare -r --root="$root" --wd=/ /chmcmd help.hhp && mkdir -p "$(dirname "$2")" && cp "$root/help.chm" "$2"
+  enter=(unshare -r --root="$root" --wd=/)
+  [ "$(id -u)" != 0 ] || enter=(chroot "$root") # a container may refuse new name spaces even to root
+  LC_ALL=C "${enter[@]}" /chmcmd help.hhp && mkdir -p "$(dirname "$2")" && cp "$root/help.chm" "$2"
 )
 
 # The English file is the one whose name the tool is given; the others lie in folders beside it.

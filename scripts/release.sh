@@ -1,6 +1,6 @@
 #!/bin/bash
 # Makes build/release/KV-TARN-Configuration-VERSION.zip: the installer with its checksum, the manual as pages for any
-# browser, and the licences of everything linked in.
+# browser, the examples of scripts, and the licences of everything linked in.
 set -u
 cd "$(dirname "$0")/.." || exit
 . scripts/common.sh
@@ -18,14 +18,17 @@ cp_manual() {
 }
 
 pack() {
+  local changed
+  changed=$(git log -1 --format=%ct) || return
   rm -rf "$folder" "$folder.zip"
   mkdir -p "$folder/manual" "$folder/licences"
   cp build/installer/"$name".exe "$folder" &&
     cp_manual &&
+    cp -r docs/examples "$folder" &&
     scripts/licences.sh "$folder/licences" &&
     (cd "$folder" && sha256sum ./*.exe >SHA256SUMS) || return
   # The same content makes the same archive: names in order, times of the last change of the sources.
-  find "$folder" -exec touch -d "@$(git log -1 --format=%ct)" {} +
+  find "$folder" -exec touch -d "@$changed" {} +
   (cd build/release && find "$name" -type f | LC_ALL=C sort | TZ=UTC zip -q -X -9 -@ "$name.zip" && sha256sum "$name.zip" >"$name.zip.sha256")
 }
 

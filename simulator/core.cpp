@@ -98,8 +98,9 @@ void Core::ReadBuilding(const std::filesystem::path& file) {
 void Core::ListLanguages(const std::filesystem::path& folder) {
   languages["English"];
   if (!std::filesystem::exists(folder)) return;
-  for (const auto& file : std::filesystem::directory_iterator(folder))
-    languages[PathText(file.path().stem())] = file.path();
+  for (const auto& file : std::filesystem::directory_iterator(folder)) {
+    if (file.path().extension() == ".json") languages[PathText(file.path().stem())] = file.path();
+  }
 }
 
 const LanguageTexts& Core::TextsOf(const std::string& language) {

@@ -31,6 +31,7 @@ Fields ToFields(const Json& json) {
 Json ToJson(const StoreContent& content) {
   Json json = {{"format", kFormat}, {"devices", Json::object()}, {"plugIns", Json::array()}};
   for (const auto& [key, device] : content.devices) {
+    if (content.removed.contains(key)) continue;
     Json& entry = json["devices"][key] = {{"name", device.name}, {"values", Json::object()}};
     for (const auto& [place, fields] : device.values) entry["values"][place] = ToJson(fields);
     for (const auto& [object, state] : device.objects)
@@ -79,16 +80,31 @@ StoreContent ToContent(const Json& json) {
   return content;
 }
 
+/// The device to be changed. Throws base::Error when another process has removed it.
+DeviceValues& Present(StoreContent& content, const std::string& key) {
+  DeviceValues& device = content.devices.at(key);
+  if (content.removed.contains(key))
+    throw base::Error("The unit \"" + device.name + "\" has been removed from the building.");
+  return device;
+}
+
 }  // namespace
 
-Store::Store(std::filesystem::path file) : file_(std::move(file)) {
+Store::Store(std::filesystem::path file) : file_(std::move(file)) { Refresh(); }
+
+void Store::Refresh() {
   if (file_.empty() || !std::filesystem::exists(file_)) return;
-  const std::string text = ReadWholeFile(file_);
+  std::string text = ReadWholeFile(file_);
+  if (text == fileText_) return;
+  StoreContent read;
   try {
-    content_ = ToContent(Json::parse(text));
+    read = ToContent(Json::parse(text));
   } catch (const std::exception& error) {
     throw base::Error("The store " + PathText(file_) + " is unreadable: " + error.what());
   }
+  for (const auto& [key, device] : content_.devices) read.devices.emplace(key, device);
+  content_ = std::move(read);
+  fileText_ = std::move(text);
 }
 
 const DeviceValues& Store::Device(std::string_view device) const {
@@ -106,10 +122,11 @@ void Store::AddDevice(const std::string& device, DeviceValues values) {
 void Store::Change(const std::string& device, const std::function<void(DeviceValues&)>& change) {
   const auto working = working_.find(device);
   if (working != working_.end()) return change(working->second);
-  ChangeContent([&](StoreContent& content) { change(content.devices.at(device)); });
+  ChangeContent([&](StoreContent& content) { change(Present(content, device)); });
 }
 
 void Store::ChangeContent(const std::function<void(StoreContent&)>& change) {
+  Refresh();
   StoreContent next = content_;
   change(next);
   if (!file_.empty()) {
@@ -122,19 +139,21 @@ void Store::ChangeContent(const std::function<void(StoreContent&)>& change) {
     std::error_code ignored;  // without the folder the file fails
     std::filesystem::create_directories(file_.parent_path(), ignored);
     ReplaceFile(file_, text);
+    fileText_ = std::move(text);
   }
   content_ = std::move(next);
 }
 
 void Store::Begin(const std::string& device) {
   if (InTransaction(device)) throw base::Error("A transaction is open already.");
+  Refresh();
   working_.emplace(device, Device(device));
 }
 
 void Store::Commit(const std::string& device) {
   DeviceValues working = TakeWorking(device);
   if (working == Device(device)) return;
-  ChangeContent([&](StoreContent& content) { content.devices[device] = std::move(working); });
+  ChangeContent([&](StoreContent& content) { Present(content, device) = std::move(working); });
 }
 
 DeviceValues Store::TakeWorking(const std::string& device) {

@@ -1,7 +1,8 @@
 // Keeps the values of all devices, the registered plug-ins and the language choice in one JSON file, or in
 // memory only. A device holds just the values that were ever written; the others are the defaults of its
 // template. A transaction is a working copy of one device: cancel drops it, commit replaces the file in one
-// step and then the values. Whatever is written outside a transaction is committed at once.
+// step and then the values. Whatever is written outside a transaction is committed at once. Several processes
+// may keep one file: each replaces only what it changes itself.
 #pragma once
 
 #include <filesystem>
@@ -37,7 +38,7 @@ struct DeviceValues {
 
 struct StoreContent {
   std::map<std::string, DeviceValues, std::less<>> devices;  // by the key that building.json or AddUnit gives
-  std::set<std::string, std::less<>> removed;                // keys of building.json that were taken away
+  std::set<std::string, std::less<>> removed;                // keys of devices that were taken away
   int unitsMade = 0;                                         // by AddUnit; no key is given twice
   std::vector<RegisteredPlugIn> plugIns;
   std::string language = "English";
@@ -48,6 +49,10 @@ class Store {
  public:
   /// Reads the file if it is there. Throws base::Error naming the file when it is not a store.
   explicit Store(std::filesystem::path file);
+
+  /// Takes in what another process has written since. A device that it has removed stays known here, for
+  /// those who hold it, but is not written again and cannot be changed. Throws as the constructor.
+  void Refresh();
 
   const StoreContent& Committed() const { return content_; }
   /// The device as its transaction sees it, or as committed when none is open.
@@ -63,7 +68,7 @@ class Store {
   void ChangeContent(const std::function<void(StoreContent&)>& change);
 
   bool InTransaction(std::string_view device) const { return working_.contains(device); }
-  /// Throws base::Error when a transaction of this device is open already.
+  /// Throws base::Error when a transaction of this device is open already or the file cannot be read.
   void Begin(const std::string& device);
   /// Both throw base::Error when no transaction is open. A commit that the file refuses ends the transaction
   /// like a cancel, leaves file and values as they were, and throws base::Error.
@@ -74,6 +79,7 @@ class Store {
   DeviceValues TakeWorking(const std::string& device);
 
   std::filesystem::path file_;
+  std::optional<std::string> fileText_;  // as last read or written here
   StoreContent content_;
   std::map<std::string, DeviceValues, std::less<>> working_;
 };

@@ -44,9 +44,11 @@ std::string NewKey(int number) {
 
 }  // namespace
 
-void CheckUnitName(const Core& core, const std::string& name, std::string_view ownKey) {
+void CheckUnitName(Core& core, const std::string& name, std::string_view ownKey) {
   if (base::Trim(name).empty()) throw base::Error("A unit needs a name.");
   CheckText("name", name, kLongestName);
+  core.store.Refresh();
+  ListAddedUnits(core);
   for (const DeviceRecord& record : core.devices) {
     const std::string& other = core.store.Device(record.key).name;
     if (record.key != ownKey && base::EqualsNoCase(other, name))
@@ -72,7 +74,7 @@ void RemoveUnit(Core& core, std::string_view name) {
                       "\" is open in a session; close it there first.");
   }
   core.store.ChangeContent([&](StoreContent& content) {
-    if (!content.devices.at(record.key).location) content.removed.insert(record.key);
+    content.removed.insert(record.key);
     content.devices.erase(record.key);
   });
   std::erase_if(core.devices, [&](const DeviceRecord& other) { return other.key == record.key; });

@@ -11,8 +11,8 @@
 namespace simulator {
 
 /// Throws when `name` is empty, too long, not to be stored, or that of a unit other than `ownKey`. Names are
-/// compared without regard to case.
-void CheckUnitName(const Core& core, const std::string& name, std::string_view ownKey);
+/// compared without regard to case; the units that another process has added are listed first.
+void CheckUnitName(Core& core, const std::string& name, std::string_view ownKey);
 
 /// A further unit, last in the list: the template's program, version and default values. Blanks around both
 /// texts are dropped; the location may be empty and is at most as long as the controller can hold.

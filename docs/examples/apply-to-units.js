@@ -11,7 +11,9 @@ if (words.length !== 6) {
   WScript.Quit(2);
 }
 var network = words.Item(0), address = words.Item(1), port = Number(words.Item(2)), block = Number(words.Item(3));
-var file = words.Item(4), pattern = new RegExp(words.Item(5), "i");
+var pattern = new RegExp(words.Item(5), "i");
+// The tool is a process of its own, with another present folder.
+var file = new ActiveXObject("Scripting.FileSystemObject").GetAbsolutePathName(words.Item(4));
 
 var tool = new ActiveXObject("QVRKvTARNCfg.Configuration");
 tool.Open(network, address, port, "", block);

@@ -34,6 +34,7 @@ int Help(std::span<const Command> moreCommands) {
     for (const Command& command : commands) WriteLine(fmt::format("  {} {}", command.name, command.usage));
   }
   WriteLine("  expect-error text [source]      behind a command that is to fail");
+  WriteLine("  each NAME = TEXTS               the steps down to \"end\", with each of the texts as ${NAME}");
   WriteLine("\nQuestions of expect and remember:\n" + QuestionUsage());
   return 0;
 }

@@ -23,10 +23,11 @@ constexpr wchar_t kTemplates[] = L"Apps\\QVR KV\\OvxCommonFiles\\Templates";
 // The default value of a key below the classes, the present user's before the machine's as the system looks
 // them up.
 std::string ReadClassKey(const std::string& key) {
-  win32::WindowsRegistry registry;
-  for (const auto root : {base::RegistryRoot::kCurrentUser, base::RegistryRoot::kLocalMachine}) {
-    const std::string text = base::ReadRegistryString(registry, root, "Software\\Classes\\" + key, "");
-    if (!text.empty()) return text;
+  for (const HKEY hive : {HKEY_CURRENT_USER, HKEY_LOCAL_MACHINE}) {
+    for (const auto view : {win32::RegistryView::kOwn, win32::RegistryView::kOther}) {
+      const std::string text = win32::DefaultText(view, hive, "Software\\Classes\\" + key);
+      if (!text.empty()) return text;
+    }
   }
   return {};
 }
@@ -45,17 +46,23 @@ bool RegisteredAs(const std::string& programId, const std::string& program,
   return base::Lower(ServerOf(programId, serverKey)).find(base::Lower(program)) != std::string::npos;
 }
 
+// Not all programs put their path in quotation marks before the switches.
+std::string WithoutSwitches(const std::string& command) {
+  if (command.starts_with('"')) return base::Split(command, "\"")[1];
+  const std::size_t end = base::Lower(command).find(".exe ");
+  return end == std::string::npos ? command : command.substr(0, end + 4);
+}
+
 // A real host is never put out of its place; another copy of the building may be.
 void StopForAnotherHost(const std::string& programId) {
   for (const char* key : {"LocalServer32", "InprocServer32"}) {
-    std::string server = ServerOf(programId, key);
-    if (server.starts_with('"')) server = base::Split(server, "\"")[1];
+    const std::string server = WithoutSwitches(ServerOf(programId, key));
     const std::filesystem::path file = win32::Wide(server);
     const std::filesystem::path own = win32::Wide(win32::ProgramPath());
     std::error_code failed;
-    if (!std::filesystem::exists(file, failed) || file.filename() == own.filename() ||
-        file.parent_path() == own.parent_path())
-      continue;
+    // The system looks in its own folders for a name without one.
+    const bool there = file.has_parent_path() ? std::filesystem::exists(file, failed) : !file.empty();
+    if (!there || file.filename() == own.filename() || file.parent_path() == own.parent_path()) continue;
     throw base::Error("Another host is installed on this computer (" + server +
                       "). The virtual building does not take its place; use it on another computer.");
   }
@@ -104,14 +111,15 @@ void CallControls(const std::filesystem::path& file, const char* entry) {
 }  // namespace
 
 void RegisterHost(const std::vector<win32::ServerClass>& classes) {
+  bool missing = false;
   for (const win32::ServerClass& entry : classes) {
     for (const std::string& programId : entry.programIds) {
       if (RegisteredAs(programId, win32::ProgramPath())) continue;
       StopForAnotherHost(programId);
-      win32::RegisterServer(classes, 0);
-      return;
+      missing = true;
     }
   }
+  if (missing) win32::RegisterServer(classes, 0);
 }
 
 void RegisterTool() {

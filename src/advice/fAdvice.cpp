@@ -87,6 +87,10 @@ void fAdvice::ShowMe() {
   lvwAdvice.Focus();
 }
 
+void fAdvice::Refreshed() {
+  if (Visible()) main_.Pending().ReadSettings();
+}
+
 void fAdvice::Follow() {
   Judge();
   main_.AdviceButton().SetText(CountText());

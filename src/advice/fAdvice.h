@@ -27,6 +27,7 @@ class fAdvice final : public shell::ToolWindow, public shell::Companion {
   std::vector<ui::MenuItem> ViewMenu() override;
   void InitStrings() override;
   void Loaded() override;
+  void Refreshed() override;
   void Follow() override;
   std::vector<shell::Warning> Warnings() override;
   void Hide() override;

@@ -29,8 +29,8 @@ class Error : public std::runtime_error {
   const std::string& Source() const { return source_; }
   std::string Description() const { return what(); }
   /// True when the called object itself has answered, so that it did nothing. Remote calls (facility 1) and
-  /// the system (facility 7), but for an argument that it does not take, fail on the way to it. All others
-  /// come from it: a host may raise a fault of its run-time library or any number of its own.
+  /// the system (facility 7), but for an argument that it does not take, fail on the way to it. After
+  /// all others nothing was done: a host may raise a fault of its run-time library or any number of its own.
   bool Answered() const {
     const std::uint32_t facility = (code_ >> 16) & 0x1FFF;
     return facility != 1 && (facility != 7 || code_ == kInvalidArgument);

@@ -24,8 +24,8 @@ class Numbers {
   /// The number, or nothing when the text is none.
   std::optional<double> Parse(std::string_view text) const;
 
-  /// The number that ParseEither reads. These throw base::Error with the offending text when it is none or
-  /// does not fit.
+  /// The number that ParseEither reads: also what a host wrote with a point. These throw base::Error with the
+  /// offending text when it is none or does not fit.
   double ToDouble(std::string_view text) const;
   float ToSingle(std::string_view text) const;
   std::int16_t ToInt16(std::string_view text) const;

@@ -71,6 +71,7 @@ void CheckOut::Load() {
 
 void CheckOut::Start(const Step& step, std::chrono::seconds limit) {
   if (busy_ || !kept_.empty()) return;
+  wanted_ = false;
   {
     const Working working(busy_);
     std::vector<Kept> kept;
@@ -79,7 +80,6 @@ void CheckOut::Start(const Step& step, std::chrono::seconds limit) {
     KeepOnDisk(kept);
     kept_ = std::move(kept);
     end_ = now() + limit;
-    wanted_ = false;
   }
   try {
     const Working working(busy_);

@@ -45,8 +45,11 @@ class CheckOut {
   const std::vector<Kept>& Standing() const { return kept_; }
   /// Zero when nothing is left of the time, and when nothing stands.
   std::chrono::seconds Left() const;
-  /// Nothing is left of the time from now on.
-  void EndTime() { end_ = now(); }
+  /// Nothing is left of the time from now on, nor of one that is about to begin.
+  void EndTime() {
+    end_ = now();
+    wanted_ = busy_;
+  }
   /// Part of another operation here: whoever is called from the loop meanwhile leaves it alone.
   bool Busy() const { return busy_; }
 

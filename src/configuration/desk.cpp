@@ -154,6 +154,7 @@ void Desk::CompareUnit() {
 // --- differences and taking over ---
 
 void Desk::CompareWith(const Document& document, const std::string& title, const std::string& there) {
+  main_.Pending().SettingsOutdated();
   main_.Pending().ReadSettings();
   main_.ReadLocation();
   const bool imperial = document.head.imperial;

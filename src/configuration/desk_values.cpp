@@ -66,13 +66,14 @@ std::vector<Held> Desk::Unseen(const fields::FieldList& fields) {
 Snapshot Desk::Take(bool withEdits) {
   const host::DeviceObjects& device = main_.Device();
   shell::Changes& pending = main_.Pending();
-  pending.ReadSettings();
-  main_.ReadLocation();
   const auto pages = NewPages();
   {
     const host::Journal::WithAllDigits digits(main_.Context().transactions.GetJournal());
     pages->Load(device, device.IsImperial);
   }
+  pending.SettingsOutdated();
+  pending.ReadSettings();
+  main_.ReadLocation();
   const fields::FieldList fields = pages->Fields();
   Snapshot snapshot{MakeHead(), {}};
   for (const Held& held : Shown(withEdits)) {

@@ -155,6 +155,7 @@ UnseenPages::Saved OpenUnit::Save(const std::function<bool()>& mayCommit) {
     ListFields();
     if (settings) ReadSettings();
   } catch (const std::exception& error) {
+    saved.unread = true;
     saved.told += (saved.told.empty() ? "" : "\r\n") + shell::InWords(strings_, error);
   }
   return saved;

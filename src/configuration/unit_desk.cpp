@@ -1,5 +1,6 @@
 #include "configuration/unit_desk.h"
 
+#include <algorithm>
 #include <ctime>
 #include <utility>
 
@@ -78,12 +79,17 @@ UnitDesk::Saved UnitDesk::SaveAll(OpenUnit& unit, const Document& document, cons
     const Saved again = Save(unit, mayCommit);
     saved.values.insert(saved.values.end(), again.values.begin(), again.values.end());
     if (again.told != saved.told) Add(saved.told, again.told);
-    const bool committed = again.save.result == host::SaveResult::kCommitted;
-    if (committed) left = unit.Compare(document, selection);
-    saved.notKept = committed && !left.empty();
+    if (again.save.result == host::SaveResult::kCommitted) left = unit.Compare(document, selection);
+    if (again.save.result != host::SaveResult::kCancelled) saved.save = again.save;
   }
   if (left.empty()) return saved;
+  saved.notKept = saved.save.result == host::SaveResult::kCommitted && !saved.save.unread;
   saved.save.result = host::SaveResult::kUnknown;
+  const auto isLeft = [&left](const WrittenValue& value) {
+    const auto same = [&](const Difference& one) { return one.page == value.page && one.name == value.name; };
+    return std::ranges::any_of(left, same);
+  };
+  if (saved.notKept) std::erase_if(saved.values, isLeft);
   for (const Difference& one : left) Add(saved.told, one.name + ": " + one.here);
   return saved;
 }

@@ -30,7 +30,7 @@ class UnitDesk {
     Document before;   // without entries when no backup was kept
     std::string told;  // all there is to tell, in the language in use
     std::vector<WrittenValue> values;
-    bool notKept = false;  // confirmed by the host each time, and still not what the unit holds
+    bool notKept = false;  // the host confirmed the save, and the unit, read again, holds something else
   };
   /// Saves what was filled in. The former values are kept first, inside the transaction; whether it goes on
   /// without a backup is the user's choice.

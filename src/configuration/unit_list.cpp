@@ -1,5 +1,7 @@
 #include "configuration/unit_list.h"
 
+#include <algorithm>
+
 #include "automation/error.h"
 #include "base/text.h"
 #include "host/contract.h"
@@ -32,6 +34,13 @@ std::vector<UnitEntry> ListUnits(const shell::Platform& platform, const host::Se
     units.push_back(std::move(unit));
   }
   return units;
+}
+
+void NameInView(std::vector<UnitEntry>& units, const std::string& inView) {
+  const auto isIt = [&inView](const UnitEntry& unit) { return base::EqualsNoCase(unit.name, inView); };
+  if (std::ranges::any_of(units, isIt)) return;
+  const auto nameless = std::ranges::find(units, std::string(), &UnitEntry::name);
+  if (nameless != units.end()) nameless->name = inView;
 }
 
 std::vector<UnitEntry> OthersOfKind(std::vector<UnitEntry> units, std::string_view programId,

@@ -24,6 +24,10 @@ automation::Object NewServer(const shell::Platform& platform);
 /// host::StepError, automation::Error or base::Error when the network cannot be asked at all.
 std::vector<UnitEntry> ListUnits(const shell::Platform& platform, const host::SessionRequest& request);
 
+/// The unit in view may be refused to the session that lists, in words that a host may choose: where none has
+/// its name, it is the first without one, and gets it.
+void NameInView(std::vector<UnitEntry>& units, const std::string& inView);
+
 /// Those that `programId` and `inView` leave: of the same kind, not the one in view, and known by name.
 std::vector<UnitEntry> OthersOfKind(std::vector<UnitEntry> units, std::string_view programId,
                                     std::string_view inView);

@@ -48,6 +48,7 @@ class UnseenPages : private shell::MessageSink, private shell::PageWork {
     shell::SaveResult result = shell::SaveResult::kCancelled;
     bool refused = false;   // a rule or the device did not take a value
     std::string told = {};  // why it is not committed, or what is to be known of it all the same
+    bool unread = false;    // the pages could not be read again
   };
   /// Writes what was taken, in one transaction; `mayCommit` runs inside it when all is written.
   Saved Save(const std::function<bool()>& mayCommit);

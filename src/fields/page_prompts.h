@@ -16,6 +16,7 @@ class PagePrompts final : public ui::Prompts {
   explicit PagePrompts(ui::Prompts& person) : person_(person) {}
 
   ui::Answer Ask(const ui::Prompt& prompt) override;
+  bool ProgramFillsIn() const override { return heard_ != nullptr; }
 
   /// As Field::take, without a box. The reason is what the page said, or else the field's.
   std::string Take(const Field& field, std::string_view content);

@@ -65,9 +65,9 @@ Copier::End Copier::Run(UnitLine& line, const Job& job) {
   if (!job.write) return {UnitState::kDiffers};
   Enter(line, UnitState::kWriting);
   const auto saved = desk_.SaveAll(*unit, job.source, job.selection, mayCommit);
-  if (saved.notKept) return {UnitState::kFailed, saved.told};
   if (saved.save.result != host::SaveResult::kUnknown) return Ended(line, *unit, saved);
   line.values = saved.values;
+  if (saved.notKept) return {UnitState::kFailed, saved.told};
   unit.reset();
   return LookAgain(line, job, differences, saved.told);
 }

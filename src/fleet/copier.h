@@ -22,7 +22,7 @@ enum class UnitState {
   kEqual,     // nothing to change
   kDiffers,   // of a dry run
   kRefused,   // a rule or the device does not take a value; nothing was written
-  kFailed,    // nothing was written, or the device did not keep it
+  kFailed,    // nothing was written, or the device did not keep all of it
   kUnknown,   // the answer to the commit was lost, and the unit holds neither all nor nothing of it
   kNotTaken,  // cannot be copied to at all
 };

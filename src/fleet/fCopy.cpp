@@ -1,7 +1,5 @@
 #include "fleet/fCopy.h"
 
-#include <algorithm>
-
 #include "base/files.h"
 #include "base/text.h"
 #include "configuration/unit_list.h"
@@ -109,13 +107,12 @@ void fCopy::ShowUnits() {
 void fCopy::ListUnits() {
   lines_.clear();
   const std::string programId = desk_.MakeHead().programId, inView = main_.Opened.deviceName;
+  auto units = configuration::ListUnits(platform_, main_.Opened);
+  configuration::NameInView(units, inView);
   int number = 0;
-  for (configuration::UnitEntry& unit : configuration::ListUnits(platform_, main_.Opened)) {
+  for (configuration::UnitEntry& unit : units) {
     ++number;
-    // The unit in view is open in this tool's own session, and a host may refuse it for that.
-    const bool own = base::EqualsNoCase(unit.name, inView) ||
-                     (unit.name.empty() && unit.fault.find('"' + inView + '"') != std::string::npos);
-    if (own) continue;
+    if (base::EqualsNoCase(unit.name, inView)) continue;
     UnitLine line{std::move(unit)};
     line.reason = WhyNot(line.unit, programId);
     if (line.unit.name.empty()) line.unit.name = Text("Unit %s1%", {std::to_string(number)});
@@ -218,15 +215,11 @@ void fCopy::Tell(const std::exception& error) {
   Say(shell::InWords(strings_, error), ui::Icon::kExclamation);
 }
 
-bool fCopy::Confirmed(const Job& job, std::size_t units) {
-  const auto& entries = job.source.entries;
-  const auto fields = std::ranges::count_if(entries, [&job](const configuration::Entry& entry) {
-    return job.selection.pages.contains(entry.page);
-  });
+bool fCopy::Confirmed(std::size_t units) {
   const std::string text = Text(
-      "Copy %s1% values of %s2% to %s3% units? Only what differs is written. The former values of each "
+      "Copy what is ticked of %s1% to %s2% units? Only what differs is written. The former values of each "
       "unit are kept as a backup, and what was saved is read back.",
-      {std::to_string(fields), SourceName(), std::to_string(units)});
+      {SourceName(), std::to_string(units)});
   return platform_.prompts.Ask({text, settings_.title, ui::Buttons::kOkCancel, ui::Icon::kQuestion}) ==
          ui::Answer::kOk;
 }
@@ -239,7 +232,7 @@ void fCopy::Work(bool write) {
   std::size_t begun = 0;
   try {
     const Job job{Source(), Selected(), write};
-    if (!write || Confirmed(job, ticked.size())) {
+    if (!write || Confirmed(ticked.size())) {
       for (UnitLine* line : ticked) {
         if (line->state != UnitState::kNotTaken) *line = {line->unit};
       }

@@ -38,7 +38,7 @@ class fCopy final : public configuration::Dialog {
   configuration::Selection Selected() const;
   std::vector<UnitLine*> Ticked();
   void Tell(const std::exception& error);
-  bool Confirmed(const Job& job, std::size_t units);
+  bool Confirmed(std::size_t units);
   void Work(bool write);
   void Log();
   void SaveResult();

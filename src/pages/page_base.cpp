@@ -33,7 +33,7 @@ void PageBase::ShowValue() {
   Guarded("FillValue", [this] {
     changed_ = false;
     for (const auto& step : std::exchange(steps_, {})) step();
-    for (auto& [box, text] : given_) text = box->Text();
+    for (auto& [box, texts] : given_) texts = {box->Text()};
     context_.flags.lastFilledPage = PageNumber();
   });
   if (onFill) onFill(false);
@@ -104,9 +104,14 @@ const ui::Control* PageBase::FindControl(std::string_view pageClass, std::string
 
 void PageBase::Watch(ui::TextBox& box) {
   box.onChange = [this] { MarkChanged(); };
-  box.onLeave = [this, &box, &given = given_[&box]] {
-    return box.Text() == given ||
-           shell::IsValidNumber(context_.platform.prompts, context_.settings, box.Text());
+  std::set<std::string>& given = given_[&box];
+  given = {box.Text()};
+  box.onLeave = [this, &box, &given] {
+    if (given.contains(box.Text())) return true;
+    ui::Prompts& prompts = context_.platform.prompts;
+    if (!shell::IsValidNumber(prompts, context_.settings, box.Text())) return false;
+    if (prompts.ProgramFillsIn()) given.insert(box.Text());
+    return true;
   };
 }
 

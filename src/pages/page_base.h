@@ -6,6 +6,7 @@
 #include <functional>
 #include <initializer_list>
 #include <map>
+#include <set>
 #include <string>
 #include <string_view>
 #include <utility>
@@ -119,8 +120,8 @@ class PageBase : public shell::ISubForm {
   /// no.
   bool Guarded(std::string_view routine, const std::function<void()>& work);
 
-  /// Edits mark the page changed; leaving the box checks that it holds a number, or what the device gave: a
-  /// host may write its numbers in another notation than the user's.
+  /// Edits mark the page changed; leaving the box checks that it holds a number, or what the device or the
+  /// program gave: a host may write its numbers in another notation than the user's.
   void Watch(ui::TextBox& box);
   /// A click marks the page changed.
   template <class T>
@@ -151,7 +152,8 @@ class PageBase : public shell::ISubForm {
   bool changed_ = false;
   std::vector<std::function<void()>> steps_;
   std::map<const ui::Control*, std::string> sources_;
-  std::map<const ui::TextBox*, std::string> given_;  // what each watched box showed after the last fill
+  // What each watched box showed after the last fill, and what the program has filled in since.
+  std::map<const ui::TextBox*, std::set<std::string>> given_;
 };
 
 template <class T, std::size_t N>

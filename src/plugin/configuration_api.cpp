@@ -1,7 +1,5 @@
 #include "plugin/configuration_api.h"
 
-#include <algorithm>
-
 #include "base/error.h"
 #include "base/files.h"
 #include "base/text.h"
@@ -58,7 +56,7 @@ struct ConfigurationMembers {
   static void SetImperial(Api& api, const Answer& value) {
     const bool imperial = value.AsBool();
     api.Run([&] {
-      if (api.unit_ && imperial != api.imperial_) api.Load(imperial);
+      if (imperial != api.imperial_) api.RequireApplied();
       api.imperial_ = imperial;
     });
   }
@@ -158,12 +156,7 @@ void ConfigurationApi::Close() {
 automation::Value ConfigurationApi::Units() {
   if (!desk_) throw base::Error("No network is open.");
   auto units = configuration::ListUnits(program_.GetPlatform(), request_);
-  // The one that is open here may be refused to the session that lists, in words that a host may choose.
-  const auto isOwn = [this](const auto& unit) { return base::EqualsNoCase(unit.name, request_.deviceName); };
-  if (unit_ && std::ranges::none_of(units, isOwn)) {
-    const auto own = std::ranges::find(units, std::string(), &configuration::UnitEntry::name);
-    if (own != units.end()) own->name = request_.deviceName;
-  }
+  if (unit_) configuration::NameInView(units, request_.deviceName);
   automation::List names;
   for (const configuration::UnitEntry& unit : units) {
     if (!unit.name.empty()) names.emplace_back(unit.name);
@@ -180,8 +173,10 @@ void ConfigurationApi::Save(const std::string& file) {
 }
 
 Document ConfigurationApi::ReadDocument(const std::string& file) {
+  // In the units that it is in: the file may ask for others.
+  configuration::OpenUnit& unit = UnitIn(unit_ && unit_->Imperial());
   return configuration::Read(base::ReadFile(base::PathOf(file), configuration::kLargestFile),
-                             Unit().MakeHead().programId);
+                             unit.MakeHead().programId);
 }
 
 configuration::OpenUnit& ConfigurationApi::UnitFor(const Document& document) {
@@ -210,11 +205,11 @@ automation::Value ConfigurationApi::Compare(const std::string& file) {
 std::int32_t ConfigurationApi::Apply(const std::string& file) {
   const auto mayGoOn = [this] { return !program_.Ending(); };
   if (file.empty()) return filled_ ? Ended(desk_->Save(Unit(), mayGoOn)) : 0;
+  RequireApplied();
   const Document document = ReadDocument(file);
   configuration::OpenUnit& unit = UnitFor(document);
   const auto differences = unit.Compare(document, Everything());
-  if (differences.empty() && !filled_) return 0;
-  filled_ = false;
+  if (differences.empty()) return 0;
   unclear_ = true;  // until it is stored: the next call must not apply what is left of the file
   const std::string refused = desk_->Fill(unit, differences);
   if (!refused.empty()) throw base::Error("Nothing was applied.\r\n" + refused);
@@ -226,6 +221,8 @@ std::int32_t ConfigurationApi::Ended(const configuration::UnitDesk::Saved& saved
   if (result == host::SaveResult::kCancelled) throw base::Error("Nothing was applied.\r\n" + saved.told);
   filled_ = false;
   unclear_ = result == host::SaveResult::kUnknown;
+  if (saved.notKept)
+    throw base::Error("The values were saved, but the unit does not hold all of them.\r\n" + saved.told);
   if (unclear_) throw base::Error("It is not known whether the values were applied.\r\n" + saved.told);
   return static_cast<std::int32_t>(saved.values.size());
 }

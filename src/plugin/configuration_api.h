@@ -42,7 +42,8 @@ class ConfigurationApi : public automation::LocalClass<ConfigurationApi> {
   std::string Value(const std::string& page, const std::string& field);
   void SetValue(const std::string& page, const std::string& field, const automation::Value& content);
 
-  /// In the units that the script has set; it is read again where it was left in others, or unclear.
+  /// In the units that the script has set; it is loaded again when a file left it in others, or when the
+  /// pages may hold what the device does not.
   configuration::OpenUnit& Unit() { return UnitIn(imperial_); }
   configuration::OpenUnit& UnitIn(bool imperial);
   /// The unit in the units of the document, with what no page shows.

@@ -25,6 +25,8 @@ class Companion {
   virtual void InitStrings() {}
   /// A device was loaded; part of the command that loads it.
   virtual void Loaded() {}
+  /// Everything was read again because the person wanted it; part of that command.
+  virtual void Refreshed() {}
   /// Fields show something else, or are others.
   virtual void Follow() {}
   /// For the person who reviews the changes before a save. They keep nobody from saving.

@@ -9,8 +9,9 @@
 
 namespace shell {
 
-/// Yes for a number in the user's notation. Otherwise tells the user in a message box and answers no; the
-/// caller then puts the focus back into the box.
+/// Yes for a number in the user's notation; what the program fills in may also be as a host with points wrote
+/// it. Otherwise tells the user in a message box and answers no; the caller then puts the focus back into the
+/// box.
 bool IsValidNumber(ui::Prompts& prompts, const Settings& settings, std::string_view text);
 
 }  // namespace shell

@@ -93,7 +93,8 @@ void fMain::ConnectHandlers() {
   cmdRefresh.onClick = [this] {
     Command("Refresh", [this] {
       changes_.SettingsOutdated();
-      Refresh("Refresh");
+      if (!Refresh("Refresh")) return;
+      for (const auto& companion : companions_) companion->Refreshed();
     });
   };
   cmdHelp.onClick = [this] { Command("Help", [this] { Help(); }); };

@@ -6,6 +6,7 @@
 
 #include <functional>
 #include <memory>
+#include <optional>
 #include <span>
 #include <string>
 #include <string_view>
@@ -110,8 +111,9 @@ class fMain : public ui::Window, private MessageSink, private PageWork {
   fields::Field LocationField();
   /// Asks the device for the location, which no refresh does; an edit of it stays. Throws automation::Error.
   void ReadLocation();
-  /// Before the save under way: a save writes the location first, before its transaction.
-  const std::string& FormerLocation() const { return formerLocation_; }
+  /// Before the save under way: a save writes the location first, before its transaction, and one that is
+  /// then refused leaves it written.
+  const std::string& FormerLocation() const { return formerLocation_ ? *formerLocation_ : storedLocation_; }
 
  private:
   /// A message of the main window itself.
@@ -207,8 +209,9 @@ class fMain : public ui::Window, private MessageSink, private PageWork {
   bool ending_ = false;
   bool dialogWaits_ = false;  // a page's dialog is open and nothing else is under way
   bool locationChanged_ = false;
-  std::string storedLocation_, formerLocation_;
-  int blinkCounter_ = 0;  // milliseconds
+  std::string storedLocation_;
+  std::optional<std::string> formerLocation_;  // another was written, but nothing committed since
+  int blinkCounter_ = 0;                       // milliseconds
 
   ui::ListView lvwConfig{*this, "lvwConfig"};
   ui::Label lblTitle{*this, "lblTitle"};

@@ -22,6 +22,7 @@ void fMain::ReadLocation() {
 
 void fMain::RefreshLocationString() {
   ReadLocation();
+  formerLocation_.reset();
   txtLocation.SetText(storedLocation_);
   locationChanged_ = false;
 }
@@ -56,11 +57,11 @@ fields::Field fMain::LocationField() {
 }
 
 bool fMain::WriteLocation(std::string_view routine) {
-  formerLocation_ = storedLocation_;
   if (!locationChanged_) return true;
   try {
     NamingProperty(host::kLocationFormat,
                    [this] { device_.NodeProperties[host::kLocationProperty].WriteText(txtLocation.Text()); });
+    if (!formerLocation_) formerLocation_ = storedLocation_;
     storedLocation_ = txtLocation.Text();
     locationChanged_ = false;
   } catch (const std::exception& error) {
@@ -85,6 +86,7 @@ SaveResult fMain::Save(std::string_view routine) {
   const auto [result, reason, differences] = ReportSave(context_, ended, routine, "Main");
   if (result == SaveResult::kCommitted) {
     if (ended != result) pages_.EndWriteValue();
+    formerLocation_.reset();
     TellSave(differences);
     return result;
   }
@@ -115,7 +117,7 @@ void fMain::Ok() {
 
 void fMain::Apply() {
   if (!CommitEdit() || !Reviewed() || !WriteLocation("Apply")) return;
-  if (!pages_.AnyPageChanged()) return;
+  if (!pages_.AnyPageChanged()) return formerLocation_.reset();
   if (Save("Apply") != SaveResult::kCommitted) return;
   Refresh("Apply");
   Log(Text("The configuration settings were applied successfully"), "Apply", logger::kInformation);

@@ -133,7 +133,7 @@ class Window : public Form {
   /// Runs after the window has been hidden by Close.
   std::function<void()> onClosed;
   /// Asked when the user's session is about to end: why it should not end now, in words that the system
-  /// shows; empty when it may. Asks nobody and changes nothing. Nothing set means that it may.
+  /// shows; empty when it may. Asks nobody. Nothing set means that it may.
   std::function<std::string()> onQueryEnd;
   /// Runs when the session ends in any case: what is to be kept is kept here, and nothing is asked any more.
   std::function<void()> onSessionEnd;

@@ -22,6 +22,8 @@ class Prompts {
   /// Shows the box over the active window of the tool and waits for the answer. Closing the box is kCancel,
   /// or kOk where there is no such button, or kNo in a yes/no question.
   virtual Answer Ask(const Prompt& prompt) = 0;
+  /// Nobody is asked now: the program fills in.
+  virtual bool ProgramFillsIn() const { return false; }
 };
 
 }  // namespace ui

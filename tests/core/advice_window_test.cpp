@@ -42,6 +42,9 @@ TEST_F(AdviceWindowTest, FollowsWhatIsTypedAndGoesThere) {
   EXPECT_EQ(Lines().size(), before.size());
   Type("txtLocation", "");
   EXPECT_EQ(Lines().size(), before.size() + 1);
+  Main().Device().InputVariables[1]["nvoHwInput1"].ChangeType("SNVT_press_p");  // by another client
+  Click("cmdRefresh");
+  EXPECT_EQ(Lines().size(), before.size() + 2);
 }
 
 TEST_F(AdviceWindowTest, CountsWhatIsOpenAndKeepsWhatIsAccepted) {

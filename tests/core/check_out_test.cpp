@@ -197,6 +197,11 @@ TEST_F(CheckOutTest, IsRefusedByADeviceThatDoesNotKeepItAndEndsWithTheSession) {
     Press("cmdStart");
     EXPECT_EQ(LastPrompt(), "The output was not overridden: the device holds 0.");
     EXPECT_FALSE(Press("cmdYes"));
+    building.Faults().Fail({.member = "Property.formatName", .instead = [this] { Main().onQueryEnd(); }});
+    Press("cmdStart");
+    loop.Tick();
+    EXPECT_EQ(Override(1), "0.0 -1") << "asked while it was read";
+    Press("cmdSkip");
     bool signedOut = false;
     atCommit([&] {
       signedOut = true;

@@ -63,9 +63,11 @@ TEST_F(ScriptTest, AFileIsAppliedWhollyOrNotAtAllAndComparedInItsUnits) {
   script.Put("Imperial", false);
   OpenUnit(tests::kUnassigned);
   EXPECT_GT(script.Call("Apply", file).AsWhole(), 20);
+  building.Faults().StartCounting();
   EXPECT_EQ(script.Call("Compare", file).AsList().size(), 1u) << "the location is the unit's own";
   EXPECT_FALSE(script.Get("Imperial").AsBool());
   EXPECT_EQ(Get("fPID", "txtPIDTemp(0)"), Gain(tests::kUnassigned)) << "in the script's units";
+  EXPECT_EQ(building.Faults().Count("Network.OpenSession"), 1u) << "it was open in the file's units";
   EXPECT_EQ(script.Call("Apply", file).AsWhole(), 0);
 
   auto document = configuration::Read(base::ReadFile(file, configuration::kLargestFile), "");
@@ -97,6 +99,7 @@ TEST_F(ScriptTest, WhatASaveDidNotStoreIsLeftOutOfTheNextOne) {
   EXPECT_EQ(Gain(tests::kAssigned), "25.0000");
 
   Put("fPID", "txtPIDTemp(0)", 31);
+  EXPECT_THAT(ErrorOf([&] { script.Call("Apply", file); }), HasSubstr("are not applied"));
   faults.Fail({.member = "Network.CommitTransaction", .instead = [&faults] {
                  faults.Fail({.member = "Property.Value", .once = false});
                  throw automation::Error(0x800706BE, "The remote procedure call failed.");

@@ -251,12 +251,16 @@ TEST_F(ConfigurationTest, SettingsThatNoPageShowsAreFieldsLikeOthers) {
   EXPECT_EQ(Text("cmdChanges"), "2 changes on 2 pages");
 }
 
-TEST_F(ConfigurationTest, WhatNoPageShowsIsReadAgainAfterARefresh) {
+TEST_F(ConfigurationTest, WhatNoPageShowsIsReadAgainForEachFileAndComparison) {
   Open(tests::kAssigned);
-  Main().Pending().ReadSettings();
-  Main().Device().InputProperties[1][6].Object().Put("Value", "1.5");
+  SaveAs();
+  const automation::Object offset = Main().Device().InputProperties[1][6].Object();
+  offset.Put("Value", "2.5");
+  OpenFile([](auto& window) {
+    EXPECT_THAT(Lines(window), testing::Contains(HasSubstr("UCPTthermistorOffset | 2.5 | ")));
+  });
+  offset.Put("Value", "1.5");
   Main().Device().NodeProperties[2].Object().Put("Value", "Attic");
-  Click("cmdRefresh");
   const Document now = Desk().ToFile(Desk().Take(false));
   EXPECT_THAT(now.Find("fHardwareInput", "UCPTthermistorOffset(0)")->content, testing::StartsWith("1.5"));
   EXPECT_EQ(now.Find("fMain", "txtLocation")->content, "Attic");
@@ -311,6 +315,11 @@ TEST_F(ConfigurationTest, EverySaveKeepsWhatWasThereBefore) {
   const std::size_t former = kept().size();
   Store(30, "UCPTspaceTempPIDparam#SI", "25.0043 0.3 12.5 900 0 0");
   Click("cmdRefresh");
+  Type("txtLocation", "Cellar");
+  Type("fPID.txtPIDTemp(3)", "-5");
+  Click("cmdApply");
+  EXPECT_EQ(kept().size(), former) << "the host refuses it";
+  Type("fPID.txtPIDTemp(3)", "900");
   AssignOutput(1, "HEATING_1");
   Type("fPID.txtPIDTemp(0)", "30.5");
   Type("txtLocation", "Attic");

@@ -124,7 +124,10 @@ TEST_F(FleetTest, AUnitGetsWhatIsTickedAndNothingElse) {
     EXPECT_EQ(LineOf("RTU-9"), "nothing to change");
   });
   ChooseEntry("Locked");
+  building.Faults().Fail(
+      {.member = "AppDevices.Item", .code = automation::kApplicationDefined, .text = "Busy."});
   InWindow([&] {
+    EXPECT_EQ(In<ui::ListView>(Window(), "lvwUnits").Rows().size(), 4u) << "not the own, however refused";
     EXPECT_TRUE(In<ui::Button>(Window(), "cmdCompare").Usable());
     EXPECT_FALSE(In<ui::Button>(Window(), "cmdCopy").Usable());
   });
@@ -159,6 +162,7 @@ TEST_F(FleetTest, AFileInOtherUnitsAndOnlyWhatIsTicked) {
     EXPECT_EQ(LineOf(tests::kAssigned), "waiting") << "for other pages nothing is known yet";
     Tick("lvwPages", "names", true);
     Press("cmdCopy");
+    EXPECT_THAT(prompts.Last().text, StartsWith("Copy what is ticked of " + file + " to "));
     EXPECT_EQ(building.StoredText(tests::kAssigned, "HardwareInput2", 1, "UCPTobjectName"), "Pump North");
     Tick("lvwPages", "settings", true);
     Press("cmdCopy");
@@ -192,6 +196,7 @@ TEST_F(FleetTest, AFileInOtherUnitsAndOnlyWhatIsTicked) {
 TEST_F(FleetTest, AUnitThatDoesNotKeepASaveIsToldWithWhatItHolds) {
   Open(tests::kAssigned);
   Type("fPID.txtPIDTemp(0)", "31");
+  Type("fGeneral.txtBypassTime", "95");
   Save();
   building.AddUnit("RTU-9", "Barn");
   const Object device = OpenElsewhere("RTU-9").Child("AppDevices").Child("Item", "RTU-9");
@@ -201,14 +206,30 @@ TEST_F(FleetTest, AUnitThatDoesNotKeepASaveIsToldWithWhatItHolds) {
                            .Child("ConfigProperties")
                            .Child("Item", 30);
   gains.Put("formatName", "UCPTspaceTempPIDparam#SI");
-  faults["RTU-9"] = [&gains, old = gains.Text("Value")](bool after, int, Access, auto member) {
+  int begun = 0, refused = 0;
+  faults["RTU-9"] = [&, old = gains.Text("Value")](bool after, int, Access, auto member) {
     if (after && member == "CommitTransaction") gains.Put("Value", old);
+    if (!after && member == "BeginTransaction" && ++begun == refused)
+      throw Error(automation::kApplicationDefined, "Busy.", "Host");
   };
+  const testing::Matcher<const std::string&> told =
+      testing::AllOf(StartsWith("failed while writing:"), HasSubstr("31 was written, the device holds 25"),
+                     testing::Not(HasSubstr("did not confirm")));
   InWindow([&] {
+    Press("cmdTickNone");
+    Tick("lvwUnits", "RTU-9", true);
     Press("cmdCopy");
-    EXPECT_THAT(LineOf("RTU-9"), testing::AllOf(StartsWith("failed while writing:"),
-                                                HasSubstr("31 was written, the device holds 25"),
-                                                testing::Not(HasSubstr("did not confirm"))));
+    EXPECT_THAT(LineOf("RTU-9"), told);
+    fileDialog.answer = Documents() + "/result.csv";
+    Press("cmdSave");
+    EXPECT_THAT(base::ReadFile(Documents() + "/result.csv", 1 << 20),
+                testing::AllOf(HasSubstr(",failed while writing,General Settings,"),
+                               testing::Not(HasSubstr("25.0000,31.0000"))))
+        << "what it has kept, and nothing else";
+    refused = begun + 4;  // after the opening, the first save and its reading
+    Press("cmdCopy");
+    EXPECT_EQ(begun, refused);
+    EXPECT_THAT(LineOf("RTU-9"), told);
   });
 }
 

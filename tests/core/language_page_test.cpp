@@ -1,3 +1,6 @@
+#include <fstream>
+
+#include "newer_building.h"
 #include "tool_test.h"
 
 namespace {
@@ -58,6 +61,15 @@ TEST_F(LanguageTest, NothingChangesWithoutTheUsersConsentAndAComponentThatRefuse
   EXPECT_EQ(prompts.Last().icon, ui::Icon::kError);
   EXPECT_THAT(LastMessage(), testing::HasSubstr("Setting Language/Language: "));
   EXPECT_EQ(InUse(), "English");
+}
+
+TEST(Languages, AreTheTextFilesOfTheirFolderAlone) {
+  const tests::NewerBuilding data({});
+  const auto folder = data.Options().dataFolder / "languages";
+  std::filesystem::create_directory(folder);
+  for (const char* name : {"Danish.json", "desktop.ini"}) std::ofstream(folder / name) << "{}";
+  simulator::Building building(data.Options());
+  EXPECT_EQ(building.Language().Child("Languages").Whole("Count"), 2) << "English has no file";
 }
 
 }  // namespace

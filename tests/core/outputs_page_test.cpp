@@ -331,6 +331,16 @@ TEST_F(OutputsTest, WhatTheBuildingWritesWithAPointIsANumberToTheRulesOfEveryPag
   EXPECT_EQ(tool.Find<ui::ListBox>(Output("cboONOFF", 7)).SelectedText(), "ON") << "of 35.0 %";
   tool.Click("cmdApply");
   EXPECT_EQ(tool.LastMessage(), tests::kApplied);
+  // The program fills it in again as the building wrote it.
+  const std::string before = tool.Text("fPID.txtPIDTemp(0)");
+  tool.Type("fPID.txtPIDTemp(0)", "30");
+  tool.Click("cmdApply");
+  EXPECT_EQ(tool.Text("fPID.txtPIDTemp(0)"), "30.0000");
+  const std::size_t asked = tool.prompts.asked.size();
+  tool.ChooseEntry("Take back the last save...");
+  EXPECT_TRUE(tool.Find<ui::TextBox>("fPID.txtPIDTemp(0)").Leave());
+  EXPECT_EQ(tool.prompts.asked.size(), asked) << tool.prompts.Last().text;
+  EXPECT_EQ(tool.Text("fPID.txtPIDTemp(0)"), before);
 }
 
 TEST_F(OutputsTest, AFunctionThatTheToolDoesNotKnowIsKept) {

@@ -5,7 +5,7 @@ var files = new ActiveXObject("Scripting.FileSystemObject");
 var failures = 0;
 var network = "Harbour Street 12", address = "127.0.0.1", port = 2540, block = 1;
 var programs = files.GetAbsolutePathName(shell.ExpandEnvironmentStrings("%PROGRAMS%"));
-var folder = programs + "\\scripts";
+var folder = programs + "\\scripts", examples = files.GetAbsolutePathName("docs\\examples");
 
 function check(what, condition, found) {
   if (condition) return;
@@ -23,8 +23,8 @@ function errorOf(work) {
 }
 
 function run(example, words) {
-  var engine = "cscript.exe //nologo docs\\examples\\" + example;
-  return shell.Run(engine + ' "' + network + '" ' + address + " " + port + " " + block + " " + words, 0, true);
+  var engine = 'cscript.exe //nologo "' + examples + "\\" + example + '" "';
+  return shell.Run(engine + network + '" ' + address + " " + port + " " + block + " " + words, 0, true);
 }
 
 try {
@@ -56,15 +56,16 @@ try {
   check("a record", files.FileExists(folder + "\\record.html"));
   tool.Close();
 
-  // One file for all units that match; the second run finds nothing to do.
-  check("apply-to-units", run("apply-to-units.js", '"' + file + '" "^RTU-[23]"') === 0);
+  // One file for all units that match; a name without a folder is meant in the script's own.
+  shell.CurrentDirectory = folder;
+  check("apply-to-units", run("apply-to-units.js", 'one.kvtarn "^RTU-[23]"') === 0);
   tool.Open(network, address, port, "RTU-3 Laboratory", block);
   check("only the location differs", new VBArray(tool.Compare(file)).toArray().length === 1);
   check("stored", tool.Value("fPID", "txtPIDTemp(0)") === "30.5000", tool.Value("fPID", "txtPIDTemp(0)"));
   tool.Close();
 
   // The whole network in a folder; the unit with an old program cannot be read, and is told by the result.
-  check("back-up-network", run("back-up-network.vbs", '"' + folder + '\\network"') === 1);
+  check("back-up-network", run("back-up-network.vbs", "network") === 1);
   check("one file for each unit", files.GetFolder(folder + "\\network").Files.Count === 3);
   check("its name", files.FileExists(folder + "\\network\\RTU-1 North wing.kvtarn"));
   tool = null;

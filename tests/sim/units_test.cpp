@@ -74,6 +74,30 @@ TEST(SimUnits, AStoreThatRefusesLeavesTheUnitsAsTheyWere) {
   EXPECT_EQ(Names(Building(Options(folder.store))), listed);
 }
 
+TEST(SimUnits, TwoProcessesKeepEachOthersUnits) {
+  const Folder folder;
+  const auto options = Options(folder.store);
+  Building one(options);
+  Building other(options);
+  const std::string listed = Names(one);
+  const automation::Object removed = Client(one).device;
+  one.AddUnit(kNew, "");
+  other.AddUnit("Spare", "");
+  Client(other, kNew).Property("RoofTopObject", 12).Put("Value", "1000");
+  other.RemoveUnit(kFirstDevice);
+  EXPECT_EQ(RefusalOf([&] { one.AddUnit("SPARE", ""); }), "Another unit is called \"Spare\" already.");
+  EXPECT_EQ(RefusalOf([&] { removed.Put("Name", "Gone"); }),
+            "The unit \"RTU-1 North wing\" has been removed from the building.");
+  const Client client(one, kNew);
+  client.network.Call("BeginTransaction");
+  client.Property("NodeObject", 2).Put("Value", "Attic");
+  client.network.Call("CommitTransaction");
+  const Building third(options);
+  EXPECT_EQ(Names(third), listed.substr(std::string(kFirstDevice).size() + 2) + kNew + "; Spare; ");
+  EXPECT_EQ(third.StoredText(kNew, "RoofTopObject", 12, "SCPTlimitCO2"), "1000");
+  EXPECT_EQ(third.StoredText(kNew, "NodeObject", 2, "SCPTlocation"), "Attic");
+}
+
 TEST(SimUnits, OpenSessionsAndTransactionsGoOn) {
   Building building(Options());
   {

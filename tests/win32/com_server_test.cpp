@@ -157,6 +157,18 @@ TEST_P(BothWidths, AnotherCopyOfTheProgramKeepsItsRegistration) {
   EXPECT_EQ(ClassText("TarnTest.OtherBox\\CLSID"), win32::GuidText(kClassId));
 }
 
+TEST_P(BothWidths, AProgramIdThatAnotherProgramTookIsLeftToIt) {
+  ASSERT_TRUE(win32::RegisterServerIn(GetParam(), TestClasses(), 0));
+  const std::string others = "{00020420-0000-0000-C000-000000000046}";
+  WriteDefault(0, "Software\\Classes\\TarnTest.Box\\CLSID", others);
+  for (const char* when : {"registered", "not registered"}) {
+    win32::UnregisterServer(TestClasses(), 0);
+    EXPECT_EQ(ClassText("TarnTest.Box\\CLSID"), others) << when;
+    EXPECT_EQ(ClassText("TarnTest.OtherBox\\CLSID"), "") << when;
+  }
+  RegDeleteTreeW(HKEY_LOCAL_MACHINE, L"Software\\Classes\\TarnTest.Box");
+}
+
 // What is registered for one user does not share keys with the machine's.
 INSTANTIATE_TEST_SUITE_P(ForAllUsers, BothWidths, testing::Values(RegistryRoot::kLocalMachine));
 

@@ -1,7 +1,7 @@
 // The settings of a hardware input or output that no box shows: the properties that the sensor and actuator
 // dialogs edit, as whole texts in the format of their own name, and the type of its variable. They are read
-// only when somebody wants the whole configuration, once, and again after everything was read again or a
-// dialog or a save may have changed them. Owned by the inputs page and the outputs page.
+// only when somebody wants the whole configuration: once, and again when they are called outdated or a dialog
+// or a save may have changed them. Owned by the inputs page and the outputs page.
 #pragma once
 
 #include <functional>

@@ -39,11 +39,13 @@ struct Entry {
 
 /// All keys of one class.
 struct ClassKeys {
-  std::string tree;                 // of the class itself, in the view of this program's width
-  std::string server;               // the key below it that names this file
-  std::string file;                 // as it stands there
-  std::vector<std::string> shared;  // trees that the registration of the other width needs too
-  std::vector<Entry> entries;       // the server's first: it tells to whom the others belong
+  std::string id;                       // of the class
+  std::string tree;                     // of the class itself, in the view of this program's width
+  std::string server;                   // the key below it that names this file
+  std::string file;                     // as it stands there
+  std::vector<std::string> programIds;  // trees that the registration of the other width needs too
+  std::vector<std::string> shared;      // further ones
+  std::vector<Entry> entries;           // the server's first: it tells to whom the others belong
 };
 
 Binary SecurityOf(const wchar_t* description) {
@@ -76,9 +78,9 @@ void AddApplication(ClassKeys& keys, const ServerClass& served) {
 }
 
 ClassKeys KeysOf(const ServerClass& served, const std::optional<LibraryName>& library) {
-  const std::string id = GuidText(served.classId);
   ClassKeys keys;
-  keys.tree = "CLSID\\" + id;
+  keys.id = GuidText(served.classId);
+  keys.tree = "CLSID\\" + keys.id;
   keys.server = keys.tree + (served.control ? "\\InprocServer32" : "\\LocalServer32");
   keys.file = served.control ? ModulePath() : '"' + ProgramPath() + '"';
   keys.entries = {{keys.server, keys.file}, {keys.tree, served.friendlyName}};
@@ -91,10 +93,10 @@ ClassKeys KeysOf(const ServerClass& served, const std::optional<LibraryName>& li
     keys.entries.push_back({keys.tree + "\\TypeLib", library->id});
     keys.entries.push_back({keys.tree + "\\Version", library->version});
   }
+  keys.programIds = served.programIds;
   for (const std::string& programId : served.programIds) {
-    keys.shared.push_back(programId);
     keys.entries.push_back({programId, served.friendlyName});
-    keys.entries.push_back({programId + "\\CLSID", id});
+    keys.entries.push_back({programId + "\\CLSID", keys.id});
   }
   AddApplication(keys, served);
   return keys;
@@ -154,15 +156,19 @@ void DeleteTree(RegistryRoot root, const std::string& tree, FirstFailure& failur
 }
 
 /// Deletes what is this file's. Another copy of the program, or the one of the other width, may be registered
-/// too; then what all share stays.
+/// too; then what all share stays. So does a program id that leads to the class of another program by now.
 void RemoveClass(RegistryRoot root, const ClassKeys& keys, FirstFailure& failure) {
-  const auto server = [&](RegistryView view) {
-    return DefaultText(view, HiveOf(root), kClasses + keys.server);
+  const auto text = [&](RegistryView view, const std::string& key) {
+    return DefaultText(view, HiveOf(root), kClasses + key);
   };
-  const std::string named = server(RegistryView::kOwn);
+  const std::string named = text(RegistryView::kOwn, keys.server);
   if (!named.empty() && !base::EqualsNoCase(named, keys.file)) return;
   DeleteTree(root, keys.tree, failure);
-  if (!server(RegistryView::kOther).empty()) return;
+  if (!text(RegistryView::kOther, keys.server).empty()) return;
+  for (const std::string& programId : keys.programIds) {
+    if (base::EqualsNoCase(text(RegistryView::kOwn, programId + "\\CLSID"), keys.id))
+      DeleteTree(root, programId, failure);
+  }
   for (const std::string& tree : keys.shared) DeleteTree(root, tree, failure);
 }
 

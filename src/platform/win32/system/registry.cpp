@@ -53,8 +53,16 @@ bool HasKey(RegistryView view, HKEY hive, const std::string& key) {
 }
 
 std::string DefaultText(RegistryView view, HKEY hive, const std::string& key) {
-  const auto text = ReadView(view, hive, key, {});
-  return text ? text->c_str() : "";
+  RegistryKey opened;
+  if (Open(view, hive, key, opened) != ERROR_SUCCESS) return {};
+  DWORD bytes = 0;
+  RegGetValueW(opened.Get(), nullptr, nullptr, RRF_RT_REG_SZ, nullptr, nullptr, &bytes);
+  std::wstring text(bytes / sizeof(wchar_t) + 1, L'\0');
+  bytes = static_cast<DWORD>(text.size() * sizeof(wchar_t));
+  if (RegGetValueW(opened.Get(), nullptr, nullptr, RRF_RT_REG_SZ, nullptr, text.data(), &bytes) !=
+      ERROR_SUCCESS)
+    return {};
+  return Utf8(text.c_str());
 }
 
 std::optional<std::string> WindowsRegistry::Read(base::RegistryRoot root, const std::string& key,

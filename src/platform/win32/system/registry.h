@@ -18,7 +18,8 @@ class WindowsRegistry : public base::Registry {
 /// width.
 enum class RegistryView { kOwn, kOther };
 
-/// The text (REG_SZ) of a key's default value in exactly this view, up to its NUL; empty when there is none.
+/// The text of a key's default value in exactly this view, up to its NUL, with the environment's variables
+/// filled in where its type asks for that; empty when there is none.
 std::string DefaultText(RegistryView view, HKEY hive, const std::string& key);
 bool HasKey(RegistryView view, HKEY hive, const std::string& key);
 

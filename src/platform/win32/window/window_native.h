@@ -45,7 +45,7 @@ class NativeWindow : public ui::WindowPeer, public std::enable_shared_from_this<
   bool IsCancelButton(const ui::Control& control) const { return &control == data_->cancelButton; }
   bool IsDefaultButton(const ui::Control& control) const { return &control == data_->defaultButton; }
 
-  /// False while the window is busy, closing, or a system dialog is open.
+  /// False while the window is busy or closing, and while a system dialog holds it up.
   bool TakesInput() const { return !closing_ && !HeldUp() && data_->AcceptsInput(); }
   /// Follows what the window may take now; the focus comes back to where it was.
   void UpdateEnabled();

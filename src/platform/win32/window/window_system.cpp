@@ -52,13 +52,14 @@ void NativeWindow::PassActivationOn() const {
   if (next != fromFront.end()) SetForegroundWindow((*next)->Window());
 }
 
-// Nobody can work in a window that is held up: what it waits for was in front before, or stands over it.
+// Nobody can work in a window that is held up: what it waits for stands over it, or was in front before.
 void NativeWindow::PassActivationBack(const std::weak_ptr<const NativeWindow>& before) const {
   if (IsWindowEnabled(Window()) || GetForegroundWindow() != Window()) return;
   const auto front = before.lock();
   const bool shown =
       front && front->Alive() && IsWindowVisible(front->Window()) && !IsIconic(front->Window());
-  const HWND receiver = EnabledOver(shown ? front->Window() : Window());
+  HWND receiver = EnabledOver(Window());
+  if (receiver == Window() && shown) receiver = EnabledOver(front->Window());
   if (IsWindowEnabled(receiver)) SetForegroundWindow(receiver);
 }
 
