@@ -21,7 +21,7 @@ table() {
 say "The tool under Wine, in milliseconds, against the same calls made by a process that does nothing else"
 say "(memory: in megabytes, against an empty window of the same toolkit)"
 table load 1
-table work 1
+table work 2
 say "The last five of twenty tools on twenty controllers"
 BUILDING=build/bench/units table windows 15
 say "One unit's values for a hundred others"
