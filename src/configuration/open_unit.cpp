@@ -140,6 +140,10 @@ std::vector<fields::Wanted> OpenUnit::Fill(std::vector<fields::Wanted> wanted) {
 }
 
 UnseenPages::Saved OpenUnit::Save(const std::function<bool()>& mayCommit) {
+  const auto isNewSetting = [](const fields::Field& field) {
+    return !field.control && field.content() != field.held();
+  };
+  const bool newSettings = std::ranges::any_of(fields_.All(), isNewSetting);
   UnseenPages::Saved saved = pages_.Save([&] {
     if (locationText_ != storedLocation_) LocationProperty().WriteText(locationText_);
     return mayCommit();
@@ -149,11 +153,9 @@ UnseenPages::Saved OpenUnit::Save(const std::function<bool()>& mayCommit) {
   written_ = ListWritten();
   storedLocation_ = locationText_;
   try {
-    const auto setting = [](const fields::Field& field) { return !field.control; };
-    const bool settings = std::ranges::any_of(fields_.All(), setting);
     pages_.Load(device_, device_.IsImperial);
     ListFields();
-    if (settings) ReadSettings();
+    if (newSettings) ReadSettings();
   } catch (const std::exception& error) {
     saved.unread = true;
     saved.told += (saved.told.empty() ? "" : "\r\n") + shell::InWords(strings_, error);

@@ -50,7 +50,7 @@ class OpenUnit {
   /// device changes.
   std::vector<fields::Wanted> Fill(std::vector<fields::Wanted> wanted);
   /// Saves what was filled in, in one transaction; `mayCommit` runs inside it when all is written. Afterwards
-  /// the pages are read again, and the settings that were known: they show what the device holds.
+  /// the pages are read again, and the settings where one was filled in: they show what the device holds.
   UnseenPages::Saved Save(const std::function<bool()>& mayCommit);
   /// What the last save changed, unless it was cancelled.
   const std::vector<WrittenValue>& LastWritten() const { return written_; }

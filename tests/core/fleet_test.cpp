@@ -198,17 +198,23 @@ TEST_F(FleetTest, AUnitThatDoesNotKeepASaveIsToldWithWhatItHolds) {
   Type("fPID.txtPIDTemp(0)", "31");
   Type("fGeneral.txtBypassTime", "95");
   Save();
+  const Object source = Main().Device().InputProperties[1][6].Object();
+  source.Put("formatName", "UCPTthermistorOffset");
+  source.Put("Value", "1.5");
   building.AddUnit("RTU-9", "Barn");
   const Object device = OpenElsewhere("RTU-9").Child("AppDevices").Child("Item", "RTU-9");
   device.Call("AddLmo", 1, "8000AB0C12340001", "t.bin", building.TemplateBytes());
-  const Object gains = device.Child("LonMarkObjects")
-                           .Child("Item", "RoofTopObject")
-                           .Child("ConfigProperties")
-                           .Child("Item", 30);
-  gains.Put("formatName", "UCPTspaceTempPIDparam#SI");
+  const auto property = [objects = device.Child("LonMarkObjects")](const char* object, int number,
+                                                                   const char* format) {
+    const Object found = objects.Child("Item", object).Child("ConfigProperties").Child("Item", number);
+    found.Put("formatName", format);
+    return found;
+  };
+  Object lost = property("RoofTopObject", 30, "UCPTspaceTempPIDparam#SI");
+  std::string old = lost.Text("Value");
   int begun = 0, refused = 0;
-  faults["RTU-9"] = [&, old = gains.Text("Value")](bool after, int, Access, auto member) {
-    if (after && member == "CommitTransaction") gains.Put("Value", old);
+  faults["RTU-9"] = [&](bool after, int, Access, auto member) {
+    if (after && member == "CommitTransaction") lost.Put("Value", old);
     if (!after && member == "BeginTransaction" && ++begun == refused)
       throw Error(automation::kApplicationDefined, "Busy.", "Host");
   };
@@ -230,6 +236,13 @@ TEST_F(FleetTest, AUnitThatDoesNotKeepASaveIsToldWithWhatItHolds) {
     Press("cmdCopy");
     EXPECT_EQ(begun, refused);
     EXPECT_THAT(LineOf("RTU-9"), told);
+    // What no page shows is read back, too.
+    lost = property("HardwareInput1", 6, "UCPTthermistorOffset");
+    lost.Put("Value", "0");
+    old = lost.Text("Value");
+    Press("cmdCopy");
+    EXPECT_THAT(LineOf("RTU-9"),
+                testing::AllOf(StartsWith("failed while writing:"), HasSubstr("UCPTthermistorOffset")));
   });
 }
 
