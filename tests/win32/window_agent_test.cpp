@@ -78,11 +78,6 @@ TEST_F(WindowAgentTest, WhatAHeldUpWindowWaitsForComesToTheFrontInItsPlace) {
   below.SetAcceptsInput(false);
   above.Show();
   EXPECT_EQ(win32::EnabledOver(Native()), toolkit_.HandleOf(above));
-  other_.Show();
-  other_.BringToFront();
-  SetForegroundWindow(Native());
-  EXPECT_TRUE(RunUntil([&] { return GetForegroundWindow() == toolkit_.HandleOf(above); }))
-      << "before what was in front";
   toolkit_.Discard(above);
   toolkit_.Discard(below);
 }
